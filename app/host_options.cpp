@@ -1,0 +1,52 @@
+#include "app/host_options.h"
+
+#include "app/failure.h"
+#include "app/platform.h"
+#include "host/library.h"
+#include "host/unicode.h"
+
+namespace App {
+
+void HostOptions::declare(CLI::App& command, const std::string& homeHelp) {
+  command.add_option("--model", model, "A shipped model description by its name, or one of your own by its path")
+      ->type_name("NAME")
+      ->capture_default_str();
+  command.add_option("--home", home, homeHelp)->type_name("DIR");
+  command.add_option("--plugin", plugin, "The plug-in library; by default the one beside kiln")->type_name("FILE");
+  command
+      .add_option("--resources", resources, "The folder of layouts, texts and models; by default share/kiln beside bin")
+      ->type_name("DIR");
+}
+
+Refhost::Options HostOptions::resolve() const {
+  Refhost::Options options;
+  options.plugin = plugin.empty() ? executableFolder() / Refhost::defaultPluginName() : toPath(plugin);
+  options.resources = resources.empty() ? executableFolder().parent_path() / "share" / "kiln" : toPath(resources);
+  options.model = model;
+  options.home = toPath(home);
+  return options;
+}
+
+std::filesystem::path toPath(const std::string& utf8) {
+  return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
+}
+
+std::pair<std::u16string, std::u16string> toPair(const std::string& option, const std::string& word) {
+  const std::size_t equals = word.find('=');
+  if (equals == std::string::npos || equals == 0)
+    throw Failure(wrongUsage, option + " takes NAME=VALUE, and \"" + word + "\" is not of that form.");
+  return {Refhost::toWide(word.substr(0, equals)), Refhost::toWide(word.substr(equals + 1))};
+}
+
+Refhost::TracePairs toPairs(const std::string& option, const std::vector<std::string>& words) {
+  Refhost::TracePairs pairs;
+  for (const std::string& word : words) pairs.push_back(toPair(option, word));
+  return pairs;
+}
+
+CLI::Option* addRepeatable(CLI::App& command, const std::string& name, std::vector<std::string>& values,
+                           const std::string& help) {
+  return command.add_option(name, values, help)->allow_extra_args(false);
+}
+
+}  // namespace App

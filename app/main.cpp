@@ -1,0 +1,93 @@
+// The kiln command. Its subcommands are each a few lines over the host, the press and the faces.
+#include "app/commands.h"
+#include "app/failure.h"
+#include "app/help_formatter.h"
+#include "app/platform.h"
+
+#include <algorithm>
+#include <iostream>
+#include <memory>
+
+namespace {
+
+constexpr const char* footer = R"("kiln help COMMAND" and "kiln COMMAND --help" tell more.
+
+Examples:
+  kiln show letter.pdf
+  kiln print letter.pdf printed.pdf --set MirrorImage=MirrorImage
+  echo 'widget ePTKWPageMirrorImage' | kiln drive)";
+
+// The help of kiln itself, whichever command was chosen.
+std::string overview(const CLI::App& kiln) {
+  return kiln.get_formatter()->make_help(&kiln, kiln.get_name(), CLI::AppFormatMode::Normal);
+}
+
+void addHelp(CLI::App& kiln, App::Run& run) {
+  CLI::App& command = *kiln.add_subcommand("help", "Tells what kiln and its commands do");
+  const auto topic = std::make_shared<std::string>();
+  command.add_option("COMMAND", *topic, "The command to tell about")->type_name("");
+  command.callback([&kiln, &run, topic] {
+    run = [&kiln, topic] {
+      try {
+        std::cout << (topic->empty() ? overview(kiln) : kiln.get_subcommand(*topic)->help("kiln"));
+        return 0;
+      } catch (const CLI::OptionNotFound&) {
+        throw App::Failure(App::wrongUsage, "There is no command \"" + *topic + "\"; \"kiln help\" lists them.");
+      }
+    };
+  });
+}
+
+// The command that the line names, with how to learn about it, for a line that cannot be understood.
+std::string helpCommand(const CLI::App& kiln) {
+  const auto chosen = kiln.get_subcommands();
+  return chosen.empty() ? "kiln --help" : "kiln " + chosen.front()->get_name() + " --help";
+}
+
+int runCommand(std::vector<std::string> words) {
+  CLI::App kiln("The effect tab of a printer driver's preferences: watch it, test it, and print with it.", "kiln");
+  kiln.footer(footer);
+  kiln.set_version_flag("--version", "kiln " KILN_VERSION, "Tells the version");
+  kiln.set_help_flag("-h,--help", "Tells what the command does");
+  kiln.allow_windows_style_options(false);
+  kiln.formatter(std::make_shared<App::HelpFormatter>());
+  kiln.require_subcommand(0, 1);
+  App::Run run = [&kiln] {
+    std::cout << overview(kiln);
+    return 0;
+  };
+#ifndef KILN_DRIVE_ONLY
+  App::addShow(kiln, run);
+  App::addPrint(kiln, run);
+  App::addSample(kiln, run);
+  App::addPicture(kiln, run);
+#endif
+  App::addDrive(kiln, run);
+  addHelp(kiln, run);
+  std::reverse(words.begin(), words.end());  // as the parser takes them
+  try {
+    kiln.parse(words);
+  } catch (const CLI::Success& help) {
+    return kiln.exit(help);
+  } catch (const CLI::ParseError& error) {
+    throw App::Failure(App::wrongUsage, std::string(error.what()) + "; see \"" + helpCommand(kiln) + "\".");
+  }
+  return run();
+}
+
+}  // namespace
+
+int main(int count, char** words) {
+  int status = 1;
+  std::string sentence;
+  try {
+    return runCommand(App::arguments(count, words));
+  } catch (const App::Failure& failure) {
+    status = failure.status();
+    sentence = failure.what();
+  } catch (const std::exception& error) {
+    sentence = error.what();
+  }
+  std::cerr << "kiln: " << sentence << '\n';
+  return status;
+}

@@ -1,0 +1,54 @@
+// The small commands that make files to try things on and to look at: a sample job, a picture of a page.
+#include "app/commands.h"
+#include "app/host_options.h"
+#include "press/picture_loader.h"
+#include "press/print.h"
+#include "press/sample.h"
+#include "press/whole_file.h"
+
+#include <memory>
+
+namespace App {
+namespace {
+
+struct PictureOptions {
+  std::string in;
+  std::string out;
+  int page = 1;
+  double dpi = 96;
+};
+
+}  // namespace
+
+void addSample(CLI::App& kiln, Run& run) {
+  const auto out = std::make_shared<std::string>();
+  CLI::App& command = *kiln.add_subcommand("sample", "Writes a sample job of four pages");
+  command.add_option("OUT.pdf", *out, "The sample job; an existing file is replaced")->required()->type_name("");
+  command.callback([&run, out] {
+    run = [out] {
+      Press::WholeFile file(toPath(*out));
+      const std::string bytes = Press::samplePdf();
+      file.write(bytes.data(), bytes.size());
+      file.commit();
+      return 0;
+    };
+  });
+}
+
+void addPicture(CLI::App& kiln, Run& run) {
+  const auto given = std::make_shared<PictureOptions>();
+  CLI::App& command = *kiln.add_subcommand("picture", "Draws a page of a PDF into a picture");
+  command.add_option("IN.pdf", given->in, "The job")->required()->type_name("");
+  command.add_option("OUT.png", given->out, "The picture; an existing file is replaced")->required()->type_name("");
+  command.add_option("--page", given->page, "The page")->type_name("N")->capture_default_str();
+  command.add_option("--dpi", given->dpi, "Pixels to an inch")->type_name("N")->capture_default_str();
+  command.callback([&run, given] {
+    run = [given] {
+      const std::string page = Press::printPage(toPath(given->in), given->page, Press::Effects());
+      Press::drawPageToPng(page, 1, given->dpi, toPath(given->out));
+      return 0;
+    };
+  });
+}
+
+}  // namespace App

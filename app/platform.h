@@ -1,0 +1,16 @@
+// What the operating system knows of this process.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace App {
+
+// The words after the command's name, in UTF-8.
+std::vector<std::string> arguments(int count, char** words);
+
+// The folder of the running executable. Throws std::runtime_error when the system does not tell.
+std::filesystem::path executableFolder();
+
+}  // namespace App

@@ -1,0 +1,37 @@
+#include "app/platform.h"
+
+#include "host/unicode.h"
+
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include <memory>
+#include <stdexcept>
+
+namespace App {
+
+// The words of main are in the system's narrow encoding, which not every text has a form in.
+std::vector<std::string> arguments(int, char**) {
+  int count = 0;
+  const std::unique_ptr<wchar_t*, decltype(&LocalFree)> words(CommandLineToArgvW(GetCommandLineW(), &count),
+                                                              &LocalFree);
+  std::vector<std::string> narrow;
+  for (int i = 1; i < count; ++i) {
+    const std::wstring_view word = words.get()[i];
+    narrow.push_back(Refhost::toNarrow(std::u16string(word.begin(), word.end())));
+  }
+  return narrow;
+}
+
+std::filesystem::path executableFolder() {
+  std::wstring file(MAX_PATH, L'\0');
+  for (;;) {
+    const DWORD length = GetModuleFileNameW(nullptr, file.data(), static_cast<DWORD>(file.size()));
+    if (length == 0) throw std::runtime_error("The system does not tell where this program lies.");
+    if (length < file.size()) return std::filesystem::path(file.substr(0, length)).parent_path();
+    file.resize(file.size() * 2);
+  }
+}
+
+}  // namespace App

@@ -1,0 +1,85 @@
+#include "app/commands.h"
+#include "app/failure.h"
+#include "app/host_options.h"
+#include "app/platform.h"
+#include "app/user.h"
+#include "window/window.h"
+
+#include <dlfcn.h>
+
+#include <memory>
+
+namespace App {
+namespace {
+
+constexpr const char* footer = R"(Examples:
+  kiln show letter.pdf
+  kiln show --model kvt --locale de-DE
+  kiln show letter.pdf --page 2 --screenshot window.png      needs no display
+
+Exit status: 0 when the window was closed or the picture written, 1 when the picture cannot be written,
+2 when the preferences cannot be opened or the command line is wrong.)";
+
+struct ShowOptions {
+  HostOptions host;
+  std::string document;
+  std::string locale;
+  std::string screenshot;
+  std::vector<std::string> settings;
+  int page = 1;
+  bool inspector = false;
+};
+
+Window::Request toRequest(const ShowOptions& given) {
+  Window::Request request;
+  request.preferences = given.host.resolve();
+  if (request.preferences.home.empty()) request.preferences.home = userFolder();
+  request.preferences.locale = given.locale.empty()
+                                   ? userLocale(Refhost::ChromeFolders(request.preferences.resources).locales("effect"))
+                                   : given.locale;
+  request.preferences.properties = toPairs("--set", given.settings);
+  request.document = toPath(given.document);
+  request.screenshot = toPath(given.screenshot);
+  request.page = given.page;
+  request.inspector = given.inspector;
+  return request;
+}
+
+// The window brings a windowing toolkit, which the other commands have no use for; so it is loaded here and now, and
+// stays loaded: the toolkit does not unload cleanly.
+Window::Show loadWindow() {
+  const auto file = executableFolder() / "kiln-window.so";
+  void* library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+  if (library == nullptr) throw Failure(cannotOpen, std::string("The window cannot be loaded: ") + dlerror() + '.');
+  void* function = dlsym(library, Window::showSymbol);
+  if (function == nullptr)
+    throw Failure(cannotOpen, file.string() + " is not the window of this kiln; build both together.");
+  return reinterpret_cast<Window::Show>(function);
+}
+
+int show(const ShowOptions& given) { return loadWindow()(toRequest(given)); }
+
+}  // namespace
+
+void addShow(CLI::App& kiln, Run& run) {
+  const auto given = std::make_shared<ShowOptions>();
+  CLI::App& command = *kiln.add_subcommand("show", "Opens the printing preferences in a window");
+  command.footer(footer);
+  command.add_option("FILE.pdf", given->document, "The job to print; without it a sample job")->type_name("");
+  command.add_option("--locale", given->locale, "The language, ja-JP for example; by default your system's")
+      ->type_name("NAME");
+  command.add_option("--page", given->page, "The page to look at first")
+      ->type_name("N")
+      ->check(CLI::Range(1, 1000'000).description(""))
+      ->capture_default_str();
+  command.add_flag("--inspector", given->inspector, "Opens the inspector of properties and trace");
+  command.add_option("--screenshot", given->screenshot, "Draws the window into this picture instead of showing it")
+      ->type_name("OUT.png");
+  addRepeatable(command, "--set", given->settings, "A setting to open with, MirrorImage=MirrorImage; may be repeated")
+      ->type_name("NAME=VALUE");
+  given->host.declare(command,
+                      "The folder for what a user keeps; by default kiln in your data folder ($XDG_DATA_HOME)");
+  command.callback([&run, given] { run = [given] { return show(*given); }; });
+}
+
+}  // namespace App

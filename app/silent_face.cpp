@@ -1,0 +1,20 @@
+#include "app/silent_face.h"
+
+#include "host/gui.h"
+
+#include <stdexcept>
+#include <utility>
+
+namespace App {
+
+void SilentFace::check() {
+  if (const auto sentence = std::exchange(failure, std::nullopt)) throw std::runtime_error(*sentence);
+}
+
+void SilentFace::runModally(Refhost::Dialog& dialog) { dialog.cancel(); }
+
+void SilentFace::showFailure(const std::string& sentence) {
+  if (!failure) failure = sentence;
+}
+
+}  // namespace App

@@ -1,0 +1,25 @@
+# What the host reads at run time, laid out below share/kiln beside bin: one folder a chrome package, and the models.
+set(ZORVU_RESOURCES ${CMAKE_BINARY_DIR}/share/kiln)
+
+# Copies each file of a folder there when it changes; a file added later is seen at the next build.
+function(zorvu_resources folder destination)
+  file(GLOB_RECURSE files CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}/${folder} ${PROJECT_SOURCE_DIR}/${folder}/*)
+  set(copies)
+  foreach(file IN LISTS files)
+    set(copy ${ZORVU_RESOURCES}/${destination}/${file})
+    add_custom_command(OUTPUT ${copy}
+      COMMAND ${CMAKE_COMMAND} -E copy ${PROJECT_SOURCE_DIR}/${folder}/${file} ${copy}
+      DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/${file} VERBATIM)
+    list(APPEND copies ${copy})
+  endforeach()
+  string(MAKE_C_IDENTIFIER resources_${destination} target)
+  add_custom_target(${target} ALL DEPENDS ${copies})
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/${folder}/ DESTINATION share/kiln/${destination})
+endfunction()
+
+zorvu_resources(effect/content effect/content)
+zorvu_resources(base/content base/content)
+zorvu_resources(host/models models)
+if(NOT WIN32)
+  zorvu_resources(window/content window/content)
+endif()

@@ -1,0 +1,11 @@
+// The library's one exported function.
+#include "effect/effect_plugin.h"
+
+KILN_EXPORT Kiln::UIPlugin* createPlugin(Kiln::Host& host, Kiln::PropertyManager manager, const Kiln::String& name,
+                                         void* /*reserved*/, Kiln::SmartPtr<Kiln::Services::Library> library) {
+  // Both are given back before this returns, whoever would destroy the parameters.
+  const Kiln::PropertyManager ownManager = std::move(manager);
+  const Kiln::SmartPtr<Kiln::Services::Library> ownLibrary = std::move(library);
+  if (name.view() != Effect::pluginName) return nullptr;
+  return new (host.allocator()) Kiln::XUL::EffectPlugin(host, name, ownManager, ownLibrary);
+}

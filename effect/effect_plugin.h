@@ -1,0 +1,159 @@
+// The plug-in "effect": the tab of page effects, and its part in PrintTickets.
+//
+// The host connects the class's members to its signals, so it is one class; its files go by feature: the frame and the
+// wiring (effect_plugin.cpp), page_transforms.cpp, watermark/tab.cpp, watermark/changes.cpp, overlay/tab.cpp,
+// overlay/creation.cpp, print_ticket.cpp, profile.cpp.
+#pragma once
+
+#include "effect/vocabulary.h"
+#include "effect/watermark/watermarks.h"
+#include "kiln/plugin.h"
+
+#include <initializer_list>
+#include <string>
+#include <utility>
+
+namespace Kiln::XUL {
+
+class EffectPlugin final : public UIPlugin, public PTPlugin {
+ public:
+  EffectPlugin(Host& lender, const String& name, const PropertyManager& properties,
+               SmartPtr<Services::Library> ownLibrary);
+
+  // UIPlugin
+  void create() override;
+  void initialise() override;
+  void configureUI(SmartPtr<GUI> newGui) override;
+  bool rootlessActivation() override;
+
+  // PTPlugin
+  SmartPtr<Dom::INode> getSchema() override;
+  SmartPtr<Dom::INode> convertPMtoPT(Property& properties, PTLevel level) override;
+  void convertPTtoPM(SmartPtr<Dom::INode> ticket, Property& properties) override;
+
+  // The frame.
+  void onGUIReady(SmartPtr<GUI> readyGui);
+  void onHelp(EventArg<TabPanel> event);
+
+  // Page transforms.
+  void setupRotate180ForA3LD();
+  void NegativeSelectionChange(ModelSelectionChange& change);
+  void MirrorSelectionChange(ModelSelectionChange& change);
+  void Rotate180SelectionChange(ModelSelectionChange& change);
+  void Rotate180ForA3LDSelectionChange(ModelSelectionChange& change);
+  void DisableNegativeImage(ModelEnableChange& change);
+  void DisableMirrorImage(ModelEnableChange& change);
+  void DisableRotate180(ModelEnableChange& change);
+  void OnClickNegativeImage(EventArg<Toggle> event);
+  void OnClickMirrorImage(EventArg<Toggle> event);
+  void OnClickRotate180(EventArg<Toggle> event);
+  void OnClickRotate180ForA3LD(EventArg<Toggle> event);
+  void sendNegativeImageTransitions(bool on);
+  void sendMirrorTransitions(bool on);
+  void sendRotate180Transitions(bool on);
+
+  // The watermark side.
+  void setupWM();
+  void WMSelectionChange(ModelSelectionChange& change);
+  void FirstPageSelectionChange(ModelSelectionChange& change);
+  void WMOccuranceSelectionChange(ModelSelectionChange& change);
+  void DisableWM(ModelEnableChange& change);
+  void DisableWMFirstPageOnly(ModelEnableChange& change);
+  void DisableWMOccurance(ModelEnableChange& change);
+  void onWMFirstPage(EventArg<Toggle> event);
+  void onWMPerPage(EventArg<Toggle> event);
+  void onWMChange(EventArg<ListBox> event);
+  void onAddWM(EventArg<Button> event);
+  void onEditWM(EventArg<Button> event);
+  void onDeleteWM(EventArg<Button> event);
+  void onOkWMDelete(SubDialogEventArg& event);
+
+  // The overlay side.
+  void setupOverlay();
+  void OvlSelectionChange(ModelSelectionChange& change);
+  void OvlOccuranceSelectionChange(ModelSelectionChange& change);
+  void OvlLayeringSelectionChange(ModelSelectionChange& change);
+  void DisableOvl(ModelEnableChange& change);
+  void DisableOvlOccurance(ModelEnableChange& change);
+  void DisableOvlLayering(ModelEnableChange& change);
+  void onOvlOverlay(EventArg<Toggle> event);
+  void onOvlPerPage(EventArg<Toggle> event);
+  void onPrintJobOverlay(ModelSelectionChange& change);
+  void popupOvlPrintDlg(SmartPtr<GUI> readyGui);
+  void onPreAccept(SmartPtr<PreAcceptPanel> panel);
+
+  // Profiles.
+  void onImportProfile(ImportExportEventArg event);
+  void onExportProfile(ImportExportEventArg event);
+
+ private:
+  using Pairs = std::initializer_list<std::pair<Effect::Name, Effect::Name>>;
+
+  // Sends property/value pairs to the host as one transition.
+  void send(Pairs pairs);
+
+  // A property's value; empty when the root has no such child.
+  WString propertyValue(Effect::Name property);
+  WString settingValue(Effect::Name key);
+
+  // Whether a property of the model has exactly this value.
+  bool propertyIs(Effect::Name property, Effect::Name value);
+  std::string uiMode();
+
+  // The tab's widget of that id and kind; empty when the layout has none.
+  template <class Kind>
+  SmartPtr<Kind> widget(Effect::Name id) const {
+    return smartCast<Kind>(gui->widgetById(id));
+  }
+
+  void connectEnableChanges();
+  void connectSelectionChanges();
+  void connectTabPanel();
+  void bindPageTransforms();
+  bool hidesMirrorImage();
+  bool hidesRotate180ForA3LD();
+
+  SmartPtr<Watermarks> newWatermarks();
+  void bindWatermarkWidgets();
+  void showWatermarks();
+  bool isWatermarkLocked();
+  std::u16string knownWatermark(std::u16string_view id);
+  void writeWatermarkDetails(std::u16string_view id);
+  void offerWatermarks();
+  void withdrawWatermarks();
+  void removeWatermarkItem(std::u16string_view id);
+  void refreshWatermarkList();
+  void selectWatermark(std::u16string_view id);
+
+  SmartPtr<GUI> gui;
+
+  // Each empty where the layout has no such widget.
+  struct PageTransforms {
+    SmartPtr<CheckBox> rotate180Box;
+    SmartPtr<CheckBox> rotate180ForA3LDBox;
+    SmartPtr<CheckBox> negativeImageBox;
+    SmartPtr<CheckBox> mirrorImageBox;
+  } transforms;
+
+  struct WatermarkSide {
+    SmartPtr<Alignment> leftBox;
+    SmartPtr<Watermarks> store;  // empty until the tab is set up or, without a tab, a watermark is selected
+
+    // Each empty where there is no tab, or the layout has no such widget.
+    SmartPtr<ListBox> list;
+    SmartPtr<Button> addButton;
+    SmartPtr<Button> editButton;
+    SmartPtr<Button> deleteButton;
+    SmartPtr<Toggle> firstPageBox;
+    SmartPtr<Toggle> perPageBox;
+    SmartPtr<Widget> caption;
+  } watermark;
+
+  struct OverlaySide {
+    SmartPtr<Alignment> leftBox;
+    SmartPtr<Toggle> layeringBox;
+    SmartPtr<Toggle> perPageBox;
+  } overlay;
+};
+
+}  // namespace Kiln::XUL

@@ -1,0 +1,59 @@
+#include "effect/list_order.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace Effect {
+namespace {
+
+constexpr bool isBetween(char16_t unit, char16_t first, char16_t last) { return unit >= first && unit <= last; }
+
+// Blocks in which capitals and small letters alternate, the capital first at an even or at an odd number.
+constexpr bool isAlternatingCapital(char16_t unit) {
+  const bool isEven = unit % 2 == 0;
+  if (isBetween(unit, 0x0100, 0x0137) || isBetween(unit, 0x014A, 0x0177)) return isEven && unit != 0x0130;
+  if (isBetween(unit, 0x0139, 0x0148) || isBetween(unit, 0x0179, 0x017E)) return !isEven;
+  return isBetween(unit, 0x0460, 0x0481) || isBetween(unit, 0x1E00, 0x1E95) ? isEven : false;
+}
+
+}  // namespace
+
+// The plug-in carries no locale library, which would quadruple its size, so the mapping is Unicode's simple one, told
+// by ranges.
+char16_t lowerCase(char16_t unit) {
+  const auto shifted = [unit](int distance) { return static_cast<char16_t>(unit + distance); };
+  if (isBetween(unit, u'A', u'Z')) return shifted(32);
+  if (unit < 0x00C0) return unit;
+  if (isBetween(unit, 0x00C0, 0x00DE)) return unit == 0x00D7 ? unit : shifted(32);
+  if (unit == 0x0178) return 0x00FF;
+  if (isAlternatingCapital(unit)) return shifted(1);
+  if (unit == 0x0386) return 0x03AC;
+  if (isBetween(unit, 0x0388, 0x038A)) return shifted(37);
+  if (unit == 0x038C) return 0x03CC;
+  if (isBetween(unit, 0x038E, 0x038F)) return shifted(63);
+  if (isBetween(unit, 0x0391, 0x03AB)) return unit == 0x03A2 ? unit : shifted(32);
+  if (isBetween(unit, 0x0400, 0x040F)) return shifted(80);
+  if (isBetween(unit, 0x0410, 0x042F)) return shifted(32);
+  if (isBetween(unit, 0xFF21, 0xFF3A)) return shifted(32);
+  return unit;
+}
+
+void orderByLabel(Kiln::XUL::ListData& list, std::int32_t fixed) {
+  struct Entry {
+    std::u16string label;
+    Kiln::SmartPtr<Kiln::XUL::ListItem> item;
+  };
+  std::vector<Entry> entries;
+  while (list.count() > fixed) {
+    const auto item = list.remove(list.count() - 1);
+    std::u16string label = item->displayedText().str();
+    std::transform(label.begin(), label.end(), label.begin(), lowerCase);
+    entries.push_back({std::move(label), item});
+  }
+  std::reverse(entries.begin(), entries.end());
+  std::stable_sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) { return a.label < b.label; });
+  for (const Entry& entry : entries) list.insert(list.count(), entry.item);
+}
+
+}  // namespace Effect

@@ -1,0 +1,110 @@
+// What the compiler's static runtime leaves behind when the library is unloaded, given back.
+//
+// An application that prints twice loads and unloads the plug-in twice, so whatever one load leaves behind
+// adds up until the process dies. mingw-w64's runtime leaves two things:
+//
+// - The state of exceptions in flight is kept for each thread. The compiler asks __emutls_get_address for it,
+//   and the runtime's own answer takes a thread-local slot, through a thread library that never frees it:
+//   after a thousand loads the process has none left. This file answers instead, with one fibre-local slot.
+//   Freeing such a slot also calls back for what every thread still holds in it.
+// - 73 kB are reserved to throw from when memory has run out; __freeres gives them back.
+//
+// The rest of the library keeps away from that thread library: it is compiled with -fno-threadsafe-statics
+// (every call comes on the host's one UI thread) and has no std::mutex, std::call_once or thread_local object
+// with a destructor. Other compilers for Windows need none of this.
+
+#if defined(__MINGW32__)
+
+#include <windows.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <malloc.h>
+
+namespace __gnu_cxx {
+void __freeres(); // in the runtime, but in none of its headers
+}
+
+namespace {
+
+/// The compiler's description of a thread-local variable.
+struct Variable {
+  std::size_t size;
+  std::size_t alignment;
+  void* unused;
+  const void* initialValue; // null for all zero
+};
+
+/// One thread's copy of one variable. A thread has a handful at most.
+struct Copy {
+  Copy* next;
+  const Variable* variable;
+  void* storage;
+};
+
+/// Called by the system for each thread that ends, and for each that is still there when the slot is freed.
+void WINAPI freeCopies(void* first) {
+  for (auto* copy = static_cast<Copy*>(first); copy;) {
+    Copy* next = copy->next;
+    _aligned_free(copy->storage);
+    std::free(copy);
+    copy = next;
+  }
+}
+
+/// The first object of the library to be made and so the last to go: destructors after it may neither throw
+/// nor catch.
+class Runtime {
+public:
+  Runtime() : slot(FlsAlloc(freeCopies)) {}
+
+  ~Runtime() {
+    FlsFree(slot);
+    __gnu_cxx::__freeres();
+  }
+
+  bool isComplete() const { return slot != FLS_OUT_OF_INDEXES; }
+
+  void* find(const Variable& variable) {
+    auto* first = static_cast<Copy*>(FlsGetValue(slot));
+    for (Copy* copy = first; copy; copy = copy->next)
+      if (copy->variable == &variable)
+        return copy->storage;
+    return add(variable, first);
+  }
+
+private:
+  void* add(const Variable& variable, Copy* first) {
+    auto* copy = static_cast<Copy*>(std::malloc(sizeof(Copy)));
+    void* storage = _aligned_malloc(variable.size, variable.alignment);
+    // Reached on the way to throwing, where there is nobody to tell.
+    if (!copy || !storage)
+      std::abort();
+    if (variable.initialValue)
+      std::memcpy(storage, variable.initialValue, variable.size);
+    else
+      std::memset(storage, 0, variable.size);
+    *copy = {first, &variable, storage};
+    if (!FlsSetValue(slot, copy))
+      std::abort();
+    return storage;
+  }
+
+  DWORD slot;
+};
+
+__attribute__((init_priority(101))) Runtime runtime;
+
+} // namespace
+
+extern "C" {
+
+void* __emutls_get_address(void* variable) { return runtime.find(*static_cast<const Variable*>(variable)); }
+
+/// Without its slot the library does not load, rather than ending the process at the first exception.
+BOOL WINAPI DllMain(HINSTANCE, DWORD reason, void*) {
+  return reason != DLL_PROCESS_ATTACH || runtime.isComplete();
+}
+}
+
+#endif

@@ -1,0 +1,51 @@
+// The plug-in's part in PrintTickets. The conversion is the host's, by the schema document; the schema does not know
+// multiple overlays, so they travel as the plain overlay option and are told from it by their list of files.
+#include "effect/effect_plugin.h"
+
+namespace Kiln::XUL {
+
+using namespace Effect;
+
+namespace {
+
+// While it lives, an overlay property that says "multiple" says "one".
+class SingleOverlay {
+ public:
+  explicit SingleOverlay(SmartPtr<Property> overlayImage) : property(std::move(overlayImage)) {
+    if (!property || !property->equals(Value::multipleOverlayImage)) {
+      property.reset();
+    } else {
+      property->setValue(Value::overlayImage);
+    }
+  }
+  SingleOverlay(const SingleOverlay&) = delete;
+  SingleOverlay& operator=(const SingleOverlay&) = delete;
+  ~SingleOverlay() {
+    if (property) property->setValue(Value::multipleOverlayImage);
+  }
+
+ private:
+  SmartPtr<Property> property;
+};
+
+}  // namespace
+
+SmartPtr<Dom::INode> EffectPlugin::getSchema() { return tickets->loadSchema(Address::ticketSchema); }
+
+SmartPtr<Dom::INode> EffectPlugin::convertPMtoPT(Property& properties, PTLevel level) {
+  const auto element = host().documents()->createElement(u"PrintTicket", u"psk", u"psk");
+  const SingleOverlay single(properties.child(Prop::overlayImage));
+  tickets->propertiesToTicket(*this, element, properties, level);
+  return element;
+}
+
+void EffectPlugin::convertPTtoPM(SmartPtr<Dom::INode> ticket, Property& properties) {
+  tickets->ticketToProperties(*this, std::move(ticket), properties);
+  const auto overlayImage = properties.child(Prop::overlayImage);
+  if (!overlayImage || !overlayImage->equals(Value::overlayImage)) return;
+  const auto source = properties.child(Prop::overlaySourceFileName);
+  if (source && source->narrowValue().view().find('$') != std::string_view::npos)
+    overlayImage->setValue(Value::multipleOverlayImage);
+}
+
+}  // namespace Kiln::XUL

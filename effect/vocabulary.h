@@ -1,0 +1,160 @@
+// Every name that the plug-in shares with hosts, layouts and tickets, once: properties and their values, widget ids,
+// settings, addresses, string-table references. Odd spellings ("Occurance") are what the others spell, too.
+#pragma once
+
+#include <string_view>
+
+namespace Effect {
+
+using Name = std::u16string_view;
+
+namespace Prop {
+inline constexpr Name watermarkSel = u"WatermarkSel";
+inline constexpr Name watermark = u"Watermark";
+inline constexpr Name firstPageOnly = u"FirstPageOnly";
+inline constexpr Name watermarkOccurance = u"WatermarkOccurance";
+inline constexpr Name watermarkLayering = u"WatermarkLayering";
+inline constexpr Name watermarkText = u"WatermarkText";
+inline constexpr Name watermarkTextAngle = u"WatermarkTextAngle";
+inline constexpr Name watermarkTextColour = u"WatermarkTextColour";
+inline constexpr Name watermarkTextFont = u"WatermarkTextFont";
+inline constexpr Name watermarkTextFontSize = u"WatermarkTextFontSize";
+inline constexpr Name watermarkTextHeight = u"WatermarkTextHeight";
+inline constexpr Name watermarkTextWidth = u"WatermarkTextWidth";
+inline constexpr Name watermarkTextOutline = u"WatermarkTextOutline";
+inline constexpr Name watermarkTextScale = u"WatermarkTextScale";
+inline constexpr Name watermarkTextStyle = u"WatermarkTextStyle";
+inline constexpr Name watermarkTextTransparency = u"WatermarkTextTransparency";
+
+inline constexpr Name overlaySel = u"OverlaySel";
+inline constexpr Name overlayImage = u"OverlayImage";
+inline constexpr Name overlayOccurance = u"OverlayOccurance";
+inline constexpr Name overlayLayering = u"OverlayLayering";
+inline constexpr Name overlayImageCreate = u"OverlayImageCreate";
+inline constexpr Name multipleOverlayDetails = u"MultipleOverlayDetails";
+inline constexpr Name overlaySourceFileName = u"OverlaySourceFileName";
+inline constexpr Name overlayName = u"OverlayName";
+inline constexpr Name overlayImageName = u"OverlayImageName";
+inline constexpr Name overlayDestFileName = u"OverlayDestFileName";
+inline constexpr Name ovlDestCreated = u"OvlDestCreated";
+inline constexpr Name cancelJob = u"CancelJob";
+inline constexpr Name nin1 = u"Nin1";
+
+inline constexpr Name negativeImage = u"NegativeImage";
+inline constexpr Name mirrorImage = u"MirrorImage";
+inline constexpr Name rotate180 = u"Rotate180";
+inline constexpr Name rotate180ForA3LD = u"Rotate180ForA3LD";
+
+// What the printer and the job are; only read.
+inline constexpr Name modelNumber = u"ModelNumber";
+inline constexpr Name modelSelection = u"ModelSelection";
+inline constexpr Name product = u"Product";
+inline constexpr Name outputPDL = u"OutputPDL";
+inline constexpr Name driverTech = u"DriverTech";
+inline constexpr Name printJob = u"PrintJob";
+
+// Arguments of the XML customisation.
+inline constexpr Name xmlCustomisation = u"XMLCustomisation";
+inline constexpr Name a3LD180Degree = u"A3LD180Degree";
+}  // namespace Prop
+
+namespace Value {
+inline constexpr Name yes = u"True";
+inline constexpr Name no = u"False";
+inline constexpr Name none = u"None";
+inline constexpr Name on = u"On";
+inline constexpr Name off = u"Off";
+inline constexpr Name perPage = u"PerPage";
+inline constexpr Name watermark = u"Watermark";
+inline constexpr Name overlayImage = u"OverlayImage";
+inline constexpr Name multipleOverlayImage = u"MultipleOverlayImage";
+inline constexpr Name overlay = u"Overlay";
+inline constexpr Name underlay = u"Underlay";
+inline constexpr Name negative = u"Negative";
+inline constexpr Name mirrorImage = u"MirrorImage";
+
+// Also the on value of Rotate180ForA3LD.
+inline constexpr Name rotate180 = u"Rotate180";
+
+inline constexpr Name modelKVT = u"KVT";
+inline constexpr Name familyTarra = u"Tarra";
+inline constexpr Name familyVarnholt = u"Varnholt";
+inline constexpr Name familyQuellspire = u"Quellspire";
+inline constexpr Name productTev = u"Tev";
+inline constexpr Name pclxl = u"PCLXL";
+inline constexpr Name pscript = u"PSCRIPT";
+
+// The XML customisation writes its flags in lower case.
+inline constexpr Name customisationTrue = u"true";
+inline constexpr Name customisationFalse = u"false";
+}  // namespace Value
+
+namespace WidgetId {
+inline constexpr Name leftBox = u"effect_common_leftbox";
+
+inline constexpr Name watermarkCaption = u"lbl_WM";
+inline constexpr Name watermarkList = u"lst_selectedWatermark";
+inline constexpr Name watermarkAdd = u"btn_WMAdd";
+inline constexpr Name watermarkEdit = u"btn_WMEdit";
+inline constexpr Name watermarkDelete = u"btn_WMDel";
+inline constexpr Name watermarkFirstPage = u"ePTKWPageWatermark_PrintFirstPageOnly";
+inline constexpr Name watermarkPerPage = u"ePTKWPageWatermark_PrintPerPage";
+
+inline constexpr Name overlayCaption = u"lbl_Ovl";
+inline constexpr Name overlayList = u"cmb_EffOverlay";
+inline constexpr Name overlayDetails = u"but_EffDet";
+inline constexpr Name overlayDelete = u"btn_OvlDel";
+inline constexpr Name overlayLayering = u"ePTKWJobOverlayImage_Layering";
+inline constexpr Name overlayPerPage = u"ePTKWJobOverlayImage_PrintPerPage";
+inline constexpr Name overlayPicture = u"img_EffOverlay";
+
+inline constexpr Name negativeImage = u"ePTKWPageNegativeImage";
+inline constexpr Name mirrorImage = u"ePTKWPageMirrorImage";
+inline constexpr Name rotate180 = u"chk_EffRot180Deg";
+inline constexpr Name rotate180ForA3LD = u"chk_EffRot180DegForA3LD";
+
+inline constexpr Name securityPatternEdit = u"but_EffSecPatEdt";
+inline constexpr Name securityPatternDelete = u"but_EffSecPatDel";
+inline constexpr Name securityPatternLayering = u"ePTKWJobOverlayImage_Layering_HSP_Overlay";
+}  // namespace WidgetId
+
+namespace Setting {
+inline constexpr Name uiMode = u"UIMode";
+inline constexpr Name userPath = u"kilnworks.user.path";
+inline constexpr Name localDataPath = u"kilnworks.user.localdata.path";
+inline constexpr Name userDataSupport = u"kilnworks.tips.userdata.support";
+inline constexpr Name defaultUserDataHide = u"kilnworks.defaultuserdata.hide";
+inline constexpr Name a3LDRotation = u"kilnworks.A3LDRotate180.rotation";
+}  // namespace Setting
+
+namespace Address {
+inline constexpr Name tabLayout = u"chrome://effect/content/tab_effect.xul";
+inline constexpr Name ticketSchema = u"chrome://effect/content/schema_effect.xml";
+inline constexpr Name builtInWatermarks = u"chrome://effect/content/effect.xml";
+inline constexpr Name watermarkEditor = u"chrome://effect/content/dlg_watermark.xul";
+inline constexpr Name confirmDelete = u"chrome://base/content/dlg_confirmdelete.xul";
+inline constexpr Name downloadedIcon = u"chrome://base/content/bitmaps/tips_UD_tb.bmp";
+}  // namespace Address
+
+namespace Token {
+inline constexpr Name none = u"$IDS_NONE;";
+inline constexpr Name rotate180ForA3LD = u"$IDS_EFFECT_ROTATE_180_A3_LD;";
+inline constexpr Name rotate180ForA3LDByController = u"$IDS_EFFECT_ROTATE_180_A3_LD_CONTROLLER;";
+}  // namespace Token
+
+// The attribute that lists the names of locked properties.
+inline constexpr Name lockAttribute = u"lock";
+
+// The scope of pictures that all plug-ins share.
+inline constexpr Name globalScope = u"global";
+
+// The tab's id, which is also its help topic.
+inline constexpr Name tabId = u"pro_tab_effect";
+
+inline constexpr std::string_view pluginName = "effect";
+
+inline constexpr std::string_view modeDocProp = "DocProp";
+inline constexpr std::string_view modePDC = "PDC";
+inline constexpr std::string_view modePrePrint = "PrePrint";
+
+}  // namespace Effect

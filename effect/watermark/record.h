@@ -1,0 +1,70 @@
+// A watermark record: a document node whose children are its fields, each a text.
+#pragma once
+
+#include "effect/vocabulary.h"
+#include "kiln/host.h"
+
+#include <string>
+
+namespace Effect {
+
+using Node = Kiln::SmartPtr<Kiln::Dom::INode>;
+
+namespace Field {
+inline constexpr Name label = u"label";          // the text that is printed
+inline constexpr Name stylename = u"stylename";  // the name in the list
+inline constexpr Name fontname = u"fontname";
+inline constexpr Name fontsize = u"fontsize";    // points
+inline constexpr Name fontstyle = u"fontstyle";
+inline constexpr Name colour = u"colour";        // "#" and six hexadecimal digits
+inline constexpr Name angle = u"angle";          // degrees, counter-clockwise
+inline constexpr Name positionX = u"positionX";  // "L", "C" or "R"
+inline constexpr Name positionY = u"positionY";  // "U", "C" or "L"
+inline constexpr Name printStyle = u"printStyle";
+inline constexpr Name transparency = u"transparency";  // holds the field intensity
+inline constexpr Name intensity = u"intensity";        // per cent
+inline constexpr Name value = u"value";                // the record's id
+inline constexpr Name downloaded = u"downloaded";
+inline constexpr Name defaultSetting = u"DefaultSetting";  // holds the fields that the editor restores
+
+// In memory only: the file that the record belongs to, and the id and name that it has there where they are others.
+inline constexpr Name sourceFile = u"SourceFile";
+inline constexpr Name origId = u"OrigId";
+inline constexpr Name origName = u"OrigName";
+}  // namespace Field
+
+namespace PrintStyle {
+inline constexpr Name solid = u"Solid";
+inline constexpr Name outline = u"Outline";
+inline constexpr Name transparency = u"Transparency";
+}  // namespace PrintStyle
+
+// The id of the NoneRecord: no watermark.
+inline constexpr Name noneId = u"0";
+
+// Ends the id of a record that was downloaded.
+inline constexpr Name downloadedEnding = u"_G";
+
+// A field's text; empty where the record has no such field.
+Kiln::WString fieldText(Kiln::Dom::INode& record, Name field);
+void setField(Kiln::Dom::INode& record, Name field, Kiln::WStringView text);
+bool hasField(Kiln::Dom::INode& record, Name field);
+bool isDownloaded(Kiln::Dom::INode& record);
+
+// Whether a record of that name can be in the store: names are not empty, and "None" is the NoneRecord's.
+bool isUsableName(std::u16string_view stylename);
+
+// The face of a record that names none: one that has the characters of the user's language.
+Name defaultFace(Kiln::Host& host);
+
+// The NoneRecord, from which new records are made too; it belongs to the file at that path.
+Node noneRecord(Kiln::Host& host, Kiln::WStringView sourceFile);
+
+// A copy of a record as its file holds it: with the id and the name that it has there, and nothing that is only of
+// this memory.
+Node asWritten(Kiln::Dom::INode& record);
+
+// Removes the fields that are only of this memory.
+void stripMemoryFields(Kiln::Dom::INode& record);
+
+}  // namespace Effect

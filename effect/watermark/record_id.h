@@ -1,0 +1,29 @@
+// Ids of the watermarks that a user makes: "WM_" and a number in the shape of a GUID.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <random>
+#include <string>
+
+namespace Effect {
+
+// The random numbers in one id.
+using IdDraws = std::array<std::uint32_t, 10>;
+
+// WM_TIME_A_B_CD_EFGHIJ: the seconds, the low 16 bits of two draws, the low 8 bits of eight more; upper-case hexadecimal
+// digits without leading zeros, so that the length varies.
+std::u16string recordId(std::uint32_t seconds, const IdDraws& draws);
+
+class RecordIds {
+ public:
+  // Seeded with the time, finely enough that two processes which start together go apart.
+  RecordIds();
+
+  std::u16string next();
+
+ private:
+  std::mt19937 generator;
+};
+
+}  // namespace Effect

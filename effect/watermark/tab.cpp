@@ -1,0 +1,216 @@
+// The watermark side of the tab: what it shows, and what it follows. changes.cpp adds, edits and deletes.
+#include "effect/effect_plugin.h"
+#include "effect/list_order.h"
+#include "effect/option_box.h"
+#include "effect/watermark/numbers.h"
+
+namespace Kiln::XUL {
+
+using namespace Effect;
+
+namespace {
+
+// The none entry keeps its place at the top of the list.
+constexpr std::int32_t fixedEntries = 1;
+
+void enableIfThere(Widget* widget) {
+  if (widget != nullptr) widget->enable();
+}
+
+void disableIfThere(Widget* widget) {
+  if (widget != nullptr) widget->disable();
+}
+
+std::u16string integerText(Dom::INode& record, Name field) {
+  return decimalText(leadingInteger(fieldText(record, field).view()));
+}
+
+// A colour with the transparency in front that the print path expects: "#00" and the six digits.
+std::u16string printColour(std::u16string_view colour) {
+  return u"#00" + std::u16string(colour.substr(std::min<std::size_t>(1, colour.size()), 6));
+}
+
+std::u16string transparencyText(Dom::INode& record) {
+  const Node transparency = record.child(Field::transparency);
+  const bool applies = fieldText(record, Field::printStyle).view() == PrintStyle::transparency;
+  return applies && transparency ? integerText(*transparency, Field::intensity) : u"0";
+}
+
+}  // namespace
+
+void EffectPlugin::setupWM() {
+  watermark.store = newWatermarks();
+  bindWatermarkWidgets();
+  showWatermarks();
+  if (watermark.list) connect(*watermark.list->changeSignal(), *this, &EffectPlugin::onWMChange);
+  if (watermark.addButton) connect(*watermark.addButton->clickSignal(), *this, &EffectPlugin::onAddWM);
+  if (watermark.editButton) connect(*watermark.editButton->clickSignal(), *this, &EffectPlugin::onEditWM);
+  if (watermark.deleteButton) connect(*watermark.deleteButton->clickSignal(), *this, &EffectPlugin::onDeleteWM);
+  if (watermark.firstPageBox) connect(*watermark.firstPageBox->changeSignal(), *this, &EffectPlugin::onWMFirstPage);
+  if (watermark.perPageBox) connect(*watermark.perPageBox->changeSignal(), *this, &EffectPlugin::onWMPerPage);
+  if (watermark.store->isFull()) disableIfThere(watermark.addButton.get());
+}
+
+SmartPtr<Watermarks> EffectPlugin::newWatermarks() {
+  SmartPtr<Watermarks> store(new (host().allocator()) Watermarks(host(), propertyManager(), false));
+  if (!store) throw std::bad_alloc();
+  return store;
+}
+
+void EffectPlugin::bindWatermarkWidgets() {
+  watermark.list = widget<ListBox>(WidgetId::watermarkList);
+  watermark.addButton = widget<Button>(WidgetId::watermarkAdd);
+  watermark.editButton = widget<Button>(WidgetId::watermarkEdit);
+  watermark.deleteButton = widget<Button>(WidgetId::watermarkDelete);
+  watermark.firstPageBox = widget<Toggle>(WidgetId::watermarkFirstPage);
+  watermark.perPageBox = widget<Toggle>(WidgetId::watermarkPerPage);
+  watermark.caption = gui->widgetById(WidgetId::watermarkCaption);
+}
+
+void EffectPlugin::showWatermarks() {
+  if (!watermark.list) return;
+  const auto items = host().listData();
+  watermark.store->fillList(*items, host().image(Address::downloadedIcon, globalScope));
+  orderByLabel(*items, fixedEntries);
+  watermark.list->setData(items);
+}
+
+// The items as they are now, in order.
+void EffectPlugin::refreshWatermarkList() {
+  if (!watermark.list) return;
+  const auto items = watermark.list->data();
+  orderByLabel(*items, fixedEntries);
+  watermark.list->setData(items);
+}
+
+void EffectPlugin::onWMChange(EventArg<ListBox> event) {
+  if (const auto item = event.source().selectedItem()) selectWatermark(item->value().view());
+}
+
+// Selecting none switches the watermark off.
+void EffectPlugin::selectWatermark(std::u16string_view id) {
+  send({{Prop::watermarkSel, id}, {Prop::watermark, id == noneId ? Value::none : Value::watermark}});
+}
+
+void EffectPlugin::WMSelectionChange(ModelSelectionChange& change) {
+  const bool isLocked = isWatermarkLocked();
+  // At print time the files may have changed since the last look.
+  if (!watermark.store || uiMode() == modePrePrint) watermark.store = newWatermarks();
+
+  const std::u16string id = knownWatermark(change.value.view());
+  writeWatermarkDetails(id);
+  if (watermark.list) watermark.list->selectValue(id);
+  if (watermark.editButton && watermark.deleteButton && watermark.perPageBox && !isLocked) {
+    const bool isAny = id != noneId;
+    watermark.editButton->setEnabled(isAny);
+    watermark.deleteButton->setEnabled(isAny);
+    watermark.perPageBox->setEnabled(isAny);
+  }
+  if (id == noneId) send({{Prop::watermark, Value::none}});
+}
+
+bool EffectPlugin::isWatermarkLocked() {
+  const auto locked = host().attributeNames(lockAttribute);
+  for (std::int32_t i = 0; i < locked->count(); ++i)
+    if (locked->at(i).view() == Prop::watermarkSel) return true;
+  return false;
+}
+
+// The id of the record that is meant: the one of that id, else the downloaded one, else none.
+std::u16string EffectPlugin::knownWatermark(std::u16string_view id) {
+  if (watermark.store->record(id)) return std::u16string(id);
+  const auto marksDownloaded = propertyManager()->configuration()->child(Setting::userDataSupport);
+  const std::u16string downloadedId = std::u16string(id) + std::u16string(downloadedEnding);
+  if (marksDownloaded && marksDownloaded->boolValue() && watermark.store->record(downloadedId)) return downloadedId;
+  return std::u16string(noneId);
+}
+
+// What the print path reads: the record's fields, in its own forms.
+void EffectPlugin::writeWatermarkDetails(std::u16string_view id) {
+  Dom::INode& record = *watermark.store->record(id);
+  const auto model = propertyManager()->modelProperties();
+  const auto write = [&model](Name property, WStringView value) {
+    if (const auto found = model->child(property)) found->setValue(value);
+  };
+  const auto copy = [&](Name property, Name field) { write(property, fieldText(record, field)); };
+
+  write(Prop::watermarkText, id == noneId ? WString() : host().translate(fieldText(record, Field::label)));
+  copy(Prop::watermarkTextWidth, Field::positionX);
+  copy(Prop::watermarkTextHeight, Field::positionY);
+  write(Prop::watermarkTextScale, Value::yes);
+  write(Prop::watermarkLayering, Value::overlay);
+  write(Prop::watermarkTextFontSize, integerText(record, Field::fontsize));
+  // An upright text has 360, not 0: the print path counts the other way round.
+  write(Prop::watermarkTextAngle,
+        decimalText(std::int64_t{360} - leadingInteger(fieldText(record, Field::angle).view())));
+  copy(Prop::watermarkTextStyle, Field::fontstyle);
+  copy(Prop::watermarkTextFont, Field::fontname);
+  write(Prop::watermarkTextColour, printColour(fieldText(record, Field::colour).view()));
+  write(Prop::watermarkTextTransparency, transparencyText(record));
+  const bool isOutline = fieldText(record, Field::printStyle).view() == PrintStyle::outline;
+  write(Prop::watermarkTextOutline, isOutline ? Value::yes : Value::no);
+}
+
+void EffectPlugin::DisableWM(ModelEnableChange& change) {
+  if (isWatermarkLocked()) {
+    // The user cannot change it, only see what it is.
+    if (watermark.list) watermark.list->selectValue(propertyValue(Prop::watermarkSel));
+    disableIfThere(watermark.addButton.get());
+    disableIfThere(watermark.editButton.get());
+    disableIfThere(watermark.deleteButton.get());
+  } else if (change.enabled) {
+    offerWatermarks();
+  } else {
+    withdrawWatermarks();
+  }
+}
+
+void EffectPlugin::offerWatermarks() {
+  enableIfThere(watermark.list.get());
+  enableIfThere(watermark.caption.get());
+  if (propertyIs(Prop::watermarkSel, noneId)) {
+    disableIfThere(watermark.editButton.get());
+    disableIfThere(watermark.deleteButton.get());
+    send({{Prop::watermark, Value::none}, {Prop::watermarkSel, noneId}});
+  } else {
+    enableIfThere(watermark.editButton.get());
+    enableIfThere(watermark.deleteButton.get());
+  }
+  if (!watermark.store->isFull()) enableIfThere(watermark.addButton.get());
+}
+
+void EffectPlugin::withdrawWatermarks() {
+  if (watermark.list) watermark.list->select(0);
+  disableIfThere(watermark.list.get());
+  disableIfThere(watermark.caption.get());
+  disableIfThere(watermark.addButton.get());
+  disableIfThere(watermark.editButton.get());
+  disableIfThere(watermark.deleteButton.get());
+  send({{Prop::watermark, Value::none}, {Prop::watermarkSel, noneId}});
+}
+
+void EffectPlugin::FirstPageSelectionChange(ModelSelectionChange& change) {
+  followValue(watermark.firstPageBox.get(), change, Value::yes);
+}
+
+void EffectPlugin::WMOccuranceSelectionChange(ModelSelectionChange& change) {
+  followValue(watermark.perPageBox.get(), change, Value::perPage);
+}
+
+void EffectPlugin::DisableWMFirstPageOnly(ModelEnableChange& change) {
+  followAvailability(watermark.firstPageBox.get(), change, Value::yes);
+}
+
+void EffectPlugin::DisableWMOccurance(ModelEnableChange& change) {
+  followAvailability(watermark.perPageBox.get(), change, Value::perPage);
+}
+
+void EffectPlugin::onWMFirstPage(EventArg<Toggle> event) {
+  send({{Prop::firstPageOnly, event.source().isChecked() ? Value::yes : Value::no}});
+}
+
+void EffectPlugin::onWMPerPage(EventArg<Toggle> event) {
+  send({{Prop::watermarkOccurance, event.source().isChecked() ? Value::perPage : Value::none}});
+}
+
+}  // namespace Kiln::XUL

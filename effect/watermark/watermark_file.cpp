@@ -1,0 +1,110 @@
+#include "effect/watermark/watermark_file.h"
+
+#include "effect/watermark/numbers.h"
+
+#include <algorithm>
+#include <optional>
+#include <vector>
+
+namespace Effect {
+
+// The host's store of a file, which notes the bytes that pass.
+class SeenStore final : public Kiln::Services::FileBackingStoreIO {
+ public:
+  SeenStore(Kiln::Allocator& lentAllocator, Kiln::SmartPtr<Kiln::Services::FileBackingStoreIO> fileStore)
+      : allocator(lentAllocator), store(std::move(fileStore)) {}
+
+  Kiln::SmartPtr<Kiln::Services::Path> path() override { return store->path(); }
+  Kiln::String readAll() override {
+    Kiln::String bytes = store->readAll();
+    seen = bytes;
+    return bytes;
+  }
+  void write(Kiln::StringView bytes) override {
+    pending += bytes.view();
+    store->write(bytes);
+  }
+  void commit() override {
+    const std::string written = std::exchange(pending, {});
+    store->commit();
+    seen = Kiln::String(allocator, written);
+  }
+
+  bool isAsSeen() { return seen && store->readAll().view() == seen->view(); }
+
+ private:
+  Kiln::Allocator& allocator;
+  Kiln::SmartPtr<Kiln::Services::FileBackingStoreIO> store;
+  std::string pending;
+  std::optional<Kiln::String> seen;  // nothing before the first reading or writing
+};
+
+WatermarkFile::WatermarkFile(Kiln::Host& lender, Kiln::SmartPtr<Kiln::Services::Path> filePath)
+    : host(lender), path(std::move(filePath)) {
+  store = Kiln::SmartPtr<SeenStore>(new (host.allocator()) SeenStore(host.allocator(), host.file(path)));
+  if (!store) throw std::bad_alloc();
+}
+
+WatermarkFile::~WatermarkFile() = default;
+
+void WatermarkFile::refuseIfBlocked() const {
+  if (!blockedBecause.empty()) throw Kiln::Exception(host.allocator(), blockedBecause);
+}
+
+Node WatermarkFile::read() {
+  refuseIfBlocked();
+  return path->exists() ? host.documents()->read(store) : Node();
+}
+
+Node WatermarkFile::readIfChanged() {
+  refuseIfBlocked();
+  return path->exists() && !store->isAsSeen() ? host.documents()->read(store) : Node();
+}
+
+void WatermarkFile::write(const Node& root) {
+  refuseIfBlocked();
+  host.documents()->write(root, store);
+}
+
+void WatermarkFile::copyFrom(Name resource) {
+  refuseIfBlocked();
+  store->write(host.resource(resource)->readAll());
+  store->commit();
+}
+
+Kiln::SmartPtr<Kiln::Services::Path> WatermarkFile::setAside() {
+  const auto folder = path->folder();
+  for (std::int64_t number = 1;; ++number) {
+    auto copy = folder->join(u"ZVeffect.damaged-" + decimalText(number) + u".xml");
+    const bool isTaken = copy->exists();
+    if (isTaken && !holdsTheSame(*copy)) continue;
+    if (!isTaken) path->copyTo(copy);
+    return copy;
+  }
+}
+
+// What cannot be read is taken for different: a copy too many harms nobody.
+bool WatermarkFile::holdsTheSame(Kiln::Services::Path& other) const {
+  try {
+    return host.file(path)->readAll().view() == host.file(&other)->readAll().view();
+  } catch (const Kiln::Exception&) {
+    return false;
+  }
+}
+
+std::vector<Node> recordsOf(Kiln::Dom::INode& root) {
+  std::vector<std::pair<Kiln::WString, Node>> named;
+  for (std::int32_t i = 0; i < root.childCount(); ++i) {
+    Node record = root.childAt(i);
+    Kiln::WString id = record->name();
+    named.emplace_back(std::move(id), std::move(record));
+  }
+  std::stable_sort(named.begin(), named.end(),
+                   [](const auto& a, const auto& b) { return a.first.view() < b.first.view(); });
+  std::vector<Node> records;
+  records.reserve(named.size());
+  for (auto& [id, record] : named) records.push_back(std::move(record));
+  return records;
+}
+
+}  // namespace Effect

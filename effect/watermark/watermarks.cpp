@@ -1,0 +1,226 @@
+// Opening the store, and changing what is in it. watermarks_save.cpp writes it.
+#include "effect/watermark/watermarks.h"
+
+#include "effect/watermark/numbers.h"
+#include "effect/watermark/sentence.h"
+
+using namespace Effect;
+
+namespace {
+
+constexpr std::int32_t hideBuiltInBit = 2;
+constexpr std::size_t mostWatermarks = 20;
+
+std::u16string settingText(Kiln::Property& settings, Name key) {
+  const auto found = settings.child(key);
+  return found ? found->wideValue().str() : std::u16string();
+}
+
+bool settingFlag(Kiln::Property& settings, Name key) {
+  const auto found = settings.child(key);
+  return found && found->boolValue();
+}
+
+std::pair<std::u16string, std::u16string> nameAndId(Kiln::Dom::INode& record, const std::u16string& id) {
+  return {fieldText(record, Field::stylename).str(), id};
+}
+
+// A file's record that has no name of its own is named by its text.
+void nameByLabel(Kiln::Dom::INode& record) {
+  if (!hasField(record, Field::stylename) && hasField(record, Field::label))
+    setField(record, Field::stylename, fieldText(record, Field::label));
+}
+
+}  // namespace
+
+Watermarks::Watermarks(Kiln::Host& lender, const Kiln::PropertyManager& properties, bool isMergedAlready)
+    : host(lender), merged(isMergedAlready) {
+  const auto settings = properties->configuration();
+  marksDownloaded = settingFlag(*settings, Setting::userDataSupport);
+  hidesBuiltIn = (leadingInteger(settingText(*settings, Setting::defaultUserDataHide)) & hideBuiltInBit) != 0;
+  const std::u16string userFolder = settingText(*settings, Setting::userPath);
+  userPath = host.path(userFolder)->join(watermarkFileName)->text().str();
+  if (userFolder.empty())
+    fileAt(userPath).block("Watermarks cannot be kept: the host setting kilnworks.user.path is empty.");
+  if (const auto localData = settings->child(Setting::localDataPath)) mergeFolder = host.path(localData->wideValue());
+  put(Text(noneId), makeNoneRecord());
+
+  if (readUserFile()) readLocalData();
+  isHeld = false;
+  writeDue();
+  due.clear();
+  isOpening = false;
+}
+
+// False when nothing more is to be read.
+bool Watermarks::readUserFile() {
+  try {
+    if (readUserFileOnce()) return true;
+    fileAt(userPath).copyFrom(Address::builtInWatermarks);
+    return readUserFileOnce();
+  } catch (const Kiln::Exception& problem) {
+    tellOnce(problem);
+    return true;
+  }
+}
+
+bool Watermarks::readUserFileOnce() {
+  WatermarkFile& file = fileAt(userPath);
+  file.refuseIfBlocked();
+  Node root;
+  try {
+    root = file.read();
+  } catch (const Kiln::Exception& problem) {
+    setAside(file, problem);
+  }
+  return root && addAll(*root, userPath);
+}
+
+void Watermarks::readLocalData() {
+  if (!mergeFolder || !mergeFolder->exists()) return;
+  std::vector<Kiln::SmartPtr<Kiln::Services::Path>> folders;
+  attempt([&] {
+    const auto names = mergeFolder->list(u"*");
+    for (std::int32_t i = 0; i < names->count(); ++i)
+      if (auto entry = mergeFolder->join(names->at(i)); entry->isFolder()) folders.push_back(std::move(entry));
+  });
+  merged = merged || folders.size() > 1 || mergeFolder->join(u"~merge")->exists();
+  for (const auto& folder : folders) {
+    const Text path = folder->join(watermarkFileName)->text().str();
+    try {
+      if (const Node root = fileAt(path).read()) addAll(*root, path);
+    } catch (const Kiln::Exception&) {
+      // It is not the user's to mend, and it is left as it is.
+    }
+  }
+}
+
+// False when there is no record below the root, whether or not any could be added.
+bool Watermarks::addAll(Kiln::Dom::INode& root, const Text& path) {
+  const std::vector<Node> found = recordsOf(root);
+  std::set<Text> idsInFile;
+  for (const Node& record : found) {
+    prepare(*record, path);
+    // Of two records with one id the second gets another, so that both stay.
+    if (const Kiln::WString id = fieldText(*record, Field::value); !id.empty() && !idsInFile.insert(id.str()).second)
+      record->removeChild(Field::value);
+    add(*record, isLocalData(path));
+  }
+  return !found.empty();
+}
+
+// Makes a record of a file what the store can take: whatever the file says of our own fields does not count.
+void Watermarks::prepare(Kiln::Dom::INode& record, const Text& path) const {
+  stripMemoryFields(record);
+  setField(record, Field::sourceFile, path);
+  nameByLabel(record);
+  if (const Node defaults = record.child(Field::defaultSetting)) nameByLabel(*defaults);
+}
+
+std::u16string Watermarks::addRecord(const Node& record) { return add(*record, false); }
+
+std::u16string Watermarks::add(Kiln::Dom::INode& given, bool isFromLocalData) {
+  const Text name = fieldText(given, Field::stylename).str();
+  if (!isUsableName(name)) return {};
+  Text id = fieldText(given, Field::value).str();
+  if (const Text same = findIdByName(name); !same.empty())
+    id = same;
+  else if (id.empty() || id == noneId)
+    id = unusedId();
+  if (isFromLocalData && marksDownloaded) id += downloadedEnding;
+  change(id, completed(given, id, isFromLocalData));
+  save();
+  return id;
+}
+
+Node Watermarks::completed(Kiln::Dom::INode& given, const Text& id, bool isFromLocalData) const {
+  Node record = given.clone();
+  if (fieldText(*record, Field::fontname).empty()) setField(*record, Field::fontname, defaultFace(host));
+  setField(*record, Field::value, id);
+  setField(*record, Field::downloaded, isFromLocalData && marksDownloaded ? Value::yes : Value::no);
+
+  // These come last, so that the merged copy has the same bytes whether or not the file was in the written form.
+  stripMemoryFields(*record);
+  const Kiln::WString source = fieldText(given, Field::sourceFile);
+  setField(*record, Field::sourceFile, source.empty() ? Kiln::WStringView(userPath) : source);
+  if (isFromLocalData) {
+    setField(*record, Field::origId, fieldText(given, Field::value));
+    setField(*record, Field::origName, fieldText(given, Field::stylename));
+  }
+  return record;
+}
+
+std::u16string Watermarks::unusedId() {
+  Text id = ids.next();
+  while (records.contains(id)) id = ids.next();
+  return id;
+}
+
+bool Watermarks::updateRecord(std::u16string_view id, const Node& record) {
+  if (!hasField(*record, Field::sourceFile)) setField(*record, Field::sourceFile, userPath);
+  change(Text(id), record);
+  return save();
+}
+
+bool Watermarks::removeRecord(std::u16string_view id) {
+  if (id == noneId || !records.contains(id)) return false;
+  change(Text(id), {});
+  return save();
+}
+
+// An empty record removes the one that is there.
+void Watermarks::change(const Text& id, const Node& record) {
+  const Node old = this->record(id);
+  if (!isOpening) before.try_emplace(id, old);
+  if (old) due.insert(fieldText(*old, Field::sourceFile).str());
+  if (record) due.insert(fieldText(*record, Field::sourceFile).str());
+  put(id, record);
+}
+
+void Watermarks::put(const Text& id, const Node& record) {
+  if (const auto old = records.find(id); old != records.end()) {
+    namesAndIds.erase(nameAndId(*old->second, id));
+    records.erase(old);
+  }
+  if (!record) return;
+  records.emplace(id, record);
+  if (!isDownloaded(*record)) namesAndIds.insert(nameAndId(*record, id));
+}
+
+void Watermarks::changeTogether(const std::function<void()>& changes) {
+  struct Hold {
+    explicit Hold(bool& flag) : held(flag) { held = true; }
+    Hold(const Hold&) = delete;
+    Hold& operator=(const Hold&) = delete;
+    ~Hold() { held = false; }
+    bool& held;
+  };
+  {
+    const Hold hold(isHeld);
+    changes();
+  }
+  save();
+}
+
+std::u16string Watermarks::findIdByName(std::u16string_view stylename) const {
+  const auto found = namesAndIds.lower_bound({Text(stylename), Text()});
+  return found != namesAndIds.end() && found->first == stylename ? found->second : Text();
+}
+
+Node Watermarks::record(std::u16string_view id) const {
+  const auto found = records.find(id);
+  return found == records.end() ? Node() : found->second;
+}
+
+bool Watermarks::isFull() const {
+  std::size_t count = 0;
+  for (const auto& [id, record] : records)
+    if (id != noneId && !(hidesBuiltIn && isBuiltIn(id))) ++count;
+  return count >= mostWatermarks;
+}
+
+void Watermarks::fillList(Kiln::XUL::ListData& list, const Kiln::SmartPtr<Kiln::XUL::Image>& icon) const {
+  fillWatermarkList(host, records, list, {marksDownloaded ? icon : nullptr, hidesBuiltIn});
+}
+
+Node Watermarks::makeNoneRecord() const { return noneRecord(host, userPath); }

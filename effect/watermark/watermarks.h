@@ -1,0 +1,120 @@
+// The user's text watermarks: read once from their files, kept in memory, and written back with every change.
+//
+// docs/watermarks.md tells of the files and of what is promised about them.
+#pragma once
+
+#include "effect/watermark/list_fill.h"
+#include "effect/watermark/record.h"
+#include "effect/watermark/record_id.h"
+#include "effect/watermark/watermark_file.h"
+#include "kiln/property.h"
+
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+class Watermarks final : public Kiln::RefCount {
+ public:
+  // Reads all files, the user's first. What cannot be written meanwhile is told to the user; nothing is thrown for a file.
+  Watermarks(Kiln::Host& lender, const Kiln::PropertyManager& properties, bool isMergedAlready);
+
+  // Every change is on disk when the operation returns. One that cannot be saved throws Kiln::Exception, and the store
+  // is as it was before.
+
+  // Adds a copy of the record and gives its id; empty when its name cannot be a watermark's. A record that is named like
+  // one that was not downloaded takes that one's id and place.
+  std::u16string addRecord(const Effect::Node& record);
+
+  // Makes the node, which the store keeps, the record of that id.
+  bool updateRecord(std::u16string_view id, const Effect::Node& record);
+
+  // False when there is no such record. The NoneRecord stays.
+  bool removeRecord(std::u16string_view id);
+
+  // Carries out changes of the store as one: they are saved together at the end.
+  void changeTogether(const std::function<void()>& changes);
+
+  // The first id, in id order, of that name whose record was not downloaded; empty when there is none.
+  std::u16string findIdByName(std::u16string_view stylename) const;
+  bool hasName(std::u16string_view stylename) const { return !findIdByName(stylename).empty(); }
+
+  // The store's own record, not to be changed; empty when there is none of that id.
+  Effect::Node record(std::u16string_view id) const;
+
+  // Whether no more records fit: 20, not counting the NoneRecord and those that are hidden.
+  bool isFull() const;
+
+  // Adds the records to a list. `icon` marks the downloaded ones; it may be empty.
+  void fillList(Kiln::XUL::ListData& list, const Kiln::SmartPtr<Kiln::XUL::Image>& icon) const;
+
+  // A new NoneRecord, from which a new watermark can be made.
+  Effect::Node makeNoneRecord() const;
+
+  // Writes the files whose records were changed, and the merged copy where it is missing.
+  bool save();
+
+  // Writes all records to one file, with the ids and names that they have in their own. Throws Kiln::Exception.
+  void exportMerged(const Kiln::SmartPtr<Kiln::Services::Path>& to);
+
+  // Whether the store holds what several folders, or a merged one, brought together.
+  bool isMerged() const { return merged; }
+
+ private:
+  using Text = std::u16string;
+
+  // The ids of each file's records, by its path, in path order.
+  using Groups = std::map<Text, std::vector<Text>>;
+
+  // Reading.
+  bool readUserFile();
+  bool readUserFileOnce();
+  void readLocalData();
+  bool addAll(Kiln::Dom::INode& root, const Text& path);
+  void prepare(Kiln::Dom::INode& record, const Text& path) const;
+  Text add(Kiln::Dom::INode& given, bool isLocalData);
+  Effect::Node completed(Kiln::Dom::INode& given, const Text& id, bool isLocalData) const;
+  Text unusedId();
+
+  // Changing.
+  void change(const Text& id, const Effect::Node& record);
+  void put(const Text& id, const Effect::Node& record);
+  void setBack();
+
+  // Writing.
+  void writeDue();
+  void takeUpOthersChanges(const Text& path);
+  void takeUp(Kiln::Dom::INode& root, const Text& path);
+  Text idInFile(Kiln::Dom::INode& record, const Text& path) const;
+  Groups groups() const;
+  std::vector<Text> dueInOrder(const Groups& all) const;
+  void writeMergedCopy(const Groups& all);
+  Effect::Node document(const std::vector<Text>& ids) const;
+  void attempt(const std::function<void()>& work);
+  void setAside(Effect::WatermarkFile& file, const Kiln::Exception& problem);
+  void tellOnce(const Kiln::Exception& problem);
+
+  Effect::WatermarkFile& fileAt(const Text& path);
+  bool isLocalData(const Text& path) const { return path != userPath; }
+
+  Kiln::Host& host;
+  Effect::RecordIds ids;
+  Text userPath;
+  Kiln::SmartPtr<Kiln::Services::Path> mergeFolder;  // empty when the host has no local data
+  bool marksDownloaded = false;
+  bool hidesBuiltIn = false;
+  bool merged;
+
+  Effect::WatermarkRecords records;
+  std::set<std::pair<Text, Text>> namesAndIds;  // of the records that were not downloaded
+  std::map<Text, Effect::WatermarkFile> files;  // by path
+
+  bool isOpening = true;  // failures to write are told, not thrown
+  bool isHeld = true;     // a save only notes that it is due
+  bool hasTold = false;
+  std::set<Text> due;     // paths of the files whose records have changed since they were last read or written
+  std::map<Text, Effect::Node> before;  // the records that were changed since, as they were; empty for one that was not
+};

@@ -1,0 +1,173 @@
+// Writing the store's files, together with what others have written into them.
+#include "effect/watermark/sentence.h"
+#include "effect/watermark/watermarks.h"
+
+#include <algorithm>
+
+using namespace Effect;
+
+namespace {
+
+constexpr Name rootName = u"Watermarks";
+
+}  // namespace
+
+bool Watermarks::save() {
+  if (isHeld) return true;
+  try {
+    writeDue();
+  } catch (const Kiln::Exception&) {
+    setBack();
+    throw;
+  }
+  due.clear();
+  before.clear();
+  return true;
+}
+
+// Undoes what could not be saved.
+void Watermarks::setBack() {
+  for (const auto& [id, record] : before) put(id, record);
+  before.clear();
+  due.clear();
+}
+
+void Watermarks::writeDue() {
+  std::set<Text> readable;
+  for (const Text& path : due)
+    attempt([&] {
+      takeUpOthersChanges(path);
+      readable.insert(path);
+    });
+  const Groups all = groups();
+  writeMergedCopy(all);
+  for (const Text& path : dueInOrder(all)) {
+    if (!readable.contains(path)) continue;
+    const auto group = all.find(path);
+    attempt([&] { fileAt(path).write(document(group == all.end() ? std::vector<Text>() : group->second)); });
+  }
+}
+
+// Somebody else may have written the file since it was last read or written here. A record that was changed here meanwhile
+// is ours; of all others the file is right: it may have new ones, other ones, and it may lack some.
+void Watermarks::takeUpOthersChanges(const Text& path) {
+  WatermarkFile& file = fileAt(path);
+  file.refuseIfBlocked();
+  Node root;
+  try {
+    root = file.readIfChanged();
+  } catch (const Kiln::Exception& problem) {
+    if (isLocalData(path)) throw;
+    setAside(file, problem);
+  }
+  if (root) takeUp(*root, path);
+}
+
+void Watermarks::takeUp(Kiln::Dom::INode& root, const Text& path) {
+  std::set<Text> there;
+  for (const Node& record : recordsOf(root)) {
+    prepare(*record, path);
+    const Text id = idInFile(*record, path);
+    if (id == noneId || !isUsableName(fieldText(*record, Field::stylename).view())) continue;
+    there.insert(id);
+    const Node known = this->record(id);
+    const bool isElsewhere = known && fieldText(*known, Field::sourceFile).view() != path;
+    if (!before.contains(id) && !isElsewhere) put(id, completed(*record, id, isLocalData(path)));
+  }
+  if (there.empty()) return;  // a file without records tells of none that was removed
+  const Groups all = groups();
+  const auto own = all.find(path);
+  if (own == all.end()) return;
+  for (const Text& id : own->second)
+    if (id != noneId && !there.contains(id) && !before.contains(id)) put(id, {});
+}
+
+// In a file that a store has written, a record's element is named by its id. Others may not yet tell that it was downloaded.
+std::u16string Watermarks::idInFile(Kiln::Dom::INode& record, const Text& path) const {
+  Text id = record.name().str();
+  if (isLocalData(path) && marksDownloaded && !id.ends_with(downloadedEnding)) id += downloadedEnding;
+  return id;
+}
+
+Watermarks::Groups Watermarks::groups() const {
+  Groups all;
+  for (const auto& [id, record] : records) all[fieldText(*record, Field::sourceFile).str()].push_back(id);
+  return all;
+}
+
+// In path order; but files that only lose records come last, so that a record that moves from one to another is in one
+// of them at any time.
+std::vector<std::u16string> Watermarks::dueInOrder(const Groups& all) const {
+  std::vector<Text> paths(due.begin(), due.end());
+  std::stable_partition(paths.begin(), paths.end(), [&](const Text& path) {
+    const auto group = all.find(path);
+    return before.empty() || (group != all.end() && std::any_of(group->second.begin(), group->second.end(),
+                                                                [this](const Text& id) { return before.contains(id); }));
+  });
+  return paths;
+}
+
+// The whole store as it is in memory, for whoever looks into the folder; it is never read here. A user's change does not
+// fail because this copy of it cannot be written.
+void Watermarks::writeMergedCopy(const Groups& all) {
+  if (all.size() < 2 || !mergeFolder) return;
+  const auto path = mergeFolder->join(watermarkFileName);
+  if (due.empty() && path->exists()) return;
+  const Node root = host.documents()->createElement(rootName, {}, {});
+  for (const auto& [id, record] : records) root->setChild(id, record->clone());
+  try {
+    host.documents()->write(root, host.file(path));
+  } catch (const Kiln::Exception& problem) {
+    tellOnce(problem);
+  }
+}
+
+// A file's records as it holds them, after the NoneRecord, which every file has.
+Node Watermarks::document(const std::vector<Text>& ids) const {
+  const Node root = host.documents()->createElement(rootName, {}, {});
+  root->setChild(noneId, asWritten(*makeNoneRecord()));
+  for (const Text& id : ids)
+    if (id != noneId) root->setChild(id, asWritten(*record(id)));
+  return root;
+}
+
+void Watermarks::exportMerged(const Kiln::SmartPtr<Kiln::Services::Path>& to) {
+  const Node root = host.documents()->createElement(rootName, {}, {});
+  for (const auto& [id, record] : records) root->setChild(id, asWritten(*record));
+  host.documents()->write(root, host.file(to));
+}
+
+// While the store opens, one file that cannot be written keeps neither the others nor the tab from opening.
+void Watermarks::attempt(const std::function<void()>& work) {
+  if (!isOpening) return work();
+  try {
+    work();
+  } catch (const Kiln::Exception& problem) {
+    tellOnce(problem);
+  }
+}
+
+// A damaged file of the user's is kept under another name. One that cannot be kept is not written over as long as this
+// store lives.
+void Watermarks::setAside(WatermarkFile& file, const Kiln::Exception& problem) {
+  try {
+    const auto copy = file.setAside();
+    host.tell(sentenceOf(problem) + u" What was in it is kept in " + copy->text().str() + u".");
+  } catch (const Kiln::Exception&) {
+    const std::string sentence = std::string(problem.what()) + " It is not written over: move it elsewhere, and open the "
+                                                               "preferences again.";
+    file.block(sentence);
+    throw Kiln::Exception(host.allocator(), sentence);
+  }
+}
+
+// One sentence is enough where a whole folder cannot be written.
+void Watermarks::tellOnce(const Kiln::Exception& problem) {
+  if (std::exchange(hasTold, true)) return;
+  host.tell(sentenceOf(problem));
+}
+
+WatermarkFile& Watermarks::fileAt(const Text& path) {
+  const auto found = files.find(path);
+  return found != files.end() ? found->second : files.try_emplace(path, host, host.path(path)).first->second;
+}

@@ -1,0 +1,44 @@
+#include "host/chrome/addresses.h"
+
+#include "host/unicode.h"
+
+#include <algorithm>
+
+namespace Refhost {
+
+std::optional<std::filesystem::path> ChromeFolders::file(std::u16string_view address) const {
+  constexpr std::u16string_view scheme = u"chrome://";
+  if (!address.starts_with(scheme)) return {};
+  address.remove_prefix(scheme.size());
+  std::filesystem::path file = root;
+  while (!address.empty()) {
+    const auto part = address.substr(0, address.find(u'/'));
+    address.remove_prefix(std::min(address.size(), part.size() + 1));
+    const bool leaves = part.empty() || part == u"." || part == u".." || part.find_first_of(u"\\:\0") != part.npos;
+    if (leaves) return {};
+    file /= std::filesystem::path(part);
+  }
+  return file;
+}
+
+std::vector<std::string> ChromeFolders::packages() const {
+  std::vector<std::string> names;
+  std::error_code error;
+  for (const auto& entry : std::filesystem::directory_iterator(root, error))
+    if (std::filesystem::is_directory(entry.path() / "content", error))
+      names.push_back(toNarrow(entry.path().filename().u16string()));
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+std::vector<std::string> ChromeFolders::locales(std::string_view package) const {
+  std::vector<std::string> names;
+  std::error_code error;
+  for (const auto& entry : std::filesystem::directory_iterator(root / toWide(package) / "content", error))
+    if (std::filesystem::is_regular_file(entry.path() / "strings.dtd", error))
+      names.push_back(toNarrow(entry.path().filename().u16string()));
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+}  // namespace Refhost

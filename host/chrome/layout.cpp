@@ -1,0 +1,180 @@
+#include "host/chrome/layout.h"
+
+#include "host/documents/xml.h"
+#include "host/unicode.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace Refhost {
+namespace {
+
+constexpr std::string_view xulNamespace = "http://www.mozilla.org/keymaster/gatekeeper/there.is.only.xul";
+
+struct ElementKind {
+  std::string_view element;
+  WidgetKind kind;
+  std::string_view labelAttribute;  // the one that holds the displayed text
+};
+
+constexpr ElementKind elementKinds[] = {
+    {"vbox", WidgetKind::box, ""},
+    {"hbox", WidgetKind::box, ""},
+    {"groupbox", WidgetKind::groupBox, ""},
+    {"spacer", WidgetKind::spacer, ""},
+    {"caption", WidgetKind::label, "label"},
+    {"label", WidgetKind::label, "value"},
+    {"description", WidgetKind::label, "value"},
+    {"image", WidgetKind::image, ""},
+    {"button", WidgetKind::button, "label"},
+    {"checkbox", WidgetKind::checkBox, "label"},
+    {"listbox", WidgetKind::listBox, ""},
+    {"menulist", WidgetKind::comboBox, ""},
+};
+
+bool isItem(std::string_view element) { return element == "listitem" || element == "menuitem"; }
+
+// Reads one layout; a part of it that is not understood is an error with its place.
+class Reader {
+ public:
+  Reader(std::string sourceName, WidgetWorld& widgetWorld, const std::set<std::u16string, std::less<>>& without)
+      : source(std::move(sourceName)), world(widgetWorld), omitted(without) {}
+
+  Layout read(const XmlTree& tree) {
+    const XmlElement& element = tree.element;
+    if (element.nameSpace != xulNamespace) fail(element, "the root is not in the XUL namespace.");
+    Layout layout;
+    if (element.name == "tabpanel") {
+      layout.root = make<Container>(world, WidgetKind::tab, idOf(element));
+      initialise(*layout.root, element, "label");
+    } else if (element.name == "dialog") {
+      layout.root = make<Container>(world, WidgetKind::box, idOf(element));
+      initialise(*layout.root, element, "");
+      layout.title = textOf(element, "title");
+      layout.acceptButton = button(element, "accept", "$IDS_OK;");
+      layout.cancelButton = button(element, "cancel", "$IDS_CANCEL;");
+    } else {
+      fail(element, "the root is a <" + element.name + ">, not a <tabpanel> or a <dialog>.");
+    }
+    readChildren(tree, *layout.root);
+    return layout;
+  }
+
+ private:
+  [[noreturn]] void fail(const XmlElement& element, std::string_view what) const {
+    throw std::runtime_error(located(source, element.line, what));
+  }
+
+  static std::u16string textOf(const XmlElement& element, std::string_view attribute) {
+    const std::string* value = element.find(attribute);
+    return value == nullptr ? std::u16string() : toWide(*value);
+  }
+
+  std::u16string idOf(const XmlElement& element) {
+    auto id = textOf(element, "id");
+    if (!id.empty() && !ids.insert(id).second) fail(element, "the id " + toNarrow(id) + " is used twice.");
+    return id;
+  }
+
+  bool flag(const XmlElement& element, std::string_view attribute) const {
+    const std::string* value = element.find(attribute);
+    if (value == nullptr || *value == "false") return false;
+    if (*value != "true") fail(element, std::string(attribute) + " is neither \"true\" nor \"false\".");
+    return true;
+  }
+
+  Kiln::SmartPtr<Button> button(const XmlElement& dialog, const std::string& name, const std::string& standardLabel) {
+    auto made = make<Button>(world, WidgetKind::button, toWide(name));
+    const std::string* label = dialog.find("buttonlabel" + name);
+    const std::string buttons = dialog.find("buttons") == nullptr ? "accept,cancel" : *dialog.find("buttons");
+    made->initialise(buttons.find(name) != buttons.npos, true, toWide(label == nullptr ? standardLabel : *label));
+    return made;
+  }
+
+  void initialise(WidgetNode& widget, const XmlElement& element, std::string_view labelAttribute) {
+    widget.initialise(!flag(element, "hidden"), !flag(element, "disabled"),
+                      labelAttribute.empty() ? std::u16string() : textOf(element, labelAttribute));
+    for (const XmlAttribute& attribute : element.attributes)
+      widget.setAttribute(attribute.name, toWide(attribute.value));
+  }
+
+  void readChildren(const XmlTree& tree, WidgetNode& parent) {
+    for (const XmlTree& child : tree.children) {
+      if (isItem(child.element.name)) {
+        readItem(child.element, parent);
+      } else {
+        readWidget(child, parent);
+      }
+    }
+  }
+
+  void readItem(const XmlElement& element, WidgetNode& parent) {
+    auto* selector = dynamic_cast<SelectorNode*>(&parent);
+    if (selector == nullptr) fail(element, "an item stands outside a list.");
+    selector->items().append(textOf(element, "label"), textOf(element, "value"));
+    selector->startWithFirst();
+  }
+
+  void readWidget(const XmlTree& tree, WidgetNode& parent) {
+    const XmlElement& element = tree.element;
+    const auto* kind = std::find_if(std::begin(elementKinds), std::end(elementKinds),
+                                    [&element](const auto& entry) { return entry.element == element.name; });
+    if (kind == std::end(elementKinds)) fail(element, "<" + element.name + "> is not known here.");
+    if (omitted.contains(textOf(element, "id"))) return;
+    WidgetNode& widget = addKind(*kind, idOf(element), parent);
+    initialise(widget, element, kind->labelAttribute);
+    widget.setAttribute("element", toWide(element.name));
+    if (auto* box = dynamic_cast<CheckBox*>(&widget)) box->startChecked(flag(element, "checked"));
+    readChildren(tree, widget);
+  }
+
+  template <class T>
+  WidgetNode& add(const ElementKind& kind, const std::u16string& id, WidgetNode& parent) {
+    const auto widget = make<T>(world, kind.kind, id);
+    parent.adopt(*widget);
+    return *widget;
+  }
+
+  WidgetNode& addKind(const ElementKind& kind, const std::u16string& id, WidgetNode& parent) {
+    switch (kind.kind) {
+      case WidgetKind::label: return add<Label>(kind, id, parent);
+      case WidgetKind::image: return add<ImageBox>(kind, id, parent);
+      case WidgetKind::button: return add<Button>(kind, id, parent);
+      case WidgetKind::checkBox: return add<CheckBox>(kind, id, parent);
+      case WidgetKind::listBox: return add<ListBox>(kind, id, parent);
+      case WidgetKind::comboBox: return add<ComboBox>(kind, id, parent);
+      default: return add<Container>(kind, id, parent);
+    }
+  }
+
+  std::string source;
+  WidgetWorld& world;
+  const std::set<std::u16string, std::less<>>& omitted;
+  std::set<std::u16string> ids;
+};
+
+}  // namespace
+
+void walk(WidgetNode& root, const std::function<void(WidgetNode&)>& visit) {
+  visit(root);
+  for (WidgetNode* child : root.children()) walk(*child, visit);
+}
+
+WidgetNode* Layout::find(std::u16string_view id) const {
+  WidgetNode* found = nullptr;
+  walk(*root, [&](WidgetNode& widget) {
+    if (found == nullptr && widget.id() == id) found = &widget;
+  });
+  return found;
+}
+
+LayoutReader::LayoutReader(const ChromeFolders& chromeFolders, std::set<std::u16string, std::less<>> without)
+    : folders(chromeFolders), omitted(std::move(without)) {}
+
+Layout LayoutReader::read(std::u16string_view url, WidgetWorld& world) const {
+  const auto file = folders.file(url);
+  if (!file) throw std::runtime_error(toNarrow(url) + " is no address of a layout.");
+  return Reader(file->string(), world, omitted).read(readXmlTree(*file, XmlLimits()));
+}
+
+}  // namespace Refhost

@@ -1,0 +1,45 @@
+// Layouts: XUL documents read into widgets.
+#pragma once
+
+#include "host/chrome/addresses.h"
+#include "host/widgets/list.h"
+#include "host/widgets/widget.h"
+
+#include <functional>
+#include <set>
+#include <string>
+#include <string_view>
+
+namespace Refhost {
+
+// A layout read into widgets. It owns them all.
+struct Layout {
+  // The page of the preferences, or the dialog's content.
+  Kiln::SmartPtr<Container> root;
+
+  // A dialog's title, unresolved, and its buttons, which are not among the root's children.
+  std::u16string title;
+  Kiln::SmartPtr<Button> acceptButton;
+  Kiln::SmartPtr<Button> cancelButton;
+
+  // The widget of that id; null when the layout has none.
+  WidgetNode* find(std::u16string_view id) const;
+};
+
+// Calls `visit` for a widget and all below it, parents first.
+void walk(WidgetNode& root, const std::function<void(WidgetNode&)>& visit);
+
+class LayoutReader {
+ public:
+  // `without`: ids of widgets that every layout is read without.
+  LayoutReader(const ChromeFolders& chromeFolders, std::set<std::u16string, std::less<>> without);
+
+  // Throws std::runtime_error: one sentence with file and line.
+  Layout read(std::u16string_view url, WidgetWorld& world) const;
+
+ private:
+  const ChromeFolders& folders;
+  std::set<std::u16string, std::less<>> omitted;
+};
+
+}  // namespace Refhost

@@ -1,0 +1,144 @@
+#include "host/documents/path.h"
+
+#include "host/documents/plugin_errors.h"
+#include "host/documents/text_list.h"
+#include "host/documents/whole_file.h"
+
+#include <algorithm>
+
+namespace Refhost {
+namespace {
+
+namespace fs = std::filesystem;
+
+// The largest file that is copied, which goes through memory.
+constexpr std::size_t copyLimit = std::size_t{1} << 30;
+
+class Path final : public Kiln::Services::Path {
+ public:
+  Path(const FileWorld& fileWorld, fs::path filePath) : path(std::move(filePath)), world(fileWorld) {}
+
+  Kiln::WString text() override { return Refhost::text(pathText(path)); }
+
+  Kiln::SmartPtr<Kiln::Services::Path> join(Kiln::WStringView name) override {
+    std::u16string joined = pathText(path);
+    for (std::u16string_view rest = name; !rest.empty();) {
+      const auto end = std::find_if(rest.begin(), rest.end(), isSeparator);
+      const std::u16string_view part(rest.begin(), end);
+      if (!part.empty()) {
+        if (!joined.empty() && !isSeparator(joined.back())) joined += u'/';
+        joined += part;
+      }
+      rest.remove_prefix(std::min(part.size() + 1, rest.size()));
+    }
+    return makePath(world, pathFromText(joined));
+  }
+
+  Kiln::SmartPtr<Kiln::Services::Path> folder() override { return makePath(world, path.parent_path()); }
+  Kiln::WString lastPart() override { return Refhost::text(pathText(path.filename())); }
+
+  bool exists() override { return world.disk.kind(path) != EntryKind::none; }
+  bool isFolder() override { return world.disk.kind(path) == EntryKind::folder; }
+
+  Kiln::SmartPtr<Kiln::Services::TextList> list(Kiln::WStringView pattern) override {
+    std::vector<std::u16string> names;
+    if (isFolder())
+      for (const Entry& entry : forPlugin([&] { return world.disk.entries(path); })) {
+        const bool leadsAway = entry.link && entry.kind == EntryKind::folder;
+        std::u16string name = pathText(entry.name);
+        if (!leadsAway && fits(name, pattern)) names.push_back(std::move(name));
+      }
+    std::sort(names.begin(), names.end());
+    return makeTextList(std::move(names));
+  }
+
+  void createFolder() override {
+    forPlugin([&] { create(path); });
+  }
+
+  bool remove() override {
+    const bool removed = forPlugin([&] {
+      if (!world.disk.remove(path)) return false;
+      world.disk.syncFolder(folderOf(path));
+      return true;
+    });
+    if (removed) world.trace.record({"delete", {{"path", tracedPath(world, path)}}});
+    return removed;
+  }
+
+  void copyTo(Kiln::SmartPtr<Kiln::Services::Path> to) override {
+    if (!to) throw failure(shownPath(path) + " was to be copied to no path.");
+    saveTraced(world, nativePath(*to), forPlugin([&] { return world.disk.read(path, copyLimit); }));
+  }
+
+  const fs::path path;
+
+ private:
+  void create(const fs::path& folderPath) {
+    if (folderPath.empty() || world.disk.kind(folderPath) == EntryKind::folder) return;
+    if (folderPath.has_relative_path()) create(folderPath.parent_path());
+    world.disk.createFolder(folderPath);
+    world.disk.syncFolder(folderOf(folderPath));
+  }
+
+  const FileWorld& world;
+};
+
+// With the platform's separators, and none at the end.
+fs::path tidied(fs::path path) {
+  path.make_preferred();
+  while (path.has_relative_path() && !path.has_filename()) path = path.parent_path();
+  return path;
+}
+
+}  // namespace
+
+Kiln::SmartPtr<Kiln::Services::Path> makePath(const FileWorld& world, fs::path path) {
+  return make<Path>(world, tidied(std::move(path)));
+}
+
+fs::path nativePath(Kiln::Services::Path& path) {
+  const auto* own = dynamic_cast<Path*>(&path);
+  if (own == nullptr) throw failure("A path was used that this host did not make.");
+  return own->path;
+}
+
+std::u16string tracedPath(const FileWorld& world, const fs::path& path) {
+  const fs::path home = tidied(world.home.lexically_normal());
+  const fs::path inside = path.lexically_normal().lexically_relative(home);
+  const bool isInside = !home.empty() && !inside.empty() && *inside.begin() != "..";
+  std::u16string traced = pathText(isInside ? inside : path);
+  std::replace_if(traced.begin(), traced.end(), isSeparator, u'/');
+  return traced;
+}
+
+bool saveTraced(const FileWorld& world, const fs::path& path, std::string_view bytes) {
+  if (!forPlugin([&] { return replaceWhole(world.disk, path, bytes); })) return false;
+  world.trace.record({"write", {{"path", tracedPath(world, path)}, {"bytes", static_cast<double>(bytes.size())}}});
+  return true;
+}
+
+// Each * first stands for nothing; where the rest does not fit, the last one takes one unit more.
+bool fits(std::u16string_view name, std::u16string_view pattern) {
+  std::size_t at = 0;
+  std::size_t star = pattern.npos;
+  std::size_t starAt = 0;
+  std::size_t p = 0;
+  while (at < name.size()) {
+    if (p < pattern.size() && pattern[p] == u'*') {
+      star = p++;
+      starAt = at;
+    } else if (p < pattern.size() && (pattern[p] == u'?' || pattern[p] == name[at])) {
+      ++p;
+      ++at;
+    } else if (star != pattern.npos) {
+      p = star + 1;
+      at = ++starAt;
+    } else {
+      return false;
+    }
+  }
+  return pattern.find_first_not_of(u'*', p) == pattern.npos;
+}
+
+}  // namespace Refhost

@@ -1,0 +1,76 @@
+#include "host/documents/stores.h"
+
+#include "host/documents/plugin_errors.h"
+
+namespace Refhost {
+namespace {
+
+class FileStore final : public Kiln::Services::FileBackingStoreIO {
+ public:
+  FileStore(const FileWorld& fileWorld, Kiln::SmartPtr<Kiln::Services::Path> path)
+      : world(fileWorld),
+        givenPath(std::move(path)),
+        file(nativePath(*givenPath)) {}
+
+  Kiln::SmartPtr<Kiln::Services::Path> path() override { return givenPath; }
+  Kiln::String readAll() override {
+    return text(forPlugin([&] { return world.disk.read(file, storeLimit); }));
+  }
+  void write(Kiln::StringView bytes) override { pending += bytes.view(); }
+
+  // What could not be stored is not kept for the next commit, which would store it twice.
+  void commit() override { saveTraced(world, file, std::exchange(pending, {})); }
+
+ private:
+  const FileWorld& world;
+  Kiln::SmartPtr<Kiln::Services::Path> givenPath;
+  std::filesystem::path file;
+  std::string pending;
+};
+
+class ResourceStore final : public Kiln::Services::BackingStoreIO {
+ public:
+  explicit ResourceStore(std::filesystem::path resourceFile) : file(std::move(resourceFile)) {}
+
+  Kiln::String readAll() override {
+    return text(forPlugin([&] { return realDisk().read(file, storeLimit); }));
+  }
+  void write(Kiln::StringView) override { refuse(); }
+  void commit() override { refuse(); }
+
+ private:
+  [[noreturn]] void refuse() const { throw failure(shownPath(file) + " came with the program and is not written."); }
+
+  std::filesystem::path file;
+};
+
+class MemoryStore final : public Kiln::Services::BackingStoreIO {
+ public:
+  explicit MemoryStore(std::string bytes) : stored(std::move(bytes)) {}
+
+  Kiln::String readAll() override { return text(stored); }
+  void write(Kiln::StringView bytes) override { pending += bytes.view(); }
+  void commit() override { stored = std::exchange(pending, {}); }
+
+ private:
+  std::string stored;
+  std::string pending;
+};
+
+}  // namespace
+
+Kiln::SmartPtr<Kiln::Services::FileBackingStoreIO> fileStore(const FileWorld& world,
+                                                             Kiln::SmartPtr<Kiln::Services::Path> path) {
+  if (!path) throw failure("A file was to be opened without a path.");
+  return make<FileStore>(world, std::move(path));
+}
+
+Kiln::SmartPtr<Kiln::Services::BackingStoreIO> resourceStore(std::filesystem::path file) {
+  return make<ResourceStore>(std::move(file));
+}
+
+Kiln::SmartPtr<Kiln::Services::BackingStoreIO> memoryStore(std::string bytes) {
+  return make<MemoryStore>(std::move(bytes));
+}
+
+}  // namespace Refhost

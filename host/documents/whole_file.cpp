@@ -1,0 +1,112 @@
+#include "host/documents/whole_file.h"
+
+#include <atomic>
+#include <charconv>
+#include <optional>
+
+namespace Refhost {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Names of temporary files: .kiln-PROCESS-COUNT.tmp
+constexpr std::string_view nameStart = ".kiln-";
+constexpr std::string_view nameEnd = ".tmp";
+
+// No file takes as long to write; a process of an older one's number is another.
+constexpr std::chrono::hours longestWrite{1};
+
+fs::path temporaryIn(Disk& disk, const fs::path& folder) {
+  static std::atomic<unsigned> count = 0;
+  for (;;) {
+    const auto name = std::string(nameStart) + std::to_string(processNumber()) + "-" + std::to_string(++count);
+    fs::path path = folder / (name + std::string(nameEnd));
+    if (disk.kind(path) == EntryKind::none) return path;
+  }
+}
+
+// The process in the name of a temporary file; none for other names.
+std::optional<long> writerOf(const fs::path& name) {
+  const std::string text = shownPath(name);
+  std::string_view rest = text;
+  if (!rest.starts_with(nameStart) || !rest.ends_with(nameEnd)) return {};
+  rest.remove_prefix(nameStart.size());
+  rest.remove_suffix(nameEnd.size());
+  long process = 0;
+  const auto number = std::from_chars(rest.data(), rest.data() + rest.size(), process);
+  rest.remove_prefix(static_cast<std::size_t>(number.ptr - rest.data()));
+  const bool counted = rest.size() > 1 && rest.front() == '-' && rest.find_first_not_of("0123456789", 1) == rest.npos;
+  return number.ec == std::errc() && process > 0 && counted ? std::optional(process) : std::nullopt;
+}
+
+bool holds(Disk& disk, const fs::path& path, std::string_view bytes) {
+  if (disk.kind(path) != EntryKind::file) return false;
+  try {
+    return disk.read(path, bytes.size()) == bytes;
+  } catch (const DiskError&) {
+    return false;  // larger, or unreadable: writing it tells
+  }
+}
+
+// Removes the file, if it can, unless the work is done.
+class Removal {
+ public:
+  Removal(Disk& fileDisk, const fs::path& filePath) : disk(fileDisk), path(filePath) {}
+  ~Removal() {
+    if (!isDue) return;
+    try {
+      disk.remove(path);
+    } catch (const DiskError&) {
+      // What failed first is what is told; the next sweep tries again.
+    }
+  }
+  Removal(const Removal&) = delete;
+  Removal& operator=(const Removal&) = delete;
+
+  void cancel() { isDue = false; }
+
+ private:
+  Disk& disk;
+  const fs::path& path;
+  bool isDue = true;
+};
+
+}  // namespace
+
+bool replaceWhole(Disk& disk, const fs::path& path, std::string_view bytes) {
+  const fs::path folder = folderOf(path);
+  if (holds(disk, path, bytes)) {
+    // Whoever put it there may have died before its last step.
+    disk.syncFolder(folder);
+    return false;
+  }
+  const fs::path temporary = temporaryIn(disk, folder);
+  std::optional<Removal> removal;
+  {
+    const auto file = disk.create(temporary, path);
+    removal.emplace(disk, temporary);
+    file->write(bytes);
+    file->sync();
+    file->close();
+  }  // destroyed before it is removed: an open file cannot be removed everywhere
+  disk.replace(temporary, path);
+  removal->cancel();
+  disk.syncFolder(folder);
+  return true;
+}
+
+void sweepTemporaries(Disk& disk, const fs::path& folder) {
+  if (disk.kind(folder) != EntryKind::folder) return;
+  for (const Entry& entry : disk.entries(folder)) {
+    const auto writer = entry.kind == EntryKind::file ? writerOf(entry.name) : std::nullopt;
+    if (!writer) continue;
+    const fs::path path = folder / entry.name;
+    try {
+      if (!processRuns(*writer) || disk.age(path) > longestWrite) disk.remove(path);
+    } catch (const DiskError&) {
+      // It harms nobody, and the next sweep tries again.
+    }
+  }
+}
+
+}  // namespace Refhost

@@ -1,0 +1,27 @@
+#include "host/library.h"
+
+#include <dlfcn.h>
+
+#include <stdexcept>
+
+namespace Refhost {
+
+Library::Library(const std::filesystem::path& file) {
+  std::error_code error;
+  if (!std::filesystem::exists(file, error))
+    throw std::runtime_error("There is no plug-in library " + file.string() + ".");
+  module = dlopen(std::filesystem::absolute(file).c_str(), RTLD_NOW | RTLD_LOCAL);
+  if (module == nullptr)
+    throw std::runtime_error("The plug-in library " + file.string() + " cannot be loaded: " + dlerror() + ".");
+  factory = reinterpret_cast<Kiln::CreatePlugin*>(dlsym(module, "createPlugin"));
+  if (factory == nullptr) {
+    dlclose(module);
+    throw std::runtime_error("The library " + file.string() + " is no plug-in: it exports no createPlugin.");
+  }
+}
+
+Library::~Library() { dlclose(module); }
+
+const char* defaultPluginName() { return "Zorvueffect.so"; }
+
+}  // namespace Refhost

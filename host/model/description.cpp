@@ -1,0 +1,124 @@
+#include "host/model/description.h"
+
+#include "host/documents/xml.h"
+#include "host/unicode.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace Refhost {
+namespace {
+
+char lowered(char letter) { return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter; }
+
+// Reads one description; a part of it that is not understood is an error with its place.
+class Reader {
+ public:
+  explicit Reader(const std::filesystem::path& modelFile) : file(modelFile) {}
+
+  ModelDescription read(std::size_t generations) {
+    const XmlTree tree = readXmlTree(file, XmlLimits());
+    if (tree.element.name != "model") fail(tree.element, "the root is a <" + tree.element.name + ">, not a <model>.");
+    if (const std::string* base = tree.element.find("extends")) {
+      if (generations == 0) fail(tree.element, "the models extend one another too often.");
+      model = Reader(file.parent_path() / toWide(*base + ".xml")).read(generations - 1);
+    }
+    model.name = demand(tree.element, "name");
+    model.label = demand(tree.element, "label");
+    for (const XmlTree& child : tree.children) readPart(child);
+    return std::move(model);
+  }
+
+ private:
+  [[noreturn]] void fail(const XmlElement& element, std::string_view what) const {
+    throw std::runtime_error(located(file.string(), element.line, what));
+  }
+
+  std::u16string demand(const XmlElement& element, std::string_view attribute) const {
+    const std::string* value = element.find(attribute);
+    if (value == nullptr) fail(element, "<" + element.name + "> has no " + std::string(attribute) + ".");
+    return toWide(*value);
+  }
+
+  // The property that an attribute names, which must stand above.
+  PropertyDescription& property(const XmlElement& element, std::string_view attribute) {
+    const auto name = demand(element, attribute);
+    const auto found = std::find_if(model.properties.begin(), model.properties.end(),
+                                    [&name](const auto& candidate) { return candidate.name == name; });
+    if (found == model.properties.end()) fail(element, "there is no property " + toNarrow(name) + ".");
+    return *found;
+  }
+
+  void readPart(const XmlTree& part) {
+    if (part.element.name == "property") {
+      readProperty(part);
+    } else if (part.element.name == "value") {
+      property(part.element, "of").defaultValue = demand(part.element, "is");
+    } else if (part.element.name == "rule") {
+      readRule(part);
+    } else {
+      fail(part.element, "<" + part.element.name + "> is not known here.");
+    }
+  }
+
+  void readProperty(const XmlTree& part) {
+    PropertyDescription made{demand(part.element, "name"), demand(part.element, "value"), {}, false};
+    const bool twice = std::any_of(model.properties.begin(), model.properties.end(),
+                                   [&made](const auto& other) { return other.name == made.name; });
+    if (twice) fail(part.element, "the property " + toNarrow(made.name) + " stands twice.");
+    const std::string* context = part.element.find("context");
+    made.isContext = context != nullptr && *context == "true";
+    for (const XmlTree& child : part.children) {
+      if (child.element.name != "option") fail(child.element, "<" + child.element.name + "> is not known here.");
+      made.options.push_back(demand(child.element, "value"));
+    }
+    model.properties.push_back(std::move(made));
+  }
+
+  void readRule(const XmlTree& part) {
+    const PropertyDescription& target = property(part.element, "unavailable");
+    RuleDescription rule{target.name, demand(part.element, "option"), {}};
+    if (std::find(target.options.begin(), target.options.end(), rule.option) == target.options.end())
+      fail(part.element, toNarrow(target.name) + " has no option " + toNarrow(rule.option) + ".");
+    for (const XmlTree& child : part.children) {
+      if (child.element.name != "when") fail(child.element, "<" + child.element.name + "> is not known here.");
+      rule.conditions.push_back({property(child.element, "property").name, demand(child.element, "is")});
+    }
+    model.rules.push_back(std::move(rule));
+  }
+
+  std::filesystem::path file;
+  ModelDescription model;
+};
+
+}  // namespace
+
+ModelDescription readModel(const std::filesystem::path& shipped, const std::string& nameOrPath) {
+  constexpr std::size_t generations = 4;
+  std::string name = nameOrPath;
+  std::transform(name.begin(), name.end(), name.begin(), lowered);
+  const auto names = shippedModels(shipped);
+  if (std::find(names.begin(), names.end(), name) != names.end())
+    return Reader(shipped / toWide(name + ".xml")).read(generations);
+  const std::filesystem::path file(toWide(nameOrPath));
+  std::error_code error;
+  if (!std::filesystem::exists(file, error)) {
+    std::string known;
+    for (const std::string& candidate : names) known += (known.empty() ? "" : ", ") + candidate;
+    throw std::runtime_error("There is no model " + nameOrPath + ": name one of " + known + ", or a file.");
+  }
+  return Reader(file).read(generations);
+}
+
+std::vector<std::string> shippedModels(const std::filesystem::path& shipped) {
+  std::vector<std::string> names;
+  std::error_code error;
+  for (const auto& entry : std::filesystem::directory_iterator(shipped, error))
+    if (entry.path().extension() == ".xml") names.push_back(toNarrow(entry.path().stem().u16string()));
+  std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
+    return std::pair(a != "standard", a) < std::pair(b != "standard", b);
+  });
+  return names;
+}
+
+}  // namespace Refhost

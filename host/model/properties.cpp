@@ -1,0 +1,284 @@
+#include "host/model/properties.h"
+
+#include "host/model/settings.h"
+#include "host/unicode.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace Refhost {
+namespace {
+
+Kiln::XUL::KeyError unknown(std::u16string_view name) {
+  return {heap(), "The model has no property " + toNarrow(name) + "."};
+}
+
+}  // namespace
+
+// One property of the model, as plug-ins hold it.
+class ModelProperty final : public Kiln::Property {
+ public:
+  ModelProperty(PropertyModel& owner, const PropertyDescription& propertyDescription, const Trace& eventTrace)
+      : model(owner),
+        description(propertyDescription),
+        value(propertyDescription.defaultValue),
+        enableChange(make<HostSignal<Kiln::ModelEnableChange&>>(eventTrace, "enable-change", description.name)),
+        selectionChange(make<HostSignal<Kiln::ModelSelectionChange&>>(eventTrace, "selection-change", description.name)) {
+  }
+
+  Kiln::String narrowValue() override { return text(toNarrow(value)); }
+  Kiln::WString wideValue() override { return text(value); }
+  bool boolValue() override { return readsAsTrue(value); }
+  bool equals(Kiln::WStringView other) override { return value == other.view(); }
+  void setValue(Kiln::WStringView newValue) override {
+    model.trace.record({"set", {{"property", description.name}, {"value", std::u16string(newValue.view())}}});
+    value = newValue.view();
+    model.valueWritten();
+  }
+  bool hasChild(Kiln::WStringView) override { return false; }
+  Kiln::SmartPtr<Kiln::Property> child(Kiln::WStringView) override { return {}; }
+
+  // Whether an option can be chosen: neither a rule nor the host's hand keeps it away.
+  bool isAvailable(const std::u16string& option) const {
+    return !ruledOut.contains(option) && !forbidden.contains(option);
+  }
+  bool isOption(std::u16string_view option) const {
+    return std::find(description.options.begin(), description.options.end(), option) != description.options.end();
+  }
+
+  // Moves a value that a rule has made unavailable to the default, or to the first option there is; false when the value
+  // can stay.
+  bool leaveRuledOut() {
+    if (!ruledOut.contains(value)) return false;
+    const auto standard = description.defaultValue;
+    const auto first = std::find_if(description.options.begin(), description.options.end(),
+                                    [this](const auto& option) { return isAvailable(option); });
+    if (isAvailable(standard)) {
+      value = standard;
+    } else if (first != description.options.end()) {
+      value = *first;
+    } else {
+      return false;
+    }
+    return true;
+  }
+
+  PropertyModel& model;
+  const PropertyDescription& description;
+  std::u16string value;
+  std::set<std::u16string, std::less<>> ruledOut;
+  std::set<std::u16string, std::less<>> forbidden;
+
+  // What submit and applyRules compare with.
+  std::u16string valueBefore;
+  std::set<std::u16string, std::less<>> ruledOutBefore;
+
+  // The selection changes fired, and the enable changes of each option: tells whether one was overtaken.
+  unsigned long selectionsFired = 0;
+  std::map<std::u16string, unsigned long> enablesFired;
+  int selectionsInDelivery = 0;
+
+  Kiln::SmartPtr<HostSignal<Kiln::ModelEnableChange&>> enableChange;
+  Kiln::SmartPtr<HostSignal<Kiln::ModelSelectionChange&>> selectionChange;
+};
+
+// Counts a delivery for as long as it lasts.
+struct InDelivery {
+  explicit InDelivery(int& deliveries) : count(deliveries) { ++count; }
+  InDelivery(const InDelivery&) = delete;
+  InDelivery& operator=(const InDelivery&) = delete;
+  ~InDelivery() { --count; }
+  int& count;
+};
+
+PropertyModel::PropertyModel(ModelDescription modelDescription, const Trace& eventTrace)
+    : model(std::move(modelDescription)), trace(eventTrace) {
+  for (const PropertyDescription& description : model.properties) {
+    properties.push_back(make<ModelProperty>(*this, description, trace));
+    byName.emplace(description.name, properties.back().get());
+  }
+  applyRules();
+}
+
+PropertyModel::~PropertyModel() = default;
+
+std::optional<std::u16string> PropertyModel::value(std::u16string_view name) const {
+  const ModelProperty* property = find(name);
+  return property == nullptr ? std::nullopt : std::optional(property->value);
+}
+
+bool PropertyModel::start(std::u16string_view name, std::u16string_view value) {
+  ModelProperty* property = find(name);
+  if (property == nullptr) return false;
+  property->value = value;
+  applyRules();
+  return true;
+}
+
+bool PropertyModel::allows(std::u16string_view name, std::u16string_view option) const {
+  const ModelProperty* property = find(name);
+  if (property == nullptr) return false;
+  const std::u16string wanted(option);
+  return (property->description.options.empty() || property->isOption(option)) && property->isAvailable(wanted);
+}
+
+bool PropertyModel::isContext(std::u16string_view name) const {
+  const ModelProperty* property = find(name);
+  return property != nullptr && property->description.isContext;
+}
+
+void PropertyModel::submit(const TracePairs& pairs) {
+  for (const auto& [name, value] : pairs) demand(name);
+  for (const auto& property : properties) property->valueBefore = property->value;
+
+  std::vector<ModelProperty*> submitted;
+  for (const auto& [name, value] : pairs) {
+    ModelProperty& property = demand(name);
+    property.value = value;
+    if (std::find(submitted.begin(), submitted.end(), &property) == submitted.end()) submitted.push_back(&property);
+  }
+
+  Pending pending{applyRules(), {}};
+  for (ModelProperty* property : submitted)
+    if (property->value != property->valueBefore || property->selectionsInDelivery == 0)
+      pending.selections.push_back({property, property->selectionsFired});
+  for (const auto& property : properties) {
+    const bool isSubmitted = std::find(submitted.begin(), submitted.end(), property.get()) != submitted.end();
+    if (property->value != property->valueBefore && !isSubmitted)
+      pending.selections.push_back({property.get(), property->selectionsFired});
+  }
+  fire(pending);
+}
+
+void PropertyModel::setAvailable(std::u16string_view name, std::u16string_view option, bool available) {
+  ModelProperty& property = demand(name);
+  std::u16string value(option);
+  if (property.isAvailable(value) == available) return;
+  if (available) {
+    property.forbidden.erase(value);
+    property.ruledOut.erase(value);
+  } else {
+    property.forbidden.insert(value);
+  }
+  fire({{{&property, value, property.enablesFired[value]}}, {}});
+}
+
+void PropertyModel::announce() {
+  for (const auto& property : properties) {
+    const auto options = property->description.options;
+    for (const std::u16string& option : options)
+      if (!property->isAvailable(option)) fireEnable(*property, option);
+    fireSelection(*property);
+  }
+}
+
+// Runs the rules until nothing changes, and tells which options became available or unavailable.
+std::vector<PropertyModel::EnableSignal> PropertyModel::applyRules() {
+  for (const auto& property : properties) property->ruledOutBefore = property->ruledOut;
+  // Each round that goes on has moved a property away from an option; rules that chase one another end all the same.
+  for (std::size_t round = 0; round <= model.rules.size(); ++round) {
+    for (const auto& property : properties) property->ruledOut.clear();
+    for (const RuleDescription& rule : model.rules) {
+      const bool holds = std::all_of(rule.conditions.begin(), rule.conditions.end(), [this](const auto& condition) {
+        return demand(condition.property).value == condition.value;
+      });
+      if (holds) demand(rule.property).ruledOut.insert(rule.option);
+    }
+    bool moved = false;
+    for (const auto& property : properties) moved = property->leaveRuledOut() || moved;
+    if (!moved) break;
+  }
+  std::vector<EnableSignal> changed;
+  for (const auto& property : properties)
+    for (const std::u16string& option : property->description.options) {
+      const bool before = property->ruledOutBefore.contains(option);
+      if (before != property->ruledOut.contains(option) && !property->forbidden.contains(option))
+        changed.push_back({property.get(), option, property->enablesFired[option]});
+    }
+  return changed;
+}
+
+void PropertyModel::fire(const Pending& pending) {
+  ++depth;
+  try {
+    for (const EnableSignal& signal : pending.enables)
+      if (signal.property->enablesFired[signal.option] == signal.firedBefore)
+        fireEnable(*signal.property, signal.option);
+    for (const SelectionSignal& signal : pending.selections)
+      if (signal.property->selectionsFired == signal.firedBefore) fireSelection(*signal.property);
+  } catch (...) {
+    --depth;
+    notify();
+    throw;
+  }
+  --depth;
+  notify();
+}
+
+void PropertyModel::fireEnable(ModelProperty& property, const std::u16string& option) {
+  ++property.enablesFired[option];
+  const bool enabled = property.isAvailable(option);
+  const std::u16string& name = property.description.name;
+  trace.record({"signal", {{"signal", u"enable-change"}, {"of", name}, {"option", option}, {"enabled", enabled}}});
+  Kiln::ModelEnableChange change{text(name), text(option), enabled};
+  property.enableChange->fire(change);
+}
+
+void PropertyModel::fireSelection(ModelProperty& property) {
+  ++property.selectionsFired;
+  const std::u16string& name = property.description.name;
+  trace.record({"signal", {{"signal", u"selection-change"}, {"of", name}, {"value", property.value}}});
+  Kiln::ModelSelectionChange change{Kiln::SmartPtr<Kiln::Property>(&property), text(property.value)};
+  const InDelivery delivery(property.selectionsInDelivery);
+  property.selectionChange->fire(change);
+}
+
+void PropertyModel::valueWritten() { notify(); }
+
+void PropertyModel::notify() {
+  if (depth > 0) return;
+  for (const auto& listener : listeners) listener();
+}
+
+TracePairs PropertyModel::values() const {
+  TracePairs pairs;
+  for (const auto& property : properties) pairs.emplace_back(property->description.name, property->value);
+  return pairs;
+}
+
+TracePairs PropertyModel::printedValues() const {
+  TracePairs pairs = values();
+  for (std::size_t i = 0; i < pairs.size(); ++i)
+    if (!properties[i]->isAvailable(pairs[i].second)) pairs[i].second = properties[i]->description.defaultValue;
+  return pairs;
+}
+
+void PropertyModel::setValue(Kiln::WStringView) { throw failure("The root of the model has no value."); }
+
+bool PropertyModel::hasChild(Kiln::WStringView name) { return find(name) != nullptr; }
+
+Kiln::SmartPtr<Kiln::Property> PropertyModel::child(Kiln::WStringView name) {
+  return Kiln::SmartPtr<Kiln::Property>(find(name));
+}
+
+Kiln::SmartPtr<Kiln::Signal<Kiln::ModelEnableChange&>> PropertyModel::enableChangeSignal(Kiln::WStringView name) {
+  return demand(name).enableChange;
+}
+
+Kiln::SmartPtr<Kiln::Signal<Kiln::ModelSelectionChange&>> PropertyModel::selectionChangeSignal(
+    Kiln::WStringView name) {
+  return demand(name).selectionChange;
+}
+
+ModelProperty* PropertyModel::find(std::u16string_view name) const {
+  const auto found = byName.find(name);
+  return found == byName.end() ? nullptr : found->second;
+}
+
+ModelProperty& PropertyModel::demand(std::u16string_view name) const {
+  ModelProperty* property = find(name);
+  if (property == nullptr) throw unknown(name);
+  return *property;
+}
+
+}  // namespace Refhost

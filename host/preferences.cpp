@@ -1,0 +1,314 @@
+#include "host/preferences.h"
+
+#include "host/documents/disk.h"
+#include "host/library.h"
+#include "host/property_binding.h"
+#include "host/reference_host.h"
+#include "host/screen.h"
+#include "host/unicode.h"
+
+#include <random>
+#include <stdexcept>
+
+namespace Refhost {
+namespace {
+
+constexpr std::u16string_view deviceTab = u"chrome://base/content/tab_device.xul";
+constexpr std::string_view pluginName = "effect";
+
+const char16_t* nameOf(Mode mode) {
+  switch (mode) {
+    case Mode::docProp: return u"DocProp";
+    case Mode::pdc: return u"PDC";
+    case Mode::prePrint: return u"PrePrint";
+    case Mode::rootless: break;
+  }
+  return u"";
+}
+
+// The folder for what a user keeps; a temporary one goes with it.
+class Home {
+ public:
+  explicit Home(const std::filesystem::path& wanted) : isTemporary(wanted.empty()) {
+    path = isTemporary ? temporary() : std::filesystem::absolute(wanted).lexically_normal();
+    if (!path.has_filename()) path = path.parent_path();
+    for (const char* name : {"user", "profile"}) {
+      std::error_code error;
+      std::filesystem::create_directories(path / name, error);
+      if (error)
+        throw std::runtime_error("The folder " + toNarrow((path / name).u16string()) + " cannot be made: " +
+                                 error.message() + ".");
+    }
+  }
+  Home(const Home&) = delete;
+  Home& operator=(const Home&) = delete;
+  ~Home() {
+    std::error_code error;
+    if (isTemporary) std::filesystem::remove_all(path, error);
+  }
+
+  std::filesystem::path path;
+
+ private:
+  static std::filesystem::path temporary() {
+    std::random_device random;
+    return std::filesystem::temp_directory_path() /
+           ("kiln-" + std::to_string(random()) + "-" + std::to_string(random()));
+  }
+
+  bool isTemporary;
+};
+
+// What an action fails with, as a sentence; empty when it does not.
+std::string sentenceOfFailure(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const std::exception& error) {
+    return *error.what() == '\0' ? "The plug-in failed without saying why." : error.what();
+  } catch (...) {
+    return "The plug-in failed in a way that it does not describe.";
+  }
+  return {};
+}
+
+// Properties that a user sets, without the facts of printer and job.
+TracePairs userValues(const PropertyModel& model) {
+  TracePairs pairs = model.values();
+  std::erase_if(pairs, [&model](const auto& pair) { return model.isContext(pair.first); });
+  return pairs;
+}
+
+// The pairs of `wanted` that the model does not have yet.
+TracePairs differences(const PropertyModel& model, const TracePairs& wanted) {
+  TracePairs pairs;
+  for (const auto& pair : wanted)
+    if (model.value(pair.first) != pair.second) pairs.push_back(pair);
+  return pairs;
+}
+
+}  // namespace
+
+// Everything of one opening. The members are destroyed from the last to the first: the plug-in, then what it was
+// connected to, then its library.
+struct Preferences::Run {
+  Run(Preferences& owner, const Options& options)
+      : home(options.home),
+        strings(owner.folders, options.locale),
+        screen(options.dpi),
+        library(make<Library>(options.plugin)),
+        files{realDisk(), owner.events, home.path},
+        manager(make<PropertyManager>(
+            make<PropertyModel>(readModel(options.resources / "models", options.model), owner.events), owner.events)),
+        widgets{owner.events, strings, screen.window(), [&owner](const auto& action) { owner.dispatch(action); },
+                [&owner](WidgetNode& widget) { owner.face.widgetChanged(widget); }},
+        layouts(owner.folders, options.withoutWidgets),
+        host({owner.face, owner.events, owner.folders, strings, files, *manager->model}),
+        gui(make<Gui>(GuiWorld{owner.face, layouts, widgets}, owner.events)) {
+    host.active = options.active;
+    host.fonts = options.fonts;
+    host.helpContext = [this] { return gui ? std::u16string(gui->panel().selectedTabId().view()) : u""; };
+  }
+
+  PropertyModel& model() { return *manager->model; }
+
+  // The plug-in's part in PrintTickets. Throws std::runtime_error when it has none.
+  Kiln::PTPlugin& ticketPlugin() const {
+    auto* part = dynamic_cast<Kiln::PTPlugin*>(plugin.get());
+    if (part == nullptr) throw std::runtime_error("The plug-in does not take part in PrintTickets.");
+    return *part;
+  }
+
+  Home home;
+  StringTables strings;
+  Screen screen;
+  Kiln::SmartPtr<Library> library;
+  FileWorld files;
+  Kiln::SmartPtr<PropertyManager> manager;
+  WidgetWorld widgets;
+  LayoutReader layouts;
+  ReferenceHost host;
+  Kiln::SmartPtr<Gui> gui;
+  Kiln::SmartPtr<Kiln::UIPlugin> plugin;
+
+  // The values before each action that changed some, the latest last.
+  std::vector<TracePairs> past;
+  int actions = 0;  // within one another
+};
+
+Preferences::Preferences(Options options, Face& shownBy)
+    : runOptions(std::move(options)), face(shownBy), folders(runOptions.resources) {}
+
+Preferences::~Preferences() {
+  if (run && run->gui) run->gui->cancelDialogs();
+}
+
+void Preferences::open() {
+  run = std::make_unique<Run>(*this, runOptions);
+  // An exception of the plug-in's has code in its library, so it must be gone before the library is.
+  const std::string sentence = sentenceOfFailure([this] { start(); });
+  if (sentence.empty()) return;
+  run.reset();
+  throw std::runtime_error(sentence);
+}
+
+void Preferences::start() {
+  applyOptions();
+  const Mode mode = runOptions.mode;
+  if (mode == Mode::docProp || mode == Mode::pdc) loadDeviceTab();
+
+  run->plugin = run->library->createPlugin()(run->host, run->manager, text(pluginName), nullptr, run->library);
+  if (!run->plugin)
+    throw std::runtime_error("The library " + toNarrow(runOptions.plugin.u16string()) + " has no plug-in named " +
+                             std::string(pluginName) + ".");
+  run->plugin->create();
+  run->plugin->initialise();
+  if (mode == Mode::rootless) {
+    run->plugin->rootlessActivation();
+    run->gui.reset();
+    return;
+  }
+  run->plugin->configureUI(run->gui);
+  if (mode == Mode::prePrint) {
+    dispatch([this] { run->gui->fireReady(); });
+    return;
+  }
+  run->gui->panel().select(run->gui->tabs().back().root->WidgetNode::id());
+  run->gui->fireReady();
+  run->model().announce();
+  run->past.clear();
+}
+
+void Preferences::applyOptions() {
+  const std::filesystem::path& home = run->home.path;
+  Settings& settings = *run->manager->settings;
+  settings.set(u"kilnworks.user.path", (home / "user").u16string());
+  settings.set(u"kilnworks.user.userprofile", (home / "profile").u16string());
+  settings.set(u"kilnworks.pdlsettings.folder", u"overlays");
+  settings.set(u"kilnworks.user.localdata.path", (home / "localdata").u16string());
+  if (runOptions.mode != Mode::rootless) settings.set(u"UIMode", nameOf(runOptions.mode));
+  for (const auto& [key, value] : runOptions.settings) {
+    if (value) {
+      settings.set(key, *value);
+    } else {
+      settings.remove(key);
+    }
+  }
+  for (const auto& [key, value] : runOptions.customisation) run->manager->customisation->set(key, value);
+  for (const auto& [name, value] : runOptions.properties)
+    if (!run->model().start(name, value))
+      throw std::runtime_error("The model " + runOptions.model + " has no property " + toNarrow(name) + ".");
+}
+
+void Preferences::loadDeviceTab() {
+  run->gui->loadTab(deviceTab);
+  bindProperties(run->gui->tabs().front(), run->model(), [this](const auto& name, const auto& value) {
+    if (run->model().value(name) != value) set(name, value);
+  });
+  const auto show = [this] {
+    if (run->gui) showProperties(run->gui->tabs().front(), run->model());
+  };
+  run->model().onChange(show);
+  show();
+}
+
+PropertyModel& Preferences::model() { return run->model(); }
+
+const StringTables& Preferences::strings() const { return run->strings; }
+
+std::optional<std::u16string> Preferences::setting(std::u16string_view key) const {
+  return run->manager->settings->get(key);
+}
+
+Gui* Preferences::gui() { return run->gui.get(); }
+
+const std::filesystem::path& Preferences::home() const { return run->home.path; }
+
+bool Preferences::accept() {
+  if (!run->gui) return false;
+  bool accepted = false;
+  dispatch([&] { accepted = run->gui->panel().firePreAccept(); });
+  if (accepted) close();
+  return accepted;
+}
+
+void Preferences::cancel() {
+  if (run->gui) close();
+}
+
+void Preferences::close() {
+  run->gui->cancelDialogs();
+  run->gui.reset();
+}
+
+void Preferences::selectTab(const std::u16string& id) {
+  if (run->gui) run->gui->panel().select(id);
+}
+
+void Preferences::help() {
+  if (run->gui) dispatch([this] { run->gui->panel().fireHelp(); });
+}
+
+bool Preferences::canUndo() const { return !run->past.empty(); }
+
+void Preferences::undo() {
+  if (run->past.empty()) return;
+  const TracePairs before = std::move(run->past.back());
+  run->past.pop_back();
+  const std::size_t kept = run->past.size();
+  dispatch([&] { run->model().submit(differences(run->model(), before)); });
+  run->past.resize(kept);
+}
+
+void Preferences::restoreDefaults() {
+  TracePairs defaults;
+  for (const PropertyDescription& property : run->model().description().properties)
+    if (!property.isContext) defaults.emplace_back(property.name, property.defaultValue);
+  const TracePairs pairs = differences(run->model(), defaults);
+  if (!pairs.empty()) dispatch([&] { run->model().submit(pairs); });
+}
+
+void Preferences::set(const std::u16string& name, const std::u16string& value) {
+  dispatch([&] { run->model().submit({{name, value}}); });
+}
+
+void Preferences::setAvailable(const std::u16string& name, const std::u16string& option, bool available) {
+  dispatch([&] { run->model().setAvailable(name, option, available); });
+}
+
+std::string Preferences::ticket() {
+  return run->host.ticketDocuments().document(run->ticketPlugin(), run->model(), Kiln::PTLevel::job);
+}
+
+std::string Preferences::ticketSchema() { return run->host.ticketDocuments().schemaDocument(run->ticketPlugin()); }
+
+std::string Preferences::capabilities() {
+  return run->host.ticketDocuments().capabilities(run->ticketPlugin(), run->model());
+}
+
+void Preferences::loadTicket(std::string_view document, const std::string& source) {
+  const TracePairs before = userValues(run->model());
+  run->host.ticketDocuments().load(run->ticketPlugin(), run->model(), document, source);
+  TracePairs loaded;
+  for (const auto& [name, value] : before)
+    if (const auto now = *run->model().value(name); now != value) loaded.emplace_back(name, now);
+  if (loaded.empty()) return;
+  // The values are there; submitting them runs the rules and tells everybody.
+  const std::size_t kept = run->past.size();
+  dispatch([&] { run->model().submit(loaded); });
+  run->past.resize(kept);
+  run->past.push_back(before);
+}
+
+void Preferences::lock(std::vector<std::u16string> names) { run->host.lockedNames = std::move(names); }
+
+void Preferences::dispatch(const std::function<void()>& action) {
+  const bool outermost = run->actions == 0;
+  const TracePairs before = outermost ? userValues(run->model()) : TracePairs();
+  ++run->actions;
+  const std::string sentence = sentenceOfFailure(action);
+  --run->actions;
+  if (outermost && userValues(run->model()) != before) run->past.push_back(before);
+  if (!sentence.empty()) face.showFailure(sentence);
+}
+
+}  // namespace Refhost

@@ -1,0 +1,127 @@
+// One opening of the preferences: a model, a plug-in, its tab, and what a user does with them.
+#pragma once
+
+#include "host/chrome/addresses.h"
+#include "host/chrome/strings.h"
+#include "host/face.h"
+#include "host/gui.h"
+#include "host/model/properties.h"
+#include "host/trace.h"
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace Refhost {
+
+enum class Mode { docProp, pdc, prePrint, rootless };
+
+struct Options {
+  // The plug-in library.
+  std::filesystem::path plugin;
+
+  // The folder that holds the packages and the folder "models".
+  std::filesystem::path resources;
+  std::string model = "standard";
+  Mode mode = Mode::docProp;
+  bool active = true;
+
+  // For everything that a user keeps; made when missing. Empty for a temporary one that goes with the run.
+  std::filesystem::path home;
+
+  // Host settings on top of the host's own; without a value: the key does not exist.
+  std::vector<std::pair<std::u16string, std::optional<std::u16string>>> settings;
+  TracePairs properties;
+  TracePairs customisation;
+  std::string locale = "en-US";
+  std::set<std::u16string, std::less<>> withoutWidgets;
+
+  // The screen's horizontal pixels per inch.
+  int dpi = 96;
+
+  // The installed font face names; no list: they cannot be told.
+  std::optional<std::vector<std::u16string>> fonts;
+};
+
+class Preferences {
+ public:
+  // Opens nothing yet. `shownBy` outlives the preferences.
+  Preferences(Options options, Face& shownBy);
+  ~Preferences();
+  Preferences(const Preferences&) = delete;
+  Preferences& operator=(const Preferences&) = delete;
+
+  // Loads the plug-in and opens the preferences; with mode prePrint this runs the print-time step. Throws
+  // std::runtime_error: one sentence; nothing is half open then. What plug-in code throws goes to the face.
+  void open();
+
+  const Options& options() const { return runOptions; }
+  Trace& trace() { return events; }
+  const ChromeFolders& chrome() const { return folders; }
+
+  // These are valid from open on, also after the preferences were accepted or cancelled.
+  PropertyModel& model();
+  const StringTables& strings() const;
+
+  // A host setting; nothing when the key does not exist.
+  std::optional<std::u16string> setting(std::u16string_view key) const;
+
+  // The tabs and dialogs; null after accept or cancel, and in mode rootless.
+  Gui* gui();
+
+  // The folder for what the user keeps.
+  const std::filesystem::path& home() const;
+
+  // What a user does. accept fires the pre-accept first and is false when that is refused; the widgets are gone after
+  // accept and cancel.
+  bool accept();
+  void cancel();
+  void selectTab(const std::u16string& id);
+  void help();
+  bool canUndo() const;
+  void undo();
+  void restoreDefaults();
+
+  // Gives a property a value through a transition of the host's own.
+  void set(const std::u16string& name, const std::u16string& value);
+
+  // The current PrintTicket, the plug-in's schema, and what the model can do now (PrintCapabilities), as documents. Throw
+  // std::runtime_error: one sentence.
+  std::string ticket();
+  std::string ticketSchema();
+  std::string capabilities();
+
+  // Takes over a PrintTicket's settings, as a user's action that undo takes back. `source` names the document in messages.
+  // Throws std::runtime_error, one sentence with source, line and name; nothing has changed then.
+  void loadTicket(std::string_view document, const std::string& source);
+
+  // By hand: an option's availability, the names that the "lock" attribute lists.
+  void setAvailable(const std::u16string& name, const std::u16string& option, bool available);
+  void lock(std::vector<std::u16string> names);
+
+  // Runs what a user's action sets off: what plug-in code throws is told to the face, and the state before it can be
+  // brought back by undo.
+  void dispatch(const std::function<void()>& action);
+
+ private:
+  struct Run;
+
+  void start();
+  void applyOptions();
+  void loadDeviceTab();
+  void close();
+
+  Options runOptions;
+  Face& face;
+  Trace events;
+  ChromeFolders folders;
+  std::unique_ptr<Run> run;
+};
+
+}  // namespace Refhost

@@ -1,0 +1,184 @@
+#include "host/reference_host.h"
+
+#include "host/documents/documents.h"
+#include "host/documents/stores.h"
+#include "host/documents/text_list.h"
+#include "host/unicode.h"
+#include "host/widgets/list.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace Refhost {
+namespace {
+
+class Transition final : public Kiln::State::Transition {
+ public:
+  Transition(const PropertyModel& properties, Kiln::WStringView property, Kiln::WStringView value)
+      : model(properties) {
+    append(property, value);
+  }
+  void add(Kiln::WStringView property, Kiln::WStringView value) override { append(property, value); }
+
+  TracePairs pairs;
+
+ private:
+  void append(Kiln::WStringView property, Kiln::WStringView value) {
+    if (!model.isKnown(property))
+      throw Kiln::XUL::KeyError(heap(), "The model has no property " + toNarrow(property) + ".");
+    pairs.emplace_back(property.view(), value.view());
+  }
+
+  const PropertyModel& model;
+};
+
+class Alignment final : public Kiln::XUL::Alignment {
+ public:
+  explicit Alignment(std::int32_t alignmentFlags) : flags(alignmentFlags) {}
+  void bind(Kiln::SmartPtr<Kiln::XUL::Widget> container) override {
+    auto* box = dynamic_cast<Container*>(container.get());
+    if (box != nullptr && (flags & shareColumns) != 0) box->shareColumns();
+  }
+
+ private:
+  std::int32_t flags;
+};
+
+std::vector<std::u16string> wideNames(const std::vector<std::string>& names) {
+  std::vector<std::u16string> wide;
+  std::transform(names.begin(), names.end(), std::back_inserter(wide), toWide);
+  return wide;
+}
+
+bool isColour(std::u16string_view text) {
+  constexpr std::u16string_view digits = u"0123456789abcdefABCDEF";
+  return text.size() == 7 && text.front() == u'#' && text.find_first_not_of(digits, 1) == text.npos;
+}
+
+}  // namespace
+
+PropertyManager::PropertyManager(Kiln::SmartPtr<PropertyModel> properties, const Trace& eventTrace)
+    : model(std::move(properties)),
+      settings(make<Settings>()),
+      customisation(make<Settings>()),
+      trace(eventTrace),
+      profileImport(make<HostSignal<Kiln::ImportExportEventArg>>(trace, "profile-import", u"PropertyManager")),
+      profileExport(make<HostSignal<Kiln::ImportExportEventArg>>(trace, "profile-export", u"PropertyManager")) {}
+
+Kiln::SmartPtr<Kiln::State::Transition> PropertyManager::transition(Kiln::WStringView property,
+                                                                    Kiln::WStringView value) {
+  return make<Transition>(*model, property, value);
+}
+
+void PropertyManager::submit(Kiln::SmartPtr<Kiln::State::Transition> transition) {
+  const auto own = Kiln::smartCast<Transition>(transition);
+  if (!own) throw failure("A transition was submitted that this host did not make.");
+  trace.record({"transition", {{"pairs", own->pairs}}});
+  model->submit(own->pairs);
+}
+
+bool PropertyManager::valueAllowed(Kiln::WStringView property, Kiln::WStringView value) {
+  return model->allows(property, value);
+}
+
+ReferenceHost::ReferenceHost(const World& hostWorld)
+    : world(hostWorld), documentService(makeDocuments()), ticketService(makeTickets(hostWorld.chrome)) {}
+
+void ReferenceHost::showPluginHelp(Kiln::StringView plugin) {
+  const auto topic = helpContext();
+  const auto url = u"chrome://" + toWide(plugin) + u"/content/" + toWide(world.strings.locale()) + u"/help/" + topic +
+                   u".html";
+  showHelpTopic(url, topic);
+}
+
+void ReferenceHost::showHelpTopic(Kiln::WStringView url, Kiln::WStringView topic) {
+  world.trace.record({"show-help", {{"context", std::u16string(topic.view())}}});
+  world.face.showHelp(std::u16string(url.view()), std::u16string(topic.view()));
+}
+
+Kiln::SmartPtr<Kiln::Services::TextList> ReferenceHost::attributeNames(Kiln::WStringView attribute) {
+  return makeTextList(attribute.view() == u"lock" ? lockedNames : std::vector<std::u16string>());
+}
+
+void ReferenceHost::runJobStep() {
+  if (const auto name = world.face.askJobStep()) world.model.submit({{u"OverlayImageName", *name}});
+}
+
+void ReferenceHost::cancelJob() {
+  world.trace.record({"cancel-job", {}});
+  world.model.submit({{u"CancelJob", u"True"}});
+}
+
+Kiln::SmartPtr<Kiln::XUL::ListData> ReferenceHost::listData() { return make<ListData>(world.strings); }
+
+Kiln::SmartPtr<Kiln::XUL::Alignment> ReferenceHost::alignment(std::int32_t flags) { return make<Alignment>(flags); }
+
+Kiln::SmartPtr<Kiln::XUL::Image> ReferenceHost::image(Kiln::WStringView address, Kiln::WStringView) {
+  const auto file = world.chrome.file(address).value_or(std::filesystem::path(address.view()));
+  std::error_code error;
+  if (!std::filesystem::is_regular_file(file, error)) return {};
+  return make<Image>(std::u16string(address.view()), file);
+}
+
+Kiln::SmartPtr<Kiln::XUL::Image> ReferenceHost::swatch(Kiln::WStringView colour, std::int32_t width,
+                                                       std::int32_t height) {
+  if (!isColour(colour) || width <= 0 || height <= 0) return {};
+  return make<Image>(std::u16string(colour.view()), width, height);
+}
+
+Kiln::WString ReferenceHost::translate(Kiln::WStringView token) { return text(world.strings.resolve(token)); }
+
+Kiln::WString ReferenceHost::lookUp(Kiln::WStringView url, Kiln::WStringView key) {
+  const std::u16string address(url.view());
+  auto table = tables.find(address);
+  if (table == tables.end()) {
+    const auto file = world.chrome.file(url);
+    std::error_code error;
+    const bool exists = file && std::filesystem::exists(*file, error);
+    try {
+      table = tables.emplace(address, exists ? readStrings(*file) : StringTable()).first;
+    } catch (const std::runtime_error& broken) {
+      throw failure(broken.what());
+    }
+  }
+  const auto found = table->second.find(referencedName(key));
+  return found == table->second.end() ? Kiln::WString() : text(found->second);
+}
+
+Kiln::SmartPtr<Kiln::Services::TextList> ReferenceHost::locales(Kiln::WStringView package) {
+  return makeTextList(wideNames(world.chrome.locales(toNarrow(package))));
+}
+
+Kiln::WString ReferenceHost::languageName() {
+  const std::string& locale = world.strings.locale();
+  if (locale == "zh-TW") return text(u"Chinese-Traditional");
+  if (locale == "zh-CN") return text(u"Chinese-Simplified");
+  if (locale.starts_with("ja")) return text(u"Japanese");
+  if (locale.starts_with("de")) return text(u"German");
+  if (locale.starts_with("fr")) return text(u"French");
+  return text(u"English");
+}
+
+bool ReferenceHost::isJapanese() { return languageName().view() == u"Japanese"; }
+
+Kiln::SmartPtr<Kiln::Services::TextList> ReferenceHost::fontNames() {
+  return fonts ? makeTextList(*fonts) : Kiln::SmartPtr<Kiln::Services::TextList>();
+}
+
+Kiln::SmartPtr<Kiln::Services::Path> ReferenceHost::path(Kiln::WStringView name) {
+  return makePath(world.files, std::filesystem::path(name.view()));
+}
+
+Kiln::SmartPtr<Kiln::Services::FileBackingStoreIO> ReferenceHost::file(Kiln::SmartPtr<Kiln::Services::Path> path) {
+  return fileStore(world.files, std::move(path));
+}
+
+Kiln::SmartPtr<Kiln::Services::BackingStoreIO> ReferenceHost::resource(Kiln::WStringView url) {
+  const auto named = world.chrome.file(url);
+  if (!named) throw failure(toNarrow(url) + " is no address of a resource.");
+  return resourceStore(*named);
+}
+
+void ReferenceHost::tell(Kiln::WStringView sentence) { world.face.showFailure(toNarrow(sentence)); }
+
+}  // namespace Refhost

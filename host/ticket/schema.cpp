@@ -1,0 +1,274 @@
+#include "host/ticket/schema.h"
+
+#include "host/unicode.h"
+
+#include <algorithm>
+#include <initializer_list>
+#include <limits>
+#include <map>
+#include <set>
+
+namespace Refhost {
+namespace {
+
+constexpr std::u16string_view schemaNameSpace = u"urn:kilnworks:ticket-schema:1";
+
+// Reads one schema document. Every name is checked where it stands, so that what a schema means is never guessed.
+class SchemaReader {
+ public:
+  TicketSchema read(const Node& root) {
+    const Scope scope(root);
+    if (!isSchemaElement(root, u"ticketSchema"))
+      throw DocumentError(root, "a ticket schema begins with the element ticketSchema of the namespace " +
+                                    toNarrow(schemaNameSpace) + ".");
+    allowAttributes(root, {});
+    choosePrefixes(root);
+    eachChild(root, {u"feature", u"parameter"}, scope, [this](const Node& child, const Scope& inner) {
+      if (child.localNameText() == u"parameter") readParameter(child, inner);
+    });
+    eachChild(root, {u"feature", u"parameter"}, scope, [this](const Node& child, const Scope& inner) {
+      if (child.localNameText() == u"feature") schema.features.push_back(readFeature(child, inner, true));
+    });
+    return std::move(schema);
+  }
+
+ private:
+  static bool isSchemaElement(const Node& node, std::u16string_view name) {
+    return node.localNameText() == name && node.nameSpace == schemaNameSpace;
+  }
+
+  template <class Visit>
+  static void eachChild(const Node& parent, std::initializer_list<std::u16string_view> allowed, const Scope& scope,
+                        const Visit& visit) {
+    for (const auto& child : parent.children()) {
+      const bool isAllowed =
+          std::any_of(allowed.begin(), allowed.end(), [&](const auto name) { return isSchemaElement(*child, name); });
+      if (!isAllowed) throw DocumentError(*child, named(*child) + " does not belong into " + named(parent) + ".");
+      visit(*child, Scope(*child, scope));
+    }
+  }
+
+  static std::string named(const Node& node) { return "the element " + toNarrow(node.localNameText()); }
+
+  static void allowAttributes(const Node& node, std::initializer_list<std::u16string_view> allowed) {
+    for (const Node::Attribute& attribute : node.attributes)
+      if (!attribute.nameSpace.empty() || std::find(allowed.begin(), allowed.end(), attribute.name) == allowed.end())
+        throw DocumentError(node, named(node) + " has no attribute " + toNarrow(attribute.name) + ".");
+  }
+
+  static std::optional<std::u16string> optional(const Node& node, std::u16string_view attribute) {
+    const std::u16string* value = attributeOf(node, {}, attribute);
+    return value == nullptr ? std::nullopt : std::optional(*value);
+  }
+  static std::u16string demand(const Node& node, std::u16string_view attribute) {
+    auto value = optional(node, attribute);
+    if (!value) throw DocumentError(node, named(node) + " lacks the attribute " + toNarrow(attribute) + ".");
+    return *std::move(value);
+  }
+
+  // The framework's own prefixes, and those that the schema's root gives its other namespaces.
+  void choosePrefixes(const Node& root) {
+    schema.prefixes = {{u"psf", std::u16string(PrintSchema::framework)},
+                       {u"psk", std::u16string(PrintSchema::keywords)},
+                       {u"xsi", std::u16string(PrintSchema::instance)},
+                       {u"xsd", std::u16string(PrintSchema::dataTypes)}};
+    for (const auto& [prefix, nameSpace] : root.declarations) {
+      if (prefix.empty() || isDeclared(nameSpace)) continue;
+      const bool isTaken = std::any_of(schema.prefixes.begin(), schema.prefixes.end(),
+                                       [&p = prefix](const auto& taken) { return taken.first == p; });
+      if (isTaken) throw DocumentError(root, "the prefix " + toNarrow(prefix) + " is kept for the Print Schema.");
+      schema.prefixes.emplace_back(prefix, nameSpace);
+    }
+  }
+  bool isDeclared(std::u16string_view nameSpace) const {
+    return std::any_of(schema.prefixes.begin(), schema.prefixes.end(),
+                       [&](const auto& declared) { return declared.second == nameSpace; });
+  }
+
+  QName name(const Node& node, std::u16string_view attribute, const Scope& scope) const {
+    const auto text = demand(node, attribute);
+    auto resolved = scope.resolve(text);
+    if (!resolved || !isDeclared(resolved->nameSpace))
+      throw DocumentError(node, "the name " + quoted(text) + " has no prefix that the root element declares.");
+    return *std::move(resolved);
+  }
+
+  // A name that nothing else of the same kind and place has.
+  static void claim(std::set<QName>& taken, const Node& node, const QName& name) {
+    if (!taken.insert(name).second) throw DocumentError(node, "the name " + toNarrow(name.name) + " stands twice.");
+  }
+
+  static Kiln::PTLevel scopeOf(const Node& node) {
+    const auto text = optional(node, u"scope").value_or(u"page");
+    if (text == u"page") return Kiln::PTLevel::page;
+    if (text == u"document") return Kiln::PTLevel::document;
+    if (text == u"job") return Kiln::PTLevel::job;
+    throw DocumentError(node, "scope is " + quoted(text) + ", not page, document or job.");
+  }
+
+  static std::int64_t bound(const Node& node, std::u16string_view attribute) {
+    constexpr ValueType bounds{ValueForm::integer, std::numeric_limits<std::int32_t>::min(),
+                               std::numeric_limits<std::int32_t>::max()};
+    const auto text = demand(node, attribute);
+    if (const auto fault = faultOf(bounds, text); !fault.empty())
+      throw DocumentError(node, toNarrow(attribute) + " " + fault);
+    return std::stoll(toNarrow(propertyForm(bounds, text)));
+  }
+
+  static ValueType typeOf(const Node& node, ValueForm form) {
+    if (form == ValueForm::colour) return {form, 0, 0};
+    const ValueType type{form, bound(node, u"least"), bound(node, u"most")};
+    if (type.least > type.most) throw DocumentError(node, "least is more than most.");
+    if (form == ValueForm::text && type.least < 0) throw DocumentError(node, "a text has at least 0 characters.");
+    return type;
+  }
+
+  static ValueForm formOf(const Node& node) {
+    const auto text = demand(node, u"type");
+    if (text == u"text") return ValueForm::text;
+    if (text == u"integer") return ValueForm::integer;
+    if (text == u"colour") return ValueForm::colour;
+    throw DocumentError(node, "type is " + quoted(text) + ", not text, integer or colour.");
+  }
+
+  static OutOfRange outOfRangeOf(const Node& node) {
+    const auto text = optional(node, u"beyond").value_or(u"refused");
+    if (text == u"refused") return OutOfRange::refused;
+    if (text == u"wrapped") return OutOfRange::wrapped;
+    if (text == u"clamped") return OutOfRange::clamped;
+    throw DocumentError(node, "beyond is " + quoted(text) + ", not refused, wrapped or clamped.");
+  }
+
+  ExactParameter readExact(const Node& node, const Scope& scope, ValueForm form, const std::u16string& property) {
+    allowAttributes(node, {u"name", u"least", u"most"});
+    eachChild(node, {}, scope, [](const Node&, const Scope&) {});
+    ExactParameter exact{name(node, u"name", scope), typeOf(node, form)};
+    claimParameter(node, exact.name, property, exact.type);
+    return exact;
+  }
+
+  void readParameter(const Node& node, const Scope& scope) {
+    allowAttributes(
+        node, {u"name", u"property", u"scope", u"type", u"least", u"most", u"unit", u"beyond", u"standIn", u"absent"});
+    const ValueForm form = formOf(node);
+    ParameterMapping parameter{name(node, u"name", scope),
+                               demand(node, u"property"),
+                               scopeOf(node),
+                               typeOf(node, form),
+                               outOfRangeOf(node),
+                               optional(node, u"unit").value_or(u"characters"),
+                               optional(node, u"standIn"),
+                               {},
+                               optional(node, u"absent")};
+    claimParameter(node, parameter.name, parameter.property, parameter.type);
+    claimProperty(node, parameter.property);
+    eachChild(node, {u"exact"}, scope, [&](const Node& child, const Scope& inner) {
+      if (parameter.exact) throw DocumentError(child, "a parameter has one exact at most.");
+      parameter.exact =
+          readExact(child, inner, form == ValueForm::integer ? form : ValueForm::text, parameter.property);
+    });
+    const bool isInexact = parameter.standIn || parameter.outOfRange != OutOfRange::refused;
+    if (isInexact && !parameter.exact)
+      throw DocumentError(node, "a parameter that changes values needs an exact that carries them.");
+    if (parameter.standIn)
+      if (const auto fault = faultOf(parameter.type, *parameter.standIn); !fault.empty())
+        throw DocumentError(node, "standIn " + fault);
+    parameterIndex.emplace(parameter.name, schema.parameters.size());
+    schema.parameters.push_back(std::move(parameter));
+  }
+
+  OptionMapping readOption(const Node& node, const Scope& scope) const {
+    allowAttributes(node, {u"name", u"value"});
+    OptionMapping option{name(node, u"name", scope), demand(node, u"value"), {}};
+    std::set<QName> scoredNames;
+    eachChild(node, {u"scored"}, scope, [&](const Node& child, const Scope& inner) {
+      allowAttributes(child, {u"name", u"parameter"});
+      eachChild(child, {}, inner, [](const Node&, const Scope&) {});
+      const QName scored = name(child, u"name", inner);
+      const QName parameter = name(child, u"parameter", inner);
+      claim(scoredNames, child, scored);
+      const auto found = parameterIndex.find(parameter);
+      if (found == parameterIndex.end())
+        throw DocumentError(child, "there is no parameter " + toNarrow(parameter.name) + ".");
+      option.scored.emplace_back(scored, found->second);
+    });
+    return option;
+  }
+
+  FeatureMapping readFeature(const Node& node, const Scope& scope, bool isOutermost) {
+    allowAttributes(node, {u"name", u"property", u"scope", u"absent"});
+    FeatureMapping feature{
+        name(node, u"name", scope), demand(node, u"property"), scopeOf(node), {}, optional(node, u"absent"), {}, {}};
+    if (isOutermost) claim(featureNames, node, feature.name);
+    claimProperty(node, feature.property);
+    std::set<QName> inner;
+    eachChild(node, {u"option", u"feature", u"exact"}, scope, [&](const Node& child, const Scope& childScope) {
+      if (child.localNameText() == u"feature") {
+        feature.features.push_back(readFeature(child, childScope, false));
+        claim(inner, child, feature.features.back().name);
+      } else if (child.localNameText() == u"exact") {
+        if (isOutermost || feature.exact) throw DocumentError(child, "exact stands once, in a feature of a feature.");
+        feature.exact = readExact(child, childScope, ValueForm::text, feature.property);
+      } else {
+        auto option = readOption(child, childScope);
+        if (feature.optionOf(option.name) != nullptr || feature.optionOf(option.value) != nullptr)
+          throw DocumentError(child,
+                              "the name or the value of the option " + toNarrow(option.name.name) + " stands twice.");
+        feature.options.push_back(std::move(option));
+      }
+    });
+    if (feature.options.empty()) throw DocumentError(node, "a feature has at least one option.");
+    if (feature.absent && feature.optionOf(*feature.absent) != nullptr)
+      throw DocumentError(node, "absent is the value of an option.");
+    if (feature.absent)
+      for (const FeatureMapping& within : feature.features)
+        if (!within.exact) throw DocumentError(node, schema.shown(within.name) + " needs an exact.");
+    return feature;
+  }
+
+  void claimParameter(const Node& node, const QName& parameter, const std::u16string& property, const ValueType& type) {
+    if (!schema.parameterTypes.emplace(parameter, TicketSchema::Parameter{property, type}).second)
+      throw DocumentError(node, "the name " + schema.shown(parameter) + " stands twice.");
+  }
+
+  void claimProperty(const Node& node, const std::u16string& property) {
+    if (!properties.insert(property).second)
+      throw DocumentError(node, "the property " + toNarrow(property) + " stands twice.");
+  }
+
+  TicketSchema schema;
+  std::set<QName> featureNames;
+  std::set<std::u16string> properties;
+  std::map<QName, std::size_t> parameterIndex;
+};
+
+}  // namespace
+
+const OptionMapping* FeatureMapping::optionOf(std::u16string_view value) const {
+  const auto found = std::find_if(options.begin(), options.end(), [&](const auto& o) { return o.value == value; });
+  return found == options.end() ? nullptr : &*found;
+}
+
+const OptionMapping* FeatureMapping::optionOf(const QName& optionName) const {
+  const auto found = std::find_if(options.begin(), options.end(), [&](const auto& o) { return o.name == optionName; });
+  return found == options.end() ? nullptr : &*found;
+}
+
+const std::u16string& TicketSchema::prefixOf(std::u16string_view nameSpace) const {
+  const auto found =
+      std::find_if(prefixes.begin(), prefixes.end(), [&](const auto& p) { return p.second == nameSpace; });
+  if (found == prefixes.end()) throw std::logic_error("a namespace that the schema does not declare");
+  return found->first;
+}
+
+std::u16string TicketSchema::written(const QName& name) const { return prefixOf(name.nameSpace) + u':' + name.name; }
+
+std::string TicketSchema::shown(const QName& name) const {
+  const auto found =
+      std::find_if(prefixes.begin(), prefixes.end(), [&](const auto& p) { return p.second == name.nameSpace; });
+  return toNarrow((found == prefixes.end() ? u'{' + name.nameSpace + u'}' : found->first + u':') + name.name);
+}
+
+TicketSchema readSchema(const Node& document) { return SchemaReader().read(document); }
+
+}  // namespace Refhost

@@ -1,0 +1,199 @@
+#include "host/ticket/conversion.h"
+#include "host/ticket/elements.h"
+#include "host/unicode.h"
+
+#include <map>
+#include <set>
+
+namespace Refhost {
+namespace {
+
+class TicketReader {
+ public:
+  TicketReader(const TicketSchema& ticketSchema, Kiln::Property& tree) : schema(ticketSchema), properties(tree) {}
+
+  std::vector<std::pair<std::u16string, std::u16string>> read(const Node& root) {
+    checkRoot(root);
+    refuseMixedText(root);
+    const Scope scope(root);
+    for (const auto& child : root.children())
+      if (isFrameworkElement(*child, u"ParameterInit")) readInit(*child, scope);
+    readFeatures(schema.features, &root, scope);
+    for (std::size_t i = 0; i < schema.parameters.size(); ++i) readParameter(i);
+    return std::move(settings);
+  }
+
+ private:
+  // A text in the ticket, and the element that has it.
+  struct Found {
+    std::u16string text;
+    const Node* node;
+  };
+
+  static void checkRoot(const Node& root) {
+    if (!isFrameworkElement(root, u"PrintTicket"))
+      throw DocumentError(root, "the root element is " + toNarrow(root.localNameText()) +
+                                    ", not PrintTicket of the Print Schema framework.");
+    const std::u16string* version = attributeOf(root, {}, u"version");
+    if (version == nullptr || *version != u"1")
+      throw DocumentError(root, "the root element PrintTicket does not have the version \"1\".");
+  }
+
+  // Only elements without children have text; elsewhere its place would be lost when the ticket is written back.
+  static void refuseMixedText(const Node& node) {
+    if (!node.children().empty() && !node.text().empty())
+      throw DocumentError(node, "there is text beside the elements in " + toNarrow(node.localNameText()) + ".");
+    for (const auto& child : node.children()) refuseMixedText(*child);
+  }
+
+  void readInit(const Node& node, const Scope& around) {
+    const Scope scope(node, around);
+    const auto name = scope.resolveAttribute(node, u"name");
+    if (!name) return;
+    const auto known = schema.parameterTypes.find(*name);
+    if (known == schema.parameterTypes.end() || !properties.hasChild(known->second.property)) return;
+    if (node.children().size() != 1) throw DocumentError(node, schema.shown(*name) + " does not have one Value.");
+    const Node& value = *node.children().front();
+    const bool isNew = inits.emplace(*name, Found{textOf(value, scope, known->second.type, *name), &value}).second;
+    if (!isNew) throw DocumentError(node, schema.shown(*name) + " stands twice.");
+  }
+
+  // The text of a Value of that type.
+  std::u16string textOf(const Node& value, const Scope& around, const ValueType& type, const QName& name) const {
+    if (!isFrameworkElement(value, u"Value") || !value.children().empty())
+      throw DocumentError(value, schema.shown(name) + " does not have one Value.");
+    const std::u16string* typeName = attributeOf(value, PrintSchema::instance, u"type");
+    const auto given = typeName == nullptr ? std::nullopt : Scope(value, around).resolve(*typeName);
+    const QName wanted{std::u16string(dataTypeOf(type)), std::u16string(PrintSchema::dataTypes)};
+    if (given != wanted)
+      throw DocumentError(value, schema.shown(name) + " is not of the type " + schema.shown(wanted) + ".");
+    if (const auto fault = faultOf(type, value.text()); !fault.empty())
+      throw DocumentError(value, schema.shown(name) + " " + fault);
+    return value.text();
+  }
+
+  // The features that `parent` holds, or, where it is null, those that a left out feature would have held.
+  void readFeatures(const std::vector<FeatureMapping>& features, const Node* parent, const Scope& scope) {
+    std::set<const FeatureMapping*> read;
+    if (parent != nullptr)
+      for (const auto& child : parent->children())
+        if (isFrameworkElement(*child, u"Feature")) {
+          const Scope inner(*child, scope);
+          const FeatureMapping* feature = featureOf(features, inner.resolveAttribute(*child, u"name"));
+          if (feature == nullptr) continue;
+          if (!read.insert(feature).second) throw DocumentError(*child, schema.shown(feature->name) + " stands twice.");
+          readFeature(*feature, *child, inner);
+        }
+    for (const FeatureMapping& feature : features)
+      if (!read.contains(&feature) && properties.hasChild(feature.property)) readLeftOut(feature, scope);
+  }
+
+  const FeatureMapping* featureOf(const std::vector<FeatureMapping>& features, const std::optional<QName>& name) const {
+    for (const FeatureMapping& feature : features)
+      if (feature.name == name) return properties.hasChild(feature.property) ? &feature : nullptr;
+    return nullptr;
+  }
+
+  void readFeature(const FeatureMapping& feature, const Node& node, const Scope& scope) {
+    const Node* chosen = nullptr;
+    for (const auto& child : node.children()) {
+      if (!isFrameworkElement(*child, u"Option")) continue;
+      if (chosen != nullptr) throw DocumentError(*child, schema.shown(feature.name) + " has more than one Option.");
+      chosen = child.get();
+    }
+    if (chosen == nullptr) throw DocumentError(node, schema.shown(feature.name) + " has no Option.");
+    const Scope inner(*chosen, scope);
+    const auto name = inner.resolveAttribute(*chosen, u"name");
+    const OptionMapping* option = name ? feature.optionOf(*name) : nullptr;
+    if (option == nullptr)
+      throw DocumentError(*chosen, schema.shown(feature.name) + " has no option " +
+                                       (name ? schema.shown(*name) : std::string("without a name")) + ".");
+    settings.emplace_back(feature.property, option->value);
+    readScored(*option, *chosen, inner);
+    readFeatures(feature.features, &node, scope);
+  }
+
+  void readLeftOut(const FeatureMapping& feature, const Scope& scope) {
+    if (feature.exact)
+      if (const auto found = inits.find(feature.exact->name); found != inits.end()) {
+        if (found->second.text != feature.absent && feature.optionOf(found->second.text) == nullptr)
+          throw DocumentError(*found->second.node, schema.shown(feature.exact->name) + " is " +
+                                                       quoted(found->second.text) + ", which is no value of " +
+                                                       schema.shown(feature.name) + ".");
+        settings.emplace_back(feature.property, found->second.text);
+        readFeatures(feature.features, nullptr, scope);
+        return;
+      }
+    if (feature.absent) settings.emplace_back(feature.property, *feature.absent);
+    readFeatures(feature.features, nullptr, scope);
+  }
+
+  void readScored(const OptionMapping& option, const Node& node, const Scope& scope) {
+    for (const auto& child : node.children()) {
+      if (!isFrameworkElement(*child, u"ScoredProperty")) continue;
+      const Scope inner(*child, scope);
+      const auto name = inner.resolveAttribute(*child, u"name");
+      for (const auto& [scoredName, index] : option.scored)
+        if (scoredName == name && properties.hasChild(schema.parameters[index].property))
+          readScored(scoredName, index, *child, inner);
+    }
+  }
+
+  // A scored property holds its value, or refers to the parameter that does.
+  void readScored(const QName& name, std::size_t index, const Node& node, const Scope& scope) {
+    const ParameterMapping& parameter = schema.parameters[index];
+    if (node.children().size() != 1)
+      throw DocumentError(node, schema.shown(name) + " does not have one Value or ParameterRef.");
+    const Node& content = *node.children().front();
+    if (!isFrameworkElement(content, u"ParameterRef")) {
+      const bool isNew = literals.emplace(index, Found{textOf(content, scope, parameter.type, name), &content}).second;
+      if (!isNew) throw DocumentError(node, schema.shown(name) + " stands twice.");
+      return;
+    }
+    const auto target = Scope(content, scope).resolveAttribute(content, u"name");
+    if (target != parameter.name)
+      throw DocumentError(content, schema.shown(name) + " does not refer to " + schema.shown(parameter.name) + ".");
+    if (!inits.contains(parameter.name))
+      throw DocumentError(content, schema.shown(parameter.name) + " is referred to, but has no ParameterInit.");
+  }
+
+  void readParameter(std::size_t index) {
+    const ParameterMapping& parameter = schema.parameters[index];
+    if (!properties.hasChild(parameter.property)) return;
+    const std::u16string* open = publicText(parameter, index);
+    const auto exact = parameter.exact ? inits.find(parameter.exact->name) : inits.end();
+    if (exact != inits.end() && (open == nullptr || standsFor(parameter, *open, exact->second.text)))
+      settings.emplace_back(parameter.property, propertyForm(parameter.exact->type, exact->second.text));
+    else if (open != nullptr)
+      settings.emplace_back(parameter.property, propertyForm(parameter.type, *open));
+    else if (parameter.absent)
+      settings.emplace_back(parameter.property, *parameter.absent);
+  }
+
+  // Whether the public text is the one that is written for the exact value.
+  static bool standsFor(const ParameterMapping& parameter, const std::u16string& open, const std::u16string& exact) {
+    const auto written = publicValue(parameter, propertyForm(parameter.exact->type, exact));
+    return written && propertyForm(parameter.type, *written) == propertyForm(parameter.type, open);
+  }
+
+  const std::u16string* publicText(const ParameterMapping& parameter, std::size_t index) const {
+    if (const auto literal = literals.find(index); literal != literals.end()) return &literal->second.text;
+    const auto init = inits.find(parameter.name);
+    return init == inits.end() ? nullptr : &init->second.text;
+  }
+
+  const TicketSchema& schema;
+  Kiln::Property& properties;
+  std::map<QName, Found> inits;
+  std::map<std::size_t, Found> literals;  // by parameter: what a scored property holds itself
+  std::vector<std::pair<std::u16string, std::u16string>> settings;
+};
+
+}  // namespace
+
+std::vector<std::pair<std::u16string, std::u16string>> readTicket(const TicketSchema& schema,
+                                                                  Kiln::Property& properties, const Node& root) {
+  return TicketReader(schema, properties).read(root);
+}
+
+}  // namespace Refhost

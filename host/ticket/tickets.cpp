@@ -1,0 +1,155 @@
+#include "host/ticket/tickets.h"
+
+#include "host/documents/documents.h"
+#include "host/ticket/capabilities.h"
+#include "host/ticket/conversion.h"
+#include "host/ticket/lines.h"
+#include "host/unicode.h"
+
+#include <stdexcept>
+#include <utility>
+#include <vector>
+
+namespace Refhost {
+namespace {
+
+using Values = std::vector<std::pair<std::u16string, std::u16string>>;
+
+// Writes all values, or none when one cannot be written.
+void writeAll(Kiln::Property& properties, const Values& values) {
+  Values before;
+  for (const auto& [name, value] : values) before.emplace_back(name, properties.child(name)->wideValue().str());
+  std::size_t written = 0;
+  try {
+    for (; written < values.size(); ++written)
+      properties.child(values[written].first)->setValue(values[written].second);
+  } catch (...) {
+    for (std::size_t i = 0; i < written; ++i) properties.child(before[i].first)->setValue(before[i].second);
+    throw;
+  }
+}
+
+void bringBack(PropertyModel& model, const Values& values) {
+  for (const auto& [name, value] : values)
+    if (model.value(name) != value) model.child(name)->setValue(value);
+}
+
+// What a plug-in's operation throws becomes the host's own kind of error.
+template <class Work>
+auto asHost(const Work& work) {
+  try {
+    return work();
+  } catch (const Kiln::Exception& problem) {
+    throw std::runtime_error(problem.what());
+  }
+}
+
+}  // namespace
+
+std::string TicketService::document(Kiln::PTPlugin& plugin, PropertyModel& model, Kiln::PTLevel level) {
+  return asHost([&] {
+    const auto root = Kiln::smartCast<Node>(plugin.convertPMtoPT(model, level));
+    if (!root) throw std::runtime_error("The plug-in made no PrintTicket.");
+    const auto ticket = root->copy();
+    foreign.addTo(schemaOf(plugin)->mapping, *ticket);
+    return writeXml(*ticket);
+  });
+}
+
+void TicketService::load(Kiln::PTPlugin& plugin, PropertyModel& model, std::string_view bytes,
+                         const std::string& source) {
+  const auto root = readXml(bytes, source, documentLimits);
+  const Reading current{*root, bytes, source};
+  const auto before = model.values();
+  const Reading* const outer = std::exchange(reading, &current);
+  try {
+    asHost([&] {
+      plugin.convertPTtoPM(root, model);
+      foreign = ForeignContent(schemaOf(plugin)->mapping, model, *root);
+    });
+  } catch (...) {
+    reading = outer;
+    bringBack(model, before);
+    throw;
+  }
+  reading = outer;
+}
+
+std::string TicketService::capabilities(Kiln::PTPlugin& plugin, const PropertyModel& model) {
+  return asHost([&] { return writeXml(*capabilitiesOf(schemaOf(plugin)->mapping, model)); });
+}
+
+std::string TicketService::schemaDocument(Kiln::PTPlugin& plugin) {
+  return asHost([&] { return writeXml(*schemaOf(plugin)->document); });
+}
+
+Kiln::SmartPtr<Kiln::Dom::INode> TicketService::loadSchema(Kiln::WStringView url) {
+  if (const auto known = schemas.find(std::u16string(url.view())); known != schemas.end())
+    return known->second->document;
+  const auto file = folders.file(url);
+  if (!file) throw failure(toNarrow(url) + " names no ticket schema.");
+  try {
+    const std::string bytes = readFile(*file, documentLimits.bytes);
+    const auto document = readXml(bytes, file->string(), documentLimits);
+    try {
+      schemas.emplace(url.view(), std::make_shared<Schema>(Schema{document, readSchema(*document)}));
+    } catch (const DocumentError& error) {
+      throw failure(located(file->string(), lineOf(*error.element, *document, bytes), error.what()));
+    }
+    return document;
+  } catch (const std::runtime_error& problem) {
+    throw failure(problem.what());
+  }
+}
+
+void TicketService::propertiesToTicket(Kiln::PTPlugin& plugin, Kiln::SmartPtr<Kiln::Dom::INode> element,
+                                       Kiln::Property& properties, Kiln::PTLevel level) {
+  if (!element) return;
+  const auto root = Kiln::smartCast<Node>(element);
+  if (!root || root->localNameText() != u"PrintTicket")
+    throw failure("A PrintTicket is made in an element of this host that is named PrintTicket.");
+  try {
+    writeTicket(schemaOf(plugin)->mapping, properties, level, *root);
+  } catch (const std::runtime_error& problem) {
+    throw failure(problem.what());
+  }
+}
+
+void TicketService::ticketToProperties(Kiln::PTPlugin& plugin, Kiln::SmartPtr<Kiln::Dom::INode> ticket,
+                                       Kiln::Property& properties) {
+  const auto root = Kiln::smartCast<Node>(ticket);
+  if (!root) throw failure("A PrintTicket is read from an element of this host.");
+  Values values;
+  try {
+    values = readTicket(schemaOf(plugin)->mapping, properties, *root);
+  } catch (const DocumentError& error) {
+    throw failure(sentence(error));
+  } catch (const std::runtime_error& problem) {
+    throw failure(problem.what());
+  }
+  writeAll(properties, values);
+}
+
+std::shared_ptr<const TicketService::Schema> TicketService::schemaOf(Kiln::PTPlugin& plugin) {
+  const auto document = Kiln::smartCast<Node>(plugin.getSchema());
+  if (!document) throw std::runtime_error("The plug-in has no ticket schema.");
+  for (const auto& [url, schema] : schemas)
+    if (schema->document == document) return schema;
+  try {
+    return std::make_shared<Schema>(Schema{document, readSchema(*document)});
+  } catch (const DocumentError& error) {
+    throw std::runtime_error(std::string("The plug-in's ticket schema cannot be used: ") + error.what());
+  }
+}
+
+std::string TicketService::sentence(const DocumentError& error) const {
+  const std::size_t line = reading == nullptr ? 0 : lineOf(*error.element, reading->root, reading->bytes);
+  return line == 0 ? std::string("The PrintTicket cannot be read: ") + error.what()
+                   : located(reading->source, line, error.what());
+}
+
+Kiln::SmartPtr<TicketService> makeTickets(const ChromeFolders& chromeFolders) {
+  return make<TicketService>(chromeFolders);
+}
+
+}  // namespace Refhost

@@ -1,0 +1,124 @@
+// Lists and combo boxes: their items, and the one that is selected.
+#pragma once
+
+#include "host/widgets/widget.h"
+
+#include <vector>
+
+namespace Refhost {
+
+class ListItem final : public Kiln::XUL::ListItem {
+ public:
+  ListItem(const StringTables& tables, std::u16string_view itemText, std::u16string_view itemValue)
+      : strings(tables), label(itemText), itemValue(itemValue) {}
+
+  Kiln::WString text() override { return Refhost::text(label); }
+  void setText(Kiln::WStringView text) override { label = text.view(); }
+  Kiln::WString displayedText() override;
+  Kiln::WString value() override { return Refhost::text(itemValue); }
+  void setValue(Kiln::WStringView value) override { itemValue = value.view(); }
+  void setColour(Kiln::WStringView colour) override { textColour = colour.view(); }
+  Kiln::SmartPtr<Kiln::XUL::Image> image() override { return icon; }
+  void setImage(Kiln::SmartPtr<Kiln::XUL::Image> image) override { icon = std::move(image); }
+  bool isMarked() override { return marked; }
+  void setMarked(bool mark) override { marked = mark; }
+  bool flag() override { return state; }
+  void setFlag(bool flag) override { state = flag; }
+
+  // "#" and six hexadecimal digits; empty for the list's own colour.
+  const std::u16string& colour() const { return textColour; }
+
+ private:
+  const StringTables& strings;
+  std::u16string label;
+  std::u16string itemValue;
+  std::u16string textColour;
+  Kiln::SmartPtr<Kiln::XUL::Image> icon;
+  bool marked = false;
+  bool state = false;
+};
+
+class ListData final : public Kiln::XUL::ListData {
+ public:
+  explicit ListData(const StringTables& tables) : strings(tables) {}
+
+  // Whether items that are appended from now on are placed by their displayed text.
+  void setSorted(bool sort) { sorted = sort; }
+
+  std::int32_t count() override { return static_cast<std::int32_t>(items.size()); }
+  Kiln::SmartPtr<Kiln::XUL::ListItem> at(std::int32_t index) override;
+  Kiln::SmartPtr<Kiln::XUL::ListItem> append(Kiln::WStringView text, Kiln::WStringView value) override;
+  void insert(std::int32_t index, Kiln::SmartPtr<Kiln::XUL::ListItem> item) override;
+  Kiln::SmartPtr<Kiln::XUL::ListItem> remove(std::int32_t index) override;
+
+ private:
+  const StringTables& strings;
+  bool sorted = false;
+  std::vector<Kiln::SmartPtr<Kiln::XUL::ListItem>> items;
+};
+
+// What faces see of a list box or a combo box, whichever it is.
+class SelectorNode {
+ public:
+  virtual ~SelectorNode() = default;
+  virtual Kiln::XUL::ListData& items() = 0;
+  virtual std::int32_t selection() = 0;
+
+  // For the layout reader: selects the first item where none is selected.
+  virtual void startWithFirst() = 0;
+
+  // The user chooses the item at `index`; nothing happens while the widget cannot be operated, or when it is the
+  // selected one, or when there is none.
+  virtual void choose(std::int32_t index) = 0;
+};
+
+template <class Interface>
+class SelectorImpl : public WidgetImpl<Interface>, public SelectorNode {
+ public:
+  using ChangeSignal = HostSignal<Kiln::XUL::EventArg<Interface>>;
+
+  SelectorImpl(WidgetWorld& world, WidgetKind kind, std::u16string id);
+
+  Kiln::SmartPtr<Kiln::XUL::ListData> data() override { return list; }
+  void setData(Kiln::SmartPtr<Kiln::XUL::ListData> data) override;
+  std::int32_t selectedIndex() override;
+  void select(std::int32_t index) override;
+  bool selectValue(Kiln::WStringView value) override;
+  Kiln::SmartPtr<Kiln::XUL::ListItem> selectedItem() override { return selected; }
+  Kiln::SmartPtr<Kiln::Signal<Kiln::XUL::EventArg<Interface>>> changeSignal() override { return changes; }
+
+  Kiln::XUL::ListData& items() override { return *list; }
+  std::int32_t selection() override { return selectedIndex(); }
+  void startWithFirst() override {
+    if (!selected) selected = list->at(0);
+  }
+  void choose(std::int32_t index) override;
+
+ protected:
+  // Without a trace of it.
+  void selectItem(Kiln::SmartPtr<Kiln::XUL::ListItem> item);
+
+ private:
+  Kiln::SmartPtr<Kiln::XUL::ListData> list;
+  Kiln::SmartPtr<Kiln::XUL::ListItem> selected;
+  Kiln::SmartPtr<ChangeSignal> changes;
+};
+
+using ListBox = SelectorImpl<Kiln::XUL::ListBox>;
+
+class ComboBox final : public SelectorImpl<Kiln::XUL::ComboBox> {
+ public:
+  using SelectorImpl::SelectorImpl;
+  void setSorted(bool sort) override;
+
+  // For a combo box of the host's own, beside what the trace records of plug-ins: what follows the user's choice, and
+  // what it shows.
+  void onChoice(std::function<void(const std::u16string& value)> listener) { chosen = std::move(listener); }
+  void show(std::u16string_view value, bool operable);
+  void choose(std::int32_t index) override;
+
+ private:
+  std::function<void(const std::u16string&)> chosen;
+};
+
+}  // namespace Refhost

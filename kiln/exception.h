@@ -1,0 +1,33 @@
+// What host operations throw. A plug-in does not catch these in its handlers: they pass through it to the host, which
+// stops them where it dispatched the event.
+#pragma once
+
+#include "kiln/text.h"
+
+#include <exception>
+
+namespace Kiln {
+
+class Exception : public std::exception {
+ public:
+  // `sentence`: one sentence, UTF-8.
+  Exception(Allocator& allocator, StringView sentence)
+      : message(allocator, std::string(sentence.view()).append(1, '\0')) {}
+
+  // The message, ended by a zero; valid for as long as the exception or a copy of it lives.
+  const char* what() const noexcept override { return message.empty() ? "" : message.view().data(); }
+
+ private:
+  String message;
+};
+
+namespace XUL {
+
+// A name that the host does not know was looked up where it must exist: a signal of an unknown property, for example.
+class KeyError : public Exception {
+ public:
+  using Exception::Exception;
+};
+
+}  // namespace XUL
+}  // namespace Kiln

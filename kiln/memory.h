@@ -1,0 +1,66 @@
+// Memory that crosses between a host and a plug-in.
+//
+// A host and a plug-in may be linked with different C runtimes, so whatever one of them may free for the other comes
+// from the host's allocator and carries that allocator with it: objects by a word in front of them (Base), texts in
+// their block (text.h). Nothing here has static or namespace-scope state: it would exist once in each module.
+//
+// All of this interface is used on the host's UI thread only. The comments behind operations name the caller and the
+// state in which it may call:
+//
+//   [plug-in]         the plug-in calls, from its construction on
+//   [plug-in, ready]  the plug-in calls, from the GUI's ready signal on
+//   [host]            the host calls
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <new>
+
+namespace Kiln {
+
+// Implemented by the host, which lends it for as long as any of its objects lives.
+class Allocator {
+ public:
+  // Memory for `bytes` bytes, aligned for any fundamental type; null when there is none. Never throws. [plug-in]
+  virtual void* allocate(std::size_t bytes) noexcept = 0;
+
+  // Takes back what allocate gave; null is allowed and does nothing. [plug-in]
+  virtual void deallocate(void* memory) noexcept = 0;
+
+ protected:
+  Allocator() = default;
+  Allocator(const Allocator&) = default;
+  Allocator& operator=(const Allocator&) = default;
+  ~Allocator() = default;
+};
+
+// The root of every class with a virtual destructor that crosses the boundary. On the heap it is made with
+// `new (allocator) T(...)`, which yields null when memory is out, and frees itself through the same allocator,
+// whichever module runs its last `release`.
+class Base {
+ public:
+  virtual ~Base() = default;
+  Base() = default;
+  Base(const Base&) = delete;
+  Base& operator=(const Base&) = delete;
+
+  static void* operator new(std::size_t bytes, Allocator& allocator) noexcept {
+    auto* block = static_cast<std::byte*>(allocator.allocate(bytes + prefixBytes));
+    if (block == nullptr) return nullptr;
+    new (block) (Allocator*)(&allocator);
+    return block + prefixBytes;
+  }
+  static void operator delete(void* object) noexcept {
+    if (object == nullptr) return;
+    auto* block = static_cast<std::byte*>(object) - prefixBytes;
+    (*reinterpret_cast<Allocator**>(block))->deallocate(block);
+  }
+  // Runs when a constructor throws.
+  static void operator delete(void* object, Allocator&) noexcept { operator delete(object); }
+
+ private:
+  // Keeps the object as aligned as the block is.
+  static constexpr std::size_t prefixBytes = alignof(std::max_align_t);
+};
+
+}  // namespace Kiln

@@ -1,0 +1,140 @@
+#include "press/document.h"
+
+#include <algorithm>
+#include <fstream>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <system_error>
+
+#include <qpdf/QPDFExc.hh>
+
+#include "press/error.h"
+#include "press/form_fields.h"
+
+namespace fs = std::filesystem;
+
+namespace Press {
+
+namespace {
+
+void refuseWhatIsNoPdf(const fs::path& file) {
+  std::error_code code;
+  const fs::file_status status = fs::status(file, code);
+  if (!fs::exists(status)) throw Error(quoted(file) + " does not exist: check its name and its folder.");
+  if (!fs::is_regular_file(status))
+    throw Error(quoted(file) + " is not an ordinary file: name the PDF file that is to be printed.");
+  std::ifstream stream(file, std::ios::binary);
+  if (!stream) throw Error(quoted(file) + " cannot be read: ask its owner for permission to read it.");
+  std::string start(1024, '\0');  // Some programs put a few bytes before the PDF, which every reader skips.
+  stream.read(start.data(), static_cast<std::streamsize>(start.size()));
+  start.resize(static_cast<std::size_t>(stream.gcount()));
+  if (start.find("%PDF-") == std::string::npos)
+    throw Error(quoted(file) + " is not a PDF file: save or export the document as PDF and print that.");
+}
+
+/// What a page inherits from the nodes above it, and the kids of the innermost node that are still to be visited.
+struct Level {
+  PageEntry inherited;
+  std::vector<QPDFObjectHandle> kids;
+  std::size_t next = 0;
+};
+
+/// Walks the page tree without recursion, each node once, so that loops and great depths in a hostile file cost
+/// nothing.
+class PageWalk {
+ public:
+  explicit PageWalk(QPDF& document) : pdf(document) {}
+
+  std::vector<PageEntry> run() {
+    QPDFObjectHandle root = pdf.getTrailer().getKeyIfDict("/Root").getKeyIfDict("/Pages");
+    if (root.isDictionary()) visit(root, {});
+    while (!levels.empty()) {
+      Level& level = levels.back();
+      if (level.next == level.kids.size()) {
+        levels.pop_back();
+        continue;
+      }
+      QPDFObjectHandle kid = level.kids[level.next++];
+      if (kid.isDictionary())
+        visit(kid, level.inherited);
+      else if (!kid.isNull() || pdf.anyWarnings())  // A sound file may name nothing where a page has been deleted.
+        throw std::runtime_error("page " + std::to_string(pages.size() + 1) + " cannot be read");
+    }
+    return std::move(pages);
+  }
+
+  std::size_t depth() const { return deepest; }
+
+ private:
+  // `entry` by value: entering a node may move the level that it comes from.
+  void visit(QPDFObjectHandle node, PageEntry entry) {
+    entry.page = node;
+    QPDFObjectHandle kids = node.getKey("/Kids");
+    inherit(node, "/Resources", entry.resources);
+    inherit(node, "/MediaBox", entry.mediaBox);
+    inherit(node, "/CropBox", entry.cropBox);
+    inherit(node, "/Rotate", entry.rotate);
+    if (!kids.isArray()) {
+      pages.push_back(std::move(entry));
+      return;
+    }
+    if (node.isIndirect() && !seen.insert(node.getObjGen()).second) return;
+    if (entry.resources.isDictionary() && !entry.resources.isIndirect()) {
+      // Many pages will refer to these; as an object of their own they are stored once.
+      entry.resources = pdf.makeIndirectObject(entry.resources);
+      node.replaceKey("/Resources", entry.resources);
+    }
+    levels.push_back({std::move(entry), kids.getArrayAsVector()});
+    deepest = std::max(deepest, levels.size());
+  }
+
+  static void inherit(QPDFObjectHandle& node, const char* key, QPDFObjectHandle& value) {
+    QPDFObjectHandle own = node.getKey(key);
+    if (!own.isNull() || !value.isInitialized()) value = std::move(own);
+  }
+
+  QPDF& pdf;
+  std::vector<PageEntry> pages;
+  std::vector<Level> levels;
+  std::set<QPDFObjGen> seen;
+  std::size_t deepest = 0;
+};
+
+Document open(const fs::path& file) {
+  Document document;
+  document.pdf = std::make_unique<QPDF>();
+  QPDF& pdf = *document.pdf;
+  pdf.setSuppressWarnings(true);
+  pdf.processFile(utf8(file).c_str());
+  if (pdf.isEncrypted()) throw Error(quoted(file) + " is protected: save a copy without protection and print that.");
+  PageWalk walk(pdf);
+  document.pages = walk.run();
+  if (document.pages.empty())
+    throw Error(quoted(file) + " has no pages: save or export the document as PDF again and print that.");
+  // The library recurses into the page tree, and may change it.
+  constexpr std::size_t deepestForLibrary = 500;
+  if (walk.depth() < deepestForLibrary && drawWaitingFields(document)) document.pages = PageWalk(pdf).run();
+  return document;
+}
+
+}  // namespace
+
+Document openDocument(const fs::path& file) {
+  refuseWhatIsNoPdf(file);
+  try {
+    return open(file);
+  } catch (const Error&) {
+    throw;
+  } catch (const QPDFExc& problem) {
+    if (problem.getErrorCode() == qpdf_e_password)
+      throw Error(quoted(file) + " needs a password: save a copy without protection and print that.");
+    throw Error(quoted(file) + " is damaged (" + problem.getMessageDetail() +
+                "): save or export the document as PDF again and print that.");
+  } catch (const std::exception& problem) {
+    throw Error(quoted(file) + " is damaged (" + problem.what() +
+                "): save or export the document as PDF again and print that.");
+  }
+}
+
+}  // namespace Press

@@ -1,0 +1,219 @@
+#include "press/print.h"
+
+#include <exception>
+#include <set>
+#include <system_error>
+
+#include <qpdf/Pipeline.hh>
+#include <qpdf/Pl_String.hh>
+#include <qpdf/QPDFWriter.hh>
+
+#include "press/document.h"
+#include "press/page_wrap.h"
+#include "press/whole_file.h"
+
+namespace fs = std::filesystem;
+
+namespace Press {
+
+namespace {
+
+/// Hands what the library writes to a file, in large pieces. The library swallows some exceptions of a pipeline, so the
+/// first failure is kept until it is asked for.
+class FilePipeline : public Pipeline {
+ public:
+  explicit FilePipeline(WholeFile& destination) : Pipeline("printed file", nullptr), file(destination) {
+    waiting.reserve(2 * piece);
+  }
+
+  void write(const unsigned char* data, std::size_t size) override {
+    waiting.append(reinterpret_cast<const char*>(data), size);
+    if (waiting.size() >= piece) pass();
+  }
+  void finish() override {}
+
+  /// Writes what still waits; throws the first failure.
+  void complete() {
+    pass();
+    if (failure) std::rethrow_exception(failure);
+  }
+
+ private:
+  static constexpr std::size_t piece = std::size_t{256} << 10;
+
+  void pass() {
+    try {
+      if (!failure) file.write(waiting.data(), waiting.size());
+    } catch (...) {
+      failure = std::current_exception();
+    }
+    waiting.clear();
+  }
+
+  WholeFile& file;
+  std::string waiting;
+  std::exception_ptr failure;
+};
+
+/// Tells the caller how far a job is. Putting the effects on the pages is the first half of the work, writing the file
+/// the second.
+class Steps : public QPDFWriter::ProgressReporter {
+ public:
+  Steps(const Progress& function, int pages) : progress(function), total(pages) {}
+
+  void pageDone(int count) { report(count / 2); }
+  void reportProgress(int percent) override {
+    report(static_cast<int>(total / 2 + static_cast<long long>(total - total / 2) * percent / 100));
+  }
+
+ private:
+  void report(int done) const {
+    if (progress && !progress(done, total)) throw Cancelled();
+  }
+
+  const Progress& progress;
+  int total;
+};
+
+/// Turns what went wrong while a job was printed into a sentence. For a catch block.
+[[noreturn]] void sayWhyNot(const fs::path& in, const fs::path& out) {
+  try {
+    throw;
+  } catch (const Error&) {
+    throw;
+  } catch (const Cancelled&) {
+    throw;
+  } catch (const std::system_error& problem) {
+    throw Error(quoted(out) + " cannot be written (" + problem.code().message() +
+                "): choose a folder that exists, may be written to and has room.");
+  } catch (const std::exception& problem) {
+    throw Error(quoted(in) + " cannot be printed (" + problem.what() +
+                "): save or export the document as PDF again and print that.");
+  }
+}
+
+void write(QPDF& pdf, Pipeline& out, const Effects& effects, std::shared_ptr<Steps> steps) {
+  QPDFWriter writer(pdf);
+  writer.setOutputPipeline(&out);
+  writer.setStreamDataMode(qpdf_s_preserve);
+  if (effects.negativeImage) writer.setMinimumPDFVersion("1.4");  // the first with transparency
+  if (steps) writer.registerProgressReporter(std::move(steps));
+  writer.write();
+}
+
+/// Annotations that have become part of their page must not be seen a second time, nor those that do not print at all.
+void hideAnnotations(QPDFObjectHandle page) {
+  QPDFObjectHandle annotations = page.getKey("/Annots");
+  if (!annotations.isArray()) return;
+  for (QPDFObjectHandle annotation : annotations.getArrayAsVector()) {
+    if (!annotation.isDictionary()) continue;
+    QPDFObjectHandle flags = annotation.getKey("/F");
+    const int value = flags.isInteger() ? flags.getIntValueAsInt() : 0;
+    annotation.replaceKey("/F", QPDFObjectHandle::newInteger(value | an_hidden));
+  }
+}
+
+void putEffectsOn(Document& document, const Effects& effects, Steps& steps) {
+  PageWrap wrap(*document.pdf);
+  std::set<QPDFObjGen> seen;
+  int done = 0;
+  for (const PageEntry& entry : document.pages) {
+    if (!entry.page.isIndirect() || seen.insert(entry.page.getObjGen()).second) wrap.apply(entry, effects);
+    steps.pageDone(++done);
+  }
+  // Only now, because pages may share annotations.
+  for (const PageEntry& entry : document.pages) hideAnnotations(entry.page);
+}
+
+void printOpened(Document& document, WholeFile& file, const Effects& effects, const Progress& progress) {
+  const auto steps = std::make_shared<Steps>(progress, static_cast<int>(document.pages.size()));
+  if (effects.any()) putEffectsOn(document, effects, *steps);
+  FilePipeline pipeline(file);
+  write(*document.pdf, pipeline, effects, steps);
+  pipeline.complete();
+}
+
+/// A page by itself that leads to no other page: only what is seen, with what it inherits.
+PageEntry alone(const PageEntry& entry) {
+  PageEntry copy = entry;
+  QPDFObjectHandle page = entry.page;
+  copy.page = QPDFObjectHandle::newDictionary();
+  copy.page.replaceKey("/Type", QPDFObjectHandle::newName("/Page"));
+  for (const char* key : {"/Annots", "/Contents", "/Group", "/UserUnit"})
+    if (page.hasKey(key)) copy.page.replaceKey(key, page.getKey(key));
+  copy.page.replaceKey("/Resources", entry.resources);
+  copy.page.replaceKey("/MediaBox", entry.mediaBox);
+  copy.page.replaceKey("/CropBox", entry.cropBox);
+  copy.page.replaceKey("/Rotate", entry.rotate);
+  return copy;
+}
+
+}  // namespace
+
+void printPdf(const fs::path& in, const fs::path& out, const Effects& effects, const Progress& progress) {
+  std::error_code ignored;
+  if (fs::equivalent(in, out, ignored))
+    throw Error(quoted(out) + " is the job itself: choose another file to print into.");
+  Document document = openDocument(in);
+  try {
+    WholeFile file(out);
+    printOpened(document, file, effects, progress);
+    file.commit();
+  } catch (...) {
+    sayWhyNot(in, out);
+  }
+}
+
+struct Job::State {
+  fs::path file;
+  Document document;
+  PageWrap wrap;
+  QPDFObjectHandle catalog;  ///< Leads to the one page that is being printed.
+
+  explicit State(const fs::path& path)
+      : file(path),
+        document(openDocument(path)),
+        wrap(*document.pdf),
+        catalog(document.pdf->makeIndirectObject(QPDFObjectHandle::newDictionary())) {
+    QPDFObjectHandle trailer = document.pdf->getTrailer();
+    catalog.replaceKey("/Type", QPDFObjectHandle::newName("/Catalog"));
+    const QPDFObjectHandle layers = trailer.getKeyIfDict("/Root").getKeyIfDict("/OCProperties");
+    catalog.replaceKey("/OCProperties", layers);  // says which layers are seen
+    trailer.replaceKey("/Root", catalog);
+    trailer.removeKey("/Info");
+  }
+};
+
+Job::Job(const fs::path& file) : state(std::make_unique<State>(file)) {}
+Job::~Job() = default;
+Job::Job(Job&&) noexcept = default;
+Job& Job::operator=(Job&&) noexcept = default;
+
+int Job::pageCount() const { return static_cast<int>(state->document.pages.size()); }
+
+std::string Job::printPage(int page, const Effects& effects) {
+  if (page < 1 || page > pageCount())
+    throw Error(quoted(state->file) + " has no page " + std::to_string(page) + ": choose one from 1 to " +
+                std::to_string(pageCount()) + ".");
+  QPDF& pdf = *state->document.pdf;
+  try {
+    const PageEntry entry = alone(state->document.pages[static_cast<std::size_t>(page - 1)]);
+    state->wrap.apply(entry, effects);
+    QPDFObjectHandle sheet = entry.page;
+    sheet.removeKey("/Annots");
+    QPDFObjectHandle pages = pdf.makeIndirectObject("<< /Type /Pages /Count 1 >>"_qpdf);
+    sheet.replaceKey("/Parent", pages);
+    pages.replaceKey("/Kids", QPDFObjectHandle::newArray({pdf.makeIndirectObject(sheet)}));
+    state->catalog.replaceKey("/Pages", pages);
+    std::string bytes;
+    Pl_String out("printed page", nullptr, bytes);
+    write(pdf, out, effects, nullptr);
+    return bytes;
+  } catch (...) {
+    sayWhyNot(state->file, {});
+  }
+}
+
+std::string printPage(const fs::path& in, int page, const Effects& effects) { return Job(in).printPage(page, effects); }
+
+}  // namespace Press

@@ -1,0 +1,190 @@
+#include "script/session.h"
+
+#include "host/unicode.h"
+#include "script/commands.h"
+#include "script/describe.h"
+#include "script/words.h"
+
+#include <iostream>
+#include <istream>
+#include <stdexcept>
+
+namespace Script {
+namespace {
+
+// A plug-in that opens a dialog whenever one is cancelled would keep a script from ending.
+constexpr int mostDialogsAfterEnd = 100;
+
+}  // namespace
+
+Session::Session(const Request& request, std::istream& commandLines, std::ostream& answerLines)
+    : options(request.preferences),
+      commands(commandLines),
+      answers(answerLines),
+      jobStep(request.jobStep) {
+  if (options.home.empty()) options.home = temporaryHome.emplace().path();
+  if (request.trace.empty()) return;
+  traceFile.open(request.trace, std::ios::binary | std::ios::trunc);
+  if (!traceFile) throw std::runtime_error("The trace file " + request.trace.string() + " cannot be written.");
+}
+
+bool Session::run() {
+  openFirst();
+  std::string line;
+  while (nextCommand(line)) {
+    execute(line);
+    send();
+  }
+  close();
+  for (const std::string& failure : failures) std::cerr << "kiln: " << failure << '\n';
+  return allOk;
+}
+
+Refhost::Preferences& Session::preferences() {
+  if (!opened) throw std::runtime_error("The preferences could not be opened.");
+  return *opened;
+}
+
+Refhost::Gui& Session::gui() {
+  Refhost::Gui* gui = preferences().gui();
+  if (gui != nullptr) return *gui;
+  throw std::runtime_error(options.mode == Refhost::Mode::rootless
+                               ? "There is no user interface in mode rootless."
+                               : "The preferences were closed by OK or Cancel; \"reload\" opens them anew.");
+}
+
+Refhost::Dialog* Session::topmost() {
+  Refhost::Gui* gui = opened ? opened->gui() : nullptr;
+  return gui == nullptr || gui->openDialogs().empty() ? nullptr : gui->openDialogs().back().get();
+}
+
+Refhost::WidgetNode& Session::widget(const std::u16string& id) {
+  Refhost::Gui& tabs = gui();
+  Refhost::Dialog* dialog = topmost();
+  if (Refhost::WidgetNode* found = dialog != nullptr ? dialog->layout().find(id) : tabs.find(id)) return *found;
+  const std::string place = dialog != nullptr ? "the dialog " + Refhost::toNarrow(dialog->url()) : "the preferences";
+  throw std::runtime_error("There is no widget \"" + Refhost::toNarrow(id) + "\" in " + place + ".");
+}
+
+void Session::accept(Refhost::Dialog& dialog) {
+  const Kiln::SmartPtr<Refhost::Dialog> held(&dialog);
+  if (!dialog.ok().isOperable())
+    throw std::runtime_error("OK of the dialog " + Refhost::toNarrow(dialog.url()) + " cannot be pressed now.");
+  if (!dialog.accept()) addVeto();
+}
+
+void Session::acceptPreferences() {
+  gui();
+  if (!preferences().accept()) addVeto();
+}
+
+void Session::reload() {
+  opened.reset();
+  try {
+    open();
+  } catch (...) {
+    opened.reset();
+    throw;
+  }
+}
+
+Json Session::takeEvents() { return std::exchange(events, Json::array()); }
+
+void Session::runModally(Refhost::Dialog& dialog) {
+  const Kiln::SmartPtr<Refhost::Dialog> held(&dialog);
+  if (unanswered) {
+    unanswered->members["modal"] = text(dialog.url());
+    send();
+  } else {
+    dialogToTell = dialog.url();
+  }
+  std::string line;
+  while (dialog.isOpen() && nextCommand(line)) {
+    execute(line);
+    if (dialog.isOpen()) send();
+  }
+  if (!dialog.isOpen()) return;
+  if (++dialogsAfterEnd > mostDialogsAfterEnd)
+    throw std::runtime_error("The plug-in keeps opening dialogs after the end of the script.");
+  while (dialog.isOpen()) Kiln::SmartPtr<Refhost::Dialog>(topmost())->cancel();
+}
+
+void Session::showFailure(const std::string& sentence) { fail(sentence); }
+
+void Session::open() {
+  opened = std::make_unique<Refhost::Preferences>(options, *this);
+  opened->trace().listen([this](const Refhost::TraceEvent& event) { record(event); });
+  opened->open();
+}
+
+void Session::close() {
+  if (Refhost::Gui* gui = opened ? opened->gui() : nullptr) gui->cancelDialogs();
+  opened.reset();
+}
+
+// A modal dialog that opens meanwhile may have taken commands already. Each gets its answer, also when the opening then
+// fails.
+void Session::openFirst() {
+  try {
+    open();
+    if (!failures.empty()) throw std::runtime_error(failures.front());
+  } catch (const std::exception& error) {
+    opened.reset();
+    if (commandsRead == 0) throw;
+    fail(error.what());
+  }
+  send();
+}
+
+bool Session::nextCommand(std::string& line) {
+  while (std::getline(commands, line)) {
+    if (line.ends_with('\r')) line.pop_back();
+    if (!isComment(line)) return true;
+  }
+  return false;
+}
+
+void Session::execute(const std::string& line) {
+  const std::size_t command = ++commandsRead;
+  unanswered = Answer{command, std::nullopt, Json::object()};
+  if (dialogToTell) unanswered->members["modal"] = text(*std::exchange(dialogToTell, std::nullopt));
+  try {
+    const Json members = obey(*this, splitWords(line));
+    if (unanswered && unanswered->command == command) unanswered->members.update(members);
+  } catch (const std::exception& error) {
+    fail(error.what());
+  }
+}
+
+void Session::fail(const std::string& sentence) {
+  if (!unanswered)
+    failures.push_back(sentence);
+  else if (!unanswered->error)
+    unanswered->error = sentence;
+}
+
+// A refusal by an exception is told as that.
+void Session::addVeto() {
+  if (unanswered && !unanswered->error) unanswered->members["vetoed"] = true;
+}
+
+void Session::send() {
+  if (!unanswered) return;
+  Json line = {{"ok", !unanswered->error}};
+  if (unanswered->error) line["error"] = *unanswered->error;
+  line.update(unanswered->members);
+  allOk = allOk && !unanswered->error;
+  unanswered.reset();
+  answers << toLine(line) << '\n' << std::flush;
+}
+
+void Session::record(const Refhost::TraceEvent& event) {
+  events.push_back(describe(event));
+  if (traceFile.is_open()) traceFile << toLine(events.back()) << '\n' << std::flush;
+}
+
+int run(const Request& request, std::istream& commands, std::ostream& answers) {
+  return Session(request, commands, answers).run() ? 0 : 1;
+}
+
+}  // namespace Script

@@ -1,0 +1,43 @@
+// A home of a test's own, and what the trace was told.
+#pragma once
+
+#include "scratch.h"
+
+#include "host/documents/path.h"
+#include "host/unicode.h"
+#include "kiln/exception.h"
+
+#include <string>
+#include <vector>
+
+struct FilesWorld {
+  explicit FilesWorld(Refhost::Disk& disk = Refhost::realDisk()) : files{disk, trace, scratch.folder} {
+    trace.listen([this](const Refhost::TraceEvent& event) { events.push_back(told(event)); });
+  }
+
+  Kiln::SmartPtr<Kiln::Services::Path> path(std::u16string_view name) const {
+    return Refhost::makePath(files, scratch.folder)->join(name);
+  }
+
+  Scratch scratch;
+  Refhost::Trace trace;
+  Refhost::FileWorld files;
+  std::vector<std::string> events;  // "write path=user/marks.xml bytes=12"
+
+ private:
+  static std::string told(const Refhost::TraceEvent& event) {
+    std::string line = event.op;
+    for (const auto& [name, value] : event.members) {
+      line += " " + name + "=";
+      if (const auto* text = std::get_if<std::u16string>(&value)) line += Refhost::toNarrow(*text);
+      if (const auto* number = std::get_if<double>(&value)) line += std::to_string(static_cast<long>(*number));
+    }
+    return line;
+  }
+};
+
+inline std::vector<std::u16string> textsOf(const Kiln::SmartPtr<Kiln::Services::TextList>& list) {
+  std::vector<std::u16string> texts;
+  for (std::int32_t i = 0; i < list->count(); ++i) texts.push_back(list->at(i).str());
+  return texts;
+}

@@ -1,0 +1,219 @@
+#include "failing_disk.h"
+#include "files_world.h"
+#include "model_disk.h"
+
+#include <gtest/gtest.h>
+
+using namespace Refhost;
+namespace fs = std::filesystem;
+using Texts = std::vector<std::u16string>;
+
+namespace {
+
+#if defined(_WIN32)
+std::u16string native(std::u16string text) {
+  std::replace(text.begin(), text.end(), u'/', u'\\');
+  return text;
+}
+#else
+std::u16string native(std::u16string text) { return text; }
+#endif
+
+std::u16string joined(const char* path, std::u16string_view name) {
+  const FilesWorld world;
+  return makePath(world.files, path)->join(name)->text().str();
+}
+
+TEST(Path, JoinsOneNameOrMore) {
+  EXPECT_EQ(joined("a", u"b"), native(u"a/b"));
+  EXPECT_EQ(joined("a/", u"b/c.xml"), native(u"a/b/c.xml"));
+  EXPECT_EQ(joined("a", u""), u"a");
+  EXPECT_EQ(joined("a", u"b/"), native(u"a/b"));
+  EXPECT_EQ(joined("/", u"b"), native(u"/b"));
+  EXPECT_EQ(joined("", u"b"), u"b");
+}
+
+// What is joined lies below, whatever it looks like.
+TEST(Path, JoinsANameThatLooksLikeAWholePath) { EXPECT_EQ(joined("a", u"/etc//b"), native(u"a/etc/b")); }
+
+#if defined(_WIN32)
+TEST(Path, TakesBothSeparators) { EXPECT_EQ(joined("C:\\a/b", u"c\\d/e"), u"C:\\a\\b\\c\\d\\e"); }
+#else
+// Here a backslash is a character of names like any other.
+TEST(Path, KeepsABackslashInAName) { EXPECT_EQ(joined("a", u"b\\c"), u"a/b\\c"); }
+#endif
+
+TEST(Path, HasAFolderAndALastPart) {
+  const FilesWorld world;
+  const auto path = makePath(world.files, "a/b.c/d.xml/");
+  EXPECT_EQ(path->lastPart().view(), u"d.xml");
+  EXPECT_EQ(path->folder()->text().view(), native(u"a/b.c"));
+  EXPECT_EQ(path->folder()->lastPart().view(), u"b.c");
+}
+
+TEST(Path, KnowsFilesAndFolders) {
+  const FilesWorld world;
+  put(world.scratch.folder / "file", "");
+  EXPECT_TRUE(world.path(u"")->isFolder());
+  EXPECT_TRUE(world.path(u"file")->exists());
+  EXPECT_FALSE(world.path(u"file")->isFolder());
+  EXPECT_FALSE(world.path(u"none")->exists());
+  EXPECT_FALSE(makePath(world.files, {})->exists());
+}
+
+TEST(Path, ListsByTheUnitsOfNames) {
+  const FilesWorld world;
+  // U+FF21 comes before U+1F5A8 as code points, and after its surrogates as units.
+  for (const auto name : {u"b", u"B", u"a10", u"a2", u"\uFF21", u"\U0001F5A8", u".hidden"})
+    put(world.scratch.folder / pathFromText(name), "");
+  fs::create_directory(world.scratch.folder / "c");
+#if !defined(_WIN32)
+  EXPECT_EQ(textsOf(world.path(u"")->list(u"*")),
+            Texts({u".hidden", u"B", u"a10", u"a2", u"b", u"c", u"\U0001F5A8", u"\uFF21"}));
+  EXPECT_EQ(textsOf(world.path(u"")->list(u"?")), Texts({u"B", u"b", u"c", u"\uFF21"}));
+#endif
+  EXPECT_EQ(textsOf(world.path(u"")->list(u"a*")), Texts({u"a10", u"a2"}));
+}
+
+TEST(Path, ListsNothingOfWhatIsNoFolder) {
+  const FilesWorld world;
+  put(world.scratch.folder / "file", "");
+  EXPECT_EQ(world.path(u"file")->list(u"*")->count(), 0);
+  EXPECT_EQ(world.path(u"none")->list(u"*")->count(), 0);
+}
+
+#if !defined(_WIN32)
+TEST(Path, LeavesLinksToFoldersOutOfListings) {
+  const FilesWorld world;
+  const Scratch elsewhere;
+  fs::create_directory(world.scratch.folder / "inside");
+  put(world.scratch.folder / "file", "");
+  fs::create_directory_symlink(elsewhere.folder, world.scratch.folder / "outside");
+  fs::create_symlink("file", world.scratch.folder / "link");
+  EXPECT_EQ(textsOf(world.path(u"")->list(u"*")), Texts({u"file", u"inside", u"link"}));
+}
+
+TEST(Path, ThatIsALinkToAFolderIsListed) {
+  const FilesWorld world;
+  const Scratch elsewhere;
+  put(elsewhere.folder / "file", "");
+  fs::create_directory_symlink(elsewhere.folder, world.scratch.folder / "data");
+  EXPECT_EQ(textsOf(world.path(u"data")->list(u"*")), Texts({u"file"}));
+}
+#endif
+
+TEST(Path, MakesAllFoldersOnTheWay) {
+  const FilesWorld world;
+  world.path(u"a/b/c")->createFolder();
+  EXPECT_TRUE(world.path(u"a/b/c")->isFolder());
+  world.path(u"a/b/c")->createFolder();
+  put(world.scratch.folder / "file", "");
+  EXPECT_THROW(world.path(u"file/b")->createFolder(), Kiln::Exception);
+  EXPECT_THROW(world.path(u"file")->createFolder(), Kiln::Exception);
+}
+
+TEST(Path, TellsOfWhatItRemoved) {
+  const FilesWorld world;
+  fs::create_directory(world.scratch.folder / "user");
+  put(world.scratch.folder / "user" / "file", "");
+  EXPECT_TRUE(world.path(u"user/file")->remove());
+  EXPECT_FALSE(world.path(u"user/file")->remove());
+  EXPECT_EQ(world.events, std::vector<std::string>{"delete path=user/file"});
+  EXPECT_THROW(world.path(u"user")->remove(), Kiln::Exception);
+}
+
+TEST(Path, RemovesForGood) {
+  ModelDisk disk;
+  disk.place("home/file", "bytes");
+  const FilesWorld world(disk);
+  EXPECT_TRUE(makePath(world.files, "home/file")->remove());
+  EXPECT_EQ(disk.afterPowerLoss(), std::set<ModelDisk::Files>({ModelDisk::Files()}));
+}
+
+TEST(Path, FlushesTheFolderOfEachFolderThatItMakes) {
+  FailingDisk disk(realDisk());
+  const FilesWorld world(disk);
+  world.path(u"a/b")->createFolder();
+  EXPECT_EQ(disk.operations, 4);
+}
+
+TEST(Path, CopiesAFileWhole) {
+  const FilesWorld world;
+  put(world.scratch.folder / "from", "twelve bytes");
+  put(world.scratch.folder / "to", "what was there before, and is longer");
+  world.path(u"from")->copyTo(world.path(u"to"));
+  world.path(u"from")->copyTo(world.path(u"from"));
+  EXPECT_EQ(contentOf(world.scratch.folder / "to"), "twelve bytes");
+  EXPECT_EQ(contentOf(world.scratch.folder / "from"), "twelve bytes");
+  EXPECT_EQ(world.events, std::vector<std::string>{"write path=to bytes=12"});
+  EXPECT_THROW(world.path(u"none")->copyTo(world.path(u"to")), Kiln::Exception);
+  EXPECT_EQ(contentOf(world.scratch.folder / "to"), "twelve bytes");
+}
+
+TEST(Path, SaysWhyACopyFailed) {
+  FailingDisk disk(realDisk());
+  const FilesWorld world(disk);
+  put(world.scratch.folder / "from", "bytes");
+  disk.failing = 2;
+  const std::string sentence = sentenceOf<Kiln::Exception>([&] { world.path(u"from")->copyTo(world.path(u"to")); });
+  EXPECT_EQ(sentence, shownPath(world.scratch.folder / "to") +
+                          " cannot be written: the disk is full; free some space and try again.");
+  EXPECT_TRUE(world.events.empty());
+}
+
+TEST(Path, IsTracedInFullOutsideTheHome) {
+  const FilesWorld world;
+  const auto outside = world.scratch.folder.parent_path() / "elsewhere" / "file";
+  EXPECT_EQ(tracedPath(world.files, outside), toWide(outside.generic_string()));
+  EXPECT_EQ(tracedPath(world.files, world.scratch.folder / "user" / "x" / ".." / "file"), u"user/file");
+  // Begins like the home, and is another folder.
+  EXPECT_EQ(tracedPath(world.files, world.scratch.folder.string() + "x/file"),
+            toWide(world.scratch.folder.generic_string() + "x/file"));
+}
+
+TEST(Path, OfAnotherHostIsRefused) {
+  class Foreign final : public Kiln::Services::Path {
+   public:
+    Kiln::WString text() override { return {}; }
+    Kiln::SmartPtr<Kiln::Services::Path> join(Kiln::WStringView) override { return {}; }
+    Kiln::SmartPtr<Kiln::Services::Path> folder() override { return {}; }
+    Kiln::WString lastPart() override { return {}; }
+    bool exists() override { return false; }
+    bool isFolder() override { return false; }
+    Kiln::SmartPtr<Kiln::Services::TextList> list(Kiln::WStringView) override { return {}; }
+    void createFolder() override {}
+    bool remove() override { return false; }
+    void copyTo(Kiln::SmartPtr<Kiln::Services::Path>) override {}
+  };
+  Foreign foreign;
+  EXPECT_THROW(nativePath(foreign), Kiln::Exception);
+}
+
+TEST(PathText, KeepsUnpairedSurrogates) {
+  const std::u16string text = {u'a', 0xD800, u'b', 0xDC00};
+  EXPECT_EQ(pathText(pathFromText(text)), text);
+}
+
+TEST(Pattern, StarAndQuestionMark) {
+  EXPECT_TRUE(fits(u"", u""));
+  EXPECT_TRUE(fits(u"", u"*"));
+  EXPECT_FALSE(fits(u"", u"?"));
+  EXPECT_TRUE(fits(u"marks.xml", u"*.xml"));
+  EXPECT_TRUE(fits(u"a.xml.xml", u"*.xml"));
+  EXPECT_FALSE(fits(u"a.xmlx", u"*.xml"));
+  EXPECT_TRUE(fits(u"01234.opa", u"?????.op?"));
+  EXPECT_FALSE(fits(u"1234.opa", u"?????.opa"));
+  EXPECT_TRUE(fits(u"abcbcd", u"a*bcd"));
+  EXPECT_FALSE(fits(u"abc", u"ab"));
+  EXPECT_FALSE(fits(u"ab", u"abc"));
+  EXPECT_FALSE(fits(u"ABC", u"abc"));
+}
+
+// Quadratic at worst, not exponential.
+TEST(Pattern, ThatAlmostFitsManyTimesIsToldSoon) {
+  std::u16string pattern;
+  for (int i = 0; i < 60; ++i) pattern += u"*a";
+  EXPECT_FALSE(fits(std::u16string(255, u'a') + u"b", pattern + u"c"));
+}
+
+}  // namespace

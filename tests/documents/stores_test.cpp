@@ -1,0 +1,116 @@
+#include "failing_disk.h"
+#include "files_world.h"
+
+#include "host/documents/stores.h"
+#include "host/documents/text_list.h"
+
+#include <gtest/gtest.h>
+
+using namespace Refhost;
+
+namespace {
+
+TEST(FileStore, StoresWhatWasWrittenTogether) {
+  const FilesWorld world;
+  const auto store = fileStore(world.files, world.path(u"marks.xml"));
+  store->write("one ");
+  store->write("two");
+  EXPECT_FALSE(world.path(u"marks.xml")->exists());
+  store->commit();
+  EXPECT_EQ(contentOf(world.scratch.folder / "marks.xml"), "one two");
+  EXPECT_EQ(store->readAll().view(), "one two");
+  EXPECT_EQ(store->path()->lastPart().view(), u"marks.xml");
+  EXPECT_EQ(world.events, std::vector<std::string>{"write path=marks.xml bytes=7"});
+}
+
+TEST(FileStore, StartsAnewAfterACommit) {
+  const FilesWorld world;
+  const auto store = fileStore(world.files, world.path(u"marks.xml"));
+  store->write("one");
+  store->commit();
+  store->write("two");
+  store->commit();
+  EXPECT_EQ(contentOf(world.scratch.folder / "marks.xml"), "two");
+  store->commit();
+  EXPECT_EQ(contentOf(world.scratch.folder / "marks.xml"), "");
+}
+
+TEST(FileStore, LeavesTheFileWithoutACommit) {
+  const FilesWorld world;
+  put(world.scratch.folder / "marks.xml", "old");
+  fileStore(world.files, world.path(u"marks.xml"))->write("new");
+  EXPECT_EQ(contentOf(world.scratch.folder / "marks.xml"), "old");
+  EXPECT_TRUE(world.events.empty());
+}
+
+TEST(FileStore, TellsNothingWhereNothingChanges) {
+  const FilesWorld world;
+  put(world.scratch.folder / "marks.xml", "same");
+  const auto store = fileStore(world.files, world.path(u"marks.xml"));
+  store->write("same");
+  store->commit();
+  EXPECT_TRUE(world.events.empty());
+}
+
+TEST(FileStore, SaysWhyItCannotStore) {
+  FailingDisk disk(realDisk());
+  const FilesWorld world(disk);
+  put(world.scratch.folder / "marks.xml", "old");
+  const auto store = fileStore(world.files, world.path(u"marks.xml"));
+  store->write("half");
+  disk.failing = 3;
+  EXPECT_EQ(sentenceOf<Kiln::Exception>([&] { store->commit(); }),
+            shownPath(world.scratch.folder / "marks.xml") +
+                " cannot be written: the disk is full; free some space and try again.");
+  EXPECT_EQ(contentOf(world.scratch.folder / "marks.xml"), "old");
+  EXPECT_TRUE(world.events.empty());
+
+  store->write("whole");
+  store->commit();
+  EXPECT_EQ(contentOf(world.scratch.folder / "marks.xml"), "whole");
+}
+
+TEST(FileStore, ReadsNoFileThatIsNotThere) {
+  const FilesWorld world;
+  EXPECT_THROW(fileStore(world.files, world.path(u"none"))->readAll(), Kiln::Exception);
+  EXPECT_THROW(fileStore(world.files, {}), Kiln::Exception);
+}
+
+TEST(FileStore, ReadsNoFileThatIsTooLarge) {
+  const FilesWorld world;
+  put(world.scratch.folder / "large", "");
+  std::filesystem::resize_file(world.scratch.folder / "large", storeLimit);
+  EXPECT_EQ(fileStore(world.files, world.path(u"large"))->readAll().size(), storeLimit);
+  std::filesystem::resize_file(world.scratch.folder / "large", storeLimit + 1);
+  const std::string sentence =
+      sentenceOf<Kiln::Exception>([&] { fileStore(world.files, world.path(u"large"))->readAll(); });
+  EXPECT_NE(sentence.find("it is larger than this host reads"), sentence.npos) << sentence;
+}
+
+TEST(ResourceStore, IsReadAndNeverWritten) {
+  const Scratch scratch;
+  put(scratch.folder / "marks.xml", "shipped");
+  const auto store = resourceStore(scratch.folder / "marks.xml");
+  EXPECT_EQ(store->readAll().view(), "shipped");
+  EXPECT_THROW(store->write("new"), Kiln::Exception);
+  EXPECT_THROW(store->commit(), Kiln::Exception);
+  EXPECT_EQ(contentOf(scratch.folder / "marks.xml"), "shipped");
+  EXPECT_THROW(resourceStore(scratch.folder / "none")->readAll(), Kiln::Exception);
+}
+
+TEST(MemoryStore, HoldsWhatWasCommitted) {
+  const auto store = memoryStore("old");
+  store->write("new");
+  EXPECT_EQ(store->readAll().view(), "old");
+  store->commit();
+  EXPECT_EQ(store->readAll().view(), "new");
+}
+
+TEST(TextList, HasItsTextsInOrder) {
+  const auto list = makeTextList({u"b", u"", u"a"});
+  EXPECT_EQ(textsOf(list), std::vector<std::u16string>({u"b", u"", u"a"}));
+  EXPECT_TRUE(list->at(-1).empty());
+  EXPECT_TRUE(list->at(3).empty());
+}
+
+}  // namespace

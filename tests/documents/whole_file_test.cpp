@@ -1,0 +1,258 @@
+#include "failing_disk.h"
+#include "model_disk.h"
+#include "scratch.h"
+
+#include "host/documents/whole_file.h"
+
+#include <gtest/gtest.h>
+
+using namespace Refhost;
+
+namespace {
+
+const std::filesystem::path folder = "home";
+const std::filesystem::path file = folder / "marks.xml";
+const std::string oldBytes = "the old content";
+const std::string newBytes = "the new content, which is longer";
+
+// Someone's way of saving a file.
+using Writer = void (*)(ModelDisk&, std::string_view);
+
+// What may be wrong with a file after a loss of power at any moment of its saving; empty when nothing may.
+std::set<std::string> damageBy(Writer save, ModelDisk& disk) {
+  std::set<std::string> damage;
+  bool isSaved = false;
+  disk.look = [&](const std::set<ModelDisk::Files>& states) {
+    for (const ModelDisk::Files& state : states) {
+      const auto found = state.find(file);
+      if (found == state.end())
+        damage.insert("gone");
+      else if (found->second != oldBytes && found->second != newBytes)
+        damage.insert("neither the old nor the new content");
+      else if (isSaved && found->second == oldBytes)
+        damage.insert("the old content after saving");
+    }
+  };
+  save(disk, newBytes);
+  isSaved = true;
+  disk.look(disk.afterPowerLoss());
+  return damage;
+}
+
+std::set<std::string> damageBy(Writer save) {
+  ModelDisk disk;
+  disk.place(file, oldBytes);
+  return damageBy(save, disk);
+}
+
+void writeAll(Disk::File& to, std::string_view bytes, bool flushed) {
+  to.write(bytes);
+  if (flushed) to.sync();
+  to.close();
+}
+
+const std::filesystem::path temporary = folder / "temporary";
+
+void saveInPlace(ModelDisk& disk, std::string_view bytes) {
+  writeAll(*disk.openInPlace(file), bytes, true);
+  disk.syncFolder(folder);
+}
+
+void saveAfterRemoving(ModelDisk& disk, std::string_view bytes) {
+  writeAll(*disk.create(temporary, file), bytes, true);
+  disk.remove(file);
+  disk.replace(temporary, file);
+  disk.syncFolder(folder);
+}
+
+void saveWithoutFlushingTheFile(ModelDisk& disk, std::string_view bytes) {
+  writeAll(*disk.create(temporary, file), bytes, false);
+  disk.replace(temporary, file);
+  disk.syncFolder(folder);
+}
+
+void saveWithoutFlushingTheFolder(ModelDisk& disk, std::string_view bytes) {
+  writeAll(*disk.create(temporary, file), bytes, true);
+  disk.replace(temporary, file);
+}
+
+void saveWhole(ModelDisk& disk, std::string_view bytes) { EXPECT_TRUE(replaceWhole(disk, file, bytes)); }
+
+using Damage = std::set<std::string>;
+
+TEST(WholeFile, IsOldOrNewAfterALossOfPowerAtAnyMoment) { EXPECT_EQ(damageBy(saveWhole), Damage{}); }
+
+TEST(WholeFile, LeavesOnlyItselfOnTheMedium) {
+  ModelDisk disk;
+  disk.place(file, oldBytes);
+  replaceWhole(disk, file, newBytes);
+  EXPECT_EQ(disk.afterPowerLoss(), std::set<ModelDisk::Files>({{{file, newBytes}}}));
+}
+
+TEST(WholeFile, IsOnTheMediumWhenItWasNotThereBefore) {
+  ModelDisk disk;
+  replaceWhole(disk, file, newBytes);
+  EXPECT_EQ(disk.afterPowerLoss(), std::set<ModelDisk::Files>({{{file, newBytes}}}));
+}
+
+// A program that died between renaming and flushing the folder leaves a file that reads as new and may be lost.
+TEST(WholeFile, WithTheSameContentIsStillMadeSureOf) {
+  ModelDisk disk;
+  disk.place(file, oldBytes);
+  saveWithoutFlushingTheFolder(disk, newBytes);
+  ASSERT_GT(disk.afterPowerLoss().size(), 1u);
+  EXPECT_FALSE(replaceWhole(disk, file, newBytes));
+  EXPECT_EQ(disk.afterPowerLoss(), std::set<ModelDisk::Files>({{{file, newBytes}}}));
+}
+
+// The four classic mistakes: the model disk finds each, so that what passes on it is right.
+TEST(ModelDisk, FindsWritingInPlace) {
+  EXPECT_EQ(damageBy(saveInPlace), Damage{"neither the old nor the new content"});
+}
+
+TEST(ModelDisk, FindsRemovingFirst) { EXPECT_EQ(damageBy(saveAfterRemoving), Damage{"gone"}); }
+
+TEST(ModelDisk, FindsAFileThatIsNotFlushed) {
+  EXPECT_EQ(damageBy(saveWithoutFlushingTheFile), Damage{"neither the old nor the new content"});
+}
+
+TEST(ModelDisk, FindsAFolderThatIsNotFlushed) {
+  EXPECT_EQ(damageBy(saveWithoutFlushingTheFolder), Damage{"the old content after saving"});
+}
+
+TEST(WholeFile, ReplacesAFileOfTheSystem) {
+  const Scratch scratch;
+  put(scratch.folder / "marks.xml", oldBytes);
+  EXPECT_TRUE(replaceWhole(realDisk(), scratch.folder / "marks.xml", newBytes));
+  EXPECT_EQ(contentOf(scratch.folder / "marks.xml"), newBytes);
+  EXPECT_EQ(namesIn(scratch.folder), std::vector<std::string>{"marks.xml"});
+}
+
+TEST(WholeFile, HoldsNothingAndEverything) {
+  const Scratch scratch;
+  std::string bytes(1 << 20, '\0');
+  for (std::size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>(i * i >> 3);
+  EXPECT_TRUE(replaceWhole(realDisk(), scratch.folder / "a", bytes));
+  EXPECT_EQ(contentOf(scratch.folder / "a"), bytes);
+  EXPECT_TRUE(replaceWhole(realDisk(), scratch.folder / "a", ""));
+  EXPECT_EQ(contentOf(scratch.folder / "a"), "");
+  EXPECT_FALSE(replaceWhole(realDisk(), scratch.folder / "a", ""));
+}
+
+TEST(WholeFile, ThatWouldNotChangeIsNotWritten) {
+  const Scratch scratch;
+  FailingDisk disk(realDisk());
+  const auto path = scratch.folder / "marks.xml";
+  ASSERT_TRUE(replaceWhole(disk, path, newBytes));
+  disk.operations = 0;
+  EXPECT_FALSE(replaceWhole(disk, path, newBytes));
+  EXPECT_EQ(disk.operations, 2);  // read, and the folder flushed
+  EXPECT_TRUE(replaceWhole(disk, path, newBytes.substr(1)));
+  EXPECT_EQ(contentOf(path), newBytes.substr(1));
+}
+
+// Each operation fails in turn, until there is none left to fail.
+TEST(WholeFile, IsOldOrNewWhicheverOperationFails) {
+  int failures = 0;
+  for (int failing = 1;; ++failing) {
+    const Scratch scratch;
+    const auto path = scratch.folder / "marks.xml";
+    put(path, oldBytes);
+    FailingDisk disk(realDisk());
+    disk.failing = failing;
+    const std::string sentence = sentenceOf<DiskError>([&] { replaceWhole(disk, path, newBytes); });
+    if (disk.operations < failing) {
+      EXPECT_EQ(disk.operations, 7);  // read, create, write, sync, close, replace, and the folder
+      break;
+    }
+
+    SCOPED_TRACE("operation " + std::to_string(failing));
+    EXPECT_EQ(namesIn(scratch.folder), std::vector<std::string>{"marks.xml"}) << "a temporary file is left";
+    if (sentence.empty()) {
+      EXPECT_EQ(contentOf(path), newBytes);
+      continue;
+    }
+    ++failures;
+    EXPECT_NE(sentence.find("cannot be written: the disk is full; free some space and try again."), sentence.npos);
+    EXPECT_TRUE(contentOf(path) == oldBytes || contentOf(path) == newBytes);
+    disk.failing = 0;
+    replaceWhole(disk, path, newBytes);
+    EXPECT_EQ(contentOf(path), newBytes);
+  }
+  EXPECT_EQ(failures, 6);  // all but the first: what cannot be read is written anew
+}
+
+TEST(WholeFile, IsOldWhenAFlushFailsAndTheFlushIsNotRetried) {
+  const Scratch scratch;
+  const auto path = scratch.folder / "marks.xml";
+  put(path, oldBytes);
+  FailingDisk disk(realDisk());
+  disk.failing = 4;  // read, create, write, sync
+  disk.reason = std::errc::io_error;
+  EXPECT_THROW(replaceWhole(disk, path, newBytes), DiskError);
+  EXPECT_EQ(contentOf(path), oldBytes);
+  EXPECT_EQ(disk.operations, 5);  // after the flush nothing but the removal of the temporary file
+}
+
+TEST(WholeFile, NeedsItsFolder) {
+  const Scratch scratch;
+  EXPECT_THROW(replaceWhole(realDisk(), scratch.folder / "none" / "marks.xml", newBytes), DiskError);
+  EXPECT_TRUE(namesIn(scratch.folder).empty());
+}
+
+TEST(WholeFile, DoesNotReplaceAFolder) {
+  const Scratch scratch;
+  std::filesystem::create_directory(scratch.folder / "marks.xml");
+  EXPECT_THROW(replaceWhole(realDisk(), scratch.folder / "marks.xml", newBytes), DiskError);
+  EXPECT_EQ(namesIn(scratch.folder), std::vector<std::string>{"marks.xml"});
+}
+
+std::string temporaryOf(long process) { return ".kiln-" + std::to_string(process) + "-7.tmp"; }
+
+constexpr long nobody = 2147483645;  // no process has this number
+
+TEST(Sweep, RemovesWhatDeadProgramsLeft) {
+  const Scratch scratch;
+  put(scratch.folder / temporaryOf(nobody), "half a fi");
+  put(scratch.folder / "marks.xml", oldBytes);
+  sweepTemporaries(realDisk(), scratch.folder);
+  EXPECT_EQ(namesIn(scratch.folder), std::vector<std::string>{"marks.xml"});
+}
+
+TEST(Sweep, LeavesWhatAProgramIsWriting) {
+  const Scratch scratch;
+  put(scratch.folder / temporaryOf(processNumber()), "half a fi");
+  sweepTemporaries(realDisk(), scratch.folder);
+  EXPECT_EQ(namesIn(scratch.folder).size(), 1u);
+}
+
+// A number is used again by other programs, so that a running one of that number proves nothing after a while.
+TEST(Sweep, RemovesWhatIsTooOldToBeWritten) {
+  const Scratch scratch;
+  const auto stale = scratch.folder / temporaryOf(processNumber());
+  put(stale, "half a fi");
+  std::filesystem::last_write_time(stale, std::filesystem::file_time_type::clock::now() - std::chrono::hours(2));
+  sweepTemporaries(realDisk(), scratch.folder);
+  EXPECT_TRUE(namesIn(scratch.folder).empty());
+}
+
+TEST(Sweep, TouchesNothingElse) {
+  const Scratch scratch;
+  const std::vector<std::string> others = {".kiln--1.tmp",         ".kiln-2147483645-.tmp",  ".kiln-2147483645-1.tmpx",
+                                           ".kiln-2147483645.tmp", ".kiln-2147483645-a.tmp", "kiln-2147483645-1.tmp"};
+  for (const std::string& name : others) put(scratch.folder / name, "a person's own");
+  std::filesystem::create_directory(scratch.folder / temporaryOf(nobody));
+  auto before = namesIn(scratch.folder);
+  sweepTemporaries(realDisk(), scratch.folder);
+  EXPECT_EQ(namesIn(scratch.folder), before);
+}
+
+TEST(Sweep, OfNoFolderDoesNothing) {
+  const Scratch scratch;
+  put(scratch.folder / "file", "");
+  sweepTemporaries(realDisk(), scratch.folder / "none");
+  sweepTemporaries(realDisk(), scratch.folder / "file");
+  EXPECT_EQ(namesIn(scratch.folder), std::vector<std::string>{"file"});
+}
+
+}  // namespace

@@ -1,0 +1,211 @@
+// How the plug-in is brought to life, and what it connects to.
+#include "tests/support/world.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace {
+
+using Refhost::Mode;
+using Testing::builtOptions;
+using Testing::connections;
+using Testing::World;
+
+Refhost::Options inMode(Mode mode, bool active = true) {
+  auto options = builtOptions();
+  options.mode = mode;
+  options.active = active;
+  return options;
+}
+
+std::vector<std::string> loaded(const World& world) {
+  std::vector<std::string> urls;
+  for (const auto& event : world.events)
+    if (event.op == "load") urls.push_back(Testing::member(event, "url"));
+  return urls;
+}
+
+// The connections that begin with a signal's name, in order.
+std::vector<std::string> connectionsOf(const World& world, const std::string& signal) {
+  auto all = connections(world.events);
+  std::erase_if(all, [&signal](const std::string& line) { return !line.starts_with(signal + " "); });
+  return all;
+}
+
+const std::vector<std::string> tabLayout = {"chrome://effect/content/tab_effect.xul"};
+
+TEST(ConfigureUI, LoadsTheTabInDocPropAndPDC) {
+  EXPECT_EQ(loaded(World(inMode(Mode::docProp))), tabLayout);
+  EXPECT_EQ(loaded(World(inMode(Mode::pdc))), tabLayout);
+}
+
+TEST(ConfigureUI, LoadsTheTabInPDCEvenWhenThePluginIsInactive) {
+  EXPECT_EQ(loaded(World(inMode(Mode::pdc, false))), tabLayout);
+}
+
+TEST(ConfigureUI, DoesNothingInDocPropWhenThePluginIsInactive) {
+  const World world(inMode(Mode::docProp, false));
+  EXPECT_TRUE(loaded(world).empty());
+  EXPECT_TRUE(connections(world.events).empty());
+}
+
+TEST(ConfigureUI, LoadsNoLayoutInPrePrintAndWaitsForThePrintTimeStep) {
+  World world(inMode(Mode::prePrint));
+  EXPECT_TRUE(loaded(world).empty());
+  EXPECT_EQ(connections(world.events), std::vector<std::string>{"gui-ready GUI"});
+  EXPECT_TRUE(world.preferences.gui()->tabs().empty());
+}
+
+TEST(ConfigureUI, DoesNothingInPrePrintWhenThePluginIsInactive) {
+  EXPECT_TRUE(connections(World(inMode(Mode::prePrint, false)).events).empty());
+}
+
+TEST(ConfigureUI, DoesNothingInAnyOtherMode) {
+  for (const char16_t* mode : {u"docprop", u"PDC ", u"", u"Preprint"}) {
+    auto options = builtOptions();
+    options.settings = {{u"UIMode", std::u16string(mode)}};
+    const World world(options);
+    EXPECT_TRUE(connections(world.events).empty());
+    EXPECT_TRUE(loaded(world).empty());
+  }
+}
+
+TEST(ConfigureUI, LoadsTheLayoutBeforeItConnectsTheReadySignal) {
+  const World world;
+  const auto at = [&world](const std::string& op) {
+    return std::find_if(world.events.begin(), world.events.end(), [&op](const auto& event) { return event.op == op; });
+  };
+  EXPECT_LT(at("load"), at("connect"));
+  EXPECT_EQ(connections(world.events).front(), "gui-ready GUI");
+}
+
+TEST(RootlessActivation, FollowsTheWatermarkSelectionAndNothingElse) {
+  const World world(inMode(Mode::rootless));
+  EXPECT_EQ(connections(world.events), std::vector<std::string>{"selection-change WatermarkSel"});
+}
+
+TEST(RootlessActivation, ConnectsNothingWhenThePluginIsInactive) {
+  EXPECT_TRUE(connections(World(inMode(Mode::rootless, false)).events).empty());
+}
+
+TEST(OnGUIReady, ConnectsTheEnableChangesInOrder) {
+  EXPECT_EQ(connectionsOf(World(), "enable-change"),
+            (std::vector<std::string>{"enable-change Watermark", "enable-change FirstPageOnly",
+                                      "enable-change WatermarkOccurance", "enable-change OverlayImage",
+                                      "enable-change NegativeImage", "enable-change MirrorImage",
+                                      "enable-change Rotate180", "enable-change Rotate180ForA3LD",
+                                      "enable-change OverlayOccurance"}));
+}
+
+TEST(OnGUIReady, ConnectsTheSelectionChangesInOrder) {
+  EXPECT_EQ(connectionsOf(World(), "selection-change"),
+            (std::vector<std::string>{
+                "selection-change WatermarkSel", "selection-change OverlaySel", "selection-change NegativeImage",
+                "selection-change MirrorImage", "selection-change Rotate180", "selection-change Rotate180ForA3LD",
+                "selection-change FirstPageOnly", "selection-change WatermarkOccurance",
+                "selection-change OverlayOccurance", "selection-change OverlayLayering",
+                "selection-change OverlayImageCreate"}));
+}
+
+TEST(OnGUIReady, BindsSidesThenPropertiesThenPanelThenBoxesThenProfiles) {
+  const auto all = connections(World().events);
+  const std::vector<std::string> inOrder = {"change ePTKWPageWatermark_PrintFirstPageOnly",
+                                            "change ePTKWJobOverlayImage_Layering",
+                                            "enable-change Watermark",
+                                            "enable-change OverlayOccurance",
+                                            "selection-change WatermarkSel",
+                                            "selection-change OverlayImageCreate",
+                                            "help TabPanel",
+                                            "pre-accept TabPanel",
+                                            "click chk_EffRot180Deg",
+                                            "click chk_EffRot180DegForA3LD",
+                                            "click ePTKWPageNegativeImage",
+                                            "click ePTKWPageMirrorImage",
+                                            "profile-import PropertyManager",
+                                            "profile-export PropertyManager"};
+  auto place = all.begin();
+  for (const std::string& line : inOrder) {
+    place = std::find(place, all.end(), line);
+    ASSERT_NE(place, all.end()) << line << " is missing or too early";
+  }
+  EXPECT_EQ(all.back(), "profile-export PropertyManager");
+}
+
+TEST(OnGUIReady, LinesUpTheLeftBox) {
+  World world;
+  EXPECT_TRUE(world.widget<Refhost::Container>(u"effect_common_leftbox").sharesColumns());
+}
+
+TEST(OnGUIReady, DisablesTheSecurityPatternsInPDCAlone) {
+  for (const Mode mode : {Mode::docProp, Mode::pdc}) {
+    World world(inMode(mode));
+    for (const auto* id : {u"but_EffSecPatEdt", u"but_EffSecPatDel", u"ePTKWJobOverlayImage_Layering_HSP_Overlay"}) {
+      const Refhost::WidgetNode* widget = world.preferences.gui()->find(id);
+      ASSERT_NE(widget, nullptr);
+      EXPECT_EQ(widget->isEnabled(), mode == Mode::docProp);
+    }
+  }
+}
+
+// Every id of the tab, so that each can be left out in turn.
+std::vector<std::u16string> idsOfTheTab() {
+  World world;
+  std::vector<std::u16string> ids;
+  Refhost::walk(*world.preferences.gui()->tabs().back().root, [&ids](Refhost::WidgetNode& widget) {
+    if (!widget.id().empty() && widget.parent() != nullptr) ids.push_back(widget.id());
+  });
+  return ids;
+}
+
+TEST(OnGUIReady, ManagesWithoutAnyOneWidgetInEveryMode) {
+  const auto ids = idsOfTheTab();
+  ASSERT_GT(ids.size(), 20U);
+  for (const Mode mode : {Mode::docProp, Mode::pdc})
+    for (const auto& id : ids) {
+      auto options = inMode(mode);
+      options.withoutWidgets = {id};
+      World world(options);
+      EXPECT_EQ(world.preferences.gui()->find(id), nullptr);
+      // Everything that the tab follows happens once without the widget.
+      for (const auto& property : world.preferences.model().description().properties)
+        for (const auto& option : property.options) {
+          world.preferences.set(property.name, option);
+          world.preferences.setAvailable(property.name, option, false);
+          world.preferences.setAvailable(property.name, option, true);
+        }
+      EXPECT_TRUE(world.face.failures.empty());
+    }
+}
+
+TEST(Help, IsShownForTheEffectTab) {
+  World world;
+  world.preferences.help();
+  EXPECT_EQ(world.face.helpTopics, std::vector<std::u16string>{u"pro_tab_effect"});
+}
+
+TEST(Help, IsNotShownForAnyOtherTab) {
+  World world;
+  for (const auto* id : {u"pro_tab_device", u"pro_tab_effec", u"pro_tab_effect ", u"Pro_tab_effect"}) {
+    world.preferences.selectTab(id);
+    world.preferences.help();
+  }
+  EXPECT_TRUE(world.face.helpTopics.empty());
+}
+
+TEST(Plugin, GivesAllItsMemoryBackWhenThePreferencesAreGone) {
+  const long before = Refhost::heap().blocks();
+  { World world; }
+  EXPECT_EQ(Refhost::heap().blocks(), before);
+}
+
+TEST(Plugin, OutlivesItsWidgetsWhenThePreferencesAreAccepted) {
+  World world;
+  EXPECT_TRUE(world.preferences.accept());
+  EXPECT_EQ(world.preferences.gui(), nullptr);
+  world.preferences.set(u"NegativeImage", u"Negative");
+  EXPECT_EQ(world.value(u"NegativeImage"), u"Negative");
+  EXPECT_TRUE(world.face.failures.empty());
+}
+
+}  // namespace

@@ -1,0 +1,326 @@
+// Mirror image, negative image and the rotations: boxes, properties and model rules.
+#include "tests/support/world.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Testing::builtOptions;
+using Testing::transitions;
+using Testing::widgetOperations;
+using Testing::World;
+
+constexpr auto negativeBox = u"ePTKWPageNegativeImage";
+constexpr auto mirrorBox = u"ePTKWPageMirrorImage";
+constexpr auto rotateBox = u"chk_EffRot180Deg";
+constexpr auto rotateA3LDBox = u"chk_EffRot180DegForA3LD";
+
+using Lines = std::vector<std::string>;
+
+Refhost::Options onModel(const std::string& model) {
+  auto options = builtOptions();
+  options.model = model;
+  return options;
+}
+
+Refhost::Options with(std::u16string property, std::u16string value) {
+  auto options = builtOptions();
+  options.properties = {{std::move(property), std::move(value)}};
+  return options;
+}
+
+struct Transform {
+  const char* name;
+  std::u16string property;
+  std::u16string onValue;
+  std::u16string id;
+};
+
+class PageTransform : public testing::TestWithParam<Transform> {};
+
+TEST_P(PageTransform, ClickSendsOneTransitionAndTheBoxFollowsTheProperty) {
+  const auto& [name, property, onValue, id] = GetParam();
+  World world;
+  world.take();
+  world.box(id).click();
+  EXPECT_EQ(world.value(property), onValue);
+  const auto events = world.take();
+  const std::string narrow(property.begin(), property.end());
+  EXPECT_EQ(transitions(events), Lines{narrow + "=" + std::string(onValue.begin(), onValue.end())});
+  EXPECT_EQ(widgetOperations(events), Lines{std::string(id.begin(), id.end()) + " setChecked true"});
+  EXPECT_TRUE(world.box(id).isChecked());
+
+  world.box(id).click();
+  EXPECT_EQ(world.value(property), u"None");
+  EXPECT_EQ(transitions(world.take()), Lines{narrow + "=None"});
+  EXPECT_FALSE(world.box(id).isChecked());
+}
+
+TEST_P(PageTransform, AnyValueButNoneChecksTheBox) {
+  const auto& [name, property, onValue, id] = GetParam();
+  World world;
+  for (const auto* value : {u"none", u"Something", u"NONE"}) {
+    world.preferences.set(property, u"None");
+    EXPECT_FALSE(world.box(id).isChecked());
+    world.preferences.set(property, value);
+    EXPECT_TRUE(world.box(id).isChecked());
+  }
+}
+
+TEST_P(PageTransform, StartsAsTheModelHasIt) {
+  const auto& [name, property, onValue, id] = GetParam();
+  World off;
+  EXPECT_FALSE(off.box(id).isChecked());
+  World on(with(property, onValue));
+  EXPECT_TRUE(on.box(id).isChecked());
+}
+
+INSTANTIATE_TEST_SUITE_P(All, PageTransform,
+                         testing::Values(Transform{"Negative", u"NegativeImage", u"Negative", negativeBox},
+                                         Transform{"Mirror", u"MirrorImage", u"MirrorImage", mirrorBox},
+                                         Transform{"Rotate180", u"Rotate180", u"Rotate180", rotateBox},
+                                         Transform{"Rotate180ForA3LD", u"Rotate180ForA3LD", u"Rotate180",
+                                                   rotateA3LDBox}),
+                         [](const auto& instance) { return instance.param.name; });
+
+TEST(PageTransforms, AnEmptyValueLeavesTheBoxAsItWas) {
+  for (const auto& [property, onValue, id] :
+       {std::tuple(u"NegativeImage", u"Negative", negativeBox), std::tuple(u"MirrorImage", u"MirrorImage", mirrorBox),
+        std::tuple(u"Rotate180", u"Rotate180", rotateBox)}) {
+    World world;
+    world.preferences.set(property, u"");
+    EXPECT_FALSE(world.box(id).isChecked());
+    world.preferences.set(property, onValue);
+    world.preferences.set(property, u"");
+    EXPECT_TRUE(world.box(id).isChecked());
+  }
+}
+
+TEST(PageTransforms, AnEmptyValueChecksTheA3LedgerBox) {
+  World world;
+  world.preferences.set(u"Rotate180ForA3LD", u"");
+  EXPECT_TRUE(world.box(rotateA3LDBox).isChecked());
+}
+
+TEST(PageTransforms, BothRotationsCanBeOnAtOnce) {
+  World world;
+  world.box(rotateBox).click();
+  EXPECT_FALSE(world.box(rotateA3LDBox).isChecked());
+  world.box(rotateA3LDBox).click();
+  EXPECT_EQ(world.value(u"Rotate180"), u"Rotate180");
+  EXPECT_EQ(world.value(u"Rotate180ForA3LD"), u"Rotate180");
+  world.box(rotateBox).click();
+  EXPECT_TRUE(world.box(rotateA3LDBox).isChecked());
+}
+
+TEST(NegativeImage, UnavailableIsUncheckedThenGreyed) {
+  World world(with(u"NegativeImage", u"Negative"));
+  world.take();
+  world.preferences.setAvailable(u"NegativeImage", u"Negative", false);
+  EXPECT_EQ(widgetOperations(world.take()),
+            (Lines{"ePTKWPageNegativeImage setChecked false", "ePTKWPageNegativeImage disable"}));
+  EXPECT_TRUE(world.box(negativeBox).WidgetNode::isVisible());
+  world.preferences.setAvailable(u"NegativeImage", u"Negative", true);
+  EXPECT_EQ(widgetOperations(world.take()), Lines{"ePTKWPageNegativeImage enable"});
+}
+
+TEST(NegativeImage, UnavailableOnKVTIsHiddenToo) {
+  World world(onModel("kvt"));
+  world.box(negativeBox).click();
+  world.take();
+  world.preferences.setAvailable(u"NegativeImage", u"Negative", false);
+  EXPECT_EQ(widgetOperations(world.take()),
+            (Lines{"ePTKWPageNegativeImage setChecked false", "ePTKWPageNegativeImage disable",
+                   "ePTKWPageNegativeImage hide"}));
+}
+
+TEST(NegativeImage, AvailableAgainOnKVTIsEnabledButNotShown) {
+  World world(onModel("kvt"));
+  world.preferences.setAvailable(u"NegativeImage", u"Negative", false);
+  world.preferences.setAvailable(u"NegativeImage", u"Negative", true);
+  EXPECT_TRUE(world.box(negativeBox).WidgetNode::isEnabled());
+  EXPECT_FALSE(world.box(negativeBox).isVisible());
+}
+
+TEST(NegativeImage, IgnoresOtherOptions) {
+  World world;
+  world.take();
+  world.preferences.setAvailable(u"NegativeImage", u"None", false);
+  world.preferences.setAvailable(u"NegativeImage", u"negative", false);
+  EXPECT_TRUE(widgetOperations(world.take()).empty());
+}
+
+TEST(MirrorImage, UnavailableIsOutOfSightAndKeepsItsMark) {
+  World world(with(u"MirrorImage", u"MirrorImage"));
+  world.take();
+  world.preferences.setAvailable(u"MirrorImage", u"MirrorImage", false);
+  EXPECT_EQ(widgetOperations(world.take()), Lines{"ePTKWPageMirrorImage setVisible false"});
+  EXPECT_TRUE(world.box(mirrorBox).isChecked());
+  EXPECT_TRUE(world.box(mirrorBox).WidgetNode::isEnabled());
+  world.preferences.setAvailable(u"MirrorImage", u"MirrorImage", true);
+  EXPECT_EQ(widgetOperations(world.take()),
+            (Lines{"ePTKWPageMirrorImage setVisible true", "ePTKWPageMirrorImage enable"}));
+}
+
+TEST(MirrorImage, UnavailableOnKVTIsHiddenToo) {
+  World world(onModel("kvt"));
+  world.take();
+  world.preferences.setAvailable(u"MirrorImage", u"MirrorImage", false);
+  EXPECT_EQ(widgetOperations(world.take()),
+            (Lines{"ePTKWPageMirrorImage setVisible false", "ePTKWPageMirrorImage hide"}));
+}
+
+TEST(MirrorImage, IgnoresOtherOptions) {
+  World world;
+  world.take();
+  world.preferences.setAvailable(u"MirrorImage", u"None", false);
+  EXPECT_TRUE(widgetOperations(world.take()).empty());
+}
+
+TEST(MirrorImage, IsHiddenFromTheStartOnKVTAndForPCLXLAndPSCRIPT) {
+  for (const char* model : {"kvt", "pclxl", "pscript"}) {
+    World world(onModel(model));
+    EXPECT_FALSE(world.box(mirrorBox).isVisible()) << model;
+  }
+  for (const auto& [property, value] :
+       {std::pair(u"ModelNumber", u"KVT"), std::pair(u"OutputPDL", u"PCLXL"), std::pair(u"DriverTech", u"PSCRIPT")}) {
+    World world(with(property, value));
+    EXPECT_FALSE(world.box(mirrorBox).isVisible());
+  }
+}
+
+TEST(MirrorImage, IsShownOnOtherModelsAndForNamesThatOnlyResemble) {
+  for (const char* model : {"standard", "tarra", "varnholt", "quellspire", "tev", "monochrome"})
+    EXPECT_TRUE(World(onModel(model)).box(mirrorBox).isVisible()) << model;
+  for (const auto& [property, value] : {std::pair(u"ModelNumber", u"kvt"), std::pair(u"ModelNumber", u"KVT "),
+                                        std::pair(u"OutputPDL", u"PCLXL6"), std::pair(u"DriverTech", u"pscript")})
+    EXPECT_TRUE(World(with(property, value)).box(mirrorBox).isVisible());
+}
+
+// The operations on both rotation boxes when one of the two properties loses its on value.
+Lines afterForbidding(World& world, const std::u16string& property) {
+  world.take();
+  world.preferences.setAvailable(property, u"Rotate180", false);
+  return widgetOperations(world.take());
+}
+
+TEST(Rotate180, UnavailableIsGreyedAndOnKVTHidden) {
+  World standard;
+  EXPECT_EQ(afterForbidding(standard, u"Rotate180"), Lines{"chk_EffRot180Deg disable"});
+  World kvt(onModel("kvt"));
+  EXPECT_EQ(afterForbidding(kvt, u"Rotate180"), (Lines{"chk_EffRot180Deg disable", "chk_EffRot180Deg hide"}));
+}
+
+TEST(Rotate180, UnavailableIsOnlyGreyedOnTheFamiliesThatHideTheOther) {
+  for (const char* model : {"tarra", "varnholt", "quellspire", "tev"}) {
+    World world(onModel(model));
+    EXPECT_EQ(afterForbidding(world, u"Rotate180"), Lines{"chk_EffRot180Deg disable"}) << model;
+  }
+}
+
+TEST(Rotate180, AvailableAgainIsEnabled) {
+  World world;
+  world.preferences.setAvailable(u"Rotate180", u"Rotate180", false);
+  world.take();
+  world.preferences.setAvailable(u"Rotate180", u"Rotate180", true);
+  EXPECT_EQ(widgetOperations(world.take()), Lines{"chk_EffRot180Deg enable"});
+}
+
+TEST(Rotate180ForA3LD, UnavailableIsGreyedAndHiddenOnTheModelsThatCannotDoIt) {
+  for (const char* model : {"kvt", "tarra", "varnholt", "quellspire", "tev"}) {
+    World world(onModel(model));
+    EXPECT_EQ(afterForbidding(world, u"Rotate180ForA3LD"),
+              (Lines{"chk_EffRot180DegForA3LD disable", "chk_EffRot180DegForA3LD hide"}))
+        << model;
+  }
+  for (const char* model : {"standard", "pclxl", "pscript", "monochrome"}) {
+    World world(onModel(model));
+    EXPECT_EQ(afterForbidding(world, u"Rotate180ForA3LD"), Lines{"chk_EffRot180DegForA3LD disable"}) << model;
+  }
+}
+
+TEST(Rotate180ForA3LD, AvailableAgainIsEnabledButNotShown) {
+  World world(onModel("varnholt"));
+  world.preferences.setAvailable(u"Rotate180ForA3LD", u"Rotate180", false);
+  world.take();
+  world.preferences.setAvailable(u"Rotate180ForA3LD", u"Rotate180", true);
+  EXPECT_EQ(widgetOperations(world.take()), Lines{"chk_EffRot180DegForA3LD enable"});
+  EXPECT_FALSE(world.box(rotateA3LDBox).isVisible());
+}
+
+TEST(Rotations, IgnoreTheOptionNone) {
+  for (const auto* property : {u"Rotate180", u"Rotate180ForA3LD"}) {
+    World world(onModel("kvt"));
+    world.take();
+    world.preferences.setAvailable(property, u"None", false);
+    EXPECT_TRUE(widgetOperations(world.take()).empty());
+  }
+}
+
+TEST(Rotations, TakeAnyOptionButNoneForTheirOwn) {
+  World world;
+  world.take();
+  world.preferences.setAvailable(u"Rotate180", u"Rotate90", false);
+  EXPECT_EQ(widgetOperations(world.take()), Lines{"chk_EffRot180Deg disable"});
+}
+
+Refhost::Options customised(std::u16string flag, std::u16string degree) {
+  auto options = builtOptions();
+  options.customisation = {{u"XMLCustomisation", std::move(flag)}, {u"A3LD180Degree", std::move(degree)}};
+  return options;
+}
+
+TEST(A3LedgerCustomisation, TakesTheBoxAwayWhenItSaysTrueAndFalse) {
+  World world(customised(u"true", u"false"));
+  EXPECT_FALSE(world.box(rotateA3LDBox).isVisible());
+  EXPECT_FALSE(world.box(rotateA3LDBox).WidgetNode::isEnabled());
+  auto operations = widgetOperations(world.take());
+  operations.resize(2);
+  EXPECT_EQ(operations, (Lines{"chk_EffRot180DegForA3LD setVisible false", "chk_EffRot180DegForA3LD disable"}));
+}
+
+TEST(A3LedgerCustomisation, LeavesTheBoxForAnyOtherValues) {
+  for (const auto& [flag, degree] : {std::pair(u"True", u"false"), std::pair(u"true", u"False"),
+                                     std::pair(u"true", u"true"), std::pair(u"true", u""), std::pair(u"", u"false")}) {
+    World world(customised(flag, degree));
+    EXPECT_TRUE(world.box(rotateA3LDBox).isVisible());
+    EXPECT_TRUE(world.box(rotateA3LDBox).WidgetNode::isEnabled());
+  }
+}
+
+TEST(A3LedgerCustomisation, LeavesTheBoxWhenThereIsNone) {
+  World world;
+  EXPECT_TRUE(world.box(rotateA3LDBox).isVisible());
+}
+
+TEST(A3LedgerCustomisation, ManagesWithoutTheBox) {
+  auto options = customised(u"true", u"false");
+  options.withoutWidgets = {rotateA3LDBox};
+  World world(options);
+  EXPECT_TRUE(world.face.failures.empty());
+}
+
+TEST(A3LedgerLabel, SaysWhoRotates) {
+  for (const auto& [setting, token] : {std::pair(u"True", u"$IDS_EFFECT_ROTATE_180_A3_LD_CONTROLLER;"),
+                                       std::pair(u"False", u"$IDS_EFFECT_ROTATE_180_A3_LD;")}) {
+    auto options = builtOptions();
+    options.settings = {{u"kilnworks.A3LDRotate180.rotation", std::u16string(setting)}};
+    World world(options);
+    EXPECT_EQ(world.box(rotateA3LDBox).label(), token);
+    EXPECT_NE(world.box(rotateA3LDBox).shownLabel(), token);
+  }
+}
+
+TEST(A3LedgerLabel, IsThePlainOneWithoutTheSetting) {
+  EXPECT_EQ(World().box(rotateA3LDBox).label(), u"$IDS_EFFECT_ROTATE_180_A3_LD;");
+}
+
+TEST(A3LedgerLabel, IsNotSetWhereTheLayoutHasNoBox) {
+  auto options = builtOptions();
+  options.withoutWidgets = {rotateA3LDBox};
+  World world(options);
+  for (const std::string& line : widgetOperations(world.take())) EXPECT_EQ(line.find("setLabel"), line.npos) << line;
+  EXPECT_TRUE(world.face.failures.empty());
+}
+
+}  // namespace

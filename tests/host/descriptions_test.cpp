@@ -1,0 +1,209 @@
+// Model descriptions, string tables and layouts as data: those that ship, and broken ones.
+#include "host/chrome/layout.h"
+#include "host/chrome/strings.h"
+#include "host/model/description.h"
+#include "host/unicode.h"
+#include "tests/support/world.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+#include <regex>
+
+namespace {
+
+using Testing::TemporaryFolder;
+using Testing::writeFile;
+
+const std::filesystem::path resources = RESOURCES_FOLDER;
+const Refhost::ChromeFolders chrome(resources);
+const std::vector<std::string> locales = {"de-DE", "en-US", "fr-FR", "ja-JP", "zh-CN", "zh-TW"};
+
+// The sentence that an action fails with.
+template <class Action>
+std::string failureOf(const Action& action) {
+  try {
+    action();
+  } catch (const std::exception& error) {
+    return error.what();
+  }
+  return "it did not fail";
+}
+
+std::string failureOfModel(const std::string& xml) {
+  const TemporaryFolder folder;
+  writeFile(folder.path / "m.xml", xml);
+  const auto sentence = failureOf([&] { Refhost::readModel(folder.path, (folder.path / "m.xml").string()); });
+  return std::regex_replace(sentence, std::regex("^.*m\\.xml"), "m.xml");
+}
+
+TEST(ModelDescriptions, ThatShipAreReadByTheirNameInAnyCase) {
+  const auto names = Refhost::shippedModels(resources / "models");
+  EXPECT_EQ(names.front(), "standard");
+  EXPECT_EQ(names.size(), 9U);
+  for (const std::string& name : names) EXPECT_FALSE(Refhost::readModel(resources / "models", name).rules.empty() && name != "standard") << name;
+  EXPECT_EQ(Refhost::readModel(resources / "models", "KVT").name, u"kvt");
+}
+
+TEST(ModelDescriptions, InheritPropertiesAndChangeValues) {
+  const auto standard = Refhost::readModel(resources / "models", "standard");
+  const auto kvt = Refhost::readModel(resources / "models", "kvt");
+  EXPECT_EQ(kvt.properties.size(), standard.properties.size());
+  EXPECT_EQ(kvt.properties.front().name, u"ModelNumber");
+  EXPECT_EQ(kvt.properties.front().defaultValue, u"KVT");
+}
+
+TEST(ModelDescriptions, FailWithFileAndLine) {
+  EXPECT_EQ(failureOfModel("<model name='m' label='m'>\n<property"), "m.xml:2: unclosed token");
+  EXPECT_EQ(failureOfModel("<model name='m' label='m'>\n<rule unavailable='Paper' option='A3'/></model>"),
+            "m.xml:2: there is no property Paper.");
+  EXPECT_EQ(failureOfModel("<model name='m' label='m'>\n\n<value of='Paper' is='A3'/></model>"),
+            "m.xml:3: there is no property Paper.");
+  EXPECT_EQ(failureOfModel("<printer/>"), "m.xml:1: the root is a <printer>, not a <model>.");
+  EXPECT_EQ(failureOfModel("<model name='m' label='m'>\n<colour/></model>"), "m.xml:2: <colour> is not known here.");
+  EXPECT_EQ(failureOfModel("<model name='m' label='m'>\n<property name='P'/></model>"),
+            "m.xml:2: <property> has no value.");
+  EXPECT_EQ(failureOfModel("<model name='m' label='m'><property name='P' value=''/>\n<property name='P' value=''/></model>"),
+            "m.xml:2: the property P stands twice.");
+  EXPECT_EQ(failureOfModel("<model name='m' label='m'><property name='P' value='a'><option value='a'/></property>\n"
+                           "<rule unavailable='P' option='b'/></model>"),
+            "m.xml:2: P has no option b.");
+  EXPECT_EQ(failureOfModel("<model name='m' extends='m' label='m'/>"),
+            "m.xml:1: the models extend one another too often.");
+  EXPECT_EQ(failureOfModel("<!DOCTYPE model [<!ENTITY a 'b'>]>\n<model name='m' label='&a;'/>"),
+            "m.xml:1: a DOCTYPE is not allowed here.");
+}
+
+TEST(ModelDescriptions, ThatDoNotExistAreToldWithThoseThatDo) {
+  const auto sentence = failureOf([] { Refhost::readModel(resources / "models", "nowhere"); });
+  EXPECT_EQ(sentence.substr(0, 53), "There is no model nowhere: name one of standard, kvt,");
+}
+
+TEST(StringTables, HaveTheSameTextsInEveryLocale) {
+  for (const std::string& package : chrome.packages()) {
+    EXPECT_EQ(chrome.locales(package), locales) << package;
+    std::set<std::u16string> expected;
+    for (const std::string& locale : locales) {
+      const auto table = Refhost::readStrings(resources / package / "content" / locale / "strings.dtd");
+      std::set<std::u16string> names;
+      for (const auto& [name, text] : table) {
+        names.insert(name);
+        EXPECT_FALSE(text.empty()) << Refhost::toNarrow(name);
+      }
+      if (expected.empty()) expected = names;
+      EXPECT_EQ(names, expected) << package << " " << locale;
+    }
+  }
+}
+
+// Every "$IDS_...;" in a shipped file, and in the sources, has a text in every locale.
+TEST(StringTables, HaveATextForEveryReference) {
+  const std::regex reference("\\$(IDS_[A-Za-z0-9_]+);");
+  std::map<std::string, std::string> used;
+  for (const std::filesystem::path& root : {resources, std::filesystem::path(SOURCE_FOLDER)})
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(root)) {
+      const auto file = std::filesystem::relative(entry.path(), root).string();
+      if (!entry.is_regular_file() || file.starts_with("build") || file.starts_with("tests") || file.starts_with(".git"))
+        continue;
+      const auto type = entry.path().extension();
+      if (type != ".xul" && type != ".xml" && type != ".cpp" && type != ".h") continue;
+      std::ifstream stream(entry.path());
+      const std::string text{std::istreambuf_iterator<char>(stream), {}};
+      for (std::sregex_iterator match(text.begin(), text.end(), reference), end; match != end; ++match)
+        used[(*match)[1]] = entry.path().string();
+    }
+  used.erase("IDS_NAME");  // how comments write a reference
+  EXPECT_GT(used.size(), 50U);
+  for (const std::string& locale : locales) {
+    const Refhost::StringTables tables(chrome, locale);
+    for (const auto& [name, file] : used) {
+      const auto token = Refhost::toWide("$" + name + ";");
+      EXPECT_NE(tables.resolve(token), token) << name << " of " << file << " in " << locale;
+    }
+  }
+}
+
+TEST(StringTables, LeaveOtherTextsAsTheyAre) {
+  const Refhost::StringTables tables(chrome, "en-US");
+  EXPECT_EQ(tables.resolve(u"$IDS_NONE;"), u"None");
+  for (const auto* text : {u"Draft", u"", u"$IDS_NONE", u"IDS_NONE;", u"$IDS_NO_SUCH_TEXT;", u" $IDS_NONE;"})
+    EXPECT_EQ(tables.resolve(text), text);
+}
+
+TEST(StringTables, TakeTheFirstOfTwoTextsAndResolvePredefinedReferences) {
+  const TemporaryFolder folder;
+  writeFile(folder.path / "strings.dtd",
+            "\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!ENTITY IDS_A \"first\">\n<!ENTITY IDS_A \"second\">"
+            "<!ENTITY IDS_B \"a &amp; b &lt; &#x65E5;\">");
+  const auto table = Refhost::readStrings(folder.path / "strings.dtd");
+  EXPECT_EQ(table.at(u"IDS_A"), u"first");
+  EXPECT_EQ(table.at(u"IDS_B"), u"a & b < 日");
+}
+
+TEST(StringTables, FailWithFileAndLine) {
+  const TemporaryFolder folder;
+  const auto file = folder.path / "strings.dtd";
+  writeFile(file, "<!ENTITY IDS_A \"a\">\n<!ENTITY IDS_B \"b\"\n");
+  EXPECT_TRUE(failureOf([&] { Refhost::readStrings(file); }).starts_with(file.string() + ":"));
+}
+
+TEST(StringTables, AreNotFoundForAnUnknownLocale) {
+  EXPECT_EQ(failureOf([] { Refhost::StringTables(chrome, "xx-XX"); }), "There are no texts for the locale xx-XX.");
+}
+
+TEST(ChromeAddresses, NameFilesOfTheirPackageAlone) {
+  EXPECT_EQ(chrome.file(u"chrome://effect/content/tab_effect.xul"), resources / "effect" / "content" / "tab_effect.xul");
+  for (const auto* address :
+       {u"chrome://effect/../secret", u"chrome://effect//x", u"chrome://effect/./x", u"file:///etc/passwd", u"effect/x",
+        u"chrome://effect/a\\..\\b", u"chrome://c:/x", u"chrome://../x"})
+    EXPECT_FALSE(chrome.file(address)) << Refhost::toNarrow(address);
+}
+
+class Layouts : public testing::Test {
+ protected:
+  std::string failureOfLayout(const std::string& xml) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directories(folder.path / "p" / "content");
+    writeFile(folder.path / "p" / "content" / "l.xul", xml);
+    const Refhost::ChromeFolders folders(folder.path);
+    const auto sentence = failureOf([&] { Refhost::LayoutReader(folders, {}).read(u"chrome://p/content/l.xul", world); });
+    return std::regex_replace(sentence, std::regex("^.*l\\.xul"), "l.xul");
+  }
+
+  Refhost::Trace trace;
+  Refhost::StringTables strings{chrome, "en-US"};
+  Refhost::WidgetWorld world{trace, strings, nullptr, [](const auto& action) { action(); }, [](auto&) {}};
+  const std::string start =
+      "<tabpanel xmlns='http://www.mozilla.org/keymaster/gatekeeper/there.is.only.xul' id='t' label='T'>";
+};
+
+TEST_F(Layouts, ThatShipCanAllBeRead) {
+  std::size_t read = 0;
+  for (const std::string& package : chrome.packages())
+    for (const auto& entry : std::filesystem::directory_iterator(resources / package / "content"))
+      if (entry.path().extension() == ".xul") {
+        ++read;
+        const auto address = "chrome://" + package + "/content/" + entry.path().filename().string();
+        EXPECT_EQ(failureOf([&] { Refhost::LayoutReader(chrome, {}).read(Refhost::toWide(address), world); }),
+                  "it did not fail");
+      }
+  EXPECT_GE(read, 4U);
+}
+
+TEST_F(Layouts, FailWithFileAndLine) {
+  EXPECT_EQ(failureOfLayout("<tabpanel id='t'/>"), "l.xul:1: the root is not in the XUL namespace.");
+  EXPECT_EQ(failureOfLayout(start + "\n<vbox>\n<slider/></vbox></tabpanel>"), "l.xul:3: <slider> is not known here.");
+  EXPECT_EQ(failureOfLayout(start + "\n<vbox id='a'/><hbox id='a'/></tabpanel>"), "l.xul:2: the id a is used twice.");
+  EXPECT_EQ(failureOfLayout(start + "\n<vbox hidden='yes'/></tabpanel>"),
+            "l.xul:2: hidden is neither \"true\" nor \"false\".");
+  EXPECT_EQ(failureOfLayout(start + "\n<vbox></tabpanel>"), "l.xul:2: mismatched tag");
+  EXPECT_EQ(failureOfLayout(start + "\n<listitem label='a' value='b'/></tabpanel>"),
+            "l.xul:2: an item stands outside a list.");
+  EXPECT_EQ(failureOfLayout("<!DOCTYPE x>" + start + "</tabpanel>"), "l.xul:1: a DOCTYPE is not allowed here.");
+  std::string deep = start;
+  for (int i = 0; i < 100; ++i) deep += "<vbox>";
+  EXPECT_EQ(failureOfLayout(deep), "l.xul:1: elements lie deeper in one another than this host reads.");
+}
+
+}  // namespace

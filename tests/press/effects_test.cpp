@@ -1,0 +1,36 @@
+#include <gtest/gtest.h>
+
+#include "press/effects.h"
+
+using Press::Effects;
+using Press::effectsFromProperties;
+
+TEST(Effects, NothingIsOnByDefault) {
+  EXPECT_EQ(effectsFromProperties({}), Effects{});
+  EXPECT_FALSE(Effects{}.any());
+}
+
+TEST(Effects, EachPropertyHasItsOwnWordForOn) {
+  EXPECT_EQ(effectsFromProperties({{"MirrorImage", "MirrorImage"}}), Effects{.mirrorImage = true});
+  EXPECT_EQ(effectsFromProperties({{"NegativeImage", "Negative"}}), Effects{.negativeImage = true});
+  EXPECT_EQ(effectsFromProperties({{"Rotate180", "Rotate180"}}), Effects{.rotate180 = true});
+}
+
+TEST(Effects, A3LedgerIsSwitchedOnByTheWordRotate180) {
+  EXPECT_EQ(effectsFromProperties({{"Rotate180ForA3LD", "Rotate180"}}), Effects{.rotate180ForA3Ledger = true});
+  EXPECT_EQ(effectsFromProperties({{"Rotate180ForA3LD", "Rotate180ForA3LD"}}), Effects{});
+}
+
+TEST(Effects, EverythingElseIsOff) {
+  for (const char* value : {"", "None", "True", "NegativeImage", "mirrorimage", "rotate180", "Rotate180 "})
+    EXPECT_EQ(effectsFromProperties({{"MirrorImage", value}, {"NegativeImage", value}, {"Rotate180", value}}),
+              Effects{})
+        << value;
+}
+
+TEST(Effects, AnyOneMakesAPageDifferent) {
+  EXPECT_TRUE(Effects{.mirrorImage = true}.any());
+  EXPECT_TRUE(Effects{.negativeImage = true}.any());
+  EXPECT_TRUE(Effects{.rotate180 = true}.any());
+  EXPECT_TRUE(Effects{.rotate180ForA3Ledger = true}.any());
+}

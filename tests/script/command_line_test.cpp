@@ -1,0 +1,215 @@
+// The kiln command as people meet it: help, wrong usage, and the options of drive.
+#include "tests/script/process.h"
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <sstream>
+
+namespace {
+
+using nlohmann::json;
+using testing::AllOf;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+using testing::StartsWith;
+
+std::vector<json> answersOf(const Outcome& outcome) {
+  std::vector<json> answers;
+  std::istringstream lines(outcome.out);
+  for (std::string line; std::getline(lines, line);) answers.push_back(json::parse(line));
+  return answers;
+}
+
+Outcome drive(std::vector<std::string> words, const std::string& script) {
+  words.insert(words.begin(), "drive");
+  return runKiln(words, script);
+}
+
+// The fake plug-in, whose tab needs no more than the fake resources.
+std::vector<std::string> withFake(std::vector<std::string> words) {
+  words.insert(words.end(), {"--plugin", FAKE_PLUGIN, "--resources", FAKE_RESOURCES});
+  return words;
+}
+
+TEST(CommandLine, HelpTellsOfEveryCommand) {
+  const auto outcome = runKiln({"--help"});
+  EXPECT_EQ(outcome.status, 0);
+  for (const char* command : {"show", "print", "drive", "help"}) EXPECT_THAT(outcome.out, HasSubstr(command));
+  EXPECT_EQ(runKiln({"help"}).out, outcome.out);
+  EXPECT_EQ(runKiln({}).out, outcome.out);
+}
+
+TEST(CommandLine, EachCommandHasHelpWithExamplesAndExitStatuses) {
+  for (const std::string command : {"show", "print", "drive"}) {
+    const auto outcome = runKiln({command, "--help"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.out, AllOf(HasSubstr("kiln " + command), HasSubstr("Example"), HasSubstr("Exit status:")));
+    EXPECT_EQ(runKiln({"help", command}).out, outcome.out);
+    std::istringstream lines(outcome.out);
+    for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 120u) << line;
+  }
+}
+
+TEST(CommandLine, VersionIsANumber) {
+  EXPECT_THAT(runKiln({"--version"}).out, testing::MatchesRegex("kiln [0-9.]+\n"));
+}
+
+TEST(CommandLine, WrongUsageIsOneSentence) {
+  const std::vector<std::vector<std::string>> wrong = {{"--nonsense"},
+                                                       {"nonsense"},
+                                                       {"help", "nonsense"},
+                                                       {"print"},
+                                                       {"print", "in.pdf"},
+                                                       {"print", "in.pdf", "out.pdf", "more.pdf"},
+                                                       {"print", "in.pdf", "out.pdf", "--set", "MirrorImage"},
+                                                       {"show", "--page", "0"},
+                                                       {"drive", "--mode", "Doc"},
+                                                       {"drive", "--dpi", "many"},
+                                                       {"drive", "--config", "key"},
+                                                       {"drive", "--property", "=value"},
+                                                       {"drive", "--customise", "key"},
+                                                       {"drive", "--model"}};
+  for (const auto& words : wrong) {
+    const auto outcome = runKiln(words);
+    EXPECT_EQ(outcome.status, 2) << words.back();
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_THAT(outcome.err, StartsWith("kiln: "));
+    EXPECT_EQ(std::ranges::count(outcome.err, '\n'), 1) << outcome.err;
+  }
+}
+
+TEST(DriveCommand, ExitStatusTellsWhetherEveryCommandWasAnsweredWithOk) {
+  EXPECT_EQ(drive({}, "get MirrorImage\n").status, 0);
+  EXPECT_EQ(drive({}, "get MirrorImage\nget None\n").status, 1);
+}
+
+TEST(DriveCommand, ScriptMayBeAFile) {
+  const auto script = testFolder() / "script.drive";
+  writeFile(script, "# a script\nget MirrorImage\n");
+  const auto outcome = drive({script.string()}, "never read\n");
+  EXPECT_EQ(outcome.out, "{\"ok\":true,\"value\":\"None\"}\n");
+  EXPECT_EQ(outcome.status, 0);
+}
+
+TEST(DriveCommand, ClickGoesThroughThePlugin) {
+  const auto answers = answersOf(drive({}, "click ePTKWPageMirrorImage\nget MirrorImage\nok\n"));
+  ASSERT_THAT(answers, SizeIs(3));
+  EXPECT_EQ(answers.at(1).at("value"), "MirrorImage");
+  EXPECT_EQ(answers.at(2), json({{"ok", true}}));
+}
+
+TEST(DriveCommand, ModelAndItsFactsAreGiven) {
+  EXPECT_EQ(answersOf(drive({"--model", "kvt"}, "get ModelNumber\n")).at(0).at("value"), "KVT");
+  EXPECT_EQ(answersOf(drive({"--property", "ModelNumber=KVT", "--property", "OutputPDL=a=b"},
+                            "get ModelNumber\nget OutputPDL\n"))
+                .at(1)
+                .at("value"),
+            "a=b");
+}
+
+TEST(DriveCommand, ModeIsTheHostSettingUIMode) {
+  for (const std::string mode : {"DocProp", "PDC", "PrePrint"})
+    EXPECT_EQ(answersOf(drive({"--mode", mode}, "setting UIMode\n")).at(0).at("value"), mode);
+  EXPECT_EQ(answersOf(drive({"--mode", "rootless"}, "setting UIMode\n")).at(0).at("value"), nullptr);
+}
+
+TEST(DriveCommand, InactivePluginLoadsNoTab) {
+  EXPECT_EQ(drive({"--inactive"}, "widget ePTKWPageMirrorImage\n").status, 1);
+  EXPECT_EQ(drive({"--inactive", "--mode", "PDC"}, "widget ePTKWPageMirrorImage\n").status, 0);
+}
+
+TEST(DriveCommand, ConfigSetsAndRemovesSettings) {
+  const auto answers =
+      answersOf(drive({"--config", "a.b=c=d", "--config", "kilnworks.pdlsettings.folder-", "--config", "empty="},
+                      "setting a.b\nsetting kilnworks.pdlsettings.folder\nsetting empty\n"));
+  EXPECT_EQ(answers.at(0).at("value"), "c=d");
+  EXPECT_EQ(answers.at(1).at("value"), nullptr);
+  EXPECT_EQ(answers.at(2).at("value"), "");
+}
+
+TEST(DriveCommand, CustomiseReachesThePlugin) {
+  const auto answers = answersOf(drive({"--customise", "XMLCustomisation=true", "--customise", "A3LD180Degree=false"},
+                                       "widget chk_EffRot180DegForA3LD\n"));
+  EXPECT_EQ(answers.at(0).at("visible"), false);
+  EXPECT_EQ(answers.at(0).at("enabled"), false);
+}
+
+TEST(DriveCommand, LocaleTranslatesWhatIsShown) {
+  const auto english = answersOf(drive({}, "widget ePTKWPageMirrorImage\n")).at(0);
+  const auto japanese = answersOf(drive({"--locale", "ja-JP"}, "widget ePTKWPageMirrorImage\n")).at(0);
+  EXPECT_EQ(english.at("label"), japanese.at("label"));
+  EXPECT_NE(english.at("shown"), japanese.at("shown"));
+}
+
+TEST(DriveCommand, WithoutLeavesWidgetsOut) {
+  const auto answers = answersOf(drive({"--without", "chk_EffRot180DegForA3LD", "--without", "btn_WMAdd"},
+                                       "widget chk_EffRot180DegForA3LD\nwidget btn_WMAdd\nwidget chk_EffRot180Deg\n"));
+  EXPECT_EQ(answers.at(0).at("ok"), false);
+  EXPECT_EQ(answers.at(1).at("ok"), false);
+  EXPECT_EQ(answers.at(2).at("ok"), true);
+}
+
+TEST(DriveCommand, FontsMayBeUnknown) {
+  EXPECT_EQ(drive({"--fonts", "-", "--dpi", "144"}, "get MirrorImage\n").status, 0);
+}
+
+TEST(DriveCommand, JobStepIsInForceFromTheOpeningOn) {
+  const std::string script = "click btn_job\nget OverlayImageName\n";
+  EXPECT_EQ(answersOf(drive(withFake({"--job-step", "Letter head"}), script)).at(1).at("value"), "Letter head");
+  EXPECT_EQ(answersOf(drive(withFake({"--job-step", "-"}), script)).at(1).at("value"), "");
+}
+
+TEST(DriveCommand, TraceFileHoldsTheOpening) {
+  const auto trace = testFolder() / "trace.jsonl";
+  EXPECT_EQ(drive({"--trace", trace.string()}, "").status, 0);
+  EXPECT_THAT(readFile(trace), HasSubstr("{\"op\":\"load\",\"url\":\"chrome://effect/content/tab_effect.xul\"}\n"));
+}
+
+TEST(DriveCommand, TicketGoesOutAndComesBack) {
+  const std::string set = "set MirrorImage MirrorImage\nticket\n";
+  const std::string xml = answersOf(drive({}, set)).at(1).at("xml");
+  EXPECT_THAT(xml, AllOf(HasSubstr("PrintTicket"), HasSubstr("PageMirrorImage")));
+  const auto file = testFolder() / "ticket.xml";
+  writeFile(file, xml);
+  const auto answers = answersOf(drive({}, "load-ticket \"" + file.string() + "\"\nget MirrorImage\nok\nticket\n"));
+  ASSERT_THAT(answers, SizeIs(4));
+  EXPECT_EQ(answers.at(1).at("value"), "MirrorImage");
+  EXPECT_EQ(answers.at(3).at("xml"), xml);
+}
+
+TEST(DriveCommand, TicketThatCannotBeReadIsRefused) {
+  const auto file = testFolder() / "broken.xml";
+  writeFile(file, "<PrintTicket>");
+  const auto answers =
+      answersOf(drive({}, "load-ticket \"" + file.string() + "\"\nload-ticket /no/such/file\nload-ticket /\n"));
+  ASSERT_THAT(answers, SizeIs(3));
+  EXPECT_THAT(answers.at(0).at("error"), HasSubstr(file.string() + ":1"));
+  EXPECT_THAT(answers.at(1).at("error"), HasSubstr("/no/such/file"));
+  EXPECT_EQ(answers.at(2).at("ok"), false);
+}
+
+TEST(DriveCommand, SchemaIsThePluginsOwn) {
+  const auto answers = answersOf(drive({}, "schema\n"));
+  EXPECT_THAT(answers.at(0).at("xml"), HasSubstr("PageMirrorImage"));
+}
+
+TEST(DriveCommand, HomeKeepsItsFolders) {
+  const auto home = testFolder() / "home";
+  EXPECT_EQ(answersOf(drive({"--home", home.string()}, "setting kilnworks.user.path\n")).at(0).at("value"),
+            (home / "user").string());
+  EXPECT_TRUE(std::filesystem::is_directory(home / "profile"));
+}
+
+TEST(DriveCommand, TemporaryHomeLeavesNothingBehind) {
+  const auto folder = testFolder() / "tmp";
+  std::filesystem::create_directories(folder);
+  EXPECT_EQ(runKiln({"drive"}, "reload\n", {"TMPDIR=" + folder.string()}).status, 0);
+  EXPECT_TRUE(std::filesystem::is_empty(folder));
+}
+
+}  // namespace

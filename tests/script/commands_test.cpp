@@ -1,0 +1,253 @@
+// What each command does and answers.
+#include "tests/script/scripted.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <fstream>
+
+namespace {
+
+using nlohmann::json;
+using testing::Contains;
+using testing::Each;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::SizeIs;
+
+const json done = {{"ok", true}};
+
+json answer(const std::string& command) { return runScript(command + "\n").answers.at(0); }
+
+TEST(ScriptCommands, EachCommandHasOneAnswerAndCommentsHaveNone) {
+  const auto run = runScript("\n# note\nget Colour\r\n   \nno-such-command\nget Colour");
+  ASSERT_THAT(run.answers, SizeIs(3));
+  EXPECT_EQ(run.answers.at(0), json({{"ok", true}, {"value", "Black"}}));
+  EXPECT_EQ(run.answers.at(1).at("ok"), false);
+  EXPECT_EQ(run.answers.at(2).at("value"), "Black");
+  EXPECT_EQ(run.status, 1);
+}
+
+TEST(ScriptCommands, EmptyScriptEndsWell) {
+  EXPECT_EQ(runScript("").status, 0);
+  EXPECT_THAT(runScript("").answers, SizeIs(0));
+}
+
+TEST(ScriptCommands, UnbalancedQuoteIsRefused) {
+  EXPECT_EQ(answer("set Colour \"Red").at("ok"), false);
+  EXPECT_EQ(answer("''").at("ok"), false);
+}
+
+TEST(ScriptCommands, LineThatIsNoUtf8IsRefused) { EXPECT_EQ(answer("set OverlayImageName a\xFF").at("ok"), false); }
+
+TEST(ScriptCommands, WrongNumberOfWordsTellsTheUsage) {
+  EXPECT_THAT(answer("select cmb_colour").at("error"), HasSubstr("select ID VALUE"));
+  EXPECT_THAT(answer("ok now").at("error"), HasSubstr("used as: ok"));
+  EXPECT_EQ(answer("get").at("ok"), false);
+}
+
+TEST(ScriptCommands, ClickTogglesACheckBox) {
+  const auto run = runScript("click chk_ask\nwidget chk_ask\nclick chk_ask\nwidget chk_ask\n");
+  EXPECT_EQ(run.answers.at(0), done);
+  EXPECT_EQ(run.answers.at(1).at("checked"), true);
+  EXPECT_EQ(run.answers.at(3).at("checked"), false);
+}
+
+TEST(ScriptCommands, WidgetThatAUserCouldNotOperateIsRefused) {
+  const auto run = runScript("click chk_disabled\nclick chk_hidden\nwidget chk_disabled\nwidget chk_hidden\n");
+  EXPECT_THAT(run.answers.at(0).at("error"), HasSubstr("disabled"));
+  EXPECT_THAT(run.answers.at(1).at("error"), HasSubstr("hidden"));
+  EXPECT_EQ(run.answers.at(2), json({{"ok", true},
+                                     {"kind", "checkbox"},
+                                     {"visible", true},
+                                     {"enabled", false},
+                                     {"label", "Disabled"},
+                                     {"shown", "Disabled"},
+                                     {"checked", false}}));
+  EXPECT_EQ(run.answers.at(3).at("visible"), false);
+  EXPECT_EQ(run.answers.at(3).at("enabled"), true);
+}
+
+TEST(ScriptCommands, UnknownWidgetIsRefused) {
+  EXPECT_THAT(answer("click chk_none").at("error"), HasSubstr("\"chk_none\""));
+  EXPECT_EQ(answer("widget chk_none").at("ok"), false);
+}
+
+TEST(ScriptCommands, CommandThatTheKindCannotDoIsRefused) {
+  for (const char* command : {"click lbl_log", "select chk_ask x", "select-index btn_modal 0", "type lbl_log x",
+                              "blur chk_ask", "scroll chk_ask 1", "pick chk_ask #FF0000", "menu chk_ask x",
+                              "drop cmb_colour Red lbl_log", "drop chk_ask Red lbl_log"})
+    EXPECT_THAT(answer(command).at("error"), HasSubstr("cannot")) << command;
+}
+
+TEST(ScriptCommands, LabelIsReadAsWrittenAndAsTranslated) {
+  const json widget = answer("widget chk_veto");
+  EXPECT_EQ(widget.at("label"), "$IDS_VETO;");
+  EXPECT_EQ(widget.at("shown"), "Refuse");
+}
+
+TEST(ScriptCommands, ItemsAreReadWhole) {
+  const json widget = answer("widget cmb_colour");
+  EXPECT_EQ(widget.at("kind"), "combobox");
+  EXPECT_EQ(widget.at("selected"), 0);
+  ASSERT_THAT(widget.at("items"), SizeIs(2));
+  EXPECT_EQ(widget.at("items").at(0), json({{"text", "$IDS_BLACK;"},
+                                            {"shown", "Pitch black"},
+                                            {"value", "Black"},
+                                            {"colour", nullptr},
+                                            {"icon", false},
+                                            {"side", nullptr},
+                                            {"mark", false},
+                                            {"flag", false}}));
+}
+
+TEST(ScriptCommands, ImageThatShowsNothingIsNull) {
+  const json widget = answer("widget img_none");
+  EXPECT_EQ(widget.at("kind"), "image");
+  EXPECT_EQ(widget.at("image"), nullptr);
+}
+
+TEST(ScriptCommands, SelectChoosesByValueAndByPosition) {
+  const auto run =
+      runScript("select cmb_colour Red\nget Colour\nselect-index cmb_colour 0\nget Colour\nselect cmb_colour Green\n"
+                "select-index cmb_colour 2\nselect-index cmb_colour -1\nselect-index cmb_colour x\nget Colour\n");
+  ASSERT_THAT(run.answers, SizeIs(9));
+  EXPECT_EQ(run.answers.at(0), done);
+  EXPECT_EQ(run.answers.at(1).at("value"), "Red");
+  EXPECT_EQ(run.answers.at(2), done);
+  EXPECT_EQ(run.answers.at(3).at("value"), "Black");
+  for (std::size_t i = 4; i < 8; ++i) EXPECT_EQ(run.answers.at(i).at("ok"), false) << i;
+  EXPECT_EQ(run.answers.at(8).at("value"), "Black");
+}
+
+TEST(ScriptCommands, SetGivesAPropertyAValue) {
+  const auto run = runScript("set Colour Red\nget Colour\nset None x\nget None\nproperties\n");
+  EXPECT_EQ(run.answers.at(0), done);
+  EXPECT_EQ(run.answers.at(1).at("value"), "Red");
+  EXPECT_EQ(run.answers.at(2).at("ok"), false);
+  EXPECT_EQ(run.answers.at(3).at("ok"), false);
+  EXPECT_EQ(run.answers.at(4).at("properties"),
+            json({{"ModelNumber", "F1"}, {"Colour", "Red"}, {"OverlayImageName", ""}, {"CancelJob", "False"}}));
+}
+
+TEST(ScriptCommands, ForbidAndAllowAreSignalledAndTraced) {
+  const auto run = runScript("trace\nforbid Colour Red\nallow Colour Red\ntrace\nforbid Colour Green\nallow None x\n");
+  ASSERT_THAT(run.answers, SizeIs(6));
+  EXPECT_EQ(
+      run.answers.at(3).at("events"),
+      json({{{"op", "signal"}, {"signal", "enable-change"}, {"of", "Colour"}, {"option", "Red"}, {"enabled", false}},
+            {{"op", "signal"}, {"signal", "enable-change"}, {"of", "Colour"}, {"option", "Red"}, {"enabled", true}}}));
+  EXPECT_THAT(run.answers.at(4).at("error"), HasSubstr("no option \"Green\""));
+  EXPECT_EQ(run.answers.at(5).at("ok"), false);
+}
+
+TEST(ScriptCommands, LockTakesAnyNumberOfNames) {
+  const auto run = runScript("lock A B\nlock\n");
+  EXPECT_THAT(run.answers, Each(done));
+}
+
+TEST(ScriptCommands, JobStepIsWhatTheHostAnswers) {
+  const auto run = runScript("job-step \"Letter head\"\nclick btn_job\nget OverlayImageName\njob-step -\nclick "
+                             "btn_job\nget OverlayImageName\n");
+  EXPECT_EQ(run.answers.at(2).at("value"), "Letter head");
+  EXPECT_EQ(run.answers.at(5).at("value"), "Letter head");
+}
+
+TEST(ScriptCommands, JobStepMayBeInForceFromTheOpeningOn) {
+  Script::Request request = fakeRequest();
+  request.jobStep = u"Form";
+  EXPECT_EQ(runScript("click btn_job\nget OverlayImageName\n", request).answers.at(1).at("value"), "Form");
+}
+
+TEST(ScriptCommands, SettingIsTheValueOrNull) {
+  Script::Request request = fakeRequest();
+  request.preferences.settings = {{u"a.b", u"c"}, {u"UIMode", std::nullopt}};
+  const auto run = runScript("setting a.b\nsetting UIMode\nsetting kilnworks.pdlsettings.folder\n", request);
+  EXPECT_EQ(run.answers.at(0), json({{"ok", true}, {"value", "c"}}));
+  EXPECT_EQ(run.answers.at(1), json({{"ok", true}, {"value", nullptr}}));
+  EXPECT_EQ(run.answers.at(2).at("value"), "overlays");
+}
+
+TEST(ScriptCommands, TabIsOneOfTheLoadedOnes) {
+  const auto run = runScript("tab pro_tab_device\ntab pro_tab_effect\ntab pro_tab_none\n");
+  EXPECT_EQ(run.answers.at(0), done);
+  EXPECT_EQ(run.answers.at(1), done);
+  EXPECT_THAT(run.answers.at(2).at("error"), HasSubstr("pro_tab_none"));
+}
+
+TEST(ScriptCommands, TraceGivesEachEventOnceFromTheOpeningOn) {
+  const auto run = runScript("trace\ntrace\nclick chk_ask\nset Colour Red\ntrace\n");
+  EXPECT_THAT(run.answers.at(0).at("events"),
+              Contains(json({{"op", "load"}, {"url", "chrome://fake/content/tab.xul"}})));
+  EXPECT_THAT(run.answers.at(0).at("events"),
+              Contains(json({{"op", "connect"}, {"signal", "click"}, {"of", "btn_modal"}})));
+  EXPECT_EQ(run.answers.at(1).at("events"), json::array());
+  EXPECT_THAT(run.answers.at(4).at("events"),
+              Contains(json({{"op", "signal"}, {"signal", "selection-change"}, {"of", "Colour"}, {"value", "Red"}})));
+}
+
+TEST(ScriptCommands, AfterOkOrCancelWidgetsAreGoneAndTheRestIsReadable) {
+  for (const std::string closing : {"ok", "cancel"}) {
+    const auto run = runScript("set Colour Red\n" + closing +
+                               "\nwidget chk_ask\nok\ncancel\nhelp\ntab pro_tab_device\nget Colour\nproperties\n"
+                               "setting UIMode\ndialogs\ntrace\nreload\nwidget chk_ask\nget Colour\n");
+    ASSERT_THAT(run.answers, SizeIs(15));
+    EXPECT_EQ(run.answers.at(1), done);
+    for (std::size_t i = 2; i <= 6; ++i) EXPECT_THAT(run.answers.at(i).at("error"), HasSubstr("closed")) << i;
+    EXPECT_EQ(run.answers.at(7).at("value"), "Red");
+    for (std::size_t i = 8; i <= 13; ++i) EXPECT_EQ(run.answers.at(i).at("ok"), true) << i;
+    EXPECT_EQ(run.answers[14].at("value"), "Black");
+  }
+}
+
+TEST(ScriptCommands, CommandsNotServedSaySo) {
+  for (const char* command : {"write-job f", "export d", "export d False", "import d"})
+    EXPECT_THAT(answer(command).at("error"), HasSubstr("does not serve")) << command;
+}
+
+TEST(ScriptCommands, TemporaryHomeSurvivesReloadAndGoesWithTheRun) {
+  const auto run = runScript("setting kilnworks.user.path\nreload\nsetting kilnworks.user.path\n");
+  const std::string folder = run.answers.at(0).at("value");
+  EXPECT_EQ(run.answers.at(2).at("value"), folder);
+  EXPECT_FALSE(std::filesystem::exists(std::filesystem::path(folder).parent_path()));
+}
+
+TEST(ScriptCommands, NamedHomeIsMadeAndStays) {
+  Script::Request request = fakeRequest();
+  request.preferences.home = std::filesystem::path(testing::TempDir()) / "kiln-script-home" / "made";
+  std::filesystem::remove_all(request.preferences.home);
+  runScript("reload\n", request);
+  EXPECT_TRUE(std::filesystem::is_directory(request.preferences.home / "user"));
+  EXPECT_TRUE(std::filesystem::is_directory(request.preferences.home / "profile"));
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(request.preferences.home), {}), 2);
+}
+
+TEST(ScriptCommands, TraceFileHoldsEveryEventOnALineOfItsOwn) {
+  Script::Request request = fakeRequest();
+  request.trace = std::filesystem::path(testing::TempDir()) / "kiln-trace.jsonl";
+  const auto run = runScript("reload\ntrace\n", request);
+  std::ifstream file(request.trace);
+  json events = json::array();
+  for (std::string line; std::getline(file, line);) events.push_back(json::parse(line));
+  EXPECT_GT(events.size(), 10u);
+  EXPECT_EQ(events, run.answers.at(1).at("events"));
+}
+
+TEST(ScriptCommands, UnpairedSurrogateGoesInAndOutUnchanged) {
+  std::istringstream commands("set OverlayImageName a\xED\xA0\xBD\nget OverlayImageName\n");
+  std::ostringstream answers;
+  Script::run(fakeRequest(), commands, answers);
+  EXPECT_EQ(answers.str(), "{\"ok\":true}\n{\"ok\":true,\"value\":\"a\\ud83d\"}\n");
+}
+
+TEST(ScriptCommands, RootlessHasNoUserInterface) {
+  Script::Request request = fakeRequest();
+  request.preferences.mode = Refhost::Mode::rootless;
+  const auto run = runScript("click chk_ask\nok\nget Colour\ndialogs\n", request);
+  EXPECT_THAT(run.answers.at(0).at("error"), HasSubstr("no user interface"));
+  EXPECT_EQ(run.answers.at(1).at("ok"), false);
+  EXPECT_EQ(run.answers.at(2).at("value"), "Black");
+  EXPECT_EQ(run.answers.at(3).at("open"), json::array());
+}
+
+}  // namespace

@@ -1,0 +1,148 @@
+// A plug-in whose buttons do, one each, what a script has to cope with: dialogs over dialogs, vetoes, exceptions.
+#include "kiln/exception.h"
+#include "kiln/plugin.h"
+
+#include <string>
+
+namespace {
+
+using namespace Kiln;
+using namespace Kiln::XUL;
+
+constexpr const char16_t* outerUrl = u"chrome://fake/content/dlg_outer.xul";
+constexpr const char16_t* innerUrl = u"chrome://fake/content/dlg_inner.xul";
+constexpr const char16_t* questionUrl = u"chrome://fake/content/dlg_question.xul";
+
+class FakePlugin final : public UIPlugin {
+ public:
+  FakePlugin(Host& lender, const String& name, const PropertyManager& manager, SmartPtr<Services::Library> library)
+      : UIPlugin(lender, name, manager, library) {}
+
+  void create() override {}
+  void initialise() override {}
+  bool rootlessActivation() override { return false; }
+
+  void configureUI(SmartPtr<GUI> given) override {
+    gui = given;
+    gui->load(u"chrome://fake/content/tab.xul");
+    connect(*gui->readySignal(), *this, &FakePlugin::onReady);
+  }
+
+ private:
+  using Clicked = EventArg<Button>;
+
+  void onReady(SmartPtr<GUI>) {
+    follow(gui, u"btn_modal", &FakePlugin::onModal);
+    follow(gui, u"btn_two", &FakePlugin::onTwo);
+    follow(gui, u"btn_show", &FakePlugin::onShow);
+    follow(gui, u"btn_throw", &FakePlugin::onThrow);
+    follow(gui, u"btn_throw_after", &FakePlugin::onThrowAfter);
+    follow(gui, u"btn_until_ok", &FakePlugin::onUntilOk);
+    follow(gui, u"btn_missing", &FakePlugin::onMissing);
+    follow(gui, u"btn_job", &FakePlugin::onJob);
+    connect(*gui->tabPanel()->preAcceptSignal(), *this, &FakePlugin::onPreAccept);
+    const std::u16string opening = setting(u"fake.opening");
+    if (opening == u"modal") runOuter();
+    if (opening == u"throw") fail("thrown while opening");
+    if (opening == u"modal, throw") {
+      runOuter();
+      fail("thrown after the dialog");
+    }
+  }
+
+  void onModal(Clicked) { runOuter(); }
+
+  void onTwo(Clicked) {
+    runOuter();
+    runQuestion();
+    log(u"both are closed");
+  }
+
+  void onShow(Clicked) {
+    outer = gui->openDialog(outerUrl);
+    outer->show();
+  }
+
+  void onThrow(Clicked) { fail("thrown by the button"); }
+
+  void onThrowAfter(Clicked) {
+    runQuestion();
+    fail("thrown after the question");
+  }
+
+  void onUntilOk(Clicked) {
+    while (!runQuestion()) log(u"asked again");
+  }
+
+  void onMissing(Clicked) { gui->openDialog(u"chrome://fake/content/missing.xul"); }
+
+  void onJob(Clicked) { host().runJobStep(); }
+
+  void onPreAccept(SmartPtr<PreAcceptPanel> panel) {
+    if (isChecked(gui, u"chk_veto")) panel->veto();
+    if (isChecked(gui, u"chk_ask") && !runQuestion()) panel->veto();
+  }
+
+  void runOuter() {
+    outer = gui->openDialog(outerUrl);
+    follow(outer, u"btn_inner", &FakePlugin::onInner);
+    follow(outer, u"btn_throw", &FakePlugin::onThrow);
+    follow(outer, u"btn_disable_ok", &FakePlugin::onDisableOk);
+    connect(*outer->okSignal(), *this, &FakePlugin::onOuterOk);
+    outer->runModally();
+    log(u"outer is closed");
+  }
+
+  void onInner(Clicked) {
+    outer->openDialog(innerUrl)->runModally();
+    log(u"inner is closed");
+  }
+
+  void onDisableOk(Clicked) { outer->okButton()->disable(); }
+
+  void onOuterOk(SubDialogEventArg& event) {
+    if (isChecked(outer, u"chk_veto")) event.vetoClose();
+    if (isChecked(outer, u"chk_ask") && !runQuestion()) event.vetoClose();
+    if (isChecked(outer, u"chk_throw")) fail("thrown by OK");
+  }
+
+  bool runQuestion() {
+    isAnswered = false;
+    const SmartPtr<SubDialog> question = gui->openDialog(questionUrl);
+    connect(*question->okSignal(), *this, &FakePlugin::onAnswered);
+    question->runModally();
+    return isAnswered;
+  }
+
+  void onAnswered(SubDialogEventArg&) { isAnswered = true; }
+
+  template <class Place>
+  void follow(const SmartPtr<Place>& place, const char16_t* id, void (FakePlugin::*handler)(Clicked)) {
+    connect(*smartCast<Button>(place->widgetById(id))->clickSignal(), *this, handler);
+  }
+
+  template <class Place>
+  static bool isChecked(const SmartPtr<Place>& place, const char16_t* id) {
+    return smartCast<CheckBox>(place->widgetById(id))->isChecked();
+  }
+
+  std::u16string setting(const char16_t* key) {
+    const auto property = propertyManager()->configuration()->child(key);
+    return property ? property->wideValue().str() : std::u16string();
+  }
+
+  void log(const char16_t* text) { smartCast<Label>(gui->widgetById(u"lbl_log"))->setLabel(text); }
+
+  [[noreturn]] void fail(const char* sentence) { throw Exception(host().allocator(), sentence); }
+
+  SmartPtr<GUI> gui;
+  SmartPtr<SubDialog> outer;
+  bool isAnswered = false;
+};
+
+}  // namespace
+
+KILN_EXPORT UIPlugin* createPlugin(Host& host, PropertyManager manager, const String& name, void*,
+                                   SmartPtr<Services::Library> library) {
+  return new (host.allocator()) FakePlugin(host, name, manager, library);
+}

@@ -1,0 +1,155 @@
+// What kiln says when the preferences cannot be opened: one sentence that names what to mend, and exit status 2.
+#include "tests/script/process.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <regex>
+
+namespace {
+
+using std::filesystem::path;
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+// The resources that kiln is built with, to be spoilt.
+path copyOfResources() {
+  const path copy = testFolder() / "resources";
+  std::filesystem::copy(std::filesystem::canonical(KILN_RESOURCES), copy, std::filesystem::copy_options::recursive);
+  return copy;
+}
+
+void expectRefusal(const Outcome& outcome, const std::vector<std::string>& parts) {
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_THAT(outcome.err, StartsWith("kiln: "));
+  EXPECT_EQ(std::ranges::count(outcome.err, '\n'), 1) << outcome.err;
+  for (const std::string& part : parts) EXPECT_THAT(outcome.err, HasSubstr(part));
+}
+
+// The line of `text` that `part` first stands in, from 1.
+long lineOf(const std::string& text, const std::string& part) {
+  return 1 + std::count(text.begin(), text.begin() + static_cast<long>(text.find(part)), '\n');
+}
+
+void replace(const path& file, const std::string& from, const std::string& to) {
+  std::string content = readFile(file);
+  ASSERT_NE(content.find(from), std::string::npos) << file;
+  content.replace(content.find(from), from.size(), to);
+  writeFile(file, content);
+}
+
+TEST(Opening, ShippedPluginOpens) {
+  const auto outcome = runKiln({"drive"}, "get MirrorImage\n");
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(outcome.out, "{\"ok\":true,\"value\":\"None\"}\n");
+  EXPECT_EQ(outcome.err, "");
+}
+
+TEST(Opening, TabOpensWithoutAnyOneOfItsWidgets) {
+  const std::string layout = readFile(path(KILN_RESOURCES) / "effect" / "content" / "tab_effect.xul");
+  const std::regex id(" id=\"([^\"]+)\"");
+  int tried = 0;
+  for (auto found = std::sregex_iterator(layout.begin(), layout.end(), id); found != std::sregex_iterator(); ++found) {
+    const auto outcome =
+        runKiln({"drive", "--without", found->str(1)}, "set Rotate180 Rotate180\nforbid Rotate180 Rotate180\nok\n");
+    EXPECT_EQ(outcome.status, 0) << found->str(1) << '\n' << outcome.out << outcome.err;
+    ++tried;
+  }
+  EXPECT_GT(tried, 20);
+}
+
+TEST(Opening, MissingLibraryIsNamed) {
+  expectRefusal(runKiln({"drive", "--plugin", "/no/such/plugin.so"}, "ok\n"), {"/no/such/plugin.so"});
+}
+
+TEST(Opening, FileThatIsNoLibraryIsNamed) {
+  const path file = testFolder() / "text.so";
+  writeFile(file, "This is no library.\n");
+  expectRefusal(runKiln({"drive", "--plugin", file.string()}), {file.string()});
+}
+
+TEST(Opening, LibraryWithoutTheFactoryIsNamed) {
+  expectRefusal(runKiln({"drive", "--plugin", NO_PLUGIN}), {NO_PLUGIN, "createPlugin"});
+}
+
+TEST(Opening, LayoutThatIsNotWellFormedIsNamedWithItsLine) {
+  const path resources = copyOfResources();
+  const path layout = resources / "effect" / "content" / "tab_effect.xul";
+  replace(layout, "</groupbox>", "</groupbux>");
+  expectRefusal(runKiln({"drive", "--resources", resources.string()}),
+                {layout.string(), std::to_string(lineOf(readFile(layout), "</groupbux>"))});
+}
+
+TEST(Opening, UnknownElementOfALayoutIsNamedWithItsLine) {
+  const path resources = copyOfResources();
+  const path layout = resources / "effect" / "content" / "tab_effect.xul";
+  replace(layout, "<spacer flex=\"1\"/>", "<starship/>");
+  expectRefusal(runKiln({"drive", "--resources", resources.string()}),
+                {layout.string(), "starship", std::to_string(lineOf(readFile(layout), "<starship/>"))});
+}
+
+TEST(Opening, MissingLayoutIsNamed) {
+  const path resources = copyOfResources();
+  std::filesystem::remove(resources / "effect" / "content" / "tab_effect.xul");
+  expectRefusal(runKiln({"drive", "--resources", resources.string()}), {"tab_effect.xul"});
+}
+
+TEST(Opening, ModelThatIsNotWellFormedIsNamedWithItsLine) {
+  const path resources = copyOfResources();
+  const path model = resources / "models" / "standard.xml";
+  replace(model, "</model>", "");
+  expectRefusal(runKiln({"drive", "--resources", resources.string()}), {model.string() + ":"});
+}
+
+TEST(Opening, ModelOfAPathOfItsOwnOpens) {
+  const path model = testFolder() / "mine.xml";
+  writeFile(model, readFile(path(KILN_RESOURCES) / "models" / "standard.xml"));
+  EXPECT_EQ(runKiln({"drive", "--model", model.string()}, "get MirrorImage\n").status, 0);
+}
+
+TEST(Opening, UnknownPropertyInAModelIsNamedWithItsLine) {
+  const path model = testFolder() / "broken.xml";
+  std::string content = readFile(path(KILN_RESOURCES) / "models" / "standard.xml");
+  const std::string rule = "\n<rule unavailable=\"MirorImage\" option=\"MirrorImage\"/>\n";
+  content.insert(content.find("</model>"), rule);
+  writeFile(model, content);
+  expectRefusal(runKiln({"drive", "--model", model.string()}),
+                {model.string(), "MirorImage", std::to_string(lineOf(content, "MirorImage"))});
+}
+
+TEST(Opening, UnknownModelIsNamed) { expectRefusal(runKiln({"drive", "--model", "nonesuch"}), {"nonesuch"}); }
+
+TEST(Opening, UnknownPropertyOnTheCommandLineIsNamed) {
+  expectRefusal(runKiln({"drive", "--property", "MirorImage=None"}), {"MirorImage"});
+}
+
+TEST(Opening, UnknownLocaleIsNamed) { expectRefusal(runKiln({"drive", "--locale", "xx-XX"}), {"xx-XX"}); }
+
+TEST(Opening, PluginThatThrowsIsNotLeftHalfOpen) {
+  expectRefusal(
+      runKiln({"drive", "--plugin", FAKE_PLUGIN, "--resources", FAKE_RESOURCES, "--config", "fake.opening=throw"},
+              "properties\n"),
+      {"thrown while opening"});
+}
+
+TEST(Opening, HomeThatCannotBeMadeIsNamed) {
+  const path file = testFolder() / "file";
+  writeFile(file, "");
+  expectRefusal(runKiln({"drive", "--home", (file / "home").string()}), {file.string()});
+}
+
+TEST(Opening, ScriptAndTraceFilesThatCannotBeOpenedAreNamed) {
+  expectRefusal(runKiln({"drive", "/no/such/script"}), {"/no/such/script"});
+  expectRefusal(runKiln({"drive", "--trace", "/no/such/folder/trace"}), {"/no/such/folder/trace"});
+}
+
+TEST(Opening, PrintRefusesInTheSameWords) {
+  const path out = testFolder() / "out.pdf";
+  expectRefusal(runKiln({"print", "in.pdf", out.string(), "--plugin", NO_PLUGIN, "--home", testFolder().string()}),
+                {NO_PLUGIN, "createPlugin"});
+  EXPECT_FALSE(std::filesystem::exists(out));
+}
+
+}  // namespace

@@ -1,0 +1,105 @@
+// kiln print: settings made as a user would make them, and the job printed with what comes of them.
+#include "tests/script/process.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+
+namespace {
+
+using std::filesystem::path;
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+// A blank A4 page. Its cross-reference table is left to be rebuilt, which keeps this text readable.
+const std::string blankPage = R"(%PDF-1.4
+1 0 obj << /Type /Catalog /Pages 2 0 R >> endobj
+2 0 obj << /Type /Pages /Kids [3 0 R] /Count 1 >> endobj
+3 0 obj << /Type /Page /Parent 2 0 R /MediaBox [0 0 595 842] /Contents 4 0 R /Resources << >> >> endobj
+4 0 obj << /Length 16 >> stream
+10 10 50 50 re f
+endstream endobj
+trailer << /Root 1 0 R >>
+)";
+
+class PrintCommand : public testing::Test {
+ protected:
+  void SetUp() override { writeFile(in, blankPage); }
+
+  Outcome print(std::vector<std::string> words) {
+    words.insert(words.begin(), {"print", in.string(), out.string(), "--home", (testFolder() / "home").string()});
+    return runKiln(words);
+  }
+
+  void expectRefusal(const std::vector<std::string>& words, const std::string& part) {
+    writeFile(out, "as it was");
+    const auto outcome = print(words);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, AllOf(StartsWith("kiln: "), HasSubstr(part)));
+    EXPECT_EQ(std::ranges::count(outcome.err, '\n'), 1) << outcome.err;
+    EXPECT_EQ(readFile(out), "as it was");
+  }
+
+  const path in = testFolder() / "in.pdf";
+  const path out = testFolder() / "out.pdf";
+};
+
+TEST_F(PrintCommand, WritesThePrintedJobSilently) {
+  const auto outcome = print({"--set", "MirrorImage=MirrorImage"});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(outcome.out + outcome.err, "");
+  EXPECT_THAT(readFile(out), StartsWith("%PDF-"));
+}
+
+TEST_F(PrintCommand, EachSettingChangesThePage) {
+  ASSERT_EQ(print({}).status, 0);
+  const std::string plain = readFile(out);
+  for (const char* setting : {"MirrorImage=MirrorImage", "NegativeImage=Negative", "Rotate180=Rotate180"}) {
+    ASSERT_EQ(print({"--set", setting}).status, 0);
+    EXPECT_NE(readFile(out), plain) << setting;
+  }
+}
+
+TEST_F(PrintCommand, UnknownPropertyIsRefusedWithNearNames) {
+  expectRefusal({"--set", "MirorImage=MirrorImage"}, "\"MirrorImage\"");
+  expectRefusal({"--set", "rotate180=Rotate180"}, "\"Rotate180\"");
+  expectRefusal({"--set", "Xyzzy=1"}, "\"Xyzzy\".");
+}
+
+TEST_F(PrintCommand, ContextPropertyIsRefused) { expectRefusal({"--set", "ModelNumber=KVT"}, "\"ModelNumber\""); }
+
+TEST_F(PrintCommand, UnknownOptionIsRefusedWithThoseThereAre) {
+  expectRefusal({"--set", "MirrorImage=On"}, "it can be \"None\" or \"MirrorImage\".");
+}
+
+TEST_F(PrintCommand, OptionThatTheModelForbidsIsRefused) {
+  expectRefusal({"--model", "kvt", "--set", "Nin1=2in1", "--set", "Rotate180=Rotate180"}, "\"kvt\"");
+}
+
+TEST_F(PrintCommand, ChoiceThatTheRulesMoveIsRefusedWhateverTheOrder) {
+  expectRefusal({"--model", "kvt", "--set", "Rotate180=Rotate180", "--set", "Nin1=2in1"}, "became \"None\"");
+}
+
+TEST_F(PrintCommand, OneOfSeveralWrongSettingsPrintsNothing) {
+  expectRefusal({"--set", "MirrorImage=MirrorImage", "--set", "None=1"}, "\"None\"");
+}
+
+TEST_F(PrintCommand, LastOfTwoValuesCounts) {
+  EXPECT_EQ(print({"--set", "MirrorImage=MirrorImage", "--set", "MirrorImage=None"}).status, 0);
+}
+
+TEST_F(PrintCommand, JobThatCannotBeReadIsASentence) {
+  writeFile(in, "This is no PDF.");
+  expectRefusal({}, "in.pdf");
+  std::filesystem::remove(in);
+  expectRefusal({}, "in.pdf");
+}
+
+TEST_F(PrintCommand, HomeIsInTheDataFolderUnlessNamed) {
+  const auto data = testFolder() / "data";
+  EXPECT_EQ(runKiln({"print", in.string(), out.string()}, "", {"XDG_DATA_HOME=" + data.string()}).status, 0);
+  EXPECT_TRUE(std::filesystem::is_directory(data / "kiln" / "user"));
+}
+
+}  // namespace

@@ -1,0 +1,93 @@
+#include "window/dialog_windows.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QEventLoop>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace Window {
+
+DialogWindow::DialogWindow(Refhost::Dialog& shownDialog, const Texts& texts, const Refhost::ChromeFolders& chrome,
+                           QWidget* parent)
+    : QDialog(parent), dialog(shownDialog) {
+  Refhost::Layout& layout = dialog.layout();
+  setWindowTitle(texts.shown(layout.title));
+  setObjectName(toQt(layout.root->WidgetNode::id()));
+  view = std::make_unique<TreeView>(*layout.root, texts, chrome, this);
+
+  auto* buttons = new QDialogButtonBox(this);
+  auto* accept = buttons->addButton(QString(), QDialogButtonBox::AcceptRole);
+  auto* cancel = buttons->addButton(QString(), QDialogButtonBox::RejectRole);
+  view->adopt(*layout.acceptButton, accept, [this] { dialog.accept(); });
+  view->adopt(*layout.cancelButton, cancel, [this] { dialog.cancel(); });
+  accept->setDefault(true);
+
+  auto* column = new QVBoxLayout(this);
+  column->addWidget(view->widget(), 1);
+  column->addSpacing(column->spacing());
+  column->addWidget(buttons);
+  column->setSizeConstraint(QLayout::SetMinimumSize);
+}
+
+void DialogWindow::runModally() {
+  QEventLoop running;
+  loop = &running;
+  setWindowModality(Qt::ApplicationModal);
+  show();
+  if (!finished) running.exec();
+  loop = nullptr;
+
+  // The application is quitting and runs no more loops.
+  if (!finished) dialog.cancel();
+}
+
+void DialogWindow::finish() {
+  finished = true;
+  view->forget();
+  hide();
+  if (loop != nullptr) {
+    loop->quit();
+  } else {
+    deleteLater();
+  }
+}
+
+void DialogWindow::reject() {
+  if (!finished) dialog.cancel();
+}
+
+DialogWindow& DialogWindows::add(Refhost::Dialog& dialog, const Texts& texts, const Refhost::ChromeFolders& chrome,
+                                 QWidget* parent) {
+  // Over the dialog that is open already, if there is one.
+  QWidget* below = QApplication::activeModalWidget();
+  auto* window = new DialogWindow(dialog, texts, chrome, below != nullptr ? below : parent);
+  windows[&dialog] = window;
+  return *window;
+}
+
+void DialogWindows::runModally(Refhost::Dialog& dialog, const Texts& texts, const Refhost::ChromeFolders& chrome,
+                               QWidget* parent) {
+  DialogWindow& window = add(dialog, texts, chrome, parent);
+  window.runModally();
+  window.deleteLater();
+}
+
+void DialogWindows::open(Refhost::Dialog& dialog, const Texts& texts, const Refhost::ChromeFolders& chrome,
+                         QWidget* parent) {
+  add(dialog, texts, chrome, parent).show();
+}
+
+void DialogWindows::closed(Refhost::Dialog& dialog) {
+  const auto found = windows.find(&dialog);
+  if (found == windows.end()) return;
+  DialogWindow* window = found->second;
+  windows.erase(found);
+  window->finish();
+}
+
+void DialogWindows::update(const Refhost::WidgetNode& node) {
+  for (const auto& [dialog, window] : windows) window->update(node);
+}
+
+}  // namespace Window

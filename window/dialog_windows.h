@@ -1,0 +1,56 @@
+// The dialogs of a plug-in, as windows over the preferences.
+#pragma once
+
+#include "host/chrome/addresses.h"
+#include "host/gui.h"
+#include "window/texts.h"
+#include "window/tree_view.h"
+
+#include <QDialog>
+
+#include <map>
+#include <memory>
+
+class QEventLoop;
+
+namespace Window {
+
+class DialogWindow final : public QDialog {
+  Q_OBJECT
+
+ public:
+  DialogWindow(Refhost::Dialog& shownDialog, const Texts& texts, const Refhost::ChromeFolders& chrome, QWidget* parent);
+
+  void update(const Refhost::WidgetNode& node) { view->update(node); }
+
+  // Opens the window and returns once the dialog has closed.
+  void runModally();
+
+  // The dialog has closed and its widgets are about to go.
+  void finish();
+
+  // Closing the window, by its frame or the escape key, is the dialog's Cancel.
+  void reject() override;
+
+ private:
+  Refhost::Dialog& dialog;
+  std::unique_ptr<TreeView> view;
+  QEventLoop* loop = nullptr;
+  bool finished = false;
+};
+
+// All that are open.
+class DialogWindows {
+ public:
+  void runModally(Refhost::Dialog& dialog, const Texts& texts, const Refhost::ChromeFolders& chrome, QWidget* parent);
+  void open(Refhost::Dialog& dialog, const Texts& texts, const Refhost::ChromeFolders& chrome, QWidget* parent);
+  void closed(Refhost::Dialog& dialog);
+  void update(const Refhost::WidgetNode& node);
+
+ private:
+  DialogWindow& add(Refhost::Dialog& dialog, const Texts& texts, const Refhost::ChromeFolders& chrome, QWidget* parent);
+
+  std::map<const Refhost::Dialog*, DialogWindow*> windows;
+};
+
+}  // namespace Window

@@ -1,0 +1,104 @@
+#include "window/page_artist.h"
+
+#include "press/picture_loader.h"
+#include "press/print.h"
+
+#include <algorithm>
+#include <map>
+#include <optional>
+
+namespace Window {
+namespace {
+
+constexpr double millimetresPerInch = 25.4;
+
+// A page is measured by sketches: one too coarse to cost anything, whatever the page's size, then one as fine as the
+// units that pages are made in, if that is no huge picture.
+constexpr double coarseDpi = 9;
+constexpr double fineDpi = 72;
+constexpr double mostPixels = 8e6;
+
+// Beyond this a small page is not enlarged.
+constexpr double finestDpi = 600;
+
+QImage toImage(const Press::Picture& picture) {
+  const QImage borrowed(reinterpret_cast<const uchar*>(picture.argb.data()), picture.width, picture.height,
+                        picture.width * 4, QImage::Format_RGB32);
+  return borrowed.copy();
+}
+
+}  // namespace
+
+// What is at hand on the artist's thread: the job that was opened last, and the sizes of its pages.
+class PageArtist::Desk final : public QObject {
+ public:
+  PagePicture draw(const PageOrder& order) {
+    PagePicture result;
+    try {
+      if (!job || order.document != document) open(order.document);
+      result.pages = job->pageCount();
+      const int page = std::clamp(order.page, 1, result.pages);
+      const std::string printed = job->printPage(page, order.effects);
+      result.millimetres = measure(printed, page);
+      const QSizeF inches = result.millimetres / millimetresPerInch;
+      const double dpi = std::min({order.room.width() / inches.width(), order.room.height() / inches.height(), finestDpi});
+      result.image = toImage(Press::drawPage(printed, 1, dpi));
+    } catch (const std::exception& error) {
+      result.failure = QString::fromUtf8(error.what());
+    }
+    return result;
+  }
+
+ private:
+  void open(const std::filesystem::path& file) {
+    job.reset();
+    sizes.clear();
+    job.emplace(file);
+    document = file;
+  }
+
+  QSizeF measure(const std::string& printed, int page) {
+    auto known = sizes.find(page);
+    if (known == sizes.end()) {
+      QSizeF inches = sketch(printed, coarseDpi);
+      if (inches.width() * inches.height() * fineDpi * fineDpi <= mostPixels) inches = sketch(printed, fineDpi);
+      known = sizes.emplace(page, inches * millimetresPerInch).first;
+    }
+    return known->second;
+  }
+
+  static QSizeF sketch(const std::string& printed, double dpi) {
+    const Press::Picture picture = Press::drawPage(printed, 1, dpi);
+    return QSizeF(picture.width, picture.height) / dpi;
+  }
+
+  std::optional<Press::Job> job;
+  std::filesystem::path document;
+  std::map<int, QSizeF> sizes;
+};
+
+PageArtist::PageArtist() : desk(std::make_unique<Desk>()) {
+  desk->moveToThread(&thread);
+  thread.start();
+}
+
+PageArtist::~PageArtist() {
+  ++latest;
+  thread.quit();
+  thread.wait();
+}
+
+void PageArtist::draw(const PageOrder& order) {
+  const int number = ++latest;
+  QMetaObject::invokeMethod(desk.get(), [this, order, number] {
+    if (number != latest.load()) return;
+    const PagePicture picture = desk->draw(order);
+    QMetaObject::invokeMethod(this, [this, picture, number] {
+      if (number != latest.load()) return;
+      told = number;
+      Q_EMIT drawn(picture);
+    });
+  });
+}
+
+}  // namespace Window

@@ -1,0 +1,200 @@
+#include "window/page_panel.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QToolButton>
+#include <QVBoxLayout>
+#include <QWheelEvent>
+
+#include <algorithm>
+
+namespace Window {
+namespace {
+
+// Between the paper and the edge of the view; the shadow falls into it.
+constexpr int margin = 20;
+constexpr int shadowWidth = 10;
+constexpr int notchOfWheel = 120;
+
+}  // namespace
+
+PaperView::PaperView(QWidget* parent) : QWidget(parent) {
+  setFocusPolicy(Qt::StrongFocus);
+  setMinimumSize(260, 260);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+}
+
+QSize PaperView::sizeHint() const { return {430, 560}; }
+
+QSize PaperView::room() const {
+  return ((QSizeF(size()) - QSizeF(2 * margin, 2 * margin)) * devicePixelRatioF()).toSize().expandedTo({1, 1});
+}
+
+void PaperView::show(const PagePicture& newPicture) {
+  shown = newPicture;
+  update();
+}
+
+void PaperView::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  const QColor window = palette().color(QPalette::Window);
+  const bool isDark = window.lightness() < 128;
+  painter.fillRect(rect(), isDark ? window.darker(140) : window.darker(112));
+  if (!shown.failure.isEmpty()) {
+    painter.setPen(palette().color(QPalette::WindowText));
+    painter.drawText(rect().adjusted(margin, margin, -margin, -margin), Qt::AlignCenter | Qt::TextWordWrap,
+                     shown.failure);
+  } else if (!shown.image.isNull()) {
+    paintPaper(painter);
+  }
+  if (hasFocus()) {
+    painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(rect().adjusted(1, 1, -1, -1));
+  }
+}
+
+// A picture drawn for this size is shown pixel by pixel; while another is on its way the last one is stretched.
+void PaperView::paintPaper(QPainter& painter) const {
+  const double ratio = devicePixelRatioF();
+  const QSize pixels = shown.image.size().scaled(room(), Qt::KeepAspectRatio);
+  const QSize nearly = (shown.image.size() - pixels).expandedTo(pixels - shown.image.size());
+  const bool fits = nearly.width() <= 2 && nearly.height() <= 2;
+  const QSizeF sheet = QSizeF(fits ? shown.image.size() : pixels) / ratio;
+  const double left = std::round((width() - sheet.width()) / 2 * ratio) / ratio;
+  const double top = std::round((height() - sheet.height()) / 2 * ratio) / ratio;
+  const QRectF target(QPointF(left, top), sheet);
+
+  painter.setPen(Qt::NoPen);
+  painter.setRenderHint(QPainter::Antialiasing);
+  for (int i = shadowWidth; i > 0; --i) {
+    painter.setBrush(QColor(0, 0, 0, 5));
+    painter.drawRoundedRect(target.adjusted(-i, -i + 3, i, i + 3), i, i);
+  }
+  painter.setRenderHint(QPainter::Antialiasing, false);
+  painter.setRenderHint(QPainter::SmoothPixmapTransform, !fits);
+  painter.drawImage(target, shown.image);
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(QColor(0, 0, 0, 70), 0));
+  painter.drawRect(target.adjusted(-1 / ratio, -1 / ratio, 0, 0));
+}
+
+void PaperView::resizeEvent(QResizeEvent*) { Q_EMIT roomChanged(); }
+
+void PaperView::keyPressEvent(QKeyEvent* event) {
+  switch (event->key()) {
+    case Qt::Key_PageDown:
+    case Qt::Key_Down: return Q_EMIT pagesWanted(1);
+    case Qt::Key_PageUp:
+    case Qt::Key_Up: return Q_EMIT pagesWanted(-1);
+    case Qt::Key_Home: return Q_EMIT endWanted(false);
+    case Qt::Key_End: return Q_EMIT endWanted(true);
+    default: QWidget::keyPressEvent(event);
+  }
+}
+
+void PaperView::wheelEvent(QWheelEvent* event) {
+  wheel += event->angleDelta().y();
+  if (const int notches = wheel / notchOfWheel; notches != 0) {
+    wheel -= notches * notchOfWheel;
+    Q_EMIT pagesWanted(-notches);
+  }
+}
+
+PagePanel::PagePanel(QWidget* parent)
+    : QWidget(parent),
+      paper(new PaperView(this)),
+      back(new QToolButton(this)),
+      forward(new QToolButton(this)),
+      place(new QLabel(this)),
+      size(new QLabel(this)) {
+  auto* bar = new QHBoxLayout;
+  bar->addStretch();
+  bar->addWidget(back);
+  bar->addWidget(place);
+  bar->addWidget(forward);
+  bar->addStretch();
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(paper, 1);
+  layout->addLayout(bar);
+  layout->addWidget(size);
+  paper->setObjectName("page");
+  back->setObjectName("previousPage");
+  forward->setObjectName("nextPage");
+  place->setObjectName("place");
+  place->setAlignment(Qt::AlignCenter);
+  size->setAlignment(Qt::AlignCenter);
+  size->setForegroundRole(QPalette::PlaceholderText);
+  for (QToolButton* button : {back, forward}) button->setAutoRaise(true);
+
+  connect(back, &QToolButton::clicked, this, [this] { goTo(page() - 1); });
+  connect(forward, &QToolButton::clicked, this, [this] { goTo(page() + 1); });
+  connect(paper, &PaperView::pagesWanted, this, [this](int pages) { goTo(page() + pages); });
+  connect(paper, &PaperView::endWanted, this, [this](bool last) { goTo(last ? picture().pages : 1); });
+  connect(paper, &PaperView::roomChanged, this, &PagePanel::redraw);
+  connect(&artist, &PageArtist::drawn, this, &PagePanel::drawn);
+}
+
+void PagePanel::setTexts(const Texts& texts) {
+  placeText = texts("PAGE");
+  sizeText = texts("PAPER");
+  paperText = texts("PAGE_PICTURE");
+  const bool leftToRight = layoutDirection() == Qt::LeftToRight;
+  back->setArrowType(leftToRight ? Qt::LeftArrow : Qt::RightArrow);
+  forward->setArrowType(leftToRight ? Qt::RightArrow : Qt::LeftArrow);
+  back->setToolTip(texts("PREVIOUS_PAGE"));
+  forward->setToolTip(texts("NEXT_PAGE"));
+  back->setAccessibleName(back->toolTip());
+  forward->setAccessibleName(forward->toolTip());
+  paper->setToolTip(paperText);
+  showPlace();
+}
+
+void PagePanel::setDocument(const std::filesystem::path& file) {
+  order.document = file;
+  redraw();
+}
+
+void PagePanel::setEffects(const Press::Effects& newEffects) {
+  if (order.effects == newEffects) return;
+  order.effects = newEffects;
+  redraw();
+}
+
+void PagePanel::goTo(int page) {
+  const int wanted = std::clamp(page, 1, std::max(1, picture().pages > 0 ? picture().pages : page));
+  if (order.page == wanted) return;
+  order.page = wanted;
+  showPlace();
+  redraw();
+}
+
+void PagePanel::redraw() {
+  if (order.document.empty()) return;
+  order.room = paper->room();
+  artist.draw(order);
+}
+
+void PagePanel::drawn(const PagePicture& picture) {
+  if (picture.pages > 0) order.page = std::min(order.page, picture.pages);
+  paper->show(picture);
+  showPlace();
+}
+
+void PagePanel::showPlace() {
+  const int pages = picture().pages;
+  const bool isShown = picture().failure.isEmpty() && pages > 0;
+  const QString text = isShown ? placeText.arg(page()).arg(pages) : QString();
+  place->setText(text);
+  const QSize rounded = picture().millimetres.toSize();
+  size->setText(isShown ? sizeText.arg(rounded.width()).arg(rounded.height()) : QString());
+  paper->setAccessibleName(paperText);
+  paper->setAccessibleDescription(isShown ? text : picture().failure);
+  back->setEnabled(page() > 1);
+  forward->setEnabled(page() < pages);
+}
+
+}  // namespace Window

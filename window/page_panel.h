@@ -1,0 +1,82 @@
+// The page as it will print, with the way to the other pages.
+#pragma once
+
+#include "window/page_artist.h"
+#include "window/texts.h"
+
+#include <QWidget>
+
+class QLabel;
+class QToolButton;
+
+namespace Window {
+
+// A sheet of paper lying on the window, drawn to fit.
+class PaperView final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit PaperView(QWidget* parent);
+
+  // The pixels of the screen that a page may take.
+  QSize room() const;
+  void show(const PagePicture& newPicture);
+  const PagePicture& picture() const { return shown; }
+
+  QSize sizeHint() const override;
+
+ Q_SIGNALS:
+  void roomChanged();
+  void pagesWanted(int forward);
+  void endWanted(bool last);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+
+ private:
+  void paintPaper(QPainter& painter) const;
+
+  PagePicture shown;
+  int wheel = 0;
+};
+
+class PagePanel final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit PagePanel(QWidget* parent);
+
+  void setTexts(const Texts& texts);
+
+  // What is shown follows these from now on.
+  void setDocument(const std::filesystem::path& file);
+  void setEffects(const Press::Effects& newEffects);
+
+  int page() const { return order.page; }
+  void goTo(int page);
+
+  // Whether the picture is that of the present document, page, effects and size.
+  bool isSettled() const { return artist.isIdle(); }
+  const PagePicture& picture() const { return paper->picture(); }
+
+ private:
+  void redraw();
+  void drawn(const PagePicture& picture);
+  void showPlace();
+
+  PageOrder order;
+  PaperView* paper;
+  QToolButton* back;
+  QToolButton* forward;
+  QLabel* place;
+  QLabel* size;
+  QString placeText;
+  QString sizeText;
+  QString paperText;
+  PageArtist artist;
+};
+
+}  // namespace Window

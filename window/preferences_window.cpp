@@ -1,0 +1,274 @@
+#include "window/preferences_window.h"
+
+#include "press/sample.h"
+#include "window/fonts.h"
+#include "window/help_viewer.h"
+#include "window/inspector.h"
+#include "window/page_panel.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QFile>
+#include <QFontDatabase>
+#include <QHBoxLayout>
+#include <QInputDialog>
+#include <QLocale>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QTabWidget>
+
+#include <algorithm>
+#include <cmath>
+#include <stdexcept>
+
+namespace Window {
+namespace {
+
+// Pixels between the tabs, the page and the row of buttons, and beside the text of a button.
+constexpr int between = 12;
+constexpr int besideText = 14;
+
+// What the plug-in is told of the machine where the request does not say it.
+Refhost::Options onThisMachine(Refhost::Options options) {
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  options.dpi = static_cast<int>(std::lround(screen->logicalDotsPerInchX() * screen->devicePixelRatio()));
+  if (!options.fonts) {
+    options.fonts.emplace();
+    for (const QString& family : QFontDatabase::families()) options.fonts->push_back(toWide(family));
+  }
+  return options;
+}
+
+std::filesystem::path writeSample(const QTemporaryDir& folder) {
+  const QString path = folder.filePath("sample.pdf");
+  const std::string bytes = Press::samplePdf();
+  QFile file(path);
+  if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), static_cast<qint64>(bytes.size())) < 0)
+    throw std::runtime_error("The sample job cannot be written to \"" + path.toStdString() + "\" (" +
+                             file.errorString().toStdString() + "): free some space.");
+  return path.toStdU16String();
+}
+
+}  // namespace
+
+PreferencesWindow::PreferencesWindow(const Request& request)
+    : document(request.document), session(onThisMachine(request.preferences), *this) {
+  build();
+  session.onOpening = [this](Refhost::Preferences& opening) { inspector->follow(opening.trace()); };
+  session.onSetAside = [this](const std::filesystem::path& file) {
+    showFailure(texts()("SET_ASIDE").arg(toQt(file.u16string())).toStdString());
+  };
+  inspector->setVisible(request.inspector);
+  pages->goTo(request.page);
+}
+
+PreferencesWindow::~PreferencesWindow() {
+  QCoreApplication::removeTranslator(&qtTexts);
+  leaveTabs();
+}
+
+void PreferencesWindow::build() {
+  auto* centre = new QWidget(this);
+  tabs = new QTabWidget(centre);
+  tabs->setObjectName("tabs");
+  tabs->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
+  pages = new PagePanel(centre);
+  inspector = new Inspector(this);
+  addDockWidget(Qt::RightDockWidgetArea, inspector);
+
+  // The pane takes its room from the screen rather than from the tabs and the page, as far as there is some.
+  connect(inspector->toggleViewAction(), &QAction::triggered, this, [this](bool isShown) {
+    const int change = isShown ? inspector->sizeHint().width() : -inspector->width();
+    resize(std::min(width() + change, screen()->availableSize().width()), height());
+  });
+
+  auto* sides = new QHBoxLayout;
+  sides->setSpacing(between);
+  sides->addWidget(tabs);
+  sides->addWidget(pages, 1);
+  auto* row = new QHBoxLayout;
+  addButton(*row, "RESTORE", &PreferencesWindow::restoreDefaults);
+  undoButton = addButton(*row, "UNDO", &PreferencesWindow::undo);
+  addButton(*row, "HELP_BUTTON", &PreferencesWindow::help);
+  row->addStretch();
+  addButton(*row, "PRINT_BUTTON", &PreferencesWindow::print);
+  QPushButton* ok = addButton(*row, "OK", &PreferencesWindow::accept);
+  QPushButton* cancelButton = addButton(*row, "CANCEL", &PreferencesWindow::cancel);
+  auto* all = new QVBoxLayout(centre);
+  all->setSpacing(between);
+  all->addLayout(sides, 1);
+  all->addLayout(row);
+  setCentralWidget(centre);
+
+  // As in any dialog: the return key presses the button in focus, else OK; the escape key presses Cancel.
+  ok->setDefault(true);
+  for (const auto key : {Qt::Key_Return, Qt::Key_Enter})
+    connect(new QShortcut(QKeySequence(key), this), &QShortcut::activated, this, [ok] {
+      auto* focused = qobject_cast<QPushButton*>(QApplication::focusWidget());
+      (focused != nullptr ? focused : ok)->click();
+    });
+  connect(new QShortcut(QKeySequence(Qt::Key_Escape), this), &QShortcut::activated, cancelButton, &QPushButton::click);
+  connect(tabs, &QTabWidget::currentChanged, this, [this](int index) {
+    if (index >= 0 && preferences().gui() != nullptr)
+      preferences().selectTab(toWide(tabs->widget(index)->objectName()));
+  });
+}
+
+QPushButton* PreferencesWindow::addButton(QHBoxLayout& row, const char* name, void (PreferencesWindow::*press)()) {
+  auto* button = new QPushButton(this);
+  button->setObjectName(name);
+  row.addWidget(button);
+  connect(button, &QPushButton::clicked, this, [this, press] { guarded([this, press] { (this->*press)(); }); });
+  buttons.emplace_back(button, name);
+  return button;
+}
+
+void PreferencesWindow::open() {
+  if (document.empty()) document = writeSample(sampleFolder);
+  session.open();
+  showOpened();
+  resize(sizeHint().boundedTo(screen()->availableSize() * 0.95));
+}
+
+// Everything that depends on the model or the language of preferences that have just opened.
+void PreferencesWindow::showOpened() {
+  QLocale::setDefault(QLocale(QString::fromStdString(session.locale())));
+  useFontsFor(session.locale());
+  qtTexts.setTexts(texts());
+  QCoreApplication::removeTranslator(&qtTexts);
+  QCoreApplication::installTranslator(&qtTexts);
+  for (const auto& [button, name] : buttons) {
+    button->setText(texts()(name));
+    button->setMinimumWidth(button->fontMetrics().horizontalAdvance(button->text()) + 2 * besideText);
+  }
+  undoButton->setShortcut(QKeySequence::Undo);  // a new text takes a button's shortcut away
+  tabs->setAccessibleName(texts()("TITLE"));
+  pages->setTexts(texts());
+  inspector->setTexts(texts());
+  buildMenus();
+  showTabs();
+  setDocument(document);
+  preferences().model().onChange([this] {
+    stale = true;
+    QMetaObject::invokeMethod(this, &PreferencesWindow::showState, Qt::QueuedConnection);
+  });
+  showState();
+}
+
+void PreferencesWindow::showTabs() {
+  leaveTabs();
+  if (preferences().gui() == nullptr) return;
+  const std::u16string selected = preferences().gui()->panel().selectedTabId().str();
+  for (const Refhost::Layout& layout : preferences().gui()->tabs()) {
+    auto* scroll = new QScrollArea(tabs);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    auto view = std::make_unique<TreeView>(*layout.root, texts(), preferences().chrome(), scroll);
+    scroll->setWidget(view->widget());
+    scroll->viewport()->setAutoFillBackground(false);
+    view->widget()->setAutoFillBackground(false);
+    const QSize hint = view->widget()->sizeHint();
+    scroll->setMinimumWidth(hint.width() + scroll->verticalScrollBar()->sizeHint().width());
+    const std::u16string id = layout.root->WidgetNode::id();
+    scroll->setObjectName(toQt(id));
+    tabs->addTab(scroll, toQt(layout.root->shownLabel()));
+    views.push_back(std::move(view));
+    if (id == selected) tabs->setCurrentIndex(tabs->count() - 1);
+  }
+}
+
+void PreferencesWindow::leaveTabs() {
+  for (const auto& view : views) view->forget();
+  const QSignalBlocker quiet(tabs);
+  while (tabs->count() > 0) {
+    // One of its widgets may be handling the very click or key that ends it.
+    QWidget* page = tabs->widget(0);
+    page->setParent(nullptr);
+    page->deleteLater();
+  }
+  views.clear();
+}
+
+void PreferencesWindow::showState() {
+  stale = false;
+  if (preferences().gui() == nullptr) return;
+  undoButton->setEnabled(preferences().canUndo());
+  pages->setEffects(effects());
+  inspector->showProperties(preferences().model());
+}
+
+void PreferencesWindow::reopen(const std::string& model, const std::string& locale) {
+  const QString selected = tabs->currentWidget() != nullptr ? tabs->currentWidget()->objectName() : QString();
+  leaveTabs();
+  std::string failure;
+  try {
+    session.reopen(model, locale);
+  } catch (const std::runtime_error& error) {
+    failure = error.what();
+  }
+  showOpened();
+  for (int i = 0; i < tabs->count(); ++i)
+    if (tabs->widget(i)->objectName() == selected) tabs->setCurrentIndex(i);
+  if (!failure.empty()) showFailure(failure);
+}
+
+void PreferencesWindow::setDocument(const std::filesystem::path& file) {
+  document = file;
+  const bool isSample = sampleFolder.isValid() && file.parent_path() == sampleFolder.path().toStdU16String();
+  const QString name = isSample ? texts()("SAMPLE") : toQt(file.filename().u16string());
+  setWindowTitle(name + QStringLiteral(" \u2013 ") + texts()("TITLE"));
+  pages->setDocument(file);
+}
+
+bool PreferencesWindow::isSettled() const { return !stale && pages->isSettled(); }
+
+QString PreferencesWindow::pageFailure() const { return pages->picture().failure; }
+
+void PreferencesWindow::runModally(Refhost::Dialog& dialog) {
+  dialogs.runModally(dialog, texts(), preferences().chrome(), this);
+}
+
+void PreferencesWindow::dialogOpened(Refhost::Dialog& dialog) {
+  dialogs.open(dialog, texts(), preferences().chrome(), this);
+}
+
+void PreferencesWindow::dialogClosed(Refhost::Dialog& dialog) { dialogs.closed(dialog); }
+
+void PreferencesWindow::widgetChanged(Refhost::WidgetNode& widget) {
+  for (const auto& view : views) view->update(widget);
+  dialogs.update(widget);
+}
+
+void PreferencesWindow::showHelp(const std::u16string& url, const std::u16string& topic) {
+  if (helpViewer == nullptr) helpViewer = new HelpViewer(this);
+  helpShown = helpViewer->show(url, topic, preferences().chrome(), texts());
+  if (!helpShown) showFailure(texts()("NOT_OPENED").arg(toQt(url)).toStdString());
+}
+
+std::optional<std::u16string> PreferencesWindow::askJobStep() {
+  bool isGiven = false;
+  const QString name = QInputDialog::getText(this, texts()("TITLE"), texts()("JOB_STEP"), QLineEdit::Normal, {}, &isGiven);
+  return isGiven ? std::optional(toWide(name)) : std::nullopt;
+}
+
+// The box waits for nobody, so that what went wrong ends first.
+void PreferencesWindow::showFailure(const std::string& sentence) {
+  const QString text = QString::fromStdString(sentence);
+  told << text;
+  QMetaObject::invokeMethod(
+      this,
+      [this, text] {
+        auto* box = new QMessageBox(QMessageBox::Warning, texts()("TITLE"), text, QMessageBox::NoButton, this);
+        box->addButton(texts()("OK"), QMessageBox::AcceptRole);
+        box->setAttribute(Qt::WA_DeleteOnClose);
+        box->open();
+      },
+      Qt::QueuedConnection);
+}
+
+}  // namespace Window

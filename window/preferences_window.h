@@ -1,0 +1,122 @@
+// "Printing preferences": the tabs of the plug-in on one side, the page as it will print on the other.
+#pragma once
+
+#include "host/face.h"
+#include "press/effects.h"
+#include "window/dialog_windows.h"
+#include "window/qt_texts.h"
+#include "window/session.h"
+#include "window/tree_view.h"
+#include "window/window.h"
+
+#include <QMainWindow>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+class QHBoxLayout;
+class QMenu;
+class QPushButton;
+class QTabWidget;
+
+namespace Window {
+
+class HelpViewer;
+class Inspector;
+class PagePanel;
+
+class PreferencesWindow final : public QMainWindow, private Refhost::Face {
+  Q_OBJECT
+
+ public:
+  explicit PreferencesWindow(const Request& request);
+  ~PreferencesWindow() override;
+
+  // Opens the preferences. Throws std::runtime_error: one sentence.
+  void open();
+
+  Refhost::Preferences& preferences() { return session.preferences(); }
+
+  // Whether the picture of the page is that of the present settings.
+  bool isSettled() const;
+
+  // Why there is no picture of the page, as one sentence; empty when there is one.
+  QString pageFailure() const;
+
+  // All that went wrong so far, each as one sentence.
+  const QStringList& failures() const { return told; }
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  // Refhost::Face
+  void runModally(Refhost::Dialog& dialog) override;
+  void dialogOpened(Refhost::Dialog& dialog) override;
+  void dialogClosed(Refhost::Dialog& dialog) override;
+  void widgetChanged(Refhost::WidgetNode& widget) override;
+  void showHelp(const std::u16string& url, const std::u16string& topic) override;
+  std::optional<std::u16string> askJobStep() override;
+  void showFailure(const std::string& sentence) override;
+
+  // In the language of the preferences that are open; valid until they are opened anew.
+  Texts texts() { return Texts(preferences().strings()); }
+
+  // Building, in preferences_window.cpp.
+  void build();
+  QPushButton* addButton(QHBoxLayout& row, const char* name, void (PreferencesWindow::*press)());
+  void showOpened();
+  void showTabs();
+  void leaveTabs();
+  void showState();
+  void reopen(const std::string& model, const std::string& locale);
+  void setDocument(const std::filesystem::path& file);
+
+  // The menus, in menus.cpp.
+  void buildMenus();
+  void fillModelMenu(QMenu& menu);
+  void fillLanguageMenu(QMenu& menu);
+
+  // What the user does, in actions.cpp.
+  void openDocument();
+  void print();
+  void accept();
+  void cancel();
+  bool keep();
+  void discard();
+  bool mayClose();
+  void undo();
+  void restoreDefaults();
+  void help();
+  void helpOnWindow();
+  std::optional<std::filesystem::path> askForFile(bool forPrinting);
+  bool isAccepted();
+  void tellPrinted(const QString& sentence, const std::filesystem::path& file);
+  Press::Effects effects();
+  void guarded(const std::function<void()>& action);
+
+  std::filesystem::path document;
+  QTemporaryDir sampleFolder;
+  QtTexts qtTexts;
+  QTabWidget* tabs = nullptr;
+  PagePanel* pages = nullptr;
+  Inspector* inspector = nullptr;
+  HelpViewer* helpViewer = nullptr;
+  std::vector<std::pair<QPushButton*, const char*>> buttons;
+  QPushButton* undoButton = nullptr;
+  std::vector<std::unique_ptr<TreeView>> views;
+  DialogWindows dialogs;
+  QStringList told;
+  bool helpShown = false;
+
+  // Whether the preferences have changed since they were last shown.
+  bool stale = false;
+
+  // Last, so that it goes first, while what it tells of its end is still there.
+  Session session;
+};
+
+}  // namespace Window

@@ -1,0 +1,76 @@
+#include "window/session.h"
+
+#include "window/kept_settings.h"
+#include "window/texts.h"
+
+#include <utility>
+
+namespace Window {
+
+Session::Session(Refhost::Options runOptions, Refhost::Face& theFace) : options(std::move(runOptions)), face(theFace) {
+  if (options.home.empty()) options.home = homeOfThisRun.path().toStdU16String();
+}
+
+void Session::open() {
+  start({});
+  valuesWhenKept = userValues(false);
+}
+
+void Session::reopen(std::string model, std::string locale) {
+  const bool sameModel = model == options.model;
+  const bool wasChanged = isChanged();
+  const Refhost::TracePairs all = userValues(false);
+  const Refhost::TracePairs carried = sameModel ? all : userValues(true);
+  const std::string formerModel = std::exchange(options.model, std::move(model));
+  const std::string formerLocale = std::exchange(options.locale, std::move(locale));
+  try {
+    start(carried);
+  } catch (...) {
+    options.model = formerModel;
+    options.locale = formerLocale;
+    start(all);
+    throw;
+  }
+  // Changes that were carried to another model are still not kept anywhere.
+  if (!sameModel) valuesWhenKept = wasChanged ? Refhost::TracePairs() : userValues(false);
+}
+
+// Opens with what was kept for the model, then what the run was asked for, then what is carried over.
+void Session::start(const Refhost::TracePairs& carried) {
+  const Refhost::ModelDescription model = Refhost::readModel(options.resources / "models", options.model);
+  const KeptSettings kept = readSettings(settingsFile(options.home, model.name));
+  Refhost::Options now = options;
+  now.properties = applicable(kept.values, model);
+  now.properties.insert(now.properties.end(), options.properties.begin(), options.properties.end());
+  const Refhost::TracePairs also = applicable(carried, model);
+  now.properties.insert(now.properties.end(), also.begin(), also.end());
+
+  opened.reset();
+  opened = std::make_unique<Refhost::Preferences>(now, face);
+  if (onOpening) onOpening(*opened);
+  opened->open();
+  if (!kept.setAside.empty() && onSetAside) onSetAside(kept.setAside);
+}
+
+Refhost::TracePairs Session::userValues(bool changedOnly) {
+  Refhost::TracePairs values;
+  const Refhost::PropertyModel& model = opened->model();
+  for (const Refhost::PropertyDescription& property : model.description().properties) {
+    const std::u16string value = model.value(property.name).value_or(property.defaultValue);
+    if (!property.isContext && (!changedOnly || value != property.defaultValue))
+      values.emplace_back(property.name, value);
+  }
+  return values;
+}
+
+bool Session::isChanged() { return userValues(false) != valuesWhenKept; }
+
+bool Session::keep() {
+  if (!opened->accept()) return false;
+  const Refhost::TracePairs values = userValues(false);
+  writeSettings(settingsFile(options.home, opened->model().description().name), values);
+  valuesWhenKept = values;
+  return true;
+}
+
+}  // namespace Window

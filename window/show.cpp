@@ -1,0 +1,84 @@
+#include "window/preferences_window.h"
+#include "window/window.h"
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <cstdio>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+
+namespace Window {
+namespace {
+
+constexpr int cannotOpen = 2;
+constexpr int cannotDraw = 1;
+
+int fail(int status, const std::string& sentence) {
+  std::fprintf(stderr, "kiln: %s\n", sentence.c_str());
+  return status;
+}
+
+// A screen for drawing without a display; the toolkit's own is too small for the window.
+class ImaginaryScreen {
+ public:
+  ImaginaryScreen() {
+    QFile file(folder.filePath("screen.json"));
+    if (!file.open(QIODevice::WriteOnly)) return;
+    file.write(R"({"screens": [{"name": "paper", "x": 0, "y": 0, "width": 2400, "height": 1800,
+                   "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
+    file.close();
+    qputenv("QT_QPA_PLATFORM", ("offscreen:configfile=" + file.fileName()).toUtf8());
+  }
+
+ private:
+  QTemporaryDir folder;
+};
+
+bool hasDisplay() {
+  return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
+         !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+}
+
+int draw(PreferencesWindow& window, const std::filesystem::path& picture) {
+  window.show();
+  while (!window.isSettled()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  QCoreApplication::processEvents();
+  if (!window.failures().isEmpty()) return fail(cannotDraw, window.failures().constFirst().toStdString());
+  if (!window.pageFailure().isEmpty()) return fail(cannotDraw, window.pageFailure().toStdString());
+  if (!window.grab().save(toQt(picture.u16string()), "PNG"))
+    return fail(cannotDraw, "The picture \"" + toQt(picture.u16string()).toStdString() +
+                                "\" cannot be written: check that its folder exists and may be written.");
+  return 0;
+}
+
+int show(const Request& request) {
+  std::optional<ImaginaryScreen> imaginary;
+  if (!request.screenshot.empty()) imaginary.emplace();
+  if (!imaginary && !hasDisplay())
+    return fail(cannotOpen, "There is no display to open a window on; give --screenshot to draw it into a picture.");
+  int count = 1;
+  char name[] = "kiln";
+  char* arguments[] = {name, nullptr};
+  QApplication application(count, arguments);
+  QApplication::setApplicationName("kiln");
+  PreferencesWindow window(request);
+  window.open();
+  if (imaginary) return draw(window, request.screenshot);
+  window.show();
+  return QApplication::exec();
+}
+
+}  // namespace
+}  // namespace Window
+
+extern "C" __attribute__((visibility("default"))) int kilnShow(const Window::Request& request) {
+  try {
+    return Window::show(request);
+  } catch (const std::exception& error) {
+    return Window::fail(Window::cannotOpen, error.what());
+  }
+}

@@ -1,0 +1,274 @@
+#include "window/tree_view.h"
+
+#include "window/images.h"
+#include "window/items.h"
+
+#include <QBoxLayout>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSignalBlocker>
+
+#include <stdexcept>
+
+namespace Window {
+namespace {
+
+using Refhost::WidgetKind;
+using Refhost::WidgetNode;
+
+// A check box whose mark only the tree changes: the click is told, the mark follows.
+class FollowingCheckBox final : public QCheckBox {
+ public:
+  using QCheckBox::QCheckBox;
+
+ protected:
+  void nextCheckState() override {}
+};
+
+bool isCaption(const WidgetNode& node) { return node.attribute("element") == u"caption"; }
+
+// Whether anything can be seen in a container, besides its caption and empty space.
+bool hasContent(const WidgetNode& container) {
+  for (const WidgetNode* child : container.children()) {
+    if (!child->isVisible() || isCaption(*child) || child->kind() == WidgetKind::spacer) continue;
+    const bool isBox = child->kind() == WidgetKind::box || child->kind() == WidgetKind::groupBox;
+    if (!isBox || hasContent(*child)) return true;
+  }
+  return false;
+}
+
+bool runsAcross(const WidgetNode& box) {
+  return box.attribute("element") == u"hbox" || box.attribute("orient") == u"horizontal";
+}
+
+int number(const WidgetNode& node, const char* attribute, int otherwise = 0) {
+  bool isNumber = false;
+  const int value = toQt(node.attribute(attribute)).toInt(&isNumber);
+  return isNumber ? value : otherwise;
+}
+
+// Where a child lies in what the box has more than the child needs; nothing where it fills it.
+Qt::Alignment crossAlignment(const WidgetNode& box) {
+  const std::u16string align = box.attribute("align");
+  if (align == u"center") return runsAcross(box) ? Qt::AlignVCenter : Qt::AlignHCenter;
+  if (align == u"start") return runsAcross(box) ? Qt::AlignTop : Qt::AlignLeft;
+  if (align == u"end") return runsAcross(box) ? Qt::AlignBottom : Qt::AlignRight;
+  return {};
+}
+
+bool hasFlexibleChild(const WidgetNode& box) {
+  for (const WidgetNode* child : box.children())
+    if (number(*child, "flex") > 0) return true;
+  return false;
+}
+
+bool holdsGroups(const WidgetNode& box) {
+  for (const WidgetNode* child : box.children())
+    if (child->kind() == WidgetKind::groupBox) return true;
+  return false;
+}
+
+}  // namespace
+
+TreeView::TreeView(WidgetNode& root, const Texts& uiTexts, const Refhost::ChromeFolders& chromeFolders, QWidget* parent)
+    : texts(uiTexts), chrome(chromeFolders), tree(&root), top(build(root, parent)) {
+  relate(root);
+}
+
+void TreeView::forget() {
+  shown.clear();
+  tree = nullptr;
+}
+
+void TreeView::update(const WidgetNode& node) {
+  const auto found = shown.find(&node);
+  if (found == shown.end()) return;
+  found->second.refresh();
+  for (const WidgetNode* above = node.parent(); above != nullptr; above = above->parent())
+    if (above->kind() == WidgetKind::groupBox) shown.at(above).refresh();
+  relate(*tree);
+}
+
+void TreeView::adopt(Refhost::Button& node, QPushButton* button, std::function<void()> press) {
+  QObject::connect(button, &QPushButton::clicked, button, std::move(press));
+  show(node, button, [this, &node, button] { button->setText(shownLabel(node)); });
+}
+
+// Shows the states that all kinds have, now and after each change, then what `refresh` shows.
+void TreeView::show(const WidgetNode& node, QWidget* widget, std::function<void()> refresh) {
+  widget->setObjectName(toQt(node.id()));
+  if (const int width = number(node, "width"); width > 0) widget->setMinimumWidth(width);
+  if (const int height = number(node, "height"); height > 0) widget->setMinimumHeight(height);
+  const auto all = [this, &node, widget, refresh = std::move(refresh)] {
+    widget->setVisible(node.isVisible() && (node.kind() != WidgetKind::groupBox || hasContent(node)));
+    widget->setEnabled(node.isEnabled());
+    widget->setToolTip(attribute(node, "tooltiptext"));
+    refresh();
+  };
+  all();
+  shown[&node] = {widget, all};
+}
+
+QWidget* TreeView::build(WidgetNode& node, QWidget* parent) {
+  switch (node.kind()) {
+    case WidgetKind::box:
+    case WidgetKind::tab: return buildContainer(node, parent);
+    case WidgetKind::groupBox: return buildGroup(node, parent);
+    case WidgetKind::label: return buildLabel(dynamic_cast<Refhost::Label&>(node), parent);
+    case WidgetKind::image: return buildImage(dynamic_cast<Refhost::ImageBox&>(node), parent);
+    case WidgetKind::button: return buildButton(dynamic_cast<Refhost::Button&>(node), parent);
+    case WidgetKind::checkBox: return buildCheckBox(dynamic_cast<Refhost::CheckBox&>(node), parent);
+    case WidgetKind::listBox: return buildList(node, parent);
+    case WidgetKind::comboBox: return buildCombo(node, parent);
+    default: break;
+  }
+  throw std::logic_error(std::string("the window cannot show a ") + nameOf(node.kind()));
+}
+
+QWidget* TreeView::buildContainer(WidgetNode& node, QWidget* parent) {
+  auto* box = new QWidget(parent);
+  auto* layout = new QBoxLayout(runsAcross(node) ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom, box);
+  const bool isPage = node.kind() == WidgetKind::tab;
+  if (!isPage) layout->setContentsMargins(0, 0, 0, 0);
+  if (isPage || holdsGroups(node)) layout->setSpacing(layout->spacing() * 2);
+  fill(layout, node, box);
+  if (isPage) return box;
+  show(node, box);
+  return box;
+}
+
+// The caption above, then what the group holds in the desktop's own frame.
+QWidget* TreeView::buildGroup(WidgetNode& node, QWidget* parent) {
+  auto* section = new QWidget(parent);
+  auto* layout = new QVBoxLayout(section);
+  layout->setContentsMargins(0, 0, 0, 0);
+  std::size_t first = 0;
+  if (!node.children().empty() && isCaption(*node.children().front())) {
+    QWidget* caption = build(*node.children()[first++], section);
+    QFont bold = caption->font();
+    bold.setBold(true);
+    caption->setFont(bold);
+    layout->addWidget(caption);
+  }
+  auto* frame = new QGroupBox(section);
+  layout->addWidget(frame);
+  fill(new QVBoxLayout(frame), node, frame, first);
+  show(node, section);
+  return section;
+}
+
+void TreeView::fill(QBoxLayout* layout, WidgetNode& node, QWidget* parent, std::size_t first) {
+  const std::u16string pack = node.attribute("pack");
+  const bool leavesRoom = !hasFlexibleChild(node);
+  if (leavesRoom && (pack == u"end" || pack == u"center")) layout->addStretch();
+  for (std::size_t i = first; i < node.children().size(); ++i) {
+    WidgetNode& child = *node.children()[i];
+    const int flex = number(child, "flex");
+    if (child.kind() == WidgetKind::spacer) {
+      layout->addStretch(flex);
+    } else {
+      layout->addWidget(build(child, parent), flex, crossAlignment(node));
+    }
+  }
+  if (leavesRoom && pack != u"end") layout->addStretch();
+}
+
+QWidget* TreeView::buildLabel(Refhost::Label& node, QWidget* parent) {
+  auto* row = new QWidget(parent);
+  auto* layout = new QHBoxLayout(row);
+  layout->setContentsMargins(0, 0, 0, 0);
+  auto* text = new QLabel(row);
+  auto* picture = new QLabel(row);
+  text->setTextFormat(Qt::PlainText);
+  text->setWordWrap(node.attribute("element") == u"description");
+  layout->addWidget(text, text->wordWrap() ? 1 : 0);
+  layout->addWidget(picture);
+  if (!text->wordWrap()) layout->addStretch();
+  show(node, row, [this, &node, text, picture] {
+    const QString label = shownLabel(node);
+    // Only a label that leads to another widget has an access key, and only it doubles ampersands.
+    text->setText(text->buddy() != nullptr ? label : texts.shown(node.label()));
+    picture->setPixmap(pixmapOf(node.image(), *picture));
+    picture->setVisible(bool(node.image()));
+  });
+  return row;
+}
+
+QWidget* TreeView::buildImage(Refhost::ImageBox& node, QWidget* parent) {
+  auto* picture = new QLabel(parent);
+  picture->setAlignment(Qt::AlignCenter);
+  const QPixmap fromLayout = pixmapAt(node.attribute("src"), chrome);
+  show(node, picture, [&node, picture, fromLayout] {
+    picture->setPixmap(node.image() ? pixmapOf(node.image(), *picture) : fromLayout);
+  });
+  return picture;
+}
+
+QWidget* TreeView::buildButton(Refhost::Button& node, QWidget* parent) {
+  auto* button = new QPushButton(parent);
+  adopt(node, button, [&node] { node.click(); });
+  return button;
+}
+
+QWidget* TreeView::buildCheckBox(Refhost::CheckBox& node, QWidget* parent) {
+  auto* box = new FollowingCheckBox(parent);
+  QObject::connect(box, &QCheckBox::clicked, box, [&node] { node.click(); });
+  show(node, box, [this, &node, box] {
+    box->setText(shownLabel(node));
+    box->setChecked(node.isChecked());
+  });
+  return box;
+}
+
+QWidget* TreeView::buildList(WidgetNode& node, QWidget* parent) {
+  auto& selector = dynamic_cast<Refhost::SelectorNode&>(node);
+  auto* list = new QListWidget(parent);
+  const int rows = number(node, "rows", 4);
+  list->setFixedHeight(rows * rowHeight(*list) + 2 * list->frameWidth());
+  if (number(node, "flex") > 0) list->setMaximumHeight(QWIDGETSIZE_MAX);
+
+  // The choice waits for the list to be done with the key or click: what it sets off may fill the list anew.
+  QObject::connect(
+      list, &QListWidget::currentRowChanged, list,
+      [this, &node, &selector](int row) {
+        if (shown.contains(&node)) selector.choose(row);
+      },
+      Qt::QueuedConnection);
+  show(node, list, [this, &selector, list] {
+    const QSignalBlocker quiet(list);
+    showItems(*list, selector.items());
+    list->setCurrentRow(selector.selection());
+  });
+  return list;
+}
+
+QWidget* TreeView::buildCombo(WidgetNode& node, QWidget* parent) {
+  auto& selector = dynamic_cast<Refhost::SelectorNode&>(node);
+  auto* combo = new QComboBox(parent);
+  combo->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  QObject::connect(combo, &QComboBox::activated, combo, [&selector, combo](int row) {
+    selector.choose(row);
+    const QSignalBlocker quiet(combo);
+    combo->setCurrentIndex(selector.selection());
+  });
+  show(node, combo, [&selector, combo] {
+    const QSignalBlocker quiet(combo);
+    showItems(*combo, selector.items());
+    combo->setCurrentIndex(selector.selection());
+  });
+  return combo;
+}
+
+QString TreeView::attribute(const WidgetNode& node, const char* name) const {
+  return texts.shown(node.attribute(name));
+}
+
+QString TreeView::shownLabel(const WidgetNode& node) const {
+  return withAccessKey(texts.shown(node.label()), attribute(node, "accesskey"));
+}
+
+}  // namespace Window
