@@ -17,5 +17,6 @@ void addPicture(CLI::App& kiln, Run& run);
 void addPrint(CLI::App& kiln, Run& run);
 void addSample(CLI::App& kiln, Run& run);
 void addShow(CLI::App& kiln, Run& run);
+void addTicket(CLI::App& kiln, Run& run);
 
 }  // namespace App

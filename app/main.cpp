@@ -59,6 +59,7 @@ int runCommand(std::vector<std::string> words) {
 #ifndef KILN_DRIVE_ONLY
   App::addShow(kiln, run);
   App::addPrint(kiln, run);
+  App::addTicket(kiln, run);
   App::addSample(kiln, run);
   App::addPicture(kiln, run);
 #endif

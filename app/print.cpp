@@ -1,12 +1,9 @@
 #include "press/print.h"
-#include "app/choices.h"
 #include "app/commands.h"
 #include "app/failure.h"
-#include "app/host_options.h"
 #include "app/interruption.h"
 #include "app/progress_line.h"
-#include "app/silent_face.h"
-#include "app/user.h"
+#include "app/silent_run.h"
 #include "host/unicode.h"
 
 #include <map>
@@ -26,31 +23,19 @@ Exit status: 0 when OUT.pdf was written, 1 when it was not, and stays as it was,
 cannot be opened or the command line is wrong, 130 when it was stopped by Ctrl-C.)";
 
 struct PrintOptions {
-  HostOptions host;
+  SettingOptions settings;
   std::string in;
   std::string out;
-  std::vector<std::string> settings;
 };
 
 // The values with which the job prints, after the preferences were accepted.
 std::map<std::string, std::string> printedValues(const PrintOptions& given) {
-  const Refhost::TracePairs choices = toPairs("--set", given.settings);
-  Refhost::Options options = given.host.resolve();
-  if (options.home.empty()) options.home = userFolder();
-  SilentFace face;
-  Refhost::Preferences preferences(options, face);
-  try {
-    preferences.open();
-    face.check();
-  } catch (const std::exception& error) {
-    throw Failure(cannotOpen, error.what());
-  }
-  choose(preferences, face, choices);
-  const bool isAccepted = preferences.accept();
-  face.check();
+  const auto run = openWithSettings(given.settings);
+  const bool isAccepted = run->preferences.accept();
+  run->face.check();
   if (!isAccepted) throw std::runtime_error("The plug-in does not accept these settings.");
   std::map<std::string, std::string> values;
-  for (const auto& [name, value] : preferences.model().printedValues())
+  for (const auto& [name, value] : run->preferences.model().printedValues())
     values.emplace(Refhost::toNarrow(name), Refhost::toNarrow(value));
   return values;
 }
@@ -80,9 +65,7 @@ void addPrint(CLI::App& kiln, Run& run) {
   command.add_option("OUT.pdf", given->out, "The printed pages; an existing file is replaced")
       ->required()
       ->type_name("");
-  addRepeatable(command, "--set", given->settings, "A setting, MirrorImage=MirrorImage for example; may be repeated")
-      ->type_name("NAME=VALUE");
-  given->host.declare(command, "The folder for what a user keeps; by default the one that \"kiln show\" uses");
+  given->settings.declare(command);
   command.callback([&run, given] { run = [given] { return print(*given); }; });
 }
 

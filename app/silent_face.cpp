@@ -2,6 +2,7 @@
 
 #include "host/gui.h"
 
+#include <iostream>
 #include <stdexcept>
 #include <utility>
 
@@ -16,5 +17,7 @@ void SilentFace::runModally(Refhost::Dialog& dialog) { dialog.cancel(); }
 void SilentFace::showFailure(const std::string& sentence) {
   if (!failure) failure = sentence;
 }
+
+void SilentFace::tell(const std::string& sentence) { std::cerr << "kiln: " << sentence << '\n'; }
 
 }  // namespace App

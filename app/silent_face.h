@@ -21,6 +21,7 @@ class SilentFace final : public Refhost::Face {
   void showHelp(const std::u16string&, const std::u16string&) override {}
   std::optional<std::u16string> askJobStep() override { return std::nullopt; }
   void showFailure(const std::string& sentence) override;
+  void tell(const std::string& sentence) override;
 
  private:
   std::optional<std::string> failure;

@@ -1,7 +1,9 @@
 #include "effect/list_order.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace Effect {
@@ -14,7 +16,13 @@ constexpr bool isAlternatingCapital(char16_t unit) {
   const bool isEven = unit % 2 == 0;
   if (isBetween(unit, 0x0100, 0x0137) || isBetween(unit, 0x014A, 0x0177)) return isEven && unit != 0x0130;
   if (isBetween(unit, 0x0139, 0x0148) || isBetween(unit, 0x0179, 0x017E)) return !isEven;
-  return isBetween(unit, 0x0460, 0x0481) || isBetween(unit, 0x1E00, 0x1E95) ? isEven : false;
+  if (isBetween(unit, 0x01CD, 0x01DC) || isBetween(unit, 0x04C1, 0x04CE)) return !isEven;
+  constexpr std::pair<char16_t, char16_t> evenCapitals[] = {
+      {0x01DE, 0x01EF}, {0x01F8, 0x021F}, {0x0222, 0x0233}, {0x0246, 0x024F}, {0x03D8, 0x03EF}, {0x0460, 0x0481},
+      {0x048A, 0x04BF}, {0x04D0, 0x052F}, {0x1E00, 0x1E95}, {0x1EA0, 0x1EFF}};
+  return isEven && std::any_of(std::begin(evenCapitals), std::end(evenCapitals), [unit](const auto& block) {
+           return isBetween(unit, block.first, block.second);
+         });
 }
 
 }  // namespace
@@ -35,6 +43,7 @@ char16_t lowerCase(char16_t unit) {
   if (isBetween(unit, 0x0391, 0x03AB)) return unit == 0x03A2 ? unit : shifted(32);
   if (isBetween(unit, 0x0400, 0x040F)) return shifted(80);
   if (isBetween(unit, 0x0410, 0x042F)) return shifted(32);
+  if (unit == 0x04C0) return 0x04CF;
   if (isBetween(unit, 0xFF21, 0xFF3A)) return shifted(32);
   return unit;
 }

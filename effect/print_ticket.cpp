@@ -8,25 +8,19 @@ using namespace Effect;
 
 namespace {
 
-// While it lives, an overlay property that says "multiple" says "one".
-class SingleOverlay {
- public:
-  explicit SingleOverlay(SmartPtr<Property> overlayImage) : property(std::move(overlayImage)) {
-    if (!property || !property->equals(Value::multipleOverlayImage)) {
-      property.reset();
-    } else {
-      property->setValue(Value::overlayImage);
-    }
+// Runs `convert` while the overlay property says "one" where it says "multiple", and brings it back however that ends.
+template <class Convert>
+void withSingleOverlay(const SmartPtr<Property>& overlayImage, const Convert& convert) {
+  if (!overlayImage || !overlayImage->equals(Value::multipleOverlayImage)) return convert();
+  overlayImage->setValue(Value::overlayImage);
+  try {
+    convert();
+  } catch (...) {
+    overlayImage->setValue(Value::multipleOverlayImage);
+    throw;
   }
-  SingleOverlay(const SingleOverlay&) = delete;
-  SingleOverlay& operator=(const SingleOverlay&) = delete;
-  ~SingleOverlay() {
-    if (property) property->setValue(Value::multipleOverlayImage);
-  }
-
- private:
-  SmartPtr<Property> property;
-};
+  overlayImage->setValue(Value::multipleOverlayImage);
+}
 
 }  // namespace
 
@@ -34,8 +28,8 @@ SmartPtr<Dom::INode> EffectPlugin::getSchema() { return tickets->loadSchema(Addr
 
 SmartPtr<Dom::INode> EffectPlugin::convertPMtoPT(Property& properties, PTLevel level) {
   const auto element = host().documents()->createElement(u"PrintTicket", u"psk", u"psk");
-  const SingleOverlay single(properties.child(Prop::overlayImage));
-  tickets->propertiesToTicket(*this, element, properties, level);
+  withSingleOverlay(properties.child(Prop::overlayImage),
+                    [&] { tickets->propertiesToTicket(*this, element, properties, level); });
   return element;
 }
 

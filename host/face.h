@@ -35,6 +35,9 @@ class Face {
 
   // Something went wrong while an event was handled: one sentence for the user.
   virtual void showFailure(const std::string& sentence) = 0;
+
+  // Something went wrong that did not keep the plug-in from what it was doing: one sentence for the user.
+  virtual void tell(const std::string& sentence) { showFailure(sentence); }
 };
 
 }  // namespace Refhost

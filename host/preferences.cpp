@@ -174,17 +174,17 @@ void Preferences::start() {
   }
   run->gui->panel().select(run->gui->tabs().back().root->WidgetNode::id());
   run->gui->fireReady();
-  run->model().announce();
+  dispatch([this] { run->model().announce(); });
   run->past.clear();
 }
 
 void Preferences::applyOptions() {
   const std::filesystem::path& home = run->home.path;
   Settings& settings = *run->manager->settings;
-  settings.set(u"kilnworks.user.path", (home / "user").u16string());
-  settings.set(u"kilnworks.user.userprofile", (home / "profile").u16string());
+  settings.set(u"kilnworks.user.path", (home / "user").generic_u16string());
+  settings.set(u"kilnworks.user.userprofile", (home / "profile").generic_u16string());
   settings.set(u"kilnworks.pdlsettings.folder", u"overlays");
-  settings.set(u"kilnworks.user.localdata.path", (home / "localdata").u16string());
+  settings.set(u"kilnworks.user.localdata.path", (home / "localdata").generic_u16string());
   if (runOptions.mode != Mode::rootless) settings.set(u"UIMode", nameOf(runOptions.mode));
   for (const auto& [key, value] : runOptions.settings) {
     if (value) {
@@ -197,6 +197,7 @@ void Preferences::applyOptions() {
   for (const auto& [name, value] : runOptions.properties)
     if (!run->model().start(name, value))
       throw std::runtime_error("The model " + runOptions.model + " has no property " + toNarrow(name) + ".");
+  run->model().started();
 }
 
 void Preferences::loadDeviceTab() {
@@ -227,7 +228,7 @@ bool Preferences::accept() {
   if (!run->gui) return false;
   bool accepted = false;
   dispatch([&] { accepted = run->gui->panel().firePreAccept(); });
-  if (accepted) close();
+  if (accepted && run->gui) close();
   return accepted;
 }
 
@@ -236,8 +237,8 @@ void Preferences::cancel() {
 }
 
 void Preferences::close() {
-  run->gui->cancelDialogs();
-  run->gui.reset();
+  const auto gui = std::exchange(run->gui, {});
+  gui->cancelDialogs();
 }
 
 void Preferences::selectTab(const std::u16string& id) {

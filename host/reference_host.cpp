@@ -1,6 +1,7 @@
 #include "host/reference_host.h"
 
 #include "host/documents/documents.h"
+#include "host/documents/path_text.h"
 #include "host/documents/stores.h"
 #include "host/documents/text_list.h"
 #include "host/unicode.h"
@@ -114,7 +115,7 @@ Kiln::SmartPtr<Kiln::XUL::ListData> ReferenceHost::listData() { return make<List
 Kiln::SmartPtr<Kiln::XUL::Alignment> ReferenceHost::alignment(std::int32_t flags) { return make<Alignment>(flags); }
 
 Kiln::SmartPtr<Kiln::XUL::Image> ReferenceHost::image(Kiln::WStringView address, Kiln::WStringView) {
-  const auto file = world.chrome.file(address).value_or(std::filesystem::path(address.view()));
+  const auto file = world.chrome.file(address).value_or(pathFromText(address.view()));
   std::error_code error;
   if (!std::filesystem::is_regular_file(file, error)) return {};
   return make<Image>(std::u16string(address.view()), file);
@@ -166,7 +167,7 @@ Kiln::SmartPtr<Kiln::Services::TextList> ReferenceHost::fontNames() {
 }
 
 Kiln::SmartPtr<Kiln::Services::Path> ReferenceHost::path(Kiln::WStringView name) {
-  return makePath(world.files, std::filesystem::path(name.view()));
+  return makePath(world.files, pathFromText(name.view()));
 }
 
 Kiln::SmartPtr<Kiln::Services::FileBackingStoreIO> ReferenceHost::file(Kiln::SmartPtr<Kiln::Services::Path> path) {
@@ -179,6 +180,6 @@ Kiln::SmartPtr<Kiln::Services::BackingStoreIO> ReferenceHost::resource(Kiln::WSt
   return resourceStore(*named);
 }
 
-void ReferenceHost::tell(Kiln::WStringView sentence) { world.face.showFailure(toNarrow(sentence)); }
+void ReferenceHost::tell(Kiln::WStringView sentence) { world.face.tell(toNarrow(sentence)); }
 
 }  // namespace Refhost

@@ -111,6 +111,8 @@ void Session::runModally(Refhost::Dialog& dialog) {
 
 void Session::showFailure(const std::string& sentence) { fail(sentence); }
 
+void Session::tell(const std::string& sentence) { std::cerr << "kiln: " << sentence << '\n'; }
+
 void Session::open() {
   opened = std::make_unique<Refhost::Preferences>(options, *this);
   opened->trace().listen([this](const Refhost::TraceEvent& event) { record(event); });

@@ -59,6 +59,7 @@ class Session final : public Refhost::Face {
   void showHelp(const std::u16string&, const std::u16string&) override {}
   std::optional<std::u16string> askJobStep() override { return jobStep; }
   void showFailure(const std::string& sentence) override;
+  void tell(const std::string& sentence) override;
 
  private:
   // What a command is answered with, as far as it is known.

@@ -153,9 +153,10 @@ void PreferencesWindow::help() {
 }
 
 void PreferencesWindow::helpOnWindow() {
-  showHelp(toWide(QStringLiteral("chrome://window/content/%1/help/window.html")
-                      .arg(QString::fromStdString(session.locale()))),
-           u"");
+  showHelp(
+      toWide(
+          QStringLiteral("chrome://window/content/%1/help/window.html").arg(QString::fromStdString(session.locale()))),
+      u"");
 }
 
 }  // namespace Window

@@ -10,7 +10,8 @@ namespace Window {
 
 DialogWindow::DialogWindow(Refhost::Dialog& shownDialog, const Texts& texts, const Refhost::ChromeFolders& chrome,
                            QWidget* parent)
-    : QDialog(parent), dialog(shownDialog) {
+    : QDialog(parent),
+      dialog(shownDialog) {
   Refhost::Layout& layout = dialog.layout();
   setWindowTitle(texts.shown(layout.title));
   setObjectName(toQt(layout.root->WidgetNode::id()));

@@ -10,7 +10,9 @@
 namespace Window {
 
 HelpViewer::HelpViewer(QWidget* parent)
-    : QDialog(parent), text(new QTextBrowser(this)), closeButton(new QPushButton(this)) {
+    : QDialog(parent),
+      text(new QTextBrowser(this)),
+      closeButton(new QPushButton(this)) {
   setObjectName("help");
   resize(520, 560);
   text->setOpenLinks(false);

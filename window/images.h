@@ -12,8 +12,8 @@ class QWidget;
 
 namespace Window {
 
-// The picture for showing on that widget; nothing for none, and for one that cannot be read. Pictures keep the size that
-// they have at 96 dots an inch; swatches were made in the screen's own pixels.
+// The picture for showing on that widget; nothing for none, and for one that cannot be read. Pictures keep the size
+// that they have at 96 dots an inch; swatches were made in the screen's own pixels.
 QPixmap pixmapOf(const Kiln::SmartPtr<Kiln::XUL::Image>& image, const QWidget& on);
 
 // The picture that a layout names by its address.

@@ -83,7 +83,7 @@ Refhost::TracePairs applicable(const Refhost::TracePairs& values, const Refhost:
   Refhost::TracePairs result;
   for (const auto& [name, value] : values) {
     const auto property = std::find_if(model.properties.begin(), model.properties.end(),
-                                       [&name = name](const auto& known) { return known.name == name; });
+                                       [&wanted = name](const auto& known) { return known.name == wanted; });
     if (property == model.properties.end() || property->isContext) continue;
     const auto& options = property->options;
     const bool isOption = options.empty() || std::find(options.begin(), options.end(), value) != options.end();

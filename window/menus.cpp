@@ -42,6 +42,9 @@ void PreferencesWindow::buildMenus() {
   add(file, "OPEN", QKeySequence::Open, &PreferencesWindow::openDocument);
   add(file, "PRINT", QKeySequence::Print, &PreferencesWindow::print);
   file->addSeparator();
+  add(file, "OPEN_TICKET", {}, &PreferencesWindow::openTicket);
+  add(file, "SAVE_TICKET", QKeySequence::Save, &PreferencesWindow::saveTicket);
+  file->addSeparator();
   QAction* quit = file->addAction(texts()("QUIT"), this, &QWidget::close);
   quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
 

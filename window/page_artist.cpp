@@ -41,7 +41,8 @@ class PageArtist::Desk final : public QObject {
       const std::string printed = job->printPage(page, order.effects);
       result.millimetres = measure(printed, page);
       const QSizeF inches = result.millimetres / millimetresPerInch;
-      const double dpi = std::min({order.room.width() / inches.width(), order.room.height() / inches.height(), finestDpi});
+      const double dpi =
+          std::min({order.room.width() / inches.width(), order.room.height() / inches.height(), finestDpi});
       result.image = toImage(Press::drawPage(printed, 1, dpi));
     } catch (const std::exception& error) {
       result.failure = QString::fromUtf8(error.what());

@@ -56,7 +56,8 @@ std::filesystem::path writeSample(const QTemporaryDir& folder) {
 }  // namespace
 
 PreferencesWindow::PreferencesWindow(const Request& request)
-    : document(request.document), session(onThisMachine(request.preferences), *this) {
+    : document(request.document),
+      session(onThisMachine(request.preferences), *this) {
   build();
   session.onOpening = [this](Refhost::Preferences& opening) { inspector->follow(opening.trace()); };
   session.onSetAside = [this](const std::filesystem::path& file) {
@@ -252,7 +253,8 @@ void PreferencesWindow::showHelp(const std::u16string& url, const std::u16string
 
 std::optional<std::u16string> PreferencesWindow::askJobStep() {
   bool isGiven = false;
-  const QString name = QInputDialog::getText(this, texts()("TITLE"), texts()("JOB_STEP"), QLineEdit::Normal, {}, &isGiven);
+  const QString name =
+      QInputDialog::getText(this, texts()("TITLE"), texts()("JOB_STEP"), QLineEdit::Normal, {}, &isGiven);
   return isGiven ? std::optional(toWide(name)) : std::nullopt;
 }
 

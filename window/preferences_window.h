@@ -82,6 +82,8 @@ class PreferencesWindow final : public QMainWindow, private Refhost::Face {
 
   // What the user does, in actions.cpp.
   void openDocument();
+  void openTicket();
+  void saveTicket();
   void print();
   void accept();
   void cancel();
@@ -93,6 +95,7 @@ class PreferencesWindow final : public QMainWindow, private Refhost::Face {
   void help();
   void helpOnWindow();
   std::optional<std::filesystem::path> askForFile(bool forPrinting);
+  std::optional<std::filesystem::path> askForTicket(bool forSaving);
   bool isAccepted();
   void tellPrinted(const QString& sentence, const std::filesystem::path& file);
   Press::Effects effects();

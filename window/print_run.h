@@ -22,8 +22,9 @@ struct PrintResult {
   QString failure;
 };
 
-// Runs `job` on a thread of its own and returns when it is over. Meanwhile the windows stay alive, and the user can only
-// stop it. `job` tells its progress, and throws Press::Cancelled when that says so; `name` is what the bar calls it.
+// Runs `job` on a thread of its own and returns when it is over. Meanwhile the windows stay alive, and the user can
+// only stop it. `job` tells its progress, and throws Press::Cancelled when that says so; `name` is what the bar calls
+// it.
 PrintResult runWithProgress(const std::function<void(const Press::Progress&)>& job, const QString& name,
                             const Texts& texts, QWidget* parent);
 

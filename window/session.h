@@ -27,7 +27,8 @@ class Session {
   void open();
 
   // Opens the preferences for that model and locale. What the user changed stays where the model has it. Throws
-  // std::runtime_error: one sentence, and the preferences are open as before. The widgets of before are gone either way.
+  // std::runtime_error: one sentence, and the preferences are open as before. The widgets of before are gone either
+  // way.
   void reopen(std::string model, std::string locale);
 
   // Valid from open on.
@@ -38,8 +39,8 @@ class Session {
   // Whether the next opening would show something else if the preferences were cancelled now.
   bool isChanged();
 
-  // Accepts the preferences and keeps their values; false when that is refused. Throws std::runtime_error, one sentence,
-  // when they are accepted but cannot be kept.
+  // Accepts the preferences and keeps their values; false when that is refused. Throws std::runtime_error, one
+  // sentence, when they are accepted but cannot be kept.
   bool keep();
 
  private:

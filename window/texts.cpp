@@ -4,9 +4,7 @@
 
 namespace Window {
 
-QString toQt(std::u16string_view text) {
-  return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
-}
+QString toQt(std::u16string_view text) { return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size())); }
 
 std::u16string toWide(const QString& text) { return text.toStdU16String(); }
 

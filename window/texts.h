@@ -24,8 +24,8 @@ class Texts {
   // The tables outlive the texts and their copies.
   explicit Texts(const Refhost::StringTables& stringTables) : tables(&stringTables) {}
 
-  // The text of "IDS_KILN_" and this name. What stands in the table as {1} and {2}, since a percent sign means something
-  // else there, comes out as %1 and %2 for QString::arg. Throws std::logic_error when no table has the text.
+  // The text of "IDS_KILN_" and this name. What stands in the table as {1} and {2}, since a percent sign means
+  // something else there, comes out as %1 and %2 for QString::arg. Throws std::logic_error when no table has the text.
   QString operator()(const char* name) const;
 
   // What the user reads for a text that may be a string-table reference.

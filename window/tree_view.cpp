@@ -75,7 +75,10 @@ bool holdsGroups(const WidgetNode& box) {
 }  // namespace
 
 TreeView::TreeView(WidgetNode& root, const Texts& uiTexts, const Refhost::ChromeFolders& chromeFolders, QWidget* parent)
-    : texts(uiTexts), chrome(chromeFolders), tree(&root), top(build(root, parent)) {
+    : texts(uiTexts),
+      chrome(chromeFolders),
+      tree(&root),
+      top(build(root, parent)) {
   relate(root);
 }
 
@@ -238,7 +241,7 @@ QWidget* TreeView::buildList(WidgetNode& node, QWidget* parent) {
         if (shown.contains(&node)) selector.choose(row);
       },
       Qt::QueuedConnection);
-  show(node, list, [this, &selector, list] {
+  show(node, list, [&selector, list] {
     const QSignalBlocker quiet(list);
     showItems(*list, selector.items());
     list->setCurrentRow(selector.selection());

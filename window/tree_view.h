@@ -22,7 +22,8 @@ class TreeView {
  public:
   // Builds the widgets of `root` and all below it as children of `parent`. The tree outlives the view, or the view is
   // told to forget it.
-  TreeView(Refhost::WidgetNode& root, const Texts& uiTexts, const Refhost::ChromeFolders& chromeFolders, QWidget* parent);
+  TreeView(Refhost::WidgetNode& root, const Texts& uiTexts, const Refhost::ChromeFolders& chromeFolders,
+           QWidget* parent);
   TreeView(const TreeView&) = delete;
   TreeView& operator=(const TreeView&) = delete;
 
@@ -54,7 +55,8 @@ class TreeView {
   QWidget* buildList(Refhost::WidgetNode& node, QWidget* parent);
   QWidget* buildCombo(Refhost::WidgetNode& node, QWidget* parent);
   void fill(QBoxLayout* layout, Refhost::WidgetNode& node, QWidget* parent, std::size_t first = 0);
-  void show(const Refhost::WidgetNode& node, QWidget* widget, std::function<void()> refresh = [] {});
+  void show(
+      const Refhost::WidgetNode& node, QWidget* widget, std::function<void()> refresh = [] {});
 
   // What relates widgets to each other: labels to what they lead to, groups to what they hold, rows to rows.
   void relate(Refhost::WidgetNode& root);

@@ -9,7 +9,8 @@
 
 namespace Effect {
 
-// Records by id. The map's order, by the ids' 16-bit units, is the order of ids everywhere: "1", "10", "2", "WM_1", "a".
+// Records by id. The map's order, by the ids' 16-bit units, is the order of ids everywhere: "1", "10", "2", "WM_1",
+// "a".
 using WatermarkRecords = std::map<std::u16string, Node, std::less<>>;
 
 struct ListOptions {

@@ -14,7 +14,7 @@ namespace Field {
 inline constexpr Name label = u"label";          // the text that is printed
 inline constexpr Name stylename = u"stylename";  // the name in the list
 inline constexpr Name fontname = u"fontname";
-inline constexpr Name fontsize = u"fontsize";    // points
+inline constexpr Name fontsize = u"fontsize";  // points
 inline constexpr Name fontstyle = u"fontstyle";
 inline constexpr Name colour = u"colour";        // "#" and six hexadecimal digits
 inline constexpr Name angle = u"angle";          // degrees, counter-clockwise

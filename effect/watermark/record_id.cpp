@@ -12,8 +12,8 @@ std::u16string recordId(std::uint32_t seconds, const IdDraws& draws) {
   const auto word = [&draws](std::size_t i) { return static_cast<unsigned>(draws[i] & 0xFFFF); };
   const auto byte = [&draws](std::size_t i) { return static_cast<unsigned>(draws[i] & 0xFF); };
   char text[64];
-  std::snprintf(text, sizeof text, "WM_%lX_%X_%X_%X%X_%X%X%X%X%X%X", static_cast<unsigned long>(seconds), word(0), word(1),
-                byte(2), byte(3), byte(4), byte(5), byte(6), byte(7), byte(8), byte(9));
+  std::snprintf(text, sizeof text, "WM_%lX_%X_%X_%X%X_%X%X%X%X%X%X", static_cast<unsigned long>(seconds), word(0),
+                word(1), byte(2), byte(3), byte(4), byte(5), byte(6), byte(7), byte(8), byte(9));
   return {text, std::find(text, std::end(text), '\0')};
 }
 

@@ -11,8 +11,8 @@ namespace Effect {
 // The random numbers in one id.
 using IdDraws = std::array<std::uint32_t, 10>;
 
-// WM_TIME_A_B_CD_EFGHIJ: the seconds, the low 16 bits of two draws, the low 8 bits of eight more; upper-case hexadecimal
-// digits without leading zeros, so that the length varies.
+// WM_TIME_A_B_CD_EFGHIJ: the seconds, the low 16 bits of two draws, the low 8 bits of eight more; upper-case
+// hexadecimal digits without leading zeros, so that the length varies.
 std::u16string recordId(std::uint32_t seconds, const IdDraws& draws);
 
 class RecordIds {

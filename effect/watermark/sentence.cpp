@@ -23,8 +23,8 @@ char32_t takeCharacter(std::string_view& utf8) {
   char32_t character = length <= 1 ? lead : lead & (0xFFU >> (length + 1));
   const std::string_view rest = utf8.substr(1, length == 0 ? 0 : length - 1);
   const bool isWhole = length != 0 && rest.size() == length - 1 && std::all_of(rest.begin(), rest.end(), [](char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
-  });
+                         return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
+                       });
   utf8.remove_prefix(isWhole ? length : 1);
   for (const char byte : rest) character = character << 6 | (static_cast<unsigned char>(byte) & 0x3FU);
   const bool isOverlong = (length == 3 && character < 0x800) || (length == 4 && character < 0x10000);
@@ -48,6 +48,10 @@ std::u16string wideText(std::string_view utf8) {
   return wide;
 }
 
-std::u16string sentenceOf(const Kiln::Exception& problem) { return wideText(problem.what()); }
+std::string sentenceOf(const Kiln::Exception& problem) {
+  std::string sentence = problem.what();
+  if (!sentence.ends_with('.')) sentence += '.';
+  return sentence;
+}
 
 }  // namespace Effect

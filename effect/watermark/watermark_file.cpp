@@ -7,12 +7,19 @@
 #include <vector>
 
 namespace Effect {
+namespace {
+
+// A record takes about two kilobytes of memory; nobody could pick one from a list of so many.
+constexpr std::int32_t mostRecords = 100'000;
+
+}  // namespace
 
 // The host's store of a file, which notes the bytes that pass.
 class SeenStore final : public Kiln::Services::FileBackingStoreIO {
  public:
   SeenStore(Kiln::Allocator& lentAllocator, Kiln::SmartPtr<Kiln::Services::FileBackingStoreIO> fileStore)
-      : allocator(lentAllocator), store(std::move(fileStore)) {}
+      : allocator(lentAllocator),
+        store(std::move(fileStore)) {}
 
   Kiln::SmartPtr<Kiln::Services::Path> path() override { return store->path(); }
   Kiln::String readAll() override {
@@ -40,7 +47,8 @@ class SeenStore final : public Kiln::Services::FileBackingStoreIO {
 };
 
 WatermarkFile::WatermarkFile(Kiln::Host& lender, Kiln::SmartPtr<Kiln::Services::Path> filePath)
-    : host(lender), path(std::move(filePath)) {
+    : host(lender),
+      path(std::move(filePath)) {
   store = Kiln::SmartPtr<SeenStore>(new (host.allocator()) SeenStore(host.allocator(), host.file(path)));
   if (!store) throw std::bad_alloc();
 }
@@ -53,12 +61,19 @@ void WatermarkFile::refuseIfBlocked() const {
 
 Node WatermarkFile::read() {
   refuseIfBlocked();
-  return path->exists() ? host.documents()->read(store) : Node();
+  return path->exists() ? readDocument() : Node();
 }
 
 Node WatermarkFile::readIfChanged() {
   refuseIfBlocked();
-  return path->exists() && !store->isAsSeen() ? host.documents()->read(store) : Node();
+  return path->exists() && !store->isAsSeen() ? readDocument() : Node();
+}
+
+Node WatermarkFile::readDocument() {
+  const Node root = host.documents()->read(store);
+  if (root->childCount() > mostRecords)
+    throw Kiln::Exception(host.allocator(), "A watermark file holds more than 100000 records.");
+  return root;
 }
 
 void WatermarkFile::write(const Node& root) {

@@ -22,7 +22,8 @@ class WatermarkFile {
   WatermarkFile& operator=(const WatermarkFile&) = delete;
   ~WatermarkFile();
 
-  // The root of the records; empty when there is no file. Throws Exception when it cannot be read to its end.
+  // The root of the records; empty when there is no file. Throws Exception when it cannot be read to its end, or holds
+  // far more than anybody has.
   Node read();
 
   // The same when the file is there and is not as it was last read or written here; else empty. Throws as read.
@@ -32,8 +33,8 @@ class WatermarkFile {
   void write(const Node& root);
   void copyFrom(Name resource);
 
-  // Copies a file that cannot be read beside itself, under the first name ZVeffect.damaged-N.xml that is free or holds the
-  // same bytes already; gives the copy's path. Throws Exception.
+  // Copies a file that cannot be read beside itself, under the first name ZVeffect.damaged-N.xml that is free or holds
+  // the same bytes already; gives the copy's path. Throws Exception.
   Kiln::SmartPtr<Kiln::Services::Path> setAside();
 
   // From now on the file is neither read nor written: whoever tries gets an Exception with this sentence.
@@ -41,6 +42,7 @@ class WatermarkFile {
   void refuseIfBlocked() const;
 
  private:
+  Node readDocument();
   bool holdsTheSame(Kiln::Services::Path& other) const;
 
   Kiln::Host& host;

@@ -34,7 +34,8 @@ void nameByLabel(Kiln::Dom::INode& record) {
 }  // namespace
 
 Watermarks::Watermarks(Kiln::Host& lender, const Kiln::PropertyManager& properties, bool isMergedAlready)
-    : host(lender), merged(isMergedAlready) {
+    : host(lender),
+      merged(isMergedAlready) {
   const auto settings = properties->configuration();
   marksDownloaded = settingFlag(*settings, Setting::userDataSupport);
   hidesBuiltIn = (leadingInteger(settingText(*settings, Setting::defaultUserDataHide)) & hideBuiltInBit) != 0;
@@ -104,7 +105,7 @@ bool Watermarks::addAll(Kiln::Dom::INode& root, const Text& path) {
     // Of two records with one id the second gets another, so that both stay.
     if (const Kiln::WString id = fieldText(*record, Field::value); !id.empty() && !idsInFile.insert(id.str()).second)
       record->removeChild(Field::value);
-    add(*record, isLocalData(path));
+    add(record, isLocalData(path));
   }
   return !found.empty();
 }
@@ -117,37 +118,38 @@ void Watermarks::prepare(Kiln::Dom::INode& record, const Text& path) const {
   if (const Node defaults = record.child(Field::defaultSetting)) nameByLabel(*defaults);
 }
 
-std::u16string Watermarks::addRecord(const Node& record) { return add(*record, false); }
+std::u16string Watermarks::addRecord(const Node& record) { return add(record->clone(), false); }
 
-std::u16string Watermarks::add(Kiln::Dom::INode& given, bool isFromLocalData) {
-  const Text name = fieldText(given, Field::stylename).str();
+// Keeps the node.
+std::u16string Watermarks::add(const Node& record, bool isFromLocalData) {
+  const Text name = fieldText(*record, Field::stylename).str();
   if (!isUsableName(name)) return {};
-  Text id = fieldText(given, Field::value).str();
+  Text id = fieldText(*record, Field::value).str();
   if (const Text same = findIdByName(name); !same.empty())
     id = same;
   else if (id.empty() || id == noneId)
     id = unusedId();
   if (isFromLocalData && marksDownloaded) id += downloadedEnding;
-  change(id, completed(given, id, isFromLocalData));
+  complete(*record, id, isFromLocalData);
+  change(id, record);
   save();
   return id;
 }
 
-Node Watermarks::completed(Kiln::Dom::INode& given, const Text& id, bool isFromLocalData) const {
-  Node record = given.clone();
-  if (fieldText(*record, Field::fontname).empty()) setField(*record, Field::fontname, defaultFace(host));
-  setField(*record, Field::value, id);
-  setField(*record, Field::downloaded, isFromLocalData && marksDownloaded ? Value::yes : Value::no);
+// Gives the record what every record of the store has.
+void Watermarks::complete(Kiln::Dom::INode& record, const Text& id, bool isFromLocalData) const {
+  const Kiln::WString source = fieldText(record, Field::sourceFile);
+  const Kiln::WString idInItsFile = fieldText(record, Field::value);
+  if (fieldText(record, Field::fontname).empty()) setField(record, Field::fontname, defaultFace(host));
+  setField(record, Field::value, id);
+  setField(record, Field::downloaded, isFromLocalData && marksDownloaded ? Value::yes : Value::no);
 
   // These come last, so that the merged copy has the same bytes whether or not the file was in the written form.
-  stripMemoryFields(*record);
-  const Kiln::WString source = fieldText(given, Field::sourceFile);
-  setField(*record, Field::sourceFile, source.empty() ? Kiln::WStringView(userPath) : source);
-  if (isFromLocalData) {
-    setField(*record, Field::origId, fieldText(given, Field::value));
-    setField(*record, Field::origName, fieldText(given, Field::stylename));
-  }
-  return record;
+  stripMemoryFields(record);
+  setField(record, Field::sourceFile, source.empty() ? Kiln::WStringView(userPath) : source);
+  if (!isFromLocalData) return;
+  setField(record, Field::origId, idInItsFile);
+  setField(record, Field::origName, fieldText(record, Field::stylename));
 }
 
 std::u16string Watermarks::unusedId() {

@@ -19,14 +19,15 @@
 
 class Watermarks final : public Kiln::RefCount {
  public:
-  // Reads all files, the user's first. What cannot be written meanwhile is told to the user; nothing is thrown for a file.
+  // Reads all files, the user's first. What cannot be written meanwhile is told to the user; nothing is thrown for a
+  // file.
   Watermarks(Kiln::Host& lender, const Kiln::PropertyManager& properties, bool isMergedAlready);
 
   // Every change is on disk when the operation returns. One that cannot be saved throws Kiln::Exception, and the store
   // is as it was before.
 
-  // Adds a copy of the record and gives its id; empty when its name cannot be a watermark's. A record that is named like
-  // one that was not downloaded takes that one's id and place.
+  // Adds a copy of the record and gives its id; empty when its name cannot be a watermark's. A record that is named
+  // like one that was not downloaded takes that one's id and place.
   std::u16string addRecord(const Effect::Node& record);
 
   // Makes the node, which the store keeps, the record of that id.
@@ -75,8 +76,8 @@ class Watermarks final : public Kiln::RefCount {
   void readLocalData();
   bool addAll(Kiln::Dom::INode& root, const Text& path);
   void prepare(Kiln::Dom::INode& record, const Text& path) const;
-  Text add(Kiln::Dom::INode& given, bool isLocalData);
-  Effect::Node completed(Kiln::Dom::INode& given, const Text& id, bool isLocalData) const;
+  Text add(const Effect::Node& record, bool isFromLocalData);
+  void complete(Kiln::Dom::INode& record, const Text& id, bool isFromLocalData) const;
   Text unusedId();
 
   // Changing.
@@ -115,6 +116,6 @@ class Watermarks final : public Kiln::RefCount {
   bool isOpening = true;  // failures to write are told, not thrown
   bool isHeld = true;     // a save only notes that it is due
   bool hasTold = false;
-  std::set<Text> due;     // paths of the files whose records have changed since they were last read or written
+  std::set<Text> due;  // paths of the files whose records have changed since they were last read or written
   std::map<Text, Effect::Node> before;  // the records that were changed since, as they were; empty for one that was not
 };

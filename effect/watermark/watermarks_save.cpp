@@ -48,8 +48,8 @@ void Watermarks::writeDue() {
   }
 }
 
-// Somebody else may have written the file since it was last read or written here. A record that was changed here meanwhile
-// is ours; of all others the file is right: it may have new ones, other ones, and it may lack some.
+// Somebody else may have written the file since it was last read or written here. A record that was changed here
+// meanwhile is ours; of all others the file is right: it may have new ones, other ones, and it may lack some.
 void Watermarks::takeUpOthersChanges(const Text& path) {
   WatermarkFile& file = fileAt(path);
   file.refuseIfBlocked();
@@ -72,7 +72,9 @@ void Watermarks::takeUp(Kiln::Dom::INode& root, const Text& path) {
     there.insert(id);
     const Node known = this->record(id);
     const bool isElsewhere = known && fieldText(*known, Field::sourceFile).view() != path;
-    if (!before.contains(id) && !isElsewhere) put(id, completed(*record, id, isLocalData(path)));
+    if (before.contains(id) || isElsewhere) continue;
+    complete(*record, id, isLocalData(path));
+    put(id, record);
   }
   if (there.empty()) return;  // a file without records tells of none that was removed
   const Groups all = groups();
@@ -82,7 +84,8 @@ void Watermarks::takeUp(Kiln::Dom::INode& root, const Text& path) {
     if (id != noneId && !there.contains(id) && !before.contains(id)) put(id, {});
 }
 
-// In a file that a store has written, a record's element is named by its id. Others may not yet tell that it was downloaded.
+// In a file that a store has written, a record's element is named by its id. Others may not yet tell that it was
+// downloaded.
 std::u16string Watermarks::idInFile(Kiln::Dom::INode& record, const Text& path) const {
   Text id = record.name().str();
   if (isLocalData(path) && marksDownloaded && !id.ends_with(downloadedEnding)) id += downloadedEnding;
@@ -101,14 +104,15 @@ std::vector<std::u16string> Watermarks::dueInOrder(const Groups& all) const {
   std::vector<Text> paths(due.begin(), due.end());
   std::stable_partition(paths.begin(), paths.end(), [&](const Text& path) {
     const auto group = all.find(path);
-    return before.empty() || (group != all.end() && std::any_of(group->second.begin(), group->second.end(),
-                                                                [this](const Text& id) { return before.contains(id); }));
+    return before.empty() ||
+           (group != all.end() && std::any_of(group->second.begin(), group->second.end(),
+                                              [this](const Text& id) { return before.contains(id); }));
   });
   return paths;
 }
 
-// The whole store as it is in memory, for whoever looks into the folder; it is never read here. A user's change does not
-// fail because this copy of it cannot be written.
+// The whole store as it is in memory, for whoever looks into the folder; it is never read here. A user's change does
+// not fail because this copy of it cannot be written.
 void Watermarks::writeMergedCopy(const Groups& all) {
   if (all.size() < 2 || !mergeFolder) return;
   const auto path = mergeFolder->join(watermarkFileName);
@@ -123,10 +127,10 @@ void Watermarks::writeMergedCopy(const Groups& all) {
 }
 
 // A file's records as it holds them, after the NoneRecord, which every file has.
-Node Watermarks::document(const std::vector<Text>& ids) const {
+Node Watermarks::document(const std::vector<Text>& recordIds) const {
   const Node root = host.documents()->createElement(rootName, {}, {});
   root->setChild(noneId, asWritten(*makeNoneRecord()));
-  for (const Text& id : ids)
+  for (const Text& id : recordIds)
     if (id != noneId) root->setChild(id, asWritten(*record(id)));
   return root;
 }
@@ -150,21 +154,21 @@ void Watermarks::attempt(const std::function<void()>& work) {
 // A damaged file of the user's is kept under another name. One that cannot be kept is not written over as long as this
 // store lives.
 void Watermarks::setAside(WatermarkFile& file, const Kiln::Exception& problem) {
+  std::u16string copy;
   try {
-    const auto copy = file.setAside();
-    host.tell(sentenceOf(problem) + u" What was in it is kept in " + copy->text().str() + u".");
+    copy = file.setAside()->text().str();
   } catch (const Kiln::Exception&) {
-    const std::string sentence = std::string(problem.what()) + " It is not written over: move it elsewhere, and open the "
-                                                               "preferences again.";
+    const std::string sentence =
+        sentenceOf(problem) + " It is not written over: move it elsewhere, and open the preferences again.";
     file.block(sentence);
     throw Kiln::Exception(host.allocator(), sentence);
   }
+  host.tell(wideText(sentenceOf(problem)) + u" What was in it is kept in " + copy + u".");
 }
 
 // One sentence is enough where a whole folder cannot be written.
 void Watermarks::tellOnce(const Kiln::Exception& problem) {
-  if (std::exchange(hasTold, true)) return;
-  host.tell(sentenceOf(problem));
+  if (!std::exchange(hasTold, true)) host.tell(wideText(sentenceOf(problem)));
 }
 
 WatermarkFile& Watermarks::fileAt(const Text& path) {

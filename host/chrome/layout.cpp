@@ -120,7 +120,11 @@ class Reader {
     const auto* kind = std::find_if(std::begin(elementKinds), std::end(elementKinds),
                                     [&element](const auto& entry) { return entry.element == element.name; });
     if (kind == std::end(elementKinds)) fail(element, "<" + element.name + "> is not known here.");
-    if (omitted.contains(textOf(element, "id"))) return;
+    if (omitted.contains(textOf(element, "id"))) {
+      const bool isBox = kind->kind == WidgetKind::box || kind->kind == WidgetKind::groupBox;
+      if (isBox) readChildren(tree, parent);
+      return;
+    }
     WidgetNode& widget = addKind(*kind, idOf(element), parent);
     initialise(widget, element, kind->labelAttribute);
     widget.setAttribute("element", toWide(element.name));

@@ -70,7 +70,9 @@ class Documents final : public Kiln::Services::Documents {
  public:
   Kiln::SmartPtr<Kiln::Dom::INode> createElement(Kiln::WStringView name, Kiln::WStringView prefix,
                                                  Kiln::WStringView nameSpace) override {
-    auto node = make<Node>(name.view());
+    // Plug-ins go on without an element when memory is out.
+    const Kiln::SmartPtr<Node> node(new (heap()) Node(name.view()));
+    if (!node) return {};
     node->prefix = prefix.view();
     node->nameSpace = nameSpace.view();
     return node;

@@ -111,7 +111,6 @@ bool PropertyModel::start(std::u16string_view name, std::u16string_view value) {
   ModelProperty* property = find(name);
   if (property == nullptr) return false;
   property->value = value;
-  applyRules();
   return true;
 }
 
@@ -153,13 +152,14 @@ void PropertyModel::submit(const TracePairs& pairs) {
 void PropertyModel::setAvailable(std::u16string_view name, std::u16string_view option, bool available) {
   ModelProperty& property = demand(name);
   std::u16string value(option);
-  if (property.isAvailable(value) == available) return;
+  const bool before = property.isAvailable(value);
   if (available) {
     property.forbidden.erase(value);
     property.ruledOut.erase(value);
   } else {
     property.forbidden.insert(value);
   }
+  if (property.isAvailable(value) == before) return;
   fire({{{&property, value, property.enablesFired[value]}}, {}});
 }
 

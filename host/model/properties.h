@@ -38,8 +38,10 @@ class PropertyModel final : public Kiln::ModelRoot {
   // The value; empty optional for a name that the model does not have.
   std::optional<std::u16string> value(std::u16string_view name) const;
 
-  // Sets what the property has when the run opens: neither rules nor signals. False for an unknown name.
+  // Sets what the property has when the run opens; no signals, and the rules wait for `started`. False for an unknown
+  // name.
   bool start(std::u16string_view name, std::u16string_view value);
+  void started() { applyRules(); }
 
   // Whether the option can be chosen now. True for any value of a property whose text is free; false for an unknown
   // property or option.

@@ -12,8 +12,7 @@ Scope::Scope(const Node& element, const Scope* around)
 
 const std::u16string* Scope::nameSpaceOf(std::u16string_view prefix) const {
   for (const Scope* scope = declaring; scope != nullptr; scope = scope->outer)
-    if (const auto found = scope->declared.find(prefix); found != scope->declared.end())
-      return found->second->empty() ? nullptr : found->second;
+    if (const auto found = scope->declared.find(prefix); found != scope->declared.end()) return found->second;
   return nullptr;
 }
 

@@ -36,7 +36,7 @@ class Scope {
   Scope(const Scope&) = delete;
   Scope& operator=(const Scope&) = delete;
 
-  // The namespace of a prefix (of the default namespace, for an empty one); null when it has none.
+  // The namespace of a prefix; null for one that is not declared.
   const std::u16string* nameSpaceOf(std::u16string_view prefix) const;
 
   // The name that a text such as "psk:Text" stands for. Nothing for a text without a prefix, or with one that is not

@@ -102,8 +102,9 @@ void ComboBox::show(std::u16string_view value, bool operable) {
 }
 
 void ComboBox::choose(std::int32_t index) {
+  const auto before = selectedItem();
   SelectorImpl::choose(index);
-  if (chosen && selectedItem()) chosen(selectedItem()->value().str());
+  if (chosen && selectedItem() && selectedItem() != before) chosen(selectedItem()->value().str());
 }
 
 }  // namespace Refhost

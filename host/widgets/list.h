@@ -84,7 +84,9 @@ class SelectorImpl : public WidgetImpl<Interface>, public SelectorNode {
   std::int32_t selectedIndex() override;
   void select(std::int32_t index) override;
   bool selectValue(Kiln::WStringView value) override;
-  Kiln::SmartPtr<Kiln::XUL::ListItem> selectedItem() override { return selected; }
+  Kiln::SmartPtr<Kiln::XUL::ListItem> selectedItem() override {
+    return selectedIndex() < 0 ? Kiln::SmartPtr<Kiln::XUL::ListItem>() : selected;
+  }
   Kiln::SmartPtr<Kiln::Signal<Kiln::XUL::EventArg<Interface>>> changeSignal() override { return changes; }
 
   Kiln::XUL::ListData& items() override { return *list; }

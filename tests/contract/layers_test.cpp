@@ -44,10 +44,10 @@ void forEachInclude(const std::string& layer, const Visit& visit) {
 TEST(Layers, IncludeOnlyWhatTheyMay) {
   std::size_t includes = 0;
   for (const auto& [layer, others] : allowed) {
-    forEachInclude(layer, [&, &layer = layer, &others = others](const auto& file, const std::string& included) {
+    forEachInclude(layer, [&, &own = layer, &may = others](const auto& file, const std::string& included) {
       ++includes;
       const std::string target = included.substr(0, included.find('/'));
-      EXPECT_TRUE(target == layer || others.contains(target)) << file << " includes " << included;
+      EXPECT_TRUE(target == own || may.contains(target)) << file << " includes " << included;
       EXPECT_TRUE(std::filesystem::exists(source / included)) << file << " includes " << included
                                                               << ", which is not named from the root";
     });

@@ -33,6 +33,7 @@ TEST_F(CreatePlugin, MakesThePluginNamedEffect) {
   const auto plugin = create("effect");
   ASSERT_TRUE(plugin);
   EXPECT_EQ(plugin->references(), 1);
+  EXPECT_EQ(library->references(), 2) << "the plug-in holds one reference, and createPlugin has given its own back";
   EXPECT_EQ(plugin->propertyManager(), Kiln::PropertyManager(manager));
 }
 

@@ -137,6 +137,14 @@ TEST(OnGUIReady, LinesUpTheLeftBox) {
   EXPECT_TRUE(world.widget<Refhost::Container>(u"effect_common_leftbox").sharesColumns());
 }
 
+TEST(OnGUIReady, LeavesTheContentsOfTheLeftBoxWithoutTheBox) {
+  auto options = builtOptions();
+  options.withoutWidgets = {u"effect_common_leftbox"};
+  World world(options);
+  world.box(u"ePTKWPageWatermark_PrintFirstPageOnly").click();
+  EXPECT_EQ(world.value(u"FirstPageOnly"), u"True");
+}
+
 TEST(OnGUIReady, DisablesTheSecurityPatternsInPDCAlone) {
   for (const Mode mode : {Mode::docProp, Mode::pdc}) {
     World world(inMode(mode));

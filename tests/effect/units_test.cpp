@@ -69,7 +69,8 @@ TEST_F(ListOrder, GoesByTheTextThatIsShown) {
 }
 
 TEST_F(ListOrder, LowersLatinGreekAndCyrillicCapitals) {
-  EXPECT_EQ(ordered({u"ÄB", u"äA", u"Ωb", u"ωA", u"Жб", u"жА", u"Šb", u"šA"}, 0), u"äA|ÄB|šA|Šb|ωA|Ωb|жА|Жб|");
+  EXPECT_EQ(ordered({u"ÄB", u"äA", u"Ωb", u"ωA", u"Жб", u"жА", u"Šb", u"šA", u"Șb", u"șA", u"Ạb", u"ạA"}, 0),
+            u"äA|ÄB|šA|Šb|șA|Șb|ωA|Ωb|жА|Жб|ạA|Ạb|");
   EXPECT_EQ(Effect::lowerCase(u'×'), u'×');
   EXPECT_EQ(Effect::lowerCase(u'日'), u'日');
 }

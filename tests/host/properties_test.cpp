@@ -154,6 +154,14 @@ TEST(PropertyModel, ForbiddingByHandFiresOnceAndLeavesTheValue) {
   EXPECT_TRUE(model.properties->allows(u"Duplex", u"On"));
 }
 
+TEST(PropertyModel, ForbiddingByHandOutlastsARuleThatForbidsTheSame) {
+  Model model;
+  model.properties->submit({{u"Paper", u"A3"}});
+  model.properties->setAvailable(u"Duplex", u"On", false);
+  model.properties->submit({{u"Paper", u"A4"}});
+  EXPECT_FALSE(model.properties->allows(u"Duplex", u"On"));
+}
+
 TEST(PropertyModel, PrintsTheDefaultForWhatCannotBeChosen) {
   Model model;
   model.properties->submit({{u"Duplex", u"On"}});
@@ -165,10 +173,20 @@ TEST(PropertyModel, PrintsTheDefaultForWhatCannotBeChosen) {
 TEST(PropertyModel, AnnouncesPropertyByPropertyWhatIsUnavailableThenTheValue) {
   Model model;
   model.properties->start(u"Paper", u"A3");
+  model.properties->started();
   EXPECT_TRUE(model.take().empty());
   model.properties->announce();
   EXPECT_EQ(model.take(),
             (Lines{"Paper=A3", "Duplex:On false", "Duplex=Off", "Staple:On false", "Staple=Off", "Text="}));
+}
+
+TEST(PropertyModel, StartsInOneStepWhateverTheOrderOfTheValues) {
+  Model model;
+  model.properties->submit({{u"Paper", u"A3"}});
+  model.properties->start(u"Duplex", u"On");
+  model.properties->start(u"Paper", u"A4");
+  model.properties->started();
+  EXPECT_EQ(model.properties->value(u"Duplex"), u"On");
 }
 
 TEST(PropertyModel, TellsOfAChangeAfterTheOutermostTransition) {

@@ -1,0 +1,232 @@
+// Adding, editing and deleting watermarks by the tab's buttons.
+#include "store_world.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using Refhost::toNarrow;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+using Testing::transitions;
+using Testing::World;
+
+constexpr const char* editorLayout = R"(<?xml version="1.0" encoding="UTF-8"?>
+<dialog xmlns="http://www.mozilla.org/keymaster/gatekeeper/there.is.only.xul" id="dlg_watermark">
+  <label id="mode"/>
+  <menulist id="label"/>
+  <menulist id="stylename"/>
+  <menulist id="angle"/>
+</dialog>)";
+
+constexpr const char* threeRecords = R"(<Watermarks>
+  <WM_1><label>one</label><value>WM_1</value></WM_1>
+  <WM_2><label>two</label><value>WM_2</value><angle>10</angle></WM_2>
+  <WM_3><label>three</label><value>WM_3</value></WM_3>
+</Watermarks>)";
+
+// The tab of a plug-in whose editor the test operates.
+class Changes : public testing::Test {
+ protected:
+  Changes() {
+    std::filesystem::create_directories(folder.path / "home" / "user");
+    Testing::copyResources(folder.path / "resources");
+    Testing::writeFile(folder.path / "resources" / "effect" / "content" / "dlg_watermark.xul", editorLayout);
+    putUserFile(threeRecords);
+  }
+
+  void putUserFile(const std::string& bytes) { Testing::writeFile(userFile(), bytes); }
+  std::filesystem::path userFile() const { return folder.path / "home" / "user" / "ZVeffect.xml"; }
+
+  void open() {
+    Refhost::Options options;
+    options.plugin = SCRIPTED_PLUGIN;
+    options.resources = folder.path / "resources";
+    options.home = folder.path / "home";
+    world = std::make_unique<World>(options);
+    world->take();
+  }
+
+  using Edits = std::vector<std::pair<std::u16string, std::u16string>>;
+
+  // What the user does in the next dialog.
+  void willAccept(const Edits& edits) {
+    world->face.onModal = [this, edits](Refhost::Dialog& dialog) {
+      if (auto* mode = dynamic_cast<Refhost::Label*>(dialog.layout().find(u"mode")))
+        editorMode = toNarrow(mode->label());
+      for (const auto& [field, text] : edits) {
+        auto& list = dynamic_cast<Refhost::ComboBox&>(*dialog.layout().find(field));
+        list.items().append(text, text);
+        list.choose(list.items().count() - 1);
+      }
+      dialog.accept();
+    };
+  }
+  void willName(const std::u16string& name) { willAccept({{u"label", name}, {u"stylename", name}}); }
+  void willCancel() {
+    world->face.onModal = [](Refhost::Dialog& dialog) { dialog.cancel(); };
+  }
+
+  void click(std::u16string_view id) { world->widget<Refhost::Button>(id).click(); }
+  Refhost::ListBox& list() { return world->widget<Refhost::ListBox>(u"lst_selectedWatermark"); }
+  std::string selected() { return toNarrow(list().selectedItem()->value().view()); }
+  bool isEnabled(std::u16string_view id) { return world->preferences.gui()->find(id)->isEnabled(); }
+
+  std::vector<std::string> names() {
+    std::vector<std::string> found;
+    for (std::int32_t i = 0; i < list().items().count(); ++i)
+      found.push_back(toNarrow(list().items().at(i)->text().view()));
+    return found;
+  }
+
+  // What another store finds on the disk.
+  std::vector<std::string> namesOnDisk() {
+    StoreWorld other(folder.path / "home");
+    std::vector<std::string> found;
+    for (const auto& [id, name] : other.namesIn(userFile())) found.push_back(name);
+    return found;
+  }
+
+  Testing::TemporaryFolder folder;
+  std::unique_ptr<World> world;
+  std::string editorMode;
+};
+
+TEST_F(Changes, AddingPutsTheRecordIntoStoreListAndSelection) {
+  open();
+  willName(u"another");
+  click(u"btn_WMAdd");
+  EXPECT_EQ(editorMode, "new");
+  EXPECT_THAT(names(), ElementsAre("None", "another", "one", "three", "two"));
+  EXPECT_TRUE(selected().starts_with("WM_"));
+  EXPECT_THAT(transitions(world->take()), ElementsAre("WatermarkSel=" + selected() + ",Watermark=Watermark"));
+  EXPECT_EQ(toNarrow(world->value(u"WatermarkText")), "another");
+  EXPECT_THAT(namesOnDisk(), testing::Contains("another"));
+}
+
+TEST_F(Changes, AddingANameThatIsThereReplacesItsItem) {
+  open();
+  willName(u"two");
+  click(u"btn_WMAdd");
+  EXPECT_THAT(names(), ElementsAre("None", "one", "three", "two"));
+  EXPECT_NE(selected(), "WM_2");
+  EXPECT_THAT(namesOnDisk(), SizeIs(4));
+}
+
+TEST_F(Changes, ReplacingIsOneWrite) {
+  open();
+  willName(u"two");
+  click(u"btn_WMAdd");
+  const auto events = world->take();
+  EXPECT_EQ(std::count_if(events.begin(), events.end(), [](const auto& event) { return event.op == "write"; }), 1);
+}
+
+TEST_F(Changes, CancellingTheEditorChangesNothing) {
+  open();
+  world->preferences.set(u"WatermarkSel", u"WM_2");
+  const auto before = names();
+  const std::string bytes = bytesOf(userFile());
+  world->take();
+  for (const char16_t* button : {u"btn_WMAdd", u"btn_WMEdit"}) {
+    willCancel();
+    click(button);
+  }
+  EXPECT_EQ(names(), before);
+  EXPECT_EQ(bytesOf(userFile()), bytes);
+  EXPECT_THAT(transitions(world->take()), IsEmpty());
+}
+
+TEST_F(Changes, AddingWithoutANameChangesNothing) {
+  open();
+  world->take();
+  willName(u"$IDS_NONE;");
+  click(u"btn_WMAdd");
+  EXPECT_THAT(names(), SizeIs(4));
+  EXPECT_THAT(transitions(world->take()), IsEmpty());
+}
+
+TEST_F(Changes, EditingSelectsTheRecordAgainSoThatItsDetailsAreWritten) {
+  open();
+  world->preferences.set(u"WatermarkSel", u"WM_2");
+  world->take();
+  willAccept({{u"angle", u"20"}});
+  click(u"btn_WMEdit");
+  EXPECT_EQ(editorMode, "two");
+  EXPECT_THAT(transitions(world->take()), ElementsAre("WatermarkSel=WM_2,Watermark=Watermark"));
+  EXPECT_EQ(toNarrow(world->value(u"WatermarkTextAngle")), "340");
+  EXPECT_THAT(names(), ElementsAre("None", "one", "three", "two"));
+}
+
+TEST_F(Changes, RenamingMovesTheItemToItsPlace) {
+  open();
+  world->preferences.set(u"WatermarkSel", u"WM_2");
+  willAccept({{u"stylename", u"A"}});
+  click(u"btn_WMEdit");
+  EXPECT_THAT(names(), ElementsAre("None", "A", "one", "three"));
+  EXPECT_EQ(selected(), "WM_2");
+  EXPECT_THAT(namesOnDisk(), ElementsAre("$IDS_NONE;", "one", "A", "three"));
+}
+
+TEST_F(Changes, RenamingToANameThatIsThereReplacesTheOther) {
+  open();
+  world->preferences.set(u"WatermarkSel", u"WM_2");
+  willAccept({{u"stylename", u"one"}});
+  click(u"btn_WMEdit");
+  EXPECT_THAT(names(), ElementsAre("None", "one", "three"));
+  EXPECT_EQ(selected(), "WM_2");
+  EXPECT_THAT(namesOnDisk(), ElementsAre("$IDS_NONE;", "one", "three"));
+}
+
+TEST_F(Changes, DeletingAsksFirstThenSelectsNone) {
+  open();
+  world->preferences.set(u"WatermarkSel", u"WM_2");
+  world->take();
+  willCancel();
+  click(u"btn_WMDel");
+  EXPECT_THAT(names(), SizeIs(4));
+  willAccept({});
+  click(u"btn_WMDel");
+  EXPECT_THAT(names(), ElementsAre("None", "one", "three"));
+  EXPECT_EQ(selected(), "0");
+  EXPECT_THAT(transitions(world->take()), ElementsAre("WatermarkSel=0,Watermark=None", "Watermark=None"));
+  EXPECT_THAT(namesOnDisk(), ElementsAre("$IDS_NONE;", "one", "three"));
+}
+
+TEST_F(Changes, AddIsDisabledWhileTheStoreIsFull) {
+  std::string records;
+  for (int i = 0; i < 19; ++i) {
+    const std::string id = "WM_" + std::to_string(i);
+    records += element(id, {{"label", id}, {"value", id}});
+  }
+  putUserFile(watermarkFile(records));
+  open();
+  EXPECT_TRUE(isEnabled(u"btn_WMAdd"));
+  willName(u"the twentieth");
+  click(u"btn_WMAdd");
+  EXPECT_FALSE(isEnabled(u"btn_WMAdd"));
+  willAccept({});
+  click(u"btn_WMDel");
+  EXPECT_TRUE(isEnabled(u"btn_WMAdd"));
+}
+
+TEST_F(Changes, WhatCannotBeSavedIsToldAndChangesNothing) {
+  open();
+  world->preferences.set(u"WatermarkSel", u"WM_2");
+  std::filesystem::remove_all(folder.path / "home" / "user");
+  world->take();
+  const std::pair<const char16_t*, std::u16string> attempts[] = {
+      {u"btn_WMAdd", u"another"}, {u"btn_WMEdit", u"renamed"}, {u"btn_WMDel", u""}};
+  for (const auto& [button, name] : attempts) {
+    if (name.empty())
+      willAccept({});
+    else
+      willName(name);
+    click(button);
+    EXPECT_THAT(names(), ElementsAre("None", "one", "three", "two"));
+    EXPECT_EQ(toNarrow(world->value(u"WatermarkSel")), "WM_2");
+  }
+  EXPECT_THAT(world->face.failures, SizeIs(3));
+}
+
+}  // namespace

@@ -1,0 +1,263 @@
+// Files that nobody meant to be read, and disks that do not take what is written.
+#include "effect/watermark/numbers.h"
+#include "store_world.h"
+#include "tests/documents/failing_disk.h"
+
+#include <gmock/gmock.h>
+
+#include <chrono>
+
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
+
+namespace {
+
+using namespace Effect;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::SizeIs;
+using Names = StoreWorld::Names;
+
+std::filesystem::path damagedCopy(const Home& home, int number) {
+  return home.folder.path / "user" / ("ZVeffect.damaged-" + std::to_string(number) + ".xml");
+}
+
+std::string nested(int levels) {
+  std::string text;
+  for (int i = 0; i < levels; ++i) text += "<a>";
+  return text;
+}
+
+const std::vector<std::string> damagedFiles = {
+    "",
+    "no XML at all",
+    std::string(1000, '\0'),
+    "<Watermarks><WM_1><stylename>Mine</stylename></WM_1>",
+    "<Watermarks><WM_1>\x01</WM_1></Watermarks>",
+    "<Watermarks>\xFF\xFE</Watermarks>",
+    nested(100000),
+    "<!DOCTYPE w [<!ENTITY a \"ha\"><!ENTITY b \"&a;&a;&a;&a;&a;&a;&a;&a;\"><!ENTITY c \"&b;&b;&b;&b;&b;&b;&b;&b;\">]>"
+    "<Watermarks><WM_1><stylename>&c;</stylename></WM_1></Watermarks>"};
+
+TEST_F(Store, SetsADamagedUsersFileAsideBeforeItSeedsANewOne) {
+  for (const std::string& damaged : damagedFiles) {
+    Home own;
+    own.putUserFile(damaged);
+    StoreWorld run(own.folder.path);
+    EXPECT_EQ(run.list(*run.open()).size(), 6U);
+    EXPECT_EQ(bytesOf(damagedCopy(own, 1)), damaged);
+    EXPECT_THAT(run.writes, ElementsAre("user/ZVeffect.damaged-1.xml", "user/ZVeffect.xml", "user/ZVeffect.xml"));
+    EXPECT_THAT(run.face.failures, ElementsAre(EndsWith("ZVeffect.damaged-1.xml.")));
+    EXPECT_THAT(run.face.failures, ElementsAre(HasSubstr(". What was in it")));
+  }
+}
+
+TEST_F(Store, SetsTheNextDamagedFileAsideUnderTheNextName) {
+  home.putUserFile("first");
+  world.open();
+  home.putUserFile("second");
+  world.open();
+  EXPECT_EQ(bytesOf(damagedCopy(home, 1)), "first");
+  EXPECT_EQ(bytesOf(damagedCopy(home, 2)), "second");
+  home.putUserFile("first");
+  world.open();
+  EXPECT_FALSE(std::filesystem::exists(damagedCopy(home, 3)));
+}
+
+TEST_F(Store, LeavesDamagedLocalDataAloneAndReadsTheRest) {
+  for (const std::string& damaged : damagedFiles) {
+    home.putLocalFile("a", damaged);
+    home.putLocalFile("b", oneRecord("WM_b", "from b"));
+    const auto store = world.open();
+    EXPECT_TRUE(store->hasName(u"from b"));
+    world.add(*store, u"Mine");
+    EXPECT_EQ(bytesOf(world.localFile("a")), damaged);
+  }
+  EXPECT_TRUE(world.face.failures.empty());
+}
+
+TEST_F(Store, IgnoresADamagedMarkerAndFilesThatAreNoFolders) {
+  home.putLocalFile("a", oneRecord("WM_a", "from a"));
+  Testing::writeFile(home.folder.path / "localdata" / "b", "a file");
+  EXPECT_TRUE(world.open()->hasName(u"from a"));
+}
+
+#ifndef _WIN32
+TEST_F(Store, FollowsNoLinkOutOfTheLocalData) {
+  const auto elsewhere = home.folder.path / "elsewhere";
+  std::filesystem::create_directories(elsewhere);
+  Testing::writeFile(elsewhere / "ZVeffect.xml", oneRecord("WM_e", "elsewhere"));
+  std::filesystem::create_directories(home.folder.path / "localdata" / "linked file");
+  std::filesystem::create_directory_symlink(elsewhere, home.folder.path / "localdata" / "linked folder");
+  std::filesystem::create_symlink(elsewhere / "ZVeffect.xml", world.localFile("linked file"));
+  const auto store = world.open();
+  store->removeRecord(u"WM_e");
+  world.add(*store, u"Mine");
+  EXPECT_EQ(bytesOf(elsewhere / "ZVeffect.xml"), oneRecord("WM_e", "elsewhere"));
+}
+
+TEST_F(Store, DoesNotWaitForAPipeThatIsNamedLikeItsFile) {
+  std::filesystem::create_directories(home.folder.path / "localdata" / "a");
+  for (const auto& file : {world.userFile(), world.localFile("a")}) ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+  EXPECT_THAT(world.list(*world.open()), ElementsAre("0=None"));
+  EXPECT_TRUE(std::filesystem::is_fifo(world.userFile()));
+  EXPECT_THAT(world.face.failures, SizeIs(1));
+}
+#endif
+
+TEST_F(Store, AUsersFileThatIsAFolderIsNeverWrittenOver) {
+  std::filesystem::create_directories(world.userFile() / "inside");
+  const auto store = world.open();
+  ASSERT_THAT(world.face.failures, SizeIs(1));
+  EXPECT_THAT(world.face.failures[0], HasSubstr("It is not written over"));
+  try {
+    world.add(*store, u"Mine");
+    FAIL() << "was written over";
+  } catch (const Kiln::Exception& problem) {
+    EXPECT_EQ(problem.what(), world.face.failures[0]);
+  }
+  EXPECT_FALSE(store->hasName(u"Mine"));
+  EXPECT_TRUE(std::filesystem::exists(world.userFile() / "inside"));
+}
+
+TEST_F(Store, AMissingUsersFolderIsTold) {
+  std::filesystem::remove(home.folder.path / "user");
+  home.putLocalFile("a", oneRecord("WM_a", "from a"));
+  const auto store = world.open();
+  EXPECT_THAT(world.list(*store), ElementsAre("0=None", "WM_a=from a"));
+  EXPECT_THAT(world.face.failures, ElementsAre(HasSubstr("ZVeffect.xml")));
+  EXPECT_THROW(world.add(*store, u"Mine"), Kiln::Exception);
+  EXPECT_FALSE(store->hasName(u"Mine"));
+}
+
+TEST_F(Store, AUsersFolderThatIsAFileIsTold) {
+  std::filesystem::remove(home.folder.path / "user");
+  Testing::writeFile(home.folder.path / "user", "a file");
+  EXPECT_THAT(world.list(*world.open()), ElementsAre("0=None"));
+  EXPECT_THAT(world.face.failures, SizeIs(1));
+  EXPECT_EQ(bytesOf(home.folder.path / "user"), "a file");
+}
+
+TEST_F(Store, WithoutAUsersFolderInTheSettingsWritesNowhere) {
+  world.manager->settings->remove(u"kilnworks.user.path");
+  const auto store = world.open();
+  EXPECT_THAT(world.face.failures, ElementsAre(HasSubstr("kilnworks.user.path")));
+  EXPECT_THROW(world.add(*store, u"Mine"), Kiln::Exception);
+  EXPECT_TRUE(world.writes.empty());
+}
+
+// Every operation of the disk fails in turn; the one after it works again.
+TEST(AFailingDisk, WhileOpeningIsToldAndKeepsNothingFromOpening) {
+  for (int failing = 1;; ++failing) {
+    Home home;
+    home.putLocalFile("a", oneRecord("WM_a", "from a"));
+    FailingDisk disk(Refhost::realDisk());
+    disk.failing = failing;
+    StoreWorld world(home.folder.path, disk);
+    world.open();
+    if (disk.operations < failing) break;
+    if (world.face.failures.empty()) {
+      // Only a look at a file can fail without being told: then it counts as different, or as nobody's to mend.
+      EXPECT_TRUE(StoreWorld(home.folder.path).open()->hasName(u"from a"));
+    } else {
+      EXPECT_THAT(world.face.failures, SizeIs(1));
+      EXPECT_THAT(world.face.failures[0], HasSubstr("the disk is full"));
+    }
+    StoreWorld later(home.folder.path);
+    EXPECT_EQ(later.list(*later.open()).size(), 7U) << failing;
+    ASSERT_LT(failing, 200);
+  }
+}
+
+TEST(AFailingDisk, WhileChangingLeavesTheStoreAsItWas) {
+  for (int failing = 1;; ++failing) {
+    Home home;
+    FailingDisk disk(Refhost::realDisk());
+    StoreWorld world(home.folder.path, disk);
+    const auto store = world.open();
+    const auto before = world.list(*store);
+    const std::string bytes = bytesOf(world.userFile());
+    disk.operations = 0;
+    disk.failing = failing;
+    bool failed = false;
+    try {
+      store->changeTogether([&] {
+        store->removeRecord(u"1");
+        world.add(*store, u"Mine");
+        store->updateRecord(u"2", world.newRecord(*store, u"Two"));
+      });
+    } catch (const Kiln::Exception&) {
+      failed = true;
+    }
+    if (disk.operations < failing) break;
+    if (failed) {
+      EXPECT_EQ(world.list(*store), before) << failing;
+    }
+    // When only the very last step failed, the flush of the folder, the change is on the disk all the same.
+    if (failed && bytesOf(world.userFile()) == bytes) {
+      // What could not be saved is not saved later either.
+      world.add(*store, u"Later");
+      const Names names = world.namesIn(world.userFile());
+      EXPECT_EQ(names.at("1"), "$IDS_WM_CONFIDENTIAL;") << failing;
+      EXPECT_EQ(names.at("2"), "$IDS_WM_DRAFT;");
+      EXPECT_EQ(names.size(), 7U);
+    }
+    ASSERT_LT(failing, 100);
+  }
+}
+
+TEST_F(Store, AMergedCopyThatCannotBeWrittenDoesNotKeepAUserFromSaving) {
+  home.putLocalFile("a", oneRecord("WM_a", "from a"));
+  std::filesystem::create_directories(world.mergedCopy());
+  const auto store = world.open();
+  world.add(*store, u"Mine");
+  world.add(*store, u"Another");
+  EXPECT_THAT(world.face.failures, SizeIs(1));
+  EXPECT_EQ(world.namesIn(world.userFile()).size(), 8U);
+}
+
+// A time in which nobody would call it hung, with room for a loaded machine.
+template <class Work>
+void expectPrompt(const Work& work) {
+  const auto start = std::chrono::steady_clock::now();
+  work();
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30));
+}
+
+TEST_F(Store, AMillionRecordsAreSetAsidePromptly) {
+  int copies = 0;
+  for (const char* record : {"<a/>", "<a><stylename>x</stylename></a>"}) {
+    std::string records;
+    for (int i = 0; i < 1'000'000; ++i) records += record;
+    const std::string bytes = watermarkFile(records);
+    home.putUserFile(bytes);
+    expectPrompt([&] { EXPECT_EQ(world.list(*world.open()).size(), 6U); });
+    EXPECT_EQ(bytesOf(damagedCopy(home, ++copies)), bytes);
+  }
+}
+
+TEST_F(Store, OneRecordOfAMillionFieldsIsReadPromptly) {
+  std::string fields;
+  for (int i = 0; i < 900'000; ++i) fields += "<a/>";
+  home.putUserFile(watermarkFile("<WM_1><label>Mine</label><value>WM_1</value>" + fields + "</WM_1>"));
+  expectPrompt([&] { EXPECT_TRUE(world.open()->hasName(u"Mine")); });
+}
+
+TEST_F(Store, AHundredThousandRecordsAreReadAndFoundPromptly) {
+  std::string elements;
+  for (int i = 0; i < 100'000; ++i) {
+    const std::string id = "WM_" + std::to_string(i);
+    elements += element(id, {{"stylename", "name " + id}, {"value", id}});
+  }
+  home.putUserFile(watermarkFile(elements));
+  expectPrompt([&] {
+    const auto store = world.open();
+    for (int i = 0; i < 100'000; ++i) ASSERT_TRUE(store->hasName(u"name WM_" + decimalText(i)));
+    EXPECT_EQ(world.list(*store).size(), 100'001U);
+    EXPECT_TRUE(store->isFull());
+  });
+}
+
+}  // namespace

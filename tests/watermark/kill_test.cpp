@@ -1,0 +1,143 @@
+// The process killed, and the power cut, at every step of opening, adding, editing and deleting.
+#include "cut_disk.h"
+#include "store_world.h"
+#include "tests/documents/model_disk.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <set>
+
+namespace {
+
+using namespace Effect;
+using testing::AnyOf;
+
+const std::string userFileBytes = watermarkFile(element("WM_1", {{"label", "one"}, {"value", "WM_1"}}) +
+                                                element("WM_2", {{"label", "two"}, {"value", "WM_2"}}));
+
+void rename(Watermarks& store, std::u16string_view id, std::u16string_view name) {
+  const Node edited = store.record(id)->clone();
+  setField(*edited, Field::stylename, name);
+  store.updateRecord(id, edited);
+}
+
+// One change, and the names of which one must be there whenever the process dies in it.
+struct Change {
+  const char* name;
+  void (*make)(Watermarks& store);
+  std::set<std::u16string> oneOf;
+};
+
+const Change changes[] = {
+    {"Opening", [](Watermarks&) {}, {u"two"}},
+    {"Adding", [](Watermarks& store) { StoreWorld::add(store, u"three"); }, {u"two"}},
+    {"Replacing",
+     [](Watermarks& store) {
+       store.changeTogether([&] {
+         store.removeRecord(store.findIdByName(u"two"));
+         StoreWorld::add(store, u"two");
+       });
+     },
+     {u"two"}},
+    {"Editing", [](Watermarks& store) { rename(store, u"WM_2", u"2"); }, {u"two", u"2"}},
+    {"Deleting", [](Watermarks& store) { store.removeRecord(u"WM_1"); }, {u"two"}},
+    {"Moving", [](Watermarks& store) { StoreWorld::add(store, u"from a"); }, {u"two"}},
+};
+
+class Kill : public testing::TestWithParam<Change> {};
+
+TEST_P(Kill, LeavesEveryRecordOfTheUsers) {
+  int points = 0;
+  for (int killedAt = 1;; ++killedAt) {
+    Home home;
+    home.putUserFile(userFileBytes);
+    home.putLocalFile("a", oneRecord("WM_a", "from a"));
+    CutDisk disk;
+    disk.killedAt = killedAt;
+    bool isDead = false;
+    StoreWorld world(home.folder.path, disk);
+    try {
+      GetParam().make(*world.open());
+    } catch (const Killed&) {
+      isDead = true;
+    }
+    StoreWorld next(home.folder.path);
+    const auto store = next.open();
+    EXPECT_TRUE(next.face.failures.empty());
+    const bool isThere = std::any_of(GetParam().oneOf.begin(), GetParam().oneOf.end(),
+                                     [&](const std::u16string& name) { return store->hasName(name); });
+    EXPECT_TRUE(isThere) << killedAt;
+    EXPECT_TRUE(store->hasName(u"from a")) << killedAt;
+    if (!isDead) break;
+    ++points;
+  }
+  EXPECT_GT(points, 12);
+}
+
+TEST_P(Kill, LeavesEachFileWholeWhateverThePowerLossKeeps) {
+  const std::filesystem::path userFile = "/home/user/ZVeffect.xml";
+  ModelDisk disk;
+  disk.createFolder("/home/user");
+  disk.place(userFile, userFileBytes);
+  StoreWorld world("/home", disk);
+
+  std::set<std::string> left;
+  std::set<std::string> whole = {userFileBytes};
+  disk.look = [&](const std::set<ModelDisk::Files>& states) {
+    for (const auto& files : states) {
+      const auto found = files.find(userFile);
+      left.insert(found == files.end() ? std::string() : found->second);
+    }
+    whole.insert(disk.seen().at(userFile));
+  };
+  GetParam().make(*world.open());
+  whole.insert(disk.seen().at(userFile));
+  EXPECT_GE(left.size(), 2U);
+  EXPECT_TRUE(std::includes(whole.begin(), whole.end(), left.begin(), left.end()));
+}
+
+INSTANTIATE_TEST_SUITE_P(While, Kill, testing::ValuesIn(changes), [](const auto& each) { return each.param.name; });
+
+TEST(KillWhileSeeding, LeavesNoFileOrAWholeOne) {
+  for (int killedAt = 1;; ++killedAt) {
+    Home home;
+    CutDisk disk;
+    disk.killedAt = killedAt;
+    bool isDead = false;
+    StoreWorld world(home.folder.path, disk);
+    try {
+      world.open();
+    } catch (const Killed&) {
+      isDead = true;
+    }
+    StoreWorld next(home.folder.path);
+    EXPECT_EQ(next.list(*next.open()).size(), 6U) << killedAt;
+    EXPECT_TRUE(next.face.failures.empty()) << killedAt;
+    if (!isDead) break;
+  }
+}
+
+TEST(KillWhileSettingAside, LosesNothingOfTheDamagedFile) {
+  for (int killedAt = 1;; ++killedAt) {
+    Home home;
+    home.putUserFile("damaged");
+    CutDisk disk;
+    disk.killedAt = killedAt;
+    bool isDead = false;
+    StoreWorld world(home.folder.path, disk);
+    try {
+      world.open();
+    } catch (const Killed&) {
+      isDead = true;
+    }
+    const auto copy = home.folder.path / "user" / "ZVeffect.damaged-1.xml";
+    EXPECT_THAT("damaged", AnyOf(bytesOf(world.userFile()), bytesOf(copy))) << killedAt;
+    StoreWorld next(home.folder.path);
+    EXPECT_EQ(next.list(*next.open()).size(), 6U) << killedAt;
+    EXPECT_EQ(bytesOf(copy), "damaged") << killedAt;
+    if (!isDead) break;
+  }
+}
+
+}  // namespace

@@ -1,0 +1,140 @@
+// A watermark store in a home of a test's own, without a plug-in around it.
+#pragma once
+
+#include "effect/watermark/watermarks.h"
+#include "host/documents/disk.h"
+#include "host/model/description.h"
+#include "host/reference_host.h"
+#include "host/unicode.h"
+#include "host/widgets/list.h"
+#include "tests/support/world.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+inline std::string bytesOf(const std::filesystem::path& file) {
+  std::ifstream stream(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+using Fields = std::vector<std::pair<std::string, std::string>>;
+
+// A record's element; `element` is the id as XML can carry it ("_x0031_" for "1").
+inline std::string element(const std::string& element, const Fields& fields) {
+  std::string xml = "<" + element + ">";
+  for (const auto& [name, text] : fields) xml += "<" + name + ">" + text + "</" + name + ">";
+  return xml + "</" + element + ">";
+}
+
+// A watermark file's text.
+inline std::string watermarkFile(const std::string& elements) { return "<Watermarks>" + elements + "</Watermarks>"; }
+
+// A file with one record, whose id is its element's name.
+inline std::string oneRecord(const std::string& id, const std::string& name) {
+  return watermarkFile(element(id, {{"label", name}, {"value", id}}));
+}
+
+class StoreWorld {
+ public:
+  explicit StoreWorld(std::filesystem::path homeFolder, Refhost::Disk& disk = Refhost::realDisk(),
+                      std::string locale = "en-US")
+      : home(std::move(homeFolder)),
+        chrome(RESOURCES_FOLDER),
+        strings(chrome, std::move(locale)),
+        files{disk, trace, home},
+        manager(Refhost::make<Refhost::PropertyManager>(
+            Refhost::make<Refhost::PropertyModel>(
+                Refhost::readModel(std::filesystem::path(RESOURCES_FOLDER) / "models", "standard"), trace),
+            trace)),
+        host({face, trace, chrome, strings, files, *manager->model}) {
+    set(u"kilnworks.user.path", (home / "user").u16string());
+    set(u"kilnworks.user.localdata.path", (home / "localdata").u16string());
+    trace.listen([this](const Refhost::TraceEvent& event) {
+      if (event.op == "write") writes.push_back(Testing::member(event, "path"));
+    });
+  }
+
+  void set(std::u16string_view key, std::u16string_view value) { manager->settings->set(key, value); }
+
+  Kiln::SmartPtr<Watermarks> open(bool isMerged = false) { return Refhost::make<Watermarks>(host, manager, isMerged); }
+
+  std::filesystem::path userFile() const { return home / "user" / "ZVeffect.xml"; }
+  std::filesystem::path localFile(const std::string& folder) const {
+    return home / "localdata" / folder / "ZVeffect.xml";
+  }
+  std::filesystem::path mergedCopy() const { return home / "localdata" / "ZVeffect.xml"; }
+
+  // A record made from the NoneRecord, as the editor makes one.
+  static Effect::Node newRecord(Watermarks& store, std::u16string_view name) {
+    auto record = store.makeNoneRecord();
+    Effect::setField(*record, Effect::Field::label, name);
+    Effect::setField(*record, Effect::Field::stylename, name);
+    return record;
+  }
+
+  static std::u16string add(Watermarks& store, std::u16string_view name) {
+    return store.addRecord(newRecord(store, name));
+  }
+
+  // The list that the store fills: "ID=TEXT" of each item, with "*" behind a downloaded one.
+  std::vector<std::string> list(const Watermarks& store, bool withIcon = true) {
+    const auto items = host.listData();
+    store.fillList(*items, withIcon ? host.image(u"chrome://base/content/bitmaps/tips_UD_tb.bmp", u"global") : nullptr);
+    std::vector<std::string> lines;
+    for (std::int32_t i = 0; i < items->count(); ++i) {
+      const auto item = Kiln::smartCast<Refhost::ListItem>(items->at(i));
+      const bool isMarked = item->image() && item->colour() == u"#FF0000";
+      lines.push_back(Refhost::toNarrow(item->value().view()) + "=" + Refhost::toNarrow(item->text().view()) +
+                      (isMarked ? "*" : ""));
+    }
+    return lines;
+  }
+
+  // The records in a file: a field of each by id; none where there is no file.
+  using Names = std::map<std::string, std::string>;
+  Names namesIn(const std::filesystem::path& file, std::u16string_view field = Effect::Field::stylename) {
+    const auto path = host.path(file.u16string());
+    if (!path->exists()) return {};
+    Names names;
+    for (const auto& record : Effect::recordsOf(*host.documents()->read(host.file(path))))
+      names[Refhost::toNarrow(record->name().view())] = Refhost::toNarrow(Effect::fieldText(*record, field).view());
+    return names;
+  }
+
+  const std::filesystem::path home;
+  Testing::RecordingFace face;
+  Refhost::Trace trace;
+  Refhost::ChromeFolders chrome;
+  Refhost::StringTables strings;
+  Refhost::FileWorld files;
+  Kiln::SmartPtr<Refhost::PropertyManager> manager;
+  Refhost::ReferenceHost host;
+  std::vector<std::string> writes;  // the files written so far, relative to the home
+};
+
+// A home with the folder of a user who has never opened the tab.
+struct Home {
+  Home() { std::filesystem::create_directories(folder.path / "user"); }
+
+  void putUserFile(const std::string& bytes) const { Testing::writeFile(folder.path / "user" / "ZVeffect.xml", bytes); }
+  void putLocalFile(const std::string& name, const std::string& bytes) const {
+    std::filesystem::create_directories(folder.path / "localdata" / name);
+    Testing::writeFile(folder.path / "localdata" / name / "ZVeffect.xml", bytes);
+  }
+
+  Testing::TemporaryFolder folder;
+};
+
+// A store over a home on the disk.
+class Store : public testing::Test {
+ protected:
+  Home home;
+  StoreWorld world{home.folder.path};
+};

@@ -1,0 +1,369 @@
+// The watermark group of the tab: the list, what a selection writes, and what it follows.
+#include "tests/support/world.h"
+
+#include "host/unicode.h"
+#include "host/widgets/list.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using Refhost::toNarrow;
+using Testing::builtOptions;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Testing::transitions;
+using Testing::widgetOperations;
+using Testing::World;
+
+constexpr const char16_t* listId = u"lst_selectedWatermark";
+constexpr const char16_t* perPageId = u"ePTKWPageWatermark_PrintPerPage";
+
+const char* const oneOfAKind = R"(<Watermarks>
+  <WM_1><label>Mine</label><stylename>apple</stylename><value>WM_1</value><fontname>Face</fontname>
+    <fontsize>24</fontsize><fontstyle>BoldItalic</fontstyle><colour>#FF0000</colour><angle>45</angle>
+    <positionX>L</positionX><positionY>U</positionY><printStyle>Transparency</printStyle>
+    <transparency><intensity>30</intensity></transparency></WM_1>
+  <WM_2><label>Ours</label><stylename>Banana</stylename><value>WM_2</value><fontsize>x</fontsize>
+    <colour>#12</colour><angle>-90</angle><printStyle>Outline</printStyle>
+    <transparency><intensity>30</intensity></transparency></WM_2>
+  <WM_3><label>$IDS_WM_DRAFT;</label><stylename>Äpfel</stylename><value>WM_3</value></WM_3>
+</Watermarks>)";
+
+// A run on a home of its own.
+struct Tab {
+  explicit Tab(const std::string& userFile = oneOfAKind, Refhost::Options options = builtOptions()) {
+    std::filesystem::create_directories(home.path / "user");
+    if (!userFile.empty()) Testing::writeFile(home.path / "user" / "ZVeffect.xml", userFile);
+    options.home = home.path;
+    world = std::make_unique<World>(std::move(options));
+    world->take();
+  }
+
+  Refhost::ListBox& list() { return world->widget<Refhost::ListBox>(listId); }
+  Refhost::Button& button(std::u16string_view id) { return world->widget<Refhost::Button>(id); }
+  bool isEnabled(std::u16string_view id) { return world->preferences.gui()->find(id)->isEnabled(); }
+  std::string value(std::u16string_view property) { return toNarrow(world->value(property)); }
+  std::string selected() { return toNarrow(list().selectedItem()->value().view()); }
+
+  void choose(std::u16string_view id) {
+    for (std::int32_t i = 0; i < list().items().count(); ++i)
+      if (list().items().at(i)->value().view() == id) return list().choose(i);
+    FAIL() << "no such item";
+  }
+
+  std::vector<std::string> items() {
+    std::vector<std::string> lines;
+    for (std::int32_t i = 0; i < list().items().count(); ++i) {
+      const auto item = list().items().at(i);
+      lines.push_back(toNarrow(item->value().view()) + "=" + toNarrow(item->displayedText().view()));
+    }
+    return lines;
+  }
+
+  Testing::TemporaryFolder home;
+  std::unique_ptr<World> world;
+};
+
+// "NAME=VALUE" of each value written straight to a property.
+std::vector<std::string> written(const std::vector<Refhost::TraceEvent>& events) {
+  std::vector<std::string> lines;
+  for (const auto& event : events)
+    if (event.op == "set") lines.push_back(Testing::member(event, "property") + "=" + Testing::member(event, "value"));
+  return lines;
+}
+
+TEST(WatermarkList, IsInOrderOfTheNamesAfterNone) {
+  Tab tab;
+  EXPECT_THAT(tab.items(), ElementsAre("0=None", "WM_1=apple", "WM_2=Banana", "WM_3=Äpfel"));
+}
+
+TEST(WatermarkList, OfAnEmptyHomeHasTheBuiltInWatermarks) {
+  Tab tab("");
+  EXPECT_THAT(tab.items(),
+              ElementsAre("0=None", "1=Confidential", "3=Copy", "2=Draft", "5=For internal use", "4=Urgent"));
+  EXPECT_TRUE(std::filesystem::exists(tab.home.path / "user" / "ZVeffect.xml"));
+}
+
+TEST(WatermarkSetup, ConnectsListThenButtonsThenBoxes) {
+  World world;
+  auto all = Testing::connections(world.events);
+  std::erase_if(
+      all, [](const std::string& line) { return line.find("WM") == line.npos && line.find("Watermark") == line.npos; });
+  std::erase_if(all, [](const std::string& line) { return line.find("-change") != line.npos; });
+  EXPECT_THAT(all,
+              ElementsAre("change lst_selectedWatermark", "click btn_WMAdd", "click btn_WMEdit", "click btn_WMDel",
+                          "change ePTKWPageWatermark_PrintFirstPageOnly", "change ePTKWPageWatermark_PrintPerPage"));
+}
+
+TEST(WatermarkSelection, ByTheUserIsOneTransition) {
+  Tab tab;
+  tab.choose(u"WM_1");
+  EXPECT_THAT(transitions(tab.world->take()), ElementsAre("WatermarkSel=WM_1,Watermark=Watermark"));
+  tab.choose(u"0");
+  // The second one is what the selection of none sets off.
+  EXPECT_THAT(transitions(tab.world->take()), ElementsAre("WatermarkSel=0,Watermark=None", "Watermark=None"));
+}
+
+TEST(WatermarkSelection, WritesTheDetails) {
+  Tab tab;
+  tab.choose(u"WM_1");
+  EXPECT_THAT(written(tab.world->take()),
+              ElementsAre("WatermarkText=Mine", "WatermarkTextWidth=L", "WatermarkTextHeight=U",
+                          "WatermarkTextScale=True", "WatermarkLayering=Overlay", "WatermarkTextFontSize=24",
+                          "WatermarkTextAngle=315", "WatermarkTextStyle=BoldItalic", "WatermarkTextFont=Face",
+                          "WatermarkTextColour=#00FF0000", "WatermarkTextTransparency=30",
+                          "WatermarkTextOutline=False"));
+}
+
+TEST(WatermarkSelection, OfAnOutlineHasNoTransparency) {
+  Tab tab;
+  tab.choose(u"WM_2");
+  EXPECT_EQ(tab.value(u"WatermarkTextOutline"), "True");
+  EXPECT_EQ(tab.value(u"WatermarkTextTransparency"), "0");
+}
+
+TEST(WatermarkSelection, TakesWhatIsNoNumberForZeroAndWhatIsNoColourAsItIs) {
+  Tab tab;
+  tab.choose(u"WM_2");
+  EXPECT_EQ(tab.value(u"WatermarkTextFontSize"), "0");
+  EXPECT_EQ(tab.value(u"WatermarkTextAngle"), "450");
+  EXPECT_EQ(tab.value(u"WatermarkTextColour"), "#0012");
+  EXPECT_EQ(tab.value(u"WatermarkTextWidth"), "");
+}
+
+TEST(WatermarkSelection, TranslatesTheText) {
+  Tab tab;
+  tab.choose(u"WM_3");
+  EXPECT_EQ(tab.value(u"WatermarkText"), "Draft");
+}
+
+TEST(WatermarkSelection, OfTheFirstBuiltInOneGivesTwelveDetails) {
+  Tab tab("");
+  tab.choose(u"1");
+  EXPECT_THAT(written(tab.world->take()),
+              ElementsAre("WatermarkText=Confidential", "WatermarkTextWidth=C", "WatermarkTextHeight=C",
+                          "WatermarkTextScale=True", "WatermarkLayering=Overlay", "WatermarkTextFontSize=72",
+                          "WatermarkTextAngle=315", "WatermarkTextStyle=Bold", "WatermarkTextFont=Arial",
+                          "WatermarkTextColour=#00808080", "WatermarkTextTransparency=60",
+                          "WatermarkTextOutline=False"));
+}
+
+TEST(WatermarkSelection, OfNoneWritesNeutralDetailsAndAnEmptyText) {
+  Tab tab;
+  tab.choose(u"WM_1");
+  tab.world->take();
+  tab.world->preferences.set(u"WatermarkSel", u"0");
+  const auto events = tab.world->take();
+  EXPECT_THAT(written(events),
+              ElementsAre("WatermarkText=", "WatermarkTextWidth=C", "WatermarkTextHeight=C", "WatermarkTextScale=True",
+                          "WatermarkLayering=Overlay", "WatermarkTextFontSize=72", "WatermarkTextAngle=360",
+                          "WatermarkTextStyle=Regular", "WatermarkTextFont=Arial", "WatermarkTextColour=#00808080",
+                          "WatermarkTextTransparency=0", "WatermarkTextOutline=False"));
+  EXPECT_THAT(transitions(events), ElementsAre("Watermark=None"));
+  EXPECT_EQ(tab.value(u"Watermark"), "None");
+  EXPECT_EQ(tab.selected(), "0");
+}
+
+TEST(WatermarkSelection, EnablesEditDeleteAndPerPageExactlyForAWatermark) {
+  Tab tab;
+  for (const bool isAny : {true, false}) {
+    tab.world->preferences.set(u"WatermarkSel", isAny ? u"WM_2" : u"0");
+    for (const char16_t* id : {u"btn_WMEdit", u"btn_WMDel", perPageId}) EXPECT_EQ(tab.isEnabled(id), isAny);
+  }
+}
+
+TEST(WatermarkSelection, WithoutOneOfTheThreeEnablesNoneOfThem) {
+  for (const char16_t* missing : {u"btn_WMEdit", u"btn_WMDel", perPageId}) {
+    auto options = builtOptions();
+    options.withoutWidgets = {missing};
+    Tab tab(oneOfAKind, options);
+    tab.world->preferences.set(u"WatermarkSel", u"WM_1");
+    EXPECT_THAT(widgetOperations(tab.world->take()), ElementsAre("lst_selectedWatermark select WM_1"));
+  }
+}
+
+TEST(WatermarkSelection, OfAnUnknownIdIsNone) {
+  Tab tab;
+  tab.world->preferences.set(u"WatermarkSel", u"WM_gone");
+  EXPECT_EQ(tab.value(u"WatermarkText"), "");
+  EXPECT_EQ(tab.value(u"Watermark"), "None");
+  EXPECT_EQ(tab.selected(), "0");
+  EXPECT_THAT(tab.world->face.failures, IsEmpty());
+}
+
+// A record that was selected before data was marked as downloaded has another id since.
+TEST(WatermarkSelection, FindsTheDownloadedRecordOfThatIdWhereDownloadedDataIsOn) {
+  for (const bool isOn : {true, false}) {
+    Testing::TemporaryFolder home;
+    std::filesystem::create_directories(home.path / "localdata" / "a");
+    Testing::writeFile(home.path / "localdata" / "a" / "ZVeffect.xml",
+                       std::string("<Watermarks><x><label>Down</label><value>") + (isOn ? "WM_d" : "WM_d_G") +
+                           "</value></x></Watermarks>");
+    auto options = builtOptions();
+    options.home = home.path;
+    options.settings = {{u"kilnworks.tips.userdata.support", isOn ? u"True" : u"False"}};
+    options.properties = {{u"WatermarkSel", u"WM_d"}};
+    World world(options);
+    EXPECT_EQ(toNarrow(world.value(u"WatermarkText")), isOn ? "Down" : "");
+    const auto selected = world.widget<Refhost::ListBox>(listId).selectedItem();
+    EXPECT_EQ(toNarrow(selected->value().view()), isOn ? "WM_d_G" : "0");
+  }
+}
+
+TEST(WatermarkSelection, WhileLockedLeavesTheButtons) {
+  Tab tab;
+  tab.world->preferences.lock({u"Other", u"WatermarkSel"});
+  tab.world->preferences.set(u"WatermarkSel", u"WM_1");
+  EXPECT_THAT(widgetOperations(tab.world->take()), ElementsAre("lst_selectedWatermark select WM_1"));
+  EXPECT_EQ(tab.value(u"WatermarkText"), "Mine");
+}
+
+TEST(DisableWM, WithdrawsInOrderThenResetsInOneTransition) {
+  Tab tab;
+  tab.choose(u"WM_1");
+  tab.world->take();
+  tab.world->preferences.setAvailable(u"Watermark", u"Watermark", false);
+  const auto events = tab.world->take();
+  EXPECT_THAT(widgetOperations(events),
+              ElementsAre("lst_selectedWatermark select 0", "lst_selectedWatermark disable", "lbl_WM disable",
+                          "btn_WMAdd disable", "btn_WMEdit disable", "btn_WMDel disable",
+                          "lst_selectedWatermark select 0", "btn_WMEdit setEnabled false", "btn_WMDel setEnabled false",
+                          std::string(toNarrow(perPageId)) + " setEnabled false"));
+  EXPECT_THAT(transitions(events), ElementsAre("Watermark=None,WatermarkSel=0", "Watermark=None"));
+  EXPECT_EQ(tab.value(u"WatermarkSel"), "0");
+}
+
+TEST(DisableWM, OffersTheGroupAgain) {
+  Tab tab;
+  tab.world->preferences.setAvailable(u"Watermark", u"Watermark", false);
+  tab.world->take();
+  tab.world->preferences.setAvailable(u"Watermark", u"Watermark", true);
+  const auto events = tab.world->take();
+  const auto operations = widgetOperations(events);
+  EXPECT_THAT(std::vector(operations.begin(), operations.begin() + 4),
+              ElementsAre("lst_selectedWatermark enable", "lbl_WM enable", "btn_WMEdit disable", "btn_WMDel disable"));
+  EXPECT_EQ(operations.back(), "btn_WMAdd enable");
+  EXPECT_THAT(transitions(events), ElementsAre("Watermark=None,WatermarkSel=0", "Watermark=None"));
+}
+
+TEST(DisableWM, EnablesEditAndDeleteWhileAWatermarkIsSelected) {
+  Tab tab;
+  tab.choose(u"WM_1");
+  tab.world->take();
+  tab.world->preferences.setAvailable(u"Watermark", u"None", false);
+  // The group is off whichever option it is; a selection made meanwhile is offered with the rest.
+  tab.world->preferences.set(u"WatermarkSel", u"WM_1");
+  tab.world->take();
+  tab.world->preferences.setAvailable(u"Watermark", u"None", true);
+  const auto events = tab.world->take();
+  EXPECT_THAT(widgetOperations(events), ElementsAre("lst_selectedWatermark enable", "lbl_WM enable",
+                                                    "btn_WMEdit enable", "btn_WMDel enable", "btn_WMAdd enable"));
+  EXPECT_THAT(transitions(events), IsEmpty());
+}
+
+TEST(DisableWM, WhileLockedOnlyDisablesTheButtonsWhateverTheFlag) {
+  for (const bool available : {false, true}) {
+    Tab tab;
+    tab.choose(u"WM_1");
+    if (available) tab.world->preferences.setAvailable(u"Watermark", u"None", false);
+    tab.world->preferences.set(u"WatermarkSel", u"WM_1");
+    tab.world->preferences.lock({u"WatermarkSel"});
+    tab.world->take();
+    tab.world->preferences.setAvailable(u"Watermark", u"None", available);
+    const auto events = tab.world->take();
+    EXPECT_THAT(widgetOperations(events), ElementsAre("lst_selectedWatermark select WM_1", "btn_WMAdd disable",
+                                                      "btn_WMEdit disable", "btn_WMDel disable"));
+    EXPECT_THAT(transitions(events), IsEmpty());
+    EXPECT_EQ(tab.value(u"WatermarkSel"), "WM_1");
+  }
+}
+
+TEST(DisableWM, OfAFullStoreLeavesAddDisabled) {
+  std::string records;
+  for (int i = 0; i < 20; ++i) {
+    const std::string id = "WM_" + std::to_string(i);
+    records += "<" + id + "><label>" + id + "</label><value>" + id + "</value></" + id + ">";
+  }
+  Tab tab("<Watermarks>" + records + "</Watermarks>");
+  EXPECT_FALSE(tab.isEnabled(u"btn_WMAdd"));
+  tab.world->preferences.setAvailable(u"Watermark", u"Watermark", false);
+  tab.world->preferences.setAvailable(u"Watermark", u"Watermark", true);
+  EXPECT_FALSE(tab.isEnabled(u"btn_WMAdd"));
+}
+
+TEST(WatermarkTab, WorksWithoutAnyOfItsWidgets) {
+  auto options = builtOptions();
+  options.withoutWidgets = {
+      listId,    u"btn_WMAdd", u"btn_WMEdit", u"btn_WMDel", u"ePTKWPageWatermark_PrintFirstPageOnly",
+      perPageId, u"lbl_WM"};
+  Tab tab(oneOfAKind, options);
+  tab.world->preferences.set(u"WatermarkSel", u"WM_1");
+  EXPECT_EQ(tab.value(u"WatermarkText"), "Mine");
+  tab.world->preferences.setAvailable(u"Watermark", u"Watermark", false);
+  tab.world->preferences.setAvailable(u"Watermark", u"Watermark", true);
+  tab.world->preferences.lock({u"WatermarkSel"});
+  tab.world->preferences.setAvailable(u"Watermark", u"Watermark", false);
+  EXPECT_EQ(tab.value(u"WatermarkSel"), "0");
+  EXPECT_THAT(tab.world->face.failures, IsEmpty());
+}
+
+TEST(WatermarkTab, ShowsDownloadedRecordsRedWithAnIcon) {
+  auto options = builtOptions();
+  options.settings = {{u"kilnworks.tips.userdata.support", u"True"}};
+  Testing::TemporaryFolder home;
+  std::filesystem::create_directories(home.path / "localdata" / "a");
+  Testing::writeFile(home.path / "localdata" / "a" / "ZVeffect.xml",
+                     "<Watermarks><x><label>Zebra</label><value>WM_d</value></x></Watermarks>");
+  options.home = home.path;
+  World world(options);
+  auto& items = world.widget<Refhost::ListBox>(listId).items();
+  const auto item = Kiln::smartCast<Refhost::ListItem>(items.at(items.count() - 1));
+  EXPECT_EQ(item->value().view(), u"WM_d_G");
+  EXPECT_EQ(item->colour(), u"#FF0000");
+  EXPECT_TRUE(item->image());
+  EXPECT_TRUE(item->isMarked());
+  const auto own = Kiln::smartCast<Refhost::ListItem>(items.at(1));
+  EXPECT_EQ(own->colour(), u"");
+  EXPECT_FALSE(own->image());
+}
+
+TEST(WatermarkTab, OpensOnADamagedFileAndTellsWhereItIsKept) {
+  Tab tab("<Watermarks><WM_1>");
+  EXPECT_EQ(tab.items().size(), 6U);
+  ASSERT_EQ(tab.world->face.failures.size(), 1U);
+  EXPECT_NE(tab.world->face.failures[0].find("ZVeffect.damaged-1.xml"), std::string::npos);
+}
+
+Refhost::Options withoutATab(const std::filesystem::path& home, const char16_t* uiMode) {
+  auto options = builtOptions();
+  options.mode = Refhost::Mode::rootless;
+  options.home = home;
+  if (*uiMode != u'\0') options.settings = {{u"UIMode", std::u16string(uiMode)}};
+  return options;
+}
+
+TEST(WithoutATab, ASelectionFillsTheDetails) {
+  Testing::TemporaryFolder home;
+  World world(withoutATab(home.path, u""));
+  EXPECT_FALSE(std::filesystem::exists(home.path / "user" / "ZVeffect.xml"));
+  world.preferences.set(u"WatermarkSel", u"2");
+  EXPECT_EQ(toNarrow(world.value(u"WatermarkText")), "Draft");
+  world.preferences.set(u"WatermarkSel", u"0");
+  EXPECT_EQ(toNarrow(world.value(u"WatermarkText")), "");
+  EXPECT_EQ(toNarrow(world.value(u"Watermark")), "None");
+}
+
+TEST(WithoutATab, ReadsTheFilesAnewForEachSelectionAtPrintTimeOnly) {
+  for (const char16_t* uiMode : {u"PrePrint", u""}) {
+    Testing::TemporaryFolder home;
+    World world(withoutATab(home.path, uiMode));
+    world.preferences.set(u"WatermarkSel", u"2");
+    Testing::writeFile(home.path / "user" / "ZVeffect.xml",
+                       "<Watermarks><_x0032_><label>Changed</label><value>2</value></_x0032_></Watermarks>");
+    world.preferences.set(u"WatermarkSel", u"2");
+    EXPECT_EQ(toNarrow(world.value(u"WatermarkText")), *uiMode == u'\0' ? "Draft" : "Changed");
+  }
+}
+
+}  // namespace

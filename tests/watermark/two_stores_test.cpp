@@ -1,0 +1,119 @@
+// Two stores on one home, as two processes have them.
+#include "store_world.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using namespace Effect;
+using testing::HasSubstr;
+using Names = StoreWorld::Names;
+
+class TwoStores : public testing::Test {
+ protected:
+  TwoStores() {
+    home.putUserFile(watermarkFile(element("WM_1", {{"label", "one"}, {"value", "WM_1"}}) +
+                                   element("WM_2", {{"label", "two"}, {"value", "WM_2"}})));
+    ours = world.open();
+    theirs = other.open();
+  }
+
+  Names names() { return world.namesIn(world.userFile()); }
+
+  static void rename(Watermarks& store, std::u16string_view id, std::u16string_view name) {
+    const Node edited = store.record(id)->clone();
+    setField(*edited, Field::stylename, name);
+    store.updateRecord(id, edited);
+  }
+
+  Home home;
+  StoreWorld world{home.folder.path};
+  StoreWorld other{home.folder.path};
+  Kiln::SmartPtr<Watermarks> ours;
+  Kiln::SmartPtr<Watermarks> theirs;
+};
+
+TEST_F(TwoStores, WhatOneAddsIsNotLostThroughTheOther) {
+  const std::string first = Refhost::toNarrow(world.add(*ours, u"ours"));
+  const std::string second = Refhost::toNarrow(other.add(*theirs, u"theirs"));
+  EXPECT_EQ(names(),
+            (Names{{"0", "$IDS_NONE;"}, {"WM_1", "one"}, {"WM_2", "two"}, {first, "ours"}, {second, "theirs"}}));
+  world.add(*ours, u"more");
+  EXPECT_EQ(names().size(), 6U);
+}
+
+TEST_F(TwoStores, WhatOneRemovesStaysRemoved) {
+  ours->removeRecord(u"WM_1");
+  other.add(*theirs, u"theirs");
+  EXPECT_FALSE(names().contains("WM_1"));
+  EXPECT_FALSE(theirs->record(u"WM_1"));
+}
+
+TEST_F(TwoStores, WhatOneEditsStaysAsItIsThere) {
+  rename(*ours, u"WM_1", u"one by us");
+  rename(*theirs, u"WM_2", u"two by them");
+  EXPECT_EQ(names(), (Names{{"0", "$IDS_NONE;"}, {"WM_1", "one by us"}, {"WM_2", "two by them"}}));
+}
+
+TEST_F(TwoStores, OfARecordThatBothChangeTheLastChangeCounts) {
+  rename(*ours, u"WM_1", u"by us");
+  rename(*theirs, u"WM_1", u"by them");
+  EXPECT_EQ(names().at("WM_1"), "by them");
+}
+
+TEST_F(TwoStores, ARecordThatOneEditsAndTheOtherRemovesGoesByTheLast) {
+  ours->removeRecord(u"WM_1");
+  rename(*theirs, u"WM_1", u"by them");
+  EXPECT_EQ(names().at("WM_1"), "by them");
+
+  rename(*ours, u"WM_2", u"by us");
+  theirs->removeRecord(u"WM_2");
+  EXPECT_FALSE(names().contains("WM_2"));
+}
+
+TEST_F(TwoStores, AFileThatWasEmptiedOrDeletedMeanwhileIsWrittenWithWhatWeHave) {
+  home.putUserFile("<Watermarks/>");
+  world.add(*ours, u"ours");
+  EXPECT_EQ(names().size(), 4U);
+
+  std::filesystem::remove(world.userFile());
+  other.add(*theirs, u"theirs");
+  EXPECT_EQ(names().size(), 4U);
+}
+
+TEST_F(TwoStores, AFileThatWasDamagedMeanwhileIsSetAside) {
+  home.putUserFile("<Watermarks><WM_9>");
+  world.add(*ours, u"ours");
+  EXPECT_EQ(names().size(), 4U);
+  EXPECT_EQ(bytesOf(home.folder.path / "user" / "ZVeffect.damaged-1.xml"), "<Watermarks><WM_9>");
+  ASSERT_EQ(world.face.failures.size(), 1U);
+  EXPECT_THAT(world.face.failures[0], HasSubstr("ZVeffect.damaged-1.xml"));
+}
+
+TEST(TwoStoresOnLocalData, TakeUpWhatEachOtherAdds) {
+  Home home;
+  home.putLocalFile("a", watermarkFile(element("WM_1", {{"label", "one"}, {"value", "WM_1"}}) +
+                                       element("WM_2", {{"label", "two"}, {"value", "WM_2"}})));
+  StoreWorld world(home.folder.path);
+  world.set(u"kilnworks.tips.userdata.support", u"True");
+  const auto ours = world.open();
+  home.putLocalFile("a", watermarkFile(element("WM_1", {{"label", "one"}, {"value", "WM_1"}}) +
+                                       element("WM_2", {{"label", "two"}, {"value", "WM_2"}}) +
+                                       element("WM_3", {{"label", "three"}, {"value", "WM_3"}})));
+  ours->removeRecord(u"WM_1_G");
+  EXPECT_EQ(world.namesIn(world.localFile("a"), Field::value),
+            (Names{{"0", ""}, {"WM_2_G", "WM_2"}, {"WM_3_G", "WM_3"}}));
+}
+
+TEST(TwoStoresOnLocalData, ADamagedFileOfTheirsIsNotWrittenOver) {
+  Home home;
+  home.putLocalFile("a", oneRecord("WM_1", "one"));
+  StoreWorld world(home.folder.path);
+  const auto store = world.open();
+  home.putLocalFile("a", "damaged");
+  EXPECT_THROW(store->removeRecord(u"WM_1"), Kiln::Exception);
+  EXPECT_EQ(bytesOf(world.localFile("a")), "damaged");
+  EXPECT_TRUE(store->record(u"WM_1"));
+}
+
+}  // namespace

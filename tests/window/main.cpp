@@ -1,0 +1,39 @@
+// The tests of the window run on a screen that is only imagined. With "--show" the program is instead a caller of the
+// window's library, as `kiln show` is.
+#include "window/window.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+
+#include <dlfcn.h>
+
+#include <cstdlib>
+#include <string>
+
+namespace {
+
+// --show DOCUMENT PICTURE MODEL LOCALE
+int show(char** arguments) {
+  void* library = dlopen(WINDOW_LIBRARY, RTLD_NOW | RTLD_LOCAL);
+  if (library == nullptr) return EXIT_FAILURE;
+  Window::Request request;
+  request.preferences.plugin = PLUGIN_FILE;
+  request.preferences.resources = RESOURCES_FOLDER;
+  request.document = arguments[0];
+  request.screenshot = arguments[1];
+  request.preferences.model = arguments[2];
+  request.preferences.locale = arguments[3];
+  return reinterpret_cast<Window::Show>(dlsym(library, Window::showSymbol))(request);
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  if (count == 6 && std::string(arguments[1]) == "--show") return show(arguments + 2);
+  setenv("QT_QPA_PLATFORM", "offscreen", 1);
+  testing::InitGoogleTest(&count, arguments);
+  QApplication application(count, arguments);
+  QApplication::setEffectEnabled(Qt::UI_AnimateCombo, false);
+  return RUN_ALL_TESTS();
+}

@@ -1,0 +1,101 @@
+// A window for a test, over the built plug-in, and what a user does with it.
+#pragma once
+
+#include "host/unicode.h"
+#include "window/page_panel.h"
+#include "window/preferences_window.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QDeadlineTimer>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QTabWidget>
+#include <QTemporaryDir>
+
+#include <functional>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+namespace Testing {
+
+inline Refhost::Options builtOptions() {
+  Refhost::Options options;
+  options.plugin = PLUGIN_FILE;
+  options.resources = RESOURCES_FOLDER;
+  return options;
+}
+
+// Runs the event loop until `condition` holds; throws when that takes too long.
+inline void waitUntil(const std::function<bool()>& condition) {
+  const QDeadlineTimer deadline(20000);
+  while (!condition()) {
+    if (deadline.hasExpired()) throw std::runtime_error("waited in vain");
+    QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+}
+
+inline void press(QWidget& widget, Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+  QKeyEvent down(QEvent::KeyPress, key, modifiers);
+  QKeyEvent up(QEvent::KeyRelease, key, modifiers);
+  QCoreApplication::sendEvent(&widget, &down);
+  QCoreApplication::sendEvent(&widget, &up);
+}
+
+class OpenWindow {
+ public:
+  explicit OpenWindow(const std::function<void(Window::Request&)>& change = [](auto&) {}) {
+    Window::Request request;
+    request.preferences = builtOptions();
+    request.preferences.home = home.path().toStdU16String();
+    change(request);
+    window = std::make_unique<Window::PreferencesWindow>(request);
+    window->open();
+    window->show();
+    settle();
+  }
+
+  void settle() {
+    waitUntil([this] { return window->isSettled(); });
+    QCoreApplication::processEvents();
+  }
+
+  template <class Widget>
+  Widget& find(const char* name) {
+    auto* found = window->findChild<Widget*>(name);
+    if (found == nullptr) throw std::runtime_error(std::string("no such widget: ") + name);
+    return *found;
+  }
+
+  template <class Node>
+  Node& node(std::u16string_view id) {
+    return dynamic_cast<Node&>(*window->preferences().gui()->find(id));
+  }
+
+  void selectTab(const char* id) {
+    auto& tabs = find<QTabWidget>("tabs");
+    for (int i = 0; i < tabs.count(); ++i)
+      if (tabs.widget(i)->objectName() == id) tabs.setCurrentIndex(i);
+  }
+
+  // Chooses an entry of a menu by the data that it carries.
+  void choose(const char* menu, const QString& data) {
+    for (QAction* action : window->findChild<QMenu*>(menu)->actions())
+      if (action->data().toString() == data) action->trigger();
+    QCoreApplication::processEvents();
+    settle();
+  }
+
+  QImage page() { return window->findChild<Window::PagePanel*>()->picture().image; }
+
+  std::string value(std::u16string_view property) {
+    return Refhost::toNarrow(window->preferences().model().value(property).value());
+  }
+
+  QTemporaryDir home;
+  std::unique_ptr<Window::PreferencesWindow> window;
+};
+
+}  // namespace Testing

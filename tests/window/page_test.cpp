@@ -1,0 +1,111 @@
+// The page beside the tabs: it follows each click, and leads to the other pages.
+#include "tests/window/open_window.h"
+
+#include <gtest/gtest.h>
+
+#include <QLabel>
+#include <QPushButton>
+#include <QToolButton>
+
+#include <fstream>
+
+namespace Window {
+namespace {
+
+class PageTest : public testing::Test {
+ protected:
+  QString place() { return open.find<QLabel>("place").text(); }
+  QWidget& paper() { return open.find<QWidget>("page"); }
+
+  Testing::OpenWindow open;
+};
+
+// A mirrored drawing is not the drawing mirrored, to the last shade of an edge; their sum of differences is small.
+double difference(const QImage& one, const QImage& other) {
+  if (one.size() != other.size()) return 255;
+  double sum = 0;
+  for (int y = 0; y < one.height(); ++y)
+    for (int x = 0; x < one.width(); ++x) sum += std::abs(qGray(one.pixel(x, y)) - qGray(other.pixel(x, y)));
+  return sum / one.width() / one.height();
+}
+
+TEST_F(PageTest, IsMirroredByAClickAndComesBackByUndo) {
+  const QImage plain = open.page();
+  ASSERT_GT(plain.width(), 100);
+  open.find<QCheckBox>("ePTKWPageMirrorImage").click();
+  open.settle();
+  EXPECT_LT(difference(open.page(), plain.mirrored(true, false)), 3);
+  EXPECT_GT(difference(open.page(), plain), 3);
+  open.find<QPushButton>("UNDO").click();
+  open.settle();
+  EXPECT_EQ(open.page(), plain);
+}
+
+TEST_F(PageTest, ShowsWhatCannotBeChosenAsItPrints) {
+  open.find<QCheckBox>("ePTKWPageNegativeImage").click();
+  open.settle();
+  const QImage negative = open.page();
+  open.window->preferences().setAvailable(u"NegativeImage", u"Negative", false);
+  open.settle();
+  EXPECT_GT(difference(open.page(), negative), 100);
+}
+
+TEST_F(PageTest, FillsTheRoomInOneDirection) {
+  const QSize room = open.window->findChild<PaperView*>()->room();
+  const QSize page = open.page().size();
+  EXPECT_LE(page.width(), room.width() + 2);
+  EXPECT_LE(page.height(), room.height() + 2);
+  EXPECT_TRUE(page.width() >= room.width() - 2 || page.height() >= room.height() - 2);
+}
+
+TEST_F(PageTest, IsDrawnAnewWhenTheWindowGrows) {
+  const QSize before = open.page().size();
+  open.window->resize(open.window->size() + QSize(300, 300));
+  open.settle();
+  EXPECT_GT(open.page().height(), before.height());
+}
+
+TEST_F(PageTest, LeadsToTheOtherPages) {
+  EXPECT_EQ(place(), "Page 1 of 4");
+  EXPECT_FALSE(open.find<QToolButton>("previousPage").isEnabled());
+  open.find<QToolButton>("nextPage").click();
+  open.settle();
+  EXPECT_EQ(place(), "Page 2 of 4");
+  EXPECT_TRUE(open.find<QToolButton>("previousPage").isEnabled());
+}
+
+TEST_F(PageTest, IsTurnedByTheKeyboard) {
+  Testing::press(paper(), Qt::Key_End);
+  open.settle();
+  EXPECT_EQ(place(), "Page 4 of 4");
+  EXPECT_FALSE(open.find<QToolButton>("nextPage").isEnabled());
+  Testing::press(paper(), Qt::Key_PageDown);
+  Testing::press(paper(), Qt::Key_PageUp);
+  open.settle();
+  EXPECT_EQ(place(), "Page 3 of 4");
+  Testing::press(paper(), Qt::Key_Home);
+  open.settle();
+  EXPECT_EQ(place(), "Page 1 of 4");
+}
+
+TEST_F(PageTest, SaysItsPlaceToAScreenReader) {
+  EXPECT_EQ(paper().accessibleName(), "The page as it will print");
+  EXPECT_EQ(paper().accessibleDescription(), "Page 1 of 4");
+}
+
+TEST(PageOfADamagedJob, IsASentence) {
+  const QTemporaryDir folder;
+  const std::string file = folder.filePath("damaged.pdf").toStdString();
+  std::ofstream(file) << "no PDF at all";
+  Testing::OpenWindow open([&](Request& request) { request.document = file; });
+  EXPECT_TRUE(open.window->pageFailure().contains("damaged.pdf")) << open.window->pageFailure().toStdString();
+  EXPECT_EQ(open.find<QWidget>("page").accessibleDescription(), open.window->pageFailure());
+}
+
+TEST(PageOfARequest, IsShownFirst) {
+  Testing::OpenWindow open([](Request& request) { request.page = 3; });
+  EXPECT_EQ(open.find<QLabel>("place").text(), "Page 3 of 4");
+}
+
+}  // namespace
+}  // namespace Window

@@ -1,0 +1,80 @@
+// The window drawn into a picture, as a program does that loads its library and has no display.
+#include <gmock/gmock.h>
+
+#include <QCoreApplication>
+#include <QImage>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <fstream>
+
+namespace {
+
+using testing::HasSubstr;
+
+struct Ended {
+  int status;
+  std::string said;
+};
+
+class ScreenshotTest : public testing::Test {
+ protected:
+  Ended show(const QString& document, const QString& picture, const QString& model = "standard",
+             const QString& locale = "en-US") {
+    QProcess program;
+    auto environment = QProcessEnvironment::systemEnvironment();
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) environment.remove(name);
+    program.setProcessEnvironment(environment);
+    program.start(QCoreApplication::applicationFilePath(), {"--show", document, picture, model, locale});
+    if (!program.waitForFinished(60000)) return {-1, "does not end"};
+    return {program.exitCode(), program.readAllStandardError().toStdString()};
+  }
+
+  QTemporaryDir folder;
+  QString picture = folder.filePath("window.png");
+};
+
+TEST_F(ScreenshotTest, ShowsTheWholeWindow) {
+  const Ended ended = show("", picture);
+  EXPECT_EQ(ended.status, 0) << ended.said;
+  const QImage image(picture);
+  EXPECT_GT(image.width(), 800);
+  EXPECT_GT(image.height(), 500);
+}
+
+TEST_F(ScreenshotTest, DiffersByLanguage) {
+  const QString other = folder.filePath("other.png");
+  show("", picture);
+  const Ended ended = show("", other, "standard", "ja-JP");
+  EXPECT_EQ(ended.status, 0) << ended.said;
+  EXPECT_NE(QImage(picture), QImage(other));
+}
+
+TEST_F(ScreenshotTest, ThatCannotBeWrittenIsASentence) {
+  const Ended ended = show("", folder.filePath("missing/window.png"));
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_THAT(ended.said, HasSubstr("missing/window.png"));
+}
+
+TEST_F(ScreenshotTest, OfADamagedJobIsASentence) {
+  const QString damaged = folder.filePath("damaged.pdf");
+  std::ofstream(damaged.toStdString()) << "no PDF";
+  const Ended ended = show(damaged, picture);
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_THAT(ended.said, HasSubstr("damaged.pdf"));
+  EXPECT_FALSE(QFile::exists(picture));
+}
+
+TEST_F(ScreenshotTest, OfAnUnknownModelIsASentence) {
+  const Ended ended = show("", picture, "no-such-model");
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_THAT(ended.said, HasSubstr("no-such-model"));
+}
+
+TEST_F(ScreenshotTest, IsAdvisedWhereThereIsNoDisplay) {
+  const Ended ended = show("", "");
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_THAT(ended.said, HasSubstr("--screenshot"));
+}
+
+}  // namespace

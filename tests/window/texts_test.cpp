@@ -1,0 +1,43 @@
+#include "window/texts.h"
+
+#include "host/preferences.h"
+#include "window/trace_line.h"
+
+#include <gtest/gtest.h>
+
+namespace Window {
+namespace {
+
+TEST(AccessKey, IsMarkedWhereTheLabelHasIt) { EXPECT_EQ(withAccessKey("Mirror image", "i"), "M&irror image"); }
+
+TEST(AccessKey, IsFoundWhateverItsCase) { EXPECT_EQ(withAccessKey("Negative", "n"), "&Negative"); }
+
+TEST(AccessKey, IsMarkedInItsBracketsWhereTheLabelHasThem) {
+  EXPECT_EQ(withAccessKey("A3回転(3)...", "3"), "A3回転(&3)...");
+}
+
+TEST(AccessKey, StandsBehindALabelWithoutIt) { EXPECT_EQ(withAccessKey("Add", "x"), "Add(&X)"); }
+
+TEST(AccessKey, LeavesAmpersandsOfTheLabel) { EXPECT_EQ(withAccessKey("R&D only", "o"), "R&&D &only"); }
+
+TEST(AccessKey, MayBeMissing) { EXPECT_EQ(withAccessKey("R&D", ""), "R&&D"); }
+
+TEST(WindowTexts, RefuseANameThatNoTableHas) {
+  const Refhost::ChromeFolders chrome(RESOURCES_FOLDER);
+  const Refhost::StringTables tables(chrome, "en-US");
+  const Texts texts(tables);
+  EXPECT_EQ(texts("CANCEL"), "Cancel");
+  EXPECT_EQ(texts("PAGE").arg(2).arg(3), "Page 2 of 3");
+  EXPECT_THROW(texts("NO_SUCH_TEXT"), std::logic_error);
+}
+
+TEST(TraceLine, IsJsonWithItsMembersInOrder) {
+  const Refhost::TraceEvent event{
+      "transition",
+      {{"of", u"a\"b"}, {"modal", true}, {"value", 2.0}, {"pairs", Refhost::TracePairs{{u"Rotate180", u"None"}}}}};
+  EXPECT_EQ(traceLine(event),
+            R"({"op":"transition","of":"a\"b","modal":true,"value":2,"pairs":[["Rotate180","None"]]})");
+}
+
+}  // namespace
+}  // namespace Window
