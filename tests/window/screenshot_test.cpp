@@ -19,13 +19,13 @@ struct Ended {
 
 class ScreenshotTest : public testing::Test {
  protected:
-  Ended show(const QString& document, const QString& picture, const QString& model = "standard",
+  Ended show(const QString& document, const QString& png, const QString& model = "standard",
              const QString& locale = "en-US") {
     QProcess program;
     auto environment = QProcessEnvironment::systemEnvironment();
     for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) environment.remove(name);
     program.setProcessEnvironment(environment);
-    program.start(QCoreApplication::applicationFilePath(), {"--show", document, picture, model, locale});
+    program.start(QCoreApplication::applicationFilePath(), {"--show", document, png, model, locale});
     if (!program.waitForFinished(60000)) return {-1, "does not end"};
     return {program.exitCode(), program.readAllStandardError().toStdString()};
   }
