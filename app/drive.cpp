@@ -71,7 +71,7 @@ Script::Request toRequest(const DriveOptions& given) {
   options.locale = given.locale;
   for (const std::string& id : given.without) options.withoutWidgets.insert(Refhost::toWide(id));
   options.dpi = given.dpi;
-  if (given.fonts != "-") options.fonts = toNames(given.fonts);
+  if (!given.fonts.empty() && given.fonts != "-") options.fonts = toNames(given.fonts);
   request.jobStep = Script::jobStepOf(Refhost::toWide(given.jobStep));
   request.trace = toPath(given.trace);
   return request;

@@ -1,4 +1,5 @@
 // The plug-in's part in PrintTickets: multiple overlays travel as the plain option.
+#include "host/documents/documents.h"
 #include "tests/support/world.h"
 
 #include <gtest/gtest.h>
@@ -79,6 +80,14 @@ TEST(PrintTicket, ThatIsNoneChangesNothing) {
   for (const char* document : {"", "<ticket/>", "<a", "<!DOCTYPE a><a/>"})
     EXPECT_THROW(world.preferences.loadTicket(document, "ticket.xml"), std::runtime_error) << document;
   EXPECT_EQ(world.preferences.model().values(), before);
+}
+
+TEST(PrintTicket, HasNoElementWhenMemoryIsOut) {
+  const auto documents = Refhost::makeDocuments();
+  Refhost::heap().failAfter(0);
+  const auto element = documents->createElement(u"PrintTicket", u"psk", u"psk");
+  Refhost::heap().failAfter(-1);
+  EXPECT_FALSE(element);
 }
 
 TEST(PrintTicket, IsMadeWithoutAGUIToo) {
