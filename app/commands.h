@@ -13,8 +13,11 @@ using Run = std::function<int()>;
 // Each declares a subcommand, which puts what it does into `run` when it is chosen. Throw nothing; what `run` throws is
 // Failure, or std::exception for a failure of status 1.
 void addDrive(CLI::App& kiln, Run& run);
+void addFilter(CLI::App& kiln, Run& run);
+void addOverlay(CLI::App& kiln, Run& run);
 void addPicture(CLI::App& kiln, Run& run);
 void addPrint(CLI::App& kiln, Run& run);
+void addProfile(CLI::App& kiln, Run& run);
 void addSample(CLI::App& kiln, Run& run);
 void addShow(CLI::App& kiln, Run& run);
 void addTicket(CLI::App& kiln, Run& run);

@@ -1,6 +1,7 @@
 #include "app/commands.h"
 #include "app/failure.h"
 #include "app/host_options.h"
+#include "app/pixels_per_inch.h"
 #include "host/unicode.h"
 #include "script/commands.h"
 #include "script/run.h"
@@ -71,7 +72,10 @@ Script::Request toRequest(const DriveOptions& given) {
   options.locale = given.locale;
   for (const std::string& id : given.without) options.withoutWidgets.insert(Refhost::toWide(id));
   options.dpi = given.dpi;
-  if (!given.fonts.empty() && given.fonts != "-") options.fonts = toNames(given.fonts);
+  if (given.fonts == "-")
+    options.fonts = nullptr;
+  else if (!given.fonts.empty())
+    options.fonts = [names = toNames(given.fonts)] { return names; };
   request.jobStep = Script::jobStepOf(Refhost::toWide(given.jobStep));
   request.trace = toPath(given.trace);
   return request;
@@ -79,6 +83,7 @@ Script::Request toRequest(const DriveOptions& given) {
 
 int drive(const DriveOptions& given) {
   const Script::Request request = toRequest(given);
+  if (const auto status = reportPixelsPerInch(given.dpi)) return *status;
   std::ifstream file;
   if (!given.script.empty()) {
     file.open(toPath(given.script), std::ios::binary);
@@ -124,7 +129,7 @@ void addDrive(CLI::App& kiln, Run& run) {
       ->type_name("N")
       ->check(CLI::Range(1, 10000).description(""))
       ->capture_default_str();
-  command.add_option("--fonts", given->fonts, "The installed font faces; - when they cannot be told")
+  command.add_option("--fonts", given->fonts, "The installed font faces, - when they cannot be told; by default this machine's")
       ->type_name("A,B,C");
   command.add_option("--job-step", given->jobStep, "What the host's job step answers from the opening on")
       ->type_name("NAME");

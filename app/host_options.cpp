@@ -1,6 +1,7 @@
 #include "app/host_options.h"
 
 #include "app/failure.h"
+#include "app/installed_fonts.h"
 #include "app/platform.h"
 #include "host/library.h"
 #include "host/unicode.h"
@@ -11,8 +12,12 @@ void HostOptions::declare(CLI::App& command, const std::string& homeHelp) {
   command.add_option("--model", model, "A shipped model description by its name, or one of your own by its path")
       ->type_name("NAME")
       ->capture_default_str();
-  command.add_option("--home", home, homeHelp)->type_name("DIR");
   command.add_option("--plugin", plugin, "The plug-in library; by default the one beside kiln")->type_name("FILE");
+  declarePlaces(command, homeHelp);
+}
+
+void HostOptions::declarePlaces(CLI::App& command, const std::string& homeHelp) {
+  command.add_option("--home", home, homeHelp)->type_name("DIR");
   command
       .add_option("--resources", resources, "The folder of layouts, texts and models; by default share/kiln beside bin")
       ->type_name("DIR");
@@ -24,6 +29,7 @@ Refhost::Options HostOptions::resolve() const {
   options.resources = resources.empty() ? executableFolder().parent_path() / "share" / "kiln" : toPath(resources);
   options.model = model;
   options.home = toPath(home);
+  options.fonts = installedFonts;
   return options;
 }
 

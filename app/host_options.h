@@ -21,7 +21,11 @@ struct HostOptions {
   // Declares them on a command. They must live until it runs.
   void declare(CLI::App& command, const std::string& homeHelp);
 
-  // What was given, and for the plug-in and the resources the ones beside this executable where nothing was.
+  // The same without the model and the plug-in, for commands that open nothing.
+  void declarePlaces(CLI::App& command, const std::string& homeHelp);
+
+  // What was given, and for the plug-in and the resources the ones beside this executable where nothing was; with this
+  // machine's fonts.
   Refhost::Options resolve() const;
 };
 

@@ -2,6 +2,7 @@
 #include "app/commands.h"
 #include "app/failure.h"
 #include "app/help_formatter.h"
+#include "app/messages.h"
 #include "app/platform.h"
 
 #include <algorithm>
@@ -13,8 +14,13 @@ namespace {
 constexpr const char* footer = R"("kiln help COMMAND" and "kiln COMMAND --help" tell more.
 
 Examples:
-  kiln show letter.pdf
+)"
+#ifndef KILN_WITHOUT_PRINTING
+                               R"(  kiln show letter.pdf
   kiln print letter.pdf printed.pdf --set MirrorImage=MirrorImage
+)"
+#endif
+                               R"(  kiln ticket --set MirrorImage=MirrorImage
   echo 'widget ePTKWPageMirrorImage' | kiln drive)";
 
 // The help of kiln itself, whichever command was chosen.
@@ -56,13 +62,16 @@ int runCommand(std::vector<std::string> words) {
     std::cout << overview(kiln);
     return 0;
   };
-#ifndef KILN_DRIVE_ONLY
+#ifndef KILN_WITHOUT_PRINTING
   App::addShow(kiln, run);
   App::addPrint(kiln, run);
-  App::addTicket(kiln, run);
+  App::addFilter(kiln, run);
+  App::addProfile(kiln, run);
+  App::addOverlay(kiln, run);
   App::addSample(kiln, run);
   App::addPicture(kiln, run);
 #endif
+  App::addTicket(kiln, run);
   App::addDrive(kiln, run);
   addHelp(kiln, run);
   std::reverse(words.begin(), words.end());  // as the parser takes them
@@ -81,14 +90,22 @@ int runCommand(std::vector<std::string> words) {
 int main(int count, char** words) {
   int status = 1;
   std::string sentence;
+  // A scheduler, which reads what a filter says, passes over lines that begin in another way.
+  bool isFilter = false;
   try {
-    return runCommand(App::arguments(count, words));
+    App::prepareStreams();
+    auto arguments = App::arguments(count, words);
+    isFilter = !arguments.empty() && arguments.front() == "filter";
+    return runCommand(std::move(arguments));
   } catch (const App::Failure& failure) {
     status = failure.status();
     sentence = failure.what();
   } catch (const std::exception& error) {
     sentence = error.what();
   }
-  std::cerr << "kiln: " << sentence << '\n';
+  if (isFilter)
+    App::message(App::Message::error, sentence);
+  else
+    std::cerr << "kiln: " << sentence << '\n';
   return status;
 }

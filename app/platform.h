@@ -10,6 +10,9 @@ namespace App {
 // The words after the command's name, in UTF-8.
 std::vector<std::string> arguments(int count, char** words);
 
+// Lets the standard streams carry bytes as they are, and a console take them for UTF-8.
+void prepareStreams();
+
 // The folder of the running executable. Throws std::runtime_error when the system does not tell.
 std::filesystem::path executableFolder();
 

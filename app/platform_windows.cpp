@@ -4,8 +4,11 @@
 
 #include <windows.h>
 
+#include <fcntl.h>
+#include <io.h>
 #include <shellapi.h>
 
+#include <cstdio>
 #include <memory>
 #include <stdexcept>
 
@@ -22,6 +25,12 @@ std::vector<std::string> arguments(int, char**) {
     narrow.push_back(Refhost::toNarrow(std::u16string(word.begin(), word.end())));
   }
   return narrow;
+}
+
+void prepareStreams() {
+  for (FILE* stream : {stdin, stdout, stderr}) _setmode(_fileno(stream), _O_BINARY);
+  SetConsoleCP(CP_UTF8);
+  SetConsoleOutputCP(CP_UTF8);
 }
 
 std::filesystem::path executableFolder() {

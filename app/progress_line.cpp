@@ -2,7 +2,9 @@
 
 #include <unistd.h>
 
+#include <cstdint>
 #include <cstdio>
+#include <utility>
 
 namespace App {
 namespace {
@@ -11,7 +13,11 @@ using namespace std::chrono_literals;
 
 }  // namespace
 
-ProgressLine::ProgressLine() : isTerminal(isatty(STDERR_FILENO) == 1), nextTime(Clock::now() + 300ms) {}
+ProgressLine::ProgressLine(std::string doing, std::string countedUnit)
+    : what(std::move(doing)),
+      unit(std::move(countedUnit)),
+      isTerminal(isatty(STDERR_FILENO) == 1),
+      nextTime(Clock::now() + 300ms) {}
 
 ProgressLine::~ProgressLine() {
   if (isShown) std::fputs("\r\033[K", stderr);
@@ -22,7 +28,11 @@ void ProgressLine::show(int done, int total) {
   if (!isTerminal || now < nextTime) return;
   nextTime = now + 100ms;
   isShown = true;
-  std::fprintf(stderr, "\rPrinting: %d of %d pages", done, total);
+  if (unit.empty())
+    std::fprintf(stderr, "\r%s: %d %%", what.c_str(),
+                 total > 0 ? static_cast<int>(std::int64_t{done} * 100 / total) : 0);
+  else
+    std::fprintf(stderr, "\r%s: %d of %d %s", what.c_str(), done, total, unit.c_str());
 }
 
 }  // namespace App

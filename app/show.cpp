@@ -16,6 +16,7 @@ constexpr const char* footer = R"(Examples:
   kiln show letter.pdf
   kiln show --model kvt --locale de-DE
   kiln show letter.pdf --page 2 --screenshot window.png      needs no display
+  kiln show --press btn_WMAdd --screenshot editor.png
 
 Exit status: 0 when the window was closed or the picture written, 1 when the picture cannot be written,
 2 when the preferences cannot be opened or the command line is wrong.)";
@@ -25,6 +26,7 @@ struct ShowOptions {
   std::string document;
   std::string locale;
   std::string screenshot;
+  std::string press;
   std::vector<std::string> settings;
   int page = 1;
   bool inspector = false;
@@ -40,6 +42,7 @@ Window::Request toRequest(const ShowOptions& given) {
   request.preferences.properties = toPairs("--set", given.settings);
   request.document = toPath(given.document);
   request.screenshot = toPath(given.screenshot);
+  request.press = given.press;
   request.page = given.page;
   request.inspector = given.inspector;
   return request;
@@ -75,6 +78,8 @@ void addShow(CLI::App& kiln, Run& run) {
   command.add_flag("--inspector", given->inspector, "Opens the inspector of properties and trace");
   command.add_option("--screenshot", given->screenshot, "Draws the window into this picture instead of showing it")
       ->type_name("OUT.png");
+  command.add_option("--press", given->press, "A button to press first; the picture is of the dialog that it opens")
+      ->type_name("ID");
   addRepeatable(command, "--set", given->settings, "A setting to open with, MirrorImage=MirrorImage; may be repeated")
       ->type_name("NAME=VALUE");
   given->host.declare(command,

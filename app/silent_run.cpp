@@ -2,36 +2,80 @@
 
 #include "app/choices.h"
 #include "app/failure.h"
+#include "app/marks.h"
 #include "app/user.h"
-#include "host/documents/xml.h"
+#include "host/profiles/archive.h"
+#include "host/unicode.h"
 
 namespace App {
 
-void SettingOptions::declare(CLI::App& command) {
-  addRepeatable(command, "--set", settings, "A setting, MirrorImage=MirrorImage for example; may be repeated")
-      ->type_name("NAME=VALUE");
-  command.add_option("--ticket", ticket, "Takes the settings of a PrintTicket first")->type_name("FILE");
-  host.declare(command, "The folder for what a user keeps; by default the one that \"kiln show\" uses");
-}
-
-std::unique_ptr<SilentRun> openWithSettings(const SettingOptions& given) {
-  constexpr std::size_t largestTicket = std::size_t{32} << 20;
-  const Refhost::TracePairs choices = toPairs("--set", given.settings);
-  Refhost::Options options = given.host.resolve();
-  if (options.home.empty()) options.home = userFolder();
-  auto run = std::make_unique<SilentRun>(options);
+SilentRun::SilentRun(const Refhost::Options& options, const std::string& messageStart)
+    : silent(messageStart),
+      opened(options, silent) {
   try {
-    run->preferences.open();
-    run->face.check();
+    opened.open();
+    silent.check();
   } catch (const std::exception& error) {
     throw Failure(cannotOpen, error.what());
   }
-  if (!given.ticket.empty()) {
-    run->preferences.loadTicket(Refhost::readFile(toPath(given.ticket), largestTicket), given.ticket);
-    run->face.check();
+}
+
+void SilentRun::takeTicket(const std::filesystem::path& file) {
+  opened.loadTicketFile(file);
+  silent.check();
+}
+
+void SilentRun::choose(const Refhost::TracePairs& choices) { App::choose(opened, silent, choices); }
+
+void SilentRun::act(const std::function<void()>& atWidgets, const std::function<void(Refhost::Dialog&)>& inDialogs) {
+  silent.operateDialogs(inDialogs);
+  atWidgets();
+  silent.operateDialogs({});
+  silent.check();
+}
+
+std::map<std::string, std::string> SilentRun::accept() {
+  const bool isAccepted = opened.accept();
+  silent.check();
+  if (!isAccepted) throw NotAccepted("The plug-in does not accept these settings.");
+  std::map<std::string, std::string> values;
+  for (const auto& [name, value] : opened.model().printedValues())
+    values.emplace(Refhost::toNarrow(name), Refhost::toNarrow(value));
+  return values;
+}
+
+void SettingOptions::declare(CLI::App& command) {
+  command
+      .add_option("--profile", profile, "Opens with the settings, watermarks and overlays of a profile, not the home's")
+      ->type_name("FILE");
+  command.add_option("--ticket", ticket, "Then takes the settings of a PrintTicket")->type_name("FILE");
+  command.add_option("--watermark", watermark, "Then chooses the watermark of this name, as the preferences list it")
+      ->type_name("NAME");
+  addRepeatable(command, "--overlay", overlays,
+                "Then the overlay of this name, on all pages or on Even, Odd, 1,3,5-9; may be repeated")
+      ->type_name("NAME[:PAGES]");
+  addRepeatable(command, "--set", settings, "Then a setting, MirrorImage=MirrorImage for example; may be repeated")
+      ->type_name("NAME=VALUE");
+  host.declare(command, "The folder for what a user keeps; by default the one that \"kiln show\" uses");
+}
+
+void SettingOptions::makeIn(SilentRun& run) const {
+  if (!ticket.empty()) run.takeTicket(toPath(ticket));
+  if (!watermark.empty()) chooseWatermark(run, watermark);
+  chooseOverlays(run, overlays);
+  run.choose(toPairs("--set", settings));
+}
+
+Opening::Opening(const SettingOptions& given, const Interruption& interruption) : resolved(given.host.resolve()) {
+  if (given.profile.empty()) {
+    if (resolved.home.empty()) resolved.home = userFolder();
+    return;
   }
-  choose(run->preferences, run->face, choices);
-  return run;
+  try {
+    profile.emplace(toPath(given.profile), resolved, interruption);
+  } catch (const Refhost::Stopped&) {
+    throw Failure(128 + interruption.signal(), "Reading " + given.profile + " was stopped.");
+  }
 }
 
 }  // namespace App

@@ -10,6 +10,7 @@ namespace {
 constexpr const char* footer = R"(Examples:
   kiln ticket --set MirrorImage=MirrorImage > mirrored.xml
   kiln print letter.pdf printed.pdf --ticket mirrored.xml
+  kiln ticket --watermark Confidential > /etc/kiln/office.xml
   kiln ticket --capabilities --model kvt
 
 Exit status: 0 when the document was written, 1 when a setting cannot be made,
@@ -21,8 +22,11 @@ struct TicketOptions {
 };
 
 int ticket(const TicketOptions& given) {
-  const auto run = openWithSettings(given.settings);
-  std::cout << (given.capabilities ? run->preferences.capabilities() : run->preferences.ticket());
+  const Interruption interruption;
+  const Opening opening(given.settings, interruption);
+  SilentRun run(opening.options());
+  given.settings.makeIn(run);
+  std::cout << (given.capabilities ? run.preferences().capabilities() : run.preferences().ticket());
   return 0;
 }
 

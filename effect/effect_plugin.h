@@ -2,9 +2,10 @@
 //
 // The host connects the class's members to its signals, so it is one class; its files go by feature: the frame and the
 // wiring (effect_plugin.cpp), page_transforms.cpp, watermark/tab.cpp, watermark/changes.cpp, overlay/tab.cpp,
-// overlay/creation.cpp, print_ticket.cpp, profile.cpp.
+// overlay/selection.cpp, overlay/creation.cpp, print_ticket.cpp, profile.cpp.
 #pragma once
 
+#include "effect/overlay/overlays.h"
 #include "effect/vocabulary.h"
 #include "effect/watermark/watermarks.h"
 #include "kiln/plugin.h"
@@ -76,8 +77,26 @@ class EffectPlugin final : public UIPlugin, public PTPlugin {
   void DisableOvl(ModelEnableChange& change);
   void DisableOvlOccurance(ModelEnableChange& change);
   void DisableOvlLayering(ModelEnableChange& change);
+  void onOvlChange(EventArg<ComboBox> event);
+  void onOvlDetails(EventArg<Button> event);
+  void onOvlDelete(EventArg<Button> event);
+  void onOkOvlDelete(SubDialogEventArg& event);
   void onOvlOverlay(EventArg<Toggle> event);
   void onOvlPerPage(EventArg<Toggle> event);
+
+  // Switches the overlay off, for a selection that cannot stand.
+  void makeOvlValid();
+
+  // Brings OverlaySourceFileName in line with the files that are there.
+  void validateOvlSourceFile(std::u16string_view selection);
+
+  // Offers what goes with the overlay that is selected in the list.
+  void updateOvlControls();
+
+  // Creating an overlay from a job.
+  bool sendOverlayCreateTransitions();
+  void onOvlOverwrite(SubDialogEventArg& event);
+  void onCancelOvlOverwrite(SubDialogEventArg& event);
   void onPrintJobOverlay(ModelSelectionChange& change);
   void popupOvlPrintDlg(SmartPtr<GUI> readyGui);
   void onPreAccept(SmartPtr<PreAcceptPanel> panel);
@@ -121,9 +140,31 @@ class EffectPlugin final : public UIPlugin, public PTPlugin {
   void writeWatermarkDetails(std::u16string_view id);
   void offerWatermarks();
   void withdrawWatermarks();
+  bool editWatermark(const Effect::Node& edited, bool isNew);
+  std::u16string watermarkNamed(std::u16string_view name, std::u16string_view besides);
   void removeWatermarkItem(std::u16string_view id);
   void refreshWatermarkList();
   void selectWatermark(std::u16string_view id);
+
+  SmartPtr<Overlays> newOverlays();
+  void bindOverlayWidgets();
+  void showOverlays();
+  void showDownloadedTip();
+  std::u16string selectedOverlay();
+  void selectOverlayItem(std::u16string_view value, std::u16string_view source);
+  void offerOverlay(std::u16string_view value);
+  void withdrawOverlay();
+  void showOverlayPicture();
+  std::u16string presentOverlayFile(std::u16string_view file);
+  bool mayTakeName(const std::u16string& name);
+  void prepareDestination(const std::u16string& name);
+  template <class Ending>
+  void createOverlay(const Ending& ending);
+
+  void exportWatermarks(Services::Path& location);
+  void exportOverlays(Services::Path& location);
+  void takeUpWatermarks();
+  void takeUpOverlays();
 
   SmartPtr<GUI> gui;
 
@@ -151,8 +192,19 @@ class EffectPlugin final : public UIPlugin, public PTPlugin {
 
   struct OverlaySide {
     SmartPtr<Alignment> leftBox;
+    SmartPtr<Overlays> store;  // empty until the tab is set up or, without a tab, an overlay is created
+
+    // Each empty where there is no tab, or the layout has no such widget.
+    SmartPtr<ComboBox> list;
+    SmartPtr<Button> detailsButton;
+    SmartPtr<Button> deleteButton;
     SmartPtr<Toggle> layeringBox;
     SmartPtr<Toggle> perPageBox;
+    SmartPtr<ImageBox> picture;
+    SmartPtr<Label> caption;
+
+    SmartPtr<Image> tip;  // the picture of downloaded data, where the tab tells of it; else empty
+    bool mayOverwrite = false;
   } overlay;
 };
 

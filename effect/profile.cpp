@@ -1,10 +1,79 @@
-// What travels with a profile besides property values.
+// What travels with a profile besides property values: the user's own watermarks and overlays.
 #include "effect/effect_plugin.h"
 
 namespace Kiln::XUL {
 
-void EffectPlugin::onImportProfile(ImportExportEventArg) {}
+using namespace Effect;
 
-void EffectPlugin::onExportProfile(ImportExportEventArg) {}
+namespace {
+
+// Empty when there is no memory for it.
+template <class Store>
+SmartPtr<Store> open(Host& host, const PropertyManager& properties, bool isMerged) {
+  return SmartPtr<Store>(new (host.allocator()) Store(host, properties, isMerged));
+}
+
+// The store to export: one that counts as merged, the present one or another over the same files.
+template <class Store>
+SmartPtr<Store> merged(const SmartPtr<Store>& present, Host& host, const PropertyManager& properties) {
+  if (!present || present->isMerged()) return present;
+  present->save();
+  return open<Store>(host, properties, true);
+}
+
+}  // namespace
+
+void EffectPlugin::onExportProfile(ImportExportEventArg event) {
+  const auto includeUserdata = event->property(Prop::includeUserdata);
+  const auto localData = propertyManager()->configuration()->child(Setting::localDataPath);
+  if (!includeUserdata || !includeUserdata->equals(Value::yes) || !localData) return;
+  const auto location = host().path(event->location(localData->wideValue()));
+  exportWatermarks(*location);
+  exportOverlays(*location);
+}
+
+void EffectPlugin::exportWatermarks(Services::Path& location) {
+  const auto store = merged(watermark.store, host(), propertyManager());
+  if (store) store->exportMerged(location.join(watermarkFileName));
+}
+
+void EffectPlugin::exportOverlays(Services::Path& location) {
+  const auto folder = location.join(settingValue(Setting::settingsFolder));
+  const auto store = merged(overlay.store, host(), propertyManager());
+  if (!store) return;
+  folder->createFolder();
+  store->exportTo(folder);
+}
+
+// What was selected is selected once more, so that all that depends on it follows what the files hold now.
+void EffectPlugin::onImportProfile(ImportExportEventArg) {
+  const auto manager = propertyManager();
+  takeUpWatermarks();
+  const auto reselection = manager->transition(Prop::watermarkSel, propertyValue(Prop::watermarkSel));
+  takeUpOverlays();
+  reselection->add(Prop::overlaySel, propertyValue(Prop::overlaySel));
+  manager->submit(reselection);
+}
+
+void EffectPlugin::takeUpWatermarks() {
+  watermark.store = open<Watermarks>(host(), propertyManager(), false);
+  if (!watermark.store) return;
+  showWatermarks();
+  if (watermark.list) watermark.list->selectValue(propertyValue(Prop::watermarkSel));
+  if (!watermark.addButton) return;
+  if (watermark.store->isFull())
+    watermark.addButton->disable();
+  else
+    watermark.addButton->enable();
+}
+
+void EffectPlugin::takeUpOverlays() {
+  overlay.store = open<Overlays>(host(), propertyManager(), false);
+  if (overlay.store) {
+    showOverlays();
+    selectOverlayItem(propertyValue(Prop::overlaySel).view(), propertyValue(Prop::overlaySourceFileName).view());
+  }
+  updateOvlControls();
+}
 
 }  // namespace Kiln::XUL

@@ -80,8 +80,17 @@ void Dialog::cancel() {
   if (!open) return;
   const Kiln::SmartPtr<Dialog> self(this);
   const auto event = make<DialogEvent>(gui.trace, address);
-  gui.world.widgets.dispatch([&] { cancelFired->fire(*event); });
-  close();
+  bool handled = false;
+  gui.world.widgets.dispatch([&] {
+    cancelFired->fire(*event);
+    handled = true;
+  });
+  if (handled) close();
+}
+
+std::u16string Dialog::imageAddress(const std::u16string& name) const {
+  const auto found = images.find(name);
+  return found == images.end() ? std::u16string() : found->second;
 }
 
 Kiln::SmartPtr<Kiln::XUL::Widget> Dialog::widgetById(Kiln::WStringView id) { return asWidget(content.find(id)); }
@@ -135,7 +144,11 @@ void Gui::loadTab(std::u16string_view url) { layouts.push_back(world.layouts.rea
 void Gui::fireReady() { ready->fire(this); }
 
 void Gui::cancelDialogs() {
-  while (!dialogs.empty()) Kiln::SmartPtr<Dialog>(dialogs.back())->cancel();
+  while (!dialogs.empty()) {
+    const Kiln::SmartPtr<Dialog> topmost(dialogs.back());
+    topmost->cancel();
+    topmost->close();
+  }
 }
 
 WidgetNode* Gui::find(std::u16string_view id) const {

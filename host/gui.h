@@ -29,7 +29,9 @@ class TabPanel final : public Kiln::XUL::TabPanel {
 
   Kiln::WString selectedTabId() override { return text(selectedTab); }
   Kiln::SmartPtr<Kiln::Signal<Kiln::XUL::EventArg<Kiln::XUL::TabPanel>>> helpSignal() override { return help; }
-  Kiln::SmartPtr<Kiln::Signal<Kiln::SmartPtr<Kiln::XUL::PreAcceptPanel>>> preAcceptSignal() override { return preAccept; }
+  Kiln::SmartPtr<Kiln::Signal<Kiln::SmartPtr<Kiln::XUL::PreAcceptPanel>>> preAcceptSignal() override {
+    return preAccept;
+  }
 
   // The user selects a tab, asks for help, accepts (false when that is refused). What a handler throws passes through.
   void select(std::u16string id) { selectedTab = std::move(id); }
@@ -59,8 +61,14 @@ class Dialog final : public Kiln::XUL::SubDialog {
   // The user presses OK; false when it cannot be pressed or is vetoed, and the dialog stays open.
   bool accept();
 
-  // The user presses Cancel, or closes the dialog.
+  // The user presses Cancel, or closes the dialog. It stays open when a handler throws.
   void cancel();
+
+  // Takes the dialog away without telling the plug-in.
+  void close();
+
+  // The address of the picture registered under that name; empty for none.
+  std::u16string imageAddress(const std::u16string& name) const;
 
   // Kiln::XUL::SubDialog
   Kiln::SmartPtr<Kiln::XUL::Widget> widgetById(Kiln::WStringView id) override;
@@ -75,7 +83,6 @@ class Dialog final : public Kiln::XUL::SubDialog {
 
  private:
   void start(bool modally);
-  void close();
 
   Gui& gui;
   std::u16string address;
@@ -104,7 +111,7 @@ class Gui final : public Kiln::XUL::GUI {
   // Open dialogs, the topmost last.
   const std::vector<Kiln::SmartPtr<Dialog>>& openDialogs() const { return dialogs; }
 
-  // Cancels every open dialog, the innermost first.
+  // Cancels every open dialog, the innermost first; one whose cancelling fails is closed.
   void cancelDialogs();
 
   // The widget of that id among the tabs; null when there is none.

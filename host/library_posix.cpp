@@ -1,5 +1,7 @@
 #include "host/library.h"
 
+#include "host/documents/path_text.h"
+
 #include <dlfcn.h>
 
 #include <stdexcept>
@@ -9,14 +11,14 @@ namespace Refhost {
 Library::Library(const std::filesystem::path& file) {
   std::error_code error;
   if (!std::filesystem::exists(file, error))
-    throw std::runtime_error("There is no plug-in library " + file.string() + ".");
+    throw std::runtime_error("There is no plug-in library " + shownPath(file) + ".");
   module = dlopen(std::filesystem::absolute(file).c_str(), RTLD_NOW | RTLD_LOCAL);
   if (module == nullptr)
-    throw std::runtime_error("The plug-in library " + file.string() + " cannot be loaded: " + dlerror() + ".");
+    throw std::runtime_error("The plug-in library " + shownPath(file) + " cannot be loaded: " + dlerror() + ".");
   factory = reinterpret_cast<Kiln::CreatePlugin*>(dlsym(module, "createPlugin"));
   if (factory == nullptr) {
     dlclose(module);
-    throw std::runtime_error("The library " + file.string() + " is no plug-in: it exports no createPlugin.");
+    throw std::runtime_error("The library " + shownPath(file) + " is no plug-in: it exports no createPlugin.");
   }
 }
 

@@ -1,30 +1,25 @@
 #include "host/library.h"
 
-#include "host/unicode.h"
+#include "host/documents/path_text.h"
 
 #include <windows.h>
 
 #include <stdexcept>
 
 namespace Refhost {
-namespace {
-
-std::string narrowPath(const std::filesystem::path& file) { return toNarrow(file.u16string()); }
-
-}  // namespace
 
 Library::Library(const std::filesystem::path& file) {
   std::error_code error;
   if (!std::filesystem::exists(file, error))
-    throw std::runtime_error("There is no plug-in library " + narrowPath(file) + ".");
+    throw std::runtime_error("There is no plug-in library " + shownPath(file) + ".");
   const HMODULE loaded = LoadLibraryW(std::filesystem::absolute(file).c_str());
   if (loaded == nullptr)
-    throw std::runtime_error("The plug-in library " + narrowPath(file) + " cannot be loaded: system error " +
+    throw std::runtime_error("The plug-in library " + shownPath(file) + " cannot be loaded: system error " +
                              std::to_string(GetLastError()) + ".");
   factory = reinterpret_cast<Kiln::CreatePlugin*>(reinterpret_cast<void*>(GetProcAddress(loaded, "createPlugin")));
   if (factory == nullptr) {
     FreeLibrary(loaded);
-    throw std::runtime_error("The library " + narrowPath(file) + " is no plug-in: it exports no createPlugin.");
+    throw std::runtime_error("The library " + shownPath(file) + " is no plug-in: it exports no createPlugin.");
   }
   module = loaded;
 }

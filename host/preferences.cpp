@@ -1,13 +1,20 @@
 #include "host/preferences.h"
 
 #include "host/documents/disk.h"
+#include "host/documents/documents.h"
+#include "host/documents/file_set.h"
+#include "host/job_destination.h"
+#include "host/kept_settings.h"
 #include "host/library.h"
+#include "host/profiles/home_import.h"
+#include "host/profiles/profile_event.h"
 #include "host/property_binding.h"
 #include "host/reference_host.h"
 #include "host/screen.h"
+#include "host/temporary_folder.h"
 #include "host/unicode.h"
+#include "host/user_folders.h"
 
-#include <random>
 #include <stdexcept>
 
 namespace Refhost {
@@ -29,8 +36,8 @@ const char16_t* nameOf(Mode mode) {
 // The folder for what a user keeps; a temporary one goes with it.
 class Home {
  public:
-  explicit Home(const std::filesystem::path& wanted) : isTemporary(wanted.empty()) {
-    path = isTemporary ? temporary() : std::filesystem::absolute(wanted).lexically_normal();
+  explicit Home(const std::filesystem::path& wanted) {
+    path = wanted.empty() ? temporary.emplace().path() : std::filesystem::absolute(wanted).lexically_normal();
     if (!path.has_filename()) path = path.parent_path();
     for (const char* name : {"user", "profile"}) {
       std::error_code error;
@@ -40,23 +47,11 @@ class Home {
                                  error.message() + ".");
     }
   }
-  Home(const Home&) = delete;
-  Home& operator=(const Home&) = delete;
-  ~Home() {
-    std::error_code error;
-    if (isTemporary) std::filesystem::remove_all(path, error);
-  }
 
   std::filesystem::path path;
 
  private:
-  static std::filesystem::path temporary() {
-    std::random_device random;
-    return std::filesystem::temp_directory_path() /
-           ("kiln-" + std::to_string(random()) + "-" + std::to_string(random()));
-  }
-
-  bool isTemporary;
+  std::optional<TemporaryFolder> temporary;
 };
 
 // What an action fails with, as a sentence; empty when it does not.
@@ -96,9 +91,11 @@ struct Preferences::Run {
         strings(owner.folders, options.locale),
         screen(options.dpi),
         library(make<Library>(options.plugin)),
-        files{realDisk(), owner.events, home.path},
+        files{options.disk == nullptr ? realDisk() : *options.disk, owner.events, home.path,
+              [this](const auto& path) { return destination.takesPlaceOf(path); }},
         manager(make<PropertyManager>(
             make<PropertyModel>(readModel(options.resources / "models", options.model), owner.events), owner.events)),
+        destination(files.disk, *manager->model),
         widgets{owner.events, strings, screen.window(), [&owner](const auto& action) { owner.dispatch(action); },
                 [&owner](WidgetNode& widget) { owner.face.widgetChanged(widget); }},
         layouts(owner.folders, options.withoutWidgets),
@@ -124,6 +121,7 @@ struct Preferences::Run {
   Kiln::SmartPtr<Library> library;
   FileWorld files;
   Kiln::SmartPtr<PropertyManager> manager;
+  JobDestination destination;
   WidgetWorld widgets;
   LayoutReader layouts;
   ReferenceHost host;
@@ -152,7 +150,9 @@ void Preferences::open() {
 }
 
 void Preferences::start() {
+  tidyHome();
   applyOptions();
+  tidyUserFolders(run->files.disk, *run->manager->settings);
   const Mode mode = runOptions.mode;
   if (mode == Mode::docProp || mode == Mode::pdc) loadDeviceTab();
 
@@ -176,6 +176,16 @@ void Preferences::start() {
   run->gui->fireReady();
   dispatch([this] { run->model().announce(); });
   run->past.clear();
+}
+
+// Before anybody looks into the files: what a process that died left half done is completed, or removed.
+void Preferences::tidyHome() {
+  try {
+    completeFileSet(run->files.disk, importJournal(home()));
+    for (const std::filesystem::path& folder : {home(), home() / "profile"}) sweepTemporaries(run->files.disk, folder);
+  } catch (const DiskError& error) {
+    face.tell(error.what());
+  }
 }
 
 void Preferences::applyOptions() {
@@ -286,6 +296,10 @@ std::string Preferences::capabilities() {
   return run->host.ticketDocuments().capabilities(run->ticketPlugin(), run->model());
 }
 
+void Preferences::loadTicketFile(const std::filesystem::path& file) {
+  loadTicket(realDisk().read(file, documentLimits.bytes), shownPath(file));
+}
+
 void Preferences::loadTicket(std::string_view document, const std::string& source) {
   const TracePairs before = userValues(run->model());
   run->host.ticketDocuments().load(run->ticketPlugin(), run->model(), document, source);
@@ -298,6 +312,34 @@ void Preferences::loadTicket(std::string_view document, const std::string& sourc
   dispatch([&] { run->model().submit(loaded); });
   run->past.resize(kept);
   run->past.push_back(before);
+}
+
+void Preferences::writeJob(std::string_view bytes, std::optional<std::string_view> picture) {
+  run->destination.write(bytes, picture);
+}
+
+std::optional<std::filesystem::path> Preferences::exportProfile(const std::filesystem::path& target,
+                                                                const std::u16string& includeUserdata) {
+  const auto event = make<ProfileEvent>(run->files, target, includeUserdata);
+  // A plug-in that has trouble with a file may go on without what is in it; the profile would lack that.
+  std::string told;
+  run->host.hearTold = [&told](const std::string& sentence) { told = sentence; };
+  const std::string sentence = sentenceOfFailure([&] { run->manager->profileExport->fire(event); });
+  run->host.hearTold = {};
+  if (!sentence.empty() || !told.empty()) throw std::runtime_error(sentence.empty() ? told : sentence);
+  const auto localData = setting(u"kilnworks.user.localdata.path");
+  return localData ? std::optional(profileLocation(pathFromText(*localData), target)) : std::nullopt;
+}
+
+void Preferences::importProfile(const std::filesystem::path& target, const TracePairs& values) {
+  TracePairs changed = differences(run->model(), applicable(values, run->model().description()));
+  dispatch([&] {
+    for (const auto& [name, value] : changed) run->model().child(name)->setValue(value);
+    run->manager->profileImport->fire(make<ProfileEvent>(run->files, target, std::nullopt));
+    // The values are there, some of them mended by the plug-in; submitting them runs the rules and tells everybody.
+    for (auto& [name, value] : changed) value = *run->model().value(name);
+    if (!changed.empty()) run->model().submit(changed);
+  });
 }
 
 void Preferences::lock(std::vector<std::u16string> names) { run->host.lockedNames = std::move(names); }

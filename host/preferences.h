@@ -20,6 +20,10 @@
 
 namespace Refhost {
 
+class Disk;
+
+using FontNames = std::function<std::optional<std::vector<std::u16string>>()>;
+
 enum class Mode { docProp, pdc, prePrint, rootless };
 
 struct Options {
@@ -42,11 +46,15 @@ struct Options {
   std::string locale = "en-US";
   std::set<std::u16string, std::less<>> withoutWidgets;
 
-  // The screen's horizontal pixels per inch.
-  int dpi = 96;
+  // The horizontal pixels per inch that the screen is to have; nothing: the system's, 96 where the host is free to say.
+  std::optional<int> dpi;
 
-  // The installed font face names; no list: they cannot be told.
-  std::optional<std::vector<std::u16string>> fonts;
+  // Asked for the installed font face names when a plug-in wants them; they cannot be told where there is no function, or
+  // it gives no list.
+  FontNames fonts;
+
+  // What the user's files lie on, for tests; null for the disk of the system.
+  Disk* disk = nullptr;
 };
 
 class Preferences {
@@ -100,6 +108,22 @@ class Preferences {
   // Takes over a PrintTicket's settings, as a user's action that undo takes back. `source` names the document in messages.
   // Throws std::runtime_error, one sentence with source, line and name; nothing has changed then.
   void loadTicket(std::string_view document, const std::string& source);
+  void loadTicketFile(const std::filesystem::path& file);
+
+  // The driver writes the captured job into the file that OverlayDestFileName names, and beside it the picture of its
+  // first page where it makes one. Throws std::runtime_error, one sentence; the file and the picture that were there
+  // before are there then.
+  void writeJob(std::string_view bytes, std::optional<std::string_view> picture = {});
+
+  // Fires the profile export signal, and gives the folder that the plug-in's files of the profile go into; it is there
+  // when the plug-in has asked for it. Nothing when the host has no local data. `target`: host/profiles/profile_event.h.
+  // Throws std::runtime_error, one sentence, what the plug-in fails with or tells meanwhile.
+  std::optional<std::filesystem::path> exportProfile(const std::filesystem::path& target,
+                                                     const std::u16string& includeUserdata);
+
+  // Gives properties the values of a profile, those that a user may set on this model, and fires the profile import
+  // signal: one action of the user's. The profile's files are in their places.
+  void importProfile(const std::filesystem::path& target, const TracePairs& values);
 
   // By hand: an option's availability, the names that the "lock" attribute lists.
   void setAvailable(const std::u16string& name, const std::u16string& option, bool available);
@@ -113,6 +137,7 @@ class Preferences {
   struct Run;
 
   void start();
+  void tidyHome();
   void applyOptions();
   void loadDeviceTab();
   void close();

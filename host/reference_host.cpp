@@ -1,5 +1,6 @@
 #include "host/reference_host.h"
 
+#include "host/documents/bitmap.h"
 #include "host/documents/documents.h"
 #include "host/documents/path_text.h"
 #include "host/documents/stores.h"
@@ -56,15 +57,28 @@ bool isColour(std::u16string_view text) {
   return text.size() == 7 && text.front() == u'#' && text.find_first_not_of(digits, 1) == text.npos;
 }
 
+// The page of a topic in a help file: chrome://PACKAGE/locale/FILE.chm stands for the folder FILE of the language, with a
+// page for each topic. Another address is the page itself.
+std::u16string helpPage(std::u16string_view url, std::u16string_view topic, const std::string& locale) {
+  constexpr std::u16string_view languageFolder = u"/locale/";
+  constexpr std::u16string_view ending = u".chm";
+  std::u16string page(url);
+  const auto place = page.find(languageFolder);
+  if (place == page.npos || !page.ends_with(ending)) return page;
+  page.resize(page.size() - ending.size());
+  page.append(u"/").append(topic).append(u".html");
+  return page.replace(place, languageFolder.size(), u"/content/" + toWide(locale) + u"/");
+}
+
 }  // namespace
 
 PropertyManager::PropertyManager(Kiln::SmartPtr<PropertyModel> properties, const Trace& eventTrace)
     : model(std::move(properties)),
       settings(make<Settings>()),
       customisation(make<Settings>()),
-      trace(eventTrace),
-      profileImport(make<HostSignal<Kiln::ImportExportEventArg>>(trace, "profile-import", u"PropertyManager")),
-      profileExport(make<HostSignal<Kiln::ImportExportEventArg>>(trace, "profile-export", u"PropertyManager")) {}
+      profileImport(make<HostSignal<Kiln::ImportExportEventArg>>(eventTrace, "profile-import", u"PropertyManager")),
+      profileExport(make<HostSignal<Kiln::ImportExportEventArg>>(eventTrace, "profile-export", u"PropertyManager")),
+      trace(eventTrace) {}
 
 Kiln::SmartPtr<Kiln::State::Transition> PropertyManager::transition(Kiln::WStringView property,
                                                                     Kiln::WStringView value) {
@@ -86,15 +100,12 @@ ReferenceHost::ReferenceHost(const World& hostWorld)
     : world(hostWorld), documentService(makeDocuments()), ticketService(makeTickets(hostWorld.chrome)) {}
 
 void ReferenceHost::showPluginHelp(Kiln::StringView plugin) {
-  const auto topic = helpContext();
-  const auto url = u"chrome://" + toWide(plugin) + u"/content/" + toWide(world.strings.locale()) + u"/help/" + topic +
-                   u".html";
-  showHelpTopic(url, topic);
+  showHelpTopic(u"chrome://" + toWide(plugin) + u"/locale/help.chm", helpContext());
 }
 
 void ReferenceHost::showHelpTopic(Kiln::WStringView url, Kiln::WStringView topic) {
   world.trace.record({"show-help", {{"context", std::u16string(topic.view())}}});
-  world.face.showHelp(std::u16string(url.view()), std::u16string(topic.view()));
+  world.face.showHelp(helpPage(url, topic, world.strings.locale()), std::u16string(topic.view()));
 }
 
 Kiln::SmartPtr<Kiln::Services::TextList> ReferenceHost::attributeNames(Kiln::WStringView attribute) {
@@ -115,9 +126,14 @@ Kiln::SmartPtr<Kiln::XUL::ListData> ReferenceHost::listData() { return make<List
 Kiln::SmartPtr<Kiln::XUL::Alignment> ReferenceHost::alignment(std::int32_t flags) { return make<Alignment>(flags); }
 
 Kiln::SmartPtr<Kiln::XUL::Image> ReferenceHost::image(Kiln::WStringView address, Kiln::WStringView) {
-  const auto file = world.chrome.file(address).value_or(pathFromText(address.view()));
-  std::error_code error;
-  if (!std::filesystem::is_regular_file(file, error)) return {};
+  const auto resource = world.chrome.file(address);
+  Disk& disk = resource ? realDisk() : world.files.disk;
+  const auto file = resource.value_or(pathFromText(address.view()));
+  try {
+    if (disk.kind(file) != EntryKind::file || !isBitmap(disk.read(file, largestBitmap))) return {};
+  } catch (const DiskError&) {
+    return {};
+  }
   return make<Image>(std::u16string(address.view()), file);
 }
 
@@ -163,7 +179,8 @@ Kiln::WString ReferenceHost::languageName() {
 bool ReferenceHost::isJapanese() { return languageName().view() == u"Japanese"; }
 
 Kiln::SmartPtr<Kiln::Services::TextList> ReferenceHost::fontNames() {
-  return fonts ? makeTextList(*fonts) : Kiln::SmartPtr<Kiln::Services::TextList>();
+  const auto names = fonts ? fonts() : std::nullopt;
+  return names ? makeTextList(*names) : Kiln::SmartPtr<Kiln::Services::TextList>();
 }
 
 Kiln::SmartPtr<Kiln::Services::Path> ReferenceHost::path(Kiln::WStringView name) {
@@ -180,6 +197,11 @@ Kiln::SmartPtr<Kiln::Services::BackingStoreIO> ReferenceHost::resource(Kiln::WSt
   return resourceStore(*named);
 }
 
-void ReferenceHost::tell(Kiln::WStringView sentence) { world.face.tell(toNarrow(sentence)); }
+void ReferenceHost::tell(Kiln::WStringView sentence) {
+  if (hearTold)
+    hearTold(toNarrow(sentence));
+  else
+    world.face.tell(toNarrow(sentence));
+}
 
 }  // namespace Refhost

@@ -56,11 +56,11 @@ class PropertyManager final : public Kiln::IPropertyManager {
   const Kiln::SmartPtr<PropertyModel> model;
   const Kiln::SmartPtr<Settings> settings;
   const Kiln::SmartPtr<Settings> customisation;
+  const Kiln::SmartPtr<HostSignal<Kiln::ImportExportEventArg>> profileImport;
+  const Kiln::SmartPtr<HostSignal<Kiln::ImportExportEventArg>> profileExport;
 
  private:
   const Trace& trace;
-  Kiln::SmartPtr<HostSignal<Kiln::ImportExportEventArg>> profileImport;
-  Kiln::SmartPtr<HostSignal<Kiln::ImportExportEventArg>> profileExport;
 };
 
 class ReferenceHost final : public Kiln::Host {
@@ -76,12 +76,15 @@ class ReferenceHost final : public Kiln::Host {
 
   explicit ReferenceHost(const World& hostWorld);
 
-  // Whether plug-ins are switched on; what help they are asked for; the names that "lock" lists; the installed fonts, no
-  // list when they cannot be told.
+  // Whether plug-ins are switched on; what help they are asked for; the names that "lock" lists; what gives the
+  // installed fonts, no list when they cannot be told.
   bool active = true;
   std::function<std::u16string()> helpContext;
   std::vector<std::u16string> lockedNames;
-  std::optional<std::vector<std::u16string>> fonts;
+  std::function<std::optional<std::vector<std::u16string>>()> fonts;
+
+  // Where sentences go that the plug-in tells the user; unless it is set, to the face.
+  std::function<void(const std::string& sentence)> hearTold;
 
   TicketService& ticketDocuments() { return *ticketService; }
 

@@ -3,25 +3,26 @@
 
 #include "kiln/native_window.h"
 
+#include <optional>
+
 namespace Refhost {
 
 #ifdef _WIN32
 
-// The system tells its own pixels per inch; `dpi` is what the run asked for, which only the system's settings change.
+// The system's own, which tells plug-ins its pixels per inch itself.
 class Screen {
  public:
-  explicit Screen(int dpi) : wanted(dpi) {}
+  // Throws std::runtime_error, one sentence, when the system does not report the wanted pixels per inch to this process;
+  // without any, whatever it reports serves.
+  explicit Screen(std::optional<int> pixelsPerInch);
   Kiln::NativeWindow window() const;
-
- private:
-  int wanted;
 };
 
 #else
 
 class Screen final : public Kiln::ScreenWindow {
  public:
-  explicit Screen(int pixelsPerInch) : dpi(pixelsPerInch) {}
+  explicit Screen(std::optional<int> pixelsPerInch) : dpi(pixelsPerInch.value_or(96)) {}
   int horizontalPixelsPerInch() const override { return dpi; }
   Kiln::NativeWindow window() const { return this; }
 

@@ -16,7 +16,8 @@ class ImportExportEvent : public RefCount {
   virtual SmartPtr<Property> property(WStringView name) = 0;
 
   // The folder that the plug-in's files of this profile go into, given the folder of local data
-  // (`kilnworks.user.localdata.path`). The host makes it before it fires the export signal. [plug-in]
+  // (`kilnworks.user.localdata.path`). At an export the host makes it when it is asked for it; throws Exception when it
+  // cannot. [plug-in]
   virtual WString location(WStringView localData) = 0;
 };
 

@@ -179,6 +179,8 @@ class ComboBox : public Selector {
   virtual void setSorted(bool sorted) = 0;
 };
 
+class TextBox;
+
 // A change of a text box's text that is about to happen.
 class TextChangeEvent : public RefCount {
  public:
@@ -191,6 +193,9 @@ class TextChangeEvent : public RefCount {
 
   // Refuses the change: the box keeps its text. [plug-in, ready]
   virtual void refuse() = 0;
+
+  // The box whose text is about to change. Never empty. [plug-in, ready]
+  virtual SmartPtr<TextBox> source() = 0;
 };
 
 using TextChangeEventArg = TextChangeEvent;

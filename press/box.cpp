@@ -4,9 +4,10 @@
 
 namespace Press {
 
-std::string number(double value) {
-  char text[64];
-  const std::to_chars_result result = std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, 6);
+std::string number(double value, int decimals) {
+  char text[400];  // Room for the largest.
+  const std::to_chars_result result =
+      std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, decimals);
   std::string digits(text, result.ptr);
   digits.erase(digits.find_last_not_of('0') + 1);
   if (digits.back() == '.') digits.pop_back();

@@ -107,7 +107,8 @@ Document open(const fs::path& file) {
   QPDF& pdf = *document.pdf;
   pdf.setSuppressWarnings(true);
   pdf.processFile(utf8(file).c_str());
-  if (pdf.isEncrypted()) throw Error(quoted(file) + " is protected: save a copy without protection and print that.");
+  if (pdf.isEncrypted() && !pdf.allowPrintLowRes())
+    throw Error(quoted(file) + " may not be printed, its author says: ask for a copy that may.");
   PageWalk walk(pdf);
   document.pages = walk.run();
   if (document.pages.empty())

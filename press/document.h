@@ -23,8 +23,8 @@ struct Document {
   std::vector<PageEntry> pages;  ///< In printing order, at least one. A page that is named twice stands here twice.
 };
 
-/// Opens a job for printing. Throws `Error` when the file is missing, is no PDF, is damaged beyond repair, is
-/// protected, or has no pages.
+/// Opens a job for printing. Throws `Error` when the file is missing, is no PDF, is damaged beyond repair,
+/// needs a password, may not be printed, or has no pages.
 Document openDocument(const std::filesystem::path& file);
 
 }  // namespace Press

@@ -1,6 +1,27 @@
 #include "press/effects.h"
 
+#include <tuple>
+
+#include "press/error.h"
+
 namespace Press {
+
+namespace {
+
+auto allOf(const Effects& effects) {
+  return std::tie(effects.mirrorImage, effects.negativeImage, effects.rotate180, effects.rotate180ForA3Ledger,
+                  effects.watermark, effects.overlays, effects.overlaysOverPage, effects.overlaysOnEachPage,
+                  effects.pagesOnSheet, effects.refusal);
+}
+
+}  // namespace
+
+bool Effects::any() const {
+  return mirrorImage || negativeImage || rotate180 || rotate180ForA3Ledger || !watermark.text.empty() ||
+         !overlays.empty() || pagesOnSheet != 1;
+}
+
+bool operator==(const Effects& a, const Effects& b) { return allOf(a) == allOf(b); }
 
 Effects effectsFromProperties(const std::map<std::string, std::string>& properties) {
   const auto holds = [&](const char* name, const char* on) {
@@ -13,6 +34,16 @@ Effects effectsFromProperties(const std::map<std::string, std::string>& properti
   effects.rotate180 = holds("Rotate180", "Rotate180");
   // The same word as for Rotate180: the ticket has no word of its own for this one.
   effects.rotate180ForA3Ledger = holds("Rotate180ForA3LD", "Rotate180");
+  effects.overlaysOverPage = holds("OverlayLayering", "Overlay");
+  effects.overlaysOnEachPage = holds("OverlayOccurance", "PerPage");
+  if (holds("Nin1", "2in1")) effects.pagesOnSheet = 2;
+  if (holds("Nin1", "4in1")) effects.pagesOnSheet = 4;
+  try {
+    effects.watermark = watermarkFromProperties(properties);
+    effects.overlays = overlaysFromProperties(properties);
+  } catch (const Error& error) {
+    effects.refusal = error.what();
+  }
   return effects;
 }
 

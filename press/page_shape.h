@@ -2,18 +2,15 @@
 
 #include <string>
 
-#include "press/box.h"
 #include "press/document.h"
 #include "press/effects.h"
+#include "press/mark_place.h"
 
 namespace Press {
 
-/// How a page lies before the eye.
-struct PageShape {
-  Box visible;      ///< What is seen: the part of the crop box that lies inside the media box.
-  Box reach;        ///< Covers all that any reader shows of the page, with a margin.
-  int turn = 0;     ///< Degrees clockwise by which the page is turned to be seen: 0, 90, 180 or 270.
-  double unit = 1;  ///< Points to a unit of the page.
+/// How a page lies before the eye. What is visible is the part of the crop box that lies inside the media box.
+struct PageShape : PageFrame {
+  Box reach;  ///< Covers all that any reader shows of the page, with a margin; in the page's units.
 };
 
 /// Reads boxes and rotation as readers do: swapped corners are put right, and what makes no sense is taken as absent.

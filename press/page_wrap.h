@@ -1,12 +1,13 @@
 #pragma once
 
-#include <map>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "press/document.h"
 #include "press/effects.h"
+#include "press/marks.h"
+#include "press/page_content.h"
+#include "press/page_form.h"
 #include "press/page_shape.h"
 
 namespace Press {
@@ -15,36 +16,34 @@ namespace Press {
 /// before and after it, and what is the same on many pages is stored once.
 class PageWrap {
  public:
-  /// The document must outlive this object.
+  /// The document must outlive this object, and this object the writing of the document.
   explicit PageWrap(QPDF& document);
 
-  /// Changes the dictionary `entry.page` so that the page prints with these effects. Annotations that print become part
+  /// The effects that `apply` and `sheetOf` put on pages. Throws `Error` when a mark cannot be printed.
+  void prepare(const Effects& effects);
+
+  /// Changes the dictionary `entry.page` so that the page prints with the effects. Annotations that print become part
   /// of the page; the annotations themselves are left as they are. Call once for a page.
-  void apply(const PageEntry& entry, const Effects& effects);
+  void apply(const PageEntry& entry, const Turn& turn);
+
+  /// A new page, a sheet with these pages on it and all effects; the first of them is the job's page `firstNumber`. The
+  /// sheet has the size of its first page.
+  QPDFObjectHandle sheetOf(const std::vector<PageEntry>& pages, int firstNumber);
+
+  const Marks& marks() const { return allMarks; }
 
  private:
-  using Streams = std::vector<QPDFObjectHandle>;
-
-  Streams contentStreams(QPDFObjectHandle page);
-  bool mayBeWrapped(const Streams& streams);
-  bool decode(const Streams& streams, std::string& content);
-  QPDFObjectHandle asForm(const Streams& streams);
   void enclose(const PageEntry& entry, const PageShape& shape, Streams& streams, QPDFObjectHandle& resources);
-  std::string drawAnnotations(QPDFObjectHandle page, const PageShape& shape, QPDFObjectHandle& resources);
   std::string negate(const PageShape& shape, QPDFObjectHandle& resources);
-  QPDFObjectHandle sharedStream(const std::string& content);
-  void countParts(int parts);
 
   QPDF& pdf;
+  PageContent content;
+  Annotations annotations;
+  Marks allMarks;
+  Effects effects;
   QPDFObjectHandle rgbGroup;
   QPDFObjectHandle negativeState;
   std::string negativeName = "/KilnNegative";
-  std::unordered_map<std::string, QPDFObjectHandle> streamsByContent;
-  std::map<QPDFObjGen, bool> wrappableByStream;
-  std::string scratch;  ///< Decoded content; a member so that its memory serves page after page.
-  std::size_t bytesToScan;
-  std::size_t bytesToJoin;
-  int partsLeft;
   int namesMade = 0;
 };
 

@@ -1,6 +1,8 @@
 #include "press/print.h"
 
+#include <algorithm>
 #include <exception>
+#include <initializer_list>
 #include <set>
 #include <system_error>
 
@@ -10,6 +12,7 @@
 
 #include "press/document.h"
 #include "press/page_wrap.h"
+#include "press/selection.h"
 #include "press/whole_file.h"
 
 namespace fs = std::filesystem;
@@ -92,11 +95,12 @@ class Steps : public QPDFWriter::ProgressReporter {
   }
 }
 
-void write(QPDF& pdf, Pipeline& out, const Effects& effects, std::shared_ptr<Steps> steps) {
+void write(QPDF& pdf, Pipeline& out, const PageWrap& wrap, bool isNegative, std::shared_ptr<Steps> steps) {
   QPDFWriter writer(pdf);
   writer.setOutputPipeline(&out);
   writer.setStreamDataMode(qpdf_s_preserve);
-  if (effects.negativeImage) writer.setMinimumPDFVersion("1.4");  // the first with transparency
+  if (isNegative) writer.setMinimumPDFVersion("1.4");  // the first with transparency
+  if (!wrap.marks().pdfVersion().empty()) writer.setMinimumPDFVersion(wrap.marks().pdfVersion());
   if (steps) writer.registerProgressReporter(std::move(steps));
   writer.write();
 }
@@ -113,27 +117,68 @@ void hideAnnotations(QPDFObjectHandle page) {
   }
 }
 
-void putEffectsOn(Document& document, const Effects& effects, Steps& steps) {
-  PageWrap wrap(*document.pdf);
+void wrapPages(Document& document, PageWrap& wrap, Steps& steps) {
   std::set<QPDFObjGen> seen;
   int done = 0;
   for (const PageEntry& entry : document.pages) {
-    if (!entry.page.isIndirect() || seen.insert(entry.page.getObjGen()).second) wrap.apply(entry, effects);
-    steps.pageDone(++done);
+    ++done;
+    if (!entry.page.isIndirect() || seen.insert(entry.page.getObjGen()).second)
+      wrap.apply(entry, {Turn::Kind::page, done});
+    steps.pageDone(done);
   }
   // Only now, because pages may share annotations.
   for (const PageEntry& entry : document.pages) hideAnnotations(entry.page);
 }
 
-void printOpened(Document& document, WholeFile& file, const Effects& effects, const Progress& progress) {
-  const auto steps = std::make_shared<Steps>(progress, static_cast<int>(document.pages.size()));
-  if (effects.any()) putEffectsOn(document, effects, *steps);
-  FilePipeline pipeline(file);
-  write(*document.pdf, pipeline, effects, steps);
-  pipeline.complete();
+/// The pages of a sheet, of which the first has this number.
+std::vector<PageEntry> pagesFrom(const Document& document, int number, int count) {
+  const auto first = document.pages.begin() + (number - 1);
+  return {first, first + std::min<std::ptrdiff_t>(count, document.pages.end() - first)};
 }
 
-/// A page by itself that leads to no other page: only what is seen, with what it inherits.
+void putPagesOnSheets(Document& document, PageWrap& wrap, int pagesOnSheet, Steps& steps) {
+  std::vector<QPDFObjectHandle> sheets;
+  const int count = static_cast<int>(document.pages.size());
+  for (int number = 1; number <= count; number += pagesOnSheet) {
+    sheets.push_back(wrap.sheetOf(pagesFrom(document, number, pagesOnSheet), number));
+    steps.pageDone(std::min(number + pagesOnSheet - 1, count));
+  }
+  QPDFObjectHandle catalog = document.pdf->getTrailer().getKey("/Root");
+  setPages(*document.pdf, catalog, sheets);
+  // What leads to pages that are no more.
+  for (const char* key : {"/AcroForm", "/Dests", "/Names", "/OpenAction", "/Outlines", "/PageLabels", "/PageMode",
+                          "/StructTreeRoot", "/MarkInfo", "/Threads"})
+    catalog.removeKey(key);
+}
+
+std::vector<std::string> printOpened(Document& document, WholeFile& file, const Effects& effects,
+                                     const Progress& progress) {
+  const auto steps = std::make_shared<Steps>(progress, static_cast<int>(document.pages.size()));
+  PageWrap wrap(*document.pdf);
+  wrap.prepare(effects);
+  if (effects.pagesOnSheet > 1)
+    putPagesOnSheets(document, wrap, effects.pagesOnSheet, *steps);
+  else if (effects.any())
+    wrapPages(document, wrap, *steps);
+  FilePipeline pipeline(file);
+  write(*document.pdf, pipeline, wrap, effects.negativeImage, steps);
+  pipeline.complete();
+  return wrap.marks().notes();
+}
+
+/// A copy of a dictionary, in which also these dictionaries are copies; what they hold is not copied.
+QPDFObjectHandle copyWith(QPDFObjectHandle dictionary, std::initializer_list<const char*> keys) {
+  if (!dictionary.isInitialized() || !dictionary.isDictionary()) return QPDFObjectHandle::newDictionary();
+  QPDFObjectHandle copy = dictionary.shallowCopy();
+  for (const char* key : keys) {
+    QPDFObjectHandle inner = copy.getKey(key);
+    if (inner.isDictionary()) copy.replaceKey(key, inner.shallowCopy());
+  }
+  return copy;
+}
+
+/// A page by itself that leads to no other page: only what is seen, with what it inherits. What effects add to it does
+/// not reach the document.
 PageEntry alone(const PageEntry& entry) {
   PageEntry copy = entry;
   QPDFObjectHandle page = entry.page;
@@ -141,7 +186,8 @@ PageEntry alone(const PageEntry& entry) {
   copy.page.replaceKey("/Type", QPDFObjectHandle::newName("/Page"));
   for (const char* key : {"/Annots", "/Contents", "/Group", "/UserUnit"})
     if (page.hasKey(key)) copy.page.replaceKey(key, page.getKey(key));
-  copy.page.replaceKey("/Resources", entry.resources);
+  copy.resources = copyWith(entry.resources, {"/XObject", "/ExtGState"});
+  copy.page.replaceKey("/Resources", copy.resources);
   copy.page.replaceKey("/MediaBox", entry.mediaBox);
   copy.page.replaceKey("/CropBox", entry.cropBox);
   copy.page.replaceKey("/Rotate", entry.rotate);
@@ -150,15 +196,21 @@ PageEntry alone(const PageEntry& entry) {
 
 }  // namespace
 
-void printPdf(const fs::path& in, const fs::path& out, const Effects& effects, const Progress& progress) {
+std::vector<std::string> printPdf(const fs::path& in, const fs::path& out, const Effects& effects,
+                                  const Progress& progress, const PageRule& pages) {
   std::error_code ignored;
   if (fs::equivalent(in, out, ignored))
     throw Error(quoted(out) + " is the job itself: choose another file to print into.");
+  if (!effects.refusal.empty()) throw Error(effects.refusal);
   Document document = openDocument(in);
   try {
+    if (!keepPages(document, pages))
+      throw Error(quoted(in) + " has none of the chosen pages: choose from its " +
+                  std::to_string(document.pages.size()) + ".");
     WholeFile file(out);
-    printOpened(document, file, effects, progress);
+    std::vector<std::string> notes = printOpened(document, file, effects, progress);
     file.commit();
+    return notes;
   } catch (...) {
     sayWhyNot(in, out);
   }
@@ -191,23 +243,31 @@ Job& Job::operator=(Job&&) noexcept = default;
 
 int Job::pageCount() const { return static_cast<int>(state->document.pages.size()); }
 
+const std::vector<std::string>& Job::notes() const { return state->wrap.marks().notes(); }
+
 std::string Job::printPage(int page, const Effects& effects) {
   if (page < 1 || page > pageCount())
     throw Error(quoted(state->file) + " has no page " + std::to_string(page) + ": choose one from 1 to " +
                 std::to_string(pageCount()) + ".");
+  if (!effects.refusal.empty()) throw Error(effects.refusal);
   QPDF& pdf = *state->document.pdf;
+  PageWrap& wrap = state->wrap;
   try {
-    const PageEntry entry = alone(state->document.pages[static_cast<std::size_t>(page - 1)]);
-    state->wrap.apply(entry, effects);
-    QPDFObjectHandle sheet = entry.page;
+    wrap.prepare(effects);
+    std::vector<PageEntry> pages;
+    const int first = page - (page - 1) % effects.pagesOnSheet;
+    for (const PageEntry& entry : pagesFrom(state->document, first, effects.pagesOnSheet))
+      pages.push_back(alone(entry));
+    QPDFObjectHandle sheet = pages.front().page;
+    if (effects.pagesOnSheet > 1)
+      sheet = wrap.sheetOf(pages, first);
+    else
+      wrap.apply(pages.front(), {Turn::Kind::page, page});
     sheet.removeKey("/Annots");
-    QPDFObjectHandle pages = pdf.makeIndirectObject("<< /Type /Pages /Count 1 >>"_qpdf);
-    sheet.replaceKey("/Parent", pages);
-    pages.replaceKey("/Kids", QPDFObjectHandle::newArray({pdf.makeIndirectObject(sheet)}));
-    state->catalog.replaceKey("/Pages", pages);
+    setPages(pdf, state->catalog, {sheet});
     std::string bytes;
     Pl_String out("printed page", nullptr, bytes);
-    write(pdf, out, effects, nullptr);
+    write(pdf, out, wrap, effects.negativeImage, nullptr);
     return bytes;
   } catch (...) {
     sayWhyNot(state->file, {});

@@ -1,17 +1,16 @@
 #include "script/commands.h"
 
+#include "host/documents/disk.h"
 #include "host/unicode.h"
+#include "host/widgets/input.h"
 #include "host/widgets/list.h"
 #include "script/describe.h"
 #include "script/session.h"
 
 #include <algorithm>
 #include <charconv>
-#include <filesystem>
-#include <fstream>
 #include <limits>
 #include <map>
-#include <sstream>
 #include <stdexcept>
 
 namespace Script {
@@ -19,6 +18,9 @@ namespace {
 
 using Arguments = std::vector<std::u16string>;
 using Refhost::toNarrow;
+
+// Keeps a widget while its handlers run, which may close the dialog that owns it.
+using Held = Kiln::SmartPtr<Kiln::XUL::Widget>;
 
 std::string inQuotes(const std::u16string& name) { return '"' + toNarrow(name) + '"'; }
 
@@ -33,46 +35,81 @@ Kind& operable(Session& session, const std::u16string& id, const std::string& de
   return *kind;
 }
 
-// Stands for the kinds that no widget of this host is.
-class Nothing {
- public:
-  virtual ~Nothing() = default;
-};
+std::int32_t toNumber(const std::u16string& word) {
+  const std::string digits = toNarrow(word);
+  std::int32_t number = 0;
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+  if (error == std::errc() && end == digits.data() + digits.size()) return number;
+  throw std::runtime_error(inQuotes(word) + " is no whole number.");
+}
 
 Json type(Session& session, const Arguments& words) {
-  operable<Nothing>(session, words[0], "be typed into");
-  return Json::object();
+  auto& box = operable<Refhost::TextBoxNode>(session, words[0], "be typed into");
+  const Held held(&session.widget(words[0]).asWidget());
+  const bool accepted = box.edit(words[1], Refhost::Edit::typed);
+  return {{"accepted", accepted}, {"text", text(box.content())}};
 }
 
 Json blur(Session& session, const Arguments& words) {
-  operable<Nothing>(session, words[0], "lose the input focus");
-  return Json::object();
+  auto& box = operable<Refhost::TextBoxNode>(session, words[0], "lose the input focus");
+  const Held held(&session.widget(words[0]).asWidget());
+  box.leave();
+  return {{"text", text(box.content())}};
 }
 
 Json scroll(Session& session, const Arguments& words) {
-  operable<Nothing>(session, words[0], "be scrolled");
+  auto& bar = operable<Refhost::ScrollBar>(session, words[0], "be scrolled");
+  const std::int32_t position = toNumber(words[1]);
+  if (position < bar.least() || position > bar.most())
+    throw std::runtime_error("The widget " + inQuotes(words[0]) + " has no position " + toNarrow(words[1]) +
+                             "; it goes from " + std::to_string(bar.least()) + " to " + std::to_string(bar.most()) +
+                             ".");
+  bar.scroll(position);
   return Json::object();
 }
 
 Json pick(Session& session, const Arguments& words) {
-  operable<Nothing>(session, words[0], "have a colour picked");
+  auto& picker = operable<Refhost::ColorPicker>(session, words[0], "have a colour picked");
+  const std::string colour = toNarrow(words[1]);
+  std::uint32_t value = 0;
+  const auto* end = colour.data() + colour.size();
+  if (colour.size() != 7 || colour.front() != '#' || std::from_chars(colour.data() + 1, end, value, 16).ptr != end)
+    throw std::runtime_error(inQuotes(words[1]) + " is no colour of the form #RRGGBB.");
+  picker.pick(value);
   return Json::object();
 }
 
+// The place of the first item of that value.
+std::int32_t indexOf(Refhost::SelectorNode& list, const std::u16string& id, const std::u16string& value) {
+  for (std::int32_t i = 0; i < list.items().count(); ++i)
+    if (list.items().at(i)->value().view() == value) return i;
+  throw std::runtime_error("The widget " + inQuotes(id) + " has no item of the value " + inQuotes(value) + ".");
+}
+
 Json drop(Session& session, const Arguments& words) {
-  operable<Refhost::SelectorNode>(session, words[0], "have items dragged from it");
-  operable<Nothing>(session, words[2], "have items dropped on it");
+  indexOf(operable<Refhost::SelectorNode>(session, words[0], "have items dragged from it"), words[0], words[1]);
+  auto& target = operable<Refhost::ImageBox>(session, words[2], "have items dropped on it");
+  if (!target.isDropTarget())
+    throw std::runtime_error("The widget " + inQuotes(words[2]) + " cannot have items dropped on it.");
+  target.drop(words[1]);
   return Json::object();
 }
 
 Json menu(Session& session, const Arguments& words) {
-  operable<Nothing>(session, words[0], "show a context menu");
+  auto& image = operable<Refhost::ImageBox>(session, words[0], "show a context menu");
+  if (std::ranges::none_of(image.menu(), [&](const auto& item) { return item.text == words[1]; }))
+    throw std::runtime_error("The widget " + inQuotes(words[0]) + " has no " + inQuotes(words[1]) +
+                             " in its context menu.");
+  image.choose(words[1]);
   return Json::object();
 }
 
 Json click(Session& session, const Arguments& words) {
-  if (auto* box = dynamic_cast<Refhost::CheckBox*>(&session.widget(words[0])); box != nullptr)
+  Refhost::WidgetNode& widget = session.widget(words[0]);
+  if (dynamic_cast<Refhost::CheckBox*>(&widget) != nullptr)
     operable<Refhost::CheckBox>(session, words[0], "be clicked").click();
+  else if (dynamic_cast<Refhost::RadioButton*>(&widget) != nullptr)
+    operable<Refhost::RadioButton>(session, words[0], "be clicked").choose();
   else
     operable<Refhost::Button>(session, words[0], "be clicked").click();
   return Json::object();
@@ -80,21 +117,8 @@ Json click(Session& session, const Arguments& words) {
 
 Json select(Session& session, const Arguments& words) {
   auto& list = operable<Refhost::SelectorNode>(session, words[0], "have items selected");
-  for (std::int32_t i = 0; i < list.items().count(); ++i) {
-    if (list.items().at(i)->value().view() != words[1]) continue;
-    list.choose(i);
-    return Json::object();
-  }
-  throw std::runtime_error("The widget " + inQuotes(words[0]) + " has no item of the value " + inQuotes(words[1]) +
-                           ".");
-}
-
-std::int32_t toNumber(const std::u16string& word) {
-  const std::string digits = toNarrow(word);
-  std::int32_t number = 0;
-  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
-  if (error == std::errc() && end == digits.data() + digits.size()) return number;
-  throw std::runtime_error(inQuotes(word) + " is no whole number.");
+  list.choose(indexOf(list, words[0], words[1]));
+  return Json::object();
 }
 
 Json selectIndex(Session& session, const Arguments& words) {
@@ -217,16 +241,14 @@ Json dialogs(Session& session, const Arguments&) {
 
 Json trace(Session& session, const Arguments&) { return {{"events", session.takeEvents()}}; }
 
-std::string contentOf(const std::u16string& name) {
-  std::ifstream file(std::filesystem::path(name), std::ios::binary);
-  std::ostringstream content;
-  if (file.peek() != std::ifstream::traits_type::eof()) content << file.rdbuf();
-  if (!file.is_open() || file.bad()) throw std::runtime_error("The file " + toNarrow(name) + " cannot be read.");
-  return content.str();
+Json writeJob(Session& session, const Arguments& words) {
+  constexpr std::size_t largestJob = std::size_t{1} << 31;
+  session.preferences().writeJob(Refhost::realDisk().read(Refhost::pathFromText(words[0]), largestJob));
+  return Json::object();
 }
 
 Json loadTicket(Session& session, const Arguments& words) {
-  session.preferences().loadTicket(contentOf(words[0]), toNarrow(words[0]));
+  session.preferences().loadTicketFile(Refhost::pathFromText(words[0]));
   return Json::object();
 }
 
@@ -234,13 +256,24 @@ Json ticket(Session& session, const Arguments&) { return {{"xml", session.prefer
 
 Json schema(Session& session, const Arguments&) { return {{"xml", session.preferences().ticketSchema()}}; }
 
-Json notServed(Session&, const Arguments&) {
-  throw std::runtime_error("This build of the host does not serve the command.");
+// Profiles need no user interface, but one that was closed is not there to show what they bring.
+void demandProfiles(Session& session) {
+  demandNoDialog(session);
+  if (session.preferences().options().mode != Refhost::Mode::rootless) session.gui();
 }
 
-Json profileNotServed(Session& session, const Arguments& words) {
-  demandNoDialog(session);
-  return notServed(session, words);
+Json exportProfile(Session& session, const Arguments& words) {
+  demandProfiles(session);
+  const std::u16string includeUserdata = words.size() > 1 ? words[1] : u"True";
+  const auto location = session.preferences().exportProfile(Refhost::pathFromText(words[0]), includeUserdata);
+  if (!location) return {{"location", nullptr}};
+  return {{"location", text(Refhost::pathText(location->generic_string<std::filesystem::path::value_type>()))}};
+}
+
+Json importProfile(Session& session, const Arguments& words) {
+  demandProfiles(session);
+  session.preferences().importProfile(Refhost::pathFromText(words[0]), {});
+  return Json::object();
 }
 
 struct Command {
@@ -276,9 +309,9 @@ const std::map<std::string, Command, std::less<>>& commandTable() {
       {"forbid", {"NAME OPTION", 2, 2, forbid}},
       {"lock", {"[NAME]...", 0, anyNumber, lock}},
       {"job-step", {"NAME", 1, 1, jobStep}},
-      {"write-job", {"FILE", 1, 1, notServed}},
-      {"export", {"TARGET [IncludeUserdata]", 1, 2, profileNotServed}},
-      {"import", {"TARGET", 1, 1, profileNotServed}},
+      {"write-job", {"FILE", 1, 1, writeJob}},
+      {"export", {"TARGET [IncludeUserdata]", 1, 2, exportProfile}},
+      {"import", {"TARGET", 1, 1, importProfile}},
       {"load-ticket", {"FILE", 1, 1, loadTicket}},
       {"reload", {"", 0, 0, reload}},
 

@@ -2,6 +2,7 @@
 
 #include "host/reference_host.h"
 #include "host/unicode.h"
+#include "host/widgets/input.h"
 #include "host/widgets/list.h"
 
 #include <array>
@@ -27,7 +28,8 @@ bool hasLabel(WidgetKind kind) {
     case WidgetKind::label:
     case WidgetKind::button:
     case WidgetKind::checkBox:
-    case WidgetKind::radioButton: return true;
+    case WidgetKind::radioButton:
+    case WidgetKind::colorPicker: return true;
     default: return false;
   }
 }
@@ -113,6 +115,11 @@ Json describe(WidgetNode& widget) {
     members["selected"] = selector->selection();
     members["items"] = describeItems(selector->items());
   }
+  if (auto* box = dynamic_cast<Refhost::TextBoxNode*>(&widget)) {
+    members["text"] = text(box->content());
+    members["maxLength"] = box->maximumLength() ? Json(*box->maximumLength()) : Json(nullptr);
+  }
+  if (auto* bar = dynamic_cast<Refhost::ScrollBar*>(&widget)) members["position"] = bar->position();
   if (auto* label = dynamic_cast<Refhost::Label*>(&widget))
     members["image"] = textOrNull(sourceOf(label->image().get()));
   if (auto* box = dynamic_cast<Refhost::ImageBox*>(&widget)) members["image"] = textOrNull(shownImage(*box));

@@ -1,5 +1,6 @@
 #include "script/session.h"
 
+#include "host/documents/path_text.h"
 #include "host/unicode.h"
 #include "script/commands.h"
 #include "script/describe.h"
@@ -25,7 +26,7 @@ Session::Session(const Request& request, std::istream& commandLines, std::ostrea
   if (options.home.empty()) options.home = temporaryHome.emplace().path();
   if (request.trace.empty()) return;
   traceFile.open(request.trace, std::ios::binary | std::ios::trunc);
-  if (!traceFile) throw std::runtime_error("The trace file " + request.trace.string() + " cannot be written.");
+  if (!traceFile) throw std::runtime_error("The trace file " + Refhost::shownPath(request.trace) + " cannot be written.");
 }
 
 bool Session::run() {
@@ -106,7 +107,11 @@ void Session::runModally(Refhost::Dialog& dialog) {
   if (!dialog.isOpen()) return;
   if (++dialogsAfterEnd > mostDialogsAfterEnd)
     throw std::runtime_error("The plug-in keeps opening dialogs after the end of the script.");
-  while (dialog.isOpen()) Kiln::SmartPtr<Refhost::Dialog>(topmost())->cancel();
+  while (dialog.isOpen()) {
+    const Kiln::SmartPtr<Refhost::Dialog> innermost(topmost());
+    innermost->cancel();
+    innermost->close();
+  }
 }
 
 void Session::showFailure(const std::string& sentence) { fail(sentence); }

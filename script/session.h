@@ -7,9 +7,9 @@
 
 #include "host/face.h"
 #include "host/preferences.h"
+#include "host/temporary_folder.h"
 #include "script/json.h"
 #include "script/run.h"
-#include "script/temporary_home.h"
 
 #include <fstream>
 #include <iosfwd>
@@ -83,7 +83,7 @@ class Session final : public Refhost::Face {
   std::istream& commands;
   std::ostream& answers;
   std::ofstream traceFile;
-  std::optional<TemporaryHome> temporaryHome;
+  std::optional<Refhost::TemporaryFolder> temporaryHome;
   std::unique_ptr<Refhost::Preferences> opened;
   std::optional<std::u16string> jobStep;
   Json events = Json::array();

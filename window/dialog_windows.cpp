@@ -8,14 +8,15 @@
 
 namespace Window {
 
-DialogWindow::DialogWindow(Refhost::Dialog& shownDialog, const Texts& texts, const Refhost::ChromeFolders& chrome,
-                           QWidget* parent)
+DialogWindow::DialogWindow(Refhost::Dialog& shownDialog, const Surroundings& around, QWidget* parent)
     : QDialog(parent),
       dialog(shownDialog) {
   Refhost::Layout& layout = dialog.layout();
-  setWindowTitle(texts.shown(layout.title));
+  setWindowTitle(around.texts.shown(layout.title));
   setObjectName(toQt(layout.root->WidgetNode::id()));
-  view = std::make_unique<TreeView>(*layout.root, texts, chrome, this);
+  Surroundings own = around;
+  own.registeredPicture = [this](const std::u16string& name) { return dialog.imageAddress(name); };
+  view = std::make_unique<TreeView>(*layout.root, own, this);
 
   auto* buttons = new QDialogButtonBox(this);
   auto* accept = buttons->addButton(QString(), QDialogButtonBox::AcceptRole);
@@ -58,25 +59,22 @@ void DialogWindow::reject() {
   if (!finished) dialog.cancel();
 }
 
-DialogWindow& DialogWindows::add(Refhost::Dialog& dialog, const Texts& texts, const Refhost::ChromeFolders& chrome,
-                                 QWidget* parent) {
+DialogWindow& DialogWindows::add(Refhost::Dialog& dialog, const Surroundings& around, QWidget* parent) {
   // Over the dialog that is open already, if there is one.
   QWidget* below = QApplication::activeModalWidget();
-  auto* window = new DialogWindow(dialog, texts, chrome, below != nullptr ? below : parent);
+  auto* window = new DialogWindow(dialog, around, below != nullptr ? below : parent);
   windows[&dialog] = window;
   return *window;
 }
 
-void DialogWindows::runModally(Refhost::Dialog& dialog, const Texts& texts, const Refhost::ChromeFolders& chrome,
-                               QWidget* parent) {
-  DialogWindow& window = add(dialog, texts, chrome, parent);
+void DialogWindows::runModally(Refhost::Dialog& dialog, const Surroundings& around, QWidget* parent) {
+  DialogWindow& window = add(dialog, around, parent);
   window.runModally();
   window.deleteLater();
 }
 
-void DialogWindows::open(Refhost::Dialog& dialog, const Texts& texts, const Refhost::ChromeFolders& chrome,
-                         QWidget* parent) {
-  add(dialog, texts, chrome, parent).show();
+void DialogWindows::open(Refhost::Dialog& dialog, const Surroundings& around, QWidget* parent) {
+  add(dialog, around, parent).show();
 }
 
 void DialogWindows::closed(Refhost::Dialog& dialog) {

@@ -1,9 +1,8 @@
 // The dialogs of a plug-in, as windows over the preferences.
 #pragma once
 
-#include "host/chrome/addresses.h"
 #include "host/gui.h"
-#include "window/texts.h"
+#include "window/surroundings.h"
 #include "window/tree_view.h"
 
 #include <QDialog>
@@ -19,7 +18,7 @@ class DialogWindow final : public QDialog {
   Q_OBJECT
 
  public:
-  DialogWindow(Refhost::Dialog& shownDialog, const Texts& texts, const Refhost::ChromeFolders& chrome, QWidget* parent);
+  DialogWindow(Refhost::Dialog& shownDialog, const Surroundings& around, QWidget* parent);
 
   void update(const Refhost::WidgetNode& node) { view->update(node); }
 
@@ -42,13 +41,13 @@ class DialogWindow final : public QDialog {
 // All that are open.
 class DialogWindows {
  public:
-  void runModally(Refhost::Dialog& dialog, const Texts& texts, const Refhost::ChromeFolders& chrome, QWidget* parent);
-  void open(Refhost::Dialog& dialog, const Texts& texts, const Refhost::ChromeFolders& chrome, QWidget* parent);
+  void runModally(Refhost::Dialog& dialog, const Surroundings& around, QWidget* parent);
+  void open(Refhost::Dialog& dialog, const Surroundings& around, QWidget* parent);
   void closed(Refhost::Dialog& dialog);
   void update(const Refhost::WidgetNode& node);
 
  private:
-  DialogWindow& add(Refhost::Dialog& dialog, const Texts& texts, const Refhost::ChromeFolders& chrome, QWidget* parent);
+  DialogWindow& add(Refhost::Dialog& dialog, const Surroundings& around, QWidget* parent);
 
   std::map<const Refhost::Dialog*, DialogWindow*> windows;
 };

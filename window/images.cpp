@@ -3,23 +3,47 @@
 #include "host/reference_host.h"
 #include "window/texts.h"
 
+#include <QFile>
+#include <QImageReader>
+#include <QPainter>
 #include <QWidget>
 
 namespace Window {
+namespace {
+
+// Anybody may have written the file: it is read as nothing but a bitmap, and one of an absurd size is not read at all.
+QPixmap bitmapIn(const std::filesystem::path& file) {
+  QFile bytes(toQt(file.u16string()));
+  if (!bytes.open(QIODevice::ReadOnly)) return {};
+  QImageReader reader(&bytes, "bmp");
+  reader.setAutoDetectImageFormat(false);
+  return QPixmap::fromImageReader(&reader);
+}
+
+}  // namespace
 
 QPixmap pixmapOf(const Kiln::SmartPtr<Kiln::XUL::Image>& image, const QWidget& on) {
   const auto* known = dynamic_cast<const Refhost::Image*>(image.get());
   if (known == nullptr) return {};
-  if (known->colour.empty()) return QPixmap(toQt(known->file.u16string()));
-  QPixmap swatch(known->width, known->height);
-  swatch.fill(QColor(toQt(known->colour)));
-  swatch.setDevicePixelRatio(on.devicePixelRatioF());
-  return swatch;
+  return known->colour.empty() ? bitmapIn(known->file)
+                               : swatch(QColor(toQt(known->colour)), {known->width, known->height}, on);
 }
 
 QPixmap pixmapAt(std::u16string_view address, const Refhost::ChromeFolders& chrome) {
   const auto file = chrome.file(address);
-  return file ? QPixmap(toQt(file->u16string())) : QPixmap();
+  return file ? bitmapIn(*file) : QPixmap();
+}
+
+QPixmap swatch(const QColor& colour, const QSize& pixels, const QWidget& on) {
+  QPixmap drawn(pixels);
+  if (drawn.isNull()) return {};
+  drawn.fill(colour);
+  QPainter painter(&drawn);
+  painter.setPen(QColor(0, 0, 0, 80));
+  painter.drawRect(0, 0, pixels.width() - 1, pixels.height() - 1);
+  painter.end();
+  drawn.setDevicePixelRatio(on.devicePixelRatioF());
+  return drawn;
 }
 
 }  // namespace Window

@@ -4,7 +4,9 @@
 #include "host/chrome/addresses.h"
 #include "kiln/widgets.h"
 
+#include <QColor>
 #include <QPixmap>
+#include <QSize>
 
 #include <string_view>
 
@@ -16,7 +18,10 @@ namespace Window {
 // that they have at 96 dots an inch; swatches were made in the screen's own pixels.
 QPixmap pixmapOf(const Kiln::SmartPtr<Kiln::XUL::Image>& image, const QWidget& on);
 
-// The picture that a layout names by its address.
+// The picture of that address; nothing for none.
 QPixmap pixmapAt(std::u16string_view address, const Refhost::ChromeFolders& chrome);
+
+// A patch of one colour, of so many of the screen's own pixels, with an edge that a patch as light as the window needs.
+QPixmap swatch(const QColor& colour, const QSize& pixels, const QWidget& on);
 
 }  // namespace Window

@@ -6,11 +6,18 @@
 
 #include <QColor>
 #include <QComboBox>
+#include <QDrag>
 #include <QIcon>
-#include <QListWidget>
+#include <QListView>
+#include <QMimeData>
+
+#include <algorithm>
 
 namespace Window {
 namespace {
+
+constexpr int aboveAndBelow = 4;
+constexpr int valueRole = Qt::UserRole;
 
 QVariant colourOf(Kiln::XUL::ListItem& item) {
   const auto* known = dynamic_cast<const Refhost::ListItem*>(&item);
@@ -22,17 +29,67 @@ QIcon iconOf(Kiln::XUL::ListItem& item, const QWidget& on) {
   return pixmap.isNull() ? QIcon() : QIcon(pixmap);
 }
 
+bool canWrite(QFont font, const QString& text) {
+  font.setStyleStrategy(QFont::NoFontMerging);
+  const QFontMetrics metrics(font);
+  return std::all_of(text.begin(), text.end(), [&](QChar unit) { return unit.isSurrogate() || metrics.inFont(unit); });
+}
+
 }  // namespace
 
-int rowHeight(const QListWidget& list) { return list.fontMetrics().height() + 4; }
+// The units as they are: a value may be no proper text.
+QString valueIn(const QMimeData& data) {
+  const QByteArray bytes = data.data(itemFormat);
+  return QString(reinterpret_cast<const QChar*>(bytes.constData()), bytes.size() / qsizetype(sizeof(QChar)));
+}
 
-void showItems(QListWidget& list, Kiln::XUL::ListData& items) {
+int ItemList::rowHeight() const { return std::max(fontMetrics().height(), iconSize().height()) + aboveAndBelow; }
+
+QMimeData* ItemList::mimeData(const QList<QListWidgetItem*>& dragged) const {
+  auto* data = new QMimeData;
+  const QString value = dragged.isEmpty() ? QString() : dragged.first()->data(valueRole).toString();
+  data->setData(itemFormat,
+                QByteArray(reinterpret_cast<const char*>(value.constData()), value.size() * qsizetype(sizeof(QChar))));
+  return data;
+}
+
+void ItemList::startDrag(Qt::DropActions) {
+  if (currentItem() == nullptr) return;
+  auto* drag = new QDrag(this);
+  drag->setMimeData(mimeData({currentItem()}));
+  const QIcon icon = currentItem()->icon();
+  drag->setPixmap(icon.isNull() ? viewport()->grab(visualItemRect(currentItem())) : icon.pixmap(iconSize() * 2));
+  drag->exec(Qt::CopyAction);
+}
+
+QSize FaceNames::sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const {
+  return {0, QFontMetrics(option.font).height() * 3 / 2};
+}
+
+void FaceNames::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+  QStyledItemDelegate::initStyleOption(option, index);
+  QFont own = option->font;
+  own.setFamilies({option->text});
+  if (canWrite(own, option->text)) option->font = own;
+}
+
+void showInOwnFaces(QComboBox& combo) {
+  combo.setItemDelegate(new FaceNames(&combo));
+  auto* view = qobject_cast<QListView*>(combo.view());
+  if (view != nullptr) view->setUniformItemSizes(true);
+  // Measuring every name would load every face.
+  combo.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  combo.setMinimumContentsLength(16);
+}
+
+void showItems(ItemList& list, Kiln::XUL::ListData& items) {
   list.clear();
   for (int i = 0; i < items.count(); ++i) {
     const auto item = items.at(i);
     auto* row = new QListWidgetItem(iconOf(*item, list), toQt(item->displayedText().view()), &list);
     row->setData(Qt::ForegroundRole, colourOf(*item));
-    row->setSizeHint({0, rowHeight(list)});
+    row->setData(valueRole, toQt(item->value().view()));
+    row->setSizeHint({0, list.rowHeight()});
   }
 }
 

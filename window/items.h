@@ -3,16 +3,52 @@
 
 #include "kiln/widgets.h"
 
+#include <QListWidget>
+#include <QStyledItemDelegate>
+
 class QComboBox;
-class QListWidget;
+class QMimeData;
 
 namespace Window {
 
-// The height of a row of such a list, with room above and below the text.
-int rowHeight(const QListWidget& list);
+// What carries an item's value while it is dragged, and how it is read there.
+inline constexpr const char* itemFormat = "application/x-kiln-item";
+QString valueIn(const QMimeData& data);
+
+// A list whose items may be dragged, by their pictures.
+class ItemList final : public QListWidget {
+  Q_OBJECT
+
+ public:
+  using QListWidget::QListWidget;
+
+  // The height of a row, with room above and below text and picture.
+  int rowHeight() const;
+
+ protected:
+  void startDrag(Qt::DropActions actions) override;
+  QStringList mimeTypes() const override { return {itemFormat}; }
+  QMimeData* mimeData(const QList<QListWidgetItem*>& dragged) const override;
+};
+
+// Shows the names of faces each in its own face. A face is asked for when its name comes into sight, so that a thousand
+// of them open as fast as ten; one that cannot write its name is named in the list's own.
+class FaceNames final : public QStyledItemDelegate {
+  Q_OBJECT
+
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+};
+
+// Has a combo box of face names show them so.
+void showInOwnFaces(QComboBox& combo);
 
 // Replaces what is shown by these items: text, colour, picture. Leaves none selected.
-void showItems(QListWidget& list, Kiln::XUL::ListData& items);
+void showItems(ItemList& list, Kiln::XUL::ListData& items);
 void showItems(QComboBox& combo, Kiln::XUL::ListData& items);
 
 }  // namespace Window

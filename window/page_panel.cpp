@@ -1,5 +1,7 @@
 #include "window/page_panel.h"
 
+#include "window/paper.h"
+
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -13,9 +15,6 @@
 namespace Window {
 namespace {
 
-// Between the paper and the edge of the view; the shadow falls into it.
-constexpr int margin = 20;
-constexpr int shadowWidth = 10;
 constexpr int notchOfWheel = 120;
 
 }  // namespace
@@ -29,7 +28,7 @@ PaperView::PaperView(QWidget* parent) : QWidget(parent) {
 QSize PaperView::sizeHint() const { return {430, 560}; }
 
 QSize PaperView::room() const {
-  return ((QSizeF(size()) - QSizeF(2 * margin, 2 * margin)) * devicePixelRatioF()).toSize().expandedTo({1, 1});
+  return ((QSizeF(size()) - QSizeF(2 * roundSheet, 2 * roundSheet)) * devicePixelRatioF()).toSize().expandedTo({1, 1});
 }
 
 void PaperView::show(const PagePicture& newPicture) {
@@ -39,13 +38,11 @@ void PaperView::show(const PagePicture& newPicture) {
 
 void PaperView::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  const QColor window = palette().color(QPalette::Window);
-  const bool isDark = window.lightness() < 128;
-  painter.fillRect(rect(), isDark ? window.darker(140) : window.darker(112));
+  paintDesk(painter, *this);
   if (!shown.failure.isEmpty()) {
     painter.setPen(palette().color(QPalette::WindowText));
-    painter.drawText(rect().adjusted(margin, margin, -margin, -margin), Qt::AlignCenter | Qt::TextWordWrap,
-                     shown.failure);
+    painter.drawText(rect().adjusted(roundSheet, roundSheet, -roundSheet, -roundSheet),
+                     Qt::AlignCenter | Qt::TextWordWrap, shown.failure);
   } else if (!shown.image.isNull()) {
     paintPaper(painter);
   }
@@ -62,23 +59,11 @@ void PaperView::paintPaper(QPainter& painter) const {
   const QSize pixels = shown.image.size().scaled(room(), Qt::KeepAspectRatio);
   const QSize nearly = (shown.image.size() - pixels).expandedTo(pixels - shown.image.size());
   const bool fits = nearly.width() <= 2 && nearly.height() <= 2;
-  const QSizeF sheet = QSizeF(fits ? shown.image.size() : pixels) / ratio;
-  const double left = std::round((width() - sheet.width()) / 2 * ratio) / ratio;
-  const double top = std::round((height() - sheet.height()) / 2 * ratio) / ratio;
-  const QRectF target(QPointF(left, top), sheet);
-
-  painter.setPen(Qt::NoPen);
-  painter.setRenderHint(QPainter::Antialiasing);
-  for (int i = shadowWidth; i > 0; --i) {
-    painter.setBrush(QColor(0, 0, 0, 5));
-    painter.drawRoundedRect(target.adjusted(-i, -i + 3, i, i + 3), i, i);
-  }
-  painter.setRenderHint(QPainter::Antialiasing, false);
+  QRectF sheet = sheetWithin(*this, shown.image.size());
+  if (fits) sheet.setSize(QSizeF(shown.image.size()) / ratio);
+  paintSheet(painter, sheet);
   painter.setRenderHint(QPainter::SmoothPixmapTransform, !fits);
-  painter.drawImage(target, shown.image);
-  painter.setBrush(Qt::NoBrush);
-  painter.setPen(QPen(QColor(0, 0, 0, 70), 0));
-  painter.drawRect(target.adjusted(-1 / ratio, -1 / ratio, 0, 0));
+  painter.drawImage(sheet, shown.image);
 }
 
 void PaperView::resizeEvent(QResizeEvent*) { Q_EMIT roomChanged(); }

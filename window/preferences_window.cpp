@@ -5,13 +5,16 @@
 #include "window/help_viewer.h"
 #include "window/inspector.h"
 #include "window/page_panel.h"
+#include "window/paper.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QCompleter>
 #include <QFile>
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QInputDialog>
+#include <QLineEdit>
 #include <QLocale>
 #include <QMessageBox>
 #include <QPushButton>
@@ -36,10 +39,12 @@ constexpr int besideText = 14;
 Refhost::Options onThisMachine(Refhost::Options options) {
   const QScreen* screen = QGuiApplication::primaryScreen();
   options.dpi = static_cast<int>(std::lround(screen->logicalDotsPerInchX() * screen->devicePixelRatio()));
-  if (!options.fonts) {
-    options.fonts.emplace();
-    for (const QString& family : QFontDatabase::families()) options.fonts->push_back(toWide(family));
-  }
+  if (!options.fonts)
+    options.fonts = [] {
+      std::vector<std::u16string> names;
+      for (const QString& family : QFontDatabase::families()) names.push_back(toWide(family));
+      return names;
+    };
   return options;
 }
 
@@ -169,7 +174,7 @@ void PreferencesWindow::showTabs() {
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setWidgetResizable(true);
     scroll->setFocusPolicy(Qt::NoFocus);
-    auto view = std::make_unique<TreeView>(*layout.root, texts(), preferences().chrome(), scroll);
+    auto view = std::make_shared<TreeView>(*layout.root, surroundings(), scroll);
     scroll->setWidget(view->widget());
     scroll->viewport()->setAutoFillBackground(false);
     view->widget()->setAutoFillBackground(false);
@@ -187,12 +192,13 @@ void PreferencesWindow::leaveTabs() {
   for (const auto& view : views) view->forget();
   const QSignalBlocker quiet(tabs);
   while (tabs->count() > 0) {
-    // One of its widgets may be handling the very click or key that ends it.
+    // One of its widgets may be handling the very click or key that ends it, or wait to; their view stays for that.
     QWidget* page = tabs->widget(0);
+    QObject::connect(page, &QObject::destroyed, [view = views.at(0)] {});
+    views.erase(views.begin());
     page->setParent(nullptr);
     page->deleteLater();
   }
-  views.clear();
 }
 
 void PreferencesWindow::showState() {
@@ -226,17 +232,17 @@ void PreferencesWindow::setDocument(const std::filesystem::path& file) {
   pages->setDocument(file);
 }
 
+Surroundings PreferencesWindow::surroundings() {
+  return {texts(), preferences().chrome(), paperOf(preferences().model().value(u"PaperSize").value_or(u""))};
+}
+
 bool PreferencesWindow::isSettled() const { return !stale && pages->isSettled(); }
 
 QString PreferencesWindow::pageFailure() const { return pages->picture().failure; }
 
-void PreferencesWindow::runModally(Refhost::Dialog& dialog) {
-  dialogs.runModally(dialog, texts(), preferences().chrome(), this);
-}
+void PreferencesWindow::runModally(Refhost::Dialog& dialog) { dialogs.runModally(dialog, surroundings(), this); }
 
-void PreferencesWindow::dialogOpened(Refhost::Dialog& dialog) {
-  dialogs.open(dialog, texts(), preferences().chrome(), this);
-}
+void PreferencesWindow::dialogOpened(Refhost::Dialog& dialog) { dialogs.open(dialog, surroundings(), this); }
 
 void PreferencesWindow::dialogClosed(Refhost::Dialog& dialog) { dialogs.closed(dialog); }
 
@@ -251,11 +257,29 @@ void PreferencesWindow::showHelp(const std::u16string& url, const std::u16string
   if (!helpShown) showFailure(texts()("NOT_OPENED").arg(toQt(url)).toStdString());
 }
 
+// The names in use are offered while one is written: to create an overlay anew, its own name is given again.
 std::optional<std::u16string> PreferencesWindow::askJobStep() {
-  bool isGiven = false;
-  const QString name =
-      QInputDialog::getText(this, texts()("TITLE"), texts()("JOB_STEP"), QLineEdit::Normal, {}, &isGiven);
-  return isGiven ? std::optional(toWide(name)) : std::nullopt;
+  QInputDialog question(this);
+  question.setWindowTitle(texts()("TITLE"));
+  question.setLabelText(texts()("JOB_STEP"));
+  auto* completer = new QCompleter(namesInUse(), &question);
+  completer->setCaseSensitivity(Qt::CaseInsensitive);
+  question.setTextValue({});  // makes the line that the completer is for
+  if (auto* line = question.findChild<QLineEdit*>()) line->setCompleter(completer);
+  const bool isGiven = question.exec() == QDialog::Accepted;
+  return isGiven ? std::optional(toWide(question.textValue())) : std::nullopt;
+}
+
+// The overlays of the tab's list, each of which has the path of its file as its value.
+QStringList PreferencesWindow::namesInUse() {
+  QStringList names;
+  Refhost::Gui* gui = preferences().gui();
+  auto* list = gui == nullptr ? nullptr : dynamic_cast<Refhost::SelectorNode*>(gui->find(u"cmb_EffOverlay"));
+  for (int i = 0; list != nullptr && i < list->items().count(); ++i) {
+    const auto item = list->items().at(i);
+    if (std::filesystem::path(item->value().str()).is_absolute()) names << toQt(item->displayedText().view());
+  }
+  return names;
 }
 
 // The box waits for nobody, so that what went wrong ends first.

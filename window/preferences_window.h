@@ -62,8 +62,13 @@ class PreferencesWindow final : public QMainWindow, private Refhost::Face {
   std::optional<std::u16string> askJobStep() override;
   void showFailure(const std::string& sentence) override;
 
+  QStringList namesInUse();
+
   // In the language of the preferences that are open; valid until they are opened anew.
   Texts texts() { return Texts(preferences().strings()); }
+
+  // What the tabs and dialogs of these preferences are shown in.
+  Surroundings surroundings();
 
   // Building, in preferences_window.cpp.
   void build();
@@ -110,7 +115,7 @@ class PreferencesWindow final : public QMainWindow, private Refhost::Face {
   HelpViewer* helpViewer = nullptr;
   std::vector<std::pair<QPushButton*, const char*>> buttons;
   QPushButton* undoButton = nullptr;
-  std::vector<std::unique_ptr<TreeView>> views;
+  std::vector<std::shared_ptr<TreeView>> views;  // of the tabs, in their order
   DialogWindows dialogs;
   QStringList told;
   bool helpShown = false;

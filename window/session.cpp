@@ -1,6 +1,6 @@
 #include "window/session.h"
 
-#include "window/kept_settings.h"
+#include "host/kept_settings.h"
 #include "window/texts.h"
 
 #include <utility>
@@ -31,18 +31,20 @@ void Session::reopen(std::string model, std::string locale) {
     start(all);
     throw;
   }
-  // Changes that were carried to another model are still not kept anywhere.
-  if (!sameModel) valuesWhenKept = wasChanged ? Refhost::TracePairs() : userValues(false);
+  if (!wasChanged)
+    valuesWhenKept = userValues(false);  // which differ in the texts that the plug-in writes in the user's language
+  else if (!sameModel)
+    valuesWhenKept.clear();  // changes that were carried to another model are still not kept anywhere
 }
 
 // Opens with what was kept for the model, then what the run was asked for, then what is carried over.
 void Session::start(const Refhost::TracePairs& carried) {
   const Refhost::ModelDescription model = Refhost::readModel(options.resources / "models", options.model);
-  const KeptSettings kept = readSettings(settingsFile(options.home, model.name));
+  const Refhost::KeptSettings kept = Refhost::readSettings(Refhost::settingsFile(options.home, model.name));
   Refhost::Options now = options;
-  now.properties = applicable(kept.values, model);
+  now.properties = Refhost::applicable(kept.values, model);
   now.properties.insert(now.properties.end(), options.properties.begin(), options.properties.end());
-  const Refhost::TracePairs also = applicable(carried, model);
+  const Refhost::TracePairs also = Refhost::applicable(carried, model);
   now.properties.insert(now.properties.end(), also.begin(), also.end());
 
   opened.reset();
@@ -68,7 +70,7 @@ bool Session::isChanged() { return userValues(false) != valuesWhenKept; }
 bool Session::keep() {
   if (!opened->accept()) return false;
   const Refhost::TracePairs values = userValues(false);
-  writeSettings(settingsFile(options.home, opened->model().description().name), values);
+  Refhost::writeSettings(Refhost::settingsFile(options.home, opened->model().description().name), values);
   valuesWhenKept = values;
   return true;
 }

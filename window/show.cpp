@@ -1,10 +1,13 @@
 #include "window/preferences_window.h"
 #include "window/window.h"
 
+#include <QAbstractButton>
 #include <QApplication>
+#include <QDialog>
 #include <QEventLoop>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <cstdio>
 #include <memory>
@@ -43,16 +46,41 @@ bool hasDisplay() {
          !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
 }
 
-int draw(PreferencesWindow& window, const std::filesystem::path& picture) {
+QAbstractButton& buttonToPress(PreferencesWindow& window, const std::string& id) {
+  auto* button = window.findChild<QAbstractButton*>(QString::fromStdString(id));
+  if (button == nullptr || !button->isEnabled() || button->isHidden())
+    throw std::runtime_error("There is no button " + id + " to press in this window.");
+  return *button;
+}
+
+int save(QWidget& shown, const std::filesystem::path& picture) {
+  QCoreApplication::processEvents();
+  if (shown.grab().save(toQt(picture.u16string()), "PNG")) return 0;
+  return fail(cannotDraw, "The picture \"" + toQt(picture.u16string()).toStdString() +
+                              "\" cannot be written: check that its folder exists and may be written.");
+}
+
+// Pressing returns when the dialog has closed, so that it is drawn and closed from within.
+int drawDialog(QAbstractButton& opener, const std::filesystem::path& picture) {
+  std::optional<int> status;
+  QTimer::singleShot(0, &opener, [&status, &picture] {
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr) return;
+    status = save(*dialog, picture);
+    dialog->reject();
+  });
+  opener.click();
+  return status ? *status : fail(cannotDraw, "Pressing " + opener.objectName().toStdString() + " opens no dialog.");
+}
+
+int draw(PreferencesWindow& window, const Request& request) {
   window.show();
   while (!window.isSettled()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   QCoreApplication::processEvents();
   if (!window.failures().isEmpty()) return fail(cannotDraw, window.failures().constFirst().toStdString());
   if (!window.pageFailure().isEmpty()) return fail(cannotDraw, window.pageFailure().toStdString());
-  if (!window.grab().save(toQt(picture.u16string()), "PNG"))
-    return fail(cannotDraw, "The picture \"" + toQt(picture.u16string()).toStdString() +
-                                "\" cannot be written: check that its folder exists and may be written.");
-  return 0;
+  if (request.press.empty()) return save(window, request.screenshot);
+  return drawDialog(buttonToPress(window, request.press), request.screenshot);
 }
 
 int show(const Request& request) {
@@ -67,8 +95,10 @@ int show(const Request& request) {
   QApplication::setApplicationName("kiln");
   PreferencesWindow window(request);
   window.open();
-  if (imaginary) return draw(window, request.screenshot);
+  if (imaginary) return draw(window, request);
   window.show();
+  if (!request.press.empty())
+    QMetaObject::invokeMethod(&buttonToPress(window, request.press), &QAbstractButton::click, Qt::QueuedConnection);
   return QApplication::exec();
 }
 

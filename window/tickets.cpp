@@ -1,7 +1,6 @@
 // PrintTickets opened and saved from the window's menu.
 #include "host/documents/disk.h"
 #include "host/documents/whole_file.h"
-#include "host/documents/xml.h"
 #include "host/unicode.h"
 #include "window/preferences_window.h"
 
@@ -21,10 +20,9 @@ std::optional<std::filesystem::path> PreferencesWindow::askForTicket(bool forSav
 }
 
 void PreferencesWindow::openTicket() {
-  constexpr std::size_t largestTicket = std::size_t{32} << 20;
   const auto file = askForTicket(false);
   if (!file) return;
-  preferences().loadTicket(Refhost::readFile(*file, largestTicket), Refhost::toNarrow(file->u16string()));
+  preferences().loadTicketFile(*file);
 }
 
 void PreferencesWindow::saveTicket() {

@@ -1,17 +1,22 @@
 #include "window/tree_view.h"
 
+#include "host/chrome/layout.h"
 #include "window/images.h"
 #include "window/items.h"
+#include "window/picture_box.h"
+#include "window/roomy_button.h"
+#include "window/text_field.h"
 
 #include <QBoxLayout>
+#include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
-#include <QListWidget>
 #include <QPushButton>
 #include <QSignalBlocker>
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace Window {
@@ -74,23 +79,37 @@ bool holdsGroups(const WidgetNode& box) {
 
 }  // namespace
 
-TreeView::TreeView(WidgetNode& root, const Texts& uiTexts, const Refhost::ChromeFolders& chromeFolders, QWidget* parent)
-    : texts(uiTexts),
-      chrome(chromeFolders),
+TreeView::TreeView(WidgetNode& root, const Surroundings& around, QWidget* parent)
+    : surroundings(around),
+      texts(around.texts),
       tree(&root),
       top(build(root, parent)) {
   relate(root);
 }
 
 void TreeView::forget() {
+  for (const auto& [node, entry] : shown)
+    if (auto* field = qobject_cast<TextField*>(entry.widget)) field->forget();
   shown.clear();
   tree = nullptr;
+}
+
+WidgetNode* TreeView::follow(const WidgetNode& follower, const char* attribute) {
+  const std::u16string id = follower.attribute(attribute);
+  WidgetNode* found = nullptr;
+  Refhost::walk(*tree, [&](WidgetNode& node) {
+    if (!id.empty() && node.id() == id) found = &node;
+  });
+  if (found != nullptr) followers[found].insert(&follower);
+  return found;
 }
 
 void TreeView::update(const WidgetNode& node) {
   const auto found = shown.find(&node);
   if (found == shown.end()) return;
   found->second.refresh();
+  if (const auto following = followers.find(&node); following != followers.end())
+    for (const WidgetNode* follower : following->second) shown.at(follower).refresh();
   for (const WidgetNode* above = node.parent(); above != nullptr; above = above->parent())
     if (above->kind() == WidgetKind::groupBox) shown.at(above).refresh();
   relate(*tree);
@@ -127,13 +146,20 @@ QWidget* TreeView::build(WidgetNode& node, QWidget* parent) {
     case WidgetKind::checkBox: return buildCheckBox(dynamic_cast<Refhost::CheckBox&>(node), parent);
     case WidgetKind::listBox: return buildList(node, parent);
     case WidgetKind::comboBox: return buildCombo(node, parent);
-    default: break;
+    case WidgetKind::radioButton: return buildRadio(dynamic_cast<Refhost::RadioButton&>(node), parent);
+    case WidgetKind::textBox:
+    case WidgetKind::integerTextBox: return buildText(node, parent);
+    case WidgetKind::scrollBar: return buildScroll(dynamic_cast<Refhost::ScrollBar&>(node), parent);
+    case WidgetKind::colorPicker: return buildColourPicker(dynamic_cast<Refhost::ColorPicker&>(node), parent);
+    case WidgetKind::preview: return buildPreview(dynamic_cast<Refhost::WatermarkPreview&>(node), parent);
+    case WidgetKind::spacer: break;
   }
   throw std::logic_error(std::string("the window cannot show a ") + nameOf(node.kind()));
 }
 
 QWidget* TreeView::buildContainer(WidgetNode& node, QWidget* parent) {
   auto* box = new QWidget(parent);
+  if (node.attribute("element") == u"radiogroup") radioGroups[&node] = new QButtonGroup(box);
   auto* layout = new QBoxLayout(runsAcross(node) ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom, box);
   const bool isPage = node.kind() == WidgetKind::tab;
   if (!isPage) layout->setContentsMargins(0, 0, 0, 0);
@@ -188,9 +214,11 @@ QWidget* TreeView::buildLabel(Refhost::Label& node, QWidget* parent) {
   auto* picture = new QLabel(row);
   text->setTextFormat(Qt::PlainText);
   text->setWordWrap(node.attribute("element") == u"description");
+  const std::u16string align = node.attribute("align");
+  if (align == u"center" || align == u"end") layout->addStretch();
   layout->addWidget(text, text->wordWrap() ? 1 : 0);
   layout->addWidget(picture);
-  if (!text->wordWrap()) layout->addStretch();
+  if (!text->wordWrap() && align != u"end") layout->addStretch();
   show(node, row, [this, &node, text, picture] {
     const QString label = shownLabel(node);
     // Only a label that leads to another widget has an access key, and only it doubles ampersands.
@@ -202,18 +230,37 @@ QWidget* TreeView::buildLabel(Refhost::Label& node, QWidget* parent) {
 }
 
 QWidget* TreeView::buildImage(Refhost::ImageBox& node, QWidget* parent) {
-  auto* picture = new QLabel(parent);
-  picture->setAlignment(Qt::AlignCenter);
-  const QPixmap fromLayout = pixmapAt(node.attribute("src"), chrome);
-  show(node, picture, [&node, picture, fromLayout] {
-    picture->setPixmap(node.image() ? pixmapOf(node.image(), *picture) : fromLayout);
+  auto* box = new PictureBox(parent);
+  if (node.isDropTarget()) {
+    box->takeDrops();
+    QObject::connect(box, &PictureBox::dropped, box, [this, &node](const QString& value) {
+      if (shown.contains(&node)) node.drop(toWide(value));
+    });
+  }
+  std::vector<PictureBox::Entry> menu;
+  for (const Refhost::MenuItem& item : node.menu()) menu.push_back({toQt(item.text), texts.shown(item.label)});
+  box->setMenu(std::move(menu));
+  QObject::connect(box, &PictureBox::chosen, box, [this, &node](const QString& text) {
+    if (shown.contains(&node)) node.choose(toWide(text));
   });
-  return picture;
+  show(node, box, [this, &node, box] { box->show(pictureIn(node, *box)); });
+  return box;
 }
 
+QPixmap TreeView::pictureIn(const Refhost::ImageBox& node, const QWidget& on) const {
+  if (node.image()) return pixmapOf(node.image(), on);
+  const std::u16string address =
+      node.resource().empty() ? node.attribute("src") : surroundings.registeredPicture(node.resource());
+  return pixmapAt(address, surroundings.chrome);
+}
+
+// A button of a set width is as wide as that, or as its text needs: most are wider than a symbol on them.
 QWidget* TreeView::buildButton(Refhost::Button& node, QWidget* parent) {
-  auto* button = new QPushButton(parent);
+  auto* button = new RoomyButton(parent);
   adopt(node, button, [&node] { node.click(); });
+  if (const int width = number(node, "width"); width > 0)
+    button->setFixedWidth(
+        std::max(width, button->fontMetrics().horizontalAdvance(button->text()) + 2 * RoomyButton::leastBeside));
   return button;
 }
 
@@ -229,9 +276,11 @@ QWidget* TreeView::buildCheckBox(Refhost::CheckBox& node, QWidget* parent) {
 
 QWidget* TreeView::buildList(WidgetNode& node, QWidget* parent) {
   auto& selector = dynamic_cast<Refhost::SelectorNode&>(node);
-  auto* list = new QListWidget(parent);
+  auto* list = new ItemList(parent);
+  list->setDragEnabled(node.attribute("draggable") == u"true");
+  if (const int side = number(node, "iconsize"); side > 0) list->setIconSize({side, side});
   const int rows = number(node, "rows", 4);
-  list->setFixedHeight(rows * rowHeight(*list) + 2 * list->frameWidth());
+  list->setFixedHeight(rows * list->rowHeight() + 2 * list->frameWidth());
   if (number(node, "flex") > 0) list->setMaximumHeight(QWIDGETSIZE_MAX);
 
   // The choice waits for the list to be done with the key or click: what it sets off may fill the list anew.
@@ -253,15 +302,18 @@ QWidget* TreeView::buildCombo(WidgetNode& node, QWidget* parent) {
   auto& selector = dynamic_cast<Refhost::SelectorNode&>(node);
   auto* combo = new QComboBox(parent);
   combo->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  if (node.attribute("fontpreview") == u"true") showInOwnFaces(*combo);
   QObject::connect(combo, &QComboBox::activated, combo, [&selector, combo](int row) {
     selector.choose(row);
     const QSignalBlocker quiet(combo);
     combo->setCurrentIndex(selector.selection());
   });
-  show(node, combo, [&selector, combo] {
+  const auto* preview = dynamic_cast<Refhost::WatermarkPreview*>(follow(node, "preview"));
+  show(node, combo, [&selector, combo, preview] {
     const QSignalBlocker quiet(combo);
     showItems(*combo, selector.items());
     combo->setCurrentIndex(selector.selection());
+    if (preview != nullptr) combo->setPlaceholderText(toQt(preview->watermark().face));
   });
   return combo;
 }

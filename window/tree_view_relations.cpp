@@ -15,6 +15,28 @@ bool isRow(const WidgetNode& node) {
   return node.kind() == WidgetKind::box && node.attribute("element") == u"hbox" && !node.children().empty();
 }
 
+bool showsNoWords(const WidgetNode& node) {
+  switch (node.kind()) {
+    case WidgetKind::groupBox:
+    case WidgetKind::image:
+    case WidgetKind::listBox:
+    case WidgetKind::comboBox:
+    case WidgetKind::textBox:
+    case WidgetKind::integerTextBox:
+    case WidgetKind::scrollBar:
+    case WidgetKind::preview: return true;
+    default: return false;
+  }
+}
+
+// A button with nothing to read on it, such as an arrow.
+bool isSymbol(const QWidget& widget) {
+  const auto* button = qobject_cast<const QAbstractButton*>(&widget);
+  if (button == nullptr) return false;
+  const QString text = button->text();
+  return std::none_of(text.begin(), text.end(), [](QChar unit) { return unit.isLetterOrNumber(); });
+}
+
 bool isFlexible(const WidgetNode& node) { return node.kind() == WidgetKind::spacer || !node.attribute("flex").empty(); }
 
 std::vector<WidgetNode*> rowsOf(const WidgetNode& container) {
@@ -46,6 +68,7 @@ void TreeView::leadLabels(WidgetNode& node) {
   const QString control = toQt(node.attribute("control"));
   auto* target = control.isEmpty() ? nullptr : top->findChild<QWidget*>(control);
   auto* label = target == nullptr ? nullptr : widgetOf(node)->findChild<QLabel*>();
+  if (label != nullptr) led.insert(target);
   if (label != nullptr && label->buddy() != target) {
     label->setBuddy(target);
     shown.at(&node).refresh();
@@ -53,24 +76,34 @@ void TreeView::leadLabels(WidgetNode& node) {
   for (WidgetNode* child : node.children()) leadLabels(*child);
 }
 
-// A list or box that no label leads to is named by the caption of its group.
+// What shows no words of its own, and has no label that leads to it, is called by the label that the layout gives it
+// for that, else by the caption of its group.
 void TreeView::nameForReaders(WidgetNode& node, const QString& group) {
   QString name = group;
   if (node.kind() == WidgetKind::groupBox && !node.children().empty() &&
       node.children().front()->attribute("element") == u"caption")
     name = texts.shown(node.children().front()->label());
-  QWidget* widget = widgetOf(node);
-  const bool isSelector = dynamic_cast<Refhost::SelectorNode*>(&node) != nullptr;
-  if (widget != nullptr && (node.kind() == WidgetKind::groupBox || isSelector || node.kind() == WidgetKind::image))
-    widget->setAccessibleName(name);
-  if (widget != nullptr) widget->setAccessibleDescription(widget->toolTip());
+  if (QWidget* widget = widgetOf(node); widget != nullptr) {
+    if (showsNoWords(node) && !led.contains(widget)) {
+      const QString own = attribute(node, "label");
+      widget->setAccessibleName(own.isEmpty() ? name : own);
+    }
+    if (isSymbol(*widget)) widget->setAccessibleName(widget->toolTip());
+    widget->setAccessibleDescription(widget->toolTip());
+  }
   for (WidgetNode* child : node.children()) nameForReaders(*child, name);
 }
 
-// Rows of label and control have their controls below each other. In a container that shares columns, the groups have
-// all their columns below each other.
+// Rows of label and control have their controls below each other, also over groups that follow each other. In a
+// container that shares columns, the groups have all their columns below each other.
 void TreeView::lineUp(WidgetNode& container) {
+  for (WidgetNode* child : container.children()) lineUp(*child);
   std::vector<WidgetNode*> labelled = rowsOf(container);
+  for (const WidgetNode* child : container.children()) {
+    if (child->kind() != WidgetKind::groupBox) continue;
+    const auto rows = rowsOf(*child);
+    labelled.insert(labelled.end(), rows.begin(), rows.end());
+  }
   std::erase_if(labelled, [](const WidgetNode* row) { return !beginsWithLabel(row); });
   lineUpRows(labelled, false);
 
@@ -83,7 +116,6 @@ void TreeView::lineUp(WidgetNode& container) {
     }
     lineUpRows(all, true);
   }
-  for (WidgetNode* child : container.children()) lineUp(*child);
 }
 
 void TreeView::lineUpRows(const std::vector<WidgetNode*>& rows, bool everyColumn) {

@@ -5,6 +5,7 @@
 #include "host/preferences.h"
 
 #include <filesystem>
+#include <string>
 
 namespace Window {
 
@@ -17,6 +18,10 @@ struct Request {
 
   // Draws the window into this PNG file instead of showing it, and ends; needs no display. Empty for a real window.
   std::filesystem::path screenshot;
+
+  // The id of a button to press first, as if the user did; the picture is then of the dialog that it opens. Empty for
+  // none.
+  std::string press;
 
   // The page to look at first, from 1.
   int page = 1;

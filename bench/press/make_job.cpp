@@ -1,6 +1,6 @@
-// Writes the job that press_bench.sh prints: 1000 pages of text on A4.
+// Writes the job that press_bench.sh prints: pages of text on A4.
 
-#include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <fstream>
 #include <iostream>
@@ -14,7 +14,6 @@
 
 namespace {
 
-constexpr int pageCount = 1000;
 constexpr int linesOnPage = 35;
 
 std::string pageText(std::mt19937& random, int page) {
@@ -41,7 +40,7 @@ std::string deflated(const std::string& data) {
   return result;
 }
 
-std::string job() {
+std::string job(int pageCount) {
   using Press::reference;
   Press::PdfBytes pdf;
   std::mt19937 random(1);  // the same job every time
@@ -64,12 +63,13 @@ std::string job() {
 }  // namespace
 
 int main(int count, char** arguments) {
-  if (count != 2) {
-    std::cerr << "Usage: press_bench_job FILE.pdf\n";
+  const int pages = count == 3 ? std::atoi(arguments[2]) : 0;
+  if (pages < 1) {
+    std::cerr << "Usage: press_bench_job FILE.pdf PAGES\n";
     return 2;
   }
   std::ofstream file(arguments[1], std::ios::binary);
-  file << job();
+  file << job(pages);
   file.close();
   if (!file) {
     std::cerr << "\"" << arguments[1] << "\" cannot be written: choose another place.\n";

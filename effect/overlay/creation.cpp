@@ -1,12 +1,96 @@
-// Creating an overlay from the job that is printed.
+// Creating an overlay: the job that is being printed is captured into the store, under a name that the user gives.
 #include "effect/effect_plugin.h"
 
 namespace Kiln::XUL {
 
-void EffectPlugin::onPrintJobOverlay(ModelSelectionChange&) {}
+using namespace Effect;
 
-void EffectPlugin::popupOvlPrintDlg(SmartPtr<GUI>) {}
+// Runs the creation, and then `ending` with whether a destination was prepared. A failure has none, and goes on to the
+// host.
+template <class Ending>
+void EffectPlugin::createOverlay(const Ending& ending) {
+  bool isPrepared = false;
+  try {
+    isPrepared = sendOverlayCreateTransitions();
+  } catch (...) {
+    ending(false);
+    throw;
+  }
+  ending(isPrepared);
+}
 
-void EffectPlugin::onPreAccept(SmartPtr<PreAcceptPanel>) {}
+void EffectPlugin::onPrintJobOverlay(ModelSelectionChange& change) {
+  if (change.value.view() != Value::on || !propertyIs(Prop::printJob, Value::overlayJob)) return;
+  createOverlay([this](bool) { send({{Prop::overlayImageCreate, Value::off}}); });
+}
+
+void EffectPlugin::popupOvlPrintDlg(SmartPtr<GUI>) {
+  if (!propertyIs(Prop::printJob, Value::overlayJob) || !propertyValue(Prop::overlayImageName).empty()) return;
+  createOverlay([this](bool isPrepared) {
+    if (!isPrepared) host().cancelJob();
+  });
+}
+
+// An ordinary job never goes into the destination of an earlier creation.
+void EffectPlugin::onPreAccept(SmartPtr<PreAcceptPanel> panel) {
+  if (!propertyIs(Prop::printJob, Value::overlayJob)) return send({{Prop::overlayDestFileName, {}}});
+  if (!propertyValue(Prop::overlayImageName).empty()) return;
+  createOverlay([&panel](bool isPrepared) {
+    if (!isPrepared) panel->veto();
+  });
+}
+
+// True when a destination was prepared, into which the driver is to write the overlay.
+bool EffectPlugin::sendOverlayCreateTransitions() {
+  send({{Prop::ovlDestCreated, Value::no}});
+  if (overlay.store)
+    overlay.store->refresh();
+  else
+    overlay.store = newOverlays();
+  if (overlay.store->isFull()) {
+    if (const auto dialog = gui->openDialog(Address::overlayFull)) dialog->runModally();
+    return false;
+  }
+  host().runJobStep();
+  const std::u16string name = storableName(propertyValue(Prop::overlayImageName).view());
+  if (name.empty() || !mayTakeName(name)) return false;
+  prepareDestination(name);
+  return true;
+}
+
+// Asks the user where one of their overlays has the name already.
+bool EffectPlugin::mayTakeName(const std::u16string& name) {
+  const std::int32_t known = overlay.store->findByLabel(name, false);
+  if (known < 0 || !host().path(overlay.store->record(known).path)->exists()) return true;
+  overlay.mayOverwrite = false;
+  const auto dialog = gui->openDialog(Address::overwrite);
+  if (!dialog) return false;
+  connect(*dialog->okSignal(), *this, &EffectPlugin::onOvlOverwrite);
+  connect(*dialog->cancelSignal(), *this, &EffectPlugin::onCancelOvlOverwrite);
+  dialog->runModally();
+  return overlay.mayOverwrite;
+}
+
+// The index names the new overlay before the driver has written it: until then no store lists it. Where that fails,
+// there is no destination.
+void EffectPlugin::prepareDestination(const std::u16string& name) {
+  const auto destination = host().path(overlay.store->addOverlay(name));
+  send({{Prop::ovlDestCreated, Value::yes}, {Prop::overlayDestFileName, destination->text().view()}});
+  try {
+    if (const auto folder = destination->folder(); !folder->exists()) folder->createFolder();
+    if (destination->exists()) destination->remove();
+    overlay.store->save();
+  } catch (const Exception&) {
+    overlay.store->takeBack(destination->text().view());
+    send({{Prop::ovlDestCreated, Value::no}, {Prop::overlayDestFileName, {}}});
+    throw;
+  }
+}
+
+void EffectPlugin::onOvlOverwrite(SubDialogEventArg&) { overlay.mayOverwrite = true; }
+
+void EffectPlugin::onCancelOvlOverwrite(SubDialogEventArg&) {
+  send({{Prop::ovlDestCreated, Value::no}, {Prop::overlayImageName, {}}});
+}
 
 }  // namespace Kiln::XUL

@@ -1,21 +1,174 @@
-// The overlay side of the tab.
+// The overlay side of the tab: what it shows, and what it follows. selection.cpp keeps the selection valid,
+// creation.cpp makes new overlays.
 #include "effect/effect_plugin.h"
+#include "effect/list_order.h"
 #include "effect/option_box.h"
+#include "effect/overlay/multi_overlay.h"
+#include "effect/settings.h"
+#include "effect/widget_state.h"
 
 namespace Kiln::XUL {
 
 using namespace Effect;
 
+namespace {
+
+// The entries for no overlay and for several keep their places at the top of the list.
+constexpr std::int32_t noneEntry = 0;
+constexpr std::int32_t multipleEntry = 1;
+constexpr std::int32_t fixedEntries = 2;
+
+}  // namespace
+
 void EffectPlugin::setupOverlay() {
-  overlay.layeringBox = widget<Toggle>(WidgetId::overlayLayering);
-  overlay.perPageBox = widget<Toggle>(WidgetId::overlayPerPage);
+  overlay.store = newOverlays();
+  bindOverlayWidgets();
+  showOverlays();
+  showDownloadedTip();
+  if (overlay.list) connect(*overlay.list->changeSignal(), *this, &EffectPlugin::onOvlChange);
+  if (overlay.detailsButton) connect(*overlay.detailsButton->clickSignal(), *this, &EffectPlugin::onOvlDetails);
+  if (overlay.deleteButton) connect(*overlay.deleteButton->clickSignal(), *this, &EffectPlugin::onOvlDelete);
   if (overlay.layeringBox) connect(*overlay.layeringBox->changeSignal(), *this, &EffectPlugin::onOvlOverlay);
   if (overlay.perPageBox) connect(*overlay.perPageBox->changeSignal(), *this, &EffectPlugin::onOvlPerPage);
+  send({{Prop::ovlDestCreated, Value::no}});
 }
 
-void EffectPlugin::OvlSelectionChange(ModelSelectionChange&) {}
+SmartPtr<Overlays> EffectPlugin::newOverlays() {
+  SmartPtr<Overlays> store(new (host().allocator()) Overlays(host(), propertyManager(), false));
+  if (!store) throw std::bad_alloc();
+  return store;
+}
 
-void EffectPlugin::DisableOvl(ModelEnableChange&) {}
+void EffectPlugin::bindOverlayWidgets() {
+  overlay.list = widget<ComboBox>(WidgetId::overlayList);
+  overlay.detailsButton = widget<Button>(WidgetId::overlayDetails);
+  overlay.deleteButton = widget<Button>(WidgetId::overlayDelete);
+  overlay.layeringBox = widget<Toggle>(WidgetId::overlayLayering);
+  overlay.perPageBox = widget<Toggle>(WidgetId::overlayPerPage);
+  overlay.picture = widget<ImageBox>(WidgetId::overlayPicture);
+  overlay.caption = widget<Label>(WidgetId::overlayCaption);
+}
+
+void EffectPlugin::showOverlays() {
+  if (!overlay.list) return;
+  const auto items = host().listData();
+  overlay.store->fillList(*items, true, host().image(Address::downloadedIcon, globalScope));
+  orderByLabel(*items, fixedEntries);
+  overlay.list->setData(items);
+}
+
+// The printer's own defaults (PDC) are no user's, so there the tab tells nothing of user data.
+void EffectPlugin::showDownloadedTip() {
+  const bool isTold =
+      settingFlag(*propertyManager()->configuration(), Setting::userDataSupport) && uiMode() == modeDocProp;
+  overlay.tip = isTold ? host().image(Address::downloadedIcon, globalScope) : SmartPtr<Image>();
+  if (!overlay.tip) return;
+  if (overlay.picture) overlay.picture->setImage(overlay.tip);
+  if (overlay.caption) overlay.caption->setImage(overlay.tip);
+}
+
+// The value of the selected entry; without a list the property's.
+std::u16string EffectPlugin::selectedOverlay() {
+  const auto item = overlay.list ? overlay.list->selectedItem() : SmartPtr<ListItem>();
+  return item ? item->value().str() : propertyValue(Prop::overlaySel).str();
+}
+
+void EffectPlugin::onOvlChange(EventArg<ComboBox> event) {
+  const auto item = event.source().selectedItem();
+  if (!item) return;
+  const WString value = item->value();
+  if (value.view() == Value::none) {
+    send({{Prop::overlaySel, value.view()}, {Prop::overlayImage, Value::none}});
+  } else if (value.view() == Value::multiple) {
+    send({{Prop::overlaySel, value.view()}, {Prop::overlayImage, Value::multipleOverlayImage}});
+    assignOverlays(host(), *gui, propertyManager(), *overlay.store);
+  } else {
+    send({{Prop::overlaySel, value.view()},
+          {Prop::overlaySourceFileName, overlay.store->pathOf(value.view(), item->isMarked())},
+          {Prop::overlayImage, Value::overlayImage}});
+  }
+}
+
+void EffectPlugin::onOvlDetails(EventArg<Button>) {
+  assignOverlays(host(), *gui, propertyManager(), *overlay.store);
+  if (overlay.list && propertyIs(Prop::overlayImage, Value::multipleOverlayImage)) overlay.list->select(multipleEntry);
+}
+
+void EffectPlugin::onOvlDelete(EventArg<Button>) {
+  const auto dialog = gui->openDialog(Address::confirmDelete);
+  if (!dialog) return;
+  connect(*dialog->okSignal(), *this, &EffectPlugin::onOkOvlDelete);
+  dialog->runModally();
+}
+
+void EffectPlugin::onOkOvlDelete(SubDialogEventArg&) {
+  const auto item = overlay.list ? overlay.list->selectedItem() : SmartPtr<ListItem>();
+  if (!item || overlay.store->pathOf(item->value().view(), item->isMarked()) == Value::none) return;
+  overlay.store->removeOverlay(item->value().view(), item->isMarked());
+
+  const auto select = [this] {
+    const auto items = overlay.list->data();
+    items->remove(overlay.list->selectedIndex());
+    overlay.list->setData(items);
+    send({{Prop::overlaySel, Value::none}, {Prop::overlayImage, Value::none}});
+  };
+  // The overlay is gone, whether or not the index can be written.
+  try {
+    overlay.store->save();
+  } catch (const Exception&) {
+    select();
+    throw;
+  }
+  select();
+}
+
+void EffectPlugin::DisableOvl(ModelEnableChange& change) {
+  if (change.property.view() != Prop::overlayImage) return;
+  if (overlay.caption) overlay.caption->setEnabled(change.enabled);
+  if (change.enabled) {
+    enableIfThere(overlay.list);
+    updateOvlControls();
+    return;
+  }
+  if (overlay.list) overlay.list->select(noneEntry);
+  showOverlayPicture();
+  disableIfThere(overlay.list);
+  disableIfThere(overlay.detailsButton);
+  disableIfThere(overlay.deleteButton);
+  clearIfThere(overlay.layeringBox);
+  clearIfThere(overlay.perPageBox);
+}
+
+void EffectPlugin::updateOvlControls() {
+  const std::u16string selected = selectedOverlay();
+  if (selected == Value::multiple && !overlay.store) return makeOvlValid();
+  if (selected != Value::none) return offerOverlay(selected);
+  disableIfThere(overlay.detailsButton);
+  disableIfThere(overlay.deleteButton);
+  clearIfThere(overlay.layeringBox);
+  clearIfThere(overlay.perPageBox);
+}
+
+// Several overlays cannot be deleted at once; and on each page apart they print only where a sheet has several pages.
+void EffectPlugin::offerOverlay(std::u16string_view value) {
+  const bool isMultiple = value == Value::multiple;
+  if (isMultiple)
+    disableIfThere(overlay.deleteButton);
+  else
+    enableIfThere(overlay.deleteButton);
+  if (overlay.perPageBox) overlay.perPageBox->setEnabled(!isMultiple || !propertyIs(Prop::nin1, Value::none));
+  enableIfThere(overlay.detailsButton);
+  if (overlay.layeringBox) overlay.layeringBox->setEnabled(true);
+}
+
+// The thumbnail of the selected overlay, where it has one that can be read.
+void EffectPlugin::showOverlayPicture() {
+  if (!overlay.picture) return;
+  const auto item = overlay.list ? overlay.list->selectedItem() : SmartPtr<ListItem>();
+  const std::u16string path = item && overlay.store ? overlay.store->pathOf(item->value().view(), item->isMarked())
+                                                    : std::u16string(Value::none);
+  overlay.picture->setImage(path == Value::none ? overlay.tip : host().image(thumbnailOf(path), {}));
+}
 
 void EffectPlugin::OvlOccuranceSelectionChange(ModelSelectionChange& change) {
   followValue(overlay.perPageBox.get(), change, Value::perPage);

@@ -6,18 +6,41 @@ namespace Kiln::XUL {
 
 using namespace Effect;
 
+// Whether the edited record is to be stored. The editor moves the list's selection when an entry above it is about to
+// go; it is the same entry again from here on, since entries go by their ids.
+bool EffectPlugin::editWatermark(const Node& edited, bool isNew) {
+  const auto selected = watermark.list ? watermark.list->selectedItem() : SmartPtr<ListItem>();
+  const WatermarkDlg editor({host(), propertyManager(), gui}, edited, isNew);
+  if (selected && !(watermark.list->selectedItem() == selected)) watermark.list->selectValue(selected->value());
+  return editor.isAccepted();
+}
+
+// The id of another record of that name, which one that is given the name replaces; empty for none. A built-in record,
+// whose name is a reference, is known by the name that the list shows.
+std::u16string EffectPlugin::watermarkNamed(std::u16string_view name, std::u16string_view besides) {
+  const std::u16string named = watermark.store->findIdByName(name);
+  if (!named.empty() && named != besides) return named;
+  const auto items = watermark.list ? watermark.list->data() : SmartPtr<ListData>();
+  for (std::int32_t i = 0; items && i < items->count(); ++i) {
+    const auto item = items->at(i);
+    const bool isOther = item->value().view() != besides && !item->isMarked();
+    if (isOther && item->text().view() == name) return item->value().str();
+  }
+  return {};
+}
+
 void EffectPlugin::onAddWM(EventArg<Button>) {
   const SmartPtr<Watermarks> store = watermark.store;
   const Node edited = store->makeNoneRecord();
-  if (!editWatermark(host(), *gui, edited, true)) return;
+  if (!editWatermark(edited, true)) return;
 
   const WString name = fieldText(*edited, Field::stylename);
-  const std::u16string sameName = store->findIdByName(name.view());
+  const std::u16string sameName = watermarkNamed(name.view(), {});
   bool isReplaced = false;
   std::u16string newId;
-  store->changeTogether([&] {
-    isReplaced = store->removeRecord(sameName);
-    newId = store->addRecord(edited);
+  store->changeTogether([&](Watermarks::Changes& changes) {
+    isReplaced = changes.remove(sameName);
+    newId = changes.add(edited);
   });
   if (isReplaced) removeWatermarkItem(sameName);
   if (newId.empty()) return;
@@ -36,14 +59,14 @@ void EffectPlugin::onEditWM(EventArg<Button>) {
 
   const Node edited = record->clone();
   const WString oldName = fieldText(*edited, Field::stylename);
-  if (!editWatermark(host(), *gui, edited, false)) return;
+  if (!editWatermark(edited, false)) return;
 
   const WString name = fieldText(*edited, Field::stylename);
-  const std::u16string sameName = name.view() == oldName.view() ? std::u16string() : store->findIdByName(name.view());
+  const std::u16string sameName = name.view() == oldName.view() ? std::u16string() : watermarkNamed(name.view(), id);
   bool isReplaced = false;
-  store->changeTogether([&] {
-    isReplaced = store->removeRecord(sameName);
-    store->updateRecord(id, edited);
+  store->changeTogether([&](Watermarks::Changes& changes) {
+    isReplaced = changes.remove(sameName);
+    changes.update(id, edited);
   });
   if (isReplaced) removeWatermarkItem(sameName);
   item->setText(name);

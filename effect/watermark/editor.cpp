@@ -1,34 +1,111 @@
 #include "effect/watermark/editor.h"
 
-#include "effect/vocabulary.h"
-#include "kiln/signal.h"
+#include "effect/watermark/editor_values.h"
+#include "effect/watermark/numbers.h"
 
-namespace Effect {
-namespace {
+namespace Kiln::XUL {
 
-// Which of the dialog's buttons closed it.
-class Answer final : public Kiln::SignalTarget {
- public:
-  explicit Answer(Kiln::XUL::SubDialog& dialog) {
-    Kiln::connect(*dialog.okSignal(), *this, &Answer::onOk);
-    Kiln::connect(*dialog.cancelSignal(), *this, &Answer::onCancel);
-  }
+using namespace Effect;
 
-  bool accepted = false;
-
- private:
-  void onOk(Kiln::XUL::SubDialogEventArg&) { accepted = true; }
-  void onCancel(Kiln::XUL::SubDialogEventArg&) { accepted = false; }
-};
-
-}  // namespace
-
-bool editWatermark(Kiln::Host&, Kiln::XUL::GUI& gui, const Kiln::SmartPtr<Kiln::Dom::INode>&, bool) {
-  const auto dialog = gui.openDialog(Address::watermarkEditor);
-  if (!dialog) return false;
-  const Answer answer(*dialog);
+WatermarkDlg::WatermarkDlg(EditorHost lender, SmartPtr<Dom::INode> edited, bool isNewRecord)
+    : host(std::move(lender)),
+      record(std::move(edited)),
+      isNew(isNewRecord) {
+  dialog = host.preferences->openDialog(Address::watermarkEditor);
+  if (!dialog) return;
+  connectWidgets();
+  loadWatermark(record);
   dialog->runModally();
-  return answer.accepted;
 }
 
-}  // namespace Effect
+void WatermarkDlg::connectWidgets() {
+  const bool hasBlack = host.properties->valueAllowed(Prop::watermarkColor, Value::colourBlack);
+  colourCapable = hasBlack && host.properties->valueAllowed(Prop::watermarkColor, Value::colourNonBlack);
+  blackOnly = hasBlack && !colourCapable;
+
+  connect(*dialog->okSignal(), *this, &WatermarkDlg::onOk);
+  connect(*dialog->cancelSignal(), *this, &WatermarkDlg::onCancel);
+  for (const Name code : {u"UL", u"UC", u"UR", u"CL", u"CC", u"CR", u"LL", u"LC", u"LR"})
+    if (const auto button = widget<Button>(code))
+      connect(*button->clickSignal(), *this, &WatermarkDlg::onPositionButton);
+  preview = widget<WMPreview>(WidgetId::preview);
+  connectColours();
+  connectNames();
+  connectFont();
+  connectAngle();
+  connectPrintStyles();
+  connectOpacity();
+  fillFontNames();
+  if (const auto button = widget<Button>(WidgetId::restoreDefaults))
+    connect(*button->clickSignal(), *this, &WatermarkDlg::onRestoreDefaults);
+}
+
+void WatermarkDlg::onOk(SubDialogEventArg& event) {
+  accepted = true;
+  replaceImpossibleSize();
+  askAboutNameClashes(event);
+}
+
+void WatermarkDlg::onCancel(SubDialogEventArg&) { accepted = false; }
+
+void WatermarkDlg::onOverwriteOk(SubDialogEventArg&) { overwriteConfirmed = true; }
+
+// A size out of range becomes the least one, whichever end it is beyond. One that is typed as "12 pt" is a 12.
+void WatermarkDlg::replaceImpossibleSize() {
+  const WString size = fieldText(*record, Field::fontsize);
+  if (isFontSize(size.view())) {
+    setField(*record, Field::fontsize, decimalText(leadingInteger(size.view())));
+    return;
+  }
+  put(widget<TextBox>(WidgetId::fontSize), leastFontSize);
+  applyFontSize(leastFontSize);
+}
+
+// The edited record's own entry is the selected one. Only downloaded watermarks can be named like downloaded ones, and
+// others like others.
+void WatermarkDlg::askAboutNameClashes(SubDialogEventArg& event) {
+  const auto list = watermarkList();
+  if (!list) return;
+  const WString name = styleNameBox ? styleNameBox->text() : fieldText(*record, Field::stylename);
+  const std::int32_t own = list->selectedIndex();
+  const auto selected = list->selectedItem();
+  const auto entries = list->data();
+  for (std::int32_t i = 0; i < entries->count(); ++i) {
+    const auto entry = entries->at(i);
+    if (!isNew && i == own) continue;
+    if (host.services.translate(entry->text()).view() != name.view()) continue;
+    if (selected && entry->isMarked() != selected->isMarked()) continue;
+
+    // The entry will be replaced: those after it move up.
+    if (!confirmOverwrite())
+      event.vetoClose();
+    else if (i < list->selectedIndex())
+      list->select(list->selectedIndex() - 1);
+  }
+}
+
+bool WatermarkDlg::confirmOverwrite() {
+  overwriteConfirmed = false;
+  const auto question = dialog->openDialog(Address::overwrite);
+  if (!question) return false;
+  connect(*question->okSignal(), *this, &WatermarkDlg::onOverwriteOk);
+  question->runModally();
+  return overwriteConfirmed;
+}
+
+SmartPtr<ListBox> WatermarkDlg::watermarkList() const {
+  return smartCast<ListBox>(dialog->parentWidgetById(WidgetId::watermarkList));
+}
+
+void WatermarkDlg::setEnabled(WStringView id, bool enabled) {
+  if (const auto found = dialog->widgetById(id)) enabled ? found->enable() : found->disable();
+}
+
+void WatermarkDlg::put(const SmartPtr<TextBox>& box, WStringView text) {
+  if (!box) return;
+  inOwnText = true;
+  box->setText(text);
+  inOwnText = false;
+}
+
+}  // namespace Kiln::XUL

@@ -3,8 +3,6 @@
 namespace Effect {
 namespace {
 
-constexpr Name downloadedColour = u"#FF0000";
-
 void addItem(Kiln::Host& host, std::u16string_view id, Kiln::Dom::INode& record, Kiln::XUL::ListData& list,
              const ListOptions& options) {
   const Kiln::WString name = fieldText(record, Field::stylename);

@@ -31,7 +31,7 @@ Node noneRecord(Kiln::Host& host, Kiln::WStringView sourceFile) {
   setField(*record, Field::stylename, Token::none);
   setField(*record, Field::fontname, defaultFace(host));
   setField(*record, Field::fontsize, u"72");
-  setField(*record, Field::fontstyle, u"Regular");
+  setField(*record, Field::fontstyle, FontStyle::regular);
   setField(*record, Field::colour, u"#808080");
   setField(*record, Field::angle, u"0");
   setField(*record, Field::positionX, u"C");

@@ -39,6 +39,13 @@ inline constexpr Name outline = u"Outline";
 inline constexpr Name transparency = u"Transparency";
 }  // namespace PrintStyle
 
+namespace FontStyle {
+inline constexpr Name regular = u"Regular";
+inline constexpr Name bold = u"Bold";
+inline constexpr Name italic = u"Italic";
+inline constexpr Name boldItalic = u"BoldItalic";
+}  // namespace FontStyle
+
 // The id of the NoneRecord: no watermark.
 inline constexpr Name noneId = u"0";
 

@@ -3,6 +3,7 @@
 #include "effect/list_order.h"
 #include "effect/option_box.h"
 #include "effect/watermark/numbers.h"
+#include "effect/widget_state.h"
 
 namespace Kiln::XUL {
 
@@ -12,14 +13,6 @@ namespace {
 
 // The none entry keeps its place at the top of the list.
 constexpr std::int32_t fixedEntries = 1;
-
-void enableIfThere(Widget* widget) {
-  if (widget != nullptr) widget->enable();
-}
-
-void disableIfThere(Widget* widget) {
-  if (widget != nullptr) widget->disable();
-}
 
 std::u16string integerText(Dom::INode& record, Name field) {
   return decimalText(leadingInteger(fieldText(record, field).view()));
@@ -48,7 +41,7 @@ void EffectPlugin::setupWM() {
   if (watermark.deleteButton) connect(*watermark.deleteButton->clickSignal(), *this, &EffectPlugin::onDeleteWM);
   if (watermark.firstPageBox) connect(*watermark.firstPageBox->changeSignal(), *this, &EffectPlugin::onWMFirstPage);
   if (watermark.perPageBox) connect(*watermark.perPageBox->changeSignal(), *this, &EffectPlugin::onWMPerPage);
-  if (watermark.store->isFull()) disableIfThere(watermark.addButton.get());
+  if (watermark.store->isFull()) disableIfThere(watermark.addButton);
 }
 
 SmartPtr<Watermarks> EffectPlugin::newWatermarks() {
@@ -155,9 +148,9 @@ void EffectPlugin::DisableWM(ModelEnableChange& change) {
   if (isWatermarkLocked()) {
     // The user cannot change it, only see what it is.
     if (watermark.list) watermark.list->selectValue(propertyValue(Prop::watermarkSel));
-    disableIfThere(watermark.addButton.get());
-    disableIfThere(watermark.editButton.get());
-    disableIfThere(watermark.deleteButton.get());
+    disableIfThere(watermark.addButton);
+    disableIfThere(watermark.editButton);
+    disableIfThere(watermark.deleteButton);
   } else if (change.enabled) {
     offerWatermarks();
   } else {
@@ -166,26 +159,26 @@ void EffectPlugin::DisableWM(ModelEnableChange& change) {
 }
 
 void EffectPlugin::offerWatermarks() {
-  enableIfThere(watermark.list.get());
-  enableIfThere(watermark.caption.get());
+  enableIfThere(watermark.list);
+  enableIfThere(watermark.caption);
   if (propertyIs(Prop::watermarkSel, noneId)) {
-    disableIfThere(watermark.editButton.get());
-    disableIfThere(watermark.deleteButton.get());
+    disableIfThere(watermark.editButton);
+    disableIfThere(watermark.deleteButton);
     send({{Prop::watermark, Value::none}, {Prop::watermarkSel, noneId}});
   } else {
-    enableIfThere(watermark.editButton.get());
-    enableIfThere(watermark.deleteButton.get());
+    enableIfThere(watermark.editButton);
+    enableIfThere(watermark.deleteButton);
   }
-  if (!watermark.store->isFull()) enableIfThere(watermark.addButton.get());
+  if (!watermark.store->isFull()) enableIfThere(watermark.addButton);
 }
 
 void EffectPlugin::withdrawWatermarks() {
   if (watermark.list) watermark.list->select(0);
-  disableIfThere(watermark.list.get());
-  disableIfThere(watermark.caption.get());
-  disableIfThere(watermark.addButton.get());
-  disableIfThere(watermark.editButton.get());
-  disableIfThere(watermark.deleteButton.get());
+  disableIfThere(watermark.list);
+  disableIfThere(watermark.caption);
+  disableIfThere(watermark.addButton);
+  disableIfThere(watermark.editButton);
+  disableIfThere(watermark.deleteButton);
   send({{Prop::watermark, Value::none}, {Prop::watermarkSel, noneId}});
 }
 

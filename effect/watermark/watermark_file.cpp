@@ -32,9 +32,8 @@ class SeenStore final : public Kiln::Services::FileBackingStoreIO {
     store->write(bytes);
   }
   void commit() override {
-    const std::string written = std::exchange(pending, {});
     store->commit();
-    seen = Kiln::String(allocator, written);
+    seen = Kiln::String(allocator, std::exchange(pending, {}));
   }
 
   bool isAsSeen() { return seen && store->readAll().view() == seen->view(); }
@@ -48,12 +47,18 @@ class SeenStore final : public Kiln::Services::FileBackingStoreIO {
 
 WatermarkFile::WatermarkFile(Kiln::Host& lender, Kiln::SmartPtr<Kiln::Services::Path> filePath)
     : host(lender),
-      path(std::move(filePath)) {
-  store = Kiln::SmartPtr<SeenStore>(new (host.allocator()) SeenStore(host.allocator(), host.file(path)));
-  if (!store) throw std::bad_alloc();
-}
+      path(std::move(filePath)),
+      store(newStore()) {}
 
 WatermarkFile::~WatermarkFile() = default;
+
+Kiln::SmartPtr<SeenStore> WatermarkFile::newStore() const {
+  Kiln::SmartPtr<SeenStore> made(new (host.allocator()) SeenStore(host.allocator(), host.file(path)));
+  if (!made) throw std::bad_alloc();
+  return made;
+}
+
+void WatermarkFile::forget() { store = newStore(); }
 
 void WatermarkFile::refuseIfBlocked() const {
   if (!blockedBecause.empty()) throw Kiln::Exception(host.allocator(), blockedBecause);
@@ -76,15 +81,20 @@ Node WatermarkFile::readDocument() {
   return root;
 }
 
+// Into a store of its own, so that what could not be committed is not a part of what is written next.
 void WatermarkFile::write(const Node& root) {
   refuseIfBlocked();
-  host.documents()->write(root, store);
+  const auto fresh = newStore();
+  host.documents()->write(root, fresh);
+  store = fresh;
 }
 
 void WatermarkFile::copyFrom(Name resource) {
   refuseIfBlocked();
-  store->write(host.resource(resource)->readAll());
-  store->commit();
+  const auto fresh = newStore();
+  fresh->write(host.resource(resource)->readAll());
+  fresh->commit();
+  store = fresh;
 }
 
 Kiln::SmartPtr<Kiln::Services::Path> WatermarkFile::setAside() {

@@ -29,6 +29,9 @@ class WatermarkFile {
   // The same when the file is there and is not as it was last read or written here; else empty. Throws as read.
   Node readIfChanged();
 
+  // Makes the file one that was neither read nor written here yet.
+  void forget();
+
   // Makes the document, or the bytes of a resource, the content of the file. Throws Exception.
   void write(const Node& root);
   void copyFrom(Name resource);
@@ -42,6 +45,7 @@ class WatermarkFile {
   void refuseIfBlocked() const;
 
  private:
+  Kiln::SmartPtr<SeenStore> newStore() const;
   Node readDocument();
   bool holdsTheSame(Kiln::Services::Path& other) const;
 

@@ -1,8 +1,10 @@
 // Opening the store, and changing what is in it. watermarks_save.cpp writes it.
 #include "effect/watermark/watermarks.h"
 
+#include "effect/local_data.h"
+#include "effect/sentence.h"
+#include "effect/settings.h"
 #include "effect/watermark/numbers.h"
-#include "effect/watermark/sentence.h"
 
 using namespace Effect;
 
@@ -10,16 +12,6 @@ namespace {
 
 constexpr std::int32_t hideBuiltInBit = 2;
 constexpr std::size_t mostWatermarks = 20;
-
-std::u16string settingText(Kiln::Property& settings, Name key) {
-  const auto found = settings.child(key);
-  return found ? found->wideValue().str() : std::u16string();
-}
-
-bool settingFlag(Kiln::Property& settings, Name key) {
-  const auto found = settings.child(key);
-  return found && found->boolValue();
-}
 
 std::pair<std::u16string, std::u16string> nameAndId(Kiln::Dom::INode& record, const std::u16string& id) {
   return {fieldText(record, Field::stylename).str(), id};
@@ -47,7 +39,6 @@ Watermarks::Watermarks(Kiln::Host& lender, const Kiln::PropertyManager& properti
   put(Text(noneId), makeNoneRecord());
 
   if (readUserFile()) readLocalData();
-  isHeld = false;
   writeDue();
   due.clear();
   isOpening = false;
@@ -79,13 +70,9 @@ bool Watermarks::readUserFileOnce() {
 
 void Watermarks::readLocalData() {
   if (!mergeFolder || !mergeFolder->exists()) return;
-  std::vector<Kiln::SmartPtr<Kiln::Services::Path>> folders;
-  attempt([&] {
-    const auto names = mergeFolder->list(u"*");
-    for (std::int32_t i = 0; i < names->count(); ++i)
-      if (auto entry = mergeFolder->join(names->at(i)); entry->isFolder()) folders.push_back(std::move(entry));
-  });
-  merged = merged || folders.size() > 1 || mergeFolder->join(u"~merge")->exists();
+  Folders folders;
+  attempt([&] { folders = localDataFolders(*mergeFolder); });
+  merged = merged || isMergedData(*mergeFolder, folders);
   for (const auto& folder : folders) {
     const Text path = folder->join(watermarkFileName)->text().str();
     try {
@@ -118,7 +105,11 @@ void Watermarks::prepare(Kiln::Dom::INode& record, const Text& path) const {
   if (const Node defaults = record.child(Field::defaultSetting)) nameByLabel(*defaults);
 }
 
-std::u16string Watermarks::addRecord(const Node& record) { return add(record->clone(), false); }
+std::u16string Watermarks::addRecord(const Node& record) {
+  Text id;
+  changeTogether([&](Changes& changes) { id = changes.add(record); });
+  return id;
+}
 
 // Keeps the node.
 std::u16string Watermarks::add(const Node& record, bool isFromLocalData) {
@@ -132,7 +123,6 @@ std::u16string Watermarks::add(const Node& record, bool isFromLocalData) {
   if (isFromLocalData && marksDownloaded) id += downloadedEnding;
   complete(*record, id, isFromLocalData);
   change(id, record);
-  save();
   return id;
 }
 
@@ -159,15 +149,25 @@ std::u16string Watermarks::unusedId() {
 }
 
 bool Watermarks::updateRecord(std::u16string_view id, const Node& record) {
-  if (!hasField(*record, Field::sourceFile)) setField(*record, Field::sourceFile, userPath);
-  change(Text(id), record);
-  return save();
+  changeTogether([&](Changes& changes) { changes.update(id, record); });
+  return true;
 }
 
 bool Watermarks::removeRecord(std::u16string_view id) {
-  if (id == noneId || !records.contains(id)) return false;
-  change(Text(id), {});
-  return save();
+  bool isRemoved = false;
+  changeTogether([&](Changes& changes) { isRemoved = changes.remove(id); });
+  return isRemoved;
+}
+
+void Watermarks::Changes::update(std::u16string_view id, const Node& record) {
+  if (!hasField(*record, Field::sourceFile)) setField(*record, Field::sourceFile, store.userPath);
+  store.change(Text(id), record);
+}
+
+bool Watermarks::Changes::remove(std::u16string_view id) {
+  if (id == noneId || !store.records.contains(id)) return false;
+  store.change(Text(id), {});
+  return true;
 }
 
 // An empty record removes the one that is there.
@@ -179,29 +179,31 @@ void Watermarks::change(const Text& id, const Node& record) {
   put(id, record);
 }
 
+// The host is asked first, so that an exception of its own finds the store as it was.
 void Watermarks::put(const Text& id, const Node& record) {
-  if (const auto old = records.find(id); old != records.end()) {
-    namesAndIds.erase(nameAndId(*old->second, id));
-    records.erase(old);
-  }
-  if (!record) return;
-  records.emplace(id, record);
-  if (!isDownloaded(*record)) namesAndIds.insert(nameAndId(*record, id));
+  const Node old = this->record(id);
+  const auto oldName = old ? nameAndId(*old, id) : std::pair<Text, Text>();
+  const bool isNamed = record && !isDownloaded(*record);
+  const auto newName = isNamed ? nameAndId(*record, id) : std::pair<Text, Text>();
+
+  if (old) namesAndIds.erase(oldName);
+  if (record)
+    records[id] = record;
+  else
+    records.erase(id);
+  if (isNamed) namesAndIds.insert(newName);
 }
 
-void Watermarks::changeTogether(const std::function<void()>& changes) {
-  struct Hold {
-    explicit Hold(bool& flag) : held(flag) { held = true; }
-    Hold(const Hold&) = delete;
-    Hold& operator=(const Hold&) = delete;
-    ~Hold() { held = false; }
-    bool& held;
-  };
-  {
-    const Hold hold(isHeld);
-    changes();
+void Watermarks::changeTogether(const std::function<void(Changes&)>& make) {
+  forgetUnfinished();
+  try {
+    Changes changes(*this);
+    make(changes);
+  } catch (...) {
+    setBack();
+    throw;
   }
-  save();
+  if (!due.empty()) saveChanges();
 }
 
 std::u16string Watermarks::findIdByName(std::u16string_view stylename) const {

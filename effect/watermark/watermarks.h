@@ -23,6 +23,20 @@ class Watermarks final : public Kiln::RefCount {
   // file.
   Watermarks(Kiln::Host& lender, const Kiln::PropertyManager& properties, bool isMergedAlready);
 
+  // Changes that are saved together. The operations are the store's own of those names.
+  class Changes {
+   public:
+    std::u16string add(const Effect::Node& record) { return store.add(record->clone(), false); }
+    void update(std::u16string_view id, const Effect::Node& record);
+    bool remove(std::u16string_view id);
+
+   private:
+    friend class Watermarks;
+    explicit Changes(Watermarks& changed) : store(changed) {}
+
+    Watermarks& store;
+  };
+
   // Every change is on disk when the operation returns. One that cannot be saved throws Kiln::Exception, and the store
   // is as it was before.
 
@@ -36,8 +50,8 @@ class Watermarks final : public Kiln::RefCount {
   // False when there is no such record. The NoneRecord stays.
   bool removeRecord(std::u16string_view id);
 
-  // Carries out changes of the store as one: they are saved together at the end.
-  void changeTogether(const std::function<void()>& changes);
+  // Carries out changes as one: they are saved together at the end.
+  void changeTogether(const std::function<void(Changes&)>& make);
 
   // The first id, in id order, of that name whose record was not downloaded; empty when there is none.
   std::u16string findIdByName(std::u16string_view stylename) const;
@@ -84,8 +98,10 @@ class Watermarks final : public Kiln::RefCount {
   void change(const Text& id, const Effect::Node& record);
   void put(const Text& id, const Effect::Node& record);
   void setBack();
+  void forgetUnfinished();
 
   // Writing.
+  void saveChanges();
   void writeDue();
   void takeUpOthersChanges(const Text& path);
   void takeUp(Kiln::Dom::INode& root, const Text& path);
@@ -114,7 +130,6 @@ class Watermarks final : public Kiln::RefCount {
   std::map<Text, Effect::WatermarkFile> files;  // by path
 
   bool isOpening = true;  // failures to write are told, not thrown
-  bool isHeld = true;     // a save only notes that it is due
   bool hasTold = false;
   std::set<Text> due;  // paths of the files whose records have changed since they were last read or written
   std::map<Text, Effect::Node> before;  // the records that were changed since, as they were; empty for one that was not

@@ -1,5 +1,5 @@
 // Writing the store's files, together with what others have written into them.
-#include "effect/watermark/sentence.h"
+#include "effect/sentence.h"
 #include "effect/watermark/watermarks.h"
 
 #include <algorithm>
@@ -13,7 +13,12 @@ constexpr Name rootName = u"Watermarks";
 }  // namespace
 
 bool Watermarks::save() {
-  if (isHeld) return true;
+  forgetUnfinished();
+  saveChanges();
+  return true;
+}
+
+void Watermarks::saveChanges() {
   try {
     writeDue();
   } catch (const Kiln::Exception&) {
@@ -22,7 +27,14 @@ bool Watermarks::save() {
   }
   due.clear();
   before.clear();
-  return true;
+}
+
+// An exception that another compiler made runs nothing of ours on its way: what it cut short is still there when the
+// next change begins.
+void Watermarks::forgetUnfinished() {
+  if (before.empty() && due.empty()) return;
+  setBack();
+  for (auto& [path, file] : files) file.forget();
 }
 
 // Undoes what could not be saved.
@@ -158,8 +170,7 @@ void Watermarks::setAside(WatermarkFile& file, const Kiln::Exception& problem) {
   try {
     copy = file.setAside()->text().str();
   } catch (const Kiln::Exception&) {
-    const std::string sentence =
-        sentenceOf(problem) + " It is not written over: move it elsewhere, and open the preferences again.";
+    const std::string sentence = sentenceOfBlocking(problem);
     file.block(sentence);
     throw Kiln::Exception(host.allocator(), sentence);
   }

@@ -4,6 +4,7 @@
 #include "host/unicode.h"
 
 #include <algorithm>
+#include <charconv>
 #include <stdexcept>
 
 namespace Refhost {
@@ -30,6 +31,12 @@ constexpr ElementKind elementKinds[] = {
     {"checkbox", WidgetKind::checkBox, "label"},
     {"listbox", WidgetKind::listBox, ""},
     {"menulist", WidgetKind::comboBox, ""},
+    {"radiogroup", WidgetKind::box, ""},
+    {"radio", WidgetKind::radioButton, "label"},
+    {"textbox", WidgetKind::textBox, ""},
+    {"scrollbar", WidgetKind::scrollBar, ""},
+    {"colorpicker", WidgetKind::colorPicker, "label"},
+    {"wmpreview", WidgetKind::preview, ""},
 };
 
 bool isItem(std::string_view element) { return element == "listitem" || element == "menuitem"; }
@@ -38,7 +45,9 @@ bool isItem(std::string_view element) { return element == "listitem" || element 
 class Reader {
  public:
   Reader(std::string sourceName, WidgetWorld& widgetWorld, const std::set<std::u16string, std::less<>>& without)
-      : source(std::move(sourceName)), world(widgetWorld), omitted(without) {}
+      : source(std::move(sourceName)),
+        world(widgetWorld),
+        omitted(without) {}
 
   Layout read(const XmlTree& tree) {
     const XmlElement& element = tree.element;
@@ -102,6 +111,8 @@ class Reader {
     for (const XmlTree& child : tree.children) {
       if (isItem(child.element.name)) {
         readItem(child.element, parent);
+      } else if (child.element.name == "menupopup") {
+        readMenu(child, parent);
       } else {
         readWidget(child, parent);
       }
@@ -115,6 +126,38 @@ class Reader {
     selector->startWithFirst();
   }
 
+  // A context menu of the widget that it stands in.
+  void readMenu(const XmlTree& tree, WidgetNode& parent) {
+    auto* image = dynamic_cast<ImageBox*>(&parent);
+    if (image == nullptr) fail(tree.element, "a <menupopup> stands outside an <image>.");
+    for (const XmlTree& item : tree.children) {
+      if (item.element.name != "menuitem") fail(item.element, "a <menupopup> has entries that are no <menuitem>.");
+      image->addMenuItem({textOf(item.element, "value"), textOf(item.element, "label")});
+    }
+  }
+
+  std::int32_t numberOf(const XmlElement& element, std::string_view attribute, std::int32_t otherwise) const {
+    const std::string* value = element.find(attribute);
+    if (value == nullptr) return otherwise;
+    std::int32_t number = 0;
+    const auto [end, error] = std::from_chars(value->data(), value->data() + value->size(), number);
+    if (error != std::errc() || end != value->data() + value->size())
+      fail(element, std::string(attribute) + " is no whole number.");
+    return number;
+  }
+
+  // What a kind of widget starts with besides what all have.
+  void start(WidgetNode& widget, const XmlElement& element) {
+    if (auto* box = dynamic_cast<CheckBox*>(&widget)) box->startChecked(flag(element, "checked"));
+    if (auto* radio = dynamic_cast<RadioButton*>(&widget)) radio->startChecked(flag(element, "selected"));
+    if (auto* bar = dynamic_cast<ScrollBar*>(&widget))
+      bar->start(numberOf(element, "minpos", 0), numberOf(element, "maxpos", 100), numberOf(element, "curpos", 0));
+    if (auto* box = dynamic_cast<TextBoxNode*>(&widget)) {
+      const std::int32_t limit = numberOf(element, "maxlength", -1);
+      box->start(textOf(element, "value"), limit < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(limit)));
+    }
+  }
+
   void readWidget(const XmlTree& tree, WidgetNode& parent) {
     const XmlElement& element = tree.element;
     const auto* kind = std::find_if(std::begin(elementKinds), std::end(elementKinds),
@@ -125,10 +168,13 @@ class Reader {
       if (isBox) readChildren(tree, parent);
       return;
     }
-    WidgetNode& widget = addKind(*kind, idOf(element), parent);
+    ElementKind made = *kind;
+    if (made.kind == WidgetKind::textBox && textOf(element, "type") == u"integer")
+      made.kind = WidgetKind::integerTextBox;
+    WidgetNode& widget = addKind(made, idOf(element), parent);
     initialise(widget, element, kind->labelAttribute);
     widget.setAttribute("element", toWide(element.name));
-    if (auto* box = dynamic_cast<CheckBox*>(&widget)) box->startChecked(flag(element, "checked"));
+    start(widget, element);
     readChildren(tree, widget);
   }
 
@@ -147,6 +193,12 @@ class Reader {
       case WidgetKind::checkBox: return add<CheckBox>(kind, id, parent);
       case WidgetKind::listBox: return add<ListBox>(kind, id, parent);
       case WidgetKind::comboBox: return add<ComboBox>(kind, id, parent);
+      case WidgetKind::radioButton: return add<RadioButton>(kind, id, parent);
+      case WidgetKind::textBox: return add<TextBox>(kind, id, parent);
+      case WidgetKind::integerTextBox: return add<IntegerTextBox>(kind, id, parent);
+      case WidgetKind::scrollBar: return add<ScrollBar>(kind, id, parent);
+      case WidgetKind::colorPicker: return add<ColorPicker>(kind, id, parent);
+      case WidgetKind::preview: return add<WatermarkPreview>(kind, id, parent);
       default: return add<Container>(kind, id, parent);
     }
   }
@@ -173,7 +225,8 @@ WidgetNode* Layout::find(std::u16string_view id) const {
 }
 
 LayoutReader::LayoutReader(const ChromeFolders& chromeFolders, std::set<std::u16string, std::less<>> without)
-    : folders(chromeFolders), omitted(std::move(without)) {}
+    : folders(chromeFolders),
+      omitted(std::move(without)) {}
 
 Layout LayoutReader::read(std::u16string_view url, WidgetWorld& world) const {
   const auto file = folders.file(url);

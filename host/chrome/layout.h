@@ -2,8 +2,9 @@
 #pragma once
 
 #include "host/chrome/addresses.h"
+#include "host/widgets/input.h"
 #include "host/widgets/list.h"
-#include "host/widgets/widget.h"
+#include "host/widgets/preview.h"
 
 #include <functional>
 #include <set>

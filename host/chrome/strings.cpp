@@ -1,5 +1,6 @@
 #include "host/chrome/strings.h"
 
+#include "host/documents/disk.h"
 #include "host/documents/xml.h"
 #include "host/unicode.h"
 
@@ -29,7 +30,7 @@ std::string withoutPredefinedReferences(std::string_view text) {
 StringTable readStrings(const std::filesystem::path& file) {
   const XmlLimits limits;
   StringTable table;
-  parseEntities(readFile(file, limits.bytes), file.string(), limits, [&table](auto name, auto text) {
+  parseEntities(realDisk().read(file, limits.bytes), shownPath(file), limits, [&table](auto name, auto text) {
     table.emplace(toWide(name), toWide(withoutPredefinedReferences(text)));
   });
   return table;

@@ -17,6 +17,9 @@ namespace fs = std::filesystem;
 constexpr std::wstring_view verbatim = L"\\\\?\\";  // in front of a path that is taken as it is, however long
 
 [[noreturn]] void fail(const fs::path& path, std::string_view action, DWORD code = GetLastError()) {
+  if (code == ERROR_SHARING_VIOLATION || code == ERROR_LOCK_VIOLATION)
+    throw DiskError(shownPath(path) + " cannot be " + std::string(action) +
+                    ": another program has it open; close it there and try again.");
   throw DiskError(path, action, {static_cast<int>(code), std::system_category()});
 }
 

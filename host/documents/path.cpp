@@ -1,5 +1,6 @@
 #include "host/documents/path.h"
 
+#include "host/documents/captured.h"
 #include "host/documents/plugin_errors.h"
 #include "host/documents/text_list.h"
 #include "host/documents/whole_file.h"
@@ -53,15 +54,12 @@ class Path final : public Kiln::Services::Path {
   }
 
   void createFolder() override {
-    forPlugin([&] { create(path); });
+    forPlugin([&] { createFolders(world.disk, path); });
   }
 
   bool remove() override {
-    const bool removed = forPlugin([&] {
-      if (!world.disk.remove(path)) return false;
-      world.disk.syncFolder(folderOf(path));
-      return true;
-    });
+    const bool isDestination = world.isDestination && world.isDestination(path);
+    const bool removed = forPlugin([&] { return takeAway(world.disk, path, isDestination); });
     if (removed) world.trace.record({"delete", {{"path", tracedPath(world, path)}}});
     return removed;
   }
@@ -74,13 +72,6 @@ class Path final : public Kiln::Services::Path {
   const fs::path path;
 
  private:
-  void create(const fs::path& folderPath) {
-    if (folderPath.empty() || world.disk.kind(folderPath) == EntryKind::folder) return;
-    if (folderPath.has_relative_path()) create(folderPath.parent_path());
-    world.disk.createFolder(folderPath);
-    world.disk.syncFolder(folderOf(folderPath));
-  }
-
   const FileWorld& world;
 };
 

@@ -6,6 +6,7 @@
 #include "kiln/services.h"
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -18,6 +19,9 @@ struct FileWorld {
 
   // Paths inside this folder are told relative to it.
   std::filesystem::path home;
+
+  // Whether the driver is to write a file there (host/documents/captured.h); empty where there is no driver.
+  std::function<bool(const std::filesystem::path&)> isDestination = {};
 };
 
 // `world` outlives the path and all paths made from it. The path's text has the platform's own separators.

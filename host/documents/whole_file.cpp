@@ -39,6 +39,38 @@ std::optional<long> writerOf(const fs::path& name) {
   return number.ec == std::errc() && process > 0 && counted ? std::optional(process) : std::nullopt;
 }
 
+}  // namespace
+
+PendingFile::PendingFile(Disk& fileDisk, fs::path filePath)
+    : disk(fileDisk),
+      target(std::move(filePath)),
+      place(temporaryIn(disk, folderOf(target))),
+      file(disk.create(place, target)) {}
+
+PendingFile::~PendingFile() {
+  file.reset();  // an open file cannot be removed everywhere
+  if (!isOurs) return;
+  try {
+    disk.remove(place);
+  } catch (const DiskError&) {
+    // What failed first is what is told; the next sweep tries again.
+  }
+}
+
+void PendingFile::write(std::string_view bytes) { file->write(bytes); }
+
+void PendingFile::finish() {
+  file->sync();
+  file->close();
+  file.reset();
+}
+
+void PendingFile::putInPlace() {
+  disk.replace(place, target);
+  leave();
+  disk.syncFolder(folderOf(target));
+}
+
 bool holds(Disk& disk, const fs::path& path, std::string_view bytes) {
   if (disk.kind(path) != EntryKind::file) return false;
   try {
@@ -48,51 +80,24 @@ bool holds(Disk& disk, const fs::path& path, std::string_view bytes) {
   }
 }
 
-// Removes the file, if it can, unless the work is done.
-class Removal {
- public:
-  Removal(Disk& fileDisk, const fs::path& filePath) : disk(fileDisk), path(filePath) {}
-  ~Removal() {
-    if (!isDue) return;
-    try {
-      disk.remove(path);
-    } catch (const DiskError&) {
-      // What failed first is what is told; the next sweep tries again.
-    }
-  }
-  Removal(const Removal&) = delete;
-  Removal& operator=(const Removal&) = delete;
-
-  void cancel() { isDue = false; }
-
- private:
-  Disk& disk;
-  const fs::path& path;
-  bool isDue = true;
-};
-
-}  // namespace
-
 bool replaceWhole(Disk& disk, const fs::path& path, std::string_view bytes) {
-  const fs::path folder = folderOf(path);
   if (holds(disk, path, bytes)) {
     // Whoever put it there may have died before its last step.
-    disk.syncFolder(folder);
+    disk.syncFolder(folderOf(path));
     return false;
   }
-  const fs::path temporary = temporaryIn(disk, folder);
-  std::optional<Removal> removal;
-  {
-    const auto file = disk.create(temporary, path);
-    removal.emplace(disk, temporary);
-    file->write(bytes);
-    file->sync();
-    file->close();
-  }  // destroyed before it is removed: an open file cannot be removed everywhere
-  disk.replace(temporary, path);
-  removal->cancel();
-  disk.syncFolder(folder);
+  PendingFile file(disk, path);
+  file.write(bytes);
+  file.finish();
+  file.putInPlace();
   return true;
+}
+
+void createFolders(Disk& disk, const fs::path& folder) {
+  if (folder.empty() || disk.kind(folder) == EntryKind::folder) return;
+  if (folder.has_relative_path()) createFolders(disk, folder.parent_path());
+  disk.createFolder(folder);
+  disk.syncFolder(folderOf(folder));
 }
 
 void sweepTemporaries(Disk& disk, const fs::path& folder) {

@@ -1,10 +1,11 @@
 #include "host/documents/xml.h"
 
+#include "host/documents/disk.h"
+
 #include <expat.h>
 
 #include <algorithm>
 #include <exception>
-#include <fstream>
 #include <limits>
 #include <memory>
 #include <stdexcept>
@@ -233,23 +234,8 @@ void parseEntities(std::string_view bytes, const std::string& source, const XmlL
 
 XmlTree readXmlTree(const std::filesystem::path& file, const XmlLimits& limits) {
   TreeBuilder builder;
-  parseXml(readFile(file, limits.bytes), file.string(), limits, builder);
+  parseXml(realDisk().read(file, limits.bytes), shownPath(file), limits, builder);
   return std::move(builder.root);
-}
-
-std::string readFile(const std::filesystem::path& file, std::size_t limit) {
-  std::ifstream stream(file, std::ios::binary);
-  std::error_code error;
-  if (!stream || std::filesystem::is_directory(file, error))
-    throw std::runtime_error(file.string() + " cannot be read.");
-  std::string bytes;
-  char block[1 << 16];
-  while (stream.read(block, sizeof block), stream.gcount() > 0) {
-    bytes.append(block, static_cast<std::size_t>(stream.gcount()));
-    if (bytes.size() > limit) throw std::runtime_error(file.string() + " is larger than this host reads.");
-  }
-  if (stream.bad()) throw std::runtime_error(file.string() + " cannot be read.");
-  return bytes;
 }
 
 }  // namespace Refhost

@@ -70,9 +70,6 @@ struct XmlTree {
 
 XmlTree readXmlTree(const std::filesystem::path& file, const XmlLimits& limits);
 
-// The file's bytes. Throws std::runtime_error: one sentence, when it cannot be read or is larger than `limit` bytes.
-std::string readFile(const std::filesystem::path& file, std::size_t limit);
-
 // "FILE:LINE: what", the form of every message about a document.
 std::string located(const std::string& source, std::size_t line, std::string_view what);
 

@@ -1,5 +1,6 @@
 #include "host/model/description.h"
 
+#include "host/documents/path_text.h"
 #include "host/documents/xml.h"
 #include "host/unicode.h"
 
@@ -31,7 +32,7 @@ class Reader {
 
  private:
   [[noreturn]] void fail(const XmlElement& element, std::string_view what) const {
-    throw std::runtime_error(located(file.string(), element.line, what));
+    throw std::runtime_error(located(shownPath(file), element.line, what));
   }
 
   std::u16string demand(const XmlElement& element, std::string_view attribute) const {

@@ -1,5 +1,6 @@
 #include "host/ticket/tickets.h"
 
+#include "host/documents/disk.h"
 #include "host/documents/documents.h"
 #include "host/ticket/capabilities.h"
 #include "host/ticket/conversion.h"
@@ -89,7 +90,7 @@ Kiln::SmartPtr<Kiln::Dom::INode> TicketService::loadSchema(Kiln::WStringView url
   const auto file = folders.file(url);
   if (!file) throw failure(toNarrow(url) + " names no ticket schema.");
   try {
-    const std::string bytes = readFile(*file, documentLimits.bytes);
+    const std::string bytes = realDisk().read(*file, documentLimits.bytes);
     const auto document = readXml(bytes, file->string(), documentLimits);
     try {
       schemas.emplace(url.view(), std::make_shared<Schema>(Schema{document, readSchema(*document)}));

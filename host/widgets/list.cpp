@@ -83,7 +83,6 @@ void SelectorImpl<Interface>::choose(std::int32_t index) {
 
 template <class Interface>
 void SelectorImpl<Interface>::selectItem(Kiln::SmartPtr<Kiln::XUL::ListItem> item) {
-  if (item == selected) return;
   selected = std::move(item);
   this->changed();
 }

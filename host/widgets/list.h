@@ -10,7 +10,9 @@ namespace Refhost {
 class ListItem final : public Kiln::XUL::ListItem {
  public:
   ListItem(const StringTables& tables, std::u16string_view itemText, std::u16string_view itemValue)
-      : strings(tables), label(itemText), itemValue(itemValue) {}
+      : strings(tables),
+        label(itemText),
+        itemValue(itemValue) {}
 
   Kiln::WString text() override { return Refhost::text(label); }
   void setText(Kiln::WStringView text) override { label = text.view(); }
@@ -97,7 +99,7 @@ class SelectorImpl : public WidgetImpl<Interface>, public SelectorNode {
   void choose(std::int32_t index) override;
 
  protected:
-  // Without a trace of it.
+  // Without a trace of it. What an item shows may have changed even when it is the selected one.
   void selectItem(Kiln::SmartPtr<Kiln::XUL::ListItem> item);
 
  private:

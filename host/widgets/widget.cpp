@@ -2,6 +2,8 @@
 
 #include "host/chrome/strings.h"
 
+#include <algorithm>
+
 namespace Refhost {
 
 const char* nameOf(WidgetKind kind) {
@@ -17,6 +19,11 @@ const char* nameOf(WidgetKind kind) {
     case WidgetKind::radioButton: return "radio";
     case WidgetKind::listBox: return "listbox";
     case WidgetKind::comboBox: return "combobox";
+    case WidgetKind::textBox: return "textbox";
+    case WidgetKind::integerTextBox: return "integertextbox";
+    case WidgetKind::scrollBar: return "scrollbar";
+    case WidgetKind::colorPicker: return "colorpicker";
+    case WidgetKind::preview: return "preview";
   }
   return "";
 }
@@ -111,6 +118,17 @@ void ImageBox::setResource(Kiln::WStringView name) {
   shownImage.reset();
   shownResource = name.view();
   changed();
+}
+
+void ImageBox::drop(const std::u16string& value) {
+  if (!isOperable() || !isDropTarget()) return;
+  world.dispatch([&] { drops->fire(text(value)); });
+}
+
+void ImageBox::choose(const std::u16string& chosen) {
+  const bool isThere = std::ranges::any_of(menuItems, [&](const MenuItem& item) { return item.text == chosen; });
+  if (!isOperable() || !isThere) return;
+  world.dispatch([&] { menus->fire(text(chosen)); });
 }
 
 }  // namespace Refhost

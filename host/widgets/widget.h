@@ -29,6 +29,11 @@ enum class WidgetKind {
   radioButton,
   listBox,
   comboBox,
+  textBox,
+  integerTextBox,
+  scrollBar,
+  colorPicker,
+  preview,
 };
 
 // The kind's name in scripts: "checkbox", "listbox" ...
@@ -55,7 +60,9 @@ struct WidgetWorld {
 class WidgetNode {
  public:
   WidgetNode(WidgetWorld& widgetWorld, WidgetKind widgetKind, std::u16string widgetId)
-      : world(widgetWorld), widgetKind(widgetKind), widgetId(std::move(widgetId)) {}
+      : world(widgetWorld),
+        widgetKind(widgetKind),
+        widgetId(std::move(widgetId)) {}
   WidgetNode(const WidgetNode&) = delete;
   WidgetNode& operator=(const WidgetNode&) = delete;
   virtual ~WidgetNode() = default;
@@ -226,7 +233,13 @@ class CheckBox final : public ToggleImpl<Kiln::XUL::CheckBox> {
   void click();
 };
 
-// An image in the layout, or beside a label.
+// An entry of a context menu: the text that its choice sends, and the one that a user reads, unresolved.
+struct MenuItem {
+  std::u16string text;
+  std::u16string label;
+};
+
+// An image in the layout. The layout's droptarget="true" lets items of lists be dropped on it.
 class ImageBox final : public WidgetImpl<Kiln::XUL::ImageBox> {
  public:
   ImageBox(WidgetWorld& world, WidgetKind kind, std::u16string id);
@@ -242,9 +255,22 @@ class ImageBox final : public WidgetImpl<Kiln::XUL::ImageBox> {
   // The name of the resource shown; empty when a picture is shown, or nothing.
   const std::u16string& resource() const { return shownResource; }
 
+  // The entries of its context menu; mostly none.
+  const std::vector<MenuItem>& menu() const { return menuItems; }
+  bool isDropTarget() const { return attribute("droptarget") == u"true"; }
+
+  // The user drops the list item of that value on it, chooses a text of its context menu; nothing happens while it
+  // cannot be operated, or takes no drops, or has no such text.
+  void drop(const std::u16string& value);
+  void choose(const std::u16string& text);
+
+  // For the layout reader.
+  void addMenuItem(MenuItem item) { menuItems.push_back(std::move(item)); }
+
  private:
   Kiln::SmartPtr<Kiln::XUL::Image> shownImage;
   std::u16string shownResource;
+  std::vector<MenuItem> menuItems;
   Kiln::SmartPtr<HostSignal<Kiln::WString>> drops;
   Kiln::SmartPtr<HostSignal<Kiln::WString>> menus;
 };

@@ -15,6 +15,11 @@ class FailingDisk final : public Refhost::Disk {
   // The operation from now on that fails, counted from 1; those after it work. 0 for none.
   int failing = 0;
   std::errc reason = std::errc::no_space_on_device;
+
+  // How it fails.
+  std::function<void(const Path&)> fail = [this](const Path& path) {
+    throw Refhost::DiskError(path, "written", std::make_error_code(reason));
+  };
   int operations = 0;
 
   Refhost::EntryKind kind(const Path& path) override { return disk.kind(path); }
@@ -73,7 +78,7 @@ class FailingDisk final : public Refhost::Disk {
   };
 
   void step(const Path& path) {
-    if (++operations == failing) throw Refhost::DiskError(path, "written", std::make_error_code(reason));
+    if (++operations == failing) fail(path);
   }
 
   Refhost::Disk& disk;

@@ -36,6 +36,12 @@ struct FilesWorld {
   }
 };
 
+// The text of a path joined with a name.
+inline std::u16string joined(const char* path, std::u16string_view name) {
+  const FilesWorld world;
+  return Refhost::makePath(world.files, path)->join(name)->text().str();
+}
+
 inline std::vector<std::u16string> textsOf(const Kiln::SmartPtr<Kiln::Services::TextList>& list) {
   std::vector<std::u16string> texts;
   for (std::int32_t i = 0; i < list->count(); ++i) texts.push_back(list->at(i).str());

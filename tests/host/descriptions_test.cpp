@@ -41,7 +41,7 @@ std::string failureOfModel(const std::string& xml) {
 TEST(ModelDescriptions, ThatShipAreReadByTheirNameInAnyCase) {
   const auto names = Refhost::shippedModels(resources / "models");
   EXPECT_EQ(names.front(), "standard");
-  EXPECT_EQ(names.size(), 9U);
+  EXPECT_EQ(names.size(), 11U);
   for (const std::string& name : names) EXPECT_FALSE(Refhost::readModel(resources / "models", name).rules.empty() && name != "standard") << name;
   EXPECT_EQ(Refhost::readModel(resources / "models", "KVT").name, u"kvt");
 }
@@ -77,7 +77,8 @@ TEST(ModelDescriptions, FailWithFileAndLine) {
 
 TEST(ModelDescriptions, ThatDoNotExistAreToldWithThoseThatDo) {
   const auto sentence = failureOf([] { Refhost::readModel(resources / "models", "nowhere"); });
-  EXPECT_EQ(sentence.substr(0, 53), "There is no model nowhere: name one of standard, kvt,");
+  EXPECT_EQ(sentence.substr(0, 49), "There is no model nowhere: name one of standard, ");
+  EXPECT_NE(sentence.find("kvt,"), sentence.npos) << sentence;
 }
 
 TEST(StringTables, HaveTheSameTextsInEveryLocale) {

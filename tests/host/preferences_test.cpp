@@ -66,7 +66,7 @@ TEST(Opening, FailsForAModelWithoutAPropertyThatTheTabNeeds) {
                                                "<property name='Nin1' value='None'/></model>");
   auto options = builtOptions();
   options.model = (folder.path / "bare.xml").string();
-  EXPECT_EQ(failureOfOpening(options), "The model has no property Watermark.");
+  EXPECT_EQ(failureOfOpening(options), "The model has no property OvlDestCreated.");
 }
 
 TEST(Home, HoldsUserAndProfileAndNothingElse) {
@@ -77,10 +77,10 @@ TEST(Home, HoldsUserAndProfileAndNothingElse) {
   std::set<std::string> names;
   for (const auto& entry : std::filesystem::directory_iterator(options.home)) names.insert(entry.path().filename().string());
   EXPECT_EQ(names, (std::set<std::string>{"profile", "user"}));
-  EXPECT_EQ(world.preferences.setting(u"kilnworks.user.path"), (options.home / "user").u16string());
-  EXPECT_EQ(world.preferences.setting(u"kilnworks.user.userprofile"), (options.home / "profile").u16string());
+  EXPECT_EQ(world.preferences.setting(u"kilnworks.user.path"), (options.home / "user").generic_u16string());
+  EXPECT_EQ(world.preferences.setting(u"kilnworks.user.userprofile"), (options.home / "profile").generic_u16string());
   EXPECT_EQ(world.preferences.setting(u"kilnworks.pdlsettings.folder"), u"overlays");
-  EXPECT_EQ(world.preferences.setting(u"kilnworks.user.localdata.path"), (options.home / "localdata").u16string());
+  EXPECT_EQ(world.preferences.setting(u"kilnworks.user.localdata.path"), (options.home / "localdata").generic_u16string());
 }
 
 TEST(Home, ThatIsTemporaryGoesWithTheRun) {

@@ -17,22 +17,30 @@ using Press::reference;
 
 namespace {
 
-const Effects everything{.mirrorImage = true, .negativeImage = true, .rotate180 = true, .rotate180ForA3Ledger = true};
+Effects everything(int pagesOnSheet) {
+  Effects effects{.mirrorImage = true, .negativeImage = true, .rotate180 = true, .rotate180ForA3Ledger = true};
+  effects.watermark.text = "Draft";
+  effects.watermark.face = "DejaVu Sans";
+  effects.pagesOnSheet = pagesOnSheet;
+  return effects;
+}
 
 enum class Outcome { printed, refused };
 
-/// Prints the job and each of its first pages for the preview; fails the test when that takes long to compute.
+/// Prints the job, each of its first pages for the preview, and the job with several pages on a sheet; fails the test
+/// when that takes long to compute. Several pages on a sheet may be refused where the pages alone are not.
 Outcome survive(const std::string& job) {
   const TestFolder folder;
   write(folder / "in.pdf", job);
   const std::clock_t start = std::clock();
-  Outcome outcome = Outcome::printed;
+  Outcome outcome = Outcome::refused;
   try {
-    Press::printPdf(folder / "in.pdf", folder / "out.pdf", everything);
+    Press::printPdf(folder / "in.pdf", folder / "out.pdf", everything(1));
     Press::Job preview(folder / "in.pdf");
-    for (int page = 1; page <= std::min(preview.pageCount(), 3); ++page) preview.printPage(page, everything);
+    for (int page = 1; page <= std::min(preview.pageCount(), 3); ++page) preview.printPage(page, everything(1));
+    outcome = Outcome::printed;
+    Press::printPdf(folder / "in.pdf", folder / "sheets.pdf", everything(2));
   } catch (const Press::Error&) {
-    outcome = Outcome::refused;
   }
   EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 30);  // seconds, with sanitizers; without them about one
   return outcome;

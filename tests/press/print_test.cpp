@@ -37,6 +37,11 @@ std::string failure(const fs::path& in, const fs::path& out) {
   return "printed";
 }
 
+/// Has qpdf write a job in another form, and returns its exit status.
+int converted(const fs::path& in, const fs::path& out, const std::string& options) {
+  return run("qpdf " + options + " '" + in.string() + "' '" + out.string() + "'").status;
+}
+
 /// A job of many pages of text that share their resources.
 std::string longJob(int count, const std::string& page = "/Resources 4 0 R") {
   using Press::reference;
@@ -164,16 +169,30 @@ TEST_F(Printing, PassesOverThePlaceOfADeletedPage) {
   EXPECT_EQ(Press::Job(folder / "gap.pdf").pageCount(), 2);
 }
 
-TEST_F(Printing, RefusesProtectedJobs) {
-  const std::string job = "'" + (folder / "job.pdf").string() + "'";
-  for (const char* password : {"secret", "''"}) {
+TEST_F(Printing, RefusesJobsThatNeedAPassword) {
+  const fs::path locked = folder / "locked.pdf";
+  ASSERT_EQ(converted(folder / "job.pdf", locked, "--encrypt secret owner 256 --"), 0);
+  EXPECT_THAT(failure(locked, folder / "out.pdf"),
+              AllOf(HasSubstr("locked.pdf\" needs a password"), HasSubstr("save a copy without protection")));
+  expectOldFileAlone();
+}
+
+TEST_F(Printing, RefusesJobsThatMayNotBePrinted) {
+  const fs::path locked = folder / "locked.pdf";
+  ASSERT_EQ(converted(folder / "job.pdf", locked, "--encrypt '' owner 256 --print=none --"), 0);
+  EXPECT_THAT(failure(locked, folder / "out.pdf"), HasSubstr("locked.pdf\" may not be printed"));
+  expectOldFileAlone();
+}
+
+TEST_F(Printing, KeepsTheProtectionOfJobsThatOpenWithoutAPassword) {
+  for (const char* bits : {"40", "128", "256"}) {
+    const std::string weak = bits == std::string("256") ? "" : "--allow-weak-crypto ";
     const fs::path locked = folder / "locked.pdf";
-    ASSERT_EQ(
-        run("qpdf --encrypt " + std::string(password) + " owner 256 -- " + job + " '" + locked.string() + "'").status,
-        0);
-    EXPECT_THAT(failure(locked, folder / "out.pdf"),
-                AllOf(HasSubstr("locked.pdf\""), HasSubstr("save a copy without protection")));
-    expectOldFileAlone();
+    ASSERT_EQ(converted(folder / "job.pdf", locked, weak + "--encrypt '' owner " + bits + " --"), 0);
+    EXPECT_EQ(failure(locked, folder / "out.pdf"), "printed");
+    EXPECT_EQ(run("qpdf --is-encrypted '" + (folder / "out.pdf").string() + "'").status, 0);
+    EXPECT_EQ(difference(render(read(folder / "out.pdf")), render(printed(Press::samplePdf(), everything))), 0);
+    EXPECT_EQ(difference(render(Press::printPage(locked, 1, everything)), render(read(folder / "out.pdf"))), 0);
   }
 }
 

@@ -1,10 +1,10 @@
 // The kiln command as people meet it: help, wrong usage, and the options of drive.
-#include "tests/script/process.h"
+#include "tests/script/usage.h"
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
-#include <algorithm>
+#include <regex>
 #include <sstream>
 
 namespace {
@@ -16,7 +16,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
-using testing::StartsWith;
 
 std::vector<json> answersOf(const Outcome& outcome) {
   std::vector<json> answers;
@@ -36,51 +35,34 @@ std::vector<std::string> withFake(std::vector<std::string> words) {
   return words;
 }
 
-TEST(CommandLine, HelpTellsOfEveryCommand) {
+TEST(CommandLine, HelpIsWhatAnEmptyLineTells) {
   const auto outcome = runKiln({"--help"});
   EXPECT_EQ(outcome.status, 0);
-  for (const char* command : {"show", "print", "drive", "help"}) EXPECT_THAT(outcome.out, HasSubstr(command));
+  EXPECT_THAT(outcome.out, HasSubstr("kiln drive"));
   EXPECT_EQ(runKiln({"help"}).out, outcome.out);
   EXPECT_EQ(runKiln({}).out, outcome.out);
 }
 
 TEST(CommandLine, EachCommandHasHelpWithExamplesAndExitStatuses) {
-  for (const std::string command : {"show", "print", "drive"}) {
-    const auto outcome = runKiln({command, "--help"});
-    EXPECT_EQ(outcome.status, 0);
-    EXPECT_THAT(outcome.out, AllOf(HasSubstr("kiln " + command), HasSubstr("Example"), HasSubstr("Exit status:")));
-    EXPECT_EQ(runKiln({"help", command}).out, outcome.out);
-    std::istringstream lines(outcome.out);
-    for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 120u) << line;
-  }
+  for (const char* command : {"drive", "ticket"}) expectHelp(command);
 }
 
 TEST(CommandLine, VersionIsANumber) {
-  EXPECT_THAT(runKiln({"--version"}).out, testing::MatchesRegex("kiln [0-9.]+\n"));
+  EXPECT_TRUE(std::regex_match(runKiln({"--version"}).out, std::regex("kiln [0-9.]+\n")));
 }
 
 TEST(CommandLine, WrongUsageIsOneSentence) {
   const std::vector<std::vector<std::string>> wrong = {{"--nonsense"},
                                                        {"nonsense"},
                                                        {"help", "nonsense"},
-                                                       {"print"},
-                                                       {"print", "in.pdf"},
-                                                       {"print", "in.pdf", "out.pdf", "more.pdf"},
-                                                       {"print", "in.pdf", "out.pdf", "--set", "MirrorImage"},
-                                                       {"show", "--page", "0"},
                                                        {"drive", "--mode", "Doc"},
                                                        {"drive", "--dpi", "many"},
                                                        {"drive", "--config", "key"},
                                                        {"drive", "--property", "=value"},
                                                        {"drive", "--customise", "key"},
-                                                       {"drive", "--model"}};
-  for (const auto& words : wrong) {
-    const auto outcome = runKiln(words);
-    EXPECT_EQ(outcome.status, 2) << words.back();
-    EXPECT_EQ(outcome.out, "");
-    EXPECT_THAT(outcome.err, StartsWith("kiln: "));
-    EXPECT_EQ(std::ranges::count(outcome.err, '\n'), 1) << outcome.err;
-  }
+                                                       {"drive", "--model"},
+                                                       {"ticket", "--set", "MirrorImage"}};
+  for (const auto& words : wrong) expectRefusal(runKiln(words));
 }
 
 TEST(DriveCommand, ExitStatusTellsWhetherEveryCommandWasAnsweredWithOk) {
@@ -176,7 +158,7 @@ TEST(DriveCommand, TicketGoesOutAndComesBack) {
   EXPECT_THAT(xml, AllOf(HasSubstr("PrintTicket"), HasSubstr("PageMirrorImage")));
   const auto file = testFolder() / "ticket.xml";
   writeFile(file, xml);
-  const auto answers = answersOf(drive({}, "load-ticket \"" + file.string() + "\"\nget MirrorImage\nok\nticket\n"));
+  const auto answers = answersOf(drive({}, "load-ticket \"" + file.generic_string() + "\"\nget MirrorImage\nok\nticket\n"));
   ASSERT_THAT(answers, SizeIs(4));
   EXPECT_EQ(answers.at(1).at("value"), "MirrorImage");
   EXPECT_EQ(answers.at(3).at("xml"), xml);
@@ -186,9 +168,9 @@ TEST(DriveCommand, TicketThatCannotBeReadIsRefused) {
   const auto file = testFolder() / "broken.xml";
   writeFile(file, "<PrintTicket>");
   const auto answers =
-      answersOf(drive({}, "load-ticket \"" + file.string() + "\"\nload-ticket /no/such/file\nload-ticket /\n"));
+      answersOf(drive({}, "load-ticket \"" + file.generic_string() + "\"\nload-ticket /no/such/file\nload-ticket /\n"));
   ASSERT_THAT(answers, SizeIs(3));
-  EXPECT_THAT(answers.at(0).at("error"), HasSubstr(file.string() + ":1"));
+  EXPECT_THAT(answers.at(0).at("error"), HasSubstr(file.generic_string() + ":1"));
   EXPECT_THAT(answers.at(1).at("error"), HasSubstr("/no/such/file"));
   EXPECT_EQ(answers.at(2).at("ok"), false);
 }
@@ -201,14 +183,14 @@ TEST(DriveCommand, SchemaIsThePluginsOwn) {
 TEST(DriveCommand, HomeKeepsItsFolders) {
   const auto home = testFolder() / "home";
   EXPECT_EQ(answersOf(drive({"--home", home.string()}, "setting kilnworks.user.path\n")).at(0).at("value"),
-            (home / "user").string());
+            (home / "user").generic_string());
   EXPECT_TRUE(std::filesystem::is_directory(home / "profile"));
 }
 
 TEST(DriveCommand, TemporaryHomeLeavesNothingBehind) {
   const auto folder = testFolder() / "tmp";
   std::filesystem::create_directories(folder);
-  EXPECT_EQ(runKiln({"drive"}, "reload\n", {"TMPDIR=" + folder.string()}).status, 0);
+  EXPECT_EQ(runKiln({"drive"}, "reload\n", {"TMPDIR=" + folder.string(), "TMP=" + folder.string()}).status, 0);
   EXPECT_TRUE(std::filesystem::is_empty(folder));
 }
 

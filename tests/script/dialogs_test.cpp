@@ -189,6 +189,12 @@ TEST(ScriptDialogs, OpeningThatFailsAfterCommandsAnswersThemAll) {
   EXPECT_EQ(run.status, 1);
 }
 
+TEST(ScriptDialogs, ExceptionOfACancelLeavesTheDialogOpenUntilTheScriptEnds) {
+  const auto run = runScript("click btn_modal\nclick chk_throw_cancel\ncancel\ndialogs\n");
+  EXPECT_THAT(run.answers.at(2).at("error"), HasSubstr("thrown by Cancel"));
+  EXPECT_THAT(run.answers.at(3).at("open"), ElementsAre(outer));
+}
+
 TEST(ScriptDialogs, EndOfTheScriptCancelsDialogsInnermostFirst) {
   Script::Request request = fakeRequest();
   request.trace = testing::TempDir() + "end_of_script.jsonl";

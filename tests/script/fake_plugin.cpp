@@ -40,6 +40,14 @@ class FakePlugin final : public UIPlugin {
     follow(gui, u"btn_until_ok", &FakePlugin::onUntilOk);
     follow(gui, u"btn_missing", &FakePlugin::onMissing);
     follow(gui, u"btn_job", &FakePlugin::onJob);
+    const auto box = smartCast<TextBox>(gui->widgetById(u"txt_name"));
+    connect(*box->typingSignal(), *this, &FakePlugin::onTyping);
+    connect(*box->blurSignal(), *this, &FakePlugin::onBlur);
+    connect(*smartCast<ScrollBar>(gui->widgetById(u"scr_angle"))->scrollSignal(), *this, &FakePlugin::onScroll);
+    connect(*smartCast<ColorPicker>(gui->widgetById(u"pic_colour"))->changeSignal(), *this, &FakePlugin::onPick);
+    const auto image = smartCast<ImageBox>(gui->widgetById(u"img_slot"));
+    connect(*image->dropSignal(), *this, &FakePlugin::onText);
+    connect(*image->menuSignal(), *this, &FakePlugin::onText);
     connect(*gui->tabPanel()->preAcceptSignal(), *this, &FakePlugin::onPreAccept);
     const std::u16string opening = setting(u"fake.opening");
     if (opening == u"modal") runOuter();
@@ -78,6 +86,19 @@ class FakePlugin final : public UIPlugin {
 
   void onJob(Clicked) { host().runJobStep(); }
 
+  void onTyping(SmartPtr<TextChangeEventArg> change) {
+    if (change->text().view() == u"no") change->refuse();
+    if (change->text().view() == u"throw") fail("thrown while typing");
+  }
+
+  void onBlur(EventArg<TextBox> event) { event.source().setText(u"left"); }
+
+  void onScroll(EventArg<ScrollBar> event) { log(event.source().position() == 180 ? u"end" : u"moved"); }
+
+  void onPick(EventArg<ColorPicker> event) { log(event.source().colour() == 0xFF0080 ? u"pink" : u"another"); }
+
+  void onText(WString text) { log(text); }
+
   void onPreAccept(SmartPtr<PreAcceptPanel> panel) {
     if (isChecked(gui, u"chk_veto")) panel->veto();
     if (isChecked(gui, u"chk_ask") && !runQuestion()) panel->veto();
@@ -89,6 +110,7 @@ class FakePlugin final : public UIPlugin {
     follow(outer, u"btn_throw", &FakePlugin::onThrow);
     follow(outer, u"btn_disable_ok", &FakePlugin::onDisableOk);
     connect(*outer->okSignal(), *this, &FakePlugin::onOuterOk);
+    connect(*outer->cancelSignal(), *this, &FakePlugin::onOuterCancel);
     outer->runModally();
     log(u"outer is closed");
   }
@@ -104,6 +126,10 @@ class FakePlugin final : public UIPlugin {
     if (isChecked(outer, u"chk_veto")) event.vetoClose();
     if (isChecked(outer, u"chk_ask") && !runQuestion()) event.vetoClose();
     if (isChecked(outer, u"chk_throw")) fail("thrown by OK");
+  }
+
+  void onOuterCancel(SubDialogEventArg&) {
+    if (isChecked(outer, u"chk_throw_cancel")) fail("thrown by Cancel");
   }
 
   bool runQuestion() {
@@ -131,7 +157,7 @@ class FakePlugin final : public UIPlugin {
     return property ? property->wideValue().str() : std::u16string();
   }
 
-  void log(const char16_t* text) { smartCast<Label>(gui->widgetById(u"lbl_log"))->setLabel(text); }
+  void log(WStringView text) { smartCast<Label>(gui->widgetById(u"lbl_log"))->setLabel(text); }
 
   [[noreturn]] void fail(const char* sentence) { throw Exception(host().allocator(), sentence); }
 

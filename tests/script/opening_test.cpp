@@ -1,5 +1,5 @@
 // What kiln says when the preferences cannot be opened: one sentence that names what to mend, and exit status 2.
-#include "tests/script/process.h"
+#include "tests/script/usage.h"
 
 #include <gmock/gmock.h>
 
@@ -20,17 +20,9 @@ path copyOfResources() {
   return copy;
 }
 
-void expectRefusal(const Outcome& outcome, const std::vector<std::string>& parts) {
-  EXPECT_EQ(outcome.status, 2);
-  EXPECT_EQ(outcome.out, "");
-  EXPECT_THAT(outcome.err, StartsWith("kiln: "));
-  EXPECT_EQ(std::ranges::count(outcome.err, '\n'), 1) << outcome.err;
-  for (const std::string& part : parts) EXPECT_THAT(outcome.err, HasSubstr(part));
-}
-
 // The line of `text` that `part` first stands in, from 1.
-long lineOf(const std::string& text, const std::string& part) {
-  return 1 + std::count(text.begin(), text.begin() + static_cast<long>(text.find(part)), '\n');
+std::ptrdiff_t lineOf(const std::string& text, const std::string& part) {
+  return 1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(text.find(part)), '\n');
 }
 
 void replace(const path& file, const std::string& from, const std::string& to) {
@@ -143,13 +135,6 @@ TEST(Opening, HomeThatCannotBeMadeIsNamed) {
 TEST(Opening, ScriptAndTraceFilesThatCannotBeOpenedAreNamed) {
   expectRefusal(runKiln({"drive", "/no/such/script"}), {"/no/such/script"});
   expectRefusal(runKiln({"drive", "--trace", "/no/such/folder/trace"}), {"/no/such/folder/trace"});
-}
-
-TEST(Opening, PrintRefusesInTheSameWords) {
-  const path out = testFolder() / "out.pdf";
-  expectRefusal(runKiln({"print", "in.pdf", out.string(), "--plugin", NO_PLUGIN, "--home", testFolder().string()}),
-                {NO_PLUGIN, "createPlugin"});
-  EXPECT_FALSE(std::filesystem::exists(out));
 }
 
 }  // namespace

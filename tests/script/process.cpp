@@ -2,35 +2,35 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
-
-#include <cstdlib>
 #include <fstream>
+#include <functional>
 #include <sstream>
 
 namespace {
 
-std::string inQuotes(const std::string& word) {
-  std::string quoted = "'";
-  for (const char unit : word) quoted += unit == '\'' ? std::string("'\\''") : std::string(1, unit);
-  return quoted + "'";
+std::string withoutIdentifier(std::string pdf) {
+  const auto begin = pdf.rfind("/ID [");
+  if (begin != pdf.npos) pdf.erase(begin, pdf.find(']', begin) - begin);
+  return pdf;
 }
 
 }  // namespace
 
-Outcome runKiln(const std::vector<std::string>& words, const std::string& input,
-                const std::vector<std::string>& environment) {
+Outcome runProgram(const std::string& program, const std::vector<std::string>& words, const std::string& input,
+                   const std::vector<std::string>& environment) {
   const auto folder = testFolder() / "run";
   std::filesystem::create_directories(folder);
-  writeFile(folder / "in", input);
-  std::string line = "env";
-  for (const std::string& setting : environment) line += ' ' + inQuotes(setting);
-  line += ' ' + inQuotes(KILN);
-  for (const std::string& word : words) line += ' ' + inQuotes(word);
-  line += " <" + inQuotes((folder / "in").string()) + " >" + inQuotes((folder / "out").string()) + " 2>" +
-          inQuotes((folder / "err").string());
-  const int status = std::system(line.c_str());
-  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, readFile(folder / "out"), readFile(folder / "err")};
+  const StandardFiles files = {folder / "in", folder / "out", folder / "err"};
+  writeFile(files.in, input);
+  std::vector<std::string> command = {program};
+  command.insert(command.end(), words.begin(), words.end());
+  const int status = runProcess(command, environment, files);
+  return {status, readFile(files.out), readFile(files.err)};
+}
+
+Outcome runKiln(const std::vector<std::string>& words, const std::string& input,
+                const std::vector<std::string>& environment) {
+  return runProgram(KILN, words, input, environment);
 }
 
 std::filesystem::path testFolder() {
@@ -38,7 +38,9 @@ std::filesystem::path testFolder() {
   static const auto* lastTest = test;
   static std::filesystem::path folder;
   if (folder.empty() || test != lastTest) {
-    folder = std::filesystem::path(testing::TempDir()) / "kiln-tests" /
+    // Each build has its own, since several may be tested at once.
+    const std::string build = std::to_string(std::hash<std::string>()(KILN));
+    folder = std::filesystem::path(testing::TempDir()) / ("kiln-tests-" + build) /
              (std::string(test->test_suite_name()) + '.' + test->name());
     std::filesystem::remove_all(folder);
     std::filesystem::create_directories(folder);
@@ -55,4 +57,8 @@ std::string readFile(const std::filesystem::path& file) {
   std::ostringstream content;
   content << std::ifstream(file, std::ios::binary).rdbuf();
   return content.str();
+}
+
+bool samePages(const std::string& onePdf, const std::string& otherPdf) {
+  return withoutIdentifier(onePdf) == withoutIdentifier(otherPdf);
 }

@@ -1,19 +1,7 @@
 // Scripts run in this process, on the fake plug-in.
 #pragma once
 
-#include "script/run.h"
-
-#include <nlohmann/json.hpp>
-
-#include <sstream>
-#include <string>
-#include <vector>
-
-// What a script was answered, line by line, and the exit status.
-struct Scripted {
-  std::vector<nlohmann::json> answers;
-  int status = -1;
-};
+#include "tests/support/scripted_run.h"
 
 inline Script::Request fakeRequest() {
   Script::Request request;
@@ -22,12 +10,4 @@ inline Script::Request fakeRequest() {
   return request;
 }
 
-inline Scripted runScript(const std::string& script, const Script::Request& request = fakeRequest()) {
-  std::istringstream commands(script);
-  std::ostringstream answers;
-  Scripted result;
-  result.status = Script::run(request, commands, answers);
-  std::istringstream lines(answers.str());
-  for (std::string line; std::getline(lines, line);) result.answers.push_back(nlohmann::json::parse(line));
-  return result;
-}
+inline Scripted runScript(const std::string& script) { return runScript(script, fakeRequest()); }

@@ -1,40 +1,28 @@
-// kiln ticket, and kiln print --ticket: settings that leave as a PrintTicket and come back.
+// kiln ticket: settings that leave as a PrintTicket and come back.
 #include "tests/script/process.h"
 
 #include <gmock/gmock.h>
 
 namespace {
 
-using std::filesystem::path;
 using testing::HasSubstr;
-using testing::StartsWith;
 
 class TicketCommand : public testing::Test {
  protected:
-  void SetUp() override { ASSERT_EQ(runKiln({"sample", job.string()}).status, 0); }
-
-  Outcome withHome(std::vector<std::string> words) {
+  static Outcome withHome(std::vector<std::string> words) {
     words.insert(words.end(), {"--home", (testFolder() / "home").string()});
     return runKiln(words);
   }
-
-  const path job = testFolder() / "job.pdf";
-  const path ticket = testFolder() / "ticket.xml";
-  const path byTicket = testFolder() / "ticket.pdf";
-  const path bySetting = testFolder() / "setting.pdf";
 };
 
-TEST_F(TicketCommand, WritesWhatPrintTakes) {
+TEST_F(TicketCommand, WritesTheSettings) {
   const auto written = withHome({"ticket", "--set", "NegativeImage=Negative"});
   ASSERT_EQ(written.status, 0) << written.err;
   EXPECT_THAT(written.out, HasSubstr("psk:Negative"));
-  writeFile(ticket, written.out);
-  ASSERT_EQ(withHome({"print", job.string(), byTicket.string(), "--ticket", ticket.string()}).status, 0);
-  ASSERT_EQ(withHome({"print", job.string(), bySetting.string(), "--set", "NegativeImage=Negative"}).status, 0);
-  EXPECT_EQ(readFile(byTicket), readFile(bySetting));
 }
 
 TEST_F(TicketCommand, LetsASettingGoOverTheTicket) {
+  const auto ticket = testFolder() / "ticket.xml";
   writeFile(ticket, withHome({"ticket", "--set", "NegativeImage=Negative"}).out);
   const auto both = withHome({"ticket", "--ticket", ticket.string(), "--set", "NegativeImage=None"});
   EXPECT_EQ(both.out, withHome({"ticket"}).out);
@@ -44,29 +32,6 @@ TEST_F(TicketCommand, WritesCapabilities) {
   const auto outcome = withHome({"ticket", "--capabilities"});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_THAT(outcome.out, HasSubstr("PrintCapabilities"));
-}
-
-TEST_F(TicketCommand, PrintsNothingByATicketThatIsNone) {
-  writeFile(byTicket, "as it was");
-  writeFile(ticket, "<ticket>\n<open>");
-  const auto outcome = withHome({"print", job.string(), byTicket.string(), "--ticket", ticket.string()});
-  EXPECT_EQ(outcome.status, 1);
-  EXPECT_THAT(outcome.err, StartsWith("kiln: " + ticket.string() + ":2: "));
-  EXPECT_EQ(readFile(byTicket), "as it was");
-}
-
-TEST_F(TicketCommand, PrintsNothingByATicketThatIsNotThere) {
-  const auto outcome = withHome({"print", job.string(), byTicket.string(), "--ticket", ticket.string()});
-  EXPECT_EQ(outcome.status, 1);
-  EXPECT_THAT(outcome.err, HasSubstr(ticket.string()));
-  EXPECT_FALSE(std::filesystem::exists(byTicket));
-}
-
-TEST_F(TicketCommand, DrawsAPageOfTheJob) {
-  const path picture = testFolder() / "page.png";
-  ASSERT_EQ(runKiln({"picture", job.string(), picture.string(), "--page", "2"}).status, 0);
-  EXPECT_THAT(readFile(picture), StartsWith("\x89PNG"));
-  EXPECT_EQ(runKiln({"picture", job.string(), picture.string(), "--page", "99"}).status, 1);
 }
 
 }  // namespace

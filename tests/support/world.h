@@ -18,13 +18,17 @@ class RecordingFace : public Refhost::Face {
   void dialogOpened(Refhost::Dialog&) override {}
   void dialogClosed(Refhost::Dialog&) override {}
   void widgetChanged(Refhost::WidgetNode&) override { ++widgetChanges; }
-  void showHelp(const std::u16string&, const std::u16string& topic) override { helpTopics.push_back(topic); }
+  void showHelp(const std::u16string& url, const std::u16string& topic) override {
+    helpAddresses.push_back(url);
+    helpTopics.push_back(topic);
+  }
   std::optional<std::u16string> askJobStep() override { return jobStep; }
   void showFailure(const std::string& sentence) override { failures.push_back(sentence); }
 
   // What the user does in a modal dialog; a dialog is cancelled when this returns.
   std::function<void(Refhost::Dialog&)> onModal;
   std::optional<std::u16string> jobStep;
+  std::vector<std::u16string> helpAddresses;
   std::vector<std::u16string> helpTopics;
   std::vector<std::string> failures;
   int widgetChanges = 0;

@@ -108,7 +108,7 @@ TEST(BadInput, WhatIsNoPrintTicketIsRefused) {
 TEST(BadInput, WhatIsNotWellFormedIsRefusedWithItsLine) {
   TicketWorld world;
   for (const std::string bytes : {"", " ", "<", "nonsense", "\xFF\xFE\xFF", "<a><b></a>"})
-    EXPECT_THAT(world.refusalOf(bytes), MatchesRegex("job\\.xml:[0-9]+: .+")) << bytes;
+    EXPECT_THAT(world.refusalOf(bytes), StartsWith("job.xml:1: ")) << bytes;
   const std::string whole = spoilt("");
   for (std::size_t length = 0; length + 20 < whole.size(); length += 7)
     EXPECT_THAT(world.refusalOf(whole.substr(0, length)), StartsWith("job.xml:")) << length;

@@ -126,14 +126,14 @@ class Checker {
     }
   }
 
-  static long count(const Element& element, const std::string& name) {
+  static std::ptrdiff_t count(const Element& element, const std::string& name) {
     return std::count_if(element.children.begin(), element.children.end(),
                          [&](const Element& child) { return child.xml.name == name; });
   }
 
   void checkNumbers(const Element& element) {
     const std::string& name = element.xml.name;
-    const long values = count(element, "Value");
+    const std::ptrdiff_t values = count(element, "Value");
     if (name == "ParameterInit" && values != 1) fault(element, "has not one Value");
     if (name == "Property" && values > 1) fault(element, "has more than one Value");
     if (name == "ScoredProperty" && values + count(element, "ParameterRef") != 1)

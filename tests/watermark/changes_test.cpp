@@ -12,13 +12,9 @@ using testing::SizeIs;
 using Testing::transitions;
 using Testing::World;
 
-constexpr const char* editorLayout = R"(<?xml version="1.0" encoding="UTF-8"?>
-<dialog xmlns="http://www.mozilla.org/keymaster/gatekeeper/there.is.only.xul" id="dlg_watermark">
-  <label id="mode"/>
-  <menulist id="label"/>
-  <menulist id="stylename"/>
-  <menulist id="angle"/>
-</dialog>)";
+constexpr const char16_t* textBox = u"txt_EffWMTxtBox";
+constexpr const char16_t* nameBox = u"txt_EffWMStyleName";
+constexpr const char16_t* angleBox = u"txt_EffWMAngle";
 
 constexpr const char* threeRecords = R"(<Watermarks>
   <WM_1><label>one</label><value>WM_1</value></WM_1>
@@ -26,13 +22,11 @@ constexpr const char* threeRecords = R"(<Watermarks>
   <WM_3><label>three</label><value>WM_3</value></WM_3>
 </Watermarks>)";
 
-// The tab of a plug-in whose editor the test operates.
+// The tab, and what the user does in the dialogs that it opens. Watermarks have names of their own.
 class Changes : public testing::Test {
  protected:
   Changes() {
     std::filesystem::create_directories(folder.path / "home" / "user");
-    Testing::copyResources(folder.path / "resources");
-    Testing::writeFile(folder.path / "resources" / "effect" / "content" / "dlg_watermark.xul", editorLayout);
     putUserFile(threeRecords);
   }
 
@@ -40,30 +34,27 @@ class Changes : public testing::Test {
   std::filesystem::path userFile() const { return folder.path / "home" / "user" / "ZVeffect.xml"; }
 
   void open() {
-    Refhost::Options options;
-    options.plugin = SCRIPTED_PLUGIN;
-    options.resources = folder.path / "resources";
+    auto options = Testing::builtOptions();
     options.home = folder.path / "home";
+    options.settings = {{u"kilnworks.watermark.stylename.support", u"True"}};
     world = std::make_unique<World>(options);
     world->take();
   }
 
   using Edits = std::vector<std::pair<std::u16string, std::u16string>>;
 
-  // What the user does in the next dialog.
+  // What the user types into the next dialog's boxes before accepting it. A question is accepted as it is.
   void willAccept(const Edits& edits) {
     world->face.onModal = [this, edits](Refhost::Dialog& dialog) {
-      if (auto* mode = dynamic_cast<Refhost::Label*>(dialog.layout().find(u"mode")))
-        editorMode = toNarrow(mode->label());
-      for (const auto& [field, text] : edits) {
-        auto& list = dynamic_cast<Refhost::ComboBox&>(*dialog.layout().find(field));
-        list.items().append(text, text);
-        list.choose(list.items().count() - 1);
+      if (auto* name = dynamic_cast<Refhost::TextBox*>(dialog.layout().find(nameBox))) {
+        nameAtOpening = toNarrow(name->content());
+        for (const auto& [box, text] : edits)
+          EXPECT_TRUE(dynamic_cast<Refhost::TextBoxNode&>(*dialog.layout().find(box)).edit(text, Refhost::Edit::typed));
       }
       dialog.accept();
     };
   }
-  void willName(const std::u16string& name) { willAccept({{u"label", name}, {u"stylename", name}}); }
+  void willName(const std::u16string& name) { willAccept({{textBox, name}}); }
   void willCancel() {
     world->face.onModal = [](Refhost::Dialog& dialog) { dialog.cancel(); };
   }
@@ -90,14 +81,14 @@ class Changes : public testing::Test {
 
   Testing::TemporaryFolder folder;
   std::unique_ptr<World> world;
-  std::string editorMode;
+  std::string nameAtOpening = "not opened";
 };
 
 TEST_F(Changes, AddingPutsTheRecordIntoStoreListAndSelection) {
   open();
   willName(u"another");
   click(u"btn_WMAdd");
-  EXPECT_EQ(editorMode, "new");
+  EXPECT_EQ(nameAtOpening, "");
   EXPECT_THAT(names(), ElementsAre("None", "another", "one", "three", "two"));
   EXPECT_TRUE(selected().starts_with("WM_"));
   EXPECT_THAT(transitions(world->take()), ElementsAre("WatermarkSel=" + selected() + ",Watermark=Watermark"));
@@ -150,9 +141,9 @@ TEST_F(Changes, EditingSelectsTheRecordAgainSoThatItsDetailsAreWritten) {
   open();
   world->preferences.set(u"WatermarkSel", u"WM_2");
   world->take();
-  willAccept({{u"angle", u"20"}});
+  willAccept({{angleBox, u"20"}});
   click(u"btn_WMEdit");
-  EXPECT_EQ(editorMode, "two");
+  EXPECT_EQ(nameAtOpening, "two");
   EXPECT_THAT(transitions(world->take()), ElementsAre("WatermarkSel=WM_2,Watermark=Watermark"));
   EXPECT_EQ(toNarrow(world->value(u"WatermarkTextAngle")), "340");
   EXPECT_THAT(names(), ElementsAre("None", "one", "three", "two"));
@@ -161,7 +152,7 @@ TEST_F(Changes, EditingSelectsTheRecordAgainSoThatItsDetailsAreWritten) {
 TEST_F(Changes, RenamingMovesTheItemToItsPlace) {
   open();
   world->preferences.set(u"WatermarkSel", u"WM_2");
-  willAccept({{u"stylename", u"A"}});
+  willAccept({{nameBox, u"A"}});
   click(u"btn_WMEdit");
   EXPECT_THAT(names(), ElementsAre("None", "A", "one", "three"));
   EXPECT_EQ(selected(), "WM_2");
@@ -171,7 +162,7 @@ TEST_F(Changes, RenamingMovesTheItemToItsPlace) {
 TEST_F(Changes, RenamingToANameThatIsThereReplacesTheOther) {
   open();
   world->preferences.set(u"WatermarkSel", u"WM_2");
-  willAccept({{u"stylename", u"one"}});
+  willAccept({{nameBox, u"one"}});
   click(u"btn_WMEdit");
   EXPECT_THAT(names(), ElementsAre("None", "one", "three"));
   EXPECT_EQ(selected(), "WM_2");

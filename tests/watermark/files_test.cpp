@@ -118,9 +118,9 @@ TEST_F(Store, WithItsLastRecordRemovedStaysEmptyWhenItIsOpenedAgain) {
 TEST_F(Store, ChangesMadeTogetherAreOneWrite) {
   const auto store = world.open();
   world.writes.clear();
-  store->changeTogether([&] {
-    store->removeRecord(u"1");
-    world.add(*store, u"Mine");
+  store->changeTogether([&](Watermarks::Changes& changes) {
+    changes.remove(u"1");
+    changes.add(world.newRecord(*store, u"Mine"));
   });
   EXPECT_THAT(world.writes, ElementsAre("user/ZVeffect.xml"));
   EXPECT_FALSE(world.namesIn(world.userFile()).contains("1"));

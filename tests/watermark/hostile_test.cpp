@@ -7,10 +7,6 @@
 
 #include <chrono>
 
-#ifndef _WIN32
-#include <sys/stat.h>
-#endif
-
 namespace {
 
 using namespace Effect;
@@ -83,29 +79,6 @@ TEST_F(Store, IgnoresADamagedMarkerAndFilesThatAreNoFolders) {
   Testing::writeFile(home.folder.path / "localdata" / "b", "a file");
   EXPECT_TRUE(world.open()->hasName(u"from a"));
 }
-
-#ifndef _WIN32
-TEST_F(Store, FollowsNoLinkOutOfTheLocalData) {
-  const auto elsewhere = home.folder.path / "elsewhere";
-  std::filesystem::create_directories(elsewhere);
-  Testing::writeFile(elsewhere / "ZVeffect.xml", oneRecord("WM_e", "elsewhere"));
-  std::filesystem::create_directories(home.folder.path / "localdata" / "linked file");
-  std::filesystem::create_directory_symlink(elsewhere, home.folder.path / "localdata" / "linked folder");
-  std::filesystem::create_symlink(elsewhere / "ZVeffect.xml", world.localFile("linked file"));
-  const auto store = world.open();
-  store->removeRecord(u"WM_e");
-  world.add(*store, u"Mine");
-  EXPECT_EQ(bytesOf(elsewhere / "ZVeffect.xml"), oneRecord("WM_e", "elsewhere"));
-}
-
-TEST_F(Store, DoesNotWaitForAPipeThatIsNamedLikeItsFile) {
-  std::filesystem::create_directories(home.folder.path / "localdata" / "a");
-  for (const auto& file : {world.userFile(), world.localFile("a")}) ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
-  EXPECT_THAT(world.list(*world.open()), ElementsAre("0=None"));
-  EXPECT_TRUE(std::filesystem::is_fifo(world.userFile()));
-  EXPECT_THAT(world.face.failures, SizeIs(1));
-}
-#endif
 
 TEST_F(Store, AUsersFileThatIsAFolderIsNeverWrittenOver) {
   std::filesystem::create_directories(world.userFile() / "inside");
@@ -183,10 +156,10 @@ TEST(AFailingDisk, WhileChangingLeavesTheStoreAsItWas) {
     disk.failing = failing;
     bool failed = false;
     try {
-      store->changeTogether([&] {
-        store->removeRecord(u"1");
-        world.add(*store, u"Mine");
-        store->updateRecord(u"2", world.newRecord(*store, u"Two"));
+      store->changeTogether([&](Watermarks::Changes& changes) {
+        changes.remove(u"1");
+        changes.add(world.newRecord(*store, u"Mine"));
+        changes.update(u"2", world.newRecord(*store, u"Two"));
       });
     } catch (const Kiln::Exception&) {
       failed = true;

@@ -1,49 +1,16 @@
 // The process killed, and the power cut, at every step of opening, adding, editing and deleting.
-#include "cut_disk.h"
-#include "store_world.h"
+#include "store_changes.h"
+#include "tests/documents/cut_disk.h"
 #include "tests/documents/model_disk.h"
 
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <set>
 
 namespace {
 
 using namespace Effect;
 using testing::AnyOf;
-
-const std::string userFileBytes = watermarkFile(element("WM_1", {{"label", "one"}, {"value", "WM_1"}}) +
-                                                element("WM_2", {{"label", "two"}, {"value", "WM_2"}}));
-
-void rename(Watermarks& store, std::u16string_view id, std::u16string_view name) {
-  const Node edited = store.record(id)->clone();
-  setField(*edited, Field::stylename, name);
-  store.updateRecord(id, edited);
-}
-
-// One change, and the names of which one must be there whenever the process dies in it.
-struct Change {
-  const char* name;
-  void (*make)(Watermarks& store);
-  std::set<std::u16string> oneOf;
-};
-
-const Change changes[] = {
-    {"Opening", [](Watermarks&) {}, {u"two"}},
-    {"Adding", [](Watermarks& store) { StoreWorld::add(store, u"three"); }, {u"two"}},
-    {"Replacing",
-     [](Watermarks& store) {
-       store.changeTogether([&] {
-         store.removeRecord(store.findIdByName(u"two"));
-         StoreWorld::add(store, u"two");
-       });
-     },
-     {u"two"}},
-    {"Editing", [](Watermarks& store) { rename(store, u"WM_2", u"2"); }, {u"two", u"2"}},
-    {"Deleting", [](Watermarks& store) { store.removeRecord(u"WM_1"); }, {u"two"}},
-    {"Moving", [](Watermarks& store) { StoreWorld::add(store, u"from a"); }, {u"two"}},
-};
 
 class Kill : public testing::TestWithParam<Change> {};
 

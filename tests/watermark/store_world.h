@@ -2,27 +2,19 @@
 #pragma once
 
 #include "effect/watermark/watermarks.h"
-#include "host/documents/disk.h"
-#include "host/model/description.h"
-#include "host/reference_host.h"
 #include "host/unicode.h"
 #include "host/widgets/list.h"
-#include "tests/support/world.h"
+#include "tests/support/host_world.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <string>
 #include <utility>
 #include <vector>
 
-inline std::string bytesOf(const std::filesystem::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), {}};
-}
+using Testing::bytesOf;
 
 using Fields = std::vector<std::pair<std::string, std::string>>;
 
@@ -41,27 +33,9 @@ inline std::string oneRecord(const std::string& id, const std::string& name) {
   return watermarkFile(element(id, {{"label", name}, {"value", id}}));
 }
 
-class StoreWorld {
+class StoreWorld : public Testing::HostWorld {
  public:
-  explicit StoreWorld(std::filesystem::path homeFolder, Refhost::Disk& disk = Refhost::realDisk(),
-                      std::string locale = "en-US")
-      : home(std::move(homeFolder)),
-        chrome(RESOURCES_FOLDER),
-        strings(chrome, std::move(locale)),
-        files{disk, trace, home},
-        manager(Refhost::make<Refhost::PropertyManager>(
-            Refhost::make<Refhost::PropertyModel>(
-                Refhost::readModel(std::filesystem::path(RESOURCES_FOLDER) / "models", "standard"), trace),
-            trace)),
-        host({face, trace, chrome, strings, files, *manager->model}) {
-    set(u"kilnworks.user.path", (home / "user").u16string());
-    set(u"kilnworks.user.localdata.path", (home / "localdata").u16string());
-    trace.listen([this](const Refhost::TraceEvent& event) {
-      if (event.op == "write") writes.push_back(Testing::member(event, "path"));
-    });
-  }
-
-  void set(std::u16string_view key, std::u16string_view value) { manager->settings->set(key, value); }
+  using HostWorld::HostWorld;
 
   Kiln::SmartPtr<Watermarks> open(bool isMerged = false) { return Refhost::make<Watermarks>(host, manager, isMerged); }
 
@@ -107,16 +81,6 @@ class StoreWorld {
       names[Refhost::toNarrow(record->name().view())] = Refhost::toNarrow(Effect::fieldText(*record, field).view());
     return names;
   }
-
-  const std::filesystem::path home;
-  Testing::RecordingFace face;
-  Refhost::Trace trace;
-  Refhost::ChromeFolders chrome;
-  Refhost::StringTables strings;
-  Refhost::FileWorld files;
-  Kiln::SmartPtr<Refhost::PropertyManager> manager;
-  Refhost::ReferenceHost host;
-  std::vector<std::string> writes;  // the files written so far, relative to the home
 };
 
 // A home with the folder of a user who has never opened the tab.

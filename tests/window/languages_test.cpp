@@ -84,6 +84,7 @@ TEST_P(LanguageTest, HasQtSpeakIt) {
   const QString cancel = QCoreApplication::translate("QPlatformTheme", "Cancel");
   EXPECT_EQ(cancel, open.find<QPushButton>("CANCEL").text());
   EXPECT_EQ(GetParam() == "en-US", QCoreApplication::translate("QFileDialog", "Look in:") == "Look in:");
+  EXPECT_EQ(GetParam() == "en-US", QCoreApplication::translate("QColorDialog", "&Basic colors") == "&Basic colors");
 }
 
 TEST_P(LanguageTest, HasHelpOnTheWindow) {

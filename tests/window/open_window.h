@@ -8,8 +8,10 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QDeadlineTimer>
+#include <QDragEnterEvent>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QMimeData>
 #include <QTabWidget>
 #include <QTemporaryDir>
 
@@ -42,6 +44,19 @@ inline void press(QWidget& widget, Qt::Key key, Qt::KeyboardModifiers modifiers 
   QKeyEvent up(QEvent::KeyRelease, key, modifiers);
   QCoreApplication::sendEvent(&widget, &down);
   QCoreApplication::sendEvent(&widget, &up);
+}
+
+// Drags `data` into the widget, over it, and drops it there, as far as the widget lets that happen; whether it did.
+inline bool drop(QWidget& widget, const QMimeData& data, QPoint place) {
+  QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, {});
+  QCoreApplication::sendEvent(&widget, &enter);
+  if (!enter.isAccepted()) return false;
+  QDragMoveEvent move(place, Qt::CopyAction, &data, Qt::LeftButton, {});
+  QCoreApplication::sendEvent(&widget, &move);
+  QDropEvent drop(place, Qt::CopyAction, &data, Qt::LeftButton, {});
+  QCoreApplication::sendEvent(&widget, &drop);
+  QCoreApplication::processEvents();
+  return drop.isAccepted();
 }
 
 class OpenWindow {

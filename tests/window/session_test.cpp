@@ -1,7 +1,7 @@
 #include "window/session.h"
 
+#include "host/kept_settings.h"
 #include "tests/window/open_window.h"
-#include "window/kept_settings.h"
 
 #include <gmock/gmock.h>
 
@@ -98,7 +98,7 @@ TEST_F(SessionTest, StaysAsItWasWhenTheOtherModelCannotBeOpened) {
 }
 
 TEST_F(SessionTest, TellsOfSettingsThatWereSetAside) {
-  std::ofstream(settingsFile(options.home, u"standard")) << "damaged";
+  std::ofstream(Refhost::settingsFile(options.home, u"standard")) << "damaged";
   session = std::make_unique<Session>(options, face);
   std::filesystem::path told;
   session->onSetAside = [&told](const std::filesystem::path& file) { told = file; };

@@ -1,13 +1,13 @@
 #include "window/tree_view.h"
 
 #include "tests/window/open_window.h"
+#include "window/items.h"
 
 #include <gmock/gmock.h>
 
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
-#include <QListWidget>
 #include <QPushButton>
 
 namespace Window {
@@ -102,7 +102,7 @@ TEST_F(TreeViewTest, AChosenEntryOfAComboBoxReachesTheModel) {
 
 TEST_F(TreeViewTest, AListShowsItsItemsWithTheirColours) {
   auto& node = open.node<Refhost::ListBox>(u"lst_selectedWatermark");
-  auto& list = open.find<QListWidget>("lst_selectedWatermark");
+  auto& list = open.find<ItemList>("lst_selectedWatermark");
   const auto data = node.data();
   while (data->count() > 0) data->remove(0);
   data->append(u"$IDS_NONE;", u"0");
@@ -117,7 +117,7 @@ TEST_F(TreeViewTest, AListShowsItsItemsWithTheirColours) {
 
 TEST_F(TreeViewTest, ARowOfAListIsChosenByTheKeyboard) {
   auto& node = open.node<Refhost::ListBox>(u"lst_selectedWatermark");
-  auto& list = open.find<QListWidget>("lst_selectedWatermark");
+  auto& list = open.find<ItemList>("lst_selectedWatermark");
   const auto data = node.data();
   while (data->count() > 0) data->remove(0);
   data->append(u"a", u"a");
@@ -147,7 +147,7 @@ TEST_F(TreeViewTest, RowsAndSharedColumnsAreLinedUp) {
     return widget.mapTo(open.window.get(), QPoint()).x();
   };
   const int before = left("but_EffDet");
-  open.node<Refhost::Button>(u"but_EffDet").setLabel(u"A label wider than its column is");
+  open.node<Refhost::Button>(u"but_EffDet").setLabel(u"Wider than its column");
   open.settle();
   EXPECT_LT(left("but_EffDet"), before);
   EXPECT_EQ(left("btn_WMAdd"), left("but_EffDet"));
@@ -162,7 +162,7 @@ TEST_F(TreeViewTest, TouchesNothingOfATreeThatItForgot) {
   auto& node = open.node<Refhost::CheckBox>(u"ePTKWPageMirrorImage");
   QWidget parent;
   const Texts texts(open.window->preferences().strings());
-  TreeView view(node, texts, open.window->preferences().chrome(), &parent);
+  TreeView view(node, {Texts(open.window->preferences().strings()), open.window->preferences().chrome(), {}}, &parent);
   view.forget();
   node.setChecked(true);
   view.update(node);

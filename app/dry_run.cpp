@@ -1,0 +1,122 @@
+#include "app/dry_run.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace App {
+namespace {
+
+std::string inQuotes(const std::string& text) { return '"' + text + '"'; }
+
+std::string capitalised(std::string sentence) {
+  if (!sentence.empty() && sentence.front() >= 'a' && sentence.front() <= 'z')
+    sentence.front() = static_cast<char>(sentence.front() - 'a' + 'A');
+  return sentence;
+}
+
+// Without a fraction where there is none.
+std::string number(double value) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%g", value);
+  return text;
+}
+
+bool contains(const std::vector<int>& numbers, int wanted) {
+  return std::binary_search(numbers.begin(), numbers.end(), wanted);
+}
+
+// The words for one effect after another.
+class Description {
+ public:
+  Description(const Press::Plan& printed, const Press::Effects& wanted) : plan(printed), effects(wanted) {}
+
+  std::vector<std::string> sentences(const std::map<std::string, std::string>& overlayNames) {
+    job();
+    if (!effects.any()) say("no effect changes them.");
+    sayMarks(true, overlayNames);
+    if (effects.pagesOnSheet > 1)
+      say(std::to_string(effects.pagesOnSheet) + " pages go on a sheet; that makes " + std::to_string(plan.sheets) +
+          (plan.sheets == 1 ? " sheet." : " sheets."));
+    sayMarks(false, overlayNames);
+    if (effects.mirrorImage) say("every " + sheetWord() + " is mirrored, left and right exchanged.");
+    if (effects.rotate180)
+      say("every " + sheetWord() + " is turned half round.");
+    else if (effects.rotate180ForA3Ledger)
+      sayTurnedA3Ledger();
+    if (effects.negativeImage) say("every " + sheetWord() + " is printed in negative.");
+    for (const std::string& note : plan.notes) say(note);
+    return std::move(lines);
+  }
+
+ private:
+  void say(const std::string& sentence) { lines.push_back(capitalised(sentence)); }
+
+  std::string sheetWord() const { return effects.pagesOnSheet > 1 ? "sheet" : "page"; }
+
+  void job() {
+    const int kept = static_cast<int>(plan.kept.size());
+    const std::string has = "the job has " + std::to_string(plan.jobPages) + (plan.jobPages == 1 ? " page" : " pages");
+    if (kept == plan.jobPages) return say(has + ".");
+    const auto isKept = [this](int page) { return contains(plan.kept, page); };
+    say(has + ", of which " + pagesInWords(plan.jobPages, "page", isKept) +
+        (kept == 1 ? " is printed." : " are printed; from here on they count from 1."));
+  }
+
+  // The marks that come before several pages are put on a sheet, or those that come after.
+  void sayMarks(bool areOnPages, const std::map<std::string, std::string>& overlayNames) {
+    if (isOnPages(effects.overlaysOnEachPage) == areOnPages)
+      for (const Press::Overlay& overlay : effects.overlays) sayOverlay(overlay, overlayNames);
+    if (isOnPages(effects.watermark.onEachPage) == areOnPages && !effects.watermark.text.empty()) sayWatermark();
+  }
+
+  // Whether a mark is on each page; otherwise it is once on the sheet.
+  bool isOnPages(bool isOnEachPage) const { return isOnEachPage || effects.pagesOnSheet == 1; }
+
+  template <class IsMeant>
+  std::string places(bool isOnEachPage, const IsMeant& isMeant) const {
+    return isOnPages(isOnEachPage) ? pagesInWords(static_cast<int>(plan.kept.size()), "page", isMeant)
+                                   : pagesInWords(plan.sheets, "sheet", isMeant);
+  }
+
+  void sayOverlay(const Press::Overlay& overlay, const std::map<std::string, std::string>& names) {
+    const auto known = names.find(overlay.file.filename().string());
+    say("the overlay " + inQuotes(known == names.end() ? overlay.file.string() : known->second) + " goes " +
+        (effects.overlaysOverPage ? "over" : "under") + " the content of " +
+        places(effects.overlaysOnEachPage, [&](int page) { return overlay.pages.has(page); }) + ".");
+  }
+
+  void sayWatermark() {
+    const Press::Watermark& mark = effects.watermark;
+    std::string look = mark.face + (mark.isBold ? " bold" : "") + (mark.isItalic ? " italic" : "") + ", " +
+                       number(mark.size) + " points";
+    char colour[8];
+    std::snprintf(colour, sizeof colour, "#%06X", static_cast<unsigned>(mark.colour));
+    look += std::string(", ") + colour;
+    if (mark.angle != 0 && mark.angle != 360) look += ", turned by " + number(mark.angle) + " degrees clockwise";
+    if (mark.isOutlined) look += ", in outline";
+    if (mark.transparency != 0) look += ", " + number(mark.transparency) + " percent transparent";
+    say("the watermark " + inQuotes(mark.text) + " goes " + (mark.isUnderPage ? "under" : "over") + " the content of " +
+        places(mark.onEachPage, [&](int page) { return page == 1 || !mark.firstOnly; }) + ": " + look + ".");
+  }
+
+  void sayTurnedA3Ledger() {
+    const auto isMeant = [this](int sheet) { return contains(plan.a3LedgerSheets, sheet); };
+    const bool areSeveral =
+        plan.a3LedgerSheets.size() > 1 && plan.sheets > static_cast<int>(plan.a3LedgerSheets.size());
+    say(pagesInWords(plan.sheets, sheetWord(), isMeant) + (areSeveral ? " are" : " is") +
+        " turned half round, as A3 and Ledger are.");
+  }
+
+  const Press::Plan& plan;
+  const Press::Effects& effects;
+  std::vector<std::string> lines;
+};
+
+}  // namespace
+
+std::vector<std::string> describe(const Press::Plan& plan, const Press::Effects& effects,
+                                  const std::map<std::string, std::string>& overlayNames) {
+  return Description(plan, effects).sentences(overlayNames);
+}
+
+}  // namespace App

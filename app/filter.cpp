@@ -1,0 +1,206 @@
+// kiln filter: a filter of a print queue, in the calling form of CUPS.
+#include "app/account.h"
+#include "app/commands.h"
+#include "app/failure.h"
+#include "app/interruption.h"
+#include "app/job_options.h"
+#include "app/messages.h"
+#include "app/opening.h"
+#include "app/silent_run.h"
+#include "app/standard_files.h"
+#include "host/unicode.h"
+#include "press/print.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <memory>
+#include <system_error>
+
+namespace App {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* footer =
+    R"(A print queue calls it as JOB USER TITLE COPIES OPTIONS [FILE]; without FILE the job comes on standard input.
+The printed pages go to standard output, messages for the scheduler to standard error. docs/print-queue.md
+tells how to install it.
+
+The settings of a job are the first of these that there are:
+  the PrintTicket DIR/QUEUE.xml, where the environment's PRINTER names the queue
+  what was accepted in "kiln show" and is kept in the folder of --home
+  what the job's user accepted in "kiln show", where this runs as that very user
+and on top what the job's options say, "kiln-MirrorImage=MirrorImage" for example, as far as --allow lets them.
+
+Exit status: 0 when the pages were written, 1 when they were not.)";
+
+struct FilterOptions {
+  HostOptions host;
+  std::string tickets = "/etc/kiln";
+  std::vector<std::string> allowed;
+  bool countsPages = false;
+};
+
+// The words of the call.
+struct Call {
+  std::string user;
+  std::string copies;
+  std::string options;
+  std::string file;
+};
+
+Call toCall(const std::vector<std::string>& words) {
+  if (!words.empty() && words.front().starts_with('-'))
+    throw Failure(1, "kiln filter has no option " + words.front() + "; \"kiln filter --help\" lists them.");
+  if (words.size() != 5 && words.size() != 6)
+    throw Failure(1, "kiln filter takes JOB USER TITLE COPIES OPTIONS [FILE] from a print queue, not " +
+                         std::to_string(words.size()) + " words.");
+  return {words[1], words[3], words[4], words.size() == 6 ? words[5] : "-"};
+}
+
+// What everybody may write is nobody's word on how others print.
+void demandGuarded(const fs::path& path) {
+  if ((fs::status(path).permissions() & fs::perms::others_write) != fs::perms::none)
+    throw std::runtime_error(path.string() + " may be changed by everybody: take that permission from others.");
+}
+
+// The ticket that the administrator put there for the queue; empty when there is none.
+fs::path ticketOfQueue(const fs::path& folder) {
+  const char* printer = std::getenv("PRINTER");
+  const std::string queue = printer == nullptr ? "" : printer;
+  if (queue.empty()) return {};
+  if (queue.front() == '.' || queue.find('/') != queue.npos)
+    throw std::runtime_error("No ticket can be named after the queue \"" + queue + "\".");
+  const fs::path ticket = folder / (queue + ".xml");
+  if (!fs::exists(ticket)) return {};
+  demandGuarded(folder);
+  demandGuarded(ticket);
+  return ticket;
+}
+
+// Opens the preferences with what was accepted in the window for the model: in the home that the administrator names,
+// else in the own one of the job's user. Where nothing was, no such home is made.
+void takeKeptSettings(Refhost::Options& options, const std::string& user) {
+  fs::path home = options.home;
+  const Account account = runningAccount();
+  if (home.empty() && account.name == user) home = account.folder;
+  if (home.empty()) return;
+  const auto kept = keptIn(home, options);
+  if (!kept) return;
+  message(Message::debug, "The settings are those kept in " + home.string() + ".");
+  options.home = home;
+  options.properties = *kept;
+}
+
+// The settings that the job itself chooses: only properties that the administrator has named, and of these only ones
+// with listed options. So no job brings a path or a text into a process that is not its user's.
+Refhost::TracePairs jobChoices(const Call& call, const FilterOptions& given, const Refhost::PropertyModel& model) {
+  constexpr std::string_view prefix = "kiln-";
+  Refhost::TracePairs choices;
+  for (const auto& [name, value] : parseJobOptions(call.options)) {
+    if (!name.starts_with(prefix)) continue;
+    const std::string property = name.substr(prefix.size());
+    if (std::ranges::find(given.allowed, property) == given.allowed.end())
+      throw std::runtime_error("This queue takes no option \"" + name +
+                               "\" from a job: its administrator has to allow it.");
+    const auto& all = model.description().properties;
+    const auto known = std::ranges::find(all, Refhost::toWide(property), &Refhost::PropertyDescription::name);
+    if (known != all.end() && known->options.empty())
+      throw std::runtime_error("The property \"" + property +
+                               "\" takes any text and so cannot be allowed to jobs: take it from the options of kiln.");
+    choices.emplace_back(Refhost::toWide(property), Refhost::toWide(value));
+  }
+  return choices;
+}
+
+Press::Effects effectsOf(const Call& call, const FilterOptions& given) {
+  Refhost::Options options = given.host.resolve();
+  const fs::path ticket = ticketOfQueue(toPath(given.tickets));
+  if (ticket.empty())
+    takeKeptSettings(options, call.user);
+  else
+    message(Message::debug, "The settings are those in " + ticket.string() + ".");
+
+  SilentRun run(options, messageStart(Message::warning));
+  if (!ticket.empty()) run.takeTicket(ticket);
+  const Refhost::TracePairs choices = jobChoices(call, given, run.preferences().model());
+  if (ticket.empty() && options.properties.empty() && choices.empty())
+    message(Message::warning, "Nothing says how this queue prints, so the job stays as it is.");
+  run.choose(choices);
+  return Press::effectsFromProperties(run.accept());
+}
+
+// Tells the scheduler how far the job is, in its own pages, at most once a second.
+class ProgressMessages {
+ public:
+  void show(int done, int total) {
+    pages = total;
+    const auto now = Clock::now();
+    if (now < nextTime) return;
+    nextTime = now + std::chrono::seconds(1);
+    message(Message::info, "Page " + std::to_string(done) + " of " + std::to_string(total) + ".");
+  }
+  int pageCount() const { return pages; }
+
+ private:
+  using Clock = std::chrono::steady_clock;
+
+  int pages = 0;
+  Clock::time_point nextTime = Clock::now() + std::chrono::seconds(1);
+};
+
+void print(const Call& call, const FilterOptions& given, const Interruption& interruption) {
+  const Press::Effects effects = effectsOf(call, given);
+  const StandardFiles files(call.file, "-", interruption);
+  ProgressMessages progress;
+  std::vector<std::string> notes;
+  try {
+    notes = Press::printPdf(files.in(), files.out(), effects, [&](int done, int total) {
+      progress.show(done, total);
+      return interruption.signal() == 0;
+    });
+  } catch (const Press::Error& error) {
+    throw std::runtime_error(files.inUsersWords(error.what()));
+  }
+  for (const std::string& note : notes) message(Message::warning, files.inUsersWords(note));
+  files.deliver();
+  const int sheets = (progress.pageCount() + effects.pagesOnSheet - 1) / effects.pagesOnSheet;
+  for (int sheet = 1; given.countsPages && sheet <= sheets; ++sheet)
+    message(Message::page, std::to_string(sheet) + ' ' + call.copies);
+}
+
+int filter(const FilterOptions& given, const std::vector<std::string>& words) {
+  const Interruption interruption;
+  try {
+    print(toCall(words), given, interruption);
+    return 0;
+  } catch (const Press::Cancelled&) {
+    message(Message::info, "The job was cancelled.");
+  } catch (const std::exception& error) {
+    message(Message::error, error.what());
+  }
+  return 1;
+}
+
+}  // namespace
+
+void addFilter(CLI::App& kiln, Run& run) {
+  const auto given = std::make_shared<FilterOptions>();
+  CLI::App& command = *kiln.add_subcommand("filter", "Puts the effects on the jobs of a print queue");
+  command.footer(footer);
+  // Everything from the job's number on is somebody else's words, among them a title that may look like an option.
+  command.prefix_command();
+  command.add_option("--tickets", given->tickets, "The folder of the queues' PrintTickets")
+      ->type_name("DIR")
+      ->capture_default_str();
+  addRepeatable(command, "--allow", given->allowed, "Lets jobs choose this property by an option \"kiln-NAME\"")
+      ->type_name("NAME");
+  command.add_flag("--count-pages", given->countsPages,
+                   "Tells the scheduler the pages, on a queue with no other filter that does");
+  given->host.declare(command, "Takes what \"kiln show\" keeps in this folder, whoever prints");
+  command.callback(
+      [&run, &command, given] { run = [given, words = command.remaining()] { return filter(*given, words); }; });
+}
+
+}  // namespace App

@@ -1,0 +1,102 @@
+#include "app/marks.h"
+
+#include "app/overlay_dialog.h"
+#include "app/overlay_slots.h"
+#include "app/shown_items.h"
+#include "host/gui.h"
+#include "host/unicode.h"
+
+#include <algorithm>
+
+namespace App {
+namespace {
+
+constexpr const char16_t* watermarkList = u"lst_selectedWatermark";
+constexpr const char16_t* overlayList = u"cmb_EffOverlay";
+constexpr const char16_t* overlayDetails = u"but_EffDet";
+
+// Values of the overlays' list that are no overlays.
+constexpr std::u16string_view noOverlay = u"None";
+constexpr std::u16string_view severalOverlays = u"Multiple";
+
+template <class Kind>
+Kind& onTab(SilentRun& run, const char16_t* id) {
+  return demandWidget<Kind>(*run.preferences().gui(), id);
+}
+
+// Chooses an item in a list of `what`.
+void choose(SilentRun& run, Refhost::SelectorNode& list, const ShownItem& item, const std::string& what) {
+  run.act([&] { list.choose(item.index); });
+  if (list.selection() != item.index)
+    throw std::runtime_error("The " + what + ' ' + inQuotes(item.name) + " cannot be chosen now.");
+}
+
+// Splits NAME:PAGES.
+PlacedOverlay toPlaced(const std::vector<ShownItem>& items, const std::string& word) {
+  const auto isOverlay = [&items](const std::string& name) {
+    const auto item = std::ranges::find(items, name, &ShownItem::name);
+    return item != items.end() && item->value != severalOverlays;
+  };
+  if (isOverlay(word)) return {word, "All"};
+  const std::size_t colon = word.rfind(':');
+  if (colon != word.npos && isOverlay(word.substr(0, colon))) return {word.substr(0, colon), word.substr(colon + 1)};
+  std::vector<std::string> names;
+  for (const ShownItem& item : items)
+    if (item.value != severalOverlays && item.value != noOverlay) names.push_back(item.name);
+  throw std::runtime_error("There is no overlay " + inQuotes(word) +
+                           (names.empty() ? "; there are none yet." : "; there are " + listed(names) + '.'));
+}
+
+// Opens the dialog as a user does: by choosing several overlays or, where they are chosen, by the button for details.
+void chooseSeveral(SilentRun& run, const OverlaySlots& slots) {
+  auto& list = onTab<Refhost::SelectorNode>(run, overlayList);
+  const auto items = shownItems(list);
+  const auto several = std::ranges::find(items, severalOverlays, &ShownItem::value);
+  if (several == items.end()) throw std::runtime_error("These preferences take one overlay only.");
+  const auto openDialog = [&] {
+    if (list.selection() == several->index)
+      onTab<Refhost::Button>(run, overlayDetails).click();
+    else
+      list.choose(several->index);
+  };
+  bool isAssigned = false;
+  run.act(openDialog, [&](Refhost::Dialog& dialog) {
+    assignOverlays(dialog, slots);
+    isAssigned = true;
+  });
+  if (!isAssigned) throw std::runtime_error("Several overlays cannot be chosen now.");
+}
+
+}  // namespace
+
+void chooseWatermark(SilentRun& run, const std::string& name) {
+  auto& list = onTab<Refhost::SelectorNode>(run, watermarkList);
+  const auto items = shownItems(list);
+  const auto item = std::ranges::find(items, name, &ShownItem::name);
+  if (item != items.end()) return choose(run, list, *item, "watermark");
+  std::vector<std::string> names;
+  for (const ShownItem& each : items) names.push_back(each.name);
+  throw std::runtime_error("There is no watermark " + inQuotes(name) + "; there are " + listed(names) + '.');
+}
+
+void chooseOverlays(SilentRun& run, const std::vector<std::string>& words) {
+  if (words.empty()) return;
+  auto& list = onTab<Refhost::SelectorNode>(run, overlayList);
+  const auto items = shownItems(list);
+  std::vector<PlacedOverlay> overlays;
+  for (const std::string& word : words) overlays.push_back(toPlaced(items, word));
+  if (overlays.size() == 1 && overlays.front().pages == "All")
+    choose(run, list, *std::ranges::find(items, overlays.front().overlay, &ShownItem::name), "overlay");
+  else
+    chooseSeveral(run, slotsFor(overlays));
+}
+
+std::map<std::string, std::string> overlayNames(SilentRun& run) {
+  std::map<std::string, std::string> names;
+  auto* const list = dynamic_cast<Refhost::SelectorNode*>(run.preferences().gui()->find(overlayList));
+  if (list == nullptr) return names;
+  for (const ShownItem& item : shownItems(*list)) names.emplace(Refhost::toNarrow(item.value), item.name);
+  return names;
+}
+
+}  // namespace App

@@ -1,0 +1,178 @@
+// kiln overlay: the user's overlays, made, listed and deleted through the plug-in, as in the preferences.
+#include "app/commands.h"
+#include "app/failure.h"
+#include "app/silent_run.h"
+#include "host/documents/disk.h"
+#include "host/gui.h"
+#include "host/temporary_folder.h"
+#include "host/unicode.h"
+#include "host/widgets/list.h"
+#include "press/capture.h"
+
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace App {
+namespace {
+
+constexpr const char* footer = R"(Examples:
+  kiln overlay create Letterhead letterhead.pdf
+  kiln overlay list
+  kiln overlay delete Letterhead
+
+Exit status: 0 when it was done, 1 when it was not, and every overlay is as it was,
+2 when the preferences cannot be opened or the command line is wrong.)";
+
+struct OverlayOptions {
+  SettingOptions settings;
+  std::string name;
+  std::string in;
+  bool replaces = false;
+};
+
+struct Listed {
+  std::int32_t index;
+  std::string name;
+  bool isDownloaded;
+};
+
+Refhost::ComboBox& listIn(SilentRun& run) {
+  auto* list = dynamic_cast<Refhost::ComboBox*>(run.preferences().gui()->find(u"cmb_EffOverlay"));
+  if (list == nullptr) throw std::runtime_error("These preferences have no list of overlays.");
+  return *list;
+}
+
+std::vector<Listed> overlaysIn(Refhost::ComboBox& list) {
+  constexpr std::int32_t firstOverlay = 2;  // behind the entries for none and for several
+  std::vector<Listed> overlays;
+  for (std::int32_t i = firstOverlay; i < list.items().count(); ++i) {
+    const auto item = list.items().at(i);
+    overlays.push_back({i, Refhost::toNarrow(item->displayedText().view()), item->isMarked()});
+  }
+  return overlays;
+}
+
+// A name on one line of a terminal, whatever an index from outside has for one.
+std::string onOneLine(std::string name) {
+  for (char& unit : name)
+    if (static_cast<unsigned char>(unit) < ' ' || unit == '\x7F') unit = '?';
+  return name;
+}
+
+int list(const OverlayOptions& given) {
+  const Interruption interruption;
+  const Opening opening(given.settings, interruption);
+  SilentRun run(opening.options());
+  for (const Listed& overlay : overlaysIn(listIn(run)))
+    std::cout << onOneLine(overlay.name) << (overlay.isDownloaded ? "\tdownloaded" : "") << '\n';
+  return 0;
+}
+
+// The user's own overlay of that name, or else the downloaded one.
+std::optional<Listed> overlayNamed(const std::vector<Listed>& overlays, const std::string& name) {
+  for (const bool isDownloaded : {false, true})
+    for (const Listed& overlay : overlays)
+      if (overlay.name == name && overlay.isDownloaded == isDownloaded) return overlay;
+  return {};
+}
+
+int remove(const OverlayOptions& given) {
+  const Interruption interruption;
+  const Opening opening(given.settings, interruption);
+  SilentRun run(opening.options());
+  Refhost::ComboBox& list = listIn(run);
+  const auto overlay = overlayNamed(overlaysIn(list), given.name);
+  if (!overlay)
+    throw std::runtime_error("There is no overlay \"" + given.name + "\"; \"kiln overlay list\" lists them.");
+  auto* button = dynamic_cast<Refhost::Button*>(run.preferences().gui()->find(u"btn_OvlDel"));
+  if (button == nullptr) throw std::runtime_error("These preferences have no button that deletes overlays.");
+  const std::int32_t before = list.items().count();
+  list.choose(overlay->index);
+  run.act([button] { button->click(); }, [](Refhost::Dialog& dialog) { dialog.accept(); });
+  if (list.items().count() == before)
+    throw std::runtime_error("The overlay \"" + given.name + "\" cannot be deleted now.");
+  return 0;
+}
+
+// Accepts the preferences of a job that is printed into an overlay of the name: the plug-in prepares the destination.
+std::map<std::string, std::string> prepare(SilentRun& run, const OverlayOptions& given) {
+  std::string refusal = "An overlay needs a name.";
+  run.face().jobStep = Refhost::toWide(given.name);
+  run.face().operateDialogs([&](Refhost::Dialog& dialog) {
+    const bool isFull = dialog.url().ends_with(u"/dlg_overlayfull.xul");
+    refusal = isFull ? "There is no room for more than 20 overlays; delete one first."
+                     : "There is an overlay \"" + given.name + "\" already; --replace replaces it.";
+    if (given.replaces && !isFull) dialog.accept();
+  });
+  try {
+    return run.accept();
+  } catch (const NotAccepted&) {
+    throw std::runtime_error(refusal);
+  }
+}
+
+int create(const OverlayOptions& given) {
+  const Interruption interruption;
+  const Opening opening(given.settings, interruption);
+  Refhost::Options options = opening.options();
+  options.properties.emplace_back(u"PrintJob", u"Overlay");
+  SilentRun run(options);
+  given.settings.makeIn(run);
+  const Press::Effects effects = Press::effectsFromProperties(prepare(run, given));
+  try {
+    constexpr std::size_t largestOverlay = std::size_t{1} << 30;
+    const Refhost::TemporaryFolder folder;
+    const auto overlay = folder.path() / "overlay.opa";
+    for (const std::string& note : Press::captureOverlay(toPath(given.in), overlay, effects))
+      std::cerr << "kiln: " << note << '\n';
+    const auto picture = Press::thumbnailOf(overlay);
+    const std::string bytes = Refhost::realDisk().read(overlay, largestOverlay);
+    if (std::filesystem::exists(picture))
+      run.preferences().writeJob(bytes, Refhost::realDisk().read(picture, largestOverlay));
+    else
+      run.preferences().writeJob(bytes);
+  } catch (...) {
+    // The overlay that was to be replaced is there again.
+    run.preferences().set(u"CancelJob", u"True");
+    throw;
+  }
+  return 0;
+}
+
+CLI::App& addPart(CLI::App& overlay, Run& run, const char* name, const char* help,
+                  const std::shared_ptr<OverlayOptions>& given, int (*work)(const OverlayOptions&)) {
+  CLI::App& part = *overlay.add_subcommand(name, help);
+  part.callback([&run, given, work] { run = [given, work] { return work(*given); }; });
+  return part;
+}
+
+}  // namespace
+
+void addOverlay(CLI::App& kiln, Run& run) {
+  constexpr const char* homeHelp = "The folder for what a user keeps; by default the one that \"kiln show\" uses";
+  CLI::App& overlay = *kiln.add_subcommand("overlay", "Makes, lists and deletes overlays");
+  overlay.footer(footer);
+  overlay.require_subcommand(1);
+
+  const auto created = std::make_shared<OverlayOptions>();
+  CLI::App& createPart =
+      addPart(overlay, run, "create", "Makes an overlay of the first page of a PDF", created, create);
+  createPart.add_option("NAME", created->name, "The overlay's name")->required()->type_name("");
+  createPart.add_option("FILE.pdf", created->in, "The form")->required()->type_name("");
+  createPart.add_flag("--replace", created->replaces, "Replaces an overlay of that name");
+  created->settings.declare(createPart);
+
+  const auto listed = std::make_shared<OverlayOptions>();
+  CLI::App& listPart = addPart(overlay, run, "list", "Lists the overlays, one a line", listed, list);
+  listed->settings.host.declare(listPart, homeHelp);
+
+  const auto deleted = std::make_shared<OverlayOptions>();
+  CLI::App& deletePart = addPart(overlay, run, "delete", "Deletes an overlay", deleted, remove);
+  deletePart.add_option("NAME", deleted->name, "The overlay's name")->required()->type_name("");
+  deleted->settings.host.declare(deletePart, homeHelp);
+}
+
+}  // namespace App

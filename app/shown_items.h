@@ -1,0 +1,36 @@
+// The preferences' widgets, and what their lists show, for commands that do what a user does there.
+#pragma once
+
+#include "host/widgets/list.h"
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace App {
+
+// An item of a list as the user reads it.
+struct ShownItem {
+  std::string name;
+  std::u16string value;
+  std::int32_t index = 0;
+};
+
+std::vector<ShownItem> shownItems(Refhost::SelectorNode& list);
+
+std::string inQuotes(const std::string& name);
+
+// "A", "B" ...: names in quotes with commas between them.
+std::string listed(const std::vector<std::string>& names);
+
+// The widget of that id and kind in a GUI or a layout. Throws std::runtime_error, one sentence, when there is none.
+template <class Kind, class Widgets>
+Kind& demandWidget(const Widgets& widgets, const std::u16string& id) {
+  auto* const widget = dynamic_cast<Kind*>(widgets.find(id));
+  if (widget == nullptr)
+    throw std::runtime_error("These preferences have no \"" + std::string(id.begin(), id.end()) + "\".");
+  return *widget;
+}
+
+}  // namespace App

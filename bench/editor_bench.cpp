@@ -1,0 +1,103 @@
+// From a typed character to the preview drawn: the watermark editor fills a 4K screen at 200 %, one character more is
+// typed, and what is on the screen has followed. A frame lasts 16 ms.
+//
+//   Typing            in black letters, the commonest case
+//   TypingSeeThrough  half transparent, turned and in a face that has no bold of its own
+//   Turning           one step of the angle's scroll bar
+#include "tests/window/open_window.h"
+#include "window/dialog_windows.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSlider>
+#include <QTimer>
+
+#include <cstdlib>
+
+namespace {
+
+QWidget* editor = nullptr;
+
+template <class Widget>
+Widget& find(const char* name) {
+  return *editor->findChild<Widget*>(name);
+}
+
+void type(const QString& text) {
+  auto& line = find<QLineEdit>("txt_EffWMTxtBox");
+  for (const QChar letter : text) {
+    QKeyEvent down(QEvent::KeyPress, 0, {}, letter);
+    QCoreApplication::sendEvent(&line, &down);
+  }
+  QCoreApplication::processEvents();
+}
+
+void startWith(const QString& text) {
+  find<QLineEdit>("txt_EffWMTxtBox").selectAll();
+  type(text);
+}
+
+// Each round types one letter more, and starts anew before the box is full.
+void typeOn(benchmark::State& state) {
+  int typed = 0;
+  for (auto _ : state) {
+    if (typed++ % 20 == 0) {
+      state.PauseTiming();
+      startWith("Confidential");
+      state.ResumeTiming();
+    }
+    type("g");
+  }
+}
+
+void Typing(benchmark::State& state) { typeOn(state); }
+
+void TypingSeeThrough(benchmark::State& state) {
+  find<QSlider>("scr_EffWMAngScroll").setValue(135);
+  find<QAbstractButton>("rad_EffWMTrans").click();
+  find<QSlider>("scr_EffWMOpaScroll").setValue(50);
+  typeOn(state);
+}
+
+void Turning(benchmark::State& state) {
+  startWith("Confidential");
+  auto& angle = find<QSlider>("scr_EffWMAngScroll");
+  for (auto _ : state) {
+    angle.setValue((angle.value() + 1) % 180);
+    QCoreApplication::processEvents();
+  }
+}
+
+BENCHMARK(Typing)->Unit(benchmark::kMillisecond);
+BENCHMARK(TypingSeeThrough)->Unit(benchmark::kMillisecond);
+BENCHMARK(Turning)->Unit(benchmark::kMillisecond);
+
+// The toolkit reads its screen from a file.
+QString screenFile(const QTemporaryDir& folder) {
+  QFile file(folder.filePath("screen.json"));
+  if (!file.open(QIODevice::WriteOnly)) std::abort();
+  file.write(R"({"screens": [{"name": "4K", "x": 0, "y": 0, "width": 3840, "height": 2160,
+                 "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
+  return file.fileName();
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  const QTemporaryDir folder;
+  qputenv("QT_QPA_PLATFORM", ("offscreen:configfile=" + screenFile(folder)).toUtf8());
+  qputenv("QT_SCALE_FACTOR", "2");
+  benchmark::Initialize(&count, arguments);
+  const QApplication application(count, arguments);
+  Testing::OpenWindow open;
+  QTimer::singleShot(0, open.window.get(), [] {
+    editor = QApplication::activeModalWidget();
+    editor->showMaximized();
+    QCoreApplication::processEvents();
+    benchmark::RunSpecifiedBenchmarks();
+    qobject_cast<QDialog*>(editor)->reject();
+  });
+  open.find<QPushButton>("btn_WMAdd").click();
+}

@@ -1,0 +1,122 @@
+// Keeping the overlay selection valid: the entry that it means, and the files that are printed.
+#include "effect/effect_plugin.h"
+#include "effect/overlay/file_list.h"
+#include "effect/settings.h"
+#include "effect/widget_state.h"
+
+#include <algorithm>
+
+namespace Kiln::XUL {
+
+using namespace Effect;
+
+namespace {
+
+// Whether a path leads into the folder of user data, whichever separators it is written with.
+bool isUserData(std::u16string_view path) {
+  constexpr std::u16string_view folder = u"local\\userdata\\";
+  std::u16string uniform(path);
+  std::replace(uniform.begin(), uniform.end(), u'/', u'\\');
+  return uniform.find(folder) != uniform.npos;
+}
+
+// The index of the first item that fits; -1 when none does.
+template <class Fits>
+std::int32_t firstItem(ListData& items, const Fits& fits) {
+  for (std::int32_t i = 0; i < items.count(); ++i)
+    if (fits(*items.at(i))) return i;
+  return -1;
+}
+
+}  // namespace
+
+void EffectPlugin::OvlSelectionChange(ModelSelectionChange& change) {
+  const std::u16string value = change.value.str();
+  selectOverlayItem(value, propertyValue(Prop::overlaySourceFileName).view());
+  showOverlayPicture();
+  if (value == Value::multiple && (!overlay.store || overlay.store->count() == 0)) return makeOvlValid();
+  if (value == Value::none) {
+    withdrawOverlay();
+  } else {
+    offerOverlay(value);
+    validateOvlSourceFile(value);
+  }
+  const auto item = overlay.list ? overlay.list->selectedItem() : SmartPtr<ListItem>();
+  if (item) send({{Prop::overlayName, item->displayedText().view()}});
+}
+
+// Neither values nor labels are unique: a downloaded overlay may have the file name, or the name, of one of the user's.
+// The file that is printed then tells which is meant.
+void EffectPlugin::selectOverlayItem(std::u16string_view value, std::u16string_view source) {
+  if (!overlay.list) return;
+  const auto items = overlay.list->data();
+  const bool isFixed = value == Value::none || value == Value::multiple;
+  const bool isDownloaded =
+      !isFixed && isUserData(source) && settingFlag(*propertyManager()->configuration(), Setting::userDataSupport);
+  const auto hasValue = [&](ListItem& item) { return item.value().view() == value; };
+  const auto hasLabel = [&](ListItem& item) { return item.text().view() == value; };
+  const auto canBe = [&](ListItem& item) { return !isDownloaded || item.isMarked(); };
+  const auto isPrinted = [&](ListItem& item) {
+    return overlay.store && overlay.store->pathOf(value, item.isMarked()) == source;
+  };
+
+  std::int32_t index =
+      firstItem(*items, [&](ListItem& item) { return hasValue(item) && canBe(item) && isPrinted(item); });
+  if (index < 0)
+    index = firstItem(*items, [&](ListItem& item) { return hasValue(item) && item.isMarked() == isDownloaded; });
+  if (index < 0) index = firstItem(*items, [&](ListItem& item) { return hasValue(item) && canBe(item); });
+  if (index < 0) index = firstItem(*items, [&](ListItem& item) { return hasLabel(item) && canBe(item); });
+  overlay.list->select(std::max(index, 0));
+}
+
+void EffectPlugin::withdrawOverlay() {
+  disableIfThere(overlay.detailsButton);
+  disableIfThere(overlay.deleteButton);
+  if (overlay.layeringBox) overlay.layeringBox->setEnabled(false);
+  if (overlay.perPageBox) overlay.perPageBox->setEnabled(false);
+  send({{Prop::overlaySel, Value::none},
+        {Prop::overlayOccurance, Value::none},
+        {Prop::overlayLayering, Value::underlay}});
+}
+
+void EffectPlugin::makeOvlValid() {
+  send({{Prop::overlaySel, Value::none},
+        {Prop::overlayImage, Value::none},
+        {Prop::multipleOverlayDetails, {}},
+        {Prop::overlayOccurance, Value::none},
+        {Prop::overlayLayering, Value::underlay}});
+}
+
+void EffectPlugin::validateOvlSourceFile(std::u16string_view selection) {
+  const WString source = propertyValue(Prop::overlaySourceFileName);
+  std::u16string valid;
+  if (selection == Value::multiple) {
+    for (std::u16string_view rest = source.view(); !rest.empty();) {
+      const FileListEntry entry = takeFirst(rest);
+      if (const std::u16string file = presentOverlayFile(entry.file); !file.empty()) append(valid, file, entry.pages);
+    }
+  } else {
+    valid = presentOverlayFile(source.view());
+  }
+  if (valid != source.view()) send({{Prop::overlaySourceFileName, valid}});
+}
+
+// The file, where it is there; else the one that the store has under its name; empty where that is not there either.
+std::u16string EffectPlugin::presentOverlayFile(std::u16string_view file) {
+  if (file.empty()) return {};
+  const auto isThere = [this](std::u16string_view path) {
+    const auto found = host().path(path);
+    return found->exists() && !found->isFolder();
+  };
+  if (isThere(file)) return std::u16string(file);
+  const auto item = overlay.list ? overlay.list->selectedItem() : SmartPtr<ListItem>();
+  const bool isDownloaded = item && item->isMarked();
+  for (const bool flag : {isDownloaded, !isDownloaded}) {
+    const std::u16string path =
+        overlay.store ? overlay.store->pathOf(lastPartOf(file), flag) : std::u16string(Value::none);
+    if (path != Value::none && isThere(path)) return path;
+  }
+  return {};
+}
+
+}  // namespace Kiln::XUL

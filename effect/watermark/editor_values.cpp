@@ -1,0 +1,108 @@
+#include "effect/watermark/editor_values.h"
+
+#include "effect/watermark/numbers.h"
+
+#include <algorithm>
+
+namespace Effect {
+namespace {
+
+constexpr std::u16string_view decimalDigits = u"0123456789";
+constexpr std::u16string_view hexadecimalDigits = u"0123456789ABCDEF";
+
+std::uint32_t hexadecimalValue(char16_t digit) {
+  const bool isLower = digit >= u'a' && digit <= u'f';
+  return static_cast<std::uint32_t>(
+      hexadecimalDigits.find(isLower ? static_cast<char16_t>(digit - u'a' + u'A') : digit));
+}
+
+bool isFontStyle(std::u16string_view text) {
+  return text == FontStyle::regular || text == FontStyle::bold || text == FontStyle::italic ||
+         text == FontStyle::boldItalic;
+}
+
+Kiln::WString intensityOf(Kiln::Dom::INode& record) {
+  const Node transparency = record.child(Field::transparency);
+  return transparency ? fieldText(*transparency, Field::intensity) : Kiln::WString();
+}
+
+}  // namespace
+
+std::u16string_view cutToBox(std::u16string_view text) {
+  constexpr std::size_t most = mostTextUnits;
+  if (text.size() <= most) return text;
+  const bool splitsPair = (text[most - 1] & 0xFC00) == 0xD800 && (text[most] & 0xFC00) == 0xDC00;
+  return text.substr(0, splitsPair ? most - 1 : most);
+}
+
+bool isColour(std::u16string_view text) {
+  if (text.size() != 7 || text.front() != u'#') return false;
+  return std::all_of(text.begin() + 1, text.end(),
+                     [](char16_t unit) { return hexadecimalValue(unit) < hexadecimalDigits.size(); });
+}
+
+std::uint32_t colourOf(std::u16string_view text) {
+  std::uint32_t colour = 0;
+  for (const char16_t digit : text.substr(1)) colour = colour << 4 | hexadecimalValue(digit);
+  return colour;
+}
+
+std::u16string colourText(std::uint32_t colour) {
+  std::u16string text = u"#";
+  for (int shift = 20; shift >= 0; shift -= 4) text += hexadecimalDigits[colour >> shift & 0xF];
+  return text;
+}
+
+std::optional<std::int32_t> angleOf(std::u16string_view text) {
+  const std::u16string_view digits = text.starts_with(u'-') ? text.substr(1) : text;
+  if (digits.find_first_not_of(decimalDigits) != digits.npos) return {};
+  const std::int32_t size = leadingInteger(digits);
+  if (size > 90) return {};
+  return digits.size() == text.size() ? size : -size;
+}
+
+std::optional<std::int32_t> percentOf(std::u16string_view text) {
+  if (text.find_first_not_of(decimalDigits) != text.npos) return {};
+  const std::int32_t percent = leadingInteger(text);
+  return percent > 100 ? std::nullopt : std::optional(percent);
+}
+
+bool isFontSize(std::u16string_view text) {
+  const std::int32_t points = leadingInteger(text);
+  return points >= 6 && points <= 300;
+}
+
+bool isPosition(std::u16string_view code) {
+  constexpr std::u16string_view vertical = u"UCL";
+  constexpr std::u16string_view horizontal = u"LCR";
+  return code.size() == 2 && vertical.find(code[0]) != vertical.npos && horizontal.find(code[1]) != horizontal.npos;
+}
+
+Node shownValues(Kiln::Host& host, Kiln::Dom::INode& record) {
+  Node shown = noneRecord(host, {});
+  const auto take = [&](Name field, const auto& canBeShown) {
+    const Node found = record.child(field);
+    if (found && canBeShown(found->value().view())) setField(*shown, field, found->value());
+  };
+  const auto any = [](std::u16string_view) { return true; };
+  take(Field::label, any);
+  take(Field::stylename, any);
+  take(Field::fontname, [](std::u16string_view face) { return !face.empty(); });
+  take(Field::fontsize, any);
+  take(Field::fontstyle, isFontStyle);
+  take(Field::colour, isColour);
+  take(Field::angle, [](std::u16string_view text) { return angleOf(text).has_value(); });
+  take(Field::printStyle, any);
+
+  const Kiln::WString vertical = fieldText(record, Field::positionY);
+  const Kiln::WString horizontal = fieldText(record, Field::positionX);
+  if (isPosition(vertical.str() + horizontal.str())) {
+    setField(*shown, Field::positionY, vertical);
+    setField(*shown, Field::positionX, horizontal);
+  }
+  if (const Kiln::WString intensity = intensityOf(record); percentOf(intensity.view()))
+    setField(*shown->child(Field::transparency), Field::intensity, intensity);
+  return shown;
+}
+
+}  // namespace Effect

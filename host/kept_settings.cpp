@@ -1,0 +1,108 @@
+#include "host/kept_settings.h"
+
+#include "host/documents/whole_file.h"
+#include "host/unicode.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <fstream>
+#include <optional>
+#include <stdexcept>
+#include <system_error>
+
+namespace Refhost {
+namespace {
+
+using Json = nlohmann::json;
+
+// Far above what any model's settings take.
+constexpr std::size_t mostBytes = 1 << 20;
+
+std::string quoted(const std::filesystem::path& file) { return "\"" + shownPath(file) + "\""; }
+
+// Nothing when the bytes are no settings.
+std::optional<TracePairs> parse(const std::string& bytes) {
+  const Json document = Json::parse(bytes, nullptr, false);
+  const auto values = document.is_object() ? document.find("values") : document.end();
+  if (values == document.end() || !values->is_object()) return {};
+  TracePairs pairs;
+  for (const auto& [name, value] : values->items()) {
+    if (!value.is_string()) return {};
+    pairs.emplace_back(toWide(name), toWide(value.get_ref<const std::string&>()));
+  }
+  return pairs;
+}
+
+// The start of the file, as much as tells whether it is too large.
+std::string startOf(const std::filesystem::path& file) {
+  std::ifstream stream(file, std::ios::binary);
+  std::string bytes(mostBytes + 1, '\0');
+  if (stream) stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  if (!stream.is_open() || stream.bad())
+    throw std::runtime_error("The settings in " + quoted(file) + " cannot be read: check the file's permissions.");
+  bytes.resize(static_cast<std::size_t>(stream.gcount()));
+  return bytes;
+}
+
+}  // namespace
+
+std::filesystem::path settingsFile(const std::filesystem::path& home, const std::u16string& model) {
+  constexpr std::string_view digits = "0123456789ABCDEF";
+  constexpr std::string_view plain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~";
+  std::string name;
+  for (const char unit : toNarrow(model)) {
+    if (plain.find(unit) != plain.npos) {
+      name += unit;
+      continue;
+    }
+    const auto byte = static_cast<unsigned char>(unit);
+    name += {'%', digits[byte >> 4], digits[byte & 15]};
+  }
+  return home / "profile" / ("settings-" + name + ".json");
+}
+
+KeptSettings readSettings(const std::filesystem::path& file) {
+  if (realDisk().kind(file) == EntryKind::none) return {};
+  const std::string bytes = startOf(file);
+  if (const auto values = bytes.size() <= mostBytes ? parse(bytes) : std::nullopt) return {*values, {}};
+
+  std::filesystem::path aside = file;
+  aside += ".damaged";
+  std::error_code error;
+  std::filesystem::rename(file, aside, error);
+  if (error)
+    throw std::runtime_error("The settings in " + quoted(file) + " are damaged and cannot be renamed (" +
+                             error.message() + "): delete the file.");
+  return {{}, aside};
+}
+
+std::string settingsBytes(const TracePairs& values) {
+  Json members = Json::object();
+  for (const auto& [name, value] : values) members[toNarrow(name)] = toNarrow(value);
+  return Json{{"values", members}}.dump(4, ' ', false, Json::error_handler_t::replace) + '\n';
+}
+
+void writeSettings(const std::filesystem::path& file, const TracePairs& values) {
+  try {
+    createFolders(realDisk(), file.parent_path());
+    replaceWhole(realDisk(), file, settingsBytes(values));
+  } catch (const DiskError& error) {
+    throw std::runtime_error("The settings cannot be kept in " + quoted(file) + ": " + error.what());
+  }
+}
+
+TracePairs applicable(const TracePairs& values, const ModelDescription& model) {
+  TracePairs result;
+  for (const auto& [name, value] : values) {
+    const auto property = std::find_if(model.properties.begin(), model.properties.end(),
+                                       [&wanted = name](const auto& known) { return known.name == wanted; });
+    if (property == model.properties.end() || property->isContext) continue;
+    const auto& options = property->options;
+    const bool isOption = options.empty() || std::find(options.begin(), options.end(), value) != options.end();
+    if (isOption) result.emplace_back(name, value);
+  }
+  return result;
+}
+
+}  // namespace Refhost

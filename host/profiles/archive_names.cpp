@@ -1,0 +1,40 @@
+#include "host/profiles/archive_names.h"
+
+#include "host/documents/windows_names.h"
+#include "host/unicode.h"
+
+#include <algorithm>
+
+namespace Refhost {
+namespace {
+
+// Together with the folder that it is unpacked into, shorter than any system's longest path.
+constexpr std::size_t longestName = 200;
+
+constexpr bool isPlain(char unit) { return unit >= ' ' && unit <= '~'; }
+
+}  // namespace
+
+std::string archiveNameProblem(std::string_view name) {
+  if (name.empty()) return "it has no name.";
+  if (name.size() > longestName) return "its name is too long.";
+  if (!std::all_of(name.begin(), name.end(), isPlain)) return "its name has characters that are not ASCII.";
+  if (name.ends_with('/')) name.remove_suffix(1);
+  for (;;) {
+    const std::string_view part = name.substr(0, name.find('/'));
+    if (part.empty()) return "its name is an absolute path, or has an empty part.";
+    if (part == "." || part == "..") return "its name leads to another folder.";
+    if (std::string problem = windowsNameProblem(toWide(part)); !problem.empty()) return problem;
+    if (part.size() == name.size()) return {};
+    name.remove_prefix(part.size() + 1);
+  }
+}
+
+std::string withoutCase(std::string_view name) {
+  std::string folded(name);
+  std::transform(folded.begin(), folded.end(), folded.begin(),
+                 [](char unit) { return unit >= 'A' && unit <= 'Z' ? static_cast<char>(unit - 'A' + 'a') : unit; });
+  return folded;
+}
+
+}  // namespace Refhost

@@ -1,0 +1,156 @@
+#include "host/documents/documents.h"
+#include "host/profiles/merge.h"
+#include "host/unicode.h"
+
+#include <limits>
+#include <set>
+#include <stdexcept>
+
+namespace Refhost {
+namespace {
+
+using Record = Kiln::SmartPtr<Node>;
+
+// The record that is no watermark, in every file.
+constexpr std::u16string_view noneId = u"0";
+constexpr std::u16string_view noneName = u"$IDS_NONE;";
+
+constexpr std::size_t noLimit = std::numeric_limits<std::size_t>::max();
+
+std::u16string field(Node& record, std::u16string_view name) {
+  const auto found = record.child(name);
+  return found ? found->value().str() : std::u16string();
+}
+
+// A record without a name goes by its text, one without an id by its element's.
+std::u16string nameOf(Node& record) {
+  const bool isNamed = static_cast<bool>(record.child(u"stylename"));
+  return field(record, isNamed ? u"stylename" : u"label");
+}
+
+std::u16string idOf(Node& record) {
+  std::u16string id = field(record, u"value");
+  return id.empty() ? record.localNameText() : id;
+}
+
+bool isReference(std::u16string_view name) { return name.starts_with(u"$IDS_") && name.ends_with(u';'); }
+
+using Fields = std::set<std::pair<std::u16string, std::u16string>>;
+
+void collect(const Node& node, const std::u16string& path, Fields& fields) {
+  for (const auto& child : node.children()) {
+    const std::u16string childPath = path + u'/' + child->localNameText();
+    fields.emplace(childPath, child->text());
+    collect(*child, childPath, fields);
+  }
+}
+
+// What a person sees of a record; who named and numbered it does not count. The face of a record that came with the
+// program was given to it by the language of the first opening.
+Fields contentOf(Node& record) {
+  Fields fields;
+  collect(record, {}, fields);
+  const bool cameWithTheProgram = isReference(nameOf(record));
+  std::erase_if(fields, [&](const auto& entry) {
+    const std::u16string& path = entry.first;
+    return path == u"/value" || path == u"/downloaded" || path == u"/stylename" ||
+           (cameWithTheProgram && path == u"/fontname");
+  });
+  return fields;
+}
+
+class WatermarkMerge {
+ public:
+  WatermarkMerge(Record homeRoot, const Translate& translator) : root(std::move(homeRoot)), translate(translator) {
+    for (const Record& record : root->children()) take(record);
+  }
+
+  // Gives the record's id in the home.
+  std::u16string add(Node& record) {
+    const std::u16string wanted = nameOf(record);
+    std::u16string name = wanted;
+    for (int number = 2;; ++number) {
+      const auto known = byName.find(name);
+      if (known == byName.end()) return append(record, name);
+      if (contentOf(*known->second) == contentOf(record)) return known->second->localNameText();
+      name = numbered(translate(wanted), number, noLimit);
+    }
+  }
+
+  bool hasAdded() const { return isChanged; }
+
+  // No id that the profile has is given to another of its records.
+  void reserve(const std::u16string& id) { reserved.insert(id); }
+
+  // In the order in which watermark files are written.
+  std::string bytes() const {
+    std::multimap<std::pair<bool, std::u16string>, Record> inOrder;
+    for (const Record& record : root->children())
+      inOrder.emplace(std::pair(record->localNameText() != noneId, record->localNameText()), record);
+    const auto sorted = make<Node>(root->localNameText());
+    for (const auto& [place, record] : inOrder) sorted->append(record);
+    return writeXml(*sorted, NameEscaping::on);
+  }
+
+ private:
+  void take(const Record& record) {
+    ids.insert(record->localNameText());
+    ids.insert(idOf(*record));
+    byName.emplace(nameOf(*record), record);
+  }
+
+  std::u16string append(Node& record, const std::u16string& name) {
+    std::u16string id = idOf(record);
+    for (int number = 2; ids.contains(id) || (number > 2 && reserved.contains(id)); ++number)
+      id = idOf(record) + u'_' + toWide(std::to_string(number));
+    const auto added = record.copy();
+    if (name != nameOf(record)) added->childOrNew(u"stylename")->setValue(name);
+    if (id != field(record, u"value")) added->childOrNew(u"value")->setValue(id);
+    if (const auto downloaded = added->child(u"downloaded")) downloaded->setValue(u"False");
+    root->setChild(id, added);
+    isChanged = true;
+    take(Kiln::smartCast<Node>(root->child(id)));
+    return id;
+  }
+
+  Record root;
+  const Translate& translate;
+  std::set<std::u16string> ids;
+  std::set<std::u16string> reserved;
+  std::map<std::u16string, Record> byName;
+  bool isChanged = false;
+};
+
+}  // namespace
+
+std::u16string numbered(std::u16string_view name, int number, std::size_t units) {
+  const std::u16string ending = u" (" + toWide(std::to_string(number)) + u')';
+  std::u16string result(name.substr(0, units - ending.size()));
+  return result + ending;
+}
+
+Kiln::SmartPtr<Node> readWatermarks(std::string_view bytes, const std::string& source) {
+  return readXml(bytes, source, documentLimits, NameEscaping::on);
+}
+
+MergedWatermarks mergeWatermarks(Kiln::SmartPtr<Node> home, Node& profile, const Translate& translate) {
+  const bool isNew = !home || home->children().empty();
+  if (isNew) {
+    home = make<Node>(profile.localNameText());
+    if (const auto none = profile.child(noneId)) home->setChild(noneId, none->clone());
+  }
+
+  WatermarkMerge merge(home, translate);
+  for (const Record& record : profile.children()) merge.reserve(idOf(*record));
+  MergedWatermarks merged;
+  for (const Record& record : profile.children()) {
+    const std::u16string name = nameOf(*record);
+    if (name.empty() || name == noneName) continue;  // no watermark, in any file
+    const std::u16string id = merge.add(*record);
+    if (id != record->localNameText()) merged.ids[record->localNameText()] = id;
+  }
+  if (isNew || merge.hasAdded()) merged.file = merge.bytes();
+  return merged;
+}
+
+}  // namespace Refhost

@@ -1,0 +1,231 @@
+#include "host/documents/path_text.h"
+#include "host/profiles/archive.h"
+#include "host/profiles/archive_names.h"
+
+#include <archive.h>
+#include <archive_entry.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <fstream>
+#include <memory>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace Refhost {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t blockBytes = std::size_t{1} << 16;
+
+// The archive's table of contents is read whole before its first entry, whatever its length; with this much it is far
+// longer than the entries of the limits need.
+constexpr std::uint64_t mostBytesOfContents = std::uint64_t{4} << 20;
+
+// The bytes of an archive, as the library asks for them.
+class Source {
+ public:
+  explicit Source(const fs::path& file) : stream(file, std::ios::binary), block(blockBytes) {
+    if (!stream) throw std::runtime_error("The file " + shownPath(file) + " cannot be read.");
+    stream.seekg(0, std::ios::end);
+    length = stream.tellg();
+    stream.seekg(0);
+  }
+
+  // The place that was last read, of `size`.
+  std::int64_t place() const { return furthest; }
+  std::int64_t size() const { return length; }
+
+  // How much may be read from now on.
+  void allow(std::uint64_t bytes) { left = bytes; }
+
+  static la_ssize_t read(archive* reader, void* data, const void** bytes) {
+    Source& self = *static_cast<Source*>(data);
+    const std::int64_t from = self.stream.tellg();
+    const auto count = static_cast<std::size_t>(std::clamp<std::int64_t>(self.length - from, 0, blockBytes));
+    if (count > self.left) {
+      archive_set_error(reader, EINVAL, "its table of contents is too long");
+      return ARCHIVE_FATAL;
+    }
+    self.left -= count;
+    self.stream.read(self.block.data(), static_cast<std::streamsize>(count));
+    if (!self.stream) {
+      archive_set_error(reader, EIO, "the file cannot be read to its end");
+      return ARCHIVE_FATAL;
+    }
+    self.furthest = from + static_cast<std::int64_t>(count);
+    *bytes = self.block.data();
+    return static_cast<la_ssize_t>(count);
+  }
+
+  static la_int64_t seek(archive* reader, void* data, la_int64_t offset, int whence) {
+    Source& self = *static_cast<Source*>(data);
+    std::int64_t base = 0;
+    if (whence == SEEK_END) base = self.length;
+    if (whence == SEEK_CUR) base = self.stream.tellg();
+    const std::int64_t place = base + offset;
+    if (place < 0 || place > self.length) {
+      archive_set_error(reader, EINVAL, "it points outside of itself");
+      return ARCHIVE_FATAL;
+    }
+    self.stream.seekg(place);
+    return place;
+  }
+
+ private:
+  std::ifstream stream;
+  std::vector<char> block;
+  std::int64_t length = 0;
+  std::int64_t furthest = 0;
+  std::uint64_t left = 0;
+};
+
+// A path in the units of the system: bytes, or wide on Windows.
+template <class Unit>
+void setPath(archive_entry* entry, const std::basic_string<Unit>& path) {
+  if constexpr (sizeof(Unit) == 1)
+    archive_entry_copy_pathname(entry, path.c_str());
+  else
+    archive_entry_copy_pathname_w(entry, path.c_str());
+}
+
+// What is unpacked from one archive into one folder, by the library's own writer with its guards on.
+class Unpacker {
+ public:
+  Unpacker(const fs::path& archiveFile, const fs::path& folder, const ArchiveLimits& most, const Progress& toTell)
+      : file(archiveFile),
+        root(fs::canonical(folder)),
+        limits(most),
+        progress(toTell),
+        source(archiveFile) {
+    archive* from = reader.get();
+    archive_read_support_format_zip_seekable(from);
+    archive_read_set_read_callback(from, Source::read);
+    archive_read_set_seek_callback(from, Source::seek);
+    archive_read_set_callback_data(from, &source);
+    archive_write_disk_set_options(writer.get(), ARCHIVE_EXTRACT_SECURE_NODOTDOT | ARCHIVE_EXTRACT_SECURE_SYMLINKS |
+                                                     ARCHIVE_EXTRACT_NO_OVERWRITE);
+  }
+
+  void run() {
+    source.allow(mostBytesOfContents);
+    check(archive_read_open1(reader.get()));
+    archive_entry* entry = nullptr;
+    for (;;) {
+      const int result = archive_read_next_header(reader.get(), &entry);
+      if (result == ARCHIVE_EOF) return;
+      check(result);
+      source.allow(limits.allBytes);
+      unpack(*entry);
+    }
+  }
+
+ private:
+  void unpack(archive_entry& entry) {
+    const char* name = archive_entry_pathname(&entry);
+    admit(entry, name != nullptr ? name : "");
+    if (archive_entry_filetype(&entry) == AE_IFDIR) return;  // it is made with what is in it
+    begin(name);
+    copyData(name);
+    if (archive_write_finish_entry(writer.get()) != ARCHIVE_OK) failToWrite();
+  }
+
+  // Throws when the entry is none that a profile can have.
+  void admit(archive_entry& entry, const std::string& name) {
+    if (++entries > limits.entries) refuse("it has more than " + std::to_string(limits.entries) + " entries.");
+    const auto say = [&](const std::string& problem) { refuse("its entry \"" + shown(name) + "\": " + problem); };
+    if (const std::string problem = archiveNameProblem(name); !problem.empty()) say(problem);
+    const auto type = archive_entry_filetype(&entry);
+    if (archive_entry_symlink(&entry) != nullptr || archive_entry_hardlink(&entry) != nullptr || type == AE_IFLNK)
+      say("it is a link.");
+    if (type != AE_IFREG && type != AE_IFDIR) say("it is neither a file nor a folder.");
+    if (archive_entry_is_encrypted(&entry) != 0) say("it is encrypted.");
+    if (type == AE_IFDIR) return;
+    if (!names.insert(withoutCase(name)).second) say("it is there twice, or under two names that differ only in case.");
+    if (archive_entry_size_is_set(&entry) != 0)
+      demandRoom(static_cast<std::uint64_t>(std::max<la_int64_t>(archive_entry_size(&entry), 0)), 0);
+  }
+
+  // Whether the sizes are as the archive says is not known before they have been read.
+  void demandRoom(std::uint64_t more, std::uint64_t inThisFile) {
+    if (inThisFile + more > limits.fileBytes || unpacked + more > limits.allBytes)
+      refuse("it unpacks to more than a profile can hold.");
+  }
+
+  void begin(const std::string& name) {
+    const std::unique_ptr<archive_entry, decltype(&archive_entry_free)> made(archive_entry_new(), archive_entry_free);
+    if (!made) throw std::bad_alloc();
+    setPath(made.get(), (root / name).native());
+    archive_entry_set_filetype(made.get(), AE_IFREG);
+    archive_entry_set_perm(made.get(), 0600);
+    if (archive_write_header(writer.get(), made.get()) != ARCHIVE_OK) failToWrite();
+  }
+
+  void copyData(const std::string& name) {
+    std::vector<char> block(blockBytes);
+    for (std::uint64_t inThisFile = 0;;) {
+      if (!progress(inKilobytes(source.place()), inKilobytes(source.size()))) throw Stopped();
+      const la_ssize_t got = archive_read_data(reader.get(), block.data(), block.size());
+      if (got < 0) refuse("its entry \"" + shown(name) + "\" is damaged: " + reason(reader.get()) + ".");
+      if (got == 0) return;
+      const auto count = static_cast<std::uint64_t>(got);
+      demandRoom(count, inThisFile);
+      inThisFile += count;
+      unpacked += count;
+      if (archive_write_data(writer.get(), block.data(), static_cast<std::size_t>(got)) != got) failToWrite();
+    }
+  }
+
+  static int inKilobytes(std::int64_t bytes) { return static_cast<int>(bytes >> 10); }
+
+  // Control characters would write over a terminal.
+  static std::string shown(const std::string& name) {
+    std::string text = name.substr(0, 100);
+    std::replace_if(text.begin(), text.end(), [](char unit) { return unit < ' ' || unit > '~'; }, '?');
+    return text;
+  }
+
+  static std::string reason(archive* from) {
+    const char* text = archive_error_string(from);
+    return text != nullptr ? text : "no reason is known";
+  }
+
+  void check(int result) const {
+    if (result != ARCHIVE_OK) refuse("it cannot be read (" + reason(reader.get()) + "); get a new copy of it.");
+  }
+
+  [[noreturn]] void refuse(const std::string& problem) const {
+    throw std::runtime_error(shownPath(file) + " is refused as a profile: " + problem);
+  }
+
+  [[noreturn]] void failToWrite() const {
+    throw std::runtime_error(shownPath(file) + " cannot be unpacked: " + reason(writer.get()) + ".");
+  }
+
+  const fs::path& file;
+  const fs::path root;
+  const ArchiveLimits& limits;
+  const Progress& progress;
+  Source source;
+  const std::unique_ptr<archive, decltype(&archive_read_free)> reader{archive_read_new(), archive_read_free};
+  const std::unique_ptr<archive, decltype(&archive_write_free)> writer{archive_write_disk_new(), archive_write_free};
+  std::set<std::string> names;  // of files, without case
+  std::size_t entries = 0;
+  std::uint64_t unpacked = 0;
+};
+
+}  // namespace
+
+void unpack(const fs::path& file, const fs::path& folder, const ArchiveLimits& limits, const Progress& progress) {
+  // Opening a pipe would wait for its writer for ever.
+  const EntryKind kind = realDisk().kind(file);
+  if (kind != EntryKind::file)
+    throw std::runtime_error("The file " + shownPath(file) + " cannot be read: " +
+                             (kind == EntryKind::none ? "there is no such file." : "it is no ordinary file."));
+  Unpacker(file, folder, limits, progress).run();
+}
+
+}  // namespace Refhost

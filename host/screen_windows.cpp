@@ -1,0 +1,23 @@
+#include "host/screen.h"
+
+#include <windows.h>
+
+#include <stdexcept>
+#include <string>
+
+namespace Refhost {
+
+// The desktop's window stands for each widget's: what plug-ins ask of it is the same for all.
+Kiln::NativeWindow Screen::window() const { return GetDesktopWindow(); }
+
+Screen::Screen(std::optional<int> pixelsPerInch) {
+  if (!pixelsPerInch) return;
+  const HDC context = CreateICW(L"DISPLAY", nullptr, nullptr, nullptr);
+  const int reported = GetDeviceCaps(context, LOGPIXELSX);
+  DeleteDC(context);
+  if (reported != *pixelsPerInch)
+    throw std::runtime_error("Windows reports " + std::to_string(reported) + " pixels per inch, not the wanted " +
+                             std::to_string(*pixelsPerInch) + "; it lets a program see 96, or those of the screen.");
+}
+
+}  // namespace Refhost

@@ -1,0 +1,36 @@
+#include "host/temporary_folder.h"
+
+#include "host/documents/path_text.h"
+
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <system_error>
+
+namespace Refhost {
+
+TemporaryFolder::TemporaryFolder() {
+  std::random_device random;
+  const auto parent = std::filesystem::temp_directory_path();
+  // A name that is taken belongs to somebody else: only a folder made here is used, and removed.
+  for (int attempts = 0; attempts < 100; ++attempts) {
+    const auto candidate = parent / ("kiln-" + std::to_string(random()));
+    std::error_code error;
+    if (!std::filesystem::create_directory(candidate, error)) {
+      if (error)
+        throw std::runtime_error("No temporary folder can be made in " + shownPath(parent) + ": " + error.message() + ".");
+      continue;
+    }
+    folder = candidate;
+    std::filesystem::permissions(folder, std::filesystem::perms::owner_all, error);
+    return;
+  }
+  throw std::runtime_error("No temporary folder can be made in " + shownPath(parent) + ": every name tried is taken.");
+}
+
+TemporaryFolder::~TemporaryFolder() {
+  std::error_code ignored;
+  std::filesystem::remove_all(folder, ignored);
+}
+
+}  // namespace Refhost

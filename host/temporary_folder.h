@@ -1,0 +1,22 @@
+// A folder that nobody else can look into, which goes with this object.
+#pragma once
+
+#include <filesystem>
+
+namespace Refhost {
+
+class TemporaryFolder {
+ public:
+  // Throws std::runtime_error, one sentence, when no folder can be made.
+  TemporaryFolder();
+  ~TemporaryFolder();
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+  const std::filesystem::path& path() const { return folder; }
+
+ private:
+  std::filesystem::path folder;
+};
+
+}  // namespace Refhost

@@ -1,0 +1,150 @@
+#include "press/page_content.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include <qpdf/Pipeline.hh>
+#include <qpdf/Pl_Flate.hh>
+#include <qpdf/Pl_String.hh>
+
+#include "press/content_scan.h"
+
+namespace Press {
+
+namespace {
+
+constexpr std::size_t mebibyte = std::size_t{1} << 20;
+constexpr std::size_t mostToScanOfOnePage = 64 * mebibyte;
+constexpr std::size_t mostToScan = 512 * mebibyte;
+constexpr std::size_t mostToJoin = 256 * mebibyte;
+constexpr int mostParts = 4'000'000;
+
+/// Collects decoded data and breaks off where there is too much of it.
+class Collector : public Pipeline {
+ public:
+  Collector(std::string& collected, std::size_t most)
+      : Pipeline("page content", nullptr),
+        text(collected),
+        limit(most) {}
+
+  void write(const unsigned char* data, std::size_t size) override {
+    if (size > limit - text.size()) throw std::length_error("too much content");
+    text.append(reinterpret_cast<const char*>(data), size);
+  }
+  void finish() override {}
+
+ private:
+  std::string& text;
+  std::size_t limit;
+};
+
+void makeForm(QPDFObjectHandle stream, const Box& box, QPDFObjectHandle resources) {
+  QPDFObjectHandle dictionary = stream.getDict();
+  dictionary.replaceKey("/Type", QPDFObjectHandle::newName("/XObject"));
+  dictionary.replaceKey("/Subtype", QPDFObjectHandle::newName("/Form"));
+  dictionary.replaceKey("/BBox",
+                        QPDFObjectHandle::newArray(QPDFObjectHandle::Rectangle(box.x0, box.y0, box.x1, box.y1)));
+  dictionary.replaceKey("/Resources", resources);
+}
+
+}  // namespace
+
+QPDFObjectHandle dictionaryIn(QPDFObjectHandle parent, const std::string& key) {
+  QPDFObjectHandle dictionary = parent.getKey(key);
+  return dictionary.isDictionary() ? dictionary : parent.replaceKeyAndGetNew(key, QPDFObjectHandle::newDictionary());
+}
+
+QPDFObjectHandle compressedStream(QPDF& pdf, const std::string& data) {
+  std::string compressed;
+  Pl_String sink("deflated", nullptr, compressed);
+  Pl_Flate deflate("deflate", &sink, Pl_Flate::a_deflate);
+  deflate.writeString(data);
+  deflate.finish();
+  QPDFObjectHandle stream = pdf.newStream(compressed);
+  stream.getDict().replaceKey("/Filter", QPDFObjectHandle::newName("/FlateDecode"));
+  return stream;
+}
+
+PageContent::PageContent(QPDF& document)
+    : pdf(document),
+      bytesToScan(mostToScan),
+      bytesToJoin(mostToJoin),
+      partsLeft(mostParts) {}
+
+Streams PageContent::streamsOf(QPDFObjectHandle page) {
+  QPDFObjectHandle contents = page.getKey("/Contents");
+  if (contents.isStream()) return {contents};
+  Streams streams;
+  if (contents.isArray()) {
+    countParts(contents.getArrayNItems());
+    for (QPDFObjectHandle item : contents.getArrayAsVector())
+      if (item.isStream()) streams.push_back(item);
+  }
+  return streams;
+}
+
+bool PageContent::standsAlone(const Streams& streams) {
+  if (streams.empty()) return true;
+  if (streams.size() > 1) return decode(streams, scratch) && Press::standsAlone(scratch);
+  const auto [known, added] = standAloneByStream.try_emplace(streams.front().getObjGen(), false);
+  if (added) known->second = decode(streams, scratch) && Press::standsAlone(scratch);
+  return known->second;
+}
+
+/// False when the content cannot be decoded, or is too much.
+bool PageContent::decode(const Streams& streams, std::string& content) {
+  content.clear();
+  bool complete = true;
+  Collector collector(content, std::min(mostToScanOfOnePage, bytesToScan));
+  for (QPDFObjectHandle stream : streams) {
+    bool decoded = false;
+    complete = stream.pipeStreamData(&collector, &decoded, 0, qpdf_dl_generalized, true) && decoded;
+    if (!complete) break;
+    content += '\n';  // The end of a stream ends a word.
+  }
+  bytesToScan -= std::min(bytesToScan, content.size());
+  return complete;
+}
+
+/// The bytes of a single stream as they are, several streams joined. Null when they cannot be joined.
+QPDFObjectHandle PageContent::inOneStream(const Streams& streams) {
+  if (streams.size() == 1) {
+    QPDFObjectHandle single = streams.front();
+    return single.copyStream();
+  }
+  if (!decode(streams, scratch) || scratch.size() > bytesToJoin) return QPDFObjectHandle::newNull();
+  bytesToJoin -= scratch.size();
+  return compressedStream(pdf, scratch);
+}
+
+QPDFObjectHandle PageContent::asForm(const PageEntry& entry, const Box& box, const Streams& streams,
+                                     QPDFObjectHandle resources) {
+  QPDFObjectHandle form = inOneStream(streams);
+  if (form.isNull()) return form;
+  QPDFObjectHandle page = entry.page;
+  QPDFObjectHandle dictionary = form.getDict();
+  for (const char* key : {"/Matrix", "/Group", "/OC", "/Ref"}) dictionary.removeKey(key);
+  makeForm(form, box, resources);
+  if (page.hasKey("/StructParents"))  // Leads from marked content to the document's structure.
+    dictionary.replaceKey("/StructParents", page.getKey("/StructParents"));
+  return form;
+}
+
+QPDFObjectHandle PageContent::newForm(const Box& box, const std::string& content, QPDFObjectHandle resources) {
+  QPDFObjectHandle form = compressedStream(pdf, content);
+  makeForm(form, box, resources);
+  return form;
+}
+
+QPDFObjectHandle PageContent::shared(const std::string& content) {
+  QPDFObjectHandle& stream = streamsByContent[content];
+  if (!stream.isInitialized()) stream = pdf.newStream(content);
+  return stream;
+}
+
+void PageContent::countParts(int parts) {
+  if (parts > partsLeft) throw std::length_error("its pages consist of too many parts");
+  partsLeft -= parts;
+}
+
+}  // namespace Press

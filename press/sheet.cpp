@@ -1,0 +1,59 @@
+// Several pages on one sheet.
+#include <stdexcept>
+
+#include "press/page_wrap.h"
+
+namespace Press {
+
+namespace {
+
+/// The places for pages on a sheet, as it is seen, in points.
+struct Grid {
+  Box sheet;
+  int columns = 1;
+  int rows = 1;
+
+  /// From left to right, then from top to bottom.
+  Box cell(int index) const {
+    const double width = sheet.x1 / columns, height = sheet.y1 / rows;
+    const double x = width * (index % columns), y = sheet.y1 - height * (index / columns + 1);
+    return {x, y, x + width, y + height};
+  }
+};
+
+/// Two pages lie beside each other along the paper's longer side, so the sheet is turned; four lie as the sheet does.
+Grid gridFor(const Box& paper, int count) {
+  if (count != 2) return {paper, 2, 2};
+  const Box turned{0, 0, paper.y1, paper.x1};
+  return paper.x1 > paper.y1 ? Grid{turned, 1, 2} : Grid{turned, 2, 1};
+}
+
+}  // namespace
+
+QPDFObjectHandle PageWrap::sheetOf(const std::vector<PageEntry>& pages, int firstNumber) {
+  const Grid grid = gridFor(seenBox(shapeOf(pages.front())), effects.pagesOnSheet);
+  PageEntry sheet;
+  sheet.page = QPDFObjectHandle::parse("<< /Type /Page >>");
+  sheet.resources = sheet.page.replaceKeyAndGetNew("/Resources", QPDFObjectHandle::newDictionary());
+  QPDFObjectHandle forms = dictionaryIn(sheet.resources, "/XObject");
+  std::string drawn;
+  for (std::size_t index = 0; index < pages.size(); ++index) {
+    const int place = static_cast<int>(index);
+    const PageShape shape = shapeOf(pages[index]);
+    QPDFObjectHandle form = pageAsForm(content, annotations, pages[index], shape);
+    if (form.isNull()) throw std::runtime_error("a page holds too much to be put on a sheet with others");
+    const std::string name = "/KilnPage" + std::to_string(place + 1);
+    forms.replaceKey(name, form);
+    const Turn turn{Turn::Kind::pageOnSheet, firstNumber + place};
+    drawn += "q\n" + concatenation(fitInto(grid.cell(place), shape)) + "\n" +
+             allMarks.under(shape, turn, sheet.resources) + "q " + name + " Do Q\n" +
+             allMarks.over(shape, turn, sheet.resources) + "Q\n";
+  }
+  sheet.page.replaceKey("/Contents", compressedStream(pdf, drawn));
+  sheet.mediaBox = sheet.page.replaceKeyAndGetNew(
+      "/MediaBox", QPDFObjectHandle::newArray(QPDFObjectHandle::Rectangle(0, 0, grid.sheet.x1, grid.sheet.y1)));
+  apply(sheet, {Turn::Kind::sheet, (firstNumber - 1) / effects.pagesOnSheet + 1});
+  return sheet.page;
+}
+
+}  // namespace Press

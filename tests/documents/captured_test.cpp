@@ -1,0 +1,161 @@
+// An overlay file and its picture, which come and go together.
+#include "host/documents/captured.h"
+
+#include "failing_disk.h"
+#include "model_disk.h"
+#include "scratch.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace Refhost;
+using Files = ModelDisk::Files;
+using testing::AnyOf;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+const std::filesystem::path folder = "/overlays";
+const std::filesystem::path overlay = folder / "1.opa";
+const std::filesystem::path picture = folder / "1.bmp";
+const Files oldPair = {{overlay, "old"}, {picture, "old picture"}};
+const Files newPair = {{overlay, "new"}, {picture, "new picture"}};
+
+std::unique_ptr<ModelDisk> diskWith(const Files& files) {
+  auto disk = std::make_unique<ModelDisk>();
+  disk->createFolder(folder);
+  for (const auto& [path, bytes] : files) disk->place(path, bytes);
+  return disk;
+}
+
+// What a folder holds after it was opened, temporary files apart.
+Files opened(const Files& files) {
+  const auto disk = diskWith(files);
+  putAllBack(*disk, folder);
+  Files left = disk->seen();
+  std::erase_if(left, [](const auto& file) { return file.first.extension() == ".tmp"; });
+  return left;
+}
+
+// Does the work, and gives all that a folder may hold after a loss of power in it and the next opening.
+template <class Work>
+std::set<Files> afterLosses(const Files& before, const Work& work) {
+  const auto disk = diskWith(before);
+  std::set<Files> left;
+  disk->look = [&](const std::set<Files>& states) {
+    for (const Files& state : states) left.insert(opened(state));
+  };
+  work(*disk);
+  return left;
+}
+
+TEST(Captured, DestinationIsSetAsideUntilTheNewOneIsWhole) {
+  const auto disk = diskWith(oldPair);
+  EXPECT_TRUE(takeAway(*disk, overlay, true));
+  EXPECT_EQ(disk->seen(), (Files{{folder / ".kiln-aside-1.opa", "old"}, {picture, "old picture"}}));
+  writeCaptured(*disk, overlay, "new", "new picture");
+  EXPECT_EQ(disk->seen(), newPair);
+}
+
+TEST(Captured, DestinationIsPutBackWhereTheFolderIsOpenedBefore) {
+  const auto disk = diskWith(oldPair);
+  takeAway(*disk, overlay, true);
+  EXPECT_EQ(opened(disk->seen()), oldPair);
+}
+
+TEST(Captured, PairIsOldOrNewWhenThePowerFailsWhileItIsReplaced) {
+  const auto left = afterLosses(oldPair, [](ModelDisk& disk) {
+    takeAway(disk, overlay, true);
+    writeCaptured(disk, overlay, "new", "new picture");
+  });
+  EXPECT_THAT(left, UnorderedElementsAre(oldPair, newPair));
+}
+
+TEST(Captured, PairIsOldOrNewAlsoWhereNobodyRemovedTheOldOneFirst) {
+  const auto left = afterLosses(oldPair, [](ModelDisk& disk) { writeCaptured(disk, overlay, "new", "new picture"); });
+  EXPECT_THAT(left, UnorderedElementsAre(oldPair, newPair));
+}
+
+TEST(Captured, NewOverlayIsThereWithItsPictureOrNotAtAll) {
+  for (const Files& state :
+       afterLosses({}, [](ModelDisk& disk) { writeCaptured(disk, overlay, "new", "new picture"); }))
+    EXPECT_TRUE(state == newPair || !state.contains(overlay));
+}
+
+TEST(Captured, JobWithoutAPictureLeavesTheOneThatIsThere) {
+  const auto disk = diskWith(oldPair);
+  takeAway(*disk, overlay, true);
+  writeCaptured(*disk, overlay, "new", {});
+  EXPECT_EQ(disk->seen(), (Files{{overlay, "new"}, {picture, "old picture"}}));
+}
+
+TEST(Captured, PairIsThereOrGoneWhenThePowerFailsWhileItIsDeleted) {
+  const auto left = afterLosses(oldPair, [](ModelDisk& disk) {
+    EXPECT_TRUE(takeAway(disk, picture, false));
+    EXPECT_TRUE(takeAway(disk, overlay, false));
+    EXPECT_THAT(disk.seen(), IsEmpty());
+  });
+  EXPECT_THAT(left, UnorderedElementsAre(oldPair, Files()));
+}
+
+TEST(Captured, FileThatIsNoPictureOfAnOverlayIsRemovedAtOnce) {
+  const auto disk = diskWith({{folder / "a.bmp", "alone"}, {folder / "b.opa", "alone"}, {folder / "c", "plain"}});
+  for (const char* name : {"a.bmp", "b.opa", "c"}) EXPECT_TRUE(takeAway(*disk, folder / name, false)) << name;
+  EXPECT_THAT(disk->seen(), IsEmpty());
+  EXPECT_FALSE(takeAway(*disk, overlay, false));
+  EXPECT_FALSE(takeAway(*disk, overlay, true));
+}
+
+TEST(Captured, PictureComesBackWhereItsOverlayCannotBeDeleted) {
+  const Scratch scratch;
+  const auto file = scratch.folder / "1.opa";
+  const auto itsPicture = scratch.folder / "1.bmp";
+  put(scratch.folder / "1.opa", "old");
+  put(scratch.folder / "1.bmp", "old picture");
+  FailingDisk disk(realDisk());
+  takeAway(disk, itsPicture, false);
+  disk.operations = 0;
+  disk.failing = 1;
+  EXPECT_THROW(takeAway(disk, file, false), DiskError);
+  EXPECT_EQ(contentOf(scratch.folder / "1.opa"), "old");
+  EXPECT_EQ(contentOf(scratch.folder / "1.bmp"), "old picture");
+}
+
+TEST(Captured, PairIsOldOrNewAtOnceWhicheverOperationFails) {
+  for (int failing = 1;; ++failing) {
+    const Scratch scratch;
+    put(scratch.folder / "1.opa", "old");
+    put(scratch.folder / "1.bmp", "old picture");
+    const auto file = scratch.folder / "1.opa";
+    takeAway(realDisk(), file, true);
+    FailingDisk disk(realDisk());
+    disk.failing = failing;
+    try {
+      writeCaptured(disk, file, "new", "new picture");
+    } catch (const DiskError&) {
+    }
+    const auto left = std::make_pair(contentOf(scratch.folder / "1.opa"), contentOf(scratch.folder / "1.bmp"));
+    EXPECT_THAT(left, AnyOf(std::make_pair(std::string("old"), std::string("old picture")),
+                            std::make_pair(std::string("new"), std::string("new picture"))))
+        << failing;
+    if (disk.operations < failing) break;
+  }
+}
+
+TEST(Captured, OverlayOfAnyEndingIsPutBackWithItsPicture) {
+  const std::filesystem::path form = folder / "form";
+  const Files before = {{form, "old"}, {folder / "form.bmp", "old picture"}};
+  const auto disk = diskWith(before);
+  disk->replace(form, folder / ".kiln-aside-form");
+  disk->replace(folder / "form.bmp", folder / ".kiln-aside-form.bmp");
+  EXPECT_EQ(opened(disk->seen()), before);
+}
+
+TEST(Captured, FolderThatIsNotThereIsNoneToPutBackInto) {
+  ModelDisk disk;
+  putAllBack(disk, "/none");
+  EXPECT_THAT(disk.seen(), IsEmpty());
+}
+
+}  // namespace

@@ -1,0 +1,28 @@
+// The disk of the system, for tests to change an operation or two of.
+#pragma once
+
+#include "host/documents/disk.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class ForwardingDisk : public Refhost::Disk {
+ public:
+  using Path = std::filesystem::path;
+
+  Refhost::EntryKind kind(const Path& path) override { return disk.kind(path); }
+  std::vector<Refhost::Entry> entries(const Path& folder) override { return disk.entries(folder); }
+  std::chrono::seconds age(const Path& file) override { return disk.age(file); }
+  std::string read(const Path& file, std::size_t limit) override { return disk.read(file, limit); }
+  std::unique_ptr<File> create(const Path& temporary, const Path& target) override {
+    return disk.create(temporary, target);
+  }
+  void replace(const Path& temporary, const Path& target) override { disk.replace(temporary, target); }
+  bool remove(const Path& file) override { return disk.remove(file); }
+  void createFolder(const Path& folder) override { disk.createFolder(folder); }
+  void syncFolder(const Path& folder) override { disk.syncFolder(folder); }
+
+ protected:
+  Refhost::Disk& disk = Refhost::realDisk();
+};

@@ -1,0 +1,105 @@
+// The editor in the plug-in, opened by the tab's buttons: files, failures, and screens of other densities.
+#include "editor_world.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::SizeIs;
+using Testing::World;
+
+// The preferences on a home of their own, with the first built-in watermark selected.
+class Tab {
+ public:
+  explicit Tab(Refhost::Options options = Testing::builtOptions()) {
+    options.home = folder.path;
+    world.emplace(std::move(options));
+    world->preferences.set(u"WatermarkSel", u"1");
+  }
+
+  // What the person does in the editor that the button opens.
+  void open(const char16_t* button, const std::function<void(Hand&)>& deeds) {
+    world->face.onModal = [&](Refhost::Dialog& dialog) {
+      Hand hand(dialog, {});
+      deeds(hand);
+    };
+    world->widget<Refhost::Button>(button).click();
+  }
+
+  std::string value(std::u16string_view property) { return Refhost::toNarrow(world->value(property)); }
+
+  Testing::TemporaryFolder folder;
+  std::optional<World> world;
+};
+
+TEST(EditorInTheTab, WritesWhatWasEditedAndItsDetails) {
+  Tab tab;
+  tab.open(u"btn_WMEdit", [](Hand& hand) {
+    hand.type("txt_EffWMAngle", "-30");
+    hand.type("txt_EffWMFonSiz", "200");
+    hand.pick(0x123456);
+    hand.click("LR");
+    hand.choose("rad_EffWMDrawAsOut");
+    EXPECT_TRUE(hand.accept());
+  });
+  EXPECT_EQ(tab.value(u"WatermarkTextAngle"), "390");
+  EXPECT_EQ(tab.value(u"WatermarkTextFontSize"), "200");
+  EXPECT_EQ(tab.value(u"WatermarkTextColour"), "#00123456");
+  EXPECT_EQ(tab.value(u"WatermarkTextWidth") + tab.value(u"WatermarkTextHeight"), "RL");
+  EXPECT_EQ(tab.value(u"WatermarkTextOutline"), "True");
+  const std::string bytes = bytesOf(tab.folder.path / "user" / "ZVeffect.xml");
+  EXPECT_NE(bytes.find("<angle>-30</angle>"), bytes.npos);
+}
+
+// A text that cannot be looked at is refused with a sentence; the editor goes on.
+TEST(EditorInTheTab, GoesOnAfterAFailure) {
+  Testing::TemporaryFolder resources;
+  Testing::copyResources(resources.path / "kiln");
+  auto options = Testing::builtOptions();
+  options.resources = resources.path / "kiln";
+  Tab tab(options);
+  Testing::writeFile(resources.path / "kiln/base/content/fr-FR/strings.dtd", "<!ENTITY broken");
+  tab.open(u"btn_WMEdit", [&](Hand& hand) {
+    EXPECT_FALSE(hand.type("txt_EffWMTxtBox", "Other"));
+    EXPECT_EQ(hand.text("txt_EffWMTxtBox"), "Confidential");
+    EXPECT_THAT(tab.world->face.failures, SizeIs(1));
+    EXPECT_TRUE(hand.type("txt_EffWMAngle", "12"));
+    EXPECT_EQ(hand.position("scr_EffWMAngScroll"), 102);
+    hand.scroll("scr_EffWMAngScroll", 90);
+    EXPECT_EQ(hand.text("txt_EffWMAngle"), "0");
+    EXPECT_TRUE(hand.accept());
+  });
+  EXPECT_EQ(tab.value(u"WatermarkTextAngle"), "360");
+}
+
+TEST(EditorInTheTab, ReplacesWhatTheUserAgreedToAndKeepsTheSelection) {
+  Tab tab;
+  auto& list = tab.world->widget<Refhost::ListBox>(u"lst_selectedWatermark");
+  tab.world->preferences.set(u"WatermarkSel", u"4");
+  tab.world->face.onModal = [](Refhost::Dialog& dialog) {
+    if (dialog.layout().find(u"txt_EffWMTxtBox") != nullptr) Hand(dialog, {}).type("txt_EffWMTxtBox", "Copy");
+    dialog.accept();
+  };
+  tab.world->widget<Refhost::Button>(u"btn_WMEdit").click();
+  std::vector<std::string> names;
+  for (std::int32_t i = 0; i < list.items().count(); ++i)
+    names.push_back(Refhost::toNarrow(list.items().at(i)->text().view()));
+  EXPECT_THAT(names, ElementsAre("None", "Confidential", "Copy", "Draft", "For internal use"));
+  EXPECT_EQ(list.selectedItem()->value().view(), u"4");
+  EXPECT_EQ(tab.value(u"WatermarkText"), "Copy");
+}
+
+TEST(EditorInTheTab, SelectionStaysWhenTheReplacementCannotBeSaved) {
+  Tab tab;
+  auto& list = tab.world->widget<Refhost::ListBox>(u"lst_selectedWatermark");
+  tab.world->preferences.set(u"WatermarkSel", u"4");
+  std::filesystem::remove_all(tab.folder.path / "user");
+  tab.world->face.onModal = [](Refhost::Dialog& dialog) {
+    if (dialog.layout().find(u"txt_EffWMTxtBox") != nullptr) Hand(dialog, {}).type("txt_EffWMTxtBox", "Copy");
+    dialog.accept();
+  };
+  tab.world->widget<Refhost::Button>(u"btn_WMEdit").click();
+  EXPECT_THAT(tab.world->face.failures, SizeIs(1));
+  EXPECT_EQ(list.selectedItem()->value().view(), u"4");
+}
+
+}  // namespace

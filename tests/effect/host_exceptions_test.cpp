@@ -1,0 +1,48 @@
+// What the host throws while the plug-in calls it passes through the plug-in, back to the host.
+#include "host/allocator.h"
+#include "tests/support/world.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace {
+
+using Testing::World;
+
+// Throws at one event of the trace: while the plug-in calls the host, which records it.
+struct Thrower {
+  void operator()(const Refhost::TraceEvent&) {
+    if (++*events != at) return;
+    throw std::runtime_error("The host's own.");
+  }
+
+  int at;
+  int* events;
+};
+
+TEST(HostExceptions, PassThroughThePluginAndLeaveNothingBehind) {
+  const long before = Refhost::heap().blocks();
+  int thrownAt = 0;
+  bool isThrown = true;
+  while (isThrown) {
+    ++thrownAt;
+    {
+      World world;
+      int events = 0;
+      world.preferences.trace().listen(Thrower{thrownAt, &events});
+      world.box(u"chk_EffRot180Deg").click();
+      world.box(u"ePTKWPageNegativeImage").click();
+      isThrown = events >= thrownAt;
+      events = thrownAt;  // and never again
+      EXPECT_EQ(world.face.failures, std::vector<std::string>(isThrown ? 1 : 0, "The host's own.")) << thrownAt;
+
+      world.box(u"ePTKWPageMirrorImage").click();
+      EXPECT_EQ(world.value(u"MirrorImage"), u"MirrorImage") << thrownAt;
+    }
+    EXPECT_EQ(Refhost::heap().blocks(), before) << thrownAt;
+  }
+  EXPECT_GT(thrownAt, 6);
+}
+
+}  // namespace

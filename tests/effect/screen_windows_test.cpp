@@ -1,0 +1,24 @@
+#include "app/pixels_per_inch.h"
+#include "effect/screen_scale.h"
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+namespace {
+
+// One test, since the first factor that can be had is kept for the life of the process. It runs in a second process, to
+// which the system reports more than 96 pixels per inch.
+TEST(ScreenScale, KeepsTheFirstFactorThatCanBeHad) {
+  if (const auto status = App::reportPixelsPerInch(120)) {
+    EXPECT_EQ(*status, 0);
+    return;
+  }
+  EXPECT_FLOAT_EQ(Effect::screenScaleFactor(nullptr), 1.0F);
+  const auto noWindow = reinterpret_cast<HWND>(0x7654);
+  EXPECT_FLOAT_EQ(Effect::screenScaleFactor(noWindow), 1.0F);
+  EXPECT_FLOAT_EQ(Effect::screenScaleFactor(GetDesktopWindow()), 1.25F);
+  EXPECT_FLOAT_EQ(Effect::screenScaleFactor(nullptr), 1.25F);
+}
+
+}  // namespace

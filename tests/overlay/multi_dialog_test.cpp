@@ -1,0 +1,323 @@
+// The dialog for several overlays: what it opens with, and what it leaves behind when it closes.
+#include "tests/overlay/multi_dialog.h"
+
+#include <algorithm>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Testing::transitions;
+
+const std::vector<std::string> defaults = {"BBBBB All", "- ?", "- ", "- ", "- ", "- ", "- ", "- "};
+
+// The first slots as given, and free ones behind them.
+std::vector<std::string> withFree(std::vector<std::string> slots) {
+  const std::vector<std::string> free = {"- ?", "- ?", "- ", "- ", "- ", "- ", "- ", "- "};
+  for (std::size_t i = slots.size(); i < free.size(); ++i) slots.push_back(free[i]);
+  return slots;
+}
+
+std::string imageOf(Kiln::XUL::ListItem& item) {
+  const auto picture = item.image();
+  const auto* image = dynamic_cast<const Refhost::Image*>(picture.get());
+  return image == nullptr ? "" : image->file.filename().string();
+}
+
+TEST_F(MultiDialog, ListsTheOverlaysOfTheTabInItsOrder) {
+  home.putUser({{u"zebra", u"11111.opa"}, {u"Apple", u"22222.opa"}, {u"bear", u"33333.opa"}});
+  Testing::writeFile(home.userFolder() / "22222.bmp", bitmap(1, 1));
+  open([](OpenDialog& dialog) {
+    std::vector<std::string> items;
+    auto& list = dialog.source().items();
+    for (std::int32_t i = 0; i < list.count(); ++i) {
+      const auto item = Kiln::smartCast<Refhost::ListItem>(list.at(i));
+      items.push_back(Refhost::toNarrow(item->value().view()) + "=" + Refhost::toNarrow(item->text().view()) + " " +
+                      Refhost::toNarrow(item->colour()));
+    }
+    EXPECT_THAT(items, ElementsAre("22222.opa=Apple #FF0000", "33333.opa=bear #FF0000", "11111.opa=zebra #FF0000"));
+    EXPECT_EQ(imageOf(*list.at(0)), "22222.bmp");
+  });
+}
+
+TEST_F(MultiDialog, ShowsTheErrorPageForAThumbnailThatIsMissing) {
+  std::filesystem::remove(thumbnail('A'));
+  open([](OpenDialog& dialog) {
+    EXPECT_EQ(imageOf(*dialog.source().items().at(0)), "ovl_error.bmp");
+    dialog.drop("AAAAA.opa", 3);
+    EXPECT_EQ(dialog.slot(3), "ovl_error ");
+  });
+}
+
+TEST_F(MultiDialog, ShowsTheErrorPageForAnOverlayWhoseFileHasAnotherName) {
+  home.putUser({{u"A", u"AAAAA.pdf"}, {u"B", u"B.opa.x"}});
+  Testing::writeFile(home.userFolder() / "AAAAA.bmp", bitmap(1, 1));
+  Testing::writeFile(home.userFolder() / "B.bmp", bitmap(1, 1));
+  open([](OpenDialog& dialog) {
+    EXPECT_EQ(imageOf(*dialog.source().items().at(0)), "ovl_error.bmp");
+    EXPECT_EQ(imageOf(*dialog.source().items().at(1)), "B.bmp");
+  });
+}
+
+TEST_F(MultiDialog, LeavesOutAnOverlayThatCannotEvenBeShownAsAnError) {
+  Testing::TemporaryFolder resources;
+  Testing::copyResources(resources.path / "all");
+  std::filesystem::remove(resources.path / "all/effect/content/bitmaps/ovl_error.bmp");
+  std::filesystem::remove(thumbnail('A'));
+  world.chrome = Refhost::ChromeFolders(resources.path / "all");
+  open([](OpenDialog& dialog) {
+    ASSERT_EQ(dialog.source().items().count(), 2);
+    EXPECT_EQ(dialog.source().items().at(0)->value().view(), u"BBBBB.opa");
+  });
+}
+
+TEST_F(MultiDialog, RegistersTheBlankPage) {
+  openOn(details({"AAAAA.opa;All"}), [this](OpenDialog& dialog) {
+    EXPECT_EQ(dialog.image(2).resource(), u"BlankBitmap");
+    EXPECT_EQ(blankPage, u"chrome://effect/content/bitmaps/xx02_NOI.bmp");
+  });
+}
+
+TEST_F(MultiDialog, OpensOnAnEmptyValueWithTheDefaults) { EXPECT_EQ(shown(""), defaults); }
+
+TEST_F(MultiDialog, SelectsTheDefaultOverlayInTheList) {
+  open([](OpenDialog& dialog) { EXPECT_EQ(dialog.source().selectedItem()->value().view(), u"BBBBB.opa"); });
+}
+
+class OneOverlay : public MultiDialog {
+ protected:
+  OneOverlay() : MultiDialog("A") {}
+};
+
+TEST_F(OneOverlay, IsTheDefault) {
+  EXPECT_EQ(shown(""), withFree({"AAAAA All"}));
+  set(u"MultipleOverlayDetails", u"");
+  EXPECT_EQ(saved([](OpenDialog&) {}), details({"AAAAA.opa;All"}));
+}
+
+class TwoOverlays : public MultiDialog {
+ protected:
+  TwoOverlays() : MultiDialog("AB") {}
+};
+
+TEST_F(TwoOverlays, HaveTheFirstAsTheDefault) { EXPECT_EQ(shown(""), withFree({"AAAAA All"})); }
+
+class NoOverlays : public MultiDialog {
+ protected:
+  NoOverlays() : MultiDialog("") {}
+};
+
+TEST_F(NoOverlays, LeaveEverythingFreeAndNothingToAdd) {
+  EXPECT_EQ(shown(""), withFree({}));
+  open([](OpenDialog& dialog) {
+    EXPECT_EQ(dialog.source().items().count(), 0);
+    EXPECT_FALSE(dialog.widget<Refhost::Button>("btn_MulOvlAdd").isEnabled());
+    EXPECT_FALSE(dialog.widget<Refhost::Button>("btn_MulOvlAddManual").isEnabled());
+    dialog.click("but_MulOvlRestDef");
+    EXPECT_EQ(dialog.slots(), withFree({}));
+  });
+}
+
+TEST_F(MultiDialog, OffersToAddWhileAnOverlayIsSelected) {
+  openOn(details({"AAAAA.opa;All"}), [](OpenDialog& dialog) {
+    for (const char* id : {"btn_MulOvlAdd", "btn_MulOvlAddManual"})
+      EXPECT_TRUE(dialog.widget<Refhost::Button>(id).isEnabled());
+  });
+}
+
+TEST_F(MultiDialog, OpensOnWhatIsSaved) {
+  EXPECT_EQ(shown("AAAAA.opa;Odd$BBBBB.opa;Even$;$;$;$;$;$;$"), withFree({"AAAAA Odd", "BBBBB Even"}));
+  EXPECT_EQ(shown(details({"AAAAA.opa;Even", ";", "BBBBB.opa;1,3,5-9", ";", "CCCCC.opa;"})),
+            withFree({"AAAAA Even", "- ?", "BBBBB 1,3,5-9", "- ", "CCCCC "}));
+}
+
+TEST_F(MultiDialog, OpensWithTheDefaultOverlayInAFirstSlotThatIsFree) {
+  EXPECT_EQ(shown(";$AAAAA.opa;Even$;$;$;$;$;$;$"), withFree({"BBBBB All", "AAAAA Even"}));
+}
+
+TEST_F(MultiDialog, OpensWithTheDefaultsWhereAnOverlayIsUnknown) {
+  EXPECT_EQ(shown(details({"AAAAA.opa;Odd", "99999.opa;Even"})), defaults);
+  EXPECT_EQ(shown(details({"AAAAA.opa;Odd", ";", ";", ";", ";", ";", ";", "99999.opa;1"})), defaults);
+}
+
+TEST_F(MultiDialog, OpensWithTheDefaultsWhereAFileIsGone) {
+  set(u"MultipleOverlayDetails", Refhost::toWide(details({"AAAAA.opa;Odd", "CCCCC.opa;Even"})));
+  afterTheStoreIsRead = [this] { std::filesystem::remove(file('C')); };
+  open([](OpenDialog& dialog) { EXPECT_EQ(dialog.slots(), defaults); });
+}
+
+TEST_F(MultiDialog, KeepsSavedMastersApart) {
+  EXPECT_EQ(shown(details({"AAAAA.opa;Odd", "BBBBB.opa;Odd"})), withFree({"AAAAA Odd", "BBBBB Even"}));
+  EXPECT_EQ(shown(details({"AAAAA.opa;Even", "BBBBB.opa;Even"})), withFree({"AAAAA Even", "BBBBB Odd"}));
+  EXPECT_EQ(shown(details({"AAAAA.opa;All", "BBBBB.opa;Odd"})), withFree({"AAAAA All", "BBBBB Odd"}));
+}
+
+TEST_F(MultiDialog, AcceptedSetsFourPropertiesInOneTransition) {
+  openOn(details({"AAAAA.opa;Odd", ";", "CCCCC.opa;2-3", "BBBBB.opa;"}), [this](OpenDialog& dialog) {
+    take();
+    dialog.accept();
+  });
+  EXPECT_THAT(transitions(take()),
+              ElementsAre("OverlaySel=Multiple,OverlayImage=MultipleOverlayImage,OverlaySourceFileName=" + path('A') +
+                          ";Odd$" + path('C') + ";2-3$,MultipleOverlayDetails=" +
+                          details({"AAAAA.opa;Odd", ";", "CCCCC.opa;2-3", "BBBBB.opa;"})));
+}
+
+TEST_F(OneOverlay, OnAllPagesAloneIsSavedInOneEntryAndSevenFreeOnes) {
+  EXPECT_EQ(saved([](OpenDialog& dialog) {
+              dialog.clearByMenu(1);
+              dialog.add("AAAAA.opa");
+            }),
+            "AAAAA.opa;All$;$;$;$;$;$;$;$");
+  EXPECT_EQ(value(u"OverlaySourceFileName"), path('A') + ";All$");
+}
+
+TEST_F(MultiDialog, SavesAManualOverlayWithoutPagesButDoesNotPrintIt) {
+  EXPECT_EQ(saved([](OpenDialog& dialog) { dialog.addManual("CCCCC.opa"); }),
+            details({"BBBBB.opa;All", ";", "CCCCC.opa;"}));
+  EXPECT_EQ(value(u"OverlaySourceFileName"), path('B') + ";All$");
+}
+
+TEST_F(MultiDialog, CancelledOnTheFirstChoiceGoesBackToNone) {
+  set(u"OverlayImage", u"MultipleOverlayImage");
+  set(u"OverlaySel", u"Multiple");
+  open([this](OpenDialog& dialog) {
+    dialog.drop("AAAAA.opa", 3);
+    take();
+    dialog.cancel();
+  });
+  EXPECT_THAT(transitions(take()), ElementsAre("OverlaySel=None,OverlayImage=None"));
+  EXPECT_EQ(value(u"MultipleOverlayDetails"), "");
+}
+
+TEST_F(MultiDialog, CancelledLaterChangesNothing) {
+  set(u"OverlaySel", u"Multiple");
+  openOn(details({"AAAAA.opa;Odd"}), [this](OpenDialog& dialog) {
+    dialog.clearByMenu(1);
+    take();
+    dialog.cancel();
+  });
+  EXPECT_THAT(transitions(take()), IsEmpty());
+}
+
+TEST_F(MultiDialog, CancelledWithAnotherSelectionChangesNothing) {
+  set(u"OverlaySel", u"AAAAA.opa");
+  open([this](OpenDialog& dialog) {
+    take();
+    dialog.cancel();
+  });
+  EXPECT_THAT(transitions(take()), IsEmpty());
+}
+
+TEST_F(MultiDialog, ThatCannotBeLoadedIsCancelled) {
+  Testing::TemporaryFolder resources;
+  Testing::copyResources(resources.path / "all");
+  Testing::writeFile(resources.path / "all/effect/content/dlg_multipleoverlay.xul", "<dialog");
+  world.chrome = Refhost::ChromeFolders(resources.path / "all");
+  set(u"OverlaySel", u"Multiple");
+  take();
+  open([](OpenDialog&) { FAIL() << "there is no dialog"; });
+  EXPECT_THAT(transitions(take()), ElementsAre("OverlaySel=None,OverlayImage=None"));
+}
+
+TEST_F(MultiDialog, RestoresTheDefaults) {
+  openOn(details({"AAAAA.opa;Odd", "CCCCC.opa;Even", "AAAAA.opa;1", ";", ";", ";", ";", "BBBBB.opa;8"}),
+         [](OpenDialog& dialog) {
+           dialog.click("but_MulOvlRestDef");
+           EXPECT_EQ(dialog.slots(), defaults);
+         });
+}
+
+TEST_F(MultiDialog, ShowsItsHelpInEveryLanguage) {
+  for (const char* locale : {"en-US", "de-DE", "fr-FR", "ja-JP", "zh-CN", "zh-TW"}) {
+    OverlayStore abroad(home.folder.path, Refhost::realDisk(), locale);
+    abroad.host.showHelpTopic(u"chrome://base/locale/help.chm", u"5100");
+    ASSERT_EQ(abroad.face.helpAddresses.size(), 1U);
+    const auto page = abroad.chrome.file(abroad.face.helpAddresses[0]);
+    ASSERT_TRUE(page);
+    EXPECT_THAT(bytesOf(*page), testing::HasSubstr("<html lang=\"" + std::string(locale) + "\">"));
+  }
+}
+
+// All that a user may read of a widget, as it is set.
+std::vector<std::u16string> textsOf(Refhost::WidgetNode& widget) {
+  std::vector<std::u16string> texts = {widget.label(), widget.attribute("tooltiptext"), widget.attribute("accesskey")};
+  if (auto* list = dynamic_cast<Refhost::SelectorNode*>(&widget))
+    for (std::int32_t i = 0; i < list->items().count(); ++i) texts.push_back(list->items().at(i)->text().str());
+  if (auto* image = dynamic_cast<Refhost::ImageBox*>(&widget))
+    for (const auto& item : image->menu()) texts.push_back(item.label);
+  return texts;
+}
+
+TEST_F(MultiDialog, IsTranslatedWithAccessKeysOfItsOwn) {
+  for (const char* locale : {"en-US", "de-DE", "fr-FR", "ja-JP", "zh-CN", "zh-TW"}) {
+    const Refhost::StringTables strings(world.chrome, locale);
+    Refhost::WidgetWorld widgets{world.trace, strings, {}, [](const auto&) {}, [](auto&) {}};
+    const auto layout = Refhost::LayoutReader(world.chrome, {}).read(Effect::Address::multipleOverlay, widgets);
+    EXPECT_FALSE(strings.resolve(layout.title).starts_with(u"$IDS_"));
+    std::multiset<std::u16string> keys;
+    Refhost::walk(*layout.root, [&](Refhost::WidgetNode& widget) {
+      for (const std::u16string& text : textsOf(widget))
+        EXPECT_FALSE(strings.resolve(text).starts_with(u"$IDS_")) << locale << ' ' << Refhost::toNarrow(text);
+      const std::u16string key = strings.resolve(widget.attribute("accesskey"));
+      if (!key.empty()) keys.insert({Effect::lowerCase(key.front())});
+    });
+    EXPECT_EQ(keys.size(), 20U) << locale;
+    for (const std::u16string& key : keys) EXPECT_EQ(keys.count(key), 1U) << locale << ' ' << Refhost::toNarrow(key);
+  }
+}
+
+TEST_F(MultiDialog, AsksForItsHelpTopic) {
+  open([this](OpenDialog& dialog) {
+    dialog.click("btn_MulOvlHelp");
+    EXPECT_THAT(world.face.helpTopics, ElementsAre(u"5100"));
+    EXPECT_THAT(world.face.helpAddresses, ElementsAre(u"chrome://base/content/en-US/help/5100.html"));
+  });
+}
+
+TEST_F(MultiDialog, WorksWithoutAnyOfItsWidgets) {
+  const std::vector<std::u16string> all = {
+      u"lib_MulOvlSource", u"btn_MulOvlAdd",     u"btn_MulOvlAddManual", u"cmb_MulOvlGroupsToClear",
+      u"but_MulOvlClear",  u"but_MulOvlRestDef", u"btn_MulOvlHelp",      u"rad1_All",
+      u"rad1_Even",        u"rad1_Odd",          u"rad2_Even",           u"rad2_Odd",
+      u"img_MulOvl1Image", u"img_MulOvl3Image",  u"edt_MulOvl3Manual",   u"cmb_EffOverlay"};
+  without.insert(all.begin(), all.end());
+  const std::string value = details({"AAAAA.opa;Odd", "BBBBB.opa;Even", "CCCCC.opa;7"});
+  set(u"MultipleOverlayDetails", Refhost::toWide(value));
+  EXPECT_EQ(saved([](OpenDialog& dialog) { dialog.clearByMenu(2); }), details({"AAAAA.opa;Odd", ";", "CCCCC.opa;7"}));
+}
+
+// A file name may be the user's own overlay's and a downloaded one's.
+class DownloadedOverlay : public MultiDialog {
+ protected:
+  DownloadedOverlay() : MultiDialog("A") {
+    world.set(u"kilnworks.tips.userdata.support", u"True");
+    home.putLocal("office", {{u"D", u"DDDDD.opa"}, {u"A of the office", u"AAAAA.opa"}});
+    Testing::writeFile(home.localFolder("office") / "AAAAA.bmp", bitmap(1, 1));
+  }
+  std::string officePath(const std::string& name) {
+    return Refhost::toNarrow(world.host.path((home.localFolder("office") / name).u16string())->text().view());
+  }
+};
+
+TEST_F(DownloadedOverlay, IsPrintedFromItsOwnFile) {
+  saved([](OpenDialog& dialog) {
+    dialog.drop("DDDDD.opa", 1);
+    dialog.source().choose(1);
+    EXPECT_EQ(dialog.source().selectedItem()->text().view(), u"A of the office");
+    dialog.click("btn_MulOvlAdd");
+    dialog.source().choose(0);
+    dialog.click("btn_MulOvlAddManual");
+    dialog.type(3, "3");
+  });
+  EXPECT_EQ(value(u"OverlaySourceFileName"),
+            officePath("DDDDD.opa") + ";All$" + officePath("AAAAA.opa") + ";Even$" + path('A') + ";3$");
+}
+
+TEST_F(DownloadedOverlay, IsFoundAgainUnlessTheUserHasOneOfItsFileName) {
+  set(u"MultipleOverlayDetails", Refhost::toWide(details({"DDDDD.opa;All", "AAAAA.opa;Odd"})));
+  saved([](OpenDialog&) {});
+  EXPECT_EQ(value(u"OverlaySourceFileName"), officePath("DDDDD.opa") + ";All$" + path('A') + ";Odd$");
+}
+
+}  // namespace

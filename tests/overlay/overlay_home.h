@@ -1,0 +1,112 @@
+// A home with overlays in it, as a test puts them there.
+#pragma once
+
+#include "effect/overlay/overlays.h"
+#include "host/unicode.h"
+#include "tests/support/host_world.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
+
+using Testing::bytesOf;
+
+// A record of an index, written out by hand: the name, the file name, each followed by zeros.
+inline std::string recordBytes(std::u16string_view name, std::u16string_view fileName) {
+  std::string bytes(Effect::indexRecordBytes, '\0');
+  const auto put = [&bytes](std::size_t at, std::u16string_view text) {
+    for (const char16_t unit : text) {
+      bytes[at++] = static_cast<char>(static_cast<unsigned char>(unit & 0xFF));
+      bytes[at++] = static_cast<char>(static_cast<unsigned char>(unit >> 8));
+    }
+  };
+  put(0, name);
+  put(128, fileName);
+  return bytes;
+}
+
+// The names in an index's bytes and the files that they stand for: "NAME=FILE".
+inline std::vector<std::string> listed(const std::string& indexBytes) {
+  std::vector<std::string> lines;
+  for (const auto& [name, fileName] : Effect::readIndex(indexBytes))
+    lines.push_back(Refhost::toNarrow(name) + "=" + Refhost::toNarrow(fileName));
+  return lines;
+}
+
+// Whether a name is one that the store draws: five digits and ".opa".
+inline bool isDrawnName(const std::string& name) {
+  return name.size() == 9 && name.find_first_not_of("0123456789") == 5 && name.ends_with(".opa");
+}
+
+// A path's text, or one with paths in it, with the same separators on every system.
+inline std::string inSlashes(std::string text) {
+  std::replace(text.begin(), text.end(), static_cast<char>(std::filesystem::path::preferred_separator), '/');
+  return text;
+}
+
+struct OverlayHome {
+  using Path = std::filesystem::path;
+  using Names = std::vector<std::pair<std::u16string, std::u16string>>;
+
+  OverlayHome() {
+    std::filesystem::create_directories(folder.path / "user");
+    std::filesystem::create_directories(folder.path / "profile");
+  }
+
+  Path userFolder() const { return folder.path / "profile" / "overlays"; }
+  Path localFolder(const std::string& name) const { return folder.path / "localdata" / name / "overlays"; }
+  static Path index(const Path& in) { return in / "ovlNmFl.flo"; }
+
+  // An index of names and file names, the files, each holding its own name, and their thumbnails.
+  static void put(const Path& in, const Names& overlays) {
+    std::string bytes;
+    for (const auto& [name, fileName] : overlays) {
+      bytes += recordBytes(name, fileName);
+      putFile(in, fileName);
+    }
+    Testing::writeFile(index(in), bytes);
+  }
+  static void putFile(const Path& in, const std::u16string& fileName) {
+    std::filesystem::create_directories(in);
+    Path file = in / fileName;
+    Testing::writeFile(file, file.filename().string());
+    Testing::writeFile(file.replace_extension(".bmp"), "thumbnail");
+  }
+
+  // NUMBER overlays of the names "form 0", "form 1" ...
+  static Names forms(int number) {
+    Names names;
+    for (int i = 0; i < number; ++i) {
+      const std::string digits = std::to_string(10000 + i);
+      names.emplace_back(Refhost::toWide("form " + std::to_string(i)), Refhost::toWide(digits + ".opa"));
+    }
+    return names;
+  }
+
+  void putUser(const Names& overlays) const { put(userFolder(), overlays); }
+  void putLocal(const std::string& name, const Names& overlays) const { put(localFolder(name), overlays); }
+  std::string userIndex() const { return bytesOf(index(userFolder())); }
+
+  Testing::TemporaryFolder folder;
+};
+
+// The overlay store over a home, without a plug-in around it.
+class OverlayStore : public Testing::HostWorld {
+ public:
+  using HostWorld::HostWorld;
+
+  Kiln::SmartPtr<Overlays> open(bool isMerged = false) { return Refhost::make<Overlays>(host, manager, isMerged); }
+
+  // "LABEL=FILE" of each record, with "*" behind a downloaded one.
+  static std::vector<std::string> records(const Overlays& store) {
+    std::vector<std::string> lines;
+    for (std::int32_t i = 0; i < store.count(); ++i) {
+      const auto& record = store.record(i);
+      lines.push_back(Refhost::toNarrow(record.label) + "=" + Refhost::toNarrow(record.diskpath) +
+                      (record.downloaded ? "*" : ""));
+    }
+    return lines;
+  }
+};

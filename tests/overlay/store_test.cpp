@@ -1,0 +1,386 @@
+// The overlay store: what it reads, finds, adds, removes, lists and writes.
+#include "overlay_home.h"
+
+#include "host/widgets/list.h"
+#include "tests/documents/forwarding_disk.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace {
+
+using namespace Effect;
+using Refhost::toNarrow;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+// "LABEL=FILE" with a drawn file name.
+MATCHER_P(IsNew, label, "") {
+  const std::string start = std::string(label) + "=";
+  return arg.starts_with(start) && isDrawnName(arg.substr(start.size()));
+}
+
+class OverlayStoreTest : public testing::Test {
+ protected:
+  std::vector<std::string> records() { return OverlayStore::records(*store); }
+  Overlays& open(bool isMerged = false) {
+    store = world.open(isMerged);
+    return *store;
+  }
+
+  // The list: "VALUE=TEXT" of each item, and behind it whether it has an icon, is red, is marked.
+  std::vector<std::string> list(bool withMultiple = true, bool withIcon = true) {
+    const auto items = world.host.listData();
+    store->fillList(*items, withMultiple,
+                    withIcon ? world.host.image(u"chrome://base/content/bitmaps/tips_UD_tb.bmp", u"global") : nullptr);
+    std::vector<std::string> lines;
+    for (std::int32_t i = 0; i < items->count(); ++i) {
+      const auto item = Kiln::smartCast<Refhost::ListItem>(items->at(i));
+      lines.push_back(toNarrow(item->value().view()) + "=" + toNarrow(item->text().view()) +
+                      (item->image() ? " icon" : "") + (item->colour() == u"#FF0000" ? " red" : "") +
+                      (item->isMarked() ? " marked" : ""));
+    }
+    return lines;
+  }
+
+  OverlayHome home;
+  OverlayStore world{home.folder.path};
+  Kiln::SmartPtr<Overlays> store;
+};
+
+TEST_F(OverlayStoreTest, OfAnEmptyHomeHasNothingAndWritesNothing) {
+  EXPECT_EQ(open().count(), 0);
+  EXPECT_THAT(list(), ElementsAre("None=$IDS_CMBWMARK_NONE;", "Multiple=$IDS_TWOOVERLAY;"));
+  EXPECT_THAT(list(false), ElementsAre("None=$IDS_CMBWMARK_NONE;"));
+  store->save();
+  EXPECT_THAT(world.writes, IsEmpty());
+  EXPECT_FALSE(std::filesystem::exists(home.userFolder()));
+}
+
+TEST_F(OverlayStoreTest, OfAnEmptyIndexHasNothing) {
+  home.putUser({});
+  EXPECT_EQ(open().count(), 0);
+}
+
+TEST_F(OverlayStoreTest, ReadsItsRecordsInOrder) {
+  home.putUser({{u"Zebra", u"00002.opa"}, {u"Apple", u"00001.opa"}});
+  EXPECT_EQ(home.userIndex().size(), 308U);
+  open();
+  ASSERT_EQ(store->count(), 2);
+  EXPECT_EQ(store->record(0).label, u"Zebra");
+  EXPECT_EQ(store->record(0).disklabel, u"Zebra");
+  EXPECT_EQ(store->record(0).diskpath, u"00002.opa");
+  EXPECT_EQ(store->record(0).path, (home.userFolder() / "00002.opa").u16string());
+  EXPECT_EQ(store->record(0).diskfile, (home.userFolder() / "ovlNmFl.flo").u16string());
+  EXPECT_FALSE(store->record(0).downloaded);
+  EXPECT_EQ(store->record(1).label, u"Apple");
+}
+
+TEST_F(OverlayStoreTest, LeavesOutARecordWhoseFileIsMissingUntilTheNextSaveDropsIt) {
+  home.putUser({{u"one", u"00001.opa"}, {u"two", u"00002.opa"}});
+  std::filesystem::remove(home.userFolder() / "00001.opa");
+  open();
+  EXPECT_THAT(records(), ElementsAre("two=00002.opa"));
+  store->save();
+  EXPECT_EQ(listed(home.userIndex()).size(), 2U);
+  store->addOverlay(u"three");
+  store->save();
+  EXPECT_THAT(listed(home.userIndex()), ElementsAre("two=00002.opa", IsNew("three")));
+}
+
+TEST_F(OverlayStoreTest, LeavesOutARecordWhoseFileIsAFolder) {
+  home.putUser({{u"one", u"00001.opa"}});
+  std::filesystem::remove(home.userFolder() / "00001.opa");
+  std::filesystem::create_directory(home.userFolder() / "00001.opa");
+  EXPECT_EQ(open().count(), 0);
+}
+
+TEST_F(OverlayStoreTest, TakesFileNamesThatLeadElsewhereForStale) {
+  home.putUser({{u"one", u"00001.opa"}});
+  OverlayHome::putFile(home.folder.path / "profile", u"00002.opa");
+  const auto sub = home.userFolder() / "sub";
+  OverlayHome::putFile(sub, u"3.opa");
+  Testing::writeFile(OverlayHome::index(home.userFolder()),
+                     recordBytes(u"up", u"../00002.opa") + recordBytes(u"down", u"sub/3.opa") +
+                         recordBytes(u"here", u".") + recordBytes(u"above", u"..") + recordBytes(u"none", u"") +
+                         recordBytes(u"index", u"ovlNmFl.flo") + recordBytes(u"one", u"00001.opa"));
+  open();
+  EXPECT_THAT(records(), ElementsAre("one=00001.opa"));
+}
+
+TEST_F(OverlayStoreTest, LetsTheSecondOfOneNameReplaceTheFirst) {
+  home.putUser({{u"same", u"00001.opa"}, {u"other", u"00002.opa"}, {u"same", u"00003.opa"}});
+  open();
+  EXPECT_THAT(records(), ElementsAre("same=00003.opa", "other=00002.opa"));
+}
+
+TEST_F(OverlayStoreTest, ReadsTheLocalDataByTheLastPartOfTheSettingsFolder) {
+  world.set(u"kilnworks.pdlsettings.folder", u"deep/overlays");
+  OverlayHome::put(home.folder.path / "profile" / "deep" / "overlays", {{u"mine", u"00001.opa"}});
+  home.putLocal("a", {{u"theirs", u"00002.opa"}});
+  open();
+  EXPECT_THAT(records(), ElementsAre("mine=00001.opa", "theirs=00002.opa"));
+  EXPECT_EQ(store->record(1).path, (home.localFolder("a") / "00002.opa").u16string());
+}
+
+TEST_F(OverlayStoreTest, ReadsNoLocalDataWithoutTheSetting) {
+  home.putLocal("a", {{u"theirs", u"00002.opa"}});
+  world.manager->settings->remove(u"kilnworks.user.localdata.path");
+  EXPECT_EQ(open().count(), 0);
+}
+
+TEST_F(OverlayStoreTest, LetsLocalDataReplaceARecordOfItsNameWhileDownloadedDataIsNotKeptApart) {
+  home.putUser({{u"same", u"00001.opa"}});
+  home.putLocal("a", {{u"same", u"00002.opa"}});
+  open();
+  EXPECT_THAT(records(), ElementsAre("same=00002.opa"));
+  EXPECT_EQ(store->record(0).diskfile, OverlayHome::index(home.localFolder("a")).u16string());
+}
+
+TEST_F(OverlayStoreTest, KeepsDownloadedRecordsBesideTheUsers) {
+  world.set(u"kilnworks.tips.userdata.support", u"True");
+  home.putUser({{u"same", u"00001.opa"}});
+  home.putLocal("a", {{u"same", u"00001.opa"}, {u"theirs", u"00003.opa"}});
+  open();
+  EXPECT_THAT(records(), ElementsAre("same=00001.opa", "same=00001.opa*", "theirs=00003.opa*"));
+  EXPECT_THAT(list(), ElementsAre("None=$IDS_CMBWMARK_NONE;", "Multiple=$IDS_TWOOVERLAY;", "00001.opa=same",
+                                  "00001.opa=same icon red marked", "00003.opa=theirs icon red marked"));
+  EXPECT_THAT(list(false, false), ElementsAre("None=$IDS_CMBWMARK_NONE;", "00001.opa=same", "00001.opa=same marked",
+                                              "00003.opa=theirs marked"));
+  EXPECT_EQ(store->pathOf(u"00001.opa", false), (home.userFolder() / "00001.opa").u16string());
+  EXPECT_EQ(store->pathOf(u"00001.opa", true), (home.localFolder("a") / "00001.opa").u16string());
+  EXPECT_EQ(store->pathOf(u"00003.opa", false), u"None");
+  EXPECT_EQ(store->findByLabel(u"same", true), 1);
+  EXPECT_FALSE(store->hasLabel(u"theirs"));
+}
+
+TEST_F(OverlayStoreTest, ComparesNoFlagWhileDownloadedDataIsNotKeptApart) {
+  home.putLocal("a", {{u"theirs", u"00003.opa"}});
+  open();
+  EXPECT_THAT(list(), ElementsAre("None=$IDS_CMBWMARK_NONE;", "Multiple=$IDS_TWOOVERLAY;", "00003.opa=theirs"));
+  EXPECT_EQ(store->pathOf(u"00003.opa", true), (home.localFolder("a") / "00003.opa").u16string());
+  EXPECT_EQ(store->pathOf(u"00003.opa", false), (home.localFolder("a") / "00003.opa").u16string());
+}
+
+TEST_F(OverlayStoreTest, FindsLabelsAndFileNamesExactly) {
+  home.putUser({{u"Letterhead", u"00001.opa"}});
+  open();
+  EXPECT_EQ(store->findByLabel(u"Letterhead", false), 0);
+  EXPECT_EQ(store->findByLabel(u"letterhead", false), -1);
+  EXPECT_EQ(store->findByLabel(u"Letterhead", true), -1);
+  EXPECT_EQ(store->findByDiskPath(u"00001.opa"), 0);
+  EXPECT_EQ(store->pathOf(u"00001.OPA", false), u"None");
+}
+
+TEST_F(OverlayStoreTest, CannotFindAnUnknownFileName) {
+  open();
+  try {
+    store->findByDiskPath(u"0é\U0001F600.opa");
+    FAIL();
+  } catch (const Kiln::Exception& problem) {
+    EXPECT_STREQ(problem.what(), "Cannot find overlay 0\xC3\xA9\xF0\x9F\x98\x80.opa");
+  }
+}
+
+TEST_F(OverlayStoreTest, IsMergedBySeveralFoldersOrByTheMarkOrByItsMaker) {
+  EXPECT_FALSE(open().isMerged());
+  EXPECT_TRUE(open(true).isMerged());
+  std::filesystem::create_directories(home.folder.path / "localdata" / "a");
+  EXPECT_FALSE(open().isMerged());
+  Testing::writeFile(home.folder.path / "localdata" / "~merge", "");
+  EXPECT_TRUE(open().isMerged());
+  std::filesystem::remove(home.folder.path / "localdata" / "~merge");
+  std::filesystem::create_directories(home.folder.path / "localdata" / "b");
+  EXPECT_TRUE(open().isMerged());
+}
+
+TEST_F(OverlayStoreTest, IsFullWithTwenty) {
+  home.putUser(OverlayHome::forms(19));
+  EXPECT_FALSE(open().isFull());
+  home.putUser(OverlayHome::forms(20));
+  EXPECT_TRUE(open().isFull());
+  home.putUser(OverlayHome::forms(21));
+  EXPECT_TRUE(open().isFull());
+}
+
+TEST_F(OverlayStoreTest, GivesANewOverlayAFileNameOfFiveDigitsInTheUsersFolder) {
+  open();
+  const std::filesystem::path path = store->addOverlay(u"new");
+  EXPECT_EQ(path.parent_path(), home.userFolder());
+  EXPECT_PRED1(isDrawnName, path.filename().string());
+  EXPECT_EQ(store->record(0).label, u"new");
+  EXPECT_EQ(store->record(0).disklabel, u"new");
+  EXPECT_EQ(store->record(0).diskpath, path.filename().u16string());
+  EXPECT_EQ(store->record(0).path, path.u16string());
+  EXPECT_EQ(store->record(0).diskfile, OverlayHome::index(home.userFolder()).u16string());
+}
+
+TEST_F(OverlayStoreTest, GivesAKnownLabelThePathOfItsOverlay) {
+  home.putUser({{u"one", u"00001.opa"}});
+  open();
+  EXPECT_EQ(store->addOverlay(u"one"), (home.userFolder() / "00001.opa").u16string());
+  EXPECT_EQ(store->count(), 1);
+}
+
+// Every overlay file is there but one.
+class NearlyFullDisk final : public ForwardingDisk {
+ public:
+  Refhost::EntryKind kind(const Path& path) override {
+    const bool isTaken = path.extension() == ".opa" && path.filename() != "04711.opa";
+    return isTaken ? Refhost::EntryKind::file : disk.kind(path);
+  }
+};
+
+TEST(OverlayStoreOnANearlyFullFolder, NeverGivesTheNameOfAFileThatIsThere) {
+  OverlayHome home;
+  NearlyFullDisk disk;
+  OverlayStore world(home.folder.path, disk);
+  const auto store = world.open();
+  EXPECT_EQ(store->addOverlay(u"new"), (home.userFolder() / "04711.opa").u16string());
+  try {
+    store->addOverlay(u"one more");
+    FAIL() << "04711.opa is still to be written, and no other name is free";
+  } catch (const Kiln::Exception& problem) {
+    EXPECT_EQ(std::string(problem.what()), "The folder " + home.userFolder().string() +
+                                               " has no name left for another overlay; delete files from it.");
+  }
+  EXPECT_EQ(store->count(), 1);
+}
+
+TEST_F(OverlayStoreTest, WritesEachRecordToTheIndexThatItCameFrom) {
+  world.set(u"kilnworks.tips.userdata.support", u"True");
+  home.putUser({{u"mine", u"00001.opa"}});
+  home.putLocal("a", {{u"theirs", u"00002.opa"}});
+  open();
+  const std::u16string fileName = std::filesystem::path(store->addOverlay(u"new")).filename().u16string();
+  store->save();
+  EXPECT_EQ(home.userIndex(), recordBytes(u"mine", u"00001.opa") + recordBytes(u"new", fileName));
+  EXPECT_EQ(bytesOf(OverlayHome::index(home.localFolder("a"))), recordBytes(u"theirs", u"00002.opa"));
+  EXPECT_THAT(world.writes, ElementsAre("profile/overlays/ovlNmFl.flo"));
+}
+
+TEST_F(OverlayStoreTest, SavesNothingAgainUntilTheNextChange) {
+  std::filesystem::create_directories(home.userFolder());
+  open();
+  store->addOverlay(u"new");
+  store->save();
+  std::filesystem::remove(OverlayHome::index(home.userFolder()));
+  store->save();
+  EXPECT_FALSE(std::filesystem::exists(OverlayHome::index(home.userFolder())));
+}
+
+TEST_F(OverlayStoreTest, RemovesTheThumbnailThenTheFileAndLeavesTheIndexToTheNextSave) {
+  home.putUser({{u"one", u"00001.opa"}, {u"two", u"00002.opa"}});
+  open();
+  EXPECT_TRUE(store->removeOverlay(u"00001.opa", false));
+  EXPECT_THAT(world.deletions, ElementsAre("profile/overlays/00001.bmp", "profile/overlays/00001.opa"));
+  EXPECT_THAT(records(), ElementsAre("two=00002.opa"));
+  EXPECT_EQ(store->findByLabel(u"two", false), 0);
+  EXPECT_EQ(listed(home.userIndex()).size(), 2U);
+  store->save();
+  EXPECT_EQ(home.userIndex(), recordBytes(u"two", u"00002.opa"));
+}
+
+TEST_F(OverlayStoreTest, RemovesAnOverlayThatHasNoThumbnail) {
+  home.putUser({{u"one", u"00001.opa"}});
+  std::filesystem::remove(home.userFolder() / "00001.bmp");
+  open();
+  EXPECT_TRUE(store->removeOverlay(u"00001.opa", false));
+  EXPECT_FALSE(std::filesystem::exists(home.userFolder() / "00001.opa"));
+}
+
+TEST_F(OverlayStoreTest, EmptiesAnIndexThatHasLostItsLastRecord) {
+  home.putUser({{u"one", u"00001.opa"}});
+  open();
+  store->removeOverlay(u"00001.opa", false);
+  store->save();
+  EXPECT_TRUE(std::filesystem::exists(OverlayHome::index(home.userFolder())));
+  EXPECT_EQ(home.userIndex(), "");
+}
+
+TEST_F(OverlayStoreTest, RemovesTheRecordWhoseFileItDeletes) {
+  world.set(u"kilnworks.tips.userdata.support", u"True");
+  home.putUser({{u"mine", u"00001.opa"}});
+  home.putLocal("a", {{u"theirs", u"00001.opa"}});
+  open();
+  EXPECT_TRUE(store->removeOverlay(u"00001.opa", true));
+  EXPECT_THAT(records(), ElementsAre("mine=00001.opa"));
+  EXPECT_TRUE(std::filesystem::exists(home.userFolder() / "00001.opa"));
+  EXPECT_TRUE(std::filesystem::exists(home.userFolder() / "00001.bmp"));
+  EXPECT_FALSE(std::filesystem::exists(home.localFolder("a") / "00001.opa"));
+  store->save();
+  EXPECT_EQ(home.userIndex(), recordBytes(u"mine", u"00001.opa"));
+  EXPECT_EQ(bytesOf(OverlayHome::index(home.localFolder("a"))), "");
+}
+
+TEST_F(OverlayStoreTest, RemovesEveryRecordOfTheFileThatItDeletes) {
+  home.putUser({{u"one", u"00001.opa"}, {u"again", u"00001.opa"}, {u"two", u"00002.opa"}});
+  open();
+  store->removeOverlay(u"00001.opa", false);
+  store->save();
+  EXPECT_EQ(home.userIndex(), recordBytes(u"two", u"00002.opa"));
+}
+
+TEST_F(OverlayStoreTest, RemovesNothingForAnUnknownName) {
+  home.putUser({{u"one", u"00001.opa"}});
+  open();
+  for (const char16_t* name : {u"None", u"Multiple", u"99999.opa", u"", u"one"})
+    EXPECT_FALSE(store->removeOverlay(name, false));
+  EXPECT_THAT(world.deletions, IsEmpty());
+  EXPECT_EQ(store->count(), 1);
+}
+
+TEST_F(OverlayStoreTest, KeepsWhatAnotherProcessHasPutIntoTheIndex) {
+  home.putUser({{u"one", u"00001.opa"}});
+  open();
+  OverlayStore other(home.folder.path);
+  const auto theirs = other.open();
+  Testing::writeFile(theirs->addOverlay(u"theirs"), "overlay");
+  theirs->save();
+  store->removeOverlay(u"00001.opa", false);
+  store->save();
+  EXPECT_THAT(records(), ElementsAre(IsNew("theirs")));
+  EXPECT_EQ(listed(home.userIndex()), records());
+}
+
+TEST_F(OverlayStoreTest, LearnsWhatAnotherProcessHasAdded) {
+  open();
+  home.putUser({{u"theirs", u"00002.opa"}});
+  EXPECT_FALSE(store->hasLabel(u"theirs"));
+  store->refresh();
+  EXPECT_TRUE(store->hasLabel(u"theirs"));
+}
+
+TEST_F(OverlayStoreTest, ExportsEveryOverlayWithItsThumbnailAndOneIndex) {
+  world.set(u"kilnworks.tips.userdata.support", u"True");
+  home.putUser({{u"mine", u"00001.opa"}});
+  home.putLocal("a", {{u"theirs", u"00002.opa"}});
+  std::filesystem::remove(home.localFolder("a") / "00002.bmp");
+  const auto to = home.folder.path / "exported";
+  std::filesystem::create_directory(to);
+  open().exportTo(world.host.path(to.u16string()));
+  EXPECT_EQ(bytesOf(OverlayHome::index(to)), recordBytes(u"mine", u"00001.opa") + recordBytes(u"theirs", u"00002.opa"));
+  EXPECT_EQ(bytesOf(to / "00001.opa"), "00001.opa");
+  EXPECT_EQ(bytesOf(to / "00001.bmp"), "thumbnail");
+  EXPECT_EQ(bytesOf(to / "00002.opa"), "00002.opa");
+  EXPECT_FALSE(std::filesystem::exists(to / "00002.bmp"));
+  EXPECT_EQ(world.writes.back(), "exported/ovlNmFl.flo");
+}
+
+TEST_F(OverlayStoreTest, ExportsTwoOverlaysOfOneFileNameAsTwo) {
+  world.set(u"kilnworks.tips.userdata.support", u"True");
+  home.putUser({{u"mine", u"00001.opa"}});
+  home.putLocal("a", {{u"theirs", u"00001.opa"}});
+  Testing::writeFile(home.localFolder("a") / "00001.opa", "the other");
+  const auto to = home.folder.path / "exported";
+  std::filesystem::create_directory(to);
+  open().exportTo(world.host.path(to.u16string()));
+  const auto entries = readIndex(bytesOf(OverlayHome::index(to)));
+  ASSERT_EQ(entries.size(), 2U);
+  EXPECT_EQ(bytesOf(to / entries[0].fileName), "00001.opa");
+  EXPECT_EQ(bytesOf(to / entries[1].fileName), "the other");
+}
+
+}  // namespace

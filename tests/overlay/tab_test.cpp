@@ -1,0 +1,437 @@
+// The overlay group of the tab: the list, what a selection sends, and what it follows.
+#include "overlay_tab.h"
+
+namespace {
+
+using Refhost::toNarrow;
+using Testing::builtOptions;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Testing::widgetOperations;
+
+const std::vector<std::string> nothing;
+
+// What can be operated while an overlay is selected.
+const std::vector<std::string> everything = {"lbl_Ovl",
+                                             "cmb_EffOverlay",
+                                             "but_EffDet",
+                                             "btn_OvlDel",
+                                             "ePTKWJobOverlayImage_Layering",
+                                             "ePTKWJobOverlayImage_PrintPerPage"};
+
+OverlayHome::Names twoOverlays() { return {{u"terms", u"00002.opa"}, {u"Letterhead", u"00001.opa"}}; }
+
+Refhost::Options withUserData() {
+  auto options = builtOptions();
+  options.settings = {{u"kilnworks.tips.userdata.support", u"True"}};
+  return options;
+}
+
+class OverlayGroup : public testing::Test {
+ protected:
+  OverlayGroup() { home.putUser(twoOverlays()); }
+  OverlayHome home;
+};
+
+TEST_F(OverlayGroup, ListsNoneAndMultipleThenTheOverlaysInOrderOfTheirNames) {
+  OverlayTab tab(home);
+  EXPECT_THAT(tab.items(), ElementsAre("None=None", "Multiple=Multiple", "00001.opa=Letterhead", "00002.opa=terms"));
+  EXPECT_EQ(tab.selected(), "None");
+}
+
+TEST_F(OverlayGroup, BeginsWithNoDestinationAfterItsConnections) {
+  const OverlayTab tab(home);
+  auto connections = Testing::connections(tab.announced);
+  std::erase_if(connections, [](const std::string& line) {
+    return line.find("Ovl") == line.npos && line.find("EffOverlay") == line.npos &&
+           line.find("but_EffDet") == line.npos && line.find("JobOverlayImage") == line.npos;
+  });
+  EXPECT_THAT(connections,
+              ElementsAre("change cmb_EffOverlay", "click but_EffDet", "click btn_OvlDel",
+                          "change ePTKWJobOverlayImage_Layering", "change ePTKWJobOverlayImage_PrintPerPage"));
+  EXPECT_EQ(sent(tab.announced).front(), "OvlDestCreated=False");
+}
+
+TEST_F(OverlayGroup, SendsOneOverlayWithItsFile) {
+  OverlayTab tab(home);
+  tab.choose(u"00001.opa");
+  const auto events = tab.world->take();
+  EXPECT_THAT(sent(events), ElementsAre("OverlaySel=00001.opa,OverlaySourceFileName=" + tab.userFile("00001.opa") +
+                                            ",OverlayImage=OverlayImage",
+                                        "OverlayName=Letterhead"));
+  EXPECT_THAT(widgetOperations(events),
+              ElementsAre("cmb_EffOverlay select 2", "btn_OvlDel enable",
+                          "ePTKWJobOverlayImage_PrintPerPage setEnabled true", "but_EffDet enable",
+                          "ePTKWJobOverlayImage_Layering setEnabled true"));
+  EXPECT_EQ(tab.operable(), everything);
+}
+
+TEST_F(OverlayGroup, SendsNoneAndIsThenOff) {
+  OverlayTab tab(home);
+  tab.choose(u"00001.opa");
+  tab.set(u"OverlayOccurance", u"PerPage");
+  tab.set(u"OverlayLayering", u"Overlay");
+  tab.world->take();
+  tab.choose(u"None");
+  EXPECT_THAT(sent(tab.world->take()),
+              ElementsAre("OverlaySel=None,OverlayImage=None",
+                          "OverlaySel=None,OverlayOccurance=None,OverlayLayering=Underlay", "OverlayName=None"));
+  EXPECT_THAT(tab.operable(), ElementsAre("lbl_Ovl", "cmb_EffOverlay"));
+  EXPECT_EQ(tab.value(u"OverlayOccurance"), "None");
+  EXPECT_EQ(tab.value(u"OverlayLayering"), "Underlay");
+}
+
+TEST_F(OverlayGroup, SendsSeveralOverlaysAndOpensTheirDialogAtOnce) {
+  OverlayTab tab(home);
+  tab.choose(u"Multiple");
+  const auto events = tab.world->take();
+  EXPECT_EQ(sent(events).front(), "OverlaySel=Multiple,OverlayImage=MultipleOverlayImage");
+  std::vector<std::string> steps;
+  for (const auto& event : events) {
+    if (event.op == "transition") steps.push_back(Testing::member(event, "pairs").substr(0, 10));
+    if (event.op == "load") steps.push_back(Testing::member(event, "url"));
+  }
+  EXPECT_EQ(steps.front(), "OverlaySel");
+  EXPECT_THAT(steps, Contains("chrome://effect/content/dlg_multipleoverlay.xul"));
+}
+
+TEST_F(OverlayGroup, OpensTheDialogOfSeveralByTheDetailsButton) {
+  OverlayTab tab(home);
+  tab.choose(u"00001.opa");
+  tab.world->take();
+  tab.button(u"but_EffDet").click();
+  bool isLoaded = false;
+  for (const auto& event : tab.world->take())
+    isLoaded |= Testing::member(event, "url") == "chrome://effect/content/dlg_multipleoverlay.xul";
+  EXPECT_TRUE(isLoaded);
+  EXPECT_EQ(tab.selected(), "00001.opa");
+}
+
+TEST_F(OverlayGroup, OffersNoDeletionOfSeveralAndPerPageOnlyWithSeveralPagesOnASheet) {
+  OverlayTab tab(home);
+  tab.set(u"OverlaySel", u"Multiple");
+  EXPECT_EQ(tab.selected(), "Multiple");
+  EXPECT_THAT(tab.operable(), ElementsAre("lbl_Ovl", "cmb_EffOverlay", "but_EffDet", "ePTKWJobOverlayImage_Layering"));
+  tab.set(u"Nin1", u"2in1");
+  tab.set(u"OverlaySel", u"Multiple");
+  EXPECT_THAT(tab.operable(), ElementsAre("lbl_Ovl", "cmb_EffOverlay", "but_EffDet", "ePTKWJobOverlayImage_Layering",
+                                          "ePTKWJobOverlayImage_PrintPerPage"));
+  EXPECT_EQ(tab.value(u"OverlayName"), "Multiple");
+}
+
+TEST(OverlayGroupOfAnEmptyStore, RefusesSeveral) {
+  const OverlayHome home;
+  OverlayTab tab(home);
+  tab.set(u"OverlayLayering", u"Overlay");
+  tab.world->take();
+  tab.set(u"OverlaySel", u"Multiple");
+  EXPECT_EQ(sent(tab.world->take()).front(),
+            "OverlaySel=None,OverlayImage=None,MultipleOverlayDetails=,OverlayOccurance=None,OverlayLayering=Underlay");
+  EXPECT_EQ(tab.value(u"OverlaySel"), "None");
+  EXPECT_EQ(tab.value(u"OverlayLayering"), "Underlay");
+  EXPECT_EQ(tab.selected(), "None");
+}
+
+TEST_F(OverlayGroup, SelectsByTheValueAndOnlyThenByTheLabel) {
+  home.putUser({{u"00002.opa", u"00001.opa"}, {u"other", u"00002.opa"}, {u"third", u"00003.opa"}});
+  OverlayTab tab(home);
+  tab.set(u"OverlaySel", u"00002.opa");
+  EXPECT_EQ(tab.selected(), "00002.opa");
+  tab.set(u"OverlaySel", u"third");
+  EXPECT_EQ(tab.selected(), "00003.opa");
+  tab.set(u"OverlaySel", u"99999.opa");
+  EXPECT_EQ(tab.selected(), "None");
+}
+
+TEST_F(OverlayGroup, FollowsTheLayeringAndTheOccurrence) {
+  OverlayTab tab(home);
+  tab.choose(u"00001.opa");
+  tab.set(u"OverlayLayering", u"Overlay");
+  tab.set(u"OverlayOccurance", u"PerPage");
+  EXPECT_TRUE(tab.world->box(u"ePTKWJobOverlayImage_Layering").isChecked());
+  EXPECT_TRUE(tab.world->box(u"ePTKWJobOverlayImage_PrintPerPage").isChecked());
+  tab.set(u"OverlayLayering", u"Underlay");
+  tab.set(u"OverlayOccurance", u"None");
+  EXPECT_FALSE(tab.world->box(u"ePTKWJobOverlayImage_Layering").isChecked());
+  EXPECT_FALSE(tab.world->box(u"ePTKWJobOverlayImage_PrintPerPage").isChecked());
+}
+
+TEST_F(OverlayGroup, WritesTheLayeringAndTheOccurrenceOfItsBoxes) {
+  OverlayTab tab(home);
+  tab.choose(u"00001.opa");
+  tab.world->take();
+  for (int i = 0; i < 2; ++i) tab.world->box(u"ePTKWJobOverlayImage_Layering").click();
+  for (int i = 0; i < 2; ++i) tab.world->box(u"ePTKWJobOverlayImage_PrintPerPage").click();
+  EXPECT_THAT(sent(tab.world->take()), ElementsAre("OverlayLayering=Overlay", "OverlayLayering=Underlay",
+                                                   "OverlayOccurance=PerPage", "OverlayOccurance=None"));
+}
+
+TEST_F(OverlayGroup, ThatIsUnavailableIsOffWithoutATransition) {
+  OverlayTab tab(home);
+  tab.choose(u"00001.opa");
+  tab.world->box(u"ePTKWJobOverlayImage_Layering").click();
+  tab.world->take();
+  tab.world->preferences.setAvailable(u"OverlayImage", u"OverlayImage", false);
+  const auto events = tab.world->take();
+  EXPECT_THAT(widgetOperations(events),
+              ElementsAre("lbl_Ovl setEnabled false", "cmb_EffOverlay select 0", "cmb_EffOverlay disable",
+                          "but_EffDet disable", "btn_OvlDel disable", "ePTKWJobOverlayImage_Layering setChecked false",
+                          "ePTKWJobOverlayImage_Layering setEnabled false",
+                          "ePTKWJobOverlayImage_PrintPerPage setChecked false",
+                          "ePTKWJobOverlayImage_PrintPerPage setEnabled false"));
+  EXPECT_THAT(sent(events), IsEmpty());
+  EXPECT_EQ(tab.operable(), nothing);
+}
+
+TEST_F(OverlayGroup, ThatIsAvailableAgainOffersWhatTheListSelects) {
+  OverlayTab tab(home);
+  const auto backWith = [&tab](std::int32_t item) {
+    tab.world->preferences.setAvailable(u"OverlayImage", u"OverlayImage", false);
+    tab.list().select(item);
+    tab.world->preferences.setAvailable(u"OverlayImage", u"OverlayImage", true);
+    return tab.operable();
+  };
+  EXPECT_THAT(backWith(0), ElementsAre("lbl_Ovl", "cmb_EffOverlay"));
+  EXPECT_THAT(backWith(1), ElementsAre("lbl_Ovl", "cmb_EffOverlay", "but_EffDet", "ePTKWJobOverlayImage_Layering"));
+  EXPECT_EQ(backWith(2), everything);
+  tab.set(u"Nin1", u"4in1");
+  EXPECT_THAT(backWith(1), ElementsAre("lbl_Ovl", "cmb_EffOverlay", "but_EffDet", "ePTKWJobOverlayImage_Layering",
+                                       "ePTKWJobOverlayImage_PrintPerPage"));
+}
+
+TEST_F(OverlayGroup, FollowsTheOccurrencesAvailabilityAndNotTheLayerings) {
+  OverlayTab tab(home);
+  tab.choose(u"00001.opa");
+  tab.world->preferences.setAvailable(u"OverlayOccurance", u"PerPage", false);
+  tab.world->preferences.setAvailable(u"OverlayLayering", u"Overlay", false);
+  EXPECT_FALSE(tab.isEnabled(u"ePTKWJobOverlayImage_PrintPerPage"));
+  EXPECT_TRUE(tab.isEnabled(u"ePTKWJobOverlayImage_Layering"));
+}
+
+TEST_F(OverlayGroup, ShowsTheThumbnailOfTheSelectedOverlay) {
+  Testing::writeFile(home.userFolder() / "00001.bmp", bitmap(2, 3));
+  OverlayTab tab(home);
+  EXPECT_EQ(tab.picture(), "");
+  tab.choose(u"00001.opa");
+  EXPECT_EQ(tab.picture(), tab.userFile("00001.bmp"));
+  tab.choose(u"00002.opa");
+  EXPECT_EQ(tab.picture(), "") << "its thumbnail is no bitmap";
+  tab.choose(u"00001.opa");
+  tab.choose(u"None");
+  EXPECT_EQ(tab.picture(), "");
+}
+
+TEST_F(OverlayGroup, TellsOfUserDataByItsPicturesInTheTabOnly) {
+  constexpr const char* tip = "chrome://base/content/bitmaps/tips_UD_tb.bmp";
+  const auto captionHasTip = [](OverlayTab& tab) {
+    return bool(tab.world->widget<Refhost::Label>(u"lbl_Ovl").image());
+  };
+  OverlayTab tab(home, withUserData());
+  EXPECT_EQ(tab.picture(), tip);
+  EXPECT_TRUE(captionHasTip(tab));
+  auto options = withUserData();
+  options.mode = Refhost::Mode::pdc;
+  OverlayTab defaults(home, options);
+  EXPECT_EQ(defaults.picture(), "");
+  EXPECT_FALSE(captionHasTip(defaults));
+  OverlayTab off(home);
+  EXPECT_EQ(off.picture(), "");
+  EXPECT_FALSE(captionHasTip(off));
+}
+
+TEST_F(OverlayGroup, LosesADeletedOverlayFromDiskAndListAndSelection) {
+  OverlayTab tab(home);
+  tab.choose(u"00001.opa");
+  tab.world->take();
+  tab.remove();
+  const auto events = tab.world->take();
+  EXPECT_THAT(tab.dialogs, ElementsAre("chrome://base/content/dlg_confirmdelete.xul"));
+  EXPECT_THAT(tab.items(), ElementsAre("None=None", "Multiple=Multiple", "00002.opa=terms"));
+  EXPECT_EQ(tab.selected(), "None");
+  EXPECT_THAT(sent(events),
+              ElementsAre("OverlaySel=None,OverlayImage=None",
+                          "OverlaySel=None,OverlayOccurance=None,OverlayLayering=Underlay", "OverlayName=None"));
+  std::vector<std::string> files;
+  for (const auto& event : events)
+    if (event.op == "write" || event.op == "delete") files.push_back(event.op + " " + Testing::member(event, "path"));
+  EXPECT_THAT(files, ElementsAre("delete profile/overlays/00001.bmp", "delete profile/overlays/00001.opa",
+                                 "write profile/overlays/ovlNmFl.flo"));
+  EXPECT_EQ(home.userIndex(), recordBytes(u"terms", u"00002.opa"));
+  using Entries = std::filesystem::directory_iterator;
+  EXPECT_EQ(std::distance(Entries(home.userFolder()), Entries()), 3) << "the index, the other overlay, its thumbnail";
+}
+
+TEST_F(OverlayGroup, LeavesATrueIndexWhenTheLastOverlayIsDeleted) {
+  home.putUser({{u"only", u"00001.opa"}});
+  std::filesystem::remove(home.userFolder() / "00002.opa");
+  OverlayTab tab(home);
+  tab.choose(u"00001.opa");
+  tab.remove();
+  EXPECT_EQ(home.userIndex(), "");
+  EXPECT_THAT(OverlayTab(home).items(), ElementsAre("None=None", "Multiple=Multiple"));
+}
+
+TEST_F(OverlayGroup, DeletesNothingWithoutAYes) {
+  OverlayTab tab(home);
+  tab.choose(u"00001.opa");
+  tab.onDialog = [](Refhost::Dialog& dialog) { dialog.cancel(); };
+  tab.button(u"btn_OvlDel").click();
+  EXPECT_TRUE(std::filesystem::exists(home.userFolder() / "00001.opa"));
+  EXPECT_EQ(tab.items().size(), 4U);
+  EXPECT_EQ(tab.selected(), "00001.opa");
+}
+
+TEST_F(OverlayGroup, WorksWithEveryWidgetMissing) {
+  for (const char16_t* id : {u"lbl_Ovl", u"cmb_EffOverlay", u"but_EffDet", u"btn_OvlDel", u"img_EffOverlay",
+                             u"ePTKWJobOverlayImage_Layering", u"ePTKWJobOverlayImage_PrintPerPage"}) {
+    auto options = withUserData();
+    options.withoutWidgets.insert(id);
+    OverlayTab tab(home, options);
+    for (const char16_t* selection : {u"00001.opa", u"Multiple", u"None"}) tab.set(u"OverlaySel", selection);
+    tab.world->preferences.setAvailable(u"OverlayImage", u"OverlayImage", false);
+    tab.world->preferences.setAvailable(u"OverlayImage", u"OverlayImage", true);
+    EXPECT_THAT(tab.world->face.failures, IsEmpty()) << toNarrow(id);
+  }
+}
+
+// The user's data lies in the folder that the print path knows it by.
+struct UserDataHome : OverlayHome {
+  UserDataHome() {
+    putUser({{u"form", u"00001.opa"}, {u"mine", u"00002.opa"}});
+    put(local(), {{u"form", u"00001.opa"}, {u"a theirs", u"00003.opa"}});
+  }
+  Path local() const { return folder.path / "local" / "userdata" / "department" / "overlays"; }
+  Refhost::Options options() const {
+    auto options = withUserData();
+    options.settings.emplace_back(u"kilnworks.user.localdata.path", (folder.path / "local" / "userdata").u16string());
+    return options;
+  }
+};
+
+TEST(DownloadedOverlays, AreTheMarkedOnesWhereTheSourceIsUserData) {
+  const UserDataHome home;
+  OverlayTab tab(home, home.options());
+  EXPECT_THAT(tab.items(), ElementsAre("None=None", "Multiple=Multiple", "00003.opa=a theirs*", "00001.opa=form",
+                                       "00001.opa=form*", "00002.opa=mine"));
+  tab.set(u"OverlaySourceFileName", (home.local() / "00001.opa").u16string());
+  tab.set(u"OverlaySel", u"00001.opa");
+  EXPECT_EQ(tab.list().selection(), 4);
+  tab.set(u"OverlaySourceFileName", u"C:\\local\\userdata\\department\\overlays\\00001.opa");
+  tab.set(u"OverlaySel", u"form");
+  EXPECT_EQ(tab.list().selection(), 4);
+}
+
+TEST(DownloadedOverlays, AreNotMeantByAnUnmarkedOnesName) {
+  const UserDataHome home;
+  OverlayTab tab(home, home.options());
+  tab.set(u"OverlaySourceFileName", u"C:\\local\\userdata\\x.opa");
+  tab.set(u"OverlaySel", u"mine");
+  EXPECT_EQ(tab.list().selection(), 0);
+}
+
+TEST(DownloadedOverlays, AreNotPreferredElsewhere) {
+  const UserDataHome home;
+  OverlayTab tab(home, home.options());
+  tab.set(u"OverlaySourceFileName", (home.userFolder() / "00001.opa").u16string());
+  tab.set(u"OverlaySel", u"00001.opa");
+  EXPECT_EQ(tab.list().selection(), 3);
+}
+
+TEST(DownloadedOverlays, StayChosenBesideAnOwnOneOfTheSameFileName) {
+  const UserDataHome home;
+  OverlayTab tab(home, home.options());
+  for (const std::int32_t chosen : {4, 3, 4}) {
+    tab.list().choose(chosen);
+    EXPECT_EQ(tab.list().selection(), chosen);
+    const auto folder = chosen == 4 ? home.local() : home.userFolder();
+    EXPECT_EQ(tab.value(u"OverlaySourceFileName"), (folder / "00001.opa").generic_string());
+  }
+}
+
+TEST(DownloadedOverlays, AreDeletedWithTheirOwnFile) {
+  const UserDataHome home;
+  OverlayTab tab(home, home.options());
+  tab.list().choose(4);
+  tab.remove();
+  EXPECT_FALSE(std::filesystem::exists(home.local() / "00001.opa"));
+  EXPECT_TRUE(std::filesystem::exists(home.userFolder() / "00001.opa"));
+  EXPECT_THAT(tab.items(),
+              ElementsAre("None=None", "Multiple=Multiple", "00003.opa=a theirs*", "00001.opa=form", "00002.opa=mine"));
+  EXPECT_EQ(bytesOf(OverlayHome::index(home.local())), recordBytes(u"a theirs", u"00003.opa"));
+}
+
+TEST_F(OverlayGroup, KeepsASourceFileThatIsThere) {
+  OverlayTab tab(home);
+  Testing::writeFile(home.folder.path / "elsewhere.opa", "");
+  const auto source = (home.folder.path / "elsewhere.opa").u16string();
+  tab.set(u"OverlaySourceFileName", source);
+  tab.set(u"OverlaySel", u"00001.opa");
+  EXPECT_EQ(tab.value(u"OverlaySourceFileName"), inSlashes(toNarrow(source)));
+}
+
+TEST_F(OverlayGroup, FindsAMovedSourceFileByItsNameInTheStore) {
+  OverlayTab tab(home);
+  for (const char16_t* source : {u"C:\\old\\00001.opa", u"/old/00001.opa", u"00001.opa", u"/old\\00001.opa"}) {
+    tab.set(u"OverlaySourceFileName", source);
+    tab.set(u"OverlaySel", u"00001.opa");
+    EXPECT_EQ(tab.value(u"OverlaySourceFileName"), tab.userFile("00001.opa")) << toNarrow(source);
+  }
+}
+
+TEST_F(OverlayGroup, DropsASourceFileThatNobodyHas) {
+  OverlayTab tab(home);
+  for (const char16_t* source : {u"C:\\old\\00009.opa", u"..", u"/", u"None"}) {
+    tab.set(u"OverlaySourceFileName", source);
+    tab.set(u"OverlaySel", u"00001.opa");
+    EXPECT_EQ(tab.value(u"OverlaySourceFileName"), "") << toNarrow(source);
+  }
+}
+
+TEST_F(OverlayGroup, ValidatesEachFileOfSeveral) {
+  OverlayTab tab(home);
+  Testing::writeFile(home.folder.path / "here.opa", "");
+  const std::string here = (home.folder.path / "here.opa").generic_string();
+  tab.set(u"OverlaySourceFileName",
+          Refhost::toWide(here + ";1;2$C:\\old\\00002.opa;Even$/gone/00007.opa;Odd$;$no pages$/old/00001.opa$"));
+  tab.world->take();
+  tab.set(u"OverlaySel", u"Multiple");
+  const std::string expected = here + ";1;2$" + tab.userFile("00002.opa") + ";Even$" + tab.userFile("00001.opa") + ";$";
+  EXPECT_THAT(sent(tab.world->take()), ElementsAre("OverlaySourceFileName=" + expected, "OverlayName=Multiple"));
+  EXPECT_EQ(tab.value(u"OverlaySourceFileName"), expected);
+}
+
+TEST_F(OverlayGroup, HasNoSourceWhenTheOnlyFileOfSeveralIsGone) {
+  OverlayTab tab(home);
+  tab.set(u"OverlaySourceFileName", u"/gone/00007.opa;All$");
+  tab.set(u"OverlaySel", u"Multiple");
+  EXPECT_EQ(tab.value(u"OverlaySourceFileName"), "");
+}
+
+TEST_F(OverlayGroup, SendsNothingForASourceThatIsValid) {
+  OverlayTab tab(home);
+  tab.set(u"OverlaySourceFileName", Refhost::toWide(tab.userFile("00001.opa") + ";All$"));
+  tab.world->take();
+  tab.set(u"OverlaySel", u"Multiple");
+  EXPECT_THAT(sent(tab.world->take()), ElementsAre("OverlayName=Multiple"));
+}
+
+TEST_F(OverlayGroup, ReadsASourceOfTenMegabytesInTimeLinearInIt) {
+  OverlayTab tab(home);
+  tab.set(u"OverlaySourceFileName", std::u16string(10'000'000, u'$'));
+  tab.set(u"OverlaySel", u"Multiple");
+  EXPECT_EQ(tab.value(u"OverlaySourceFileName"), "");
+}
+
+TEST_F(OverlayGroup, ComesBackWithItsSelection) {
+  auto options = builtOptions();
+  options.properties = {{u"OverlaySel", u"00002.opa"},
+                        {u"OverlayImage", u"OverlayImage"},
+                        {u"OverlaySourceFileName", (home.userFolder() / "00002.opa").u16string()}};
+  OverlayTab tab(home, options);
+  EXPECT_EQ(tab.selected(), "00002.opa");
+  EXPECT_EQ(tab.value(u"OverlayName"), "terms");
+  EXPECT_EQ(tab.operable(), everything);
+}
+
+}  // namespace

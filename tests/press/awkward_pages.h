@@ -1,0 +1,19 @@
+#pragma once
+
+#include <ostream>
+#include <vector>
+
+#include "tests/press/rendering.h"
+#include "tests/press/test_job.h"
+
+/// A page that tools get wrong.
+struct AwkwardPage {
+  const char* name;
+  TestJob job;
+  Renderer renderer = Renderer::poppler;  ///< One that shows the untouched page as it is meant.
+  int tolerance = 0;
+};
+
+inline void PrintTo(const AwkwardPage& page, std::ostream* out) { *out << page.name; }
+
+std::vector<AwkwardPage> awkwardPages();

@@ -1,0 +1,34 @@
+// Folders of a test's own, and what is in them.
+#pragma once
+
+#include "host/temporary_folder.h"
+#include "tests/support/host_world.h"
+
+#include <filesystem>
+#include <map>
+#include <string>
+
+namespace Testing {
+
+// All files below a folder: their bytes by their path below it, and folders with "/" at the end.
+using Tree = std::map<std::string, std::string>;
+
+inline Tree treeOf(const std::filesystem::path& folder) {
+  Tree tree;
+  if (!std::filesystem::exists(folder)) return tree;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+    const std::string name = entry.path().lexically_relative(folder).generic_string();
+    if (entry.is_directory())
+      tree[name + "/"] = "";
+    else
+      tree[name] = bytesOf(entry.path());
+  }
+  return tree;
+}
+
+inline void put(const std::filesystem::path& file, std::string_view bytes) {
+  std::filesystem::create_directories(file.parent_path());
+  writeFile(file, bytes);
+}
+
+}  // namespace Testing

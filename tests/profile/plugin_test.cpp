@@ -1,0 +1,271 @@
+// The plug-in's part in profiles: what it writes at the export signal, and how it takes up what an import has put in place.
+#include "tests/profile/plugin_run.h"
+
+#include "host/allocator.h"
+#include "host/profiles/profile_event.h"
+
+namespace {
+
+using namespace Testing;
+using testing::AllOf;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Key;
+using testing::Not;
+using testing::UnorderedElementsAre;
+using Path = std::filesystem::path;
+
+class Plugin : public ProfileHomes {};
+
+// Exporting.
+
+TEST_F(Plugin, ExportsItsStoresIntoTheLocation) {
+  putWatermarkFile(home, watermark("WM_1", "Draft"));
+  putOverlays(overlaysOf(home), {{u"Form", u"12345.opa"}, {u"Letterhead", u"23456.opa"}});
+  PluginRun run(home);
+  EXPECT_EQ(run.exportTo("p"), home / "localdata" / "p");
+  const Tree exported = treeOf(home / "localdata" / "p");
+  EXPECT_THAT(exported, UnorderedElementsAre(Key("ZVeffect.xml"), Key("overlays/"), Key("overlays/ovlNmFl.flo"),
+                                             Key("overlays/12345.opa"), Key("overlays/12345.bmp"),
+                                             Key("overlays/23456.opa"), Key("overlays/23456.bmp")));
+  EXPECT_EQ(exported.at("ZVeffect.xml"), bytesOf(home / "user" / "ZVeffect.xml"));
+  for (const auto& [name, bytes] : treeOf(overlaysOf(home))) EXPECT_EQ(exported.at("overlays/" + name), bytes) << name;
+}
+
+TEST_F(Plugin, ExportsIntoTheTargetItselfWhenThatIsAbsolute) {
+  PluginRun run(home);
+  EXPECT_EQ(run.exportTo(folder.path() / "elsewhere"), folder.path() / "elsewhere");
+  EXPECT_TRUE(std::filesystem::exists(folder.path() / "elsewhere" / "ZVeffect.xml"));
+  EXPECT_FALSE(std::filesystem::exists(home / "localdata"));
+}
+
+TEST_F(Plugin, ExportsOnlyWhenUserDataIsWanted) {
+  PluginRun run(home);
+  for (const char16_t* include : {u"true", u"False", u"TRUE", u"1", u"", u"True "}) {
+    run.world.preferences.exportProfile("p", include);
+    EXPECT_FALSE(std::filesystem::exists(home / "localdata")) << Refhost::toNarrow(include);
+  }
+  run.world.preferences.exportProfile("p", u"True");
+  EXPECT_TRUE(std::filesystem::exists(home / "localdata" / "p" / "ZVeffect.xml"));
+}
+
+TEST_F(Plugin, ExportsNothingWhereThereIsNoLocalData) {
+  auto options = optionsFor(home);
+  options.settings.emplace_back(u"kilnworks.user.localdata.path", std::nullopt);
+  PluginRun run(options);
+  const Tree before = treeOf(folder.path());
+  EXPECT_EQ(run.world.preferences.exportProfile("p", u"True"), std::nullopt);
+  EXPECT_EQ(treeOf(folder.path()), before);
+}
+
+TEST_F(Plugin, ExportsOverlaysIntoTheSettingsFolder) {
+  auto options = optionsFor(home);
+  options.settings.emplace_back(u"kilnworks.pdlsettings.folder", u"pdl/forms");
+  putOverlays(home / "profile" / "pdl" / "forms", {{u"Form", u"12345.opa"}});
+  PluginRun run(options);
+  const Path location = run.exportTo("p");
+  EXPECT_TRUE(std::filesystem::exists(location / "pdl" / "forms" / "12345.opa"));
+}
+
+TEST_F(Plugin, ExportsWhatWasChangedSinceTheOpening) {
+  PluginRun run(home);
+  run.deleteWatermark(u"2");
+  const Path location = run.exportTo(folder.path() / "p");
+  EXPECT_EQ(bytesOf(location / "ZVeffect.xml"), bytesOf(home / "user" / "ZVeffect.xml"));
+  EXPECT_THAT(bytesOf(location / "ZVeffect.xml"), AllOf(HasSubstr("<_x0031_>"), Not(HasSubstr("<_x0032_>"))));
+}
+
+// A store that is not merged is saved, and another is built over the same files: one that sees what others have written.
+TEST_F(Plugin, ExportsTheFilesAsTheyAreNow) {
+  PluginRun run(home);
+  putWatermarkFile(home, watermark("WM_9", "Of another process"));
+  putOverlays(overlaysOf(home), {{u"Form", u"12345.opa"}});
+  const Path location = run.exportTo(folder.path() / "p");
+  EXPECT_THAT(bytesOf(location / "ZVeffect.xml"), HasSubstr("Of another process"));
+  EXPECT_TRUE(std::filesystem::exists(location / "overlays" / "12345.opa"));
+}
+
+// A merged store is exported as it is.
+TEST_F(Plugin, ExportsAMergedStoreItself) {
+  for (const char* data : {"a", "b"}) {
+    put(home / "localdata" / data / "ZVeffect.xml", watermarkFile(watermark(std::string("WM_") + data, data)));
+    putOverlays(home / "localdata" / data / "overlays", {{Refhost::toWide(data), Refhost::toWide(data) + u".opa"}});
+  }
+  PluginRun run(home);
+  putWatermarkFile(home, watermark("WM_9", "Of another process"));
+  putOverlays(overlaysOf(home), {{u"Form", u"12345.opa"}});
+  const Path location = run.exportTo(folder.path() / "p");
+  EXPECT_THAT(bytesOf(location / "ZVeffect.xml"),
+              AllOf(HasSubstr("<WM_a>"), HasSubstr("<WM_b>"), Not(HasSubstr("Of another process")),
+                    Not(HasSubstr("OrigId")), Not(HasSubstr("SourceFile"))));
+  EXPECT_TRUE(std::filesystem::exists(location / "overlays" / "b.opa"));
+  EXPECT_FALSE(std::filesystem::exists(location / "overlays" / "12345.opa"));
+}
+
+TEST_F(Plugin, ExportThatCannotBeWrittenIsToldByTheHost) {
+  PluginRun run(home);
+  writeFile(folder.path() / "file", "a file where a folder belongs");
+  EXPECT_THROW(run.exportTo(folder.path() / "file" / "p"), std::runtime_error);
+  EXPECT_THAT(run.world.face.failures, IsEmpty());
+}
+
+TEST_F(Plugin, ExportedProfileIsReadAsDownloadedDataByAnotherHome) {
+  putWatermarkFile(home, watermark("WM_1", "Draft"));
+  putOverlays(overlaysOf(home), {{u"Form", u"12345.opa"}});
+  PluginRun(home).exportTo(other / "localdata" / "any");
+  auto options = optionsFor(other);
+  options.settings.emplace_back(u"kilnworks.tips.userdata.support", u"True");
+  PluginRun run(options);
+  EXPECT_THAT(run.watermarks(), Contains("WM_1_G=Draft*"));
+  EXPECT_THAT(run.overlays(), Contains("12345.opa=Form*"));
+}
+
+// Importing.
+
+TEST_F(Plugin, ImportSelectsBothAgainInOneTransition) {
+  putWatermarkFile(home, watermark("WM_1", "Draft"));
+  putOverlays(overlaysOf(home), {{u"Form", u"12345.opa"}});
+  PluginRun run(home);
+  run.world.preferences.set(u"WatermarkSel", u"WM_1");
+  run.world.preferences.set(u"OverlaySel", u"12345.opa");
+  run.world.take();
+  run.world.preferences.importProfile("p", {});
+  EXPECT_THAT(transitions(run.world.take()), Contains("WatermarkSel=WM_1,OverlaySel=12345.opa").Times(1));
+  EXPECT_EQ(run.value(u"WatermarkText"), "Draft");
+}
+
+TEST_F(Plugin, ImportFillsTheListsAnewInOrderAndSelected) {
+  PluginRun run(home);
+  putWatermarkFile(home, watermark("WM_1", "pear") + watermark("WM_2", "Apple") + watermark("WM_3", "orange"));
+  putOverlays(overlaysOf(home), {{u"pear", u"11111.opa"}, {u"Apple", u"22222.opa"}, {u"orange", u"33333.opa"}});
+  run.world.preferences.importProfile("p", {{u"WatermarkSel", u"WM_3"},
+                                            {u"Watermark", u"Watermark"},
+                                            {u"OverlaySel", u"33333.opa"},
+                                            {u"OverlayImage", u"OverlayImage"}});
+  EXPECT_THAT(run.watermarks(), ElementsAre("0=None", "WM_2=Apple", "WM_3=orange", "WM_1=pear"));
+  EXPECT_EQ(run.watermarkList().selectedItem()->value().view(), u"WM_3");
+  EXPECT_THAT(run.overlays(), ElementsAre("None=None", "Multiple=Multiple", "22222.opa=Apple", "33333.opa=orange",
+                                          "11111.opa=pear"));
+  EXPECT_EQ(run.overlayList().selectedItem()->value().view(), u"33333.opa");
+  EXPECT_EQ(run.value(u"Watermark"), "Watermark");
+  EXPECT_EQ(run.value(u"WatermarkText"), "orange");
+  EXPECT_EQ(run.value(u"OverlayImage"), "OverlayImage");
+  EXPECT_EQ(run.value(u"OverlayName"), "orange");
+  EXPECT_TRUE(run.isEnabled(u"btn_WMEdit"));
+  EXPECT_TRUE(run.isEnabled(u"btn_OvlDel"));
+  EXPECT_THAT(run.world.face.failures, IsEmpty());
+}
+
+TEST_F(Plugin, ImportMarksDownloadedData) {
+  auto options = optionsFor(home);
+  options.settings.emplace_back(u"kilnworks.tips.userdata.support", u"True");
+  PluginRun run(options);
+  put(home / "localdata" / "a" / "ZVeffect.xml", watermarkFile(watermark("WM_a", "Theirs")));
+  putOverlays(home / "localdata" / "a" / "overlays", {{u"Theirs", u"12345.opa"}});
+  run.world.preferences.importProfile("p", {});
+  EXPECT_THAT(run.watermarks(), Contains("WM_a_G=Theirs*"));
+  EXPECT_THAT(run.overlays(), Contains("12345.opa=Theirs*"));
+}
+
+TEST_F(Plugin, ImportOfAFullStoreDisablesTheAddButton) {
+  PluginRun run(home);
+  EXPECT_TRUE(run.isEnabled(u"btn_WMAdd"));
+  const auto import = [&](int count) {
+    std::string records;
+    for (int i = 0; i < count; ++i) records += watermark("WM_" + std::to_string(i), "Name " + std::to_string(i));
+    putWatermarkFile(home, records);
+    run.world.preferences.importProfile("p", {});
+  };
+  import(20);
+  EXPECT_FALSE(run.isEnabled(u"btn_WMAdd"));
+  import(19);
+  EXPECT_TRUE(run.isEnabled(u"btn_WMAdd"));
+  import(21);
+  EXPECT_FALSE(run.isEnabled(u"btn_WMAdd"));
+}
+
+TEST_F(Plugin, ImportWithoutWhatIsSelectedFallsBackToNone) {
+  putWatermarkFile(home, watermark("WM_1", "Draft"));
+  putOverlays(overlaysOf(home), {{u"Form", u"12345.opa"}});
+  PluginRun run(home);
+  run.world.preferences.set(u"WatermarkSel", u"WM_1");
+  run.world.preferences.set(u"OverlaySel", u"12345.opa");
+  putWatermarkFile(home, watermark("WM_2", "Other"));
+  std::filesystem::remove_all(overlaysOf(home));
+  run.world.preferences.importProfile("p", {});
+  EXPECT_EQ(run.watermarkList().selectedItem()->value().view(), u"0");
+  EXPECT_EQ(run.overlayList().selectedItem()->value().view(), u"None");
+  EXPECT_EQ(run.value(u"WatermarkText"), "");
+  EXPECT_EQ(run.value(u"OverlaySourceFileName"), "");
+  EXPECT_THAT(run.world.face.failures, IsEmpty());
+}
+
+// The paths of another machine lead nowhere; the overlay is found by its file's name.
+TEST_F(Plugin, ImportFindsTheOverlaysOfAnotherMachine) {
+  PluginRun run(home);
+  putOverlays(overlaysOf(home), {{u"Form", u"12345.opa"}});
+  run.world.preferences.importProfile(
+      "p", {{u"OverlaySel", u"12345.opa"}, {u"OverlaySourceFileName", u"C:\\Users\\a\\overlays\\12345.opa"}});
+  EXPECT_EQ(run.value(u"OverlaySourceFileName"), (overlaysOf(home) / "12345.opa").string());
+}
+
+TEST_F(Plugin, ImportIsOneActionThatUndoTakesBack) {
+  PluginRun run(home);
+  run.world.preferences.importProfile("p", {{u"MirrorImage", u"MirrorImage"}, {u"Rotate180", u"Rotate180"}});
+  EXPECT_EQ(run.value(u"MirrorImage"), "MirrorImage");
+  EXPECT_TRUE(run.world.box(u"ePTKWPageMirrorImage").isChecked());
+  run.world.preferences.undo();
+  EXPECT_EQ(run.value(u"MirrorImage"), "None");
+  EXPECT_EQ(run.value(u"Rotate180"), "None");
+  EXPECT_FALSE(run.world.preferences.canUndo());
+}
+
+TEST_F(Plugin, ImportTakesNoFactsOfThePrinterAndNoStrangers) {
+  PluginRun run(home);
+  run.world.preferences.importProfile("p", {{u"ModelNumber", u"KVT"}, {u"NoSuchProperty", u"1"}});
+  EXPECT_EQ(run.value(u"ModelNumber"), "");
+  EXPECT_THAT(run.world.face.failures, IsEmpty());
+}
+
+// The one block that there is memory for is the event's. The next selection finds no store, and builds one.
+TEST_F(Plugin, ImportWithoutMemoryForAStoreLeavesItEmpty) {
+  PluginRun run(home);
+  putWatermarkFile(home, watermark("WM_9", "New"));
+  Refhost::heap().failAfter(1);
+  run.world.preferences.importProfile("p", {});
+  Refhost::heap().failAfter(-1);
+  EXPECT_FALSE(run.world.face.failures.empty());
+  EXPECT_THAT(run.watermarks(), Contains("1=Confidential"));
+  run.world.preferences.set(u"WatermarkSel", u"WM_9");
+  EXPECT_EQ(run.value(u"WatermarkText"), "New");
+}
+
+TEST_F(Plugin, HearsNoProfilesWithoutATab) {
+  auto options = optionsFor(home);
+  options.mode = Refhost::Mode::rootless;
+  PluginRun run(options);
+  run.world.preferences.exportProfile("p", u"True");
+  run.world.preferences.importProfile("p", {});
+  EXPECT_FALSE(std::filesystem::exists(home / "localdata"));
+}
+
+TEST(ProfileEvent, HasItsArguments) {
+  Refhost::Trace trace;
+  const Refhost::FileWorld files{Refhost::realDisk(), trace, "/home", {}};
+  Refhost::ProfileEvent event(files, "p", u"True");
+  EXPECT_TRUE(event.property(u"IncludeUserdata")->equals(u"True"));
+  EXPECT_FALSE(event.property(u"includeuserdata"));
+  EXPECT_FALSE(Refhost::ProfileEvent(files, "p", std::nullopt).property(u"IncludeUserdata"));
+}
+
+TEST(ProfileLocation, IsInTheLocalDataUnlessTheTargetIsAbsolute) {
+  EXPECT_EQ(Refhost::profileLocation("/home/localdata", "p"), Path("/home/localdata/p"));
+  EXPECT_EQ(Refhost::profileLocation("/home/localdata", "p/q"), Path("/home/localdata/p/q"));
+#ifndef _WIN32
+  EXPECT_EQ(Refhost::profileLocation("/home/localdata", "/tmp/p"), Path("/tmp/p"));
+#endif
+}
+
+}  // namespace

@@ -1,0 +1,92 @@
+// Profiles and homes made by hand, without a plug-in.
+#pragma once
+
+#include "tests/profile/folders.h"
+
+#include "host/kept_settings.h"
+#include "host/profiles/overlay_index.h"
+#include "host/profiles/profile.h"
+#include "host/unicode.h"
+
+#include <gmock/gmock.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace Testing {
+
+inline const Refhost::Progress goOn = [](int, int) { return true; };
+
+// A record of a watermark file, by its id as XML can carry it.
+inline std::string watermark(const std::string& id, const std::string& name, const std::string& colour = "#808080") {
+  return "  <" + id + ">\n    <label>" + name + "</label>\n    <stylename>" + name + "</stylename>\n    <colour>" + colour +
+         "</colour>\n    <value>" + id + "</value>\n    <downloaded>False</downloaded>\n  </" + id + ">\n";
+}
+
+inline const std::string noneRecord =
+    "  <_x0030_>\n    <label>$IDS_NONE;</label>\n    <stylename>$IDS_NONE;</stylename>\n  </_x0030_>\n";
+
+// As the host writes it.
+inline std::string watermarkFile(const std::string& records) {
+  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Watermarks>\n" + noneRecord + records + "</Watermarks>\n";
+}
+
+using Overlays = std::vector<std::pair<std::u16string, std::u16string>>;  // name, file
+
+// An index with the files that it lists: the content of each is its name and `content`, and it has a thumbnail.
+inline void putOverlays(const std::filesystem::path& folder, const Overlays& overlays, const std::string& content = "") {
+  std::vector<Refhost::OverlayEntry> entries;
+  for (const auto& [name, file] : overlays) {
+    entries.push_back({name, file});
+    put(folder / file, "form " + Refhost::toNarrow(name) + content);
+    put(folder / Refhost::thumbnailOf(file), "picture " + Refhost::toNarrow(name) + content);
+  }
+  put(folder / "ovlNmFl.flo", Refhost::overlayIndexBytes(entries));
+}
+
+// A profile in the making: its files in a folder, and a home of a test's own to import it into.
+class ProfileWorld : public testing::Test {
+ protected:
+  ProfileWorld() { putManifest({{u"MirrorImage", u"MirrorImage"}}); }
+
+  void putManifest(const Refhost::TracePairs& values) {
+    put(from / "profile.xml", Refhost::manifestBytes({u"standard", values}));
+  }
+  void putWatermarks(const std::string& records) { put(from / "ZVeffect.xml", watermarkFile(records)); }
+
+  void pack() { Refhost::pack(Refhost::realDisk(), from, "profile.xml", file, {}, goOn); }
+
+  // Into the home, with settings that are kept.
+  Refhost::Manifest importPacked(Refhost::Disk& disk = Refhost::realDisk(), const Refhost::Progress& progress = goOn) {
+    Refhost::ProfileHome into = Refhost::ProfileHome::closed(home);
+    into.translate = [](std::u16string_view text) {
+      return text == u"$IDS_WM_DRAFT;" ? std::u16string(u"Draft") : std::u16string(text);
+    };
+    into.settingsFile = [this](const std::u16string& model) { return Refhost::settingsFile(home, model); };
+    return Refhost::importProfile(disk, file, into, progress);
+  }
+  Refhost::Manifest import() {
+    pack();
+    return importPacked();
+  }
+
+  // The sentence with which the profile is refused; empty when it is not.
+  std::string refusal() {
+    try {
+      importPacked();
+      return {};
+    } catch (const std::runtime_error& error) {
+      return error.what();
+    }
+  }
+
+  Refhost::TemporaryFolder folder;
+  const std::filesystem::path from = folder.path() / "from";
+  const std::filesystem::path home = folder.path() / "home";
+  const std::filesystem::path file = folder.path() / "profile.zip";
+  const std::filesystem::path watermarks = home / "user" / "ZVeffect.xml";
+  const std::filesystem::path overlays = home / "profile" / "overlays";
+};
+
+}  // namespace Testing

@@ -1,0 +1,201 @@
+// Watermarks and overlays that a command line names, and what is said of them beforehand.
+#include "tests/script/process.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+
+namespace {
+
+using std::filesystem::path;
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace fs = std::filesystem;
+
+// A field of an overlay index: UTF-16, with zeros behind it.
+std::string field(const std::string& text, std::size_t bytes) {
+  std::string units;
+  for (const char unit : text) units += {unit, '\0'};
+  units.resize(bytes, '\0');
+  return units;
+}
+
+class PrintMarks : public testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_EQ(runKiln({"sample", job.string()}).status, 0);
+    putOverlays({"Letterhead", "Footer", "A:1"});
+  }
+
+  // A user's overlays, each the sample job's first page.
+  void putOverlays(const std::vector<std::string>& names) const {
+    const path folder = home / "profile" / "overlays";
+    fs::create_directories(folder);
+    std::string index;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      const std::string number = std::to_string(10000 + i);
+      index += field(names[i], 128) + field(number + ".opa", 26);
+      fs::copy_file(job, folder / (number + ".opa"));
+    }
+    writeFile(folder / "ovlNmFl.flo", index);
+  }
+
+  Outcome print(std::vector<std::string> words) {
+    words.insert(words.begin(), {"print", job.string(), out.string(), "--home", home.string()});
+    return runKiln(words);
+  }
+
+  // What --dry-run says; nothing is to be written by it.
+  std::string said(std::vector<std::string> words) {
+    words.push_back("--dry-run");
+    const auto outcome = print(words);
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_FALSE(fs::exists(out));
+    return outcome.out;
+  }
+
+  void expectRefusal(const std::vector<std::string>& words, const std::string& part) {
+    const auto outcome = print(words);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, AllOf(StartsWith("kiln: "), HasSubstr(part)));
+    EXPECT_EQ(std::ranges::count(outcome.err, '\n'), 1) << outcome.err;
+    EXPECT_FALSE(fs::exists(out));
+  }
+
+  const path home = testFolder() / "home";
+  const path job = testFolder() / "job.pdf";
+  const path out = testFolder() / "out.pdf";
+};
+
+TEST_F(PrintMarks, WatermarkIsChosenByItsName) {
+  EXPECT_THAT(
+      said({"--watermark", "Draft"}),
+      StartsWith("The job has 4 pages.\nThe watermark \"Draft\" goes over the content of every page: Arial bold, "
+                 "108 points, #808080, turned by 315 degrees clockwise, 60 percent transparent.\n"));
+  ASSERT_EQ(print({}).status, 0);
+  const std::string plain = readFile(out);
+  ASSERT_EQ(print({"--watermark", "Draft"}).status, 0);
+  EXPECT_FALSE(samePages(readFile(out), plain));
+}
+
+TEST_F(PrintMarks, SettingsOfTheWatermarkGoWithIt) {
+  EXPECT_THAT(said({"--watermark", "Draft", "--set", "FirstPageOnly=True"}), HasSubstr("the content of page 1: "));
+}
+
+TEST_F(PrintMarks, UnknownWatermarkIsRefusedWithThoseThereAre) {
+  expectRefusal({"--watermark", "Draught"}, "\"Draft\", ");
+}
+
+TEST_F(PrintMarks, OverlayIsChosenByItsName) {
+  EXPECT_EQ(said({"--overlay", "Letterhead"}),
+            "The job has 4 pages.\nThe overlay \"Letterhead\" goes under the content of every page.\n");
+  ASSERT_EQ(print({}).status, 0);
+  const std::string plain = readFile(out);
+  ASSERT_EQ(print({"--overlay", "Letterhead"}).status, 0);
+  EXPECT_FALSE(samePages(readFile(out), plain));
+}
+
+TEST_F(PrintMarks, OverlayGoesOnThePagesThatAreNamed) {
+  EXPECT_EQ(said({"--overlay", "Letterhead:1,3-"}),
+            "The job has 4 pages.\nThe overlay \"Letterhead\" goes under the content of pages 1, 3-4.\n");
+  EXPECT_THAT(said({"--overlay", "Letterhead:Even"}), HasSubstr("of pages 2, 4.\n"));
+  EXPECT_THAT(said({"--overlay", "Letterhead:9"}), HasSubstr("of no page.\n"));
+}
+
+TEST_F(PrintMarks, SeveralOverlaysAreEachOnTheirPages) {
+  EXPECT_EQ(said({"--overlay", "Letterhead:1", "--overlay", "Footer", "--overlay", "Letterhead:Even"}),
+            "The job has 4 pages.\n"
+            "The overlay \"Footer\" goes under the content of every page.\n"
+            "The overlay \"Letterhead\" goes under the content of pages 2, 4.\n"
+            "The overlay \"Letterhead\" goes under the content of page 1.\n");
+}
+
+TEST_F(PrintMarks, NameWithAColonCountsWhereThereIsOne) {
+  EXPECT_THAT(said({"--overlay", "A:1"}), HasSubstr("\"A:1\" goes under the content of every page.\n"));
+  EXPECT_THAT(said({"--overlay", "A:1:2"}), HasSubstr("\"A:1\" goes under the content of page 2.\n"));
+}
+
+TEST_F(PrintMarks, OverlaysGoOnTopOfATicketsAndUnderTheSettings) {
+  const path ticket = testFolder() / "ticket.xml";
+  writeFile(ticket, runKiln({"ticket", "--set", "MirrorImage=MirrorImage", "--set", "OverlayLayering=Overlay", "--home",
+                             home.string()})
+                        .out);
+  EXPECT_EQ(said({"--ticket", ticket.string(), "--overlay", "Footer:2"}),
+            "The job has 4 pages.\nThe overlay \"Footer\" goes over the content of page 2.\n"
+            "Every page is mirrored, left and right exchanged.\n");
+}
+
+TEST_F(PrintMarks, ProfileBringsItsOwnSettingsAndMarks) {
+  writeFile(home / "profile" / "settings-standard.json",
+            R"({"values": {"MirrorImage": "MirrorImage", "OverlaySel": "10001.opa", "OverlayImage": "OverlayImage",
+                "OverlaySourceFileName": ")" +
+                (home / "profile" / "overlays" / "10001.opa").string() + "\"}}");
+  const path profile = testFolder() / "profile.zip";
+  ASSERT_EQ(runKiln({"profile", "export", profile.string(), "--home", home.string()}).status, 0);
+  fs::remove_all(home);
+  EXPECT_EQ(said({"--profile", profile.string()}),
+            "The job has 4 pages.\nThe overlay \"Footer\" goes under the content of every page.\n"
+            "Every page is mirrored, left and right exchanged.\n");
+  EXPECT_EQ(print({"--profile", profile.string(), "--overlay", "Letterhead"}).status, 0);
+  EXPECT_FALSE(fs::exists(home)) << "the user's own home is touched";
+}
+
+TEST_F(PrintMarks, ProfileThatIsNoneIsASentence) { expectRefusal({"--profile", job.string()}, "job.pdf"); }
+
+TEST_F(PrintMarks, UnknownOverlayIsRefusedWithThoseThereAre) {
+  expectRefusal({"--overlay", "Leterhead"}, "\"A:1\", \"Footer\", \"Letterhead\".");
+  expectRefusal({"--overlay", "Multiple"}, "\"Multiple\"");
+  fs::remove_all(home / "profile" / "overlays");
+  expectRefusal({"--overlay", "Letterhead"}, "there are none yet");
+}
+
+TEST_F(PrintMarks, PagesThatAreNoneAreRefused) {
+  expectRefusal({"--overlay", "Letterhead:even"}, "\"even\"");
+  expectRefusal({"--overlay", "Letterhead:"}, "\"\"");
+  expectRefusal({"--overlay", "Letterhead:1--2"}, "\"1--2\"");
+}
+
+TEST_F(PrintMarks, OverlayWhoseFileIsDamagedStopsThePrintAndTheDryRun) {
+  writeFile(home / "profile" / "overlays" / "10000.opa", "no PDF");
+  expectRefusal({"--overlay", "Letterhead"}, "10000.opa");
+  expectRefusal({"--overlay", "Letterhead", "--dry-run"}, "10000.opa");
+}
+
+TEST_F(PrintMarks, DryRunSaysWhatHappensToThePagesInOrder) {
+  EXPECT_EQ(said({}), "The job has 4 pages.\nNo effect changes them.\n");
+  EXPECT_EQ(said({"--set", "NegativeImage=Negative", "--set", "MirrorImage=MirrorImage", "--set", "Nin1=2in1"}),
+            "The job has 4 pages.\n"
+            "2 pages go on a sheet; that makes 2 sheets.\n"
+            "Every sheet is mirrored, left and right exchanged.\n"
+            "Every sheet is printed in negative.\n");
+  EXPECT_EQ(said({"--set", "Rotate180ForA3LD=Rotate180"}),
+            "The job has 4 pages.\nPage 3 is turned half round, as A3 and Ledger are.\n");
+  EXPECT_EQ(said({"--set", "Rotate180=Rotate180"}), "The job has 4 pages.\nEvery page is turned half round.\n");
+}
+
+TEST_F(PrintMarks, DryRunTellsMarksOfPagesFromMarksOfSheets) {
+  const std::vector<std::string> onSheets = {"--set", "Nin1=4in1", "--overlay", "Footer:2-"};
+  EXPECT_EQ(said(onSheets), "The job has 4 pages.\n4 pages go on a sheet; that makes 1 sheet.\n"
+                            "The overlay \"Footer\" goes under the content of no sheet.\n");
+  auto onPages = onSheets;
+  onPages.insert(onPages.end(), {"--set", "OverlayOccurance=PerPage"});
+  EXPECT_EQ(said(onPages), "The job has 4 pages.\nThe overlay \"Footer\" goes under the content of pages 2-4.\n"
+                           "4 pages go on a sheet; that makes 1 sheet.\n");
+}
+
+TEST_F(PrintMarks, DryRunCountsThePagesThatAreChosen) {
+  EXPECT_EQ(said({"--pages", "2-3", "--overlay", "Footer:1"}),
+            "The job has 4 pages, of which pages 2-3 are printed; from here on they count from 1.\n"
+            "The overlay \"Footer\" goes under the content of page 1.\n");
+  expectRefusal({"--pages", "7-", "--dry-run"}, "none of the chosen pages");
+  expectRefusal({"--pages", "seven", "--dry-run"}, "\"seven\"");
+}
+
+TEST_F(PrintMarks, DryRunOfAJobThatCannotBePrintedIsASentence) {
+  writeFile(job, "This is no PDF.");
+  expectRefusal({"--dry-run"}, "job.pdf");
+}
+
+}  // namespace

@@ -1,0 +1,37 @@
+// The screen's scale factor, as it is seen from outside: in the swatches of the watermark editor.
+#include "tests/script/process.h"
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+#include <sstream>
+
+namespace {
+
+using nlohmann::json;
+
+// The heights of the swatches, in pixels.
+std::vector<int> swatchSides(int dpi) {
+  const auto outcome = runKiln({"drive", "--dpi", std::to_string(dpi)},
+                               "select lst_selectedWatermark 1\nclick btn_WMEdit\nwidget cmb_EffWMCol\ncancel\n");
+  EXPECT_EQ(outcome.status, 0) << outcome.out << outcome.err;
+  std::istringstream lines(outcome.out);
+  std::string line;
+  for (int i = 0; i < 3; ++i) std::getline(lines, line);
+  const json box = json::parse(line);
+  std::vector<int> sides;
+  for (const json& item : box.at("items"))
+    if (item.at("value") != "custom") sides.push_back(item.at("side"));
+  return sides;
+}
+
+TEST(Screen, SizesTheSwatches) {
+  const std::pair<int, int> screens[] = {{72, 15}, {96, 15}, {120, 19}, {144, 23}, {192, 30}};
+  for (const auto& [dpi, side] : screens) {
+    const auto sides = swatchSides(dpi);
+    EXPECT_FALSE(sides.empty());
+    EXPECT_THAT(sides, testing::Each(side)) << dpi;
+  }
+}
+
+}  // namespace

@@ -1,0 +1,121 @@
+#include "tests/window/misfits.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QLabel>
+#include <QLayout>
+#include <QLineEdit>
+#include <QListView>
+#include <QPushButton>
+#include <QStyle>
+#include <QStyleOptionComboBox>
+#include <QStyleOptionFrame>
+
+namespace Testing {
+namespace {
+
+std::string describe(const QWidget& widget) {
+  QString text;
+  if (auto* label = qobject_cast<const QLabel*>(&widget)) text = label->text();
+  if (auto* button = qobject_cast<const QAbstractButton*>(&widget)) text = button->text();
+  return std::string(widget.metaObject()->className()) + " " + widget.objectName().toStdString() + " \"" +
+         text.toStdString() + "\"";
+}
+
+int widthOf(const QString& text, const QWidget& widget) {
+  return widget.fontMetrics().size(Qt::TextShowMnemonic, text).width();
+}
+
+// The width that a widget's text has, and the width that there is for it.
+struct Width {
+  int needed = 0;
+  int given = 0;
+};
+
+Width widthIn(const QLabel& label) {
+  return label.wordWrap() ? Width{} : Width{label.sizeHint().width(), label.width()};
+}
+
+Width widthIn(const QAbstractButton& button) {
+  // A push button need not be as wide as the desktop has them, but as its text and an edge.
+  const bool isPush = qobject_cast<const QPushButton*>(&button) != nullptr;
+  const int iconWidth = button.icon().isNull() ? 0 : button.iconSize().width() + 4;
+  return {isPush ? widthOf(button.text(), button) + iconWidth + 8 : button.sizeHint().width(), button.width()};
+}
+
+// Faces may have names of any length.
+Width widthIn(const QComboBox& combo) {
+  if (combo.sizeAdjustPolicy() == QComboBox::AdjustToMinimumContentsLengthWithIcon) return {};
+  QStyleOptionComboBox option;
+  option.initFrom(&combo);
+  int widest = 0;
+  for (int i = 0; i < combo.count(); ++i) {
+    const int iconWidth = combo.itemIcon(i).isNull() ? 0 : combo.iconSize().width() + 4;
+    widest = std::max(widest, widthOf(combo.itemText(i), combo) + iconWidth);
+  }
+  const QRect field = combo.style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, &combo);
+  return {widest, field.width()};
+}
+
+// A line of text scrolls; a short one, such as a number, must not have to.
+Width widthIn(const QLineEdit& line) {
+  if (line.text().size() > 5) return {};
+  QStyleOptionFrame option;
+  option.initFrom(&line);
+  const QRect contents = line.style()->subElementRect(QStyle::SE_LineEditContents, &option, &line);
+  return {widthOf(line.text(), line) + 4, contents.width()};
+}
+
+Width widthIn(const QWidget& widget) {
+  if (auto* label = qobject_cast<const QLabel*>(&widget)) return widthIn(*label);
+  if (auto* button = qobject_cast<const QAbstractButton*>(&widget)) return widthIn(*button);
+  if (auto* combo = qobject_cast<const QComboBox*>(&widget)) return widthIn(*combo);
+  if (auto* line = qobject_cast<const QLineEdit*>(&widget)) return widthIn(*line);
+  return {};
+}
+
+int heightNeeded(const QWidget& widget) {
+  if (auto* label = qobject_cast<const QLabel*>(&widget))
+    return label->wordWrap() ? label->heightForWidth(label->width()) : label->sizeHint().height();
+  const bool hasText = qobject_cast<const QAbstractButton*>(&widget) || qobject_cast<const QComboBox*>(&widget) ||
+                       qobject_cast<const QLineEdit*>(&widget);
+  return hasText ? widget.sizeHint().height() : 0;
+}
+
+// The children that a layout arranges; others, such as the parts of a scroll area, lie where they lie.
+std::vector<const QWidget*> arranged(const QWidget& parent) {
+  std::vector<const QWidget*> children;
+  if (parent.layout() == nullptr) return children;
+  for (const QWidget* child : parent.findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+    if (child->isVisible() && !child->isWindow()) children.push_back(child);
+  return children;
+}
+
+void check(const QWidget& parent, std::vector<std::string>& found) {
+  const auto children = arranged(parent);
+  for (std::size_t i = 0; i < children.size(); ++i) {
+    const QWidget& child = *children[i];
+    if (!parent.rect().contains(child.geometry())) found.push_back(describe(child) + " reaches out of its parent");
+    for (std::size_t j = 0; j < i; ++j)
+      if (children[j]->geometry().intersects(child.geometry()))
+        found.push_back(describe(child) + " lies over " + describe(*children[j]));
+  }
+}
+
+}  // namespace
+
+std::vector<std::string> misfits(const QWidget& root) {
+  std::vector<std::string> found;
+  check(root, found);
+  for (const QWidget* widget : root.findChildren<QWidget*>()) {
+    if (!widget->isVisible()) continue;
+    check(*widget, found);
+    const Width width = widthIn(*widget);
+    if (width.needed > width.given)
+      found.push_back(describe(*widget) + " is " + std::to_string(width.needed - width.given) + " too narrow");
+    if (heightNeeded(*widget) > widget->height()) found.push_back(describe(*widget) + " is too low");
+  }
+  return found;
+}
+
+}  // namespace Testing

@@ -1,0 +1,181 @@
+// Pictures in the window: what they show, what is dropped on them, and their menus.
+#include "window/items.h"
+#include "window/picture_box.h"
+
+#include "host/reference_host.h"
+#include "tests/window/shown_layout.h"
+
+#include <gmock/gmock.h>
+
+#include <QBuffer>
+#include <QContextMenuEvent>
+
+namespace Window {
+namespace {
+
+using testing::ElementsAre;
+
+std::string bitmap(int width, int height, QColor colour) {
+  QImage image(width, height, QImage::Format_RGB32);
+  image.fill(colour);
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  image.save(&buffer, "BMP");
+  return bytes.toStdString();
+}
+
+class PicturesTest : public testing::Test {
+ protected:
+  PicturesTest() {
+    for (const char16_t* id : {u"slot", u"full"}) {
+      auto& node = shown.node<Refhost::ImageBox>(id);
+      shown.follow<Kiln::WString>(node.dropSignal(), [this, id](Kiln::WString value) { note(id, u" << ", value); });
+      shown.follow<Kiln::WString>(node.menuSignal(), [this, id](Kiln::WString text) { note(id, u": ", text); });
+    }
+    shown.pictures[u"blue"] = u"chrome://test/content/blue.bmp";
+    auto& list = shown.node<Refhost::ListBox>(u"list");
+    list.data()->append(u"Letterhead", u"a");
+    list.data()->append(u"Terms", u"C:\\\\b\\xD800.pdf");
+    list.setData(list.data());
+  }
+
+  void note(std::u16string id, const char16_t* what, const Kiln::WString& text) {
+    happened.push_back(Refhost::toNarrow(id + what + text.str()));
+  }
+
+  PictureBox& box(const char* id) { return shown.find<PictureBox>(id); }
+  ItemList& list() { return shown.find<ItemList>("list"); }
+
+  // What the list gives away when that row is dragged.
+  std::unique_ptr<QMimeData> dragged(int row) {
+    return std::unique_ptr<QMimeData>(list().model()->mimeData({list().model()->index(row, 0)}));
+  }
+
+  bool drop(int row, const char* id) { return Testing::drop(box(id), *dragged(row), box(id).rect().center()); }
+
+  QColor colourAt(const char* id, QPoint place) { return box(id).grab().toImage().pixelColor(place); }
+
+  // The labels of the menu that is open, which is closed.
+  QStringList menuLabels(const char* id) {
+    QStringList labels;
+    auto* menu = box(id).findChild<QMenu*>();
+    if (menu == nullptr || !menu->isVisible()) return labels;
+    for (const QAction* action : menu->actions()) labels << action->text();
+    menu->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return labels;
+  }
+
+  Testing::ShownLayout shown{
+      "<listbox id='list' draggable='true'/><listbox id='fixed'/>"
+      "<hbox align='start'><image id='slot' width='60' height='60' droptarget='true'><menupopup>"
+      "<menuitem value='clear' label='Clear it'/><menuitem value='other' label='Other'/></menupopup></image>"
+      "<image id='full' width='60' height='60' droptarget='true' src='chrome://test/content/blue.bmp'/>"
+      "<image id='plain' width='60' height='60'/></hbox>",
+      {{"red.bmp", bitmap(40, 20, Qt::red)}, {"blue.bmp", bitmap(10, 10, Qt::blue)}}};
+  std::vector<std::string> happened;
+};
+
+TEST_F(PicturesTest, ShowAPictureByItsFileAddressOrRegisteredName) {
+  const QPoint middle(30, 30);
+  auto& node = shown.node<Refhost::ImageBox>(u"plain");
+  node.setResource(u"blue");
+  EXPECT_EQ(colourAt("plain", middle), QColor(Qt::blue));
+  node.setImage(Refhost::make<Refhost::Image>(
+      u"red", std::filesystem::path(shown.folder.filePath("test/content/red.bmp").toStdString())));
+  EXPECT_EQ(colourAt("plain", middle), QColor(Qt::red));
+}
+
+TEST_F(PicturesTest, FitTheirRoomInTheirProportions) {
+  shown.node<Refhost::ImageBox>(u"plain").setImage(Refhost::make<Refhost::Image>(
+      u"red", std::filesystem::path(shown.folder.filePath("test/content/red.bmp").toStdString())));
+  EXPECT_EQ(box("plain").size(), QSize(60, 60));
+  EXPECT_EQ(colourAt("plain", {1, 30}), QColor(Qt::red));
+  EXPECT_EQ(colourAt("plain", {58, 30}), QColor(Qt::red));
+  EXPECT_NE(colourAt("plain", {30, 12}), QColor(Qt::red));
+  EXPECT_NE(colourAt("plain", {30, 47}), QColor(Qt::red));
+}
+
+TEST_F(PicturesTest, ThatAreNoBitmapsShowNothing) {
+  auto huge = bitmap(4, 4, Qt::red);
+  huge.replace(18, 8, std::string("\xFF\xFF\xFF\x7F\xFF\xFF\xFF\x7F", 8));
+  shown.write("huge.bmp", huge);
+  shown.write("cut.bmp", bitmap(40, 20, Qt::red).substr(0, 30));
+  shown.write("text.bmp", "no picture");
+  for (const char* name : {"huge.bmp", "cut.bmp", "text.bmp", "missing.bmp"}) {
+    shown.node<Refhost::ImageBox>(u"plain").setImage(Refhost::make<Refhost::Image>(
+        u"x", std::filesystem::path(shown.folder.filePath(QString("test/content/") + name).toStdString())));
+    EXPECT_TRUE(box("plain").picture().isNull()) << name;
+  }
+}
+
+TEST_F(PicturesTest, TakeAnEntryOfAListThatIsDroppedOnThem) {
+  EXPECT_TRUE(drop(0, "slot"));
+  EXPECT_THAT(happened, ElementsAre("slot << a"));
+}
+
+TEST_F(PicturesTest, TakeADropWhenTheyShowSomethingAlready) {
+  EXPECT_FALSE(box("full").picture().isNull());
+  EXPECT_TRUE(drop(0, "full"));
+  EXPECT_TRUE(drop(0, "full"));
+  EXPECT_THAT(happened, ElementsAre("full << a", "full << a"));
+}
+
+TEST_F(PicturesTest, TakeNoDropsUnlessTheLayoutSaysSo) {
+  EXPECT_FALSE(drop(0, "plain"));
+  QMimeData text;
+  text.setText("a");
+  EXPECT_FALSE(Testing::drop(box("slot"), text, {5, 5}));
+  shown.node<Refhost::ImageBox>(u"slot").setEnabled(false);
+  EXPECT_FALSE(drop(0, "slot"));
+  EXPECT_THAT(happened, ElementsAre());
+}
+
+TEST_F(PicturesTest, CarryTheValueAsItIs) { EXPECT_EQ(toWide(valueIn(*dragged(1))), u"C:\\\\b\\xD800.pdf"); }
+
+TEST_F(PicturesTest, ShowWhereADropWouldGo) {
+  const QImage before = box("slot").grab().toImage();
+  const auto data = dragged(0);
+  QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, data.get(), Qt::LeftButton, {});
+  QCoreApplication::sendEvent(&box("slot"), &enter);
+  EXPECT_NE(box("slot").grab().toImage(), before);
+  QDragLeaveEvent leave;
+  QCoreApplication::sendEvent(&box("slot"), &leave);
+  EXPECT_EQ(box("slot").grab().toImage(), before);
+}
+
+TEST_F(PicturesTest, OnlyListsThatSaySoAreDragged) {
+  EXPECT_TRUE(list().dragEnabled());
+  EXPECT_FALSE(shown.find<ItemList>("fixed").dragEnabled());
+}
+
+TEST_F(PicturesTest, OpenTheirMenuByMouseAndByKeys) {
+  const QStringList both{"Clear it", "Other"};
+  box("slot").setFocus();
+  QContextMenuEvent byMouse(QContextMenuEvent::Mouse, {5, 5}, box("slot").mapToGlobal(QPoint(5, 5)));
+  QCoreApplication::sendEvent(&box("slot"), &byMouse);
+  EXPECT_EQ(menuLabels("slot"), both);
+  Testing::press(box("slot"), Qt::Key_Menu);
+  EXPECT_EQ(menuLabels("slot"), both);
+  Testing::press(box("slot"), Qt::Key_F10, Qt::ShiftModifier);
+  EXPECT_EQ(menuLabels("slot"), both);
+  Testing::press(box("slot"), Qt::Key_F10);
+  EXPECT_EQ(menuLabels("slot"), QStringList());
+  Testing::press(box("full"), Qt::Key_Menu);
+  EXPECT_EQ(menuLabels("full"), QStringList());
+}
+
+TEST_F(PicturesTest, TellWhatIsChosenInTheirMenu) {
+  Testing::press(box("slot"), Qt::Key_Menu);
+  box("slot").findChild<QMenu*>()->actions()[1]->trigger();
+  EXPECT_THAT(happened, ElementsAre("slot: other"));
+  box("slot").findChild<QMenu*>()->close();
+}
+
+TEST_F(PicturesTest, TakeTheFocusWhereAKeyDoesSomething) {
+  EXPECT_EQ(box("slot").focusPolicy(), Qt::StrongFocus);
+  EXPECT_EQ(box("plain").focusPolicy(), Qt::NoFocus);
+}
+
+}  // namespace
+}  // namespace Window

@@ -1,0 +1,29 @@
+// What a view needs besides the tree that it shows. A value: it only knows where things are.
+#pragma once
+
+#include "host/chrome/addresses.h"
+#include "window/texts.h"
+
+#include <QSizeF>
+
+#include <functional>
+#include <string>
+
+namespace Window {
+
+struct Surroundings {
+  Texts texts;
+
+  // Outlives all that is shown.
+  const Refhost::ChromeFolders& chrome;
+
+  // The sheet that previews show, in points.
+  QSizeF paper;
+
+  // The address of a picture that the plug-in has registered under a name; empty for none.
+  std::function<std::u16string(const std::u16string& name)> registeredPicture = [](const auto&) {
+    return std::u16string();
+  };
+};
+
+}  // namespace Window

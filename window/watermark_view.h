@@ -1,0 +1,55 @@
+// A sheet with a watermark as it will be printed: the shapes and the place are those that the print side uses.
+#pragma once
+
+#include "host/widgets/preview.h"
+#include "press/watermark.h"
+
+#include <QPainterPath>
+#include <QSizeF>
+#include <QString>
+#include <QWidget>
+
+#include <vector>
+
+namespace Window {
+
+// What was told to a preview, as the print side takes it. How the letters are drawn is told apart from the rest.
+Press::Watermark printedAs(const Refhost::PreviewedWatermark& told, bool isOutlined);
+
+class WatermarkView final : public QWidget {
+  Q_OBJECT
+
+ public:
+  // `paper` in points.
+  WatermarkView(const QSizeF& paper, QWidget* parent);
+
+  void show(const Press::Watermark& newWatermark);
+
+  // Why nothing can be drawn, as one sentence; empty when something can.
+  const QString& failure() const { return refusal; }
+
+  QSize sizeHint() const override { return {380, 520}; }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  struct Part {
+    QPainterPath path;  // in points, y upwards
+    bool isFilled;
+    double lineWidth;
+  };
+
+  void shape();
+  QTransform placement(const QRectF& sheet) const;
+  void paintMark(QPainter& painter, const QRectF& sheet);
+  void paintParts(QPainter& painter) const;
+
+  QSizeF paper;
+  Press::Watermark watermark;
+  std::vector<Part> parts;
+  QRectF bounds;
+  QString refusal;
+};
+
+}  // namespace Window
