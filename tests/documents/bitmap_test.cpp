@@ -11,7 +11,7 @@ namespace {
 
 using Refhost::isBitmap;
 
-std::string number(std::uint32_t value, std::size_t count) {
+std::string number(std::uint64_t value, std::size_t count) {
   std::string bytes;
   for (std::size_t i = 0; i < count; ++i) bytes += static_cast<char>(static_cast<unsigned char>(value >> (8 * i)));
   return bytes;

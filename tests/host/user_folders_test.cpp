@@ -49,11 +49,11 @@ TEST_F(UserFolders, GetBackWhatWasSetAside) {
 TEST_F(UserFolders, KeepEveryOtherFile) {
   const auto folder = make("profile/overlays");
   for (const char* name : {"00001.opa", ".kiln-x.tmp", "form.tmp", ".kiln-aside"}) writeFile(folder / name, "kept");
-  writeFile(make("profile") / left, "not in a folder of ours");
+  writeFile(make("elsewhere") / left, "not in a folder of ours");
   open();
   for (const char* name : {"00001.opa", ".kiln-x.tmp", "form.tmp", ".kiln-aside"})
     EXPECT_TRUE(std::filesystem::exists(folder / name)) << name;
-  EXPECT_TRUE(std::filesystem::exists(home.path / "profile" / left));
+  EXPECT_TRUE(std::filesystem::exists(home.path / "elsewhere" / left));
 }
 
 TEST_F(UserFolders, ThatAreNoFoldersKeepNothingFromOpening) {

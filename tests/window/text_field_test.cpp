@@ -37,7 +37,8 @@ class TextFieldTest : public testing::Test {
   // Refuses every text with a letter that is no digit.
   void takeDigitsOnly() {
     const auto judge = [](Change change) {
-      for (const char16_t unit : change->text().view())
+      const auto text = change->text();
+      for (const char16_t unit : text.view())
         if (unit < u'0' || unit > u'9') change->refuse();
     };
     shown.follow<Change>(box().typingSignal(), judge);
