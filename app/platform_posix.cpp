@@ -1,5 +1,7 @@
 #include "app/platform.h"
 
+#include <unistd.h>
+
 namespace App {
 
 std::vector<std::string> arguments(int count, char** words) {
@@ -7,6 +9,8 @@ std::vector<std::string> arguments(int count, char** words) {
 }
 
 void prepareStreams() {}  // as they are from the start
+
+bool isErrorSeen() { return isatty(STDERR_FILENO) == 1; }
 
 std::filesystem::path executableFolder() { return std::filesystem::read_symlink("/proc/self/exe").parent_path(); }
 

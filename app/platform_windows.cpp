@@ -33,6 +33,13 @@ void prepareStreams() {
   SetConsoleOutputCP(CP_UTF8);
 }
 
+// A console of the system's own takes control sequences only when it is asked to.
+bool isErrorSeen() {
+  const HANDLE console = GetStdHandle(STD_ERROR_HANDLE);
+  DWORD mode = 0;
+  return GetConsoleMode(console, &mode) && SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+}
+
 std::filesystem::path executableFolder() {
   std::wstring file(MAX_PATH, L'\0');
   for (;;) {

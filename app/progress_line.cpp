@@ -1,6 +1,6 @@
 #include "app/progress_line.h"
 
-#include <unistd.h>
+#include "app/platform.h"
 
 #include <cstdint>
 #include <cstdio>
@@ -16,7 +16,7 @@ using namespace std::chrono_literals;
 ProgressLine::ProgressLine(std::string doing, std::string countedUnit)
     : what(std::move(doing)),
       unit(std::move(countedUnit)),
-      isTerminal(isatty(STDERR_FILENO) == 1),
+      isTerminal(isErrorSeen()),
       nextTime(Clock::now() + 300ms) {}
 
 ProgressLine::~ProgressLine() {

@@ -89,6 +89,14 @@ class Handle {
   HANDLE handle;
 };
 
+// Why a file was neither replaced nor deleted: while a program has it open, that is refused as if a permission lacked.
+DWORD hindrance(const std::wstring& path, DWORD code) {
+  if (code != ERROR_ACCESS_DENIED) return code;
+  const Handle probe(CreateFileW(path.c_str(), DELETE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                 OPEN_EXISTING, 0, nullptr));
+  return !probe.isOpen() && GetLastError() == ERROR_SHARING_VIOLATION ? ERROR_SHARING_VIOLATION : code;
+}
+
 class WindowsFile final : public Disk::File {
  public:
   WindowsFile(fs::path filePath, HANDLE opened) : path(std::move(filePath)), handle(opened) {}
@@ -190,7 +198,7 @@ class WindowsDisk final : public Disk {
     const std::wstring to = checked(target, "written");
     const bool moved = patiently(
         [&] { return MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0; });
-    if (!moved) fail(target, "written");
+    if (!moved) fail(target, "written", hindrance(to, GetLastError()));
   }
 
   bool remove(const fs::path& file) override {
@@ -199,7 +207,8 @@ class WindowsDisk final : public Disk {
     if (attributes != INVALID_FILE_ATTRIBUTES && kindOf(attributes) == EntryKind::folder)
       throw DiskError(file, "deleted", std::make_error_code(std::errc::is_a_directory));
     if (patiently([&] { return DeleteFileW(path.c_str()) != 0; })) return true;
-    if (!isAbsent(GetLastError())) fail(file, "deleted");
+    const DWORD code = GetLastError();
+    if (!isAbsent(code)) fail(file, "deleted", hindrance(path, code));
     return false;
   }
 

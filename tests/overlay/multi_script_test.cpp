@@ -90,7 +90,8 @@ ok
 trace
 widget cmb_EffOverlay
 get OverlaySourceFileName)");
-  const std::string files = path("00001.opa") + ";All$" + path("00002.opa") + ";2,5-9$";
+  const auto native = [this](const char* file) { return std::filesystem::path(path(file)).make_preferred().string(); };
+  const std::string files = native("00001.opa") + ";All$" + native("00002.opa") + ";2,5-9$";
   EXPECT_EQ(transitions(answers[8]).front(), (Pairs{{"OverlaySel", "Multiple"},
                                                     {"OverlayImage", "MultipleOverlayImage"},
                                                     {"OverlaySourceFileName", files},

@@ -29,7 +29,7 @@ TEST_P(ForeignException, LeavesTheStoreUsable) {
     const std::u16string id = world.add(*store, u"later");
     EXPECT_TRUE(store->hasName(u"later")) << thrownAt;
     EXPECT_TRUE(std::ranges::any_of(GetParam().oneOf, [&](const auto& name) { return store->hasName(name); }));
-    store->updateRecord(id, world.newRecord(*store, u"later still"));
+    renameRecord(*store, id, u"later still");
     StoreWorld next(home.folder.path);
     EXPECT_EQ(next.list(*next.open()), world.list(*store)) << thrownAt;
     EXPECT_TRUE(next.face.failures.empty()) << thrownAt;

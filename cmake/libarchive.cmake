@@ -1,0 +1,7 @@
+# LibArchive::LibArchive; on Windows it is linked statically, and needs to be told so.
+find_package(LibArchive REQUIRED)
+if(WIN32)
+  find_package(ZLIB REQUIRED)
+  set_property(TARGET LibArchive::LibArchive APPEND PROPERTY INTERFACE_COMPILE_DEFINITIONS LIBARCHIVE_STATIC)
+  set_property(TARGET LibArchive::LibArchive APPEND PROPERTY INTERFACE_LINK_LIBRARIES ZLIB::ZLIB)
+endif()
