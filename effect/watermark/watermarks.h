@@ -105,6 +105,7 @@ class Watermarks final : public Kiln::RefCount {
   void writeDue();
   void takeUpOthersChanges(const Text& path);
   void takeUp(Kiln::Dom::INode& root, const Text& path);
+  bool isStillIn(const Text& path, const Text& id) const;
   Text idInFile(Kiln::Dom::INode& record, const Text& path) const;
   Groups groups() const;
   std::vector<Text> dueInOrder(const Groups& all) const;

@@ -22,6 +22,8 @@ void Watermarks::saveChanges() {
   try {
     writeDue();
   } catch (const Kiln::Exception&) {
+    // Some may be written: what they hold is looked at before they are written over.
+    for (const Text& path : due) fileAt(path).forget();
     setBack();
     throw;
   }
@@ -83,8 +85,8 @@ void Watermarks::takeUp(Kiln::Dom::INode& root, const Text& path) {
     if (id == noneId || !isUsableName(fieldText(*record, Field::stylename).view())) continue;
     there.insert(id);
     const Node known = this->record(id);
-    const bool isElsewhere = known && fieldText(*known, Field::sourceFile).view() != path;
-    if (before.contains(id) || isElsewhere) continue;
+    const Text source = known ? fieldText(*known, Field::sourceFile).str() : path;
+    if (before.contains(id) || (source != path && isStillIn(source, id))) continue;
     complete(*record, id, isLocalData(path));
     put(id, record);
   }
@@ -94,6 +96,19 @@ void Watermarks::takeUp(Kiln::Dom::INode& root, const Text& path) {
   if (own == all.end()) return;
   for (const Text& id : own->second)
     if (id != noneId && !there.contains(id) && !before.contains(id)) put(id, {});
+}
+
+// Whether the record is in the file that it was read from: one that moves may be in its new file already, though the
+// moving failed at its end. Where that cannot be told, it is.
+bool Watermarks::isStillIn(const Text& path, const Text& id) const {
+  try {
+    const Node root = WatermarkFile(host, host.path(path)).read();
+    if (!root) return false;
+    const std::vector<Node> there = recordsOf(*root);
+    return std::any_of(there.begin(), there.end(), [&](const Node& record) { return idInFile(*record, path) == id; });
+  } catch (const Kiln::Exception&) {
+    return true;
+  }
 }
 
 // In a file that a store has written, a record's element is named by its id. Others may not yet tell that it was

@@ -1,6 +1,7 @@
 // The process killed, and the power cut, at every step of opening, adding, editing and deleting.
 #include "store_changes.h"
 #include "tests/documents/cut_disk.h"
+#include "tests/documents/failing_disk.h"
 #include "tests/documents/model_disk.h"
 
 #include <gmock/gmock.h>
@@ -65,6 +66,36 @@ TEST_P(Kill, LeavesEachFileWholeWhateverThePowerLossKeeps) {
 }
 
 INSTANTIATE_TEST_SUITE_P(While, Kill, testing::ValuesIn(changes), [](const auto& each) { return each.param.name; });
+
+// A step that fails, with a store that goes on.
+class Failure : public testing::TestWithParam<Change> {};
+
+TEST_P(Failure, LosesNothingThatIsSavedLater) {
+  bool hasFailed = true;
+  for (int failing = 1; hasFailed; ++failing) {
+    const Home home;
+    home.putUserFile(userFileBytes);
+    home.putLocalFile("a", oneRecord("WM_a", "from a"));
+    FailingDisk disk(Refhost::realDisk());
+    StoreWorld world(home.folder.path, disk);
+    const auto store = world.open();
+    disk.operations = 0;
+    disk.failing = failing;
+    try {
+      GetParam().make(*store);
+    } catch (const Kiln::Exception&) {
+    }
+    hasFailed = disk.operations >= failing;
+    disk.failing = 0;
+    world.add(*store, u"later");
+    StoreWorld next(home.folder.path);
+    EXPECT_EQ(next.list(*next.open()), world.list(*store)) << failing;
+    EXPECT_TRUE(store->hasName(u"from a")) << failing;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(While, Failure, testing::ValuesIn(changes.begin() + 1, changes.end()),
+                         [](const auto& each) { return each.param.name; });
 
 TEST(KillWhileSeeding, LeavesNoFileOrAWholeOne) {
   for (int killedAt = 1;; ++killedAt) {
