@@ -47,13 +47,6 @@ void makeForm(QPDFObjectHandle stream, const Box& box, QPDFObjectHandle resource
   dictionary.replaceKey("/Resources", resources);
 }
 
-}  // namespace
-
-QPDFObjectHandle dictionaryIn(QPDFObjectHandle parent, const std::string& key) {
-  QPDFObjectHandle dictionary = parent.getKey(key);
-  return dictionary.isDictionary() ? dictionary : parent.replaceKeyAndGetNew(key, QPDFObjectHandle::newDictionary());
-}
-
 QPDFObjectHandle compressedStream(QPDF& pdf, const std::string& data) {
   std::string compressed;
   Pl_String sink("deflated", nullptr, compressed);
@@ -63,6 +56,13 @@ QPDFObjectHandle compressedStream(QPDF& pdf, const std::string& data) {
   QPDFObjectHandle stream = pdf.newStream(compressed);
   stream.getDict().replaceKey("/Filter", QPDFObjectHandle::newName("/FlateDecode"));
   return stream;
+}
+
+}  // namespace
+
+QPDFObjectHandle dictionaryIn(QPDFObjectHandle parent, const std::string& key) {
+  QPDFObjectHandle dictionary = parent.getKey(key);
+  return dictionary.isDictionary() ? dictionary : parent.replaceKeyAndGetNew(key, QPDFObjectHandle::newDictionary());
 }
 
 PageContent::PageContent(QPDF& document)

@@ -53,7 +53,4 @@ class PageContent {
 /// A dictionary inside another one, made when it is not there.
 QPDFObjectHandle dictionaryIn(QPDFObjectHandle parent, const std::string& key);
 
-/// A stream of these bytes, compressed.
-QPDFObjectHandle compressedStream(QPDF& pdf, const std::string& data);
-
 }  // namespace Press

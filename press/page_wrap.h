@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -33,6 +34,7 @@ class PageWrap {
   const Marks& marks() const { return allMarks; }
 
  private:
+  QPDFObjectHandle formOf(const PageEntry& entry, const PageShape& shape);
   void enclose(const PageEntry& entry, const PageShape& shape, Streams& streams, QPDFObjectHandle& resources);
   std::string negate(const PageShape& shape, QPDFObjectHandle& resources);
 
@@ -41,6 +43,7 @@ class PageWrap {
   Annotations annotations;
   Marks allMarks;
   Effects effects;
+  std::map<QPDFObjGen, QPDFObjectHandle> formsOfPages;
   QPDFObjectHandle rgbGroup;
   QPDFObjectHandle negativeState;
   std::string negativeName = "/KilnNegative";

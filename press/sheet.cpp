@@ -30,6 +30,16 @@ Grid gridFor(const Box& paper, int count) {
 
 }  // namespace
 
+/// A page that the job names more than once is stored once.
+QPDFObjectHandle PageWrap::formOf(const PageEntry& entry, const PageShape& shape) {
+  const auto known = formsOfPages.find(entry.page.getObjGen());
+  if (known != formsOfPages.end()) return known->second;
+  QPDFObjectHandle form = pageAsForm(content, annotations, entry, shape);
+  if (form.isNull()) throw std::runtime_error("a page holds too much to be put on a sheet with others");
+  if (entry.page.isIndirect()) formsOfPages.emplace(entry.page.getObjGen(), form);
+  return form;
+}
+
 QPDFObjectHandle PageWrap::sheetOf(const std::vector<PageEntry>& pages, int firstNumber) {
   const Grid grid = gridFor(seenBox(shapeOf(pages.front())), effects.pagesOnSheet);
   PageEntry sheet;
@@ -40,8 +50,7 @@ QPDFObjectHandle PageWrap::sheetOf(const std::vector<PageEntry>& pages, int firs
   for (std::size_t index = 0; index < pages.size(); ++index) {
     const int place = static_cast<int>(index);
     const PageShape shape = shapeOf(pages[index]);
-    QPDFObjectHandle form = pageAsForm(content, annotations, pages[index], shape);
-    if (form.isNull()) throw std::runtime_error("a page holds too much to be put on a sheet with others");
+    QPDFObjectHandle form = formOf(pages[index], shape);
     const std::string name = "/KilnPage" + std::to_string(place + 1);
     forms.replaceKey(name, form);
     const Turn turn{Turn::Kind::pageOnSheet, firstNumber + place};
@@ -49,7 +58,7 @@ QPDFObjectHandle PageWrap::sheetOf(const std::vector<PageEntry>& pages, int firs
              allMarks.under(shape, turn, sheet.resources) + "q " + name + " Do Q\n" +
              allMarks.over(shape, turn, sheet.resources) + "Q\n";
   }
-  sheet.page.replaceKey("/Contents", compressedStream(pdf, drawn));
+  sheet.page.replaceKey("/Contents", content.shared(drawn));
   sheet.mediaBox = sheet.page.replaceKeyAndGetNew(
       "/MediaBox", QPDFObjectHandle::newArray(QPDFObjectHandle::Rectangle(0, 0, grid.sheet.x1, grid.sheet.y1)));
   apply(sheet, {Turn::Kind::sheet, (firstNumber - 1) / effects.pagesOnSheet + 1});

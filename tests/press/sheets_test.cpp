@@ -191,6 +191,22 @@ TEST_F(Sheets, LookTheSameInThePreview) {
     EXPECT_EQ(difference(render(job.printPage(page, effects)), sheets[static_cast<std::size_t>((page - 1) / 2)]), 0);
 }
 
+TEST_F(Sheets, StoreAPageOnceThatIsNamedMoreOften) {
+  Press::PdfBytes pdf;
+  pdf.add("<< /Type /Catalog /Pages 2 0 R >>");
+  pdf.add("<< /Type /Pages /Count 6 /Kids [3 0 R 3 0 R 3 0 R 3 0 R 3 0 R 3 0 R] >>");
+  pdf.add("<< /Type /Page /Parent 2 0 R /MediaBox [0 0 200 300] /Resources << >> /Contents 4 0 R >>");
+  pdf.addStream("", "1 0 0 rg 0 0 1000 1000 re f");
+  const std::vector<Picture> sheets = print(pdf.finish(1), on(2));
+  ASSERT_EQ(sheets.size(), 3u);
+  for (const Picture& sheet : sheets) EXPECT_EQ(difference(sheet, sheets.front()), 0);
+  const std::string text = plainText(read(folder / "out.pdf"));
+  std::size_t forms = 0;
+  for (std::size_t at = text.find("/Subtype /Form"); at != std::string::npos; at = text.find("/Subtype /Form", at + 1))
+    ++forms;
+  EXPECT_EQ(forms, 1u);
+}
+
 TEST_F(Sheets, LeadNowhere) {
   print(colourJob(), on(2));
   EXPECT_THAT(plainText(read(folder / "out.pdf")), testing::Not(testing::HasSubstr("/Outlines")));
