@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "press/error.h"
+#include "press/layers.h"
 #include "press/object_depth.h"
 #include "press/outlines.h"
 #include "press/page_form.h"
@@ -85,6 +86,7 @@ const Marks::Source& Marks::open(const fs::path& file) {
     if (isNestedTooDeeply(form)) throw std::runtime_error("its parts are nested too deeply");
     source.frame = shape;
     source.form = pdf.copyForeignObject(form);
+    takeLayers(*source.document.pdf, pdf);
   } catch (const std::exception& problem) {
     throw Error(quoted(file) + " cannot be printed as an overlay (" + problem.what() +
                 "): create the overlay again, or choose another one.");

@@ -1,4 +1,6 @@
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -193,6 +195,40 @@ TEST_F(Overlays, AreStoredOnce) {
   const Effects effects = with({{large, PageRule("Odd")}, {large, PageRule("Even")}});
   EXPECT_LT(print(pagesJob(1000), effects).size(), plain + 2 * noise.size() + 80'000);
   EXPECT_EQ(complaints(read(folder / "out.pdf")), "");
+}
+
+TEST_F(Overlays, KeepTheirHiddenLayersHidden) {
+  TestJob layered{.boxes = "/MediaBox [0 0 100 100]",
+                  .contents = {"/OC /A BDC 1 0 0 rg 10 10 10 10 re f EMC /OC /B BDC 1 0 0 rg 10 30 10 10 re f EMC"},
+                  .resources = "/Properties << /A 4 0 R /B 5 0 R >>",
+                  .objects = {"<< /Type /OCG /Name (A) >>", "<< /Type /OCG /Name (B) >>"}};
+  TestJob page = layered;
+  page.contents = {"/OC /A BDC 0 1 0 rg 50 10 10 10 re f EMC /OC /B BDC 0 1 0 rg 50 30 10 10 re f EMC"};
+  const auto withLayers = [](TestJob job, const std::string& states) {
+    job.catalog = "/OCProperties << /OCGs [4 0 R 5 0 R] /D << " + states + " >> >>";
+    return job.bytes();
+  };
+  const unsigned white = 0xFFFFFF, red = 0xFF0000, green = 0x00FF00;
+  const std::string ordinary = "/OFF [4 0 R]", reversed = "/BaseState /OFF /ON [4 0 R]";
+  for (const auto& [states, isAHidden] : {std::pair(ordinary, true), std::pair(reversed, false)}) {
+    const Effects effects = with({{form("layered.opa", withLayers(layered, states)), PageRule()}});
+    for (const auto& [job, isPagesAHidden, isPagesBHidden] :
+         {std::tuple(page.bytes(), false, false), std::tuple(withLayers(page, ordinary), true, false),
+          std::tuple(withLayers(page, reversed), false, true)}) {
+      const std::string result = print(job, effects);
+      EXPECT_EQ(complaints(result), "");
+      for (const std::string& pdf : {result, Press::printPage(folder / "in.pdf", 1, effects)}) {
+        for (const Renderer renderer : allRenderers) {
+          SCOPED_TRACE(states + " in renderer " + std::to_string(static_cast<int>(renderer)) + " on\n" + job);
+          const Picture picture = render(pdf, renderer);
+          EXPECT_EQ(pixel(picture, 15, 85), isAHidden ? white : red);
+          EXPECT_EQ(pixel(picture, 15, 65), isAHidden ? red : white);
+          EXPECT_EQ(pixel(picture, 55, 85), isPagesAHidden ? white : green);
+          EXPECT_EQ(pixel(picture, 55, 65), isPagesBHidden ? white : green);
+        }
+      }
+    }
+  }
 }
 
 TEST_F(Overlays, ChangeWithTheirFile) {
