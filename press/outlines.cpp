@@ -6,6 +6,7 @@
 
 #include <hb.h>
 
+#include "press/edge.h"
 #include "press/error.h"
 #include "press/faces.h"
 #include "press/text_runs.h"
@@ -18,6 +19,7 @@ namespace {
 constexpr std::size_t mostCharacters = 1000;
 constexpr double outlineOfSize = 1.0 / 48;     ///< Width of the edge's line to the text's size.
 constexpr double thickeningOfSize = 1.0 / 36;  ///< The same for a bold that the face does not have.
+constexpr double touchingOfSize = 1.0 / 1000;  ///< Letters are designed to meet in a grid as fine as this.
 
 /// One line: what would break it becomes a space.
 std::u32string lineOf(const std::string& utf8) {
@@ -93,9 +95,9 @@ double drawMissing(Path& path, const Point& origin, double size) {
   return 0.6 * size;
 }
 
-/// Shapes a run, appends it to the path and moves the pen past it.
-void drawRun(const std::u32string& text, const TextRun& run, double size, hb_draw_funcs_t* functions, Path& path,
-             Point& pen) {
+/// Shapes a run, appends its letters and moves the pen past it.
+void drawRun(const std::u32string& text, const TextRun& run, double size, hb_draw_funcs_t* functions,
+             std::vector<Path>& letters, Point& pen) {
   const std::unique_ptr<hb_buffer_t, decltype(&hb_buffer_destroy)> buffer(hb_buffer_create(), hb_buffer_destroy);
   // The whole text, so that letters at the run's ends join what lies beyond them.
   hb_buffer_add_utf32(buffer.get(), reinterpret_cast<const std::uint32_t*>(text.data()), static_cast<int>(text.size()),
@@ -111,6 +113,7 @@ void drawRun(const std::u32string& text, const TextRun& run, double size, hb_dra
   const hb_glyph_info_t* glyphs = hb_buffer_get_glyph_infos(buffer.get(), &count);
   const hb_glyph_position_t* positions = hb_buffer_get_glyph_positions(buffer.get(), &count);
   for (unsigned index = 0; index < count; ++index) {
+    Path& path = letters.emplace_back();
     if (glyphs[index].codepoint == 0) {
       pen.x += drawMissing(path, pen, size);
       continue;
@@ -121,6 +124,12 @@ void drawRun(const std::u32string& text, const TextRun& run, double size, hb_dra
     pen.x += scale * position.x_advance;
     pen.y += scale * position.y_advance;
   }
+}
+
+Path joined(const std::vector<Path>& letters) {
+  Path path;
+  for (const Path& letter : letters) path.insert(path.end(), letter.begin(), letter.end());
+  return path;
 }
 
 /// The smallest and largest coordinate that a path reaches in one direction.
@@ -184,21 +193,21 @@ Outlines outlinesOf(const Watermark& watermark) {
   const Faces faces(watermark, text);
   outlines.notes = faces.notes();
 
-  OutlinePart plain, thickened;
-  if (watermark.isOutlined) {
-    plain.isFilled = thickened.isFilled = false;
-    plain.lineWidth = thickened.lineWidth = watermark.size * outlineOfSize;
-  } else {
-    thickened.lineWidth = watermark.size * thickeningOfSize;
-  }
+  std::vector<Path> plain, thickened;
   const DrawFunctions functions = drawFunctions();
   Point pen;
   for (const TextRun& run : runsOf(text, faces.ofCharacters())) {
-    OutlinePart& part = run.face->isToBeThickened ? thickened : plain;
-    drawRun(text, run, watermark.size, functions.get(), part.path, pen);
+    const bool isThickened = run.face->isToBeThickened && !watermark.isOutlined;
+    drawRun(text, run, watermark.size, functions.get(), isThickened ? thickened : plain, pen);
   }
-  for (OutlinePart* part : {&plain, &thickened})
-    if (!part->path.empty()) outlines.parts.push_back(std::move(*part));
+  if (watermark.isOutlined) {
+    outlines.parts.push_back({edgeOf(plain, watermark.size * touchingOfSize), false, watermark.size * outlineOfSize});
+  } else {
+    outlines.parts.push_back({joined(plain), true, 0});
+    outlines.parts.push_back({joined(thickened), true, watermark.size * thickeningOfSize});
+  }
+  const auto isNothing = [](const OutlinePart& part) { return part.path.empty(); };
+  outlines.parts.erase(std::remove_if(outlines.parts.begin(), outlines.parts.end(), isNothing), outlines.parts.end());
   if (!outlines.empty()) outlines.bounds = boundsOf(outlines.parts);
   return outlines;
 }
