@@ -70,6 +70,7 @@ void WatermarkDlg::askAboutNameClashes(SubDialogEventArg& event) {
   const std::int32_t own = list->selectedIndex();
   const auto selected = list->selectedItem();
   const auto entries = list->data();
+  bool isVetoed = false;
   for (std::int32_t i = 0; i < entries->count(); ++i) {
     const auto entry = entries->at(i);
     if (!isNew && i == own) continue;
@@ -78,10 +79,14 @@ void WatermarkDlg::askAboutNameClashes(SubDialogEventArg& event) {
 
     // The entry will be replaced: those after it move up.
     if (!confirmOverwrite())
-      event.vetoClose();
+      isVetoed = true;
     else if (i < list->selectedIndex())
       list->select(list->selectedIndex() - 1);
   }
+  if (!isVetoed) return;
+  event.vetoClose();
+  // The dialog goes on and nothing is replaced yet, so the next OK finds the record's own entry where it was.
+  if (list->selectedIndex() != own) list->select(own);
 }
 
 bool WatermarkDlg::confirmOverwrite() {

@@ -75,9 +75,10 @@ void WatermarkDlg::updateOkButton(WStringView label, WStringView stylename, bool
   canAccept ? button->enable() : button->disable();
 }
 
+// The reference to those names is no name either: the store takes no record that has it.
 bool WatermarkDlg::isReservedName(WStringView text) {
   static const std::vector<std::u16string> reserved = namesOfNone(host.services);
-  return std::find(reserved.begin(), reserved.end(), text.view()) != reserved.end();
+  return text.view() == Token::none || std::find(reserved.begin(), reserved.end(), text.view()) != reserved.end();
 }
 
 }  // namespace Kiln::XUL

@@ -142,6 +142,71 @@ TEST_F(EditorOverAList, EachOfTwoClashesHasToBeConfirmed) {
   EXPECT_EQ(answers, 2);
 }
 
+TEST_F(EditorOverAList, KnowsItsOwnNameAgainAfterOneOfTwoClashesWasConfirmed) {
+  world.addToList(u"first");
+  const auto record = world.newRecord({{"label", "Text"}, {"stylename", "second"}});
+  EXPECT_TRUE(world.edit(record, [&](Hand& hand) {
+    hand.type("txt_EffWMStyleName", "first");
+    hand.onAnswer = [&] { hand.saysYes = hand.questions.size() == 1; };
+    EXPECT_FALSE(hand.accept());
+    EXPECT_THAT(hand.questions, SizeIs(2));
+    EXPECT_EQ(world.list().selection(), 2);
+    hand.questions.clear();
+    hand.type("txt_EffWMStyleName", "second");
+    EXPECT_TRUE(hand.accept());
+    EXPECT_THAT(hand.questions, IsEmpty());
+  }));
+}
+
+TEST_F(EditorOverAList, ShowsTheSizeOfAnOkThatWasRefused) {
+  world.edit(world.newRecord({{"label", "Text"}, {"stylename", "second"}}), [](Hand& hand) {
+    hand.type("txt_EffWMFonSiz", "301");
+    hand.type("txt_EffWMStyleName", "third");
+    EXPECT_FALSE(hand.accept());
+    EXPECT_EQ(hand.text("txt_EffWMFonSiz"), "6");
+  });
+}
+
+// A host may close a dialog that has neither been accepted nor cancelled.
+TEST_F(EditorOverAList, StaysAcceptedAfterARefusedOkUntilItIsCancelled) {
+  EXPECT_TRUE(world.edit(world.newRecord({{"label", "Text"}, {"stylename", "second"}}), [](Hand& hand) {
+    hand.type("txt_EffWMStyleName", "third");
+    EXPECT_FALSE(hand.accept());
+  }));
+}
+
+TEST(EditorOverwriting, IsRefusedWhereTheQuestionCannotBeAsked) {
+  const Testing::TemporaryFolder folder;
+  EditorOptions options;
+  options.resources = folder.path / "resources";
+  Testing::copyResources(options.resources);
+  std::filesystem::remove(options.resources / "base/content/dlg_overwrite.xul");
+  EditorWorld world(options);
+  for (const char16_t* name : {u"own", u"third"}) world.addToList(name);
+  world.list().select(0);
+  EXPECT_FALSE(world.edit(world.newRecord({{"label", "Text"}, {"stylename", "own"}}), [](Hand& hand) {
+    hand.type("txt_EffWMStyleName", "third");
+    EXPECT_FALSE(hand.accept());
+    EXPECT_THAT(hand.questions, IsEmpty());
+    hand.cancel();
+  }));
+}
+
+// The name follows the text even where there is no box for it, so nothing is replaced without a question there either.
+TEST(EditorOverwriting, IsAskedAboutWithoutABoxOfTheNameToo) {
+  EditorOptions options;
+  options.without = {u"txt_EffWMStyleName"};
+  EditorWorld world(options);
+  for (const char16_t* name : {u"own", u"third"}) world.addToList(name);
+  world.list().select(0);
+  world.edit(world.newRecord({{"label", "own"}, {"stylename", "own"}}), [](Hand& hand) {
+    hand.type("txt_EffWMTxtBox", "third");
+    EXPECT_FALSE(hand.accept());
+    EXPECT_THAT(hand.questions, ElementsAre(overwrite));
+    hand.cancel();
+  });
+}
+
 TEST_F(EditorOverAList, CancellingAfterARefusedOkStoresNothing) {
   const auto record = world.newRecord({{"label", "Text"}, {"stylename", "second"}});
   EXPECT_FALSE(world.edit(record, [](Hand& hand) {
@@ -161,9 +226,12 @@ TEST_F(Editor, RestoresTheNoneRecordWhereThereAreNoDefaults) {
                                        {"fontstyle", "Bold"},
                                        {"printStyle", "Transparency"},
                                        {"intensity", "30"}});
-  world.edit(record, [](Hand& hand) {
+  world.edit(record, [this](Hand& hand) {
     hand.type("txt_EffWMStyleName", "Mine");
+    world.takePreview();
     hand.click("but_EffWMResDef");
+    EXPECT_THAT(world.takePreview(), ElementsAre("text ", "colour #808080", "face Arial", "bold false", "italic false",
+                                                 "size 72", "rotation 0", "position CC", "opacity 100"));
     EXPECT_EQ(hand.text("txt_EffWMTxtBox"), "");
     EXPECT_EQ(hand.field("label"), "");
     EXPECT_EQ(hand.field("stylename"), "");

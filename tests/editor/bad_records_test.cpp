@@ -76,6 +76,7 @@ INSTANTIATE_TEST_SUITE_P(
                     BadField{"printStyle", "", "Solid"}, BadField{"intensity", "101", "0"},
                     BadField{"intensity", "-1", "0"}, BadField{"intensity", "abc", "0"}, BadField{"intensity", "", "0"},
                     BadField{"label", endless, std::string(63, 'x')},
+                    BadField{"label", "$" + endless, "$" + std::string(62, 'x')},
                     BadField{"stylename", endless, std::string(63, 'x')},
                     BadField{"label", std::string(62, 'x') + "\U0001F600", std::string(62, 'x')}),
     [](const auto& test) { return std::to_string(test.index) + "_" + test.param.field; });
@@ -97,6 +98,15 @@ TEST_F(Editor, ShowsARecordWithoutFieldsAsTheNoneRecord) {
   }));
   expectValid(record);
   EXPECT_EQ(fieldOf(record, "fontsize"), "72");
+}
+
+TEST_F(Editor, ShowsNothingOfARecordThatIsNotThere) {
+  EXPECT_FALSE(world.edit(Effect::Node(), [](Hand& hand) {
+    EXPECT_EQ(hand.text("txt_EffWMTxtBox"), "");
+    EXPECT_EQ(hand.text("txt_EffWMFonSiz"), "");
+    hand.cancel();
+  }));
+  EXPECT_THAT(world.face.failures, IsEmpty());
 }
 
 TEST_F(Editor, ShowsARecordOfNothingButNonsense) {

@@ -98,7 +98,7 @@ TEST_F(Editor, CanBeAcceptedWithATextAndAName) {
 
 TEST_F(Editor, CannotBeNamedNoneInAnyLanguage) {
   world.edit([](Hand& hand) {
-    for (const char* none : {"None", "Ohne", "Aucun", "なし", "无", "無"}) {
+    for (const char* none : {"None", "Ohne", "Aucun", "なし", "无", "無", "$IDS_NONE;"}) {
       hand.type("txt_EffWMStyleName", none);
       EXPECT_FALSE(hand.canAccept()) << none;
       hand.type("txt_EffWMStyleName", std::string(none) + " ");
@@ -119,8 +119,10 @@ TEST_F(Editor, TextCanBeNoneUnderAnotherName) {
 
 TEST_F(EditorOfTextsAlone, TextCannotBeNone) {
   world.edit([](Hand& hand) {
-    hand.type("txt_EffWMTxtBox", "None");
-    EXPECT_FALSE(hand.canAccept());
+    for (const char* none : {"None", "$IDS_NONE;"}) {
+      hand.type("txt_EffWMTxtBox", none);
+      EXPECT_FALSE(hand.canAccept()) << none;
+    }
   });
 }
 

@@ -58,7 +58,9 @@ TEST_F(Editor, TellsThePreviewAHundredForWhatIsNotTransparent) {
     auto fields = transparentRecord;
     fields.push_back({"printStyle", style});
     world.edit(world.newRecord(fields), [this](Hand& hand) {
-      EXPECT_EQ(world.takePreview().back(), "opacity 100");
+      EXPECT_THAT(world.takePreview(),
+                  ElementsAre("text Draft", "colour #FF0000", "face Arial", "bold true", "italic true", "size 96",
+                              "rotation 315", "position UR", "opacity 100"));
       EXPECT_EQ(hand.field("intensity"), "0");
       EXPECT_EQ(hand.position("scr_EffWMOpaScroll"), 50);
     });
@@ -177,6 +179,12 @@ TEST_P(EditorOn, OffersTheColoursOfTheModel) {
     EXPECT_EQ(hand.field("colour"), colour);
     EXPECT_EQ(hand.selected("cmb_EffWMCol"), colour);
     EXPECT_EQ(Refhost::toNarrow(hand.preview().colour), colour);
+
+    hand.click("but_EffWMResDef");
+    const std::string restored = model.isOffered ? "#808080" : "#000000";
+    EXPECT_EQ(hand.field("colour"), restored);
+    EXPECT_EQ(hand.selected("cmb_EffWMCol"), restored);
+    EXPECT_EQ(Refhost::toNarrow(hand.preview().colour), restored);
   });
   const auto isConnected = testing::Contains("change colpic_WMBrowse");
   if (model.hasBlack && !model.hasOthers)

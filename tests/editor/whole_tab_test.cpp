@@ -1,4 +1,4 @@
-// The editor in the plug-in, opened by the tab's buttons: files, failures, and screens of other densities.
+// The editor in the plug-in, opened by the tab's buttons: files, failures, and what replaces what.
 #include "editor_world.h"
 
 namespace {
@@ -69,6 +69,25 @@ TEST(EditorInTheTab, GoesOnAfterAFailure) {
     EXPECT_TRUE(hand.accept());
   });
   EXPECT_EQ(tab.value(u"WatermarkTextAngle"), "360");
+}
+
+TEST(EditorInTheTab, KnowsTheNamesOfNoneForAsLongAsThePluginIsLoaded) {
+  Tab first;
+  first.open(u"btn_WMEdit", [](Hand& hand) {
+    hand.type("txt_EffWMTxtBox", "Other");
+    hand.cancel();
+  });
+  const Testing::TemporaryFolder resources;
+  Testing::copyResources(resources.path / "kiln");
+  std::filesystem::remove_all(resources.path / "kiln/base/content/de-DE");
+  auto options = Testing::builtOptions();
+  options.resources = resources.path / "kiln";
+  Tab second(options);
+  second.open(u"btn_WMEdit", [](Hand& hand) {
+    EXPECT_TRUE(hand.type("txt_EffWMTxtBox", "Ohne"));
+    EXPECT_FALSE(hand.canAccept());
+    hand.cancel();
+  });
 }
 
 TEST(EditorInTheTab, ReplacesWhatTheUserAgreedToAndKeepsTheSelection) {

@@ -25,7 +25,8 @@ class RecordingFace : public Refhost::Face {
   std::optional<std::u16string> askJobStep() override { return jobStep; }
   void showFailure(const std::string& sentence) override { failures.push_back(sentence); }
 
-  // What the user does in a modal dialog; a dialog is cancelled when this returns.
+  // What the user does in a modal dialog; one that is still open when this returns closes, neither accepted nor
+  // cancelled.
   std::function<void(Refhost::Dialog&)> onModal;
   std::optional<std::u16string> jobStep;
   std::vector<std::u16string> helpAddresses;
