@@ -84,7 +84,7 @@ void MultiOverlayDlg::connectSlots(std::index_sequence<slot...>) {
 void MultiOverlayDlg::onOk(SubDialogEventArg&) {
   SlotContents contents;
   std::transform(slots.begin(), slots.end(), contents.begin(), [](const OvlThumbnail& slot) {
-    return SlotContent{slot.label(), slot.pages()};
+    return slot.isOccupied() ? SlotContent{slot.label(), slot.pages()} : SlotContent();
   });
   const std::u16string files = sourceFilesOf(
       contents, [this](std::size_t slot) { return pathOf(slots[slot].label(), slots[slot].isDownloaded()); });
@@ -175,19 +175,35 @@ void MultiOverlayDlg::show(Text details) {
   const WString defaultLabel = overlay ? overlay->value() : WString();
   const auto contents = readDetails(details, defaultLabel.view(), [this](Text label) { return isThere(label); });
   if (!contents) return restoreDefaults();
-  for (std::size_t i = 0; i < slotCount; ++i)
-    if (const auto& [label, pages] = (*contents)[i]; !label.empty()) place(i, label, isOnlyDownloaded(label), pages);
+  // A first slot without an overlay of its own has the default one, which is known by more than its label.
+  const bool beginsWithDefault = details.starts_with(u';');
+  for (std::size_t i = 0; i < slotCount; ++i) {
+    const auto& [label, pages] = (*contents)[i];
+    if (label.empty()) continue;
+    place(i, label, i == 0 && beginsWithDefault ? overlay->isMarked() : isOnlyDownloaded(label), pages);
+  }
   refreshButtons();
 }
 
 void MultiOverlayDlg::restoreDefaults() {
   clearAll();
   if (const auto overlay = defaultOverlay()) {
-    const WString label = overlay->value();
-    if (source) source->selectValue(label);
-    place(0, label.view(), overlay->isMarked(), firstRule(0));
+    selectInSource(*overlay);
+    place(0, overlay->value().view(), overlay->isMarked(), firstRule(0));
   }
   refreshButtons();
+}
+
+// A value does not tell a downloaded overlay from the user's own of the same file name.
+void MultiOverlayDlg::selectInSource(ListItem& overlay) {
+  if (!source) return;
+  const auto items = source->data();
+  for (std::int32_t i = 0; i < items->count(); ++i) {
+    const auto item = items->at(i);
+    if (item->value().view() != overlay.value().view() || item->isMarked() != overlay.isMarked()) continue;
+    source->select(i);
+    return;
+  }
 }
 
 void MultiOverlayDlg::onRestoreDefaults(EventArg<Button>) { restoreDefaults(); }

@@ -59,6 +59,7 @@ class MultiOverlayDlg final : public SignalTarget {
   // What is saved, and the defaults, into the slots.
   void show(Text details);
   void restoreDefaults();
+  void selectInSource(ListItem& overlay);
   void onRestoreDefaults(EventArg<Button> event);
   bool isThere(Text label);
   bool isOnlyDownloaded(Text label);

@@ -18,10 +18,11 @@ std::vector<std::string> withFree(std::vector<std::string> slots) {
   return slots;
 }
 
+std::filesystem::path pictureOf(const Kiln::XUL::Image& image) { return dynamic_cast<const Refhost::Image&>(image).file; }
+
 std::string imageOf(Kiln::XUL::ListItem& item) {
   const auto picture = item.image();
-  const auto* image = dynamic_cast<const Refhost::Image*>(picture.get());
-  return image == nullptr ? "" : image->file.filename().string();
+  return picture ? pictureOf(*picture).filename().string() : "";
 }
 
 TEST_F(MultiDialog, ListsTheOverlaysOfTheTabInItsOrder) {
@@ -118,8 +119,21 @@ TEST_F(NoOverlays, LeaveEverythingFreeAndNothingToAdd) {
   });
 }
 
+TEST_F(NoOverlays, LeaveNothingToAddWhateverIsSaved) {
+  openOn("rubbish", [](OpenDialog& dialog) {
+    EXPECT_FALSE(dialog.widget<Refhost::Button>("btn_MulOvlAdd").isEnabled());
+    EXPECT_FALSE(dialog.widget<Refhost::Button>("btn_MulOvlAddManual").isEnabled());
+  });
+}
+
 TEST_F(MultiDialog, OffersToAddWhileAnOverlayIsSelected) {
   openOn(details({"AAAAA.opa;All"}), [](OpenDialog& dialog) {
+    for (const char* id : {"btn_MulOvlAdd", "btn_MulOvlAddManual"}) {
+      auto& button = dialog.widget<Refhost::Button>(id);
+      EXPECT_TRUE(button.isEnabled());
+      button.setEnabled(false);
+    }
+    dialog.source().choose(1);
     for (const char* id : {"btn_MulOvlAdd", "btn_MulOvlAddManual"})
       EXPECT_TRUE(dialog.widget<Refhost::Button>(id).isEnabled());
   });
@@ -276,15 +290,15 @@ TEST_F(MultiDialog, AsksForItsHelpTopic) {
 }
 
 TEST_F(MultiDialog, WorksWithoutAnyOfItsWidgets) {
-  const std::vector<std::u16string> all = {
-      u"lib_MulOvlSource", u"btn_MulOvlAdd",     u"btn_MulOvlAddManual", u"cmb_MulOvlGroupsToClear",
-      u"but_MulOvlClear",  u"but_MulOvlRestDef", u"btn_MulOvlHelp",      u"rad1_All",
-      u"rad1_Even",        u"rad1_Odd",          u"rad2_Even",           u"rad2_Odd",
-      u"img_MulOvl1Image", u"img_MulOvl3Image",  u"edt_MulOvl3Manual",   u"cmb_EffOverlay"};
-  without.insert(all.begin(), all.end());
+  without = {u"lib_MulOvlSource", u"btn_MulOvlAdd",     u"btn_MulOvlAddManual", u"cmb_MulOvlGroupsToClear",
+             u"but_MulOvlClear",  u"but_MulOvlRestDef", u"btn_MulOvlHelp",      u"rad1_All",
+             u"rad1_Even",        u"rad1_Odd",          u"rad2_Even",           u"rad2_Odd",
+             u"cmb_EffOverlay"};
+  without.insert(std::begin(Effect::WidgetId::slotImages), std::end(Effect::WidgetId::slotImages));
+  without.insert(std::begin(Effect::WidgetId::slotPages), std::end(Effect::WidgetId::slotPages));
   const std::string value = details({"AAAAA.opa;Odd", "BBBBB.opa;Even", "CCCCC.opa;7"});
   set(u"MultipleOverlayDetails", Refhost::toWide(value));
-  EXPECT_EQ(saved([](OpenDialog& dialog) { dialog.clearByMenu(2); }), details({"AAAAA.opa;Odd", ";", "CCCCC.opa;7"}));
+  EXPECT_EQ(saved([](OpenDialog&) {}), value);
 }
 
 // A file name may be the user's own overlay's and a downloaded one's.
@@ -318,6 +332,31 @@ TEST_F(DownloadedOverlay, IsFoundAgainUnlessTheUserHasOneOfItsFileName) {
   set(u"MultipleOverlayDetails", Refhost::toWide(details({"DDDDD.opa;All", "AAAAA.opa;Odd"})));
   saved([](OpenDialog&) {});
   EXPECT_EQ(value(u"OverlaySourceFileName"), officePath("DDDDD.opa") + ";All$" + path('A') + ";Odd$");
+}
+
+// The list is: none, several, A, A of the office, D. The default is the last but one of the three overlays.
+TEST_F(DownloadedOverlay, IsTheDefaultWhereTheListHasItInThatPlace) {
+  open([](OpenDialog& dialog) { EXPECT_EQ(dialog.source().selectedItem()->text().view(), u"A of the office"); });
+  for (const std::string& saved : {std::string(), details({})}) {
+    set(u"MultipleOverlayDetails", Refhost::toWide(saved));
+    this->saved([](OpenDialog&) {});
+    EXPECT_EQ(value(u"OverlaySourceFileName"), officePath("AAAAA.opa") + ";All$") << saved;
+  }
+}
+
+TEST_F(DownloadedOverlay, HasItsOwnThumbnail) {
+  openOn(details({"AAAAA.opa;All"}), [this](OpenDialog& dialog) {
+    auto& items = dialog.source().items();
+    EXPECT_EQ(pictureOf(*items.at(0)->image()), thumbnail('A'));
+    EXPECT_EQ(pictureOf(*items.at(1)->image()), home.localFolder("office") / "AAAAA.bmp");
+    for (const std::int32_t item : {1, 0}) {
+      dialog.source().choose(item);
+      dialog.click("btn_MulOvlAddManual");
+    }
+    EXPECT_EQ(pictureOf(*dialog.image(1).image()), thumbnail('A'));
+    EXPECT_EQ(pictureOf(*dialog.image(3).image()), home.localFolder("office") / "AAAAA.bmp");
+    EXPECT_EQ(pictureOf(*dialog.image(4).image()), thumbnail('A'));
+  });
 }
 
 }  // namespace

@@ -166,6 +166,15 @@ TEST_F(MultiDialog, GivesAnOverlayDroppedOnAFreeMasterSlotTheRuleChosenThere) {
   });
 }
 
+TEST_F(MultiDialog, SavesAFreeSlotFreeWhateverItsRule) {
+  set(u"MultipleOverlayDetails", Refhost::toWide(onlyA));
+  EXPECT_EQ(saved([](OpenDialog& dialog) {
+              dialog.choose("rad2_Odd");
+              EXPECT_TRUE(dialog.type(3, "7"));
+            }),
+            onlyA);
+}
+
 TEST_F(MultiDialog, SavesTheRuleOfEachRadioButton) {
   for (const std::string rule : {"Even", "Odd", "All"})
     EXPECT_EQ(saved([&rule](OpenDialog& dialog) { dialog.choose("rad1_" + rule); }), details({"BBBBB.opa;" + rule}));
@@ -289,14 +298,14 @@ class RandomUser {
   std::mt19937 random;
 };
 
-// The value that stands for what the dialog shows; a rule without an overlay does not come back.
+// The value that stands for what the dialog shows; a rule without an overlay is not saved.
 std::string detailsOf(const std::vector<std::string>& slots) {
   std::vector<std::string> entries;
   for (const std::string& slot : slots) {
     const auto blank = slot.find(' ');
     const bool isFree = slot.front() == '-';
     const std::string rule = slot.substr(blank + 1);
-    entries.push_back((isFree ? "" : slot.substr(0, blank) + ".opa") + ";" + (rule == "?" ? "" : rule));
+    entries.push_back(isFree ? ";" : slot.substr(0, blank) + ".opa;" + (rule == "?" ? "" : rule));
   }
   return details(entries);
 }
