@@ -89,10 +89,10 @@ int remove(const OverlayOptions& given) {
     throw std::runtime_error("There is no overlay \"" + given.name + "\"; \"kiln overlay list\" lists them.");
   auto* button = dynamic_cast<Refhost::Button*>(run.preferences().gui()->find(u"btn_OvlDel"));
   if (button == nullptr) throw std::runtime_error("These preferences have no button that deletes overlays.");
-  const std::int32_t before = list.items().count();
   list.choose(overlay->index);
   run.act([button] { button->click(); }, [](Refhost::Dialog& dialog) { dialog.accept(); });
-  if (list.items().count() == before)
+  const auto left = overlayNamed(overlaysIn(list), given.name);
+  if (left && left->isDownloaded == overlay->isDownloaded)
     throw std::runtime_error("The overlay \"" + given.name + "\" cannot be deleted now.");
   return 0;
 }

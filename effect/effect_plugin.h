@@ -147,9 +147,15 @@ class EffectPlugin final : public UIPlugin, public PTPlugin {
   void selectWatermark(std::u16string_view id);
 
   SmartPtr<Overlays> newOverlays();
+
+  // The store; made where there is none.
+  Overlays& overlays();
   void bindOverlayWidgets();
   void showOverlays();
   void showDownloadedTip();
+
+  // Opens the dialog for several overlays, and returns when it has closed.
+  void assignOverlays();
   std::u16string selectedOverlay();
   void selectOverlayItem(std::u16string_view value, std::u16string_view source);
   void offerOverlay(std::u16string_view value);
@@ -192,7 +198,7 @@ class EffectPlugin final : public UIPlugin, public PTPlugin {
 
   struct OverlaySide {
     SmartPtr<Alignment> leftBox;
-    SmartPtr<Overlays> store;  // empty until the tab is set up or, without a tab, an overlay is created
+    SmartPtr<Overlays> store;  // empty until it is needed, and where an import found no memory for it
 
     // Each empty where there is no tab, or the layout has no such widget.
     SmartPtr<ComboBox> list;

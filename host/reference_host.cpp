@@ -125,7 +125,7 @@ Kiln::SmartPtr<Kiln::XUL::ListData> ReferenceHost::listData() { return make<List
 
 Kiln::SmartPtr<Kiln::XUL::Alignment> ReferenceHost::alignment(std::int32_t flags) { return make<Alignment>(flags); }
 
-Kiln::SmartPtr<Kiln::XUL::Image> ReferenceHost::image(Kiln::WStringView address, Kiln::WStringView) {
+Kiln::SmartPtr<Kiln::XUL::Image> ReferenceHost::image(Kiln::WStringView address, Kiln::WStringView scope) {
   const auto resource = world.chrome.file(address);
   Disk& disk = resource ? realDisk() : world.files.disk;
   const auto file = resource.value_or(pathFromText(address.view()));
@@ -134,7 +134,7 @@ Kiln::SmartPtr<Kiln::XUL::Image> ReferenceHost::image(Kiln::WStringView address,
   } catch (const DiskError&) {
     return {};
   }
-  return make<Image>(std::u16string(address.view()), file);
+  return make<Image>(std::u16string(address.view()), file, std::u16string(scope.view()));
 }
 
 Kiln::SmartPtr<Kiln::XUL::Image> ReferenceHost::swatch(Kiln::WStringView colour, std::int32_t width,

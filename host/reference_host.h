@@ -24,14 +24,17 @@ namespace Refhost {
 // A picture by its address or file, or a swatch of one colour.
 class Image final : public Kiln::XUL::Image {
  public:
-  Image(std::u16string imageSource, std::filesystem::path imageFile)
-      : source(std::move(imageSource)), file(std::move(imageFile)) {}
+  Image(std::u16string imageSource, std::filesystem::path imageFile, std::u16string imageScope = {})
+      : source(std::move(imageSource)), file(std::move(imageFile)), scope(std::move(imageScope)) {}
   Image(std::u16string swatchColour, int swatchWidth, int swatchHeight)
       : colour(std::move(swatchColour)), width(swatchWidth), height(swatchHeight) {}
 
   // The address or path as the plug-in gave it, and the file it names; both empty for a swatch.
   const std::u16string source;
   const std::filesystem::path file;
+
+  // The scope that the plug-in names; empty for none. All pictures of this host are in one.
+  const std::u16string scope;
 
   // A swatch's colour ("#RRGGBB") and sides in pixels; empty and 0 for a picture.
   const std::u16string colour;

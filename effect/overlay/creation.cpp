@@ -43,10 +43,7 @@ void EffectPlugin::onPreAccept(SmartPtr<PreAcceptPanel> panel) {
 // True when a destination was prepared, into which the driver is to write the overlay.
 bool EffectPlugin::sendOverlayCreateTransitions() {
   send({{Prop::ovlDestCreated, Value::no}});
-  if (overlay.store)
-    overlay.store->refresh();
-  else
-    overlay.store = newOverlays();
+  overlays().refresh();
   if (overlay.store->isFull()) {
     if (const auto dialog = gui->openDialog(Address::overlayFull)) dialog->runModally();
     return false;

@@ -110,7 +110,7 @@ std::u16string EffectPlugin::presentOverlayFile(std::u16string_view file) {
   };
   if (isThere(file)) return std::u16string(file);
   const auto item = overlay.list ? overlay.list->selectedItem() : SmartPtr<ListItem>();
-  const bool isDownloaded = item && item->isMarked();
+  const bool isDownloaded = isUserData(file) || (item && item->isMarked());
   for (const bool flag : {isDownloaded, !isDownloaded}) {
     const std::u16string path =
         overlay.store ? overlay.store->pathOf(lastPartOf(file), flag) : std::u16string(Value::none);

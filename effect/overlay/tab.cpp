@@ -3,7 +3,7 @@
 #include "effect/effect_plugin.h"
 #include "effect/list_order.h"
 #include "effect/option_box.h"
-#include "effect/overlay/multi_overlay.h"
+#include "effect/overlay/multi_overlay_dlg.h"
 #include "effect/settings.h"
 #include "effect/widget_state.h"
 
@@ -37,6 +37,11 @@ SmartPtr<Overlays> EffectPlugin::newOverlays() {
   SmartPtr<Overlays> store(new (host().allocator()) Overlays(host(), propertyManager(), false));
   if (!store) throw std::bad_alloc();
   return store;
+}
+
+Overlays& EffectPlugin::overlays() {
+  if (!overlay.store) overlay.store = newOverlays();
+  return *overlay.store;
 }
 
 void EffectPlugin::bindOverlayWidgets() {
@@ -81,18 +86,20 @@ void EffectPlugin::onOvlChange(EventArg<ComboBox> event) {
     send({{Prop::overlaySel, value.view()}, {Prop::overlayImage, Value::none}});
   } else if (value.view() == Value::multiple) {
     send({{Prop::overlaySel, value.view()}, {Prop::overlayImage, Value::multipleOverlayImage}});
-    assignOverlays(host(), *gui, propertyManager(), *overlay.store);
+    assignOverlays();
   } else {
     send({{Prop::overlaySel, value.view()},
-          {Prop::overlaySourceFileName, overlay.store->pathOf(value.view(), item->isMarked())},
+          {Prop::overlaySourceFileName, overlays().pathOf(value.view(), item->isMarked())},
           {Prop::overlayImage, Value::overlayImage}});
   }
 }
 
 void EffectPlugin::onOvlDetails(EventArg<Button>) {
-  assignOverlays(host(), *gui, propertyManager(), *overlay.store);
+  assignOverlays();
   if (overlay.list && propertyIs(Prop::overlayImage, Value::multipleOverlayImage)) overlay.list->select(multipleEntry);
 }
+
+void EffectPlugin::assignOverlays() { MultiOverlayDlg({host(), propertyManager(), overlays()}, *gui).run(); }
 
 void EffectPlugin::onOvlDelete(EventArg<Button>) {
   const auto dialog = gui->openDialog(Address::confirmDelete);
@@ -101,15 +108,14 @@ void EffectPlugin::onOvlDelete(EventArg<Button>) {
   dialog->runModally();
 }
 
+// The file that is deleted may have been listed more than once, and saving takes up what others have added: the list is
+// filled anew.
 void EffectPlugin::onOkOvlDelete(SubDialogEventArg&) {
   const auto item = overlay.list ? overlay.list->selectedItem() : SmartPtr<ListItem>();
-  if (!item || overlay.store->pathOf(item->value().view(), item->isMarked()) == Value::none) return;
-  overlay.store->removeOverlay(item->value().view(), item->isMarked());
+  overlays().removeOverlay(selectedOverlay(), item && item->isMarked());
 
   const auto select = [this] {
-    const auto items = overlay.list->data();
-    items->remove(overlay.list->selectedIndex());
-    overlay.list->setData(items);
+    showOverlays();
     send({{Prop::overlaySel, Value::none}, {Prop::overlayImage, Value::none}});
   };
   // The overlay is gone, whether or not the index can be written.

@@ -54,6 +54,13 @@ struct OverlayTab {
     return own == nullptr ? "" : inSlashes(Refhost::toNarrow(own->source));
   }
 
+  // The scope of the caption's picture; "-" for no picture.
+  std::string captionScope() {
+    const auto image = world->widget<Refhost::Label>(u"lbl_Ovl").image();
+    const auto* own = dynamic_cast<const Refhost::Image*>(image.get());
+    return own == nullptr ? "-" : Refhost::toNarrow(own->scope);
+  }
+
   // "VALUE=TEXT" of each item, with "*" behind a downloaded one.
   std::vector<std::string> items() {
     std::vector<std::string> lines;

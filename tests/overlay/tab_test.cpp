@@ -108,6 +108,16 @@ TEST_F(OverlayGroup, OpensTheDialogOfSeveralByTheDetailsButton) {
   EXPECT_EQ(tab.selected(), "00001.opa");
 }
 
+TEST_F(OverlayGroup, SelectsSeveralAfterTheirDialogWhereThatIsWhatPrints) {
+  OverlayTab tab(home);
+  tab.choose(u"00001.opa");
+  tab.set(u"OverlayImage", u"MultipleOverlayImage");
+  tab.onDialog = [](Refhost::Dialog& dialog) { dialog.cancel(); };
+  EXPECT_EQ(tab.selected(), "00001.opa");
+  tab.button(u"but_EffDet").click();
+  EXPECT_EQ(tab.selected(), "Multiple");
+}
+
 TEST_F(OverlayGroup, OffersNoDeletionOfSeveralAndPerPageOnlyWithSeveralPagesOnASheet) {
   OverlayTab tab(home);
   tab.set(u"OverlaySel", u"Multiple");
@@ -184,6 +194,26 @@ TEST_F(OverlayGroup, ThatIsUnavailableIsOffWithoutATransition) {
   EXPECT_EQ(tab.operable(), nothing);
 }
 
+TEST_F(OverlayGroup, IsUnavailableWithAnyOptionOfIts) {
+  OverlayTab tab(home);
+  tab.choose(u"00001.opa");
+  tab.world->preferences.setAvailable(u"OverlayImage", u"MultipleOverlayImage", false);
+  EXPECT_EQ(tab.operable(), nothing);
+}
+
+TEST_F(OverlayGroup, ThatIsAvailableAgainWithoutAnOverlayHasNothingTicked) {
+  OverlayTab tab(home);
+  tab.world->preferences.setAvailable(u"OverlayImage", u"OverlayImage", false);
+  tab.set(u"OverlayLayering", u"Overlay");
+  tab.set(u"OverlayOccurance", u"PerPage");
+  const auto isTicked = [&tab](const char16_t* id) { return tab.world->box(id).isChecked(); };
+  EXPECT_TRUE(isTicked(u"ePTKWJobOverlayImage_Layering"));
+  EXPECT_TRUE(isTicked(u"ePTKWJobOverlayImage_PrintPerPage"));
+  tab.world->preferences.setAvailable(u"OverlayImage", u"OverlayImage", true);
+  EXPECT_FALSE(isTicked(u"ePTKWJobOverlayImage_Layering"));
+  EXPECT_FALSE(isTicked(u"ePTKWJobOverlayImage_PrintPerPage"));
+}
+
 TEST_F(OverlayGroup, ThatIsAvailableAgainOffersWhatTheListSelects) {
   OverlayTab tab(home);
   const auto backWith = [&tab](std::int32_t item) {
@@ -224,20 +254,17 @@ TEST_F(OverlayGroup, ShowsTheThumbnailOfTheSelectedOverlay) {
 
 TEST_F(OverlayGroup, TellsOfUserDataByItsPicturesInTheTabOnly) {
   constexpr const char* tip = "chrome://base/content/bitmaps/tips_UD_tb.bmp";
-  const auto captionHasTip = [](OverlayTab& tab) {
-    return bool(tab.world->widget<Refhost::Label>(u"lbl_Ovl").image());
-  };
   OverlayTab tab(home, withUserData());
   EXPECT_EQ(tab.picture(), tip);
-  EXPECT_TRUE(captionHasTip(tab));
+  EXPECT_EQ(tab.captionScope(), "global");
   auto options = withUserData();
   options.mode = Refhost::Mode::pdc;
   OverlayTab defaults(home, options);
   EXPECT_EQ(defaults.picture(), "");
-  EXPECT_FALSE(captionHasTip(defaults));
+  EXPECT_EQ(defaults.captionScope(), "-");
   OverlayTab off(home);
   EXPECT_EQ(off.picture(), "");
-  EXPECT_FALSE(captionHasTip(off));
+  EXPECT_EQ(off.captionScope(), "-");
 }
 
 TEST_F(OverlayGroup, LosesADeletedOverlayFromDiskAndListAndSelection) {
@@ -270,6 +297,27 @@ TEST_F(OverlayGroup, LeavesATrueIndexWhenTheLastOverlayIsDeleted) {
   tab.remove();
   EXPECT_EQ(home.userIndex(), "");
   EXPECT_THAT(OverlayTab(home).items(), ElementsAre("None=None", "Multiple=Multiple"));
+}
+
+TEST_F(OverlayGroup, ListsWhatTheStoreHasAfterADeletion) {
+  home.putUser({{u"one", u"00001.opa"}, {u"again", u"00001.opa"}, {u"two", u"00002.opa"}});
+  OverlayTab tab(home);
+  home.putUser({{u"one", u"00001.opa"}, {u"two", u"00002.opa"}, {u"theirs", u"00003.opa"}});
+  tab.choose(u"00001.opa");
+  tab.remove();
+  EXPECT_THAT(tab.items(), ElementsAre("None=None", "Multiple=Multiple", "00003.opa=theirs", "00002.opa=two"));
+  EXPECT_EQ(tab.selected(), "None");
+}
+
+TEST_F(OverlayGroup, DeletesASelectionThatNobodyHasByGoingBackToNone) {
+  auto options = builtOptions();
+  options.properties = {{u"OverlaySel", u"00009.opa"}, {u"OverlayImage", u"OverlayImage"}};
+  OverlayTab tab(home, options);
+  EXPECT_EQ(tab.selected(), "None");
+  tab.remove();
+  EXPECT_EQ(sent(tab.world->take()).front(), "OverlaySel=None,OverlayImage=None");
+  EXPECT_EQ(tab.value(u"OverlaySel"), "None");
+  EXPECT_THAT(tab.items(), testing::SizeIs(4));
 }
 
 TEST_F(OverlayGroup, DeletesNothingWithoutAYes) {
@@ -359,6 +407,22 @@ TEST(DownloadedOverlays, AreDeletedWithTheirOwnFile) {
   EXPECT_THAT(tab.items(),
               ElementsAre("None=None", "Multiple=Multiple", "00003.opa=a theirs*", "00001.opa=form", "00002.opa=mine"));
   EXPECT_EQ(bytesOf(OverlayHome::index(home.local())), recordBytes(u"a theirs", u"00003.opa"));
+}
+
+TEST_F(OverlayGroup, TakesNoPathForUserDataWhereNoneIsKeptApart) {
+  OverlayTab tab(home);
+  tab.set(u"OverlaySourceFileName", u"C:\\local\\userdata\\00001.opa");
+  tab.set(u"OverlaySel", u"00001.opa");
+  EXPECT_EQ(tab.selected(), "00001.opa");
+}
+
+TEST(DownloadedOverlays, AreFoundAgainWhereTheyHaveMovedAmongSeveral) {
+  const UserDataHome home;
+  OverlayTab tab(home, home.options());
+  tab.set(u"OverlaySourceFileName", u"C:\\local\\userdata\\x\\00001.opa;All$C:\\overlays\\00001.opa;2$");
+  tab.set(u"OverlaySel", u"Multiple");
+  EXPECT_EQ(tab.value(u"OverlaySourceFileName"),
+            (home.local() / "00001.opa").generic_string() + ";All$" + tab.userFile("00001.opa") + ";2$");
 }
 
 TEST_F(OverlayGroup, KeepsASourceFileThatIsThere) {
