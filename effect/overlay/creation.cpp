@@ -5,8 +5,8 @@ namespace Kiln::XUL {
 
 using namespace Effect;
 
-// Runs the creation, and then `ending` with whether a destination was prepared. A failure has none, and goes on to the
-// host.
+// Runs the creation, and then `ending` with whether a destination was prepared. A failure has none and goes on to the
+// host, and the job loses its name: one that has a name counts as prepared.
 template <class Ending>
 void EffectPlugin::createOverlay(const Ending& ending) {
   bool isPrepared = false;
@@ -14,6 +14,7 @@ void EffectPlugin::createOverlay(const Ending& ending) {
     isPrepared = sendOverlayCreateTransitions();
   } catch (...) {
     ending(false);
+    send({{Prop::overlayImageName, {}}});
     throw;
   }
   ending(isPrepared);
@@ -61,7 +62,10 @@ bool EffectPlugin::mayTakeName(const std::u16string& name) {
   if (known < 0 || !host().path(overlay.store->record(known).path)->exists()) return true;
   overlay.mayOverwrite = false;
   const auto dialog = gui->openDialog(Address::overwrite);
-  if (!dialog) return false;
+  if (!dialog) {
+    send({{Prop::overlayImageName, {}}});
+    return false;
+  }
   connect(*dialog->okSignal(), *this, &EffectPlugin::onOvlOverwrite);
   connect(*dialog->cancelSignal(), *this, &EffectPlugin::onCancelOvlOverwrite);
   dialog->runModally();

@@ -291,6 +291,35 @@ TEST_F(OverlayCreation, IntoAFolderThatCannotBeMadeIsToldAndLeavesNoDestination)
   EXPECT_THAT(step.face.failures, SizeIs(1));
 }
 
+TEST_F(OverlayCreation, ThatFailedIsTriedAgainByTheNextOk) {
+  const auto inTheWay = home.folder.path / "profile" / "overlays";
+  Testing::writeFile(inTheWay, "a file in the way");
+  Creation creation(home, u"Letterhead");
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_FALSE(creation.accept());
+    EXPECT_EQ(creation.value(u"OverlayImageName"), "");
+  }
+  std::filesystem::remove(inTheWay);
+  EXPECT_TRUE(creation.accept());
+  EXPECT_EQ(creation.value(u"OverlayImageName"), "Letterhead");
+  EXPECT_EQ(creation.value(u"OvlDestCreated"), "True");
+}
+
+TEST_F(OverlayCreation, IsRefusedWhereTheQuestionCannotBeAsked) {
+  const Testing::TemporaryFolder resources;
+  Testing::copyResources(resources.path / "kiln");
+  std::filesystem::remove(resources.path / "kiln/base/content/dlg_overwrite.xul");
+  home.putUser({{u"Letterhead", u"00001.opa"}});
+  auto options = overlayJob();
+  options.resources = resources.path / "kiln";
+  Creation creation(home, u"Letterhead", options);
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_FALSE(creation.accept());
+    EXPECT_EQ(creation.value(u"OverlayImageName"), "");
+  }
+  EXPECT_EQ(bytesOf(home.userFolder() / "00001.opa"), "00001.opa");
+}
+
 TEST_F(OverlayCreation, ThatFailsEndsThePropertyThatAskedForIt) {
   Testing::writeFile(home.folder.path / "profile" / "overlays", "a file in the way");
   Creation creation(home, u"Letterhead");
