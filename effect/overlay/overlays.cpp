@@ -1,5 +1,6 @@
 #include "effect/overlay/overlays.h"
 
+#include "effect/list_order.h"
 #include "effect/local_data.h"
 #include "effect/sentence.h"
 #include "effect/settings.h"
@@ -22,6 +23,12 @@ std::uint32_t timeSeed() {
 }
 
 bool isFile(Kiln::Services::Path& path) { return path.exists() && !path.isFolder(); }
+
+// The same for all names that differ only in case.
+std::u16string withoutCase(std::u16string name) {
+  std::transform(name.begin(), name.end(), name.begin(), lowerCase);
+  return name;
+}
 
 void copyIfThere(Kiln::Services::Path& file, const Kiln::SmartPtr<Kiln::Services::Path>& to) {
   if (isFile(file)) file.copyTo(to);
@@ -162,8 +169,8 @@ void Overlays::takeBack(std::u16string_view path) {
   if (added.erase(Text(path)) > 0) erase(Text(path));
 }
 
-// A name that neither a file nor a record has: that of an overlay which is still to be written is taken, too. Where
-// nearly all are taken, luck alone would not find the last.
+// A name that neither a file nor a record has: that of an overlay which is still to be written is taken, too, and so is
+// one whose thumbnail is left of another overlay. Where nearly all are taken, luck alone would not find the last.
 std::u16string Overlays::freeFileName(Kiln::Services::Path& folder) {
   constexpr unsigned drawn = 1000;
   unsigned number = 0;
@@ -173,7 +180,7 @@ std::u16string Overlays::freeFileName(Kiln::Services::Path& folder) {
     const auto file = folder.join(name);
     const bool isTaken = std::any_of(records.begin(), records.end(),
                                      [&](const OverlayRecord& record) { return record.path == file->text().view(); });
-    if (!isTaken && !file->exists()) return name;
+    if (!isTaken && !file->exists() && !folder.join(thumbnailOf(name))->exists()) return name;
   }
   throw Kiln::Exception(host.allocator(), "The folder " + narrowText(folder.text().view()) +
                                               " has no name left for another overlay; delete files from it.");
@@ -216,6 +223,7 @@ void Overlays::save() {
     }
   }
   changed.clear();
+  added.clear();
 }
 
 // What another process has put into the index meanwhile stays in it.
@@ -240,9 +248,9 @@ void Overlays::exportTo(const Kiln::SmartPtr<Kiln::Services::Path>& folder) {
   for (const OverlayRecord& record : records) {
     const auto file = host.path(record.path);
     if (!isFile(*file)) continue;  // still to be written by a job
-    // A downloaded overlay may have the file name of one of the user's.
+    // A downloaded overlay may have the file name of one of the user's, and on some systems case does not count.
     Text fileName = record.diskpath;
-    while (!taken.insert(fileName).second) fileName = freeFileName(*folder);
+    while (!taken.insert(withoutCase(fileName)).second) fileName = freeFileName(*folder);
     copyIfThere(*host.path(thumbnailOf(record.path)), folder->join(thumbnailOf(fileName)));
     file->copyTo(folder->join(fileName));
     entries.push_back({record.disklabel, fileName});

@@ -7,7 +7,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <set>
+#include <chrono>
+#include <thread>
 
 namespace {
 
@@ -249,6 +250,15 @@ TEST(OverlayStoreOnANearlyFullFolder, NeverGivesTheNameOfAFileThatIsThere) {
   EXPECT_EQ(store->count(), 1);
 }
 
+TEST(OverlayStoreOnANearlyFullFolder, NeverGivesTheNameOfAThumbnailThatIsThere) {
+  OverlayHome home;
+  std::filesystem::create_directories(home.userFolder());
+  Testing::writeFile(home.userFolder() / "04711.bmp", "of an overlay that is gone");
+  NearlyFullDisk disk;
+  OverlayStore world(home.folder.path, disk);
+  EXPECT_THROW(world.open()->addOverlay(u"new"), Kiln::Exception);
+}
+
 TEST_F(OverlayStoreTest, WritesEachRecordToTheIndexThatItCameFrom) {
   world.set(u"kilnworks.tips.userdata.support", u"True");
   home.putUser({{u"mine", u"00001.opa"}});
@@ -261,6 +271,30 @@ TEST_F(OverlayStoreTest, WritesEachRecordToTheIndexThatItCameFrom) {
   EXPECT_THAT(world.writes, ElementsAre("profile/overlays/ovlNmFl.flo"));
 }
 
+TEST_F(OverlayStoreTest, DropsAStaleRecordOfAnotherIndexWithTheNextSave) {
+  home.putLocal("a", {{u"theirs", u"00002.opa"}, {u"stale", u"00003.opa"}});
+  std::filesystem::remove(home.localFolder("a") / "00003.opa");
+  std::filesystem::create_directories(home.userFolder());
+  open().addOverlay(u"new");
+  store->save();
+  EXPECT_EQ(bytesOf(OverlayHome::index(home.localFolder("a"))), recordBytes(u"theirs", u"00002.opa"));
+}
+
+TEST_F(OverlayStoreTest, DrawsOtherFileNamesAtAnotherTime) {
+  const auto names = [] {
+    const OverlayHome empty;
+    OverlayStore anyWorld(empty.folder.path);
+    const auto anyStore = anyWorld.open();
+    std::vector<std::filesystem::path> drawn;
+    for (const char16_t* label : {u"a", u"b", u"c"})
+      drawn.push_back(std::filesystem::path(anyStore->addOverlay(label)).filename());
+    return drawn;
+  };
+  const auto first = names();
+  std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  EXPECT_NE(names(), first);
+}
+
 TEST_F(OverlayStoreTest, SavesNothingAgainUntilTheNextChange) {
   std::filesystem::create_directories(home.userFolder());
   open();
@@ -269,6 +303,18 @@ TEST_F(OverlayStoreTest, SavesNothingAgainUntilTheNextChange) {
   std::filesystem::remove(OverlayHome::index(home.userFolder()));
   store->save();
   EXPECT_FALSE(std::filesystem::exists(OverlayHome::index(home.userFolder())));
+}
+
+TEST_F(OverlayStoreTest, TakesBackNothingThatHasBeenSaved) {
+  std::filesystem::create_directories(home.userFolder());
+  const std::u16string path = open().addOverlay(u"new");
+  store->takeBack(path);
+  EXPECT_THAT(records(), IsEmpty());
+  const std::u16string saved = store->addOverlay(u"new");
+  store->save();
+  EXPECT_EQ(store->addOverlay(u"new"), saved);
+  store->takeBack(saved);
+  EXPECT_THAT(records(), ElementsAre(IsNew("new")));
 }
 
 TEST_F(OverlayStoreTest, RemovesTheThumbnailThenTheFileAndLeavesTheIndexToTheNextSave) {
@@ -381,6 +427,27 @@ TEST_F(OverlayStoreTest, ExportsTwoOverlaysOfOneFileNameAsTwo) {
   ASSERT_EQ(entries.size(), 2U);
   EXPECT_EQ(bytesOf(to / entries[0].fileName), "00001.opa");
   EXPECT_EQ(bytesOf(to / entries[1].fileName), "the other");
+}
+
+TEST_F(OverlayStoreTest, ExportsTwoFileNamesThatDifferOnlyInCaseAsTwoThatDoNot) {
+  world.set(u"kilnworks.tips.userdata.support", u"True");
+  home.putUser({{u"mine", u"a.opa"}});
+  home.putLocal("a", {{u"theirs", u"A.opa"}});
+  const auto to = home.folder.path / "exported";
+  std::filesystem::create_directory(to);
+  open().exportTo(world.host.path(to.u16string()));
+  EXPECT_THAT(listed(bytesOf(OverlayHome::index(to))), ElementsAre("mine=a.opa", IsNew("theirs")));
+}
+
+TEST_F(OverlayStoreTest, ExportsNoOverlayThatIsStillToBeWritten) {
+  home.putUser({{u"mine", u"00001.opa"}});
+  const auto to = home.folder.path / "exported";
+  std::filesystem::create_directory(to);
+  open().addOverlay(u"new");
+  store->exportTo(world.host.path(to.u16string()));
+  EXPECT_EQ(bytesOf(OverlayHome::index(to)), recordBytes(u"mine", u"00001.opa"));
+  using Entries = std::filesystem::directory_iterator;
+  EXPECT_EQ(std::distance(Entries(to), Entries()), 3) << "the index, the overlay, its thumbnail";
 }
 
 }  // namespace
