@@ -1,6 +1,8 @@
 // What travels with a profile besides property values: the user's own watermarks and overlays.
 #include "effect/effect_plugin.h"
 
+#include <new>
+
 namespace Kiln::XUL {
 
 using namespace Effect;
@@ -13,12 +15,15 @@ SmartPtr<Store> open(Host& host, const PropertyManager& properties, bool isMerge
   return SmartPtr<Store>(new (host.allocator()) Store(host, properties, isMerged));
 }
 
-// The store to export: one that counts as merged, the present one or another over the same files.
+// The store to export: one that counts as merged, the present one or another over the same files. Never empty: a profile
+// without what the user has made must not pass for a whole one.
 template <class Store>
 SmartPtr<Store> merged(const SmartPtr<Store>& present, Host& host, const PropertyManager& properties) {
-  if (!present || present->isMerged()) return present;
-  present->save();
-  return open<Store>(host, properties, true);
+  if (present && present->isMerged()) return present;
+  if (present) present->save();
+  const auto fresh = open<Store>(host, properties, true);
+  if (!fresh) throw std::bad_alloc();
+  return fresh;
 }
 
 }  // namespace
@@ -33,14 +38,12 @@ void EffectPlugin::onExportProfile(ImportExportEventArg event) {
 }
 
 void EffectPlugin::exportWatermarks(Services::Path& location) {
-  const auto store = merged(watermark.store, host(), propertyManager());
-  if (store) store->exportMerged(location.join(watermarkFileName));
+  merged(watermark.store, host(), propertyManager())->exportMerged(location.join(watermarkFileName));
 }
 
 void EffectPlugin::exportOverlays(Services::Path& location) {
   const auto folder = location.join(settingValue(Setting::settingsFolder));
   const auto store = merged(overlay.store, host(), propertyManager());
-  if (!store) return;
   folder->createFolder();
   store->exportTo(folder);
 }

@@ -70,7 +70,7 @@ class FileBackingStoreIO : public BackingStoreIO {
 // Documents as XML. Reading and writing go through a backing store.
 class Documents : public RefCount {
  public:
-  // A new element with no parent. `prefix` and `nameSpace` may be empty. [plug-in]
+  // A new element with no parent; empty when memory is out. `prefix` and `nameSpace` may be empty. [plug-in]
   virtual SmartPtr<Dom::INode> createElement(WStringView name, WStringView prefix, WStringView nameSpace) = 0;
 
   // The document's root element. Throws Exception when it is not well formed or too large. [plug-in]

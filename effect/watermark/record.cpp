@@ -1,6 +1,14 @@
 #include "effect/watermark/record.h"
 
+#include <new>
+
 namespace Effect {
+
+Node newElement(Kiln::Host& host, Name name) {
+  const Node element = host.documents()->createElement(name, {}, {});
+  if (!element) throw std::bad_alloc();
+  return element;
+}
 
 Kiln::WString fieldText(Kiln::Dom::INode& record, Name field) {
   const Node found = record.child(field);
@@ -26,7 +34,7 @@ Name defaultFace(Kiln::Host& host) {
 }
 
 Node noneRecord(Kiln::Host& host, Kiln::WStringView sourceFile) {
-  Node record = host.documents()->createElement(noneId, {}, {});
+  Node record = newElement(host, noneId);
   setField(*record, Field::label, Token::none);
   setField(*record, Field::stylename, Token::none);
   setField(*record, Field::fontname, defaultFace(host));

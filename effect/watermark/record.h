@@ -52,6 +52,9 @@ inline constexpr Name noneId = u"0";
 // Ends the id of a record that was downloaded.
 inline constexpr Name downloadedEnding = u"_G";
 
+// An element with no parent. Throws std::bad_alloc where the host has no memory for one.
+Node newElement(Kiln::Host& host, Name name);
+
 // A field's text; empty where the record has no such field.
 Kiln::WString fieldText(Kiln::Dom::INode& record, Name field);
 void setField(Kiln::Dom::INode& record, Name field, Kiln::WStringView text);

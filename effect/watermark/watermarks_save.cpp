@@ -144,7 +144,7 @@ void Watermarks::writeMergedCopy(const Groups& all) {
   if (all.size() < 2 || !mergeFolder) return;
   const auto path = mergeFolder->join(watermarkFileName);
   if (due.empty() && path->exists()) return;
-  const Node root = host.documents()->createElement(rootName, {}, {});
+  const Node root = newElement(host, rootName);
   for (const auto& [id, record] : records) root->setChild(id, record->clone());
   try {
     host.documents()->write(root, host.file(path));
@@ -155,7 +155,7 @@ void Watermarks::writeMergedCopy(const Groups& all) {
 
 // A file's records as it holds them, after the NoneRecord, which every file has.
 Node Watermarks::document(const std::vector<Text>& recordIds) const {
-  const Node root = host.documents()->createElement(rootName, {}, {});
+  const Node root = newElement(host, rootName);
   root->setChild(noneId, asWritten(*makeNoneRecord()));
   for (const Text& id : recordIds)
     if (id != noneId) root->setChild(id, asWritten(*record(id)));
@@ -163,7 +163,7 @@ Node Watermarks::document(const std::vector<Text>& recordIds) const {
 }
 
 void Watermarks::exportMerged(const Kiln::SmartPtr<Kiln::Services::Path>& to) {
-  const Node root = host.documents()->createElement(rootName, {}, {});
+  const Node root = newElement(host, rootName);
   for (const auto& [id, record] : records) root->setChild(id, asWritten(*record));
   host.documents()->write(root, host.file(to));
 }

@@ -1,5 +1,7 @@
 #include "host/profiles/references.h"
 
+#include <algorithm>
+
 namespace Refhost {
 namespace {
 

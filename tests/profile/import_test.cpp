@@ -1,7 +1,7 @@
 // What an import does to a home: everything or nothing.
+#include "tests/documents/cut_disk.h"
 #include "tests/documents/failing_disk.h"
 #include "tests/profile/profile_world.h"
-#include "tests/documents/cut_disk.h"
 
 #include "host/documents/file_set.h"
 #include "host/profiles/home_import.h"

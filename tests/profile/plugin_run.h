@@ -10,13 +10,14 @@
 
 namespace Testing {
 
+inline Refhost::Options optionsFor(const std::filesystem::path& homeFolder) {
+  Refhost::Options options = builtOptions();
+  options.home = homeFolder;
+  return options;
+}
+
 class ProfileHomes : public testing::Test {
  protected:
-  static Refhost::Options optionsFor(const std::filesystem::path& homeFolder) {
-    Refhost::Options options = builtOptions();
-    options.home = homeFolder;
-    return options;
-  }
   static void putWatermarkFile(const std::filesystem::path& homeFolder, const std::string& records) {
     put(homeFolder / "user" / "ZVeffect.xml", watermarkFile(records));
   }
@@ -31,7 +32,7 @@ class ProfileHomes : public testing::Test {
 
 struct PluginRun {
   explicit PluginRun(const Refhost::Options& options) : world(options) {}
-  explicit PluginRun(const std::filesystem::path& home) : PluginRun(optionsOf(home)) {}
+  explicit PluginRun(const std::filesystem::path& home) : PluginRun(optionsFor(home)) {}
 
   std::filesystem::path exportTo(const std::filesystem::path& target) {
     return world.preferences.exportProfile(target, u"True").value();
@@ -41,6 +42,12 @@ struct PluginRun {
   Refhost::ComboBox& overlayList() { return world.widget<Refhost::ComboBox>(u"cmb_EffOverlay"); }
   std::vector<std::string> watermarks() { return itemsOf(watermarkList()); }
   std::vector<std::string> overlays() { return itemsOf(overlayList()); }
+  // "ADDRESS COLOUR" of an item's picture.
+  static std::string tipOf(Refhost::SelectorNode& list, std::int32_t item) {
+    const auto shown = Kiln::smartCast<Refhost::ListItem>(list.items().at(item));
+    const auto picture = Kiln::smartCast<Refhost::Image>(shown->image());
+    return (picture ? Refhost::toNarrow(picture->source) : "") + " " + Refhost::toNarrow(shown->colour());
+  }
   bool isEnabled(std::u16string_view id) { return world.preferences.gui()->find(id)->isEnabled(); }
   std::string value(std::u16string_view property) { return Refhost::toNarrow(world.value(property)); }
 
@@ -53,12 +60,6 @@ struct PluginRun {
   World world;
 
  private:
-  static Refhost::Options optionsOf(const std::filesystem::path& home) {
-    Refhost::Options options = builtOptions();
-    options.home = home;
-    return options;
-  }
-
   // "VALUE=TEXT" of each item, with "*" behind a downloaded one.
   static std::vector<std::string> itemsOf(Refhost::SelectorNode& list) {
     std::vector<std::string> lines;

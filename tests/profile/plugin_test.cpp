@@ -1,4 +1,5 @@
 // The plug-in's part in profiles: what it writes at the export signal, and how it takes up what an import has put in place.
+#include "tests/documents/failing_disk.h"
 #include "tests/profile/plugin_run.h"
 
 #include "host/allocator.h"
@@ -77,6 +78,34 @@ TEST_F(Plugin, ExportsWhatWasChangedSinceTheOpening) {
   EXPECT_THAT(bytesOf(location / "ZVeffect.xml"), AllOf(HasSubstr("<_x0031_>"), Not(HasSubstr("<_x0032_>"))));
 }
 
+// An index that could not be written when an overlay was deleted is written by the export.
+TEST_F(Plugin, ExportSavesWhatIsStillUnsaved) {
+  int unsaved = 0;
+  for (int failing = 1;; ++failing) {
+    const Path each = folder.path() / std::to_string(failing);
+    putOverlays(overlaysOf(each), {{u"Form", u"12345.opa"}, {u"Letterhead", u"23456.opa"}});
+    FailingDisk disk(Refhost::realDisk());
+    auto options = optionsFor(each);
+    options.disk = &disk;
+    PluginRun run(options);
+    run.overlayList().choose(2);
+    run.world.face.onModal = [](Refhost::Dialog& dialog) { dialog.accept(); };
+    disk.operations = 0;
+    disk.failing = failing;
+    run.world.widget<Refhost::Button>(u"btn_OvlDel").click();
+    if (disk.operations < failing) break;
+    const auto isIndexed = [&each] {
+      const auto entries = Refhost::readOverlayIndex(bytesOf(overlaysOf(each) / "ovlNmFl.flo"));
+      return std::any_of(entries.begin(), entries.end(), [](const auto& entry) { return entry.file == u"12345.opa"; });
+    };
+    if (run.overlays().size() != 3 || !isIndexed()) continue;
+    ++unsaved;
+    run.exportTo(folder.path() / ("exported " + std::to_string(failing)));
+    EXPECT_FALSE(isIndexed()) << failing;
+  }
+  EXPECT_GT(unsaved, 0);
+}
+
 // A store that is not merged is saved, and another is built over the same files: one that sees what others have written.
 TEST_F(Plugin, ExportsTheFilesAsTheyAreNow) {
   PluginRun run(home);
@@ -132,7 +161,13 @@ TEST_F(Plugin, ImportSelectsBothAgainInOneTransition) {
   run.world.preferences.set(u"OverlaySel", u"12345.opa");
   run.world.take();
   run.world.preferences.importProfile("p", {});
-  EXPECT_THAT(transitions(run.world.take()), Contains("WatermarkSel=WM_1,OverlaySel=12345.opa").Times(1));
+  const auto events = run.world.take();
+  EXPECT_THAT(transitions(events), Contains("WatermarkSel=WM_1,OverlaySel=12345.opa").Times(1));
+  const auto first = std::find_if(events.begin(), events.end(), [](const auto& event) { return event.op == "transition"; });
+  EXPECT_THAT(widgetOperations({events.begin(), first}),
+              ElementsAre("lst_selectedWatermark select WM_1", "btn_WMAdd enable", "cmb_EffOverlay select 2",
+                          "btn_OvlDel enable", "ePTKWJobOverlayImage_PrintPerPage setEnabled true", "but_EffDet enable",
+                          "ePTKWJobOverlayImage_Layering setEnabled true"));
   EXPECT_EQ(run.value(u"WatermarkText"), "Draft");
 }
 
@@ -166,7 +201,12 @@ TEST_F(Plugin, ImportMarksDownloadedData) {
   putOverlays(home / "localdata" / "a" / "overlays", {{u"Theirs", u"12345.opa"}});
   run.world.preferences.importProfile("p", {});
   EXPECT_THAT(run.watermarks(), Contains("WM_a_G=Theirs*"));
-  EXPECT_THAT(run.overlays(), Contains("12345.opa=Theirs*"));
+  EXPECT_THAT(run.overlays(), ElementsAre("None=None", "Multiple=Multiple", "12345.opa=Theirs*"));
+  constexpr const char* tip = "chrome://base/content/bitmaps/tips_UD_tb.bmp #FF0000";
+  EXPECT_EQ(run.tipOf(run.overlayList(), 2), tip);
+  const auto watermarks = run.watermarks();
+  const auto theirs = std::find(watermarks.begin(), watermarks.end(), "WM_a_G=Theirs*") - watermarks.begin();
+  EXPECT_EQ(run.tipOf(run.watermarkList(), static_cast<std::int32_t>(theirs)), tip);
 }
 
 TEST_F(Plugin, ImportOfAFullStoreDisablesTheAddButton) {
@@ -240,6 +280,64 @@ TEST_F(Plugin, ImportWithoutMemoryForAStoreLeavesItEmpty) {
   EXPECT_THAT(run.watermarks(), Contains("1=Confidential"));
   run.world.preferences.set(u"WatermarkSel", u"WM_9");
   EXPECT_EQ(run.value(u"WatermarkText"), "New");
+}
+
+TEST_F(Plugin, GoesOnAfterAnImportThatRanOutOfMemory) {
+  putWatermarkFile(home, watermark("WM_1", "Draft"));
+  putOverlays(overlaysOf(home), {{u"Form", u"12345.opa"}, {u"Letterhead", u"23456.opa"}});
+  PluginRun run(home);
+  const std::string reset =
+      "OverlaySel=None,OverlayImage=None,MultipleOverlayDetails=,OverlayOccurance=None,OverlayLayering=Underlay";
+  int withoutStore = 0;
+  bool isWhole = false;
+  for (long blocks = 0; !isWhole; ++blocks) {
+    ASSERT_LT(blocks, 10'000);
+    run.world.face.failures.clear();
+    Refhost::heap().failAfter(blocks);
+    run.world.preferences.importProfile("p", {});
+    Refhost::heap().failAfter(-1);
+    isWhole = run.world.face.failures.empty();
+
+    // Several overlays cannot stand where there is no store.
+    run.world.preferences.setAvailable(u"OverlayImage", u"OverlayImage", false);
+    run.overlayList().select(1);
+    run.world.take();
+    run.world.preferences.setAvailable(u"OverlayImage", u"OverlayImage", true);
+    const auto sent = transitions(run.world.take());
+    if (!sent.empty()) {
+      ++withoutStore;
+      EXPECT_EQ(sent.front(), reset);
+    }
+    run.world.face.failures.clear();
+    for (const std::int32_t item : {2, 1, 2}) run.overlayList().choose(item);
+    EXPECT_EQ(run.value(u"OverlaySourceFileName"), (overlaysOf(home) / "12345.opa").string()) << blocks;
+    run.world.widget<Refhost::Button>(u"but_EffDet").click();
+    EXPECT_THAT(run.world.face.failures, IsEmpty()) << blocks;
+    run.overlayList().choose(0);
+  }
+  EXPECT_GT(withoutStore, 0);
+}
+
+TEST_F(Plugin, ExportThatRunsOutOfMemoryIsNoProfile) {
+  putWatermarkFile(home, watermark("WM_1", "Draft"));
+  putOverlays(overlaysOf(home), {{u"Form", u"12345.opa"}});
+  PluginRun run(home);
+  for (long blocks = 0;; ++blocks) {
+    ASSERT_LT(blocks, 10'000);
+    const Path to = folder.path() / std::to_string(blocks);
+    bool isTold = false;
+    Refhost::heap().failAfter(blocks);
+    try {
+      run.exportTo(to);
+    } catch (const std::exception&) {
+      isTold = true;
+    }
+    Refhost::heap().failAfter(-1);
+    if (isTold) continue;
+    EXPECT_TRUE(std::filesystem::exists(to / "ZVeffect.xml")) << blocks;
+    EXPECT_TRUE(std::filesystem::exists(to / "overlays" / "12345.opa")) << blocks;
+    return;
+  }
 }
 
 TEST_F(Plugin, HearsNoProfilesWithoutATab) {
