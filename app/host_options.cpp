@@ -11,7 +11,7 @@ namespace App {
 void HostOptions::declare(CLI::App& command, const std::string& homeHelp) {
   command.add_option("--model", model, "A shipped model description by its name, or one of your own by its path")
       ->type_name("NAME")
-      ->capture_default_str();
+      ->default_str(Refhost::Options().model);
   command.add_option("--plugin", plugin, "The plug-in library; by default the one beside kiln")->type_name("FILE");
   declarePlaces(command, homeHelp);
 }
@@ -27,7 +27,7 @@ Refhost::Options HostOptions::resolve() const {
   Refhost::Options options;
   options.plugin = plugin.empty() ? executableFolder() / Refhost::defaultPluginName() : toPath(plugin);
   options.resources = resources.empty() ? executableFolder().parent_path() / "share" / "kiln" : toPath(resources);
-  options.model = model;
+  if (!model.empty()) options.model = model;
   options.home = toPath(home);
   options.fonts = installedFonts;
   return options;

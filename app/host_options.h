@@ -13,7 +13,8 @@
 namespace App {
 
 struct HostOptions {
-  std::string model = "standard";
+  // Empty for the standard one, or the profile's where there is one.
+  std::string model;
   std::string home;
   std::string plugin;
   std::string resources;

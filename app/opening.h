@@ -19,9 +19,12 @@ std::optional<Refhost::TracePairs> keptIn(const std::filesystem::path& home, con
 // user's home stays as it is.
 class ProfileHome {
  public:
-  // For the model of `options`, which then open there. Throws std::runtime_error, one sentence, when the profile cannot
-  // be taken, and Refhost::Stopped when the user wants to stop.
-  ProfileHome(const std::filesystem::path& profile, Refhost::Options& options, const Interruption& interruption);
+  enum class Model { ofProfile, ofOptions };
+
+  // Has `options` open there, with one of the two models. Throws std::runtime_error, one sentence, when the profile
+  // cannot be taken, and Refhost::Stopped when the user wants to stop.
+  ProfileHome(const std::filesystem::path& profile, Refhost::Options& options, Model model,
+              const Interruption& interruption);
 
  private:
   Refhost::TemporaryFolder folder;

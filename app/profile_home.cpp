@@ -2,15 +2,36 @@
 #include "host/documents/disk.h"
 #include "host/kept_settings.h"
 #include "host/profiles/profile.h"
+#include "host/unicode.h"
+
+#include <algorithm>
+#include <stdexcept>
 
 namespace App {
+namespace {
 
-ProfileHome::ProfileHome(const std::filesystem::path& profile, Refhost::Options& options, const Interruption& interruption) {
+// Of a profile only the name of a shipped model is believed; a path could lead anywhere.
+std::string shippedModel(const std::filesystem::path& shipped, const std::u16string& name) {
+  const auto names = Refhost::shippedModels(shipped);
+  const std::string model = Refhost::toNarrow(name);
+  if (std::find(names.begin(), names.end(), model) == names.end())
+    throw std::runtime_error("The profile is of the model \"" + model +
+                             "\", which does not ship with kiln: name a model with --model.");
+  return model;
+}
+
+}  // namespace
+
+ProfileHome::ProfileHome(const std::filesystem::path& profile, Refhost::Options& options, Model model,
+                         const Interruption& interruption) {
+  const std::filesystem::path models = options.resources / "models";
   const Refhost::StringTables texts{Refhost::ChromeFolders(options.resources), options.locale};
   Refhost::ProfileHome into = Refhost::ProfileHome::closed(folder.path());
   into.translate = [&texts](std::u16string_view text) { return texts.resolve(text); };
-  const std::u16string model = Refhost::readModel(options.resources / "models", options.model).name;
-  into.settingsFile = [&](const std::u16string&) { return Refhost::settingsFile(folder.path(), model); };
+  into.settingsFile = [&](const std::u16string& profileModel) {
+    if (model == Model::ofProfile) options.model = shippedModel(models, profileModel);
+    return Refhost::settingsFile(folder.path(), Refhost::readModel(models, options.model).name);
+  };
   Refhost::importProfile(Refhost::realDisk(), profile, into,
                          [&interruption](int, int) { return interruption.signal() == 0; });
   options.home = folder.path();

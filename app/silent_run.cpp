@@ -46,7 +46,8 @@ std::map<std::string, std::string> SilentRun::accept() {
 
 void SettingOptions::declare(CLI::App& command) {
   command
-      .add_option("--profile", profile, "Opens with the settings, watermarks and overlays of a profile, not the home's")
+      .add_option("--profile", profile,
+                  "Opens with a profile's model, settings, watermarks and overlays, not the home's")
       ->type_name("FILE");
   command.add_option("--ticket", ticket, "Then takes the settings of a PrintTicket")->type_name("FILE");
   command.add_option("--watermark", watermark, "Then chooses the watermark of this name, as the preferences list it")
@@ -72,7 +73,8 @@ Opening::Opening(const SettingOptions& given, const Interruption& interruption) 
     return;
   }
   try {
-    profile.emplace(toPath(given.profile), resolved, interruption);
+    const auto model = given.host.model.empty() ? ProfileHome::Model::ofProfile : ProfileHome::Model::ofOptions;
+    profile.emplace(toPath(given.profile), resolved, model, interruption);
   } catch (const Refhost::Stopped&) {
     throw Failure(128 + interruption.signal(), "Reading " + given.profile + " was stopped.");
   }

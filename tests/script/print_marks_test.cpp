@@ -142,6 +142,27 @@ TEST_F(PrintMarks, ProfileBringsItsOwnSettingsAndMarks) {
   EXPECT_FALSE(fs::exists(home)) << "the user's own home is touched";
 }
 
+TEST_F(PrintMarks, ProfileBringsItsModelUnlessAnotherIsNamed) {
+  const path profile = testFolder() / "profile.zip";
+  ASSERT_EQ(runKiln({"profile", "export", profile.string(), "--model", "kvt", "--home", home.string()}).status, 0);
+  const std::vector<std::string> forbidden = {"--profile", profile.string(), "--set",
+                                              "Nin1=2in1", "--set",          "Rotate180=Rotate180"};
+  expectRefusal(forbidden, "\"kvt\"");
+  std::vector<std::string> allowed = forbidden;
+  allowed.insert(allowed.end(), {"--model", "standard"});
+  EXPECT_EQ(print(allowed).status, 0);
+}
+
+TEST_F(PrintMarks, ProfileOfAModelThatIsNotHereAsksForOne) {
+  const path model = testFolder() / "mine.xml", profile = testFolder() / "profile.zip";
+  writeFile(model, "<model name=\"../mine\" label=\"Mine\" extends=\"standard\"/>");
+  fs::copy_file(path(KILN_RESOURCES) / "models" / "standard.xml", testFolder() / "standard.xml");
+  ASSERT_EQ(runKiln({"profile", "export", profile.string(), "--model", model.string(), "--home", home.string()}).status,
+            0);
+  expectRefusal({"--profile", profile.string()}, "The profile is of the model \"../mine\"");
+  EXPECT_EQ(print({"--profile", profile.string(), "--model", model.string()}).status, 0);
+}
+
 TEST_F(PrintMarks, ProfileThatIsNoneIsASentence) { expectRefusal({"--profile", job.string()}, "job.pdf"); }
 
 TEST_F(PrintMarks, UnknownOverlayIsRefusedWithThoseThereAre) {
