@@ -1,5 +1,6 @@
 #include "press/content_scan.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -21,6 +22,8 @@ constexpr std::array<Kind, 256> makeKinds() {
 constexpr std::array<Kind, 256> kinds = makeKinds();
 
 Kind kindOf(char c) { return kinds[static_cast<unsigned char>(c)]; }
+
+bool isOfNumber(char c) { return (c >= '0' && c <= '9') || c == '-' || c == '.' || c == '+'; }
 
 /// The letters of an operator in one number, so that a switch can tell operators apart. Longer words, which no operator
 /// is, all give zero.
@@ -52,8 +55,7 @@ class Scan {
     skipRegular();
     const std::string_view text = content.substr(start, at - start);
     const char first = text.front();
-    if ((first >= '0' && first <= '9') || first == '-' || first == '.' || first == '+')
-      return text.find_first_not_of("0123456789+-.") == std::string_view::npos;
+    if (isOfNumber(first)) return std::all_of(text.begin(), text.end(), isOfNumber);
     if (text == "true" || text == "false" || text == "null") return true;
     return brackets == 0 && command(packed(text));
   }
@@ -83,15 +85,16 @@ class Scan {
   }
 
   bool string() {
-    for (int depth = 1; depth > 0; ++at) {
-      at = content.find_first_of("()\\", at);
-      if (at == std::string_view::npos) return false;
-      if (content[at] == '\\')
-        ++at;
-      else
-        depth += content[at] == '(' ? 1 : -1;
+    int depth = 1;
+    while (depth > 0 && at < content.size()) {
+      switch (content[at++]) {
+        case '(': ++depth; break;
+        case ')': --depth; break;
+        case '\\': ++at; break;
+        default: break;
+      }
     }
-    return at <= content.size();
+    return depth == 0;
   }
 
   bool command(std::uint32_t operation) {

@@ -11,6 +11,7 @@
 
 #include "press/error.h"
 #include "press/form_fields.h"
+#include "press/input_file.h"
 
 namespace fs = std::filesystem;
 
@@ -106,7 +107,7 @@ Document open(const fs::path& file) {
   document.pdf = std::make_unique<QPDF>();
   QPDF& pdf = *document.pdf;
   pdf.setSuppressWarnings(true);
-  pdf.processFile(utf8(file).c_str());
+  pdf.processInputSource(std::make_shared<InputFile>(file));
   if (pdf.isEncrypted() && !pdf.allowPrintLowRes())
     throw Error(quoted(file) + " may not be printed, its author says: ask for a copy that may.");
   PageWalk walk(pdf);
