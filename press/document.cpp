@@ -102,6 +102,14 @@ class PageWalk {
   std::size_t deepest = 0;
 };
 
+/// The library writes with a key of the length that the file tells, but reads with one that it knows to be right.
+void tellLengthOfKey(QPDF& pdf) {
+  QPDFObjectHandle encryption = pdf.getTrailer().getKey("/Encrypt");
+  if (!pdf.isEncrypted() || !encryption.isDictionary()) return;
+  const auto bits = static_cast<long long>(8 * pdf.getEncryptionKey().size());
+  encryption.replaceKey("/Length", QPDFObjectHandle::newInteger(bits));
+}
+
 Document open(const fs::path& file) {
   Document document;
   document.pdf = std::make_unique<QPDF>();
@@ -110,6 +118,7 @@ Document open(const fs::path& file) {
   pdf.processInputSource(std::make_shared<InputFile>(file));
   if (pdf.isEncrypted() && !pdf.allowPrintLowRes())
     throw Error(quoted(file) + " may not be printed, its author says: ask for a copy that may.");
+  tellLengthOfKey(pdf);
   PageWalk walk(pdf);
   document.pages = walk.run();
   if (document.pages.empty())

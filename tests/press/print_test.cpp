@@ -196,6 +196,21 @@ TEST_F(Printing, KeepsTheProtectionOfJobsThatOpenWithoutAPassword) {
   }
 }
 
+TEST_F(Printing, KeepsAProtectionThatDoesNotTellTheLengthOfItsKey) {
+  const fs::path locked = folder / "locked.pdf";
+  ASSERT_EQ(converted(folder / "job.pdf", locked, "--allow-weak-crypto --encrypt '' owner 128 --use-aes=y --"), 0);
+  const std::string ordinary = read(locked);
+  const std::string told = "/Standard /Length 128 ";
+  ASSERT_NE(ordinary.find(told), std::string::npos);
+  for (const char* other : {"/Standard /Strength 7 ", "/Standard /Length 16  "}) {
+    SCOPED_TRACE(other);
+    write(locked, std::string(ordinary).replace(ordinary.find(told), told.size(), other));
+    EXPECT_EQ(failure(locked, folder / "out.pdf"), "printed");
+    EXPECT_EQ(complaints(read(folder / "out.pdf")), "");
+    EXPECT_EQ(difference(render(read(folder / "out.pdf")), render(printed(Press::samplePdf(), everything))), 0);
+  }
+}
+
 TEST_F(Printing, RefusesToPrintIntoTheJobItself) {
   fs::create_symlink("job.pdf", folder / "link.pdf");
   fs::create_hard_link(folder / "job.pdf", folder / "same.pdf");
