@@ -15,7 +15,7 @@ struct PropertyDescription {
   // Empty where any text is allowed.
   std::vector<std::u16string> options;
 
-  // A fact of the printer or the job, which no user changes.
+  // A fact of the printer or the job, which no user changes, and which no settings keep.
   bool isContext = false;
 };
 

@@ -85,5 +85,17 @@ TEST(ApplicableSettings, AreThoseThatAUserMaySetOnTheModel) {
   EXPECT_TRUE(applicable({{u"Nin1", u"8in1"}}, model).empty());
 }
 
+// Else the next job into an overlay would have the name and the file of the last one, and be asked about neither.
+TEST(ApplicableSettings, LeaveOutWhatIsSaidOfOneJob) {
+  const TracePairs ofTheJob{{u"PrintJob", u"Overlay"},
+                            {u"OverlayImageCreate", u"On"},
+                            {u"OverlayImageName", u"Letterhead"},
+                            {u"OverlayDestFileName", u"/overlays/00001.opa"},
+                            {u"OvlDestCreated", u"True"},
+                            {u"CancelJob", u"True"}};
+  for (const std::string& model : shippedModels(std::filesystem::path(RESOURCES_FOLDER) / "models"))
+    EXPECT_TRUE(applicable(ofTheJob, readModel(std::filesystem::path(RESOURCES_FOLDER) / "models", model)).empty()) << model;
+}
+
 }  // namespace
 }  // namespace Refhost
