@@ -2,14 +2,11 @@
 #include "app/commands.h"
 #include "app/failure.h"
 #include "app/silent_run.h"
-#include "host/documents/disk.h"
 #include "host/gui.h"
-#include "host/temporary_folder.h"
 #include "host/unicode.h"
 #include "host/widgets/list.h"
 #include "press/capture.h"
 
-#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -123,17 +120,9 @@ int create(const OverlayOptions& given) {
   given.settings.makeIn(run);
   const Press::Effects effects = Press::effectsFromProperties(prepare(run, given));
   try {
-    constexpr std::size_t largestOverlay = std::size_t{1} << 30;
-    const Refhost::TemporaryFolder folder;
-    const auto overlay = folder.path() / "overlay.opa";
-    for (const std::string& note : Press::captureOverlay(toPath(given.in), overlay, effects))
-      std::cerr << "kiln: " << note << '\n';
-    const auto picture = Press::thumbnailOf(overlay);
-    const std::string bytes = Refhost::realDisk().read(overlay, largestOverlay);
-    if (std::filesystem::exists(picture))
-      run.preferences().writeJob(bytes, Refhost::realDisk().read(picture, largestOverlay));
-    else
-      run.preferences().writeJob(bytes);
+    const Press::Capture capture = Press::captureOverlay(toPath(given.in), effects);
+    for (const std::string& note : capture.notes) std::cerr << "kiln: " << note << '\n';
+    run.preferences().writeJob(capture.pdf, capture.thumbnail);
   } catch (...) {
     // The overlay that was to be replaced is there again.
     run.preferences().set(u"CancelJob", u"True");
