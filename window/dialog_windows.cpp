@@ -4,6 +4,7 @@
 #include <QDialogButtonBox>
 #include <QEventLoop>
 #include <QPushButton>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace Window {
@@ -24,6 +25,12 @@ DialogWindow::DialogWindow(Refhost::Dialog& shownDialog, const Surroundings& aro
   view->adopt(*layout.acceptButton, accept, [this] { dialog.accept(); });
   view->adopt(*layout.cancelButton, cancel, [this] { dialog.cancel(); });
   accept->setDefault(true);
+
+  Refhost::walk(*layout.root, [this](Refhost::WidgetNode& node) {
+    if (node.attribute("dlgtype") != u"help") return;
+    auto* help = findChild<QAbstractButton*>(toQt(node.id()));
+    connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, help, &QAbstractButton::click);
+  });
 
   auto* column = new QVBoxLayout(this);
   column->addWidget(view->widget(), 1);

@@ -252,7 +252,13 @@ void PreferencesWindow::widgetChanged(Refhost::WidgetNode& widget) {
 }
 
 void PreferencesWindow::showHelp(const std::u16string& url, const std::u16string& topic) {
-  if (helpViewer == nullptr) helpViewer = new HelpViewer(this);
+  // While a dialog is modal only what belongs to it can be used.
+  QWidget* modal = QApplication::activeModalWidget();
+  QWidget* owner = modal != nullptr ? modal : this;
+  if (helpViewer == nullptr || helpViewer->parentWidget() != owner) {
+    delete helpViewer;
+    helpViewer = new HelpViewer(owner);
+  }
   helpShown = helpViewer->show(url, topic, preferences().chrome(), texts());
   if (!helpShown) showFailure(texts()("NOT_OPENED").arg(toQt(url)).toStdString());
 }

@@ -11,6 +11,7 @@
 
 #include <QMainWindow>
 #include <QStringList>
+#include <QPointer>
 
 #include <functional>
 #include <memory>
@@ -112,7 +113,7 @@ class PreferencesWindow final : public QMainWindow, private Refhost::Face {
   QTabWidget* tabs = nullptr;
   PagePanel* pages = nullptr;
   Inspector* inspector = nullptr;
-  HelpViewer* helpViewer = nullptr;
+  QPointer<HelpViewer> helpViewer;
   std::vector<std::pair<QPushButton*, const char*>> buttons;
   QPushButton* undoButton = nullptr;
   std::vector<std::shared_ptr<TreeView>> views;  // of the tabs, in their order

@@ -76,17 +76,17 @@ void TreeView::leadLabels(WidgetNode& node) {
   for (WidgetNode* child : node.children()) leadLabels(*child);
 }
 
-// What shows no words of its own, and has no label that leads to it, is called by the label that the layout gives it
-// for that, else by the caption of its group.
+// What shows no words of its own is called by the label that the layout gives it for that, else, where none leads to it
+// from outside, by the caption of its group.
 void TreeView::nameForReaders(WidgetNode& node, const QString& group) {
   QString name = group;
   if (node.kind() == WidgetKind::groupBox && !node.children().empty() &&
       node.children().front()->attribute("element") == u"caption")
     name = texts.shown(node.children().front()->label());
   if (QWidget* widget = widgetOf(node); widget != nullptr) {
-    if (showsNoWords(node) && !led.contains(widget)) {
+    if (showsNoWords(node)) {
       const QString own = attribute(node, "label");
-      widget->setAccessibleName(own.isEmpty() ? name : own);
+      if (!own.isEmpty() || !led.contains(widget)) widget->setAccessibleName(own.isEmpty() ? name : own);
     }
     if (isSymbol(*widget)) widget->setAccessibleName(widget->toolTip());
     widget->setAccessibleDescription(widget->toolTip());

@@ -1,10 +1,15 @@
 // The dialogs of a plug-in, over the window.
 #include "tests/window/open_window.h"
+#include "window/picture_box.h"
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
+#include <QComboBox>
 #include <QLabel>
+#include <QListWidget>
 #include <QPushButton>
+#include <QTextBrowser>
 #include <QTimer>
 
 namespace Window {
@@ -93,6 +98,87 @@ TEST_F(DialogsTest, ThatAreNotModalStayOpenAndLeaveTheWindowToTheUser) {
   button(*window, "cancel").click();
   EXPECT_TRUE(open.window->preferences().gui()->openDialogs().empty());
   Testing::waitUntil([&] { return window.isNull(); });
+}
+
+class MultipleOverlaysTest : public testing::Test {
+ protected:
+  // Opens the dialog for several overlays; `operate` runs once it is shown, and then it is closed.
+  void run(const std::function<void(DialogWindow&)>& operate) {
+    QTimer::singleShot(0, open.window.get(), [&] {
+      auto* dialog = qobject_cast<DialogWindow*>(QApplication::activeModalWidget());
+      ASSERT_NE(dialog, nullptr);
+      QApplication::setActiveWindow(dialog);
+      operate(*dialog);
+      dialog->reject();
+    });
+    Testing::press(open.find<QComboBox>("cmb_EffOverlay"), Qt::Key_Down);
+  }
+
+  static QWidget* helpOver(DialogWindow& dialog) {
+    auto* help = dialog.findChild<QWidget*>("help");
+    return help != nullptr && help->isVisible() ? help : nullptr;
+  }
+
+  Testing::OpenWindow open;
+};
+
+TEST_F(MultipleOverlaysTest, HaveAHelpThatCanBeUsedWhileTheyRun) {
+  QPointer<QWidget> help;
+  run([&](DialogWindow& dialog) {
+    EXPECT_EQ(helpOver(dialog), nullptr);
+    dialog.findChild<QPushButton*>("btn_MulOvlHelp")->click();
+    help = helpOver(dialog);
+    ASSERT_FALSE(help.isNull());
+    EXPECT_NE(help->findChild<QTextBrowser*>()->toPlainText(), QString());
+    // What a modal dialog blocks gets no key.
+    Testing::press(*help, Qt::Key_Escape);
+    EXPECT_FALSE(help->isVisible());
+    EXPECT_TRUE(dialog.isVisible());
+  });
+  Testing::waitUntil([&] { return help.isNull(); });
+  EXPECT_TRUE(open.window->failures().isEmpty());
+}
+
+TEST_F(MultipleOverlaysTest, HaveTheirHelpOnF1) {
+  run([&](DialogWindow& dialog) {
+    Testing::press(*dialog.findChild<QListWidget*>("lib_MulOvlSource"), Qt::Key_F1);
+    EXPECT_NE(helpOver(dialog), nullptr);
+  });
+}
+
+TEST_F(MultipleOverlaysTest, TakeTheHelpFromTheWindowAndGiveItBack) {
+  open.find<QPushButton>("HELP_BUTTON").click();
+  ASSERT_NE(open.window->findChild<QWidget*>("help", Qt::FindDirectChildrenOnly), nullptr);
+  run([&](DialogWindow& dialog) {
+    Testing::press(dialog, Qt::Key_F1);
+    EXPECT_NE(helpOver(dialog), nullptr);
+    EXPECT_EQ(open.window->findChild<QWidget*>("help", Qt::FindDirectChildrenOnly), nullptr);
+  });
+  open.find<QPushButton>("HELP_BUTTON").click();
+  auto* help = open.window->findChild<QWidget*>("help", Qt::FindDirectChildrenOnly);
+  ASSERT_NE(help, nullptr);
+  EXPECT_TRUE(help->isVisible());
+}
+
+TEST_F(MultipleOverlaysTest, NameEachOfTheirPictures) {
+  run([&](DialogWindow& dialog) {
+    QStringList names;
+    for (PictureBox* box : dialog.findChildren<PictureBox*>())
+      names << QAccessible::queryAccessibleInterface(box)->text(QAccessible::Name);
+    names.sort();
+    QStringList expected;
+    for (int slot = 1; slot <= 8; ++slot) expected << "Overlay " + QString::number(slot);
+    EXPECT_EQ(names, expected) << names.join(", ").toStdString();
+  });
+}
+
+TEST_F(DialogsTest, WithoutAHelpHaveNothingOnF1) {
+  run([&](DialogWindow& window) {
+    QApplication::setActiveWindow(&window);
+    Testing::press(window, Qt::Key_F1);
+    EXPECT_EQ(open.window->findChild<QWidget*>("help"), nullptr);
+    window.reject();
+  });
 }
 
 TEST_F(DialogsTest, CloseWithThePreferences) {
