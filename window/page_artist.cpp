@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <map>
 #include <optional>
+#include <utility>
 
 namespace Window {
 namespace {
@@ -29,7 +30,7 @@ QImage toImage(const Press::Picture& picture) {
 
 }  // namespace
 
-// What is at hand on the artist's thread: the job that was opened last, and the sizes of its pages.
+// What is at hand on the artist's thread: the job that was opened last, and the sizes of its sheets.
 class PageArtist::Desk final : public QObject {
  public:
   PagePicture draw(const PageOrder& order) {
@@ -37,9 +38,12 @@ class PageArtist::Desk final : public QObject {
     try {
       if (!job || order.document != document) open(order.document);
       result.pages = job->pageCount();
+      result.pagesOnSheet = order.effects.pagesOnSheet;
       const int page = std::clamp(order.page, 1, result.pages);
       const std::string printed = job->printPage(page, order.effects);
-      result.millimetres = measure(printed, page);
+      for (const std::string& note : job->notes()) result.notes += QString::fromStdString(note) + '\n';
+      result.notes.chop(1);
+      result.millimetres = measure(printed, {(page - 1) / result.pagesOnSheet, result.pagesOnSheet});
       const QSizeF inches = result.millimetres / millimetresPerInch;
       const double dpi =
           std::min({order.room.width() / inches.width(), order.room.height() / inches.height(), finestDpi});
@@ -51,6 +55,9 @@ class PageArtist::Desk final : public QObject {
   }
 
  private:
+  // Its number, from 0, and how many pages are on each.
+  using Sheet = std::pair<int, int>;
+
   void open(const std::filesystem::path& file) {
     job.reset();
     sizes.clear();
@@ -58,12 +65,12 @@ class PageArtist::Desk final : public QObject {
     document = file;
   }
 
-  QSizeF measure(const std::string& printed, int page) {
-    auto known = sizes.find(page);
+  QSizeF measure(const std::string& printed, const Sheet& sheet) {
+    auto known = sizes.find(sheet);
     if (known == sizes.end()) {
       QSizeF inches = sketch(printed, coarseDpi);
       if (inches.width() * inches.height() * fineDpi * fineDpi <= mostPixels) inches = sketch(printed, fineDpi);
-      known = sizes.emplace(page, inches * millimetresPerInch).first;
+      known = sizes.emplace(sheet, inches * millimetresPerInch).first;
     }
     return known->second;
   }
@@ -75,7 +82,7 @@ class PageArtist::Desk final : public QObject {
 
   std::optional<Press::Job> job;
   std::filesystem::path document;
-  std::map<int, QSizeF> sizes;
+  std::map<Sheet, QSizeF> sizes;
 };
 
 PageArtist::PageArtist() : desk(std::make_unique<Desk>()) {

@@ -29,9 +29,13 @@ struct PageOrder {
 struct PagePicture {
   QImage image;
   int pages = 0;
+  int pagesOnSheet = 1;
 
-  // The page's size as it is seen.
+  // The page's size as it is seen; with several on a sheet, the sheet's.
   QSizeF millimetres;
+
+  // What is printed otherwise than asked, as sentences; mostly empty.
+  QString notes;
 
   // Why there is no picture, as one sentence; empty when there is one.
   QString failure;

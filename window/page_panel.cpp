@@ -94,7 +94,8 @@ PagePanel::PagePanel(QWidget* parent)
       back(new QToolButton(this)),
       forward(new QToolButton(this)),
       place(new QLabel(this)),
-      size(new QLabel(this)) {
+      size(new QLabel(this)),
+      notes(new QLabel(this)) {
   auto* bar = new QHBoxLayout;
   bar->addStretch();
   bar->addWidget(back);
@@ -106,18 +107,24 @@ PagePanel::PagePanel(QWidget* parent)
   layout->addWidget(paper, 1);
   layout->addLayout(bar);
   layout->addWidget(size);
+  layout->addWidget(notes);
   paper->setObjectName("page");
   back->setObjectName("previousPage");
   forward->setObjectName("nextPage");
   place->setObjectName("place");
   place->setAlignment(Qt::AlignCenter);
+  size->setObjectName("paper");
   size->setAlignment(Qt::AlignCenter);
   size->setForegroundRole(QPalette::PlaceholderText);
+  notes->setObjectName("notes");
+  notes->setTextFormat(Qt::PlainText);
+  notes->setWordWrap(true);
+  notes->setVisible(false);
   for (QToolButton* button : {back, forward}) button->setAutoRaise(true);
 
-  connect(back, &QToolButton::clicked, this, [this] { goTo(page() - 1); });
-  connect(forward, &QToolButton::clicked, this, [this] { goTo(page() + 1); });
-  connect(paper, &PaperView::pagesWanted, this, [this](int pages) { goTo(page() + pages); });
+  connect(back, &QToolButton::clicked, this, [this] { turn(-1); });
+  connect(forward, &QToolButton::clicked, this, [this] { turn(1); });
+  connect(paper, &PaperView::pagesWanted, this, &PagePanel::turn);
   connect(paper, &PaperView::endWanted, this, [this](bool last) { goTo(last ? picture().pages : 1); });
   connect(paper, &PaperView::roomChanged, this, &PagePanel::redraw);
   connect(&artist, &PageArtist::drawn, this, &PagePanel::drawn);
@@ -125,6 +132,7 @@ PagePanel::PagePanel(QWidget* parent)
 
 void PagePanel::setTexts(const Texts& texts) {
   placeText = texts("PAGE");
+  sheetText = texts("SHEET");
   sizeText = texts("PAPER");
   paperText = texts("PAGE_PICTURE");
   const bool leftToRight = layoutDirection() == Qt::LeftToRight;
@@ -170,16 +178,20 @@ void PagePanel::drawn(const PagePicture& picture) {
 }
 
 void PagePanel::showPlace() {
-  const int pages = picture().pages;
-  const bool isShown = picture().failure.isEmpty() && pages > 0;
-  const QString text = isShown ? placeText.arg(page()).arg(pages) : QString();
+  const int onSheet = picture().pagesOnSheet;
+  const int number = (page() - 1) / onSheet + 1;
+  const int count = (picture().pages + onSheet - 1) / onSheet;
+  const bool isShown = picture().failure.isEmpty() && count > 0;
+  const QString text = isShown ? (onSheet > 1 ? sheetText : placeText).arg(number).arg(count) : QString();
   place->setText(text);
   const QSize rounded = picture().millimetres.toSize();
   size->setText(isShown ? sizeText.arg(rounded.width()).arg(rounded.height()) : QString());
+  notes->setText(picture().notes);
+  notes->setVisible(!picture().notes.isEmpty());
   paper->setAccessibleName(paperText);
   paper->setAccessibleDescription(isShown ? text : picture().failure);
-  back->setEnabled(page() > 1);
-  forward->setEnabled(page() < pages);
+  back->setEnabled(number > 1);
+  forward->setEnabled(number < count);
 }
 
 }  // namespace Window

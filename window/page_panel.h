@@ -55,6 +55,9 @@ class PagePanel final : public QWidget {
   void setDocument(const std::filesystem::path& file);
   void setEffects(const Press::Effects& newEffects);
 
+  // Draws anew what the files hold now.
+  void redraw();
+
   int page() const { return order.page; }
   void goTo(int page);
 
@@ -63,7 +66,7 @@ class PagePanel final : public QWidget {
   const PagePicture& picture() const { return paper->picture(); }
 
  private:
-  void redraw();
+  void turn(int sheets) { goTo(page() + sheets * order.effects.pagesOnSheet); }
   void drawn(const PagePicture& picture);
   void showPlace();
 
@@ -73,7 +76,9 @@ class PagePanel final : public QWidget {
   QToolButton* forward;
   QLabel* place;
   QLabel* size;
+  QLabel* notes;
   QString placeText;
+  QString sheetText;
   QString sizeText;
   QString paperText;
   PageArtist artist;

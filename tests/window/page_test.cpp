@@ -93,6 +93,38 @@ TEST_F(PageTest, SaysItsPlaceToAScreenReader) {
   EXPECT_EQ(paper().accessibleDescription(), "Page 1 of 4");
 }
 
+TEST_F(PageTest, IsASheetWhileSeveralPagesAreOnOne) {
+  const QString upright = open.find<QLabel>("paper").text();
+  EXPECT_LT(open.page().width(), open.page().height());
+  open.window->preferences().set(u"Nin1", u"2in1");
+  open.settle();
+  EXPECT_EQ(place(), "Sheet 1 of 2");
+  EXPECT_EQ(open.find<QLabel>("paper").text(), "297 \u00d7 210 mm");
+  EXPECT_GT(open.page().width(), open.page().height());
+  EXPECT_TRUE(open.page().width() >= open.window->findChild<PaperView*>()->room().width() - 2);
+  open.window->preferences().set(u"Nin1", u"None");
+  open.settle();
+  EXPECT_EQ(place(), "Page 1 of 4");
+  EXPECT_EQ(open.find<QLabel>("paper").text(), upright);
+  EXPECT_LT(open.page().width(), open.page().height());
+}
+
+TEST_F(PageTest, IsTurnedSheetBySheet) {
+  open.window->preferences().set(u"Nin1", u"2in1");
+  open.settle();
+  const QImage first = open.page();
+  open.find<QToolButton>("nextPage").click();
+  open.settle();
+  EXPECT_EQ(place(), "Sheet 2 of 2");
+  EXPECT_NE(open.page(), first);
+  EXPECT_FALSE(open.find<QToolButton>("nextPage").isEnabled());
+  Testing::press(paper(), Qt::Key_PageUp);
+  open.settle();
+  EXPECT_EQ(place(), "Sheet 1 of 2");
+  EXPECT_EQ(open.page(), first);
+  EXPECT_FALSE(open.find<QToolButton>("previousPage").isEnabled());
+}
+
 TEST(PageOfADamagedJob, IsASentence) {
   const QTemporaryDir folder;
   const std::string file = folder.filePath("damaged.pdf").toStdString();
