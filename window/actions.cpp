@@ -1,12 +1,13 @@
 // What the user does in the window, besides the tabs.
 #include "host/unicode.h"
+#include "press/print.h"
+#include "window/background_run.h"
+#include "window/file_question.h"
 #include "window/page_panel.h"
 #include "window/preferences_window.h"
-#include "window/print_run.h"
 
 #include <QCloseEvent>
 #include <QDesktopServices>
-#include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStandardPaths>
@@ -32,29 +33,26 @@ Press::Effects PreferencesWindow::effects() {
   return Press::effectsFromProperties(values);
 }
 
+bool PreferencesWindow::isSample() const {
+  return sampleFolder.isValid() && document.parent_path() == sampleFolder.path().toStdU16String();
+}
+
+QString PreferencesWindow::nameOfJob() {
+  return isSample() ? texts()("SAMPLE") : toQt(document.filename().u16string());
+}
+
+// Files are looked for beside the job, or, for the sample job, in the user's documents.
+QString PreferencesWindow::folderOfJob() const {
+  return isSample() ? QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)
+                    : toQt(std::filesystem::absolute(document).parent_path().u16string());
+}
+
 void PreferencesWindow::openDocument() {
-  if (const auto file = askForFile(false)) {
+  const FileQuestion question{.title = "OPEN_TITLE", .files = "PDF_FILES", .folder = folderOfJob()};
+  if (const auto file = askForFile(question, texts(), this)) {
     pages->goTo(1);
     setDocument(*file);
   }
-}
-
-// The name that is offered for printing stands beside the job, or, for the sample job, in the user's documents.
-std::optional<std::filesystem::path> PreferencesWindow::askForFile(bool forPrinting) {
-  const bool isSample = document.parent_path() == sampleFolder.path().toStdU16String();
-  const QString folder = isSample ? QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)
-                                  : toQt(std::filesystem::absolute(document).parent_path().u16string());
-  QFileDialog dialog(this, texts()(forPrinting ? "PRINT_TITLE" : "OPEN_TITLE"), folder, texts()("PDF_FILES"));
-  dialog.setAcceptMode(forPrinting ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-  dialog.setFileMode(forPrinting ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
-  dialog.setLabelText(QFileDialog::Accept, texts()(forPrinting ? "SAVE" : "OPEN_BUTTON"));
-  if (forPrinting) {
-    const QString stem = isSample ? texts()("SAMPLE") : toQt(document.stem().u16string());
-    dialog.setDefaultSuffix("pdf");
-    dialog.selectFile(texts()("PRINTED_NAME").arg(stem));
-  }
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
-  return dialog.selectedFiles().constFirst().toStdU16String();
 }
 
 // Whether the plug-in would let the user press OK now: a job prints under the same condition.
@@ -65,27 +63,50 @@ bool PreferencesWindow::isAccepted() {
 }
 
 void PreferencesWindow::print() {
-  const auto file = askForFile(true);
+  const QString stem = isSample() ? texts()("SAMPLE") : toQt(document.stem().u16string());
+  const auto file = askForFile({.title = "PRINT_TITLE",
+                                .files = "PDF_FILES",
+                                .folder = folderOfJob(),
+                                .ending = "pdf",
+                                .offered = texts()("PRINTED_NAME").arg(stem)},
+                               texts(), this);
   if (!file) return;
   if (!isAccepted()) return showFailure(texts()("PRINT_REFUSED").toStdString());
-  const PrintResult result = printWithProgress(document, *file, effects(), texts(), this);
+  std::vector<std::string> notes;
+  const auto task = [this, &file, &notes, effects = effects()](const RunProgress& progress) {
+    notes = Press::printPdf(document, *file, effects, progress);
+  };
+  const QString title = texts()("PRINT_TITLE");
+  const RunResult result = runWithProgress(task, {title, texts()("PRINTING").arg(nameOfJob())}, texts(), this);
   switch (result.end) {
-    case PrintEnd::done: return tellPrinted(texts()("PRINT_DONE").arg(toQt(file->filename().u16string())), *file);
-    case PrintEnd::stopped: return tellPrinted(texts()("PRINT_STOPPED"), {});
-    case PrintEnd::failed: return showFailure(result.failure.toStdString());
+    case RunEnd::done:
+      return announce({title, texts()("PRINT_DONE").arg(toQt(file->filename().u16string())), notes, *file});
+    case RunEnd::stopped: return announce({title, texts()("PRINT_STOPPED")});
+    case RunEnd::failed: return showFailure(result.failure.toStdString());
   }
 }
 
-void PreferencesWindow::tellPrinted(const QString& sentence, const std::filesystem::path& file) {
-  auto* box = new QMessageBox(QMessageBox::Information, texts()("PRINT_TITLE"), sentence, QMessageBox::NoButton, this);
+// The box waits for nobody.
+void PreferencesWindow::announce(const News& news) {
+  auto* box = new QMessageBox(QMessageBox::Information, news.title, news.sentence, QMessageBox::NoButton, this);
+  box->setTextFormat(Qt::PlainText);
+  QStringList notes;
+  for (const std::string& note : news.notes) notes << QString::fromStdString(note);
+  box->setInformativeText(notes.join('\n'));
   box->setDefaultButton(box->addButton(texts()("OK"), QMessageBox::AcceptRole));
-  if (!file.empty()) {
+  if (!news.file.empty()) {
     QPushButton* show = box->addButton(texts()("SHOW_FILE"), QMessageBox::ActionRole);
     connect(show, &QPushButton::clicked, this,
-            [file] { QDesktopServices::openUrl(QUrl::fromLocalFile(toQt(file.u16string()))); });
+            [file = news.file] { QDesktopServices::openUrl(QUrl::fromLocalFile(toQt(file.u16string()))); });
   }
   box->setAttribute(Qt::WA_DeleteOnClose);
   box->open();
+}
+
+// The user's watermarks and overlays have changed on the disk, and with them these values: the plug-in reads them anew.
+void PreferencesWindow::takeUp(const Refhost::TracePairs& values) {
+  preferences().importProfile({}, values);
+  pages->redraw();
 }
 
 // False when the preferences were not accepted. Once they are their widgets are gone, and the window has to go too;

@@ -30,20 +30,24 @@ QString ownName(const Refhost::ChromeFolders& chrome, const std::string& locale)
 
 }  // namespace
 
+void PreferencesWindow::addEntry(QMenu& menu, const char* name, const QKeySequence& keys,
+                                 void (PreferencesWindow::*does)()) {
+  QAction* action = menu.addAction(texts()(name));
+  action->setObjectName(name);
+  action->setShortcut(keys);
+  connect(action, &QAction::triggered, this, [this, does] { guarded([this, does] { (this->*does)(); }); });
+}
+
 void PreferencesWindow::buildMenus() {
   menuBar()->clear();
-  const auto add = [this](QMenu* menu, const char* name, const QKeySequence& keys, void (PreferencesWindow::*does)()) {
-    QAction* action = menu->addAction(texts()(name));
-    action->setObjectName(name);
-    action->setShortcut(keys);
-    connect(action, &QAction::triggered, this, [this, does] { guarded([this, does] { (this->*does)(); }); });
-  };
   QMenu* file = menuBar()->addMenu(texts()("FILE"));
-  add(file, "OPEN", QKeySequence::Open, &PreferencesWindow::openDocument);
-  add(file, "PRINT", QKeySequence::Print, &PreferencesWindow::print);
+  addEntry(*file, "OPEN", QKeySequence::Open, &PreferencesWindow::openDocument);
+  addEntry(*file, "PRINT", QKeySequence::Print, &PreferencesWindow::print);
+  addEntry(*file, "PRINT_OVERLAY", {}, &PreferencesWindow::printIntoOverlay);
   file->addSeparator();
-  add(file, "OPEN_TICKET", {}, &PreferencesWindow::openTicket);
-  add(file, "SAVE_TICKET", QKeySequence::Save, &PreferencesWindow::saveTicket);
+  addEntry(*file, "OPEN_TICKET", {}, &PreferencesWindow::openTicket);
+  addEntry(*file, "SAVE_TICKET", QKeySequence::Save, &PreferencesWindow::saveTicket);
+  addProfileEntries(*file);
   file->addSeparator();
   QAction* quit = file->addAction(texts()("QUIT"), this, &QWidget::close);
   quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
@@ -58,8 +62,8 @@ void PreferencesWindow::buildMenus() {
   view->addAction(toggle);
 
   QMenu* helpMenu = menuBar()->addMenu(texts()("HELP"));
-  add(helpMenu, "HELP_TAB", QKeySequence(Qt::Key_F1), &PreferencesWindow::help);
-  add(helpMenu, "HELP_WINDOW", {}, &PreferencesWindow::helpOnWindow);
+  addEntry(*helpMenu, "HELP_TAB", QKeySequence(Qt::Key_F1), &PreferencesWindow::help);
+  addEntry(*helpMenu, "HELP_WINDOW", {}, &PreferencesWindow::helpOnWindow);
 }
 
 // A choice reopens the preferences, and with them the menus: that waits until the menu is done.

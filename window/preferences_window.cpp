@@ -35,6 +35,9 @@ namespace {
 constexpr int between = 12;
 constexpr int besideText = 14;
 
+// Pixels that the name of an overlay has room in.
+constexpr int nameWidth = 320;
+
 // What the plug-in is told of the machine where the request does not say it.
 Refhost::Options onThisMachine(Refhost::Options options) {
   const QScreen* screen = QGuiApplication::primaryScreen();
@@ -226,9 +229,7 @@ void PreferencesWindow::reopen(const std::string& model, const std::string& loca
 
 void PreferencesWindow::setDocument(const std::filesystem::path& file) {
   document = file;
-  const bool isSample = sampleFolder.isValid() && file.parent_path() == sampleFolder.path().toStdU16String();
-  const QString name = isSample ? texts()("SAMPLE") : toQt(file.filename().u16string());
-  setWindowTitle(name + QStringLiteral(" \u2013 ") + texts()("TITLE"));
+  setWindowTitle(nameOfJob() + QStringLiteral(" \u2013 ") + texts()("TITLE"));
   pages->setDocument(file);
 }
 
@@ -266,24 +267,27 @@ void PreferencesWindow::showHelp(const std::u16string& url, const std::u16string
 // The names in use are offered while one is written: to create an overlay anew, its own name is given again.
 std::optional<std::u16string> PreferencesWindow::askJobStep() {
   QInputDialog question(this);
-  question.setWindowTitle(texts()("TITLE"));
+  question.setWindowTitle(texts()("OVERLAY_TITLE"));
   question.setLabelText(texts()("JOB_STEP"));
   auto* completer = new QCompleter(namesInUse(), &question);
   completer->setCaseSensitivity(Qt::CaseInsensitive);
   question.setTextValue({});  // makes the line that the completer is for
-  if (auto* line = question.findChild<QLineEdit*>()) line->setCompleter(completer);
+  auto* line = question.findChild<QLineEdit*>();
+  line->setCompleter(completer);
+  line->setMinimumWidth(nameWidth);
   const bool isGiven = question.exec() == QDialog::Accepted;
   return isGiven ? std::optional(toWide(question.textValue())) : std::nullopt;
 }
 
-// The overlays of the tab's list, each of which has the path of its file as its value.
+// The overlays of the tab's list, behind the entries for none and for several.
 QStringList PreferencesWindow::namesInUse() {
   QStringList names;
   Refhost::Gui* gui = preferences().gui();
   auto* list = gui == nullptr ? nullptr : dynamic_cast<Refhost::SelectorNode*>(gui->find(u"cmb_EffOverlay"));
   for (int i = 0; list != nullptr && i < list->items().count(); ++i) {
     const auto item = list->items().at(i);
-    if (std::filesystem::path(item->value().str()).is_absolute()) names << toQt(item->displayedText().view());
+    const std::u16string value = item->value().str();
+    if (value != u"None" && value != u"Multiple") names << toQt(item->displayedText().view());
   }
   return names;
 }

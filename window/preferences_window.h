@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/face.h"
+#include "press/capture.h"
 #include "press/effects.h"
 #include "window/dialog_windows.h"
 #include "window/qt_texts.h"
@@ -10,8 +11,8 @@
 #include "window/window.h"
 
 #include <QMainWindow>
-#include <QStringList>
 #include <QPointer>
+#include <QStringList>
 
 #include <functional>
 #include <memory>
@@ -28,6 +29,18 @@ namespace Window {
 class HelpViewer;
 class Inspector;
 class PagePanel;
+
+// What the user is told when something is done.
+struct News {
+  QString title;
+  QString sentence;
+
+  // What is not quite as asked, as sentences.
+  std::vector<std::string> notes = {};
+
+  // The file that has come of it, which the user may look at; empty for none.
+  std::filesystem::path file = {};
+};
 
 class PreferencesWindow final : public QMainWindow, private Refhost::Face {
   Q_OBJECT
@@ -81,16 +94,22 @@ class PreferencesWindow final : public QMainWindow, private Refhost::Face {
   void reopen(const std::string& model, const std::string& locale);
   void setDocument(const std::filesystem::path& file);
 
-  // The menus, in menus.cpp.
+  // The menus, in menus.cpp; those of profiles, where the host has profiles, in profiles.cpp.
   void buildMenus();
+  void addEntry(QMenu& menu, const char* name, const QKeySequence& keys, void (PreferencesWindow::*does)());
+  void addProfileEntries(QMenu& menu);
   void fillModelMenu(QMenu& menu);
   void fillLanguageMenu(QMenu& menu);
 
-  // What the user does, in actions.cpp.
+  // What the user does, in actions.cpp, overlay_job.cpp, profiles.cpp and tickets.cpp.
   void openDocument();
   void openTicket();
   void saveTicket();
+  void exportProfile();
+  void importProfile();
   void print();
+  void printIntoOverlay();
+  void store(const Press::Capture& overlay);
   void accept();
   void cancel();
   bool keep();
@@ -100,10 +119,12 @@ class PreferencesWindow final : public QMainWindow, private Refhost::Face {
   void restoreDefaults();
   void help();
   void helpOnWindow();
-  std::optional<std::filesystem::path> askForFile(bool forPrinting);
-  std::optional<std::filesystem::path> askForTicket(bool forSaving);
+  bool isSample() const;
+  QString nameOfJob();
+  QString folderOfJob() const;
   bool isAccepted();
-  void tellPrinted(const QString& sentence, const std::filesystem::path& file);
+  void takeUp(const Refhost::TracePairs& values);
+  void announce(const News& news);
   Press::Effects effects();
   void guarded(const std::function<void()>& action);
 

@@ -6,7 +6,7 @@
 #include <functional>
 #include <memory>
 
-class FailingDisk final : public Refhost::Disk {
+class FailingDisk : public Refhost::Disk {
  public:
   using Path = std::filesystem::path;
 

@@ -1,17 +1,15 @@
-// "Print...": the file dialog, the run, and what is said of its end.
-#include "window/print_run.h"
-
+// "Print...": the file dialog, and what is said of the end.
 #include "press/sample.h"
 #include "tests/window/open_window.h"
 
 #include <gtest/gtest.h>
 
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMessageBox>
-#include <QProgressDialog>
 #include <QPushButton>
-#include <QThread>
 #include <QTimer>
 
 #include <fstream>
@@ -86,47 +84,20 @@ TEST_F(PrintingTest, ThatFailsSaysWhyAndLeavesTheFileAsItWas) {
   EXPECT_EQ(kept, "as it was");
 }
 
-class PrintRunTest : public testing::Test {
- protected:
-  Testing::OpenWindow open;
-  Texts texts{open.window->preferences().strings()};
-};
+TEST_F(PrintingTest, TellsOfAFaceThatIsMissing) {
+  auto& marks = open.find<QListWidget>("lst_selectedWatermark");
+  Testing::press(marks, Qt::Key_Down);
+  open.settle();
+  auto& notes = open.find<QLabel>("notes");
+  EXPECT_TRUE(notes.isHidden()) << notes.text().toStdString();
+  open.window->preferences().set(u"WatermarkTextFont", u"No Such Face");
+  open.settle();
+  EXPECT_TRUE(notes.isVisible());
+  EXPECT_TRUE(notes.text().contains("No Such Face")) << notes.text().toStdString();
 
-TEST_F(PrintRunTest, StopsWhenTheUserSaysSo) {
-  QTimer ticks;
-  QObject::connect(&ticks, &QTimer::timeout, &ticks, [&] {
-    if (auto* bar = open.window->findChild<QProgressDialog*>()) bar->findChild<QPushButton*>()->click();
-  });
-  ticks.start(50);
-  const auto endless = [](const Press::Progress& progress) {
-    for (int page = 0; progress(page % 100, 100); ++page) QThread::msleep(5);
-    throw Press::Cancelled();
-  };
-  EXPECT_EQ(runWithProgress(endless, "job", texts, open.window.get()).end, PrintEnd::stopped);
-}
-
-TEST_F(PrintRunTest, ShowsHowFarItIs) {
-  int highest = 0;
-  QTimer ticks;
-  QObject::connect(&ticks, &QTimer::timeout, &ticks, [&] {
-    if (auto* bar = open.window->findChild<QProgressDialog*>()) highest = std::max(highest, bar->value());
-  });
-  ticks.start(20);
-  const auto slow = [](const Press::Progress& progress) {
-    for (int page = 0; page < 40; ++page) {
-      progress(page, 40);
-      QThread::msleep(25);
-    }
-  };
-  EXPECT_EQ(runWithProgress(slow, "job", texts, open.window.get()).end, PrintEnd::done);
-  EXPECT_GT(highest, 500);
-}
-
-TEST_F(PrintRunTest, ThatFailsHasASentence) {
-  const PrintResult result =
-      runWithProgress([](const auto&) { throw Press::Error("No paper."); }, "job", texts, nullptr);
-  EXPECT_EQ(result.end, PrintEnd::failed);
-  EXPECT_EQ(result.failure, "No paper.");
+  print(folder.filePath("out.pdf"));
+  EXPECT_EQ(said(), "The job is printed to \u201cout.pdf\u201d.");
+  EXPECT_EQ(open.window->findChild<QMessageBox*>()->informativeText(), notes.text());
 }
 
 }  // namespace

@@ -1,4 +1,7 @@
-#include "window/print_run.h"
+#include "window/background_run.h"
+
+#include "host/profiles/archive.h"
+#include "press/error.h"
 
 #include <QEventLoop>
 #include <QProgressDialog>
@@ -7,40 +10,43 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstdint>
 #include <memory>
 
 namespace Window {
 namespace {
 
-// A job that is printed sooner shows no bar at all.
-constexpr int patienceMs = 400;
+// What is done sooner shows no bar at all.
+constexpr int patienceMs = 300;
 constexpr int barSteps = 1000;
 
 struct Shared {
   std::atomic<int> step = 0;
   std::atomic<bool> stop = false;
-  PrintResult result;
+  RunResult result;
 };
 
-void run(const std::function<void(const Press::Progress&)>& job, Shared& shared) {
+void run(const std::function<void(const RunProgress&)>& task, Shared& shared) {
   try {
-    job([&shared](int done, int total) {
+    task([&shared](int done, int total) {
       shared.step = total > 0 ? static_cast<int>(std::int64_t{done} * barSteps / total) : 0;
       return !shared.stop.load();
     });
   } catch (const Press::Cancelled&) {
-    shared.result.end = PrintEnd::stopped;
+    shared.result.end = RunEnd::stopped;
+  } catch (const Refhost::Stopped&) {
+    shared.result.end = RunEnd::stopped;
   } catch (const std::exception& error) {
-    shared.result = {PrintEnd::failed, QString::fromUtf8(error.what())};
+    shared.result = {RunEnd::failed, QString::fromUtf8(error.what())};
   }
 }
 
 }  // namespace
 
-PrintResult runWithProgress(const std::function<void(const Press::Progress&)>& job, const QString& name,
-                            const Texts& texts, QWidget* parent) {
+RunResult runWithProgress(const std::function<void(const RunProgress&)>& task, const RunName& name, const Texts& texts,
+                          QWidget* parent) {
   Shared shared;
-  const std::unique_ptr<QThread> worker(QThread::create([&] { run(job, shared); }));
+  const std::unique_ptr<QThread> worker(QThread::create([&] { run(task, shared); }));
   QEventLoop patience;
   QObject::connect(worker.get(), &QThread::finished, &patience, &QEventLoop::quit);
   QTimer::singleShot(patienceMs, &patience, &QEventLoop::quit);
@@ -48,8 +54,8 @@ PrintResult runWithProgress(const std::function<void(const Press::Progress&)>& j
   patience.exec(QEventLoop::ExcludeUserInputEvents);
 
   if (!worker->isFinished()) {
-    QProgressDialog bar(texts("PRINTING").arg(name), texts("STOP"), 0, barSteps, parent);
-    bar.setWindowTitle(texts("PRINT_TITLE"));
+    QProgressDialog bar(name.doing, texts("STOP"), 0, barSteps, parent);
+    bar.setWindowTitle(name.title);
     bar.setWindowModality(Qt::ApplicationModal);
     bar.setAutoReset(false);
     bar.setAutoClose(false);
@@ -65,12 +71,6 @@ PrintResult runWithProgress(const std::function<void(const Press::Progress&)>& j
   }
   worker->wait();
   return shared.result;
-}
-
-PrintResult printWithProgress(const std::filesystem::path& document, const std::filesystem::path& out,
-                              const Press::Effects& effects, const Texts& texts, QWidget* parent) {
-  const auto job = [&](const Press::Progress& progress) { Press::printPdf(document, out, effects, progress); };
-  return runWithProgress(job, toQt(document.filename().u16string()), texts, parent);
 }
 
 }  // namespace Window

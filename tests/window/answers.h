@@ -1,0 +1,99 @@
+// What a user answers to dialogs that a menu entry opens one after the other.
+#pragma once
+
+#include "tests/window/open_window.h"
+
+#include <QCheckBox>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPointer>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QTimer>
+
+#include <deque>
+#include <functional>
+
+namespace Testing {
+
+// Triggers entries of the window's menus; what the user was told before is out of the way by then. Each dialog that
+// then waits for the user gets the next answer; one that comes when there is none left is closed, and counts as
+// unexpected.
+class Answers {
+ public:
+  explicit Answers(OpenWindow& openWindow) : open(openWindow) {
+    QObject::connect(&timer, &QTimer::timeout, &timer, [this] { answer(); });
+  }
+
+  void choose(const char* entry, std::deque<std::function<void(QWidget&)>> given) {
+    for (auto* told : open.window->findChildren<QMessageBox*>()) delete told;
+    answers = std::move(given);
+    unexpected.clear();
+    timer.start(10);
+    open.window->findChild<QAction*>(entry)->trigger();
+    timer.stop();
+    QCoreApplication::processEvents();
+    open.settle();
+  }
+
+  // The titles of dialogs that no answer was meant for.
+  QStringList unexpected;
+
+ private:
+  void answer() {
+    QWidget* dialog = QApplication::activeModalWidget();
+    const bool waits = dialog != nullptr && dialog != last && qobject_cast<QProgressDialog*>(dialog) == nullptr;
+    if (!waits) return;
+    last = dialog;
+    if (answers.empty()) {
+      unexpected << dialog->windowTitle();
+      dialog->close();
+      return;
+    }
+    const auto next = answers.front();
+    answers.pop_front();
+    next(*dialog);
+  }
+
+  OpenWindow& open;
+  QTimer timer;
+  std::deque<std::function<void(QWidget&)>> answers;
+  QPointer<QWidget> last;
+};
+
+// Types a text, letter by letter, into what has the focus there.
+inline void type(QWidget& dialog, const QString& text) {
+  QWidget* line = dialog.findChild<QLineEdit*>();
+  for (const QChar letter : text) {
+    QKeyEvent down(QEvent::KeyPress, 0, {}, letter);
+    QCoreApplication::sendEvent(line, &down);
+  }
+}
+
+inline std::function<void(QWidget&)> name(const QString& text) {
+  return [text](QWidget& dialog) {
+    type(dialog, text);
+    press(*dialog.findChild<QLineEdit*>(), Qt::Key_Return);
+  };
+}
+
+inline std::function<void(QWidget&)> file(const QString& path) {
+  return [path](QWidget& dialog) {
+    dialog.findChild<QLineEdit*>()->setText(path);
+    QMetaObject::invokeMethod(&dialog, "accept");
+  };
+}
+
+inline std::function<void(QWidget&)> button(const QString& text) {
+  return [text](QWidget& dialog) {
+    for (auto* button : dialog.findChildren<QPushButton*>())
+      if (QString(button->text()).remove('&') == text) return button->click();
+    throw std::runtime_error("no button " + text.toStdString());
+  };
+}
+
+inline void escape(QWidget& dialog) { press(dialog, Qt::Key_Escape); }
+
+}  // namespace Testing

@@ -1,0 +1,101 @@
+// Tasks in the background: the bar, the stop, and how they end.
+#include "window/background_run.h"
+
+#include "host/profiles/archive.h"
+#include "press/error.h"
+#include "tests/window/open_window.h"
+
+#include <gtest/gtest.h>
+
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QThread>
+#include <QTimer>
+
+#include <algorithm>
+
+namespace Window {
+namespace {
+
+class BackgroundRunTest : public testing::Test {
+ protected:
+  RunResult run(const std::function<void(const RunProgress&)>& task) {
+    return runWithProgress(task, {"Packing", "Packing it..."}, texts, open.window.get());
+  }
+
+  // Calls this every now and then while the bar is shown.
+  void whileShown(const std::function<void(QProgressDialog&)>& look) {
+    QObject::connect(&ticks, &QTimer::timeout, &ticks, [this, look] {
+      if (auto* bar = open.window->findChild<QProgressDialog*>()) look(*bar);
+    });
+    ticks.start(20);
+  }
+
+  QTimer ticks;
+  Testing::OpenWindow open;
+  Texts texts{open.window->preferences().strings()};
+};
+
+void tellUntilStopped(const RunProgress& progress) {
+  for (int step = 0; progress(step % 100, 100); ++step) QThread::msleep(5);
+}
+
+TEST_F(BackgroundRunTest, StopsWhenTheUserSaysSo) {
+  whileShown([](QProgressDialog& bar) { bar.findChild<QPushButton*>()->click(); });
+  const auto print = [](const RunProgress& progress) {
+    tellUntilStopped(progress);
+    throw Press::Cancelled();
+  };
+  const auto pack = [](const RunProgress& progress) {
+    tellUntilStopped(progress);
+    throw Refhost::Stopped();
+  };
+  EXPECT_EQ(run(print).end, RunEnd::stopped);
+  EXPECT_EQ(run(pack).end, RunEnd::stopped);
+}
+
+TEST_F(BackgroundRunTest, StopsByTheEscapeKey) {
+  whileShown([](QProgressDialog& bar) { Testing::press(bar, Qt::Key_Escape); });
+  EXPECT_EQ(run([](const RunProgress& progress) {
+              tellUntilStopped(progress);
+              throw Press::Cancelled();
+            }).end,
+            RunEnd::stopped);
+}
+
+TEST_F(BackgroundRunTest, ShowsWhatItDoesAndHowFarItIs) {
+  int highest = 0;
+  QString title;
+  QString doing;
+  whileShown([&](QProgressDialog& bar) {
+    highest = std::max(highest, bar.value());
+    title = bar.windowTitle();
+    doing = bar.labelText();
+  });
+  const auto slow = [](const RunProgress& progress) {
+    for (int page = 0; page < 40; ++page) {
+      progress(page, 40);
+      QThread::msleep(25);
+    }
+  };
+  EXPECT_EQ(run(slow).end, RunEnd::done);
+  EXPECT_GT(highest, 500);
+  EXPECT_EQ(title, "Packing");
+  EXPECT_EQ(doing, "Packing it...");
+}
+
+TEST_F(BackgroundRunTest, ThatIsOverInABlinkShowsNoBar) {
+  bool isShown = false;
+  whileShown([&](QProgressDialog&) { isShown = true; });
+  run([](const RunProgress&) { QThread::msleep(100); });
+  EXPECT_FALSE(isShown);
+}
+
+TEST_F(BackgroundRunTest, ThatFailsHasASentence) {
+  const RunResult result = run([](const auto&) { throw Press::Error("No paper."); });
+  EXPECT_EQ(result.end, RunEnd::failed);
+  EXPECT_EQ(result.failure, "No paper.");
+}
+
+}  // namespace
+}  // namespace Window
