@@ -1,5 +1,7 @@
 #include "window/dialog_windows.h"
 
+#include "window/roomy_button.h"
+
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QEventLoop>
@@ -25,6 +27,14 @@ DialogWindow::DialogWindow(Refhost::Dialog& shownDialog, const Surroundings& aro
   view->adopt(*layout.acceptButton, accept, [this] { dialog.accept(); });
   view->adopt(*layout.cancelButton, cancel, [this] { dialog.cancel(); });
   accept->setDefault(true);
+  Refhost::walk(*layout.root, [&](Refhost::WidgetNode& node) {
+    const std::u16string type = node.attribute("dlgtype");
+    if (type.empty()) return;
+    auto* button = new RoomyButton(buttons);
+    buttons->addButton(button, type == u"help" ? QDialogButtonBox::HelpRole : QDialogButtonBox::ResetRole);
+    auto& further = dynamic_cast<Refhost::Button&>(node);
+    view->adopt(further, button, [&further] { further.click(); });
+  });
 
   Refhost::walk(*layout.root, [this](Refhost::WidgetNode& node) {
     if (node.attribute("dlgtype") != u"help") return;

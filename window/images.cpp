@@ -34,6 +34,17 @@ QPixmap pixmapAt(std::u16string_view address, const Refhost::ChromeFolders& chro
   return file ? bitmapIn(*file) : QPixmap();
 }
 
+QPixmap pageWithEdge(const QPixmap& page, const QSize& room, const QColor& edge, const QWidget& on) {
+  if (page.isNull()) return {};
+  const double ratio = on.devicePixelRatioF();
+  QPixmap drawn = page.scaled((QSizeF(room) * ratio).toSize(), Qt::KeepAspectRatio, Qt::SmoothTransformation);
+  drawn.setDevicePixelRatio(ratio);
+  QPainter painter(&drawn);
+  painter.setPen(QPen(edge, 1));
+  painter.drawRect(QRectF(QPointF(), drawn.deviceIndependentSize()).adjusted(0.5, 0.5, -0.5, -0.5));
+  return drawn;
+}
+
 QPixmap swatch(const QColor& colour, const QSize& pixels, const QWidget& on) {
   QPixmap drawn(pixels);
   if (drawn.isNull()) return {};

@@ -21,6 +21,12 @@ QPixmap pixmapOf(const Kiln::SmartPtr<Kiln::XUL::Image>& image, const QWidget& o
 // The picture of that address; nothing for none.
 QPixmap pixmapAt(std::u16string_view address, const Refhost::ChromeFolders& chrome);
 
+// The edge of a page, which may be as white as what lies around it.
+inline constexpr QColor pageEdge(150, 158, 168);
+
+// A page as large as fits into that room, with an edge.
+QPixmap pageWithEdge(const QPixmap& page, const QSize& room, const QColor& edge, const QWidget& on);
+
 // A patch of one colour, of so many of the screen's own pixels, with an edge that a patch as light as the window needs.
 QPixmap swatch(const QColor& colour, const QSize& pixels, const QWidget& on);
 

@@ -29,6 +29,15 @@ QIcon iconOf(Kiln::XUL::ListItem& item, const QWidget& on) {
   return pixmap.isNull() ? QIcon() : QIcon(pixmap);
 }
 
+QIcon pageOf(Kiln::XUL::ListItem& item, const ItemList& list) {
+  const QPixmap pixmap = pixmapOf(item.image(), list);
+  QIcon page(pageWithEdge(pixmap, list.iconSize(), pageEdge, list));
+  const QVariant colour = colourOf(item);
+  const QColor edge = colour.isValid() ? colour.value<QColor>() : QColor(pageEdge);
+  page.addPixmap(pageWithEdge(pixmap, list.iconSize(), edge, list), QIcon::Selected);
+  return page;
+}
+
 bool canWrite(QFont font, const QString& text) {
   font.setStyleStrategy(QFont::NoFontMerging);
   const QFontMetrics metrics(font);
@@ -41,6 +50,11 @@ bool canWrite(QFont font, const QString& text) {
 QString valueIn(const QMimeData& data) {
   const QByteArray bytes = data.data(itemFormat);
   return QString(reinterpret_cast<const QChar*>(bytes.constData()), bytes.size() / qsizetype(sizeof(QChar)));
+}
+
+void ItemList::showPages(int side) {
+  hasPages = true;
+  setIconSize({side, side});
 }
 
 int ItemList::rowHeight() const { return std::max(fontMetrics().height(), iconSize().height()) + aboveAndBelow; }
@@ -86,8 +100,9 @@ void showItems(ItemList& list, Kiln::XUL::ListData& items) {
   list.clear();
   for (int i = 0; i < items.count(); ++i) {
     const auto item = items.at(i);
-    auto* row = new QListWidgetItem(iconOf(*item, list), toQt(item->displayedText().view()), &list);
-    row->setData(Qt::ForegroundRole, colourOf(*item));
+    const QIcon icon = list.showsPages() ? pageOf(*item, list) : iconOf(*item, list);
+    auto* row = new QListWidgetItem(icon, toQt(item->displayedText().view()), &list);
+    if (!list.showsPages()) row->setData(Qt::ForegroundRole, colourOf(*item));
     row->setData(valueRole, toQt(item->value().view()));
     row->setSizeHint({0, list.rowHeight()});
   }

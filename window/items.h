@@ -22,6 +22,11 @@ class ItemList final : public QListWidget {
  public:
   using QListWidget::QListWidget;
 
+  // Shows an item's picture as a page, as large as fits into a square of this side. A page has an edge, which is in the
+  // item's colour while it is selected; items without such pictures have their texts in it.
+  void showPages(int side);
+  bool showsPages() const { return hasPages; }
+
   // The height of a row, with room above and below text and picture.
   int rowHeight() const;
 
@@ -29,6 +34,9 @@ class ItemList final : public QListWidget {
   void startDrag(Qt::DropActions actions) override;
   QStringList mimeTypes() const override { return {itemFormat}; }
   QMimeData* mimeData(const QList<QListWidgetItem*>& dragged) const override;
+
+ private:
+  bool hasPages = false;
 };
 
 // Shows the names of faces each in its own face. A face is asked for when its name comes into sight, so that a thousand

@@ -1,5 +1,6 @@
 #include "window/picture_box.h"
 
+#include "window/images.h"
 #include "window/items.h"
 
 #include <QContextMenuEvent>
@@ -11,12 +12,12 @@
 #include <QStyleOptionFocusRect>
 
 namespace Window {
-
 PictureBox::PictureBox(QWidget* parent) : QWidget(parent) {}
 
-void PictureBox::show(const QPixmap& picture) {
-  if (picture.cacheKey() == shown.cacheKey()) return;
+void PictureBox::show(const QPixmap& picture, bool isPage) {
+  if (picture.cacheKey() == shown.cacheKey() && isPage == hasEdge) return;
   shown = picture;
+  hasEdge = isPage;
   updateGeometry();
   update();
 }
@@ -45,6 +46,10 @@ void PictureBox::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.setOpacity(isEnabled() ? 1 : 0.4);
     painter.drawPixmap(place, shown, shown.rect());
+    if (hasEdge) {
+      painter.setPen(QPen(pageEdge, 1));
+      painter.drawRect(place.adjusted(0.5, 0.5, -0.5, -0.5));
+    }
     painter.setOpacity(1);
   }
   const QColor highlight = palette().color(QPalette::Highlight);

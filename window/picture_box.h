@@ -22,7 +22,8 @@ class PictureBox final : public QWidget {
 
   explicit PictureBox(QWidget* parent);
 
-  void show(const QPixmap& picture);
+  // A page has an edge.
+  void show(const QPixmap& picture, bool isPage = false);
   const QPixmap& picture() const { return shown; }
 
   // A box that takes drops, or has a menu, also takes the focus.
@@ -50,6 +51,7 @@ class PictureBox final : public QWidget {
   void setUnderDrag(bool isUnder);
 
   QPixmap shown;
+  bool hasEdge = false;
   std::vector<Entry> entries;
   bool isUnderDrag = false;
 };

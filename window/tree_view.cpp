@@ -50,6 +50,15 @@ bool runsAcross(const WidgetNode& box) {
   return box.attribute("element") == u"hbox" || box.attribute("orient") == u"horizontal";
 }
 
+// Whether a container has nothing to show of what it holds: it would only be a gap.
+bool isEmptied(const WidgetNode& node) {
+  if (node.kind() == WidgetKind::box) return !node.children().empty() && !hasContent(node);
+  return node.kind() == WidgetKind::groupBox && !hasContent(node);
+}
+
+// Whether the node is one of the dialog's own buttons, which stand beside OK and Cancel.
+bool isDialogButton(const WidgetNode& node) { return !node.attribute("dlgtype").empty(); }
+
 int number(const WidgetNode& node, const char* attribute, int otherwise = 0) {
   bool isNumber = false;
   const int value = toQt(node.attribute(attribute)).toInt(&isNumber);
@@ -111,7 +120,7 @@ void TreeView::update(const WidgetNode& node) {
   if (const auto following = followers.find(&node); following != followers.end())
     for (const WidgetNode* follower : following->second) shown.at(follower).refresh();
   for (const WidgetNode* above = node.parent(); above != nullptr; above = above->parent())
-    if (above->kind() == WidgetKind::groupBox) shown.at(above).refresh();
+    if (const auto container = shown.find(above); container != shown.end()) container->second.refresh();
   relate(*tree);
 }
 
@@ -126,9 +135,10 @@ void TreeView::show(const WidgetNode& node, QWidget* widget, std::function<void(
   if (const int width = number(node, "width"); width > 0) widget->setMinimumWidth(width);
   if (const int height = number(node, "height"); height > 0) widget->setMinimumHeight(height);
   const auto all = [this, &node, widget, refresh = std::move(refresh)] {
-    widget->setVisible(node.isVisible() && (node.kind() != WidgetKind::groupBox || hasContent(node)));
+    widget->setVisible(node.isVisible() && !isEmptied(node));
     widget->setEnabled(node.isEnabled());
     widget->setToolTip(attribute(node, "tooltiptext"));
+    widget->setAccessibleDescription(widget->toolTip());
     refresh();
   };
   all();
@@ -196,6 +206,7 @@ void TreeView::fill(QBoxLayout* layout, WidgetNode& node, QWidget* parent, std::
   if (leavesRoom && (pack == u"end" || pack == u"center")) layout->addStretch();
   for (std::size_t i = first; i < node.children().size(); ++i) {
     WidgetNode& child = *node.children()[i];
+    if (isDialogButton(child)) continue;
     const int flex = number(child, "flex");
     if (child.kind() == WidgetKind::spacer) {
       layout->addStretch(flex);
@@ -243,7 +254,7 @@ QWidget* TreeView::buildImage(Refhost::ImageBox& node, QWidget* parent) {
   QObject::connect(box, &PictureBox::chosen, box, [this, &node](const QString& text) {
     if (shown.contains(&node)) node.choose(toWide(text));
   });
-  show(node, box, [this, &node, box] { box->show(pictureIn(node, *box)); });
+  show(node, box, [this, &node, box] { box->show(pictureIn(node, *box), bool(node.image())); });
   return box;
 }
 
@@ -278,7 +289,7 @@ QWidget* TreeView::buildList(WidgetNode& node, QWidget* parent) {
   auto& selector = dynamic_cast<Refhost::SelectorNode&>(node);
   auto* list = new ItemList(parent);
   list->setDragEnabled(node.attribute("draggable") == u"true");
-  if (const int side = number(node, "iconsize"); side > 0) list->setIconSize({side, side});
+  if (const int side = number(node, "iconsize"); side > 0) list->showPages(side);
   const int rows = number(node, "rows", 4);
   list->setFixedHeight(rows * list->rowHeight() + 2 * list->frameWidth());
   if (number(node, "flex") > 0) list->setMaximumHeight(QWIDGETSIZE_MAX);

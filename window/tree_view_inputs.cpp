@@ -75,8 +75,6 @@ QWidget* TreeView::buildScroll(Refhost::ScrollBar& node, QWidget* parent) {
   const int length = node.most() - node.least();
   slider->setRange(node.least(), node.most());
   slider->setPageStep(std::max(1, length / 10));
-  slider->setTickPosition(QSlider::TicksBelow);
-  slider->setTickInterval(std::max(1, length / 2));
   const auto showPosition = [&node, slider] {
     const QSignalBlocker quiet(slider);
     slider->setValue(node.position());

@@ -89,7 +89,6 @@ void TreeView::nameForReaders(WidgetNode& node, const QString& group) {
       if (!own.isEmpty() || !led.contains(widget)) widget->setAccessibleName(own.isEmpty() ? name : own);
     }
     if (isSymbol(*widget)) widget->setAccessibleName(widget->toolTip());
-    widget->setAccessibleDescription(widget->toolTip());
   }
   for (WidgetNode* child : node.children()) nameForReaders(*child, name);
 }

@@ -7,6 +7,7 @@
 #include <QAccessible>
 #include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTextBrowser>
@@ -54,6 +55,20 @@ TEST_F(DialogsTest, HaveTheirOwnWordsOnTheButtons) {
     EXPECT_TRUE(button(window, "accept").isDefault());
     window.reject();
   });
+}
+
+TEST_F(DialogsTest, HaveFurtherButtonsOfTheirOwnBesideThose) {
+  QTimer::singleShot(0, open.window.get(), [this] {
+    auto& line = *shown()->findChild<QLineEdit*>("txt_EffWMTxtBox");
+    line.setText("Mine");
+    QPushButton& restore = button(*shown(), "but_EffWMResDef");
+    EXPECT_EQ(restore.parentWidget(), button(*shown(), "accept").parentWidget());
+    EXPECT_EQ(restore.accessibleDescription(), restore.toolTip());
+    restore.click();
+    EXPECT_EQ(line.text(), "");
+    shown()->reject();
+  });
+  open.find<QPushButton>("btn_WMAdd").click();
 }
 
 TEST_F(DialogsTest, CloseByTheEscapeKey) {

@@ -5,11 +5,12 @@
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
-#include <QListView>
+#include <QListWidget>
 #include <QPushButton>
 #include <QStyle>
 #include <QStyleOptionComboBox>
 #include <QStyleOptionFrame>
+#include <QTabBar>
 
 namespace Testing {
 namespace {
@@ -66,11 +67,33 @@ Width widthIn(const QLineEdit& line) {
   return {widthOf(line.text(), line) + 4, contents.width()};
 }
 
+// What people name themselves may be of any length; what is in a list at first must fit.
+Width widthIn(const QListWidget& list) {
+  constexpr int beside = 6;
+  int widest = 0;
+  for (int row = 0; row < list.count(); ++row) {
+    const int iconWidth = list.item(row)->icon().isNull() ? 0 : list.iconSize().width() + 4;
+    widest = std::max(widest, widthOf(list.item(row)->text(), list) + iconWidth + beside);
+  }
+  return {widest, list.viewport()->width()};
+}
+
+Width widthIn(const QTabBar& bar) {
+  Width tightest;
+  for (int tab = 0; tab < bar.count(); ++tab) {
+    const Width width{widthOf(bar.tabText(tab), bar), bar.tabRect(tab).width()};
+    if (width.needed - width.given >= tightest.needed - tightest.given) tightest = width;
+  }
+  return tightest;
+}
+
 Width widthIn(const QWidget& widget) {
   if (auto* label = qobject_cast<const QLabel*>(&widget)) return widthIn(*label);
   if (auto* button = qobject_cast<const QAbstractButton*>(&widget)) return widthIn(*button);
   if (auto* combo = qobject_cast<const QComboBox*>(&widget)) return widthIn(*combo);
   if (auto* line = qobject_cast<const QLineEdit*>(&widget)) return widthIn(*line);
+  if (auto* list = qobject_cast<const QListWidget*>(&widget)) return widthIn(*list);
+  if (auto* bar = qobject_cast<const QTabBar*>(&widget)) return widthIn(*bar);
   return {};
 }
 

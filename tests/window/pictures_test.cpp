@@ -1,4 +1,5 @@
 // Pictures in the window: what they show, what is dropped on them, and their menus.
+#include "window/images.h"
 #include "window/items.h"
 #include "window/picture_box.h"
 
@@ -43,6 +44,11 @@ class PicturesTest : public testing::Test {
     happened.push_back(Refhost::toNarrow(id + what + text.str()));
   }
 
+  Kiln::SmartPtr<Refhost::Image> bitmapImage(const char* name) const {
+    const QString file = shown.folder.filePath(QString("test/content/") + name);
+    return Refhost::make<Refhost::Image>(u"a bitmap", std::filesystem::path(file.toStdString()));
+  }
+
   PictureBox& box(const char* id) { return shown.find<PictureBox>(id); }
   ItemList& list() { return shown.find<ItemList>("list"); }
 
@@ -67,12 +73,14 @@ class PicturesTest : public testing::Test {
   }
 
   Testing::ShownLayout shown{
-      "<listbox id='list' draggable='true'/><listbox id='fixed'/>"
+      "<listbox id='list' draggable='true'/><listbox id='fixed'/><listbox id='pages' iconsize='60'/>"
       "<hbox align='start'><image id='slot' width='60' height='60' droptarget='true'><menupopup>"
       "<menuitem value='clear' label='Clear it'/><menuitem value='other' label='Other'/></menupopup></image>"
       "<image id='full' width='60' height='60' droptarget='true' src='chrome://test/content/blue.bmp'/>"
       "<image id='plain' width='60' height='60'/></hbox>",
-      {{"red.bmp", bitmap(40, 20, Qt::red)}, {"blue.bmp", bitmap(10, 10, Qt::blue)}}};
+      {{"red.bmp", bitmap(40, 20, Qt::red)},
+       {"white.bmp", bitmap(40, 40, Qt::white)},
+       {"blue.bmp", bitmap(10, 10, Qt::blue)}}};
   std::vector<std::string> happened;
 };
 
@@ -81,19 +89,40 @@ TEST_F(PicturesTest, ShowAPictureByItsFileAddressOrRegisteredName) {
   auto& node = shown.node<Refhost::ImageBox>(u"plain");
   node.setResource(u"blue");
   EXPECT_EQ(colourAt("plain", middle), QColor(Qt::blue));
-  node.setImage(Refhost::make<Refhost::Image>(
-      u"red", std::filesystem::path(shown.folder.filePath("test/content/red.bmp").toStdString())));
+  node.setImage(bitmapImage("red.bmp"));
   EXPECT_EQ(colourAt("plain", middle), QColor(Qt::red));
 }
 
 TEST_F(PicturesTest, FitTheirRoomInTheirProportions) {
-  shown.node<Refhost::ImageBox>(u"plain").setImage(Refhost::make<Refhost::Image>(
-      u"red", std::filesystem::path(shown.folder.filePath("test/content/red.bmp").toStdString())));
+  shown.node<Refhost::ImageBox>(u"plain").setImage(bitmapImage("red.bmp"));
   EXPECT_EQ(box("plain").size(), QSize(60, 60));
-  EXPECT_EQ(colourAt("plain", {1, 30}), QColor(Qt::red));
-  EXPECT_EQ(colourAt("plain", {58, 30}), QColor(Qt::red));
+  EXPECT_EQ(colourAt("plain", {2, 30}), QColor(Qt::red));
+  EXPECT_EQ(colourAt("plain", {57, 30}), QColor(Qt::red));
   EXPECT_NE(colourAt("plain", {30, 12}), QColor(Qt::red));
   EXPECT_NE(colourAt("plain", {30, 47}), QColor(Qt::red));
+}
+
+TEST_F(PicturesTest, OfPagesHaveAnEdge) {
+  auto& node = shown.node<Refhost::ImageBox>(u"plain");
+  node.setImage(bitmapImage("white.bmp"));
+  EXPECT_EQ(colourAt("plain", {0, 0}), pageEdge);
+  EXPECT_EQ(colourAt("plain", {30, 30}), QColor(Qt::white));
+  node.setImage({});
+  node.setResource(u"blue");
+  EXPECT_EQ(colourAt("plain", {0, 0}), QColor(Qt::blue));
+}
+
+TEST_F(PicturesTest, OfPagesInAListHaveTheItemsColourAsTheirEdgeWhileItIsSelected) {
+  auto& node = shown.node<Refhost::ListBox>(u"pages");
+  const auto item = node.data()->append(u"Terms", u"c");
+  item->setImage(bitmapImage("white.bmp"));
+  item->setColour(u"#FF0000");
+  node.setData(node.data());
+  const QListWidgetItem& row = *shown.find<ItemList>("pages").item(0);
+  const auto cornerIn = [&](QIcon::Mode mode) { return row.icon().pixmap({60, 60}, mode).toImage().pixelColor(0, 0); };
+  EXPECT_EQ(cornerIn(QIcon::Normal), pageEdge);
+  EXPECT_EQ(cornerIn(QIcon::Selected), QColor("#FF0000"));
+  EXPECT_FALSE(row.data(Qt::ForegroundRole).isValid());
 }
 
 TEST_F(PicturesTest, ThatAreNoBitmapsShowNothing) {
@@ -103,8 +132,7 @@ TEST_F(PicturesTest, ThatAreNoBitmapsShowNothing) {
   shown.write("cut.bmp", bitmap(40, 20, Qt::red).substr(0, 30));
   shown.write("text.bmp", "no picture");
   for (const char* name : {"huge.bmp", "cut.bmp", "text.bmp", "missing.bmp"}) {
-    shown.node<Refhost::ImageBox>(u"plain").setImage(Refhost::make<Refhost::Image>(
-        u"x", std::filesystem::path(shown.folder.filePath(QString("test/content/") + name).toStdString())));
+    shown.node<Refhost::ImageBox>(u"plain").setImage(bitmapImage(name));
     EXPECT_TRUE(box("plain").picture().isNull()) << name;
   }
 }

@@ -141,6 +141,17 @@ TEST_F(TreeViewTest, AGroupWithNothingToSeeIsNotShown) {
   EXPECT_FALSE(section->isHidden());
 }
 
+TEST_F(TreeViewTest, ARowWithNothingToSeeIsNotShown) {
+  QWidget& row = *open.find<QWidget>("lbl_DevNin1").parentWidget();
+  EXPECT_FALSE(row.isHidden());
+  open.node<Refhost::Label>(u"lbl_DevNin1").setVisible(false);
+  EXPECT_FALSE(row.isHidden());
+  open.node<Refhost::ComboBox>(u"cmb_DevNin1").setVisible(false);
+  EXPECT_TRUE(row.isHidden());
+  open.node<Refhost::Label>(u"lbl_DevNin1").setVisible(true);
+  EXPECT_FALSE(row.isHidden());
+}
+
 TEST_F(TreeViewTest, RowsAndSharedColumnsAreLinedUp) {
   const auto left = [&](const char* name) {
     auto& widget = open.find<QWidget>(name);
