@@ -15,6 +15,7 @@ using Run = std::function<int()>;
 void addDrive(CLI::App& kiln, Run& run);
 void addFilter(CLI::App& kiln, Run& run);
 void addOverlay(CLI::App& kiln, Run& run);
+void addOverlayCreation(CLI::App& overlay, Run& run);
 void addPicture(CLI::App& kiln, Run& run);
 void addPrint(CLI::App& kiln, Run& run);
 void addProfile(CLI::App& kiln, Run& run);

@@ -66,10 +66,10 @@ int runCommand(std::vector<std::string> words) {
   App::addShow(kiln, run);
   App::addPrint(kiln, run);
   App::addFilter(kiln, run);
-  App::addOverlay(kiln, run);
   App::addSample(kiln, run);
   App::addPicture(kiln, run);
 #endif
+  App::addOverlay(kiln, run);
   App::addProfile(kiln, run);
   App::addTicket(kiln, run);
   App::addDrive(kiln, run);

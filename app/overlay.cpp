@@ -1,11 +1,11 @@
-// kiln overlay: the user's overlays, made, listed and deleted through the plug-in, as in the preferences.
+// kiln overlay: the user's overlays, listed and deleted through the plug-in, as in the preferences. They are made where
+// there is printing.
 #include "app/commands.h"
 #include "app/failure.h"
 #include "app/silent_run.h"
 #include "host/gui.h"
 #include "host/unicode.h"
 #include "host/widgets/list.h"
-#include "press/capture.h"
 
 #include <iostream>
 #include <memory>
@@ -16,8 +16,12 @@ namespace App {
 namespace {
 
 constexpr const char* footer = R"(Examples:
-  kiln overlay create Letterhead letterhead.pdf
-  kiln overlay list
+)"
+#ifndef KILN_WITHOUT_PRINTING
+                               R"(  kiln overlay create Letterhead letterhead.pdf
+)"
+#endif
+                               R"(  kiln overlay list
   kiln overlay delete Letterhead
 
 Exit status: 0 when it was done, 1 when it was not, and every overlay is as it was,
@@ -26,8 +30,6 @@ Exit status: 0 when it was done, 1 when it was not, and every overlay is as it w
 struct OverlayOptions {
   SettingOptions settings;
   std::string name;
-  std::string in;
-  bool replaces = false;
 };
 
 struct Listed {
@@ -94,43 +96,6 @@ int remove(const OverlayOptions& given) {
   return 0;
 }
 
-// Accepts the preferences of a job that is printed into an overlay of the name: the plug-in prepares the destination.
-std::map<std::string, std::string> prepare(SilentRun& run, const OverlayOptions& given) {
-  std::string refusal = "An overlay needs a name.";
-  run.face().jobStep = Refhost::toWide(given.name);
-  run.face().operateDialogs([&](Refhost::Dialog& dialog) {
-    const bool isFull = dialog.url().ends_with(u"/dlg_overlayfull.xul");
-    refusal = isFull ? "There is no room for more than 20 overlays; delete one first."
-                     : "There is an overlay \"" + given.name + "\" already; --replace replaces it.";
-    if (given.replaces && !isFull) dialog.accept();
-  });
-  try {
-    return run.accept();
-  } catch (const NotAccepted&) {
-    throw std::runtime_error(refusal);
-  }
-}
-
-int create(const OverlayOptions& given) {
-  const Interruption interruption;
-  const Opening opening(given.settings, interruption);
-  Refhost::Options options = opening.options();
-  options.properties.emplace_back(u"PrintJob", u"Overlay");
-  SilentRun run(options);
-  given.settings.makeIn(run);
-  const Press::Effects effects = Press::effectsFromProperties(prepare(run, given));
-  try {
-    const Press::Capture capture = Press::captureOverlay(toPath(given.in), effects);
-    for (const std::string& note : capture.notes) std::cerr << "kiln: " << note << '\n';
-    run.preferences().writeJob(capture.pdf, capture.thumbnail);
-  } catch (...) {
-    // The overlay that was to be replaced is there again.
-    run.preferences().set(u"CancelJob", u"True");
-    throw;
-  }
-  return 0;
-}
-
 CLI::App& addPart(CLI::App& overlay, Run& run, const char* name, const char* help,
                   const std::shared_ptr<OverlayOptions>& given, int (*work)(const OverlayOptions&)) {
   CLI::App& part = *overlay.add_subcommand(name, help);
@@ -146,13 +111,9 @@ void addOverlay(CLI::App& kiln, Run& run) {
   overlay.footer(footer);
   overlay.require_subcommand(1);
 
-  const auto created = std::make_shared<OverlayOptions>();
-  CLI::App& createPart =
-      addPart(overlay, run, "create", "Makes an overlay of the first page of a PDF", created, create);
-  createPart.add_option("NAME", created->name, "The overlay's name")->required()->type_name("");
-  createPart.add_option("FILE.pdf", created->in, "The form")->required()->type_name("");
-  createPart.add_flag("--replace", created->replaces, "Replaces an overlay of that name");
-  created->settings.declare(createPart);
+#ifndef KILN_WITHOUT_PRINTING
+  addOverlayCreation(overlay, run);
+#endif
 
   const auto listed = std::make_shared<OverlayOptions>();
   CLI::App& listPart = addPart(overlay, run, "list", "Lists the overlays, one a line", listed, list);

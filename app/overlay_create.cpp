@@ -1,0 +1,69 @@
+// kiln overlay create: the first page of a PDF becomes an overlay, through the plug-in, as in the preferences.
+#include "app/commands.h"
+#include "app/silent_run.h"
+#include "host/unicode.h"
+#include "press/capture.h"
+
+#include <iostream>
+#include <memory>
+
+namespace App {
+namespace {
+
+struct CreationOptions {
+  SettingOptions settings;
+  std::string name;
+  std::string in;
+  bool replaces = false;
+};
+
+// Accepts the preferences of a job that is printed into an overlay of the name: the plug-in prepares the destination.
+std::map<std::string, std::string> prepare(SilentRun& run, const CreationOptions& given) {
+  std::string refusal = "An overlay needs a name.";
+  run.face().jobStep = Refhost::toWide(given.name);
+  run.face().operateDialogs([&](Refhost::Dialog& dialog) {
+    const bool isFull = dialog.url().ends_with(u"/dlg_overlayfull.xul");
+    refusal = isFull ? "There is no room for more than 20 overlays; delete one first."
+                     : "There is an overlay \"" + given.name + "\" already; --replace replaces it.";
+    if (given.replaces && !isFull) dialog.accept();
+  });
+  try {
+    return run.accept();
+  } catch (const NotAccepted&) {
+    throw std::runtime_error(refusal);
+  }
+}
+
+int create(const CreationOptions& given) {
+  const Interruption interruption;
+  const Opening opening(given.settings, interruption);
+  Refhost::Options options = opening.options();
+  options.properties.emplace_back(u"PrintJob", u"Overlay");
+  SilentRun run(options);
+  given.settings.makeIn(run);
+  const Press::Effects effects = Press::effectsFromProperties(prepare(run, given));
+  try {
+    const Press::Capture capture = Press::captureOverlay(toPath(given.in), effects);
+    for (const std::string& note : capture.notes) std::cerr << "kiln: " << note << '\n';
+    run.preferences().writeJob(capture.pdf, capture.thumbnail);
+  } catch (...) {
+    // The overlay that was to be replaced is there again.
+    run.preferences().set(u"CancelJob", u"True");
+    throw;
+  }
+  return 0;
+}
+
+}  // namespace
+
+void addOverlayCreation(CLI::App& overlay, Run& run) {
+  const auto given = std::make_shared<CreationOptions>();
+  CLI::App& part = *overlay.add_subcommand("create", "Makes an overlay of the first page of a PDF");
+  part.add_option("NAME", given->name, "The overlay's name")->required()->type_name("");
+  part.add_option("FILE.pdf", given->in, "The form")->required()->type_name("");
+  part.add_flag("--replace", given->replaces, "Replaces an overlay of that name");
+  given->settings.declare(part);
+  part.callback([&run, given] { run = [given] { return create(*given); }; });
+}
+
+}  // namespace App

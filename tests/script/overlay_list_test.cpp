@@ -1,0 +1,55 @@
+// kiln overlay list and delete, which need no printing.
+#include "tests/script/process.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using std::filesystem::path;
+using testing::HasSubstr;
+
+// A record of an index: two fields of UTF-16, of 128 and 26 bytes.
+std::string record(const std::string& name, const std::string& file) {
+  std::string bytes(154, '\0');
+  for (std::size_t i = 0; i < name.size(); ++i) bytes[2 * i] = name[i];
+  for (std::size_t i = 0; i < file.size(); ++i) bytes[128 + 2 * i] = file[i];
+  return bytes;
+}
+
+class OverlayList : public testing::Test {
+ protected:
+  OverlayList() {
+    std::filesystem::create_directories(folder);
+    writeFile(folder / "ovlNmFl.flo", record("Letterhead", "00001.opa") + record("Gone", "00002.opa") +
+                                          record("Terms", "00003.opa"));
+    for (const char* file : {"00001.opa", "00001.bmp", "00003.opa"}) writeFile(folder / file, "content");
+  }
+
+  Outcome overlay(std::vector<std::string> words) const {
+    words.insert(words.begin(), "overlay");
+    words.insert(words.end(), {"--home", home.string()});
+    return runKiln(words);
+  }
+
+  const path home = testFolder() / "home";
+  const path folder = home / "profile" / "overlays";
+};
+
+TEST_F(OverlayList, NamesTheOverlaysThatAreThere) { EXPECT_EQ(overlay({"list"}).out, "Letterhead\nTerms\n"); }
+
+TEST_F(OverlayList, IsWithoutWhatIsDeleted) {
+  const auto outcome = overlay({"delete", "Letterhead"});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(overlay({"list"}).out, "Terms\n");
+  EXPECT_EQ(readFile(folder / "ovlNmFl.flo"), record("Terms", "00003.opa"));
+  EXPECT_FALSE(std::filesystem::exists(folder / "00001.opa"));
+  EXPECT_FALSE(std::filesystem::exists(folder / "00001.bmp"));
+}
+
+TEST_F(OverlayList, IsNamedWhereAnOverlayIsUnknown) {
+  const auto outcome = overlay({"delete", "Gone"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err, HasSubstr("There is no overlay \"Gone\"; \"kiln overlay list\" lists them."));
+}
+
+}  // namespace
