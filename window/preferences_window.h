@@ -94,7 +94,7 @@ class PreferencesWindow final : public QMainWindow, private Refhost::Face {
   void reopen(const std::string& model, const std::string& locale);
   void setDocument(const std::filesystem::path& file);
 
-  // The menus, in menus.cpp; those of profiles, where the host has profiles, in profiles.cpp.
+  // The menus, in menus.cpp; those of profiles in profiles.cpp.
   void buildMenus();
   void addEntry(QMenu& menu, const char* name, const QKeySequence& keys, void (PreferencesWindow::*does)());
   void addProfileEntries(QMenu& menu);
