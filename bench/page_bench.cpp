@@ -7,7 +7,7 @@
 //
 // Each as the window opens, and with the window filling a 4K screen. The CPU column has the time of all threads: on a
 // machine that does other things too it tells more than the clock.
-#include "bench/press/text_job.h"
+#include "bench/press/sample_jobs.h"
 #include "tests/window/open_window.h"
 
 #include <benchmark/benchmark.h>

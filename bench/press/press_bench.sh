@@ -1,22 +1,25 @@
 #!/bin/bash
-# Times printing on a job of text against other programs, in turns.
-# Usage: press_bench.sh FOLDER, where FOLDER holds the built programs. PAGES=10000 for a longer job, ROUNDS for more turns.
+# Times printing against other programs, in turns: a job of text, one of ten times as many pages, and one of large pictures.
+# Usage: press_bench.sh FOLDER, where FOLDER holds the built programs. ROUNDS=20 for more turns.
 set -eu
 
-bin=${1:?Usage: press_bench.sh FOLDER-OF-THE-BUILT-PROGRAMS}
-pages=${PAGES:-1000}
+bin=$(realpath -- "${1:?Usage: press_bench.sh FOLDER-OF-THE-BUILT-PROGRAMS}")
 rounds=${ROUNDS:-7}
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cd "$work"
+
+for needed in "qpdf qpdf" "mutool mupdf-tools" "gs ghostscript" "pdftk pdftk-java" "/usr/bin/time time"; do
+  read -r program package <<< "$needed"
+  command -v "$program" > /dev/null || echo "$program is missing, and with it what it would be compared with: install $package."
+done
+has() { command -v "$1" > /dev/null; }
 
 printer=("$bin/kiln" print --home "$work/home")
 transforms=(--set MirrorImage=MirrorImage --set NegativeImage=Negative --set Rotate180=Rotate180
             --set Rotate180ForA3LD=Rotate180)
 watermark=(--set WatermarkSel=1 --set Watermark=Watermark)
 overlay=(--set OverlayImage=OverlayImage --set "OverlaySourceFileName=$work/form.pdf")
-"$bin/press_bench_job" job.pdf "$pages"
-"$bin/press_bench_job" form.pdf 1
 
 cat > overlay.js <<'END'
 // A form on every page, by MuPDF's own loop.
@@ -35,35 +38,71 @@ for (var i = 0, n = doc.countPages(); i < n; ++i) {
 doc.save(scriptArgs[1], "")
 END
 
+# Copies a file as it is printed: with all of it on the disk before it is there.
+copyWhole() { cp "$1" "$2.new" && sync "$2.new" && mv "$2.new" "$2"; }
+
 names=() commands=()
 add() { names+=("$1"); shift; commands+=("$(printf '%q ' "$@")"); }
-add "qpdf copy" qpdf job.pdf copy.pdf
-add "qpdf --overlay" qpdf job.pdf --overlay form.pdf --repeat=1 -- overlay.pdf
-add "mutool, a loop over pages" mutool run overlay.js job.pdf mutool.pdf
-[ -x "$(command -v pdftk)" ] && add "pdftk stamp" pdftk job.pdf stamp form.pdf output pdftk.pdf
-[ "$pages" -le 1000 ] && add "Ghostscript copy" gs -q -dBATCH -dNOPAUSE -sDEVICE=pdfwrite -sOutputFile=gs.pdf job.pdf
-add "kiln, no effects" "${printer[@]}" job.pdf plain.pdf
-add "kiln, mirror, turn, negative" "${printer[@]}" job.pdf transformed.pdf "${transforms[@]}"
-add "kiln, watermark" "${printer[@]}" job.pdf marked.pdf "${watermark[@]}"
-add "kiln, watermark and overlay" "${printer[@]}" job.pdf both.pdf "${watermark[@]}" "${overlay[@]}"
 
-for ((round = 0; round < rounds; ++round)); do
-  for index in "${!names[@]}"; do
-    start=${EPOCHREALTIME/[.,]/}
-    eval "${commands[index]}" > /dev/null 2>&1
-    echo $((${EPOCHREALTIME/[.,]/} - start)) >> "times.$index"
+least() { sort -n "$1" | head -1; }
+memoryOf() { has /usr/bin/time && eval "/usr/bin/time -f %M $1" 2>&1 > /dev/null | tail -1 || true; }
+
+# Runs all that was added in turns, so that what else the machine does meets all alike, and tells the least time of each:
+# on the clock, and computing. Times are compared with the first program's, and with the second's.
+compare() {
+  local title=$1 index round
+  rm -f wall.* cpu.*
+  for ((round = 0; round < rounds; ++round)); do
+    for index in "${!names[@]}"; do
+      TIMEFORMAT='%R %U %S'
+      { time eval "${commands[index]}" > /dev/null 2>&1; } 2> took
+      awk -v w="wall.$index" -v c="cpu.$index" '{ print 1000 * $1 >> w; print 1000 * ($2 + $3) >> c }' took
+    done
   done
+  echo
+  echo "$title; least of $rounds; load $(cut -d ' ' -f 1 /proc/loadavg) on $(nproc) processors"
+  printf '%-36s %9s %9s   %-14s %-14s %s\n' "" clock computing "x ${names[0]:0:12}" "x ${names[1]:0:12}" memory
+  for index in "${!names[@]}"; do
+    awk -v n="${names[index]}" -v w="$(least "wall.$index")" -v c="$(least "cpu.$index")" -v w0="$(least wall.0)" \
+      -v c0="$(least cpu.0)" -v w1="$(least wall.1)" -v c1="$(least cpu.1)" -v m="$(memoryOf "${commands[index]}")" \
+      'function against(a, b) { return b > 0 ? sprintf("%.2f", a / b) : "-" }
+       BEGIN { printf "%-36s %6.0f ms %6.0f ms   %-14s %-14s %s\n", n, w, c, against(w, w0) " (" against(c, c0) ")",
+                      against(w, w1) " (" against(c, c1) ")", m == "" ? "" : sprintf("%.1f MiB", m / 1024) }'
+  done
+  names=() commands=()
+}
+
+grown() { echo "bytes added to a page by $1: $((($(stat -c %s "$2") - $(stat -c %s plain.pdf)) / $3))"; }
+
+addPrinting() {
+  add "kiln, no effects" "${printer[@]}" job.pdf plain.pdf
+  add "kiln, mirror, turn, negative" "${printer[@]}" job.pdf transformed.pdf "${transforms[@]}"
+  add "kiln, watermark" "${printer[@]}" job.pdf marked.pdf "${watermark[@]}"
+  add "kiln, watermark and overlay" "${printer[@]}" job.pdf both.pdf "${watermark[@]}" "${overlay[@]}"
+}
+
+echo "In brackets: the computing alone."
+"$bin/press_bench_job" form.pdf 1
+for pages in 1000 10000; do
+  "$bin/press_bench_job" job.pdf "$pages"
+  add "qpdf --overlay" qpdf job.pdf --overlay form.pdf --repeat=1 -- overlay.pdf
+  has mutool && add "mutool, a loop over pages" mutool run overlay.js job.pdf mutool.pdf
+  add "qpdf copy" qpdf job.pdf copy.pdf
+  if ((pages == 1000)); then
+    has pdftk && add "pdftk stamp" pdftk job.pdf stamp form.pdf output pdftk.pdf
+    has gs && add "Ghostscript copy" gs -q -dBATCH -dNOPAUSE -sDEVICE=pdfwrite -sOutputFile=gs.pdf job.pdf
+  fi
+  addPrinting
+  compare "$pages pages of text, $(($(stat -c %s job.pdf) / 1024)) KiB"
+  grown "a watermark" marked.pdf "$pages"
+  grown "a watermark and an overlay" both.pdf "$pages"
+  rm -f ./*.pdf.new mutool.pdf pdftk.pdf gs.pdf overlay.pdf copy.pdf
 done
 
-# The median, which one slow disk flush does not move.
-median() { sort -n "$1" | sed -n "$(((rounds + 1) / 2))p"; }
-reference=$(median times.1)
-echo "$pages pages, $(($(stat -c %s job.pdf) / 1024)) KiB; against qpdf --overlay; peak memory"
-for index in "${!names[@]}"; do
-  memory=$(eval "/usr/bin/time -f %M ${commands[index]}" 2>&1 > /dev/null | tail -1)
-  awk -v n="${names[index]}" -v t="$(median "times.$index")" -v r="$reference" -v m="$memory" \
-    'BEGIN { printf "%-32s %8.1f ms  %5.2f x  %6.1f MiB\n", n, t / 1000, t / r, m / 1024 }'
-done
-grown() { echo "bytes added to a page by $1: $((($(stat -c %s "$2") - $(stat -c %s plain.pdf)) / pages))"; }
-grown "a watermark" marked.pdf
-grown "a watermark and an overlay" both.pdf
+"$bin/press_bench_job" job.pdf 52 scan
+export -f copyWhole
+add "a copy" cp job.pdf copy.pdf
+add "a copy, all on the disk" bash -c 'copyWhole job.pdf copy.pdf'
+add "qpdf copy" qpdf job.pdf copied.pdf
+addPrinting
+compare "52 scanned pages, $(($(stat -c %s job.pdf) >> 20)) MiB"
