@@ -26,31 +26,36 @@ namespace {
 class FilePipeline : public Pipeline {
  public:
   explicit FilePipeline(WholeFile& destination) : Pipeline("printed file", nullptr), file(destination) {
-    waiting.reserve(2 * piece);
+    waiting.reserve(piece);
   }
 
   void write(const unsigned char* data, std::size_t size) override {
-    waiting.append(reinterpret_cast<const char*>(data), size);
-    if (waiting.size() >= piece) pass();
+    if (waiting.size() + size > piece) {
+      pass(waiting.data(), waiting.size());
+      waiting.clear();
+    }
+    if (size < piece)
+      waiting.append(reinterpret_cast<const char*>(data), size);
+    else
+      pass(reinterpret_cast<const char*>(data), size);
   }
   void finish() override {}
 
   /// Writes what still waits; throws the first failure.
   void complete() {
-    pass();
+    pass(waiting.data(), waiting.size());
     if (failure) std::rethrow_exception(failure);
   }
 
  private:
   static constexpr std::size_t piece = std::size_t{256} << 10;
 
-  void pass() {
+  void pass(const char* data, std::size_t size) {
     try {
-      if (!failure) file.write(waiting.data(), waiting.size());
+      if (!failure) file.write(data, size);
     } catch (...) {
       failure = std::current_exception();
     }
-    waiting.clear();
   }
 
   WholeFile& file;
