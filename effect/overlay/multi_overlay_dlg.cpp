@@ -262,6 +262,7 @@ void MultiOverlayDlg::onPages(SmartPtr<TextChangeEventArg> change) {
   takePages(slot, *change);
 }
 
+// What an input method still composes counts as well: a list of pages needs none.
 void MultiOverlayDlg::takePages(std::size_t slot, TextChangeEventArg& change) {
   const WString text = change.text();
   if (isPageList(text.view()))

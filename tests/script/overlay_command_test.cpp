@@ -128,6 +128,18 @@ TEST_F(OverlayCommand, DeletesAnOverlayWithItsFiles) {
   EXPECT_EQ(files(".bmp").size(), 1U);
 }
 
+TEST_F(OverlayCommand, TellsOfADeletionThatIsNotDone) {
+  ASSERT_EQ(overlay({"create", "Letterhead", job.string()}).status, 0);
+  const path model = std::filesystem::path(KILN_RESOURCES) / "models" / "standard.xml";
+  std::string description = readFile(model);
+  description.insert(description.rfind("</model>"), "<rule unavailable=\"OverlayImage\" option=\"OverlayImage\"/>");
+  writeFile(testFolder() / "plain.xml", description);
+  const auto outcome = overlay({"delete", "Letterhead", "--model", (testFolder() / "plain.xml").string()});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err, "kiln: The overlay \"Letterhead\" cannot be deleted now.\n");
+  EXPECT_EQ(listed(), "Letterhead\n");
+}
+
 TEST_F(OverlayCommand, DeletesNothingThatIsNotThere) {
   const auto outcome = overlay({"delete", "Letterhead"});
   EXPECT_EQ(outcome.status, 1);
