@@ -129,17 +129,19 @@ void WatermarkView::paintMark(QPainter& painter, const QRectF& sheet) {
     painter.setTransform(place, true);
     return paintParts(painter);
   }
-  const QRect seen = place.mapRect(bounds).intersected(sheet).toAlignedRect();
   const double ratio = devicePixelRatioF();
-  QImage layer((QSizeF(seen.size()) * ratio).toSize().expandedTo({1, 1}), QImage::Format_ARGB32_Premultiplied);
+  const QRectF seen = place.mapRect(bounds).intersected(sheet);
+  const QRect pixels = QRectF(seen.topLeft() * ratio, seen.size() * ratio).toAlignedRect();
+  const QPointF corner = QPointF(pixels.topLeft()) / ratio;
+  QImage layer(pixels.size().expandedTo({1, 1}), QImage::Format_ARGB32_Premultiplied);
   layer.setDevicePixelRatio(ratio);
   layer.fill(Qt::transparent);
   QPainter onLayer(&layer);
-  onLayer.setTransform(place * QTransform::fromTranslate(-seen.left(), -seen.top()), true);
+  onLayer.setTransform(place * QTransform::fromTranslate(-corner.x(), -corner.y()), true);
   paintParts(onLayer);
   onLayer.end();
   painter.setOpacity(opacity);
-  painter.drawImage(seen.topLeft(), layer);
+  painter.drawImage(corner, layer);
 }
 
 void WatermarkView::paintParts(QPainter& painter) const {

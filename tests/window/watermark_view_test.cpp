@@ -1,6 +1,7 @@
 // The preview of a watermark: where the text lies on the sheet, and how.
 #include "window/watermark_view.h"
 
+#include "press/mark_place.h"
 #include "press/outlines.h"
 #include "tests/window/shown_layout.h"
 
@@ -89,6 +90,55 @@ TEST_F(WatermarkViewTest, PutsTheTextInEachOfNinePlaces) {
       const QPointF place = QRectF(marked()).center();
       EXPECT_EQ(side(place.y(), middle.y()), down == u'U' ? -1 : down == u'L' ? 1 : 0);
       EXPECT_EQ(side(place.x(), middle.x()), across == u'L' ? -1 : across == u'R' ? 1 : 0);
+    }
+  }
+}
+
+// Around everything that is as red as the mark.
+QRectF redIn(const QImage& image) {
+  QRect around;
+  for (int y = 0; y < image.height(); ++y)
+    for (int x = 0; x < image.width(); ++x) {
+      const QColor colour = image.pixelColor(x, y);
+      if (colour.red() - colour.green() > 40) around |= QRect(x, y, 1, 1);
+    }
+  return QRectF(around);
+}
+
+// Also on sheets that the text is too large for, and whatever the shape of the window.
+TEST(WatermarkOnPaper, KeepsItsMarginInEachOfNinePlaces) {
+  for (const QSizeF paper : {paperOf(u"A4"), paperOf(u"Ledger"), QSizeF(298, 420), QSizeF(216, 144), QSizeF(90, 60)}) {
+    WatermarkView view(paper, nullptr);
+    view.resize(700, 640);
+    const QRectF sheet = sheetWithin(view, paper);
+    EXPECT_NEAR(sheet.height() / sheet.width(), paper.height() / paper.width(), 0.005);
+    Press::PageFrame page;
+    page.visible = {0, 0, paper.width(), paper.height()};
+    const double margin = Press::markMargin(page) * sheet.width() / paper.width();
+    Press::Watermark mark;
+    mark.text = "Draft";
+    mark.face = "DejaVu Sans";
+    mark.size = 40;
+    mark.colour = 0xFF0000;
+    for (const Press::Down down : {Press::Down::upper, Press::Down::centre, Press::Down::lower}) {
+      for (const Press::Across across : {Press::Across::left, Press::Across::centre, Press::Across::right}) {
+        mark.down = down;
+        mark.across = across;
+        view.show(mark);
+        const QRectF seen = redIn(view.grab().toImage());
+        ASSERT_FALSE(seen.isEmpty());
+        EXPECT_TRUE(sheet.adjusted(margin - 1, margin - 1, 1 - margin, 1 - margin).contains(seen));
+        switch (mark.across) {
+          case Press::Across::left: EXPECT_NEAR(seen.left() - sheet.left(), margin, 1.5); break;
+          case Press::Across::centre: EXPECT_NEAR(seen.center().x(), sheet.center().x(), 1.5); break;
+          case Press::Across::right: EXPECT_NEAR(sheet.right() - seen.right(), margin, 1.5); break;
+        }
+        switch (mark.down) {
+          case Press::Down::upper: EXPECT_NEAR(seen.top() - sheet.top(), margin, 1.5); break;
+          case Press::Down::centre: EXPECT_NEAR(seen.center().y(), sheet.center().y(), 1.5); break;
+          case Press::Down::lower: EXPECT_NEAR(sheet.bottom() - seen.bottom(), margin, 1.5); break;
+        }
+      }
     }
   }
 }
