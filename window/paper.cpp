@@ -39,12 +39,17 @@ void paintDesk(QPainter& painter, const QWidget& view) {
 void paintSheet(QPainter& painter, const QRectF& sheet) {
   painter.save();
   painter.setPen(Qt::NoPen);
+  painter.save();
+  // What the sheet hides of its shadow is most of it.
+  const QRect around = sheet.adjusted(-shadowWidth, -shadowWidth, shadowWidth, shadowWidth + 3).toAlignedRect();
+  const QRect hidden = sheet.toAlignedRect().adjusted(1, 1, -1, -1);
+  painter.setClipRegion(QRegion(around) - QRegion(hidden), Qt::IntersectClip);
   painter.setRenderHint(QPainter::Antialiasing);
   for (int i = shadowWidth; i > 0; --i) {
     painter.setBrush(QColor(0, 0, 0, 5));
     painter.drawRoundedRect(sheet.adjusted(-i, -i + 3, i, i + 3), i, i);
   }
-  painter.setRenderHint(QPainter::Antialiasing, false);
+  painter.restore();
   painter.fillRect(sheet, Qt::white);
   const double pixel = 1 / painter.device()->devicePixelRatioF();
   painter.setBrush(Qt::NoBrush);
