@@ -18,7 +18,7 @@ struct CreationOptions {
 };
 
 // Accepts the preferences of a job that is printed into an overlay of the name: the plug-in prepares the destination.
-std::map<std::string, std::string> prepare(SilentRun& run, const CreationOptions& given) {
+void prepare(SilentRun& run, const CreationOptions& given) {
   std::string refusal = "An overlay needs a name.";
   run.face().jobStep = Refhost::toWide(given.name);
   run.face().operateDialogs([&](Refhost::Dialog& dialog) {
@@ -28,7 +28,7 @@ std::map<std::string, std::string> prepare(SilentRun& run, const CreationOptions
     if (given.replaces && !isFull) dialog.accept();
   });
   try {
-    return run.accept();
+    run.accept();
   } catch (const NotAccepted&) {
     throw std::runtime_error(refusal);
   }
@@ -41,16 +41,18 @@ int create(const CreationOptions& given) {
   options.properties.emplace_back(u"PrintJob", u"Overlay");
   SilentRun run(options);
   given.settings.makeIn(run);
-  const Press::Effects effects = Press::effectsFromProperties(prepare(run, given));
+  // Before it has a place, so that an overlay which it is printed on, and replaces, is still there.
+  const Press::Capture capture =
+      Press::captureOverlay(toPath(given.in), Press::effectsFromProperties(run.printedValues()));
+  prepare(run, given);
   try {
-    const Press::Capture capture = Press::captureOverlay(toPath(given.in), effects);
-    for (const std::string& note : capture.notes) std::cerr << "kiln: " << note << '\n';
     run.preferences().writeJob(capture.pdf, capture.thumbnail);
   } catch (...) {
     // The overlay that was to be replaced is there again.
     run.preferences().set(u"CancelJob", u"True");
     throw;
   }
+  for (const std::string& note : capture.notes) std::cerr << "kiln: " << note << '\n';
   return 0;
 }
 

@@ -38,6 +38,10 @@ std::map<std::string, std::string> SilentRun::accept() {
   const bool isAccepted = opened.accept();
   silent.check();
   if (!isAccepted) throw NotAccepted("The plug-in does not accept these settings.");
+  return printedValues();
+}
+
+std::map<std::string, std::string> SilentRun::printedValues() {
   std::map<std::string, std::string> values;
   for (const auto& [name, value] : opened.model().printedValues())
     values.emplace(Refhost::toNarrow(name), Refhost::toNarrow(value));

@@ -35,8 +35,11 @@ class SilentRun {
   // Does what a user does at the widgets, and in the dialogs that open of it, as SilentFace::operateDialogs says.
   void act(const std::function<void()>& atWidgets, const std::function<void(Refhost::Dialog&)>& inDialogs = {});
 
-  // Accepts the preferences: the values with which the job prints, by property. Throws NotAccepted.
+  // Accepts the preferences: the values with which the job prints, as printedValues. Throws NotAccepted.
   std::map<std::string, std::string> accept();
+
+  // The values with which a job would print now, by property.
+  std::map<std::string, std::string> printedValues();
 
   Refhost::Preferences& preferences() { return opened; }
   SilentFace& face() { return silent; }

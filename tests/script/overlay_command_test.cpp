@@ -81,6 +81,15 @@ TEST_F(OverlayCommand, ReplacesOnlyWhereItIsTold) {
   EXPECT_EQ(listed(), "Letterhead\n");
 }
 
+TEST_F(OverlayCommand, ReplacesTheOverlayThatItIsPrintedOn) {
+  ASSERT_EQ(overlay({"create", "Letterhead", job.string()}).status, 0);
+  const auto old = readFile(files(".opa").front()).size();
+  const auto replaced = overlay({"create", "Letterhead", job.string(), "--overlay", "Letterhead", "--replace"});
+  EXPECT_EQ(replaced.status, 0) << replaced.err;
+  EXPECT_GT(readFile(files(".opa").front()).size(), old);
+  EXPECT_EQ(listed(), "Letterhead\n");
+}
+
 TEST_F(OverlayCommand, LeavesTheOldOverlayWhereTheJobIsNoPdf) {
   ASSERT_EQ(overlay({"create", "Letterhead", job.string()}).status, 0);
   const std::string old = readFile(files(".opa").front());
