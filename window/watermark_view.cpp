@@ -69,13 +69,22 @@ Press::Watermark printedAs(const Refhost::PreviewedWatermark& told, bool isOutli
 
 WatermarkView::WatermarkView(const QSizeF& paperInPoints, QWidget* parent) : QWidget(parent), paper(paperInPoints) {
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+  setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
 void WatermarkView::show(const Press::Watermark& newWatermark) {
   const bool keepsShapes = haveSameShapes(watermark, newWatermark);
+  const QRect before = markedArea();
   watermark = newWatermark;
   if (!keepsShapes) shape();
-  update();
+  update(before | markedArea());
+}
+
+// What the mark may have touched: a large sheet takes long to draw anew.
+QRect WatermarkView::markedArea() const {
+  if (!refusal.isEmpty()) return rect();
+  if (parts.empty()) return {};
+  return placement(sheetWithin(*this, paper)).mapRect(bounds).toAlignedRect().adjusted(-2, -2, 2, 2) & rect();
 }
 
 void WatermarkView::shape() {

@@ -41,6 +41,7 @@ class WatermarkView final : public QWidget {
   };
 
   void shape();
+  QRect markedArea() const;
   QTransform placement(const QRectF& sheet) const;
   void paintMark(QPainter& painter, const QRectF& sheet);
   void paintParts(QPainter& painter) const;
