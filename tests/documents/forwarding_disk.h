@@ -1,4 +1,4 @@
-// The disk of the system, for tests to change an operation or two of.
+// A disk, by default that of the system, for tests to change an operation or two of.
 #pragma once
 
 #include "host/documents/disk.h"
@@ -10,6 +10,8 @@
 class ForwardingDisk : public Refhost::Disk {
  public:
   using Path = std::filesystem::path;
+
+  explicit ForwardingDisk(Refhost::Disk& trueDisk = Refhost::realDisk()) : disk(trueDisk) {}
 
   Refhost::EntryKind kind(const Path& path) override { return disk.kind(path); }
   std::vector<Refhost::Entry> entries(const Path& folder) override { return disk.entries(folder); }
@@ -24,5 +26,5 @@ class ForwardingDisk : public Refhost::Disk {
   void syncFolder(const Path& folder) override { disk.syncFolder(folder); }
 
  protected:
-  Refhost::Disk& disk = Refhost::realDisk();
+  Refhost::Disk& disk;
 };
