@@ -2,7 +2,6 @@
 
 #include "app/failure.h"
 #include "app/installed_fonts.h"
-#include "app/platform.h"
 #include "host/library.h"
 #include "host/unicode.h"
 
@@ -25,8 +24,8 @@ void HostOptions::declarePlaces(CLI::App& command, const std::string& homeHelp) 
 
 Refhost::Options HostOptions::resolve() const {
   Refhost::Options options;
-  options.plugin = plugin.empty() ? executableFolder() / Refhost::defaultPluginName() : toPath(plugin);
-  options.resources = resources.empty() ? executableFolder().parent_path() / "share" / "kiln" : toPath(resources);
+  options.plugin = plugin.empty() ? Refhost::programFolder() / Refhost::defaultPluginName() : toPath(plugin);
+  options.resources = resources.empty() ? Refhost::programFolder().parent_path() / "share" / "kiln" : toPath(resources);
   if (!model.empty()) options.model = model;
   options.home = toPath(home);
   options.fonts = installedFonts;

@@ -28,19 +28,23 @@ std::string overview(const CLI::App& kiln) {
   return kiln.get_formatter()->make_help(&kiln, kiln.get_name(), CLI::AppFormatMode::Normal);
 }
 
+App::Run telling(const std::string& text) {
+  return [text] {
+    std::cout << text;
+    return 0;
+  };
+}
+
 void addHelp(CLI::App& kiln, App::Run& run) {
   CLI::App& command = *kiln.add_subcommand("help", "Tells what kiln and its commands do");
   const auto topic = std::make_shared<std::string>();
   command.add_option("COMMAND", *topic, "The command to tell about")->type_name("");
   command.callback([&kiln, &run, topic] {
-    run = [&kiln, topic] {
-      try {
-        std::cout << (topic->empty() ? overview(kiln) : kiln.get_subcommand(*topic)->help("kiln"));
-        return 0;
-      } catch (const CLI::OptionNotFound&) {
-        throw App::Failure(App::wrongUsage, "There is no command \"" + *topic + "\"; \"kiln help\" lists them.");
-      }
-    };
+    try {
+      run = telling(topic->empty() ? overview(kiln) : kiln.get_subcommand(*topic)->help("kiln"));
+    } catch (const CLI::OptionNotFound&) {
+      throw App::Failure(App::wrongUsage, "There is no command \"" + *topic + "\"; \"kiln help\" lists them.");
+    }
   });
 }
 
@@ -50,7 +54,8 @@ std::string helpCommand(const CLI::App& kiln) {
   return chosen.empty() ? "kiln --help" : "kiln " + chosen.front()->get_name() + " --help";
 }
 
-int runCommand(std::vector<std::string> words) {
+// What the words ask for. The parser is gone when it runs, and leaves its memory to it.
+App::Run parse(std::vector<std::string> words) {
   CLI::App kiln("The effect tab of a printer driver's preferences: watch it, test it, and print with it.", "kiln");
   kiln.footer(footer);
   kiln.set_version_flag("--version", "kiln " KILN_VERSION, "Tells the version");
@@ -58,10 +63,7 @@ int runCommand(std::vector<std::string> words) {
   kiln.allow_windows_style_options(false);
   kiln.formatter(std::make_shared<App::HelpFormatter>());
   kiln.require_subcommand(0, 1);
-  App::Run run = [&kiln] {
-    std::cout << overview(kiln);
-    return 0;
-  };
+  App::Run run;
 #ifndef KILN_WITHOUT_PRINTING
   App::addShow(kiln, run);
   App::addPrint(kiln, run);
@@ -78,11 +80,11 @@ int runCommand(std::vector<std::string> words) {
   try {
     kiln.parse(words);
   } catch (const CLI::Success& help) {
-    return kiln.exit(help);
+    return [status = kiln.exit(help)] { return status; };
   } catch (const CLI::ParseError& error) {
     throw App::Failure(App::wrongUsage, std::string(error.what()) + "; see \"" + helpCommand(kiln) + "\".");
   }
-  return run();
+  return run ? run : telling(overview(kiln));
 }
 
 }  // namespace
@@ -94,9 +96,10 @@ int main(int count, char** words) {
   bool isFilter = false;
   try {
     App::prepareStreams();
+    App::prepareMemory();
     auto arguments = App::arguments(count, words);
     isFilter = !arguments.empty() && arguments.front() == "filter";
-    return runCommand(std::move(arguments));
+    return parse(std::move(arguments))();
   } catch (const App::Failure& failure) {
     status = failure.status();
     sentence = failure.what();

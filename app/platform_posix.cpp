@@ -1,6 +1,9 @@
 #include "app/platform.h"
 
 #include <unistd.h>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 
 namespace App {
 
@@ -10,8 +13,13 @@ std::vector<std::string> arguments(int count, char** words) {
 
 void prepareStreams() {}  // as they are from the start
 
-bool isErrorSeen() { return isatty(STDERR_FILENO) == 1; }
+void prepareMemory() {
+#ifdef __GLIBC__
+  mallopt(M_MMAP_THRESHOLD, 32 << 20);  // the most that it takes
+  mallopt(M_TRIM_THRESHOLD, 64 << 20);
+#endif
+}
 
-std::filesystem::path executableFolder() { return std::filesystem::read_symlink("/proc/self/exe").parent_path(); }
+bool isErrorSeen() { return isatty(STDERR_FILENO) == 1; }
 
 }  // namespace App

@@ -10,7 +10,6 @@
 
 #include <cstdio>
 #include <memory>
-#include <stdexcept>
 
 namespace App {
 
@@ -33,21 +32,13 @@ void prepareStreams() {
   SetConsoleOutputCP(CP_UTF8);
 }
 
+void prepareMemory() {}  // as it is from the start
+
 // A console of the system's own takes control sequences only when it is asked to.
 bool isErrorSeen() {
   const HANDLE console = GetStdHandle(STD_ERROR_HANDLE);
   DWORD mode = 0;
   return GetConsoleMode(console, &mode) && SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
-}
-
-std::filesystem::path executableFolder() {
-  std::wstring file(MAX_PATH, L'\0');
-  for (;;) {
-    const DWORD length = GetModuleFileNameW(nullptr, file.data(), static_cast<DWORD>(file.size()));
-    if (length == 0) throw std::runtime_error("The system does not tell where this program lies.");
-    if (length < file.size()) return std::filesystem::path(file.substr(0, length)).parent_path();
-    file.resize(file.size() * 2);
-  }
 }
 
 }  // namespace App

@@ -1,8 +1,8 @@
 #include "app/commands.h"
 #include "app/failure.h"
 #include "app/host_options.h"
-#include "app/platform.h"
 #include "app/user.h"
+#include "host/library.h"
 #include "window/window.h"
 
 #include <dlfcn.h>
@@ -51,7 +51,7 @@ Window::Request toRequest(const ShowOptions& given) {
 // The window brings a windowing toolkit, which the other commands have no use for; so it is loaded here and now, and
 // stays loaded: the toolkit does not unload cleanly.
 Window::Show loadWindow() {
-  const auto file = executableFolder() / "kiln-window.so";
+  const auto file = Refhost::programFolder() / "kiln-window.so";
   void* library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (library == nullptr) throw Failure(cannotOpen, std::string("The window cannot be loaded: ") + dlerror() + '.');
   void* function = dlsym(library, Window::showSymbol);

@@ -25,4 +25,8 @@ class Library final : public Kiln::Services::Library {
 // The plug-in library's file name on this system: "Zorvueffect.so", "Zorvueffect.dll".
 const char* defaultPluginName();
 
+// The folder of the running program, where the libraries lie that come with it. Throws std::runtime_error when the
+// system does not tell.
+std::filesystem::path programFolder();
+
 }  // namespace Refhost

@@ -24,6 +24,8 @@ Library::Library(const std::filesystem::path& file) {
 
 Library::~Library() { dlclose(module); }
 
+std::filesystem::path programFolder() { return std::filesystem::read_symlink("/proc/self/exe").parent_path(); }
+
 const char* defaultPluginName() { return "Zorvueffect.so"; }
 
 }  // namespace Refhost

@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <stdexcept>
+#include <string>
 
 namespace Refhost {
 
@@ -25,6 +26,16 @@ Library::Library(const std::filesystem::path& file) {
 }
 
 Library::~Library() { FreeLibrary(static_cast<HMODULE>(module)); }
+
+std::filesystem::path programFolder() {
+  std::wstring file(MAX_PATH, L'\0');
+  for (;;) {
+    const DWORD length = GetModuleFileNameW(nullptr, file.data(), static_cast<DWORD>(file.size()));
+    if (length == 0) throw std::runtime_error("The system does not tell where this program lies.");
+    if (length < file.size()) return std::filesystem::path(file.substr(0, length)).parent_path();
+    file.resize(file.size() * 2);
+  }
+}
 
 const char* defaultPluginName() { return "Zorvueffect.dll"; }
 

@@ -24,10 +24,14 @@ std::string enclosed(const std::string& content) { return content.empty() ? cont
 
 }  // namespace
 
-PageWrap::PageWrap(QPDF& document) : pdf(document), content(document), annotations(content), allMarks(document) {}
+PageWrap::PageWrap(QPDF& document, Marks& marksOnIt)
+    : pdf(document),
+      content(document),
+      annotations(content),
+      marks(marksOnIt) {}
 
 void PageWrap::prepare(const Effects& wanted) {
-  allMarks.prepare(wanted);
+  marks.prepare(wanted);
   effects = wanted;
 }
 
@@ -41,8 +45,8 @@ void PageWrap::apply(const PageEntry& entry, const Turn& turn) {
   if (!streams.empty() && (patternsMove || !content.standsAlone(streams))) enclose(entry, shape, streams, resources);
 
   std::string over = annotations.draw(page, shape, resources);
-  const std::string under = allMarks.under(shape, turn, resources);
-  over += allMarks.over(shape, turn, resources);
+  const std::string under = marks.under(shape, turn, resources);
+  over += marks.over(shape, turn, resources);
   std::string before = "q\n" + placed + under;
   std::string after = "\nQ\n" + enclosed(over.empty() ? over : placed + over);
   if (effects.negativeImage) {

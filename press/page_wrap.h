@@ -17,8 +17,8 @@ namespace Press {
 /// before and after it, and what is the same on many pages is stored once.
 class PageWrap {
  public:
-  /// The document must outlive this object, and this object the writing of the document.
-  explicit PageWrap(QPDF& document);
+  /// The document and the marks on it must outlive this object.
+  PageWrap(QPDF& document, Marks& marks);
 
   /// The effects that `apply` and `sheetOf` put on pages. Throws `Error` when a mark cannot be printed.
   void prepare(const Effects& effects);
@@ -31,8 +31,6 @@ class PageWrap {
   /// sheet has the size of its first page.
   QPDFObjectHandle sheetOf(const std::vector<PageEntry>& pages, int firstNumber);
 
-  const Marks& marks() const { return allMarks; }
-
  private:
   QPDFObjectHandle formOf(const PageEntry& entry, const PageShape& shape);
   void enclose(const PageEntry& entry, const PageShape& shape, Streams& streams, QPDFObjectHandle& resources);
@@ -41,7 +39,7 @@ class PageWrap {
   QPDF& pdf;
   PageContent content;
   Annotations annotations;
-  Marks allMarks;
+  Marks& marks;
   Effects effects;
   std::map<QPDFObjGen, QPDFObjectHandle> formsOfPages;
   QPDFObjectHandle rgbGroup;

@@ -2,18 +2,18 @@
 
 #include "press/document.h"
 #include "press/error.h"
+#include "press/marks.h"
 #include "press/page_shape.h"
-#include "press/page_wrap.h"
 
 namespace Press {
 
 Plan planPrint(const std::filesystem::path& in, const Effects& effects, const PageRule& pages) {
   if (!effects.refusal.empty()) throw Error(effects.refusal);
   const Document document = openDocument(in);
-  PageWrap wrap(*document.pdf);
-  wrap.prepare(effects);
+  Marks marks(*document.pdf);
+  marks.prepare(effects);
   Plan plan;
-  plan.notes = wrap.marks().notes();
+  plan.notes = marks.notes();
   plan.jobPages = static_cast<int>(document.pages.size());
   int placesLeft = 0;  // on the sheet
   for (int page = 1; page <= plan.jobPages; ++page) {

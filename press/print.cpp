@@ -14,6 +14,7 @@
 #include "press/page_wrap.h"
 #include "press/selection.h"
 #include "press/whole_file.h"
+#include "press/write_behind.h"
 
 namespace fs = std::filesystem;
 
@@ -21,46 +22,18 @@ namespace Press {
 
 namespace {
 
-/// Hands what the library writes to a file, in large pieces. The library swallows some exceptions of a pipeline, so the
-/// first failure is kept until it is asked for.
+/// Where the library writes to. It swallows some exceptions of a pipeline, but here there are none.
 class FilePipeline : public Pipeline {
  public:
-  explicit FilePipeline(WholeFile& destination) : Pipeline("printed file", nullptr), file(destination) {
-    waiting.reserve(piece);
-  }
+  explicit FilePipeline(WriteBehind& file) : Pipeline("printed file", nullptr), out(file) {}
 
   void write(const unsigned char* data, std::size_t size) override {
-    if (waiting.size() + size > piece) {
-      pass(waiting.data(), waiting.size());
-      waiting.clear();
-    }
-    if (size < piece)
-      waiting.append(reinterpret_cast<const char*>(data), size);
-    else
-      pass(reinterpret_cast<const char*>(data), size);
+    out.write(reinterpret_cast<const char*>(data), size);
   }
   void finish() override {}
 
-  /// Writes what still waits; throws the first failure.
-  void complete() {
-    pass(waiting.data(), waiting.size());
-    if (failure) std::rethrow_exception(failure);
-  }
-
  private:
-  static constexpr std::size_t piece = std::size_t{256} << 10;
-
-  void pass(const char* data, std::size_t size) {
-    try {
-      if (!failure) file.write(data, size);
-    } catch (...) {
-      failure = std::current_exception();
-    }
-  }
-
-  WholeFile& file;
-  std::string waiting;
-  std::exception_ptr failure;
+  WriteBehind& out;
 };
 
 /// Tells the caller how far a job is. Putting the effects on the pages is the first half of the work, writing the file
@@ -100,12 +73,12 @@ class Steps : public QPDFWriter::ProgressReporter {
   }
 }
 
-void write(QPDF& pdf, Pipeline& out, const PageWrap& wrap, bool isNegative, std::shared_ptr<Steps> steps) {
+void write(QPDF& pdf, Pipeline& out, const Marks& marks, bool isNegative, std::shared_ptr<Steps> steps) {
   QPDFWriter writer(pdf);
   writer.setOutputPipeline(&out);
   writer.setStreamDataMode(qpdf_s_preserve);
   if (isNegative) writer.setMinimumPDFVersion("1.4");  // the first with transparency
-  if (!wrap.marks().pdfVersion().empty()) writer.setMinimumPDFVersion(wrap.marks().pdfVersion());
+  if (!marks.pdfVersion().empty()) writer.setMinimumPDFVersion(marks.pdfVersion());
   if (steps) writer.registerProgressReporter(std::move(steps));
   writer.write();
 }
@@ -124,15 +97,18 @@ void hideAnnotations(QPDFObjectHandle page) {
 
 void wrapPages(Document& document, PageWrap& wrap, Steps& steps) {
   std::set<QPDFObjGen> seen;
+  std::vector<QPDFObjectHandle> wrapped;
   int done = 0;
   for (const PageEntry& entry : document.pages) {
     ++done;
-    if (!entry.page.isIndirect() || seen.insert(entry.page.getObjGen()).second)
+    if (!entry.page.isIndirect() || seen.insert(entry.page.getObjGen()).second) {
       wrap.apply(entry, {Turn::Kind::page, done});
+      wrapped.push_back(entry.page);
+    }
     steps.pageDone(done);
   }
   // Only now, because pages may share annotations.
-  for (const PageEntry& entry : document.pages) hideAnnotations(entry.page);
+  for (const QPDFObjectHandle& page : wrapped) hideAnnotations(page);
 }
 
 /// The pages of a sheet, of which the first has this number.
@@ -156,19 +132,27 @@ void putPagesOnSheets(Document& document, PageWrap& wrap, int pagesOnSheet, Step
     catalog.removeKey(key);
 }
 
+/// Leaves none of the document's pages listed: the writing has its own ways to them, and needs the room.
+void putEffectsOn(Document& document, Marks& marks, const Effects& effects, Steps& steps) {
+  PageWrap wrap(*document.pdf, marks);
+  wrap.prepare(effects);
+  if (effects.pagesOnSheet > 1)
+    putPagesOnSheets(document, wrap, effects.pagesOnSheet, steps);
+  else if (effects.any())
+    wrapPages(document, wrap, steps);
+  document.pages = std::vector<PageEntry>();  // an empty list would keep its room
+}
+
 std::vector<std::string> printOpened(Document& document, WholeFile& file, const Effects& effects,
                                      const Progress& progress) {
   const auto steps = std::make_shared<Steps>(progress, static_cast<int>(document.pages.size()));
-  PageWrap wrap(*document.pdf);
-  wrap.prepare(effects);
-  if (effects.pagesOnSheet > 1)
-    putPagesOnSheets(document, wrap, effects.pagesOnSheet, *steps);
-  else if (effects.any())
-    wrapPages(document, wrap, *steps);
-  FilePipeline pipeline(file);
-  write(*document.pdf, pipeline, wrap, effects.negativeImage, steps);
-  pipeline.complete();
-  return wrap.marks().notes();
+  Marks marks(*document.pdf);
+  putEffectsOn(document, marks, effects, *steps);
+  WriteBehind out(file);
+  FilePipeline pipeline(out);
+  write(*document.pdf, pipeline, marks, effects.negativeImage, steps);
+  out.complete();
+  return marks.notes();
 }
 
 /// A copy of a dictionary, in which also these dictionaries are copies; what they hold is not copied.
@@ -224,13 +208,15 @@ std::vector<std::string> printPdf(const fs::path& in, const fs::path& out, const
 struct Job::State {
   fs::path file;
   Document document;
+  Marks marks;
   PageWrap wrap;
   QPDFObjectHandle catalog;  ///< Leads to the one page that is being printed.
 
   explicit State(const fs::path& path)
       : file(path),
         document(openDocument(path)),
-        wrap(*document.pdf),
+        marks(*document.pdf),
+        wrap(*document.pdf, marks),
         catalog(document.pdf->makeIndirectObject(QPDFObjectHandle::newDictionary())) {
     QPDFObjectHandle trailer = document.pdf->getTrailer();
     catalog.replaceKey("/Type", QPDFObjectHandle::newName("/Catalog"));
@@ -248,7 +234,7 @@ Job& Job::operator=(Job&&) noexcept = default;
 
 int Job::pageCount() const { return static_cast<int>(state->document.pages.size()); }
 
-const std::vector<std::string>& Job::notes() const { return state->wrap.marks().notes(); }
+const std::vector<std::string>& Job::notes() const { return state->marks.notes(); }
 
 std::string Job::printPage(int page, const Effects& effects) {
   if (page < 1 || page > pageCount())
@@ -272,7 +258,7 @@ std::string Job::printPage(int page, const Effects& effects) {
     setPages(pdf, state->catalog, {sheet});
     std::string bytes;
     Pl_String out("printed page", nullptr, bytes);
-    write(pdf, out, wrap, effects.negativeImage, nullptr);
+    write(pdf, out, state->marks, effects.negativeImage, nullptr);
     return bytes;
   } catch (...) {
     sayWhyNot(state->file, {});

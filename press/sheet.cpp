@@ -55,8 +55,8 @@ QPDFObjectHandle PageWrap::sheetOf(const std::vector<PageEntry>& pages, int firs
     forms.replaceKey(name, form);
     const Turn turn{Turn::Kind::pageOnSheet, firstNumber + place};
     drawn += "q\n" + concatenation(fitInto(grid.cell(place), shape)) + "\n" +
-             allMarks.under(shape, turn, sheet.resources) + "q " + name + " Do Q\n" +
-             allMarks.over(shape, turn, sheet.resources) + "Q\n";
+             marks.under(shape, turn, sheet.resources) + "q " + name + " Do Q\n" +
+             marks.over(shape, turn, sheet.resources) + "Q\n";
   }
   sheet.page.replaceKey("/Contents", content.shared(drawn));
   sheet.mediaBox = sheet.page.replaceKeyAndGetNew(

@@ -36,7 +36,8 @@ long writeSome(int handle, const void* data, std::size_t size) {
 int syncFile(int handle) { return _commit(handle); }
 int closeFile(int handle) { return _close(handle); }
 bool writable(const fs::path& path) { return _waccess(path.c_str(), 2) == 0; }
-void syncFolder(const fs::path&) {}  // The replacement below is written through.
+void syncFolder(const fs::path&) {}                   // The replacement below is written through.
+void beginSync(int, std::uint64_t, std::uint64_t) {}  // The system writes soon enough.
 
 void replace(const fs::path& from, const fs::path& to) {
   // Virus scanners and indexers hold fresh files open for a moment.
@@ -58,6 +59,14 @@ int syncFile(int handle) { return ::fsync(handle); }
 int closeFile(int handle) { return ::close(handle); }
 bool writable(const fs::path& path) { return ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0; }
 void replace(const fs::path& from, const fs::path& to) { fs::rename(from, to); }
+
+/// Has the disk begin with some bytes, so that less is left to wait for at the end. A hint: what cannot be begun is
+/// still flushed then.
+void beginSync([[maybe_unused]] int handle, [[maybe_unused]] std::uint64_t from, [[maybe_unused]] std::uint64_t size) {
+#ifdef __linux__
+  ::sync_file_range(handle, static_cast<off64_t>(from), static_cast<off64_t>(size), SYNC_FILE_RANGE_WRITE);
+#endif
+}
 
 void syncFolder(const fs::path& folder) {
   const int handle = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -107,12 +116,17 @@ void WholeFile::write(const void* data, std::size_t size) {
   constexpr std::size_t most = std::size_t{1} << 30;  // what every platform takes in one call
   const char* next = static_cast<const char*>(data);
   while (size > 0) {
-    const long written = writeSome(handle, next, size < most ? size : most);
-    if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) fail(written < 0 ? errno : ENOSPC);
-    next += written;
-    size -= static_cast<std::size_t>(written);
+    const long taken = writeSome(handle, next, size < most ? size : most);
+    if (taken < 0 && errno == EINTR) continue;
+    if (taken <= 0) fail(taken < 0 ? errno : ENOSPC);
+    next += taken;
+    size -= static_cast<std::size_t>(taken);
+    written += static_cast<std::uint64_t>(taken);
   }
+  constexpr std::uint64_t worthASync = std::uint64_t{8} << 20;
+  if (written - onTheirWay < worthASync) return;
+  beginSync(handle, onTheirWay, written - onTheirWay);
+  onTheirWay = written;
 }
 
 void WholeFile::commit() {

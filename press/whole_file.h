@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 
 namespace Press {
@@ -26,6 +27,8 @@ class WholeFile {
   std::filesystem::path target;
   std::filesystem::path temporary;
   int handle = -1;
+  std::uint64_t written = 0;     ///< Bytes.
+  std::uint64_t onTheirWay = 0;  ///< Bytes, of which the system was asked to bring them to the disk.
 };
 
 }  // namespace Press

@@ -12,6 +12,7 @@
 #include "press/pdf_bytes.h"
 #include "press/sample.h"
 #include "tests/press/rendering.h"
+#include "tests/press/small_disk.h"
 #include "tests/press/test_job.h"
 
 namespace fs = std::filesystem;
@@ -69,21 +70,6 @@ class AsOrdinaryUser {
 
  private:
   bool changed;
-};
-
-/// Lets no file of this process grow beyond a size.
-class SmallDisk {
- public:
-  explicit SmallDisk(rlim_t bytes) {
-    ::signal(SIGXFSZ, SIG_IGN);
-    ::getrlimit(RLIMIT_FSIZE, &before);
-    const rlimit small{bytes, before.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &small);
-  }
-  ~SmallDisk() { ::setrlimit(RLIMIT_FSIZE, &before); }
-
- private:
-  rlimit before;
 };
 
 /// A folder with a sound job, and an old printed file that must survive what fails.

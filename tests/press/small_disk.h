@@ -1,0 +1,21 @@
+#pragma once
+
+#include <csignal>
+#include <sys/resource.h>
+
+/// Lets no file of this process grow beyond a size.
+class SmallDisk {
+ public:
+  explicit SmallDisk(rlim_t bytes) {
+    ::signal(SIGXFSZ, SIG_IGN);
+    ::getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit small{bytes, before.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &small);
+  }
+  ~SmallDisk() { ::setrlimit(RLIMIT_FSIZE, &before); }
+  SmallDisk(const SmallDisk&) = delete;
+  SmallDisk& operator=(const SmallDisk&) = delete;
+
+ private:
+  rlimit before;
+};
