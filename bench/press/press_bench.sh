@@ -39,7 +39,7 @@ doc.save(scriptArgs[1], "")
 END
 
 # Copies a file as it is printed: with all of it on the disk before it is there.
-copyWhole() { cp "$1" "$2.new" && sync "$2.new" && mv "$2.new" "$2"; }
+copyWhole() { cp "$1" "$2.new" && sync "$2.new" && mv "$2.new" "$2" && sync "$(dirname "$2")"; }
 
 names=() commands=()
 add() { names+=("$1"); shift; commands+=("$(printf '%q ' "$@")"); }
