@@ -1,5 +1,6 @@
 #include "press/effects.h"
 
+#include <algorithm>
 #include <tuple>
 
 #include "press/error.h"
@@ -19,6 +20,11 @@ auto allOf(const Effects& effects) {
 bool Effects::any() const {
   return mirrorImage || negativeImage || rotate180 || rotate180ForA3Ledger || !watermark.text.empty() ||
          !overlays.empty() || pagesOnSheet != 1;
+}
+
+bool Effects::dependOnPlace() const {
+  const auto isForSome = [](const Overlay& overlay) { return !(overlay.pages == PageRule()); };
+  return (watermark.firstOnly && !watermark.text.empty()) || std::any_of(overlays.begin(), overlays.end(), isForSome);
 }
 
 bool operator==(const Effects& a, const Effects& b) { return allOf(a) == allOf(b); }

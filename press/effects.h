@@ -26,6 +26,8 @@ struct Effects {
 
   /// Whether a page can come out different from how it went in.
   bool any() const;
+  /// Whether it can matter where in the job a page stands.
+  bool dependOnPlace() const;
 };
 
 bool operator==(const Effects& a, const Effects& b);

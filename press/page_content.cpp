@@ -117,16 +117,12 @@ QPDFObjectHandle PageContent::inOneStream(const Streams& streams) {
   return compressedStream(pdf, scratch);
 }
 
-QPDFObjectHandle PageContent::asForm(const PageEntry& entry, const Box& box, const Streams& streams,
-                                     QPDFObjectHandle resources) {
+QPDFObjectHandle PageContent::asForm(const Box& box, const Streams& streams, QPDFObjectHandle resources) {
   QPDFObjectHandle form = inOneStream(streams);
   if (form.isNull()) return form;
-  QPDFObjectHandle page = entry.page;
   QPDFObjectHandle dictionary = form.getDict();
   for (const char* key : {"/Matrix", "/Group", "/OC", "/Ref"}) dictionary.removeKey(key);
   makeForm(form, box, resources);
-  if (page.hasKey("/StructParents"))  // Leads from marked content to the document's structure.
-    dictionary.replaceKey("/StructParents", page.getKey("/StructParents"));
   return form;
 }
 

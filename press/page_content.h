@@ -26,7 +26,7 @@ class PageContent {
 
   /// The page's content as a form of its own, which nothing in it can get out of; `box` cuts it. Null when the content
   /// cannot be put into one.
-  QPDFObjectHandle asForm(const PageEntry& entry, const Box& box, const Streams& streams, QPDFObjectHandle resources);
+  QPDFObjectHandle asForm(const Box& box, const Streams& streams, QPDFObjectHandle resources);
 
   /// A form of new content.
   QPDFObjectHandle newForm(const Box& box, const std::string& content, QPDFObjectHandle resources);

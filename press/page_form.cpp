@@ -20,6 +20,15 @@ QPDFObjectHandle printedAppearance(QPDFAnnotationObjectHelper& annotation) {
   return appearance;
 }
 
+/// Links and pop-ups have nothing to print, nor have fields that are not filled in.
+bool printsWithoutLook(QPDFObjectHandle annotation) {
+  QPDFObjectHandle flags = annotation.getKeyIfDict("/F");
+  if (!flags.isInteger() || (flags.getIntValueAsInt() & (an_print | an_hidden)) != an_print) return false;
+  for (const char* silent : {"/Link", "/Popup", "/Widget"})
+    if (annotation.getKey("/Subtype").isNameAndEquals(silent)) return false;
+  return true;
+}
+
 /// The group that the page is blended in, which the form must blend in, too.
 void keepGroup(QPDFObjectHandle page, QPDFObjectHandle form) {
   QPDFObjectHandle group = page.getKey("/Group");
@@ -28,13 +37,18 @@ void keepGroup(QPDFObjectHandle page, QPDFObjectHandle form) {
 
 }  // namespace
 
+bool Annotations::hasLook(QPDFObjectHandle annotation) { return annotation.getKeyIfDict("/AP").isDictionary(); }
+
 std::string Annotations::draw(QPDFObjectHandle page, const PageShape& shape, QPDFObjectHandle resources) {
   QPDFObjectHandle annotations = page.getKey("/Annots");
   if (!annotations.isArray()) return {};
   content.countParts(annotations.getArrayNItems());
   std::string drawn;
   for (QPDFObjectHandle item : annotations.getArrayAsVector()) {
-    if (!item.getKeyIfDict("/AP").isDictionary()) continue;
+    if (!hasLook(item)) {
+      metWithoutLook = metWithoutLook || printsWithoutLook(item);
+      continue;
+    }
     QPDFAnnotationObjectHelper annotation(item);
     if (annotation.getSubtype() == "/Popup") continue;
     QPDFObjectHandle appearance = printedAppearance(annotation);
@@ -55,7 +69,7 @@ QPDFObjectHandle pageAsForm(PageContent& content, Annotations& annotations, cons
                             const PageShape& shape) {
   QPDFObjectHandle resources = entry.resources;
   if (!resources.isDictionary()) resources = QPDFObjectHandle::newDictionary();
-  QPDFObjectHandle drawing = content.asForm(entry, shape.visible, content.streamsOf(entry.page), resources);
+  QPDFObjectHandle drawing = content.asForm(shape.visible, content.streamsOf(entry.page), resources);
   if (drawing.isNull()) return drawing;
   QPDFObjectHandle around = QPDFObjectHandle::newDictionary();
   const std::string notes = annotations.draw(entry.page, shape, around);

@@ -2,6 +2,8 @@
 
 #include <stdexcept>
 
+#include "press/structure.h"
+
 namespace Press {
 
 namespace {
@@ -42,7 +44,8 @@ void PageWrap::apply(const PageEntry& entry, const Turn& turn) {
   const std::string placed = placement(shape, effects);
   Streams streams = content.streamsOf(page);
   const bool patternsMove = !placed.empty() && hasPatterns(resources);
-  if (!streams.empty() && (patternsMove || !content.standsAlone(streams))) enclose(entry, shape, streams, resources);
+  if (!streams.empty() && (patternsMove || !content.standsAlone(streams)))
+    enclose(entry, shape, streams, resources);
 
   std::string over = annotations.draw(page, shape, resources);
   const std::string under = marks.under(shape, turn, resources);
@@ -60,12 +63,22 @@ void PageWrap::apply(const PageEntry& entry, const Turn& turn) {
   page.replaceKey("/Contents", QPDFObjectHandle::newArray(streams));
 }
 
+std::vector<std::string> PageWrap::notes() const {
+  if (!annotations.metOneWithoutLook()) return {};
+  const std::string some = "Some of the job's annotations do not say how they look, so ";
+  if (effects.pagesOnSheet > 1) return {some + "they are left out where several pages share a sheet."};
+  if (effects.mirrorImage || effects.negativeImage || effects.rotate180 || effects.rotate180ForA3Ledger)
+    return {some + "they are left to the reader, which shows them without the effects."};
+  return {};
+}
+
 /// Puts the content into a form of its own, which nothing in it can get out of. Content that cannot be put there stays
 /// as it is.
 void PageWrap::enclose(const PageEntry& entry, const PageShape& shape, Streams& streams, QPDFObjectHandle& resources) {
-  QPDFObjectHandle form = content.asForm(entry, shape.reach, streams, resources);
+  QPDFObjectHandle form = content.asForm(shape.reach, streams, resources);
   if (form.isNull()) return;
   QPDFObjectHandle page = entry.page;
+  moveStructure(pdf, content, page, form);
   resources = QPDFObjectHandle::newDictionary();
   dictionaryIn(resources, "/XObject").replaceKey("/KilnPage", form);
   page.replaceKey("/Resources", resources);

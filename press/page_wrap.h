@@ -31,6 +31,9 @@ class PageWrap {
   /// sheet has the size of its first page.
   QPDFObjectHandle sheetOf(const std::vector<PageEntry>& pages, int firstNumber);
 
+  /// Sentences on what was not given the effects.
+  std::vector<std::string> notes() const;
+
  private:
   QPDFObjectHandle formOf(const PageEntry& entry, const PageShape& shape);
   void enclose(const PageEntry& entry, const PageShape& shape, Streams& streams, QPDFObjectHandle& resources);

@@ -84,11 +84,12 @@ void write(QPDF& pdf, Pipeline& out, const Marks& marks, bool isNegative, std::s
 }
 
 /// Annotations that have become part of their page must not be seen a second time, nor those that do not print at all.
+/// What has no look of its own stays as it is; most of it are links.
 void hideAnnotations(QPDFObjectHandle page) {
   QPDFObjectHandle annotations = page.getKey("/Annots");
   if (!annotations.isArray()) return;
   for (QPDFObjectHandle annotation : annotations.getArrayAsVector()) {
-    if (!annotation.isDictionary()) continue;
+    if (!Annotations::hasLook(annotation)) continue;
     QPDFObjectHandle flags = annotation.getKey("/F");
     const int value = flags.isInteger() ? flags.getIntValueAsInt() : 0;
     annotation.replaceKey("/F", QPDFObjectHandle::newInteger(value | an_hidden));
@@ -132,27 +133,32 @@ void putPagesOnSheets(Document& document, PageWrap& wrap, int pagesOnSheet, Step
     catalog.removeKey(key);
 }
 
-/// Leaves none of the document's pages listed: the writing has its own ways to them, and needs the room.
-void putEffectsOn(Document& document, Marks& marks, const Effects& effects, Steps& steps) {
+/// Leaves none of the document's pages listed: the writing has its own ways to them, and needs the room. Returns
+/// sentences on what comes out otherwise than asked.
+std::vector<std::string> putEffectsOn(Document& document, Marks& marks, const Effects& effects, Steps& steps) {
   PageWrap wrap(*document.pdf, marks);
   wrap.prepare(effects);
+  if (effects.pagesOnSheet == 1 && effects.dependOnPlace()) separatePlaces(document);
   if (effects.pagesOnSheet > 1)
     putPagesOnSheets(document, wrap, effects.pagesOnSheet, steps);
   else if (effects.any())
     wrapPages(document, wrap, steps);
   document.pages = std::vector<PageEntry>();  // an empty list would keep its room
+  std::vector<std::string> notes = marks.notes();
+  for (std::string& note : wrap.notes()) notes.push_back(std::move(note));
+  return notes;
 }
 
 std::vector<std::string> printOpened(Document& document, WholeFile& file, const Effects& effects,
                                      const Progress& progress) {
   const auto steps = std::make_shared<Steps>(progress, static_cast<int>(document.pages.size()));
   Marks marks(*document.pdf);
-  putEffectsOn(document, marks, effects, *steps);
+  const std::vector<std::string> notes = putEffectsOn(document, marks, effects, *steps);
   WriteBehind out(file);
   FilePipeline pipeline(out);
   write(*document.pdf, pipeline, marks, effects.negativeImage, steps);
   out.complete();
-  return marks.notes();
+  return notes;
 }
 
 /// A copy of a dictionary, in which also these dictionaries are copies; what they hold is not copied.

@@ -7,7 +7,10 @@
 #include "tests/press/test_job.h"
 
 using Press::Effects;
+using testing::AllOf;
+using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::IsEmpty;
 using testing::Not;
 
 namespace {
@@ -156,4 +159,31 @@ TEST(Annotations, ThatAreNonsenseDoNoHarm) {
   EXPECT_EQ(complaints(printed(job.bytes(), {.mirrorImage = true})), "");
   job.page = "/Annots 7";
   EXPECT_EQ(complaints(printed(job.bytes(), {.mirrorImage = true})), "");
+}
+
+TEST(Annotations, ThatAreLinksStayAlive) {
+  TestJob job{.page = "/Annots [<< /Type /Annot /Subtype /Link /Rect [20 240 60 280] /Border [0 0 0] /F 4 "
+                      "/A << /S /URI /URI (https://example.org) >> >>]"};
+  const std::string after = plainText(printed(job.bytes(), {.mirrorImage = true}));
+  EXPECT_THAT(after, AllOf(HasSubstr("example.org"), HasSubstr("/F 4"), Not(HasSubstr("/F 6"))));
+}
+
+TEST(Annotations, WithoutALookAreLeftToTheReader) {
+  TestJob job{.contents = {""},
+              .page =
+                  "/Annots [<< /Type /Annot /Subtype /Square /Rect [20 240 60 280] /F 4 /C [0 0 1] /IC [0 0 1] >>]"};
+  ASSERT_EQ(pixel(render(job.bytes()), 40, 40), blue);
+  const TestFolder folder;
+  write(folder / "in.pdf", job.bytes());
+  Effects effects;
+  effects.watermark.text = ".";
+  effects.watermark.face = "DejaVu Sans";
+  EXPECT_THAT(Press::printPdf(folder / "in.pdf", folder / "out.pdf", effects), IsEmpty());
+  EXPECT_EQ(pixel(render(read(folder / "out.pdf")), 40, 40), blue);
+  effects.mirrorImage = true;
+  EXPECT_THAT(Press::printPdf(folder / "in.pdf", folder / "out.pdf", effects),
+              ElementsAre(HasSubstr("without the effects")));
+  EXPECT_EQ(pixel(render(read(folder / "out.pdf")), 40, 40), blue);
+  effects.pagesOnSheet = 2;
+  EXPECT_THAT(Press::printPdf(folder / "in.pdf", folder / "out.pdf", effects), ElementsAre(HasSubstr("left out")));
 }

@@ -246,3 +246,54 @@ TEST(MarkedPage, CanBeOfAnyPaper) {
       expectMarked(TestJob{.boxes = boxes + turn}.bytes(), Renderer::poppler, marked(315));
   }
 }
+
+TEST(MarkedPage, IsMarkedByItsPlaceWhereAnotherPlaceHasTheSamePage) {
+  Effects effects = marked();
+  effects.watermark.firstOnly = true;
+  TestJob job;
+  job.parent = "/Kids [3 0 R 3 0 R 3 0 R] /Count 3 /Resources << >>";
+  job.boxes = "";
+  job.parent += " /MediaBox [0 0 200 300]";
+  std::string bytes = job.bytes();
+  bytes.replace(bytes.find("/Count 1 /Kids [3 0 R]"), 22, std::string(22, ' '));
+  const TestFolder folder;
+  write(folder / "in.pdf", bytes);
+  Press::printPdf(folder / "in.pdf", folder / "out.pdf", effects);
+  EXPECT_EQ(complaints(read(folder / "out.pdf")), "");
+  Press::Job plain(folder / "in.pdf"), after(folder / "out.pdf");
+  ASSERT_EQ(after.pageCount(), 3);
+  for (int page = 1; page <= 3; ++page) {
+    const bool isMarked = difference(render(after.printPage(page, {})), render(plain.printPage(page, {}))) > 0;
+    EXPECT_EQ(isMarked, page == 1) << page;
+  }
+}
+
+TEST(MarkedPage, KeepsItsPartInTheStructureOfTheDocument) {
+  // An open state, for which the content is put into a form.
+  const TestJob job{.contents = {"q /P << /MCID 0 >> BDC BT /F 30 Tf 20 200 Td (Tagged) Tj ET EMC "
+                                 "/P << /MCID 1 >> BDC BT /F 30 Tf 20 100 Td (text) Tj ET EMC"},
+                    .resources = "/Font << /F << /Type /Font /Subtype /Type1 /BaseFont /Helvetica >> >>",
+                    .page = "/StructParents 0",
+                    .catalog = "/MarkInfo << /Marked true >> /StructTreeRoot 4 0 R",
+                    .objects = {"<< /Type /StructTreeRoot /K 5 0 R /ParentTree << /Nums [0 [6 0 R 7 0 R]] >> >>",
+                                "<< /Type /StructElem /S /Document /P 4 0 R /K [6 0 R 7 0 R] >>",
+                                "<< /Type /StructElem /S /P /P 5 0 R /Pg 3 0 R /K 0 >>",
+                                "<< /Type /StructElem /S /P /P 5 0 R /Pg 3 0 R /K [<< /Type /MCR /MCID 1 >>] >>"}};
+  const TestFolder folder;
+  write(folder / "out.pdf", printed(job.bytes(), marked()));
+  const std::string structure = run("pdfinfo -struct-text '" + (folder / "out.pdf").string() + "'").output;
+  EXPECT_THAT(structure, testing::AllOf(testing::HasSubstr("\"Tagged\""), testing::HasSubstr("\"text\"")));
+  EXPECT_EQ(complaints(read(folder / "out.pdf")), "");
+}
+
+TEST(MarkedPage, IsPrintedWhateverItsStructureIs) {
+  for (const char* tree : {"7", "<< /Nums 7 >>", "<< /Nums [0 7] >>",
+                           "<< /Nums [0 [7 null [] << /K 7 >> 5 0 R 3 0 R]] >>", "<< /Kids [5 0 R] >>"}) {
+    const TestJob job{.contents = {"q"},
+                      .page = "/StructParents 0",
+                      .catalog = "/StructTreeRoot 4 0 R",
+                      .objects = {std::string("<< /ParentTree ") + tree + " >>",
+                                  "<< /Kids [5 0 R] /K [5 0 R << /MCID 5 0 R >> 0 (text) [0]] >>"}};
+    EXPECT_EQ(complaints(printed(job.bytes(), marked())), "") << tree;
+  }
+}

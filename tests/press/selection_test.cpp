@@ -72,9 +72,31 @@ TEST_F(Selection, LeavesNothingOfTheOthersInTheFile) {
   print("5");
   const std::string text = plainText(read(folder / "out.pdf"));
   EXPECT_THAT(text, HasSubstr("content 5"));
-  for (const char* gone : {"content 2", "content 4", "content 6", "/PageLabels"})
-    EXPECT_THAT(text, Not(HasSubstr(gone)));
+  for (const char* gone : {"content 2", "content 4", "content 6"}) EXPECT_THAT(text, Not(HasSubstr(gone)));
   EXPECT_THAT(text, HasSubstr("(To page)"));
+}
+
+TEST_F(Selection, KeepsThePagesLabels) {
+  std::string job = tenPages();
+  job.replace(job.find("[0 << /S /r >>]"), 15, "[0<</S/r>>4<</S/D/St 9>>]");
+  write(folder / "in.pdf", job);
+  print("2-3,5-6,9");
+  const std::string labels = run("qpdf --json --json-key=pagelabels '" + (folder / "out.pdf").string() + "'").output;
+  const auto label = [](int index, const std::string& style, int first) {
+    return testing::HasSubstr("\"index\": " + std::to_string(index) + ",\n      \"label\": {\n        \"/S\": \"" +
+                              style + "\",\n        \"/St\": " + std::to_string(first));
+  };
+  EXPECT_THAT(labels, testing::AllOf(label(0, "/r", 2), label(2, "/D", 9), label(4, "/D", 13)));
+}
+
+TEST_F(Selection, DoesWithoutLabelsThatCannotBeRead) {
+  for (const char* labels :
+       {"<< /Kids [3 0 R] >>", "<< /Nums [7] >>", "<< /Nums 7 >>", "7", "<< /Kids [2 0 R 2 0 R] >>"}) {
+    std::string job = tenPages();
+    job.replace(job.find("<< /Nums [0 << /S /r >>] >>"), 27, labels);
+    write(folder / "in.pdf", job);
+    EXPECT_THAT(print("5"), testing::ElementsAre(50)) << labels;
+  }
 }
 
 TEST_F(Selection, IsWhatOverlaysAndTheFirstPageAreCountedIn) {
