@@ -10,7 +10,6 @@
 #include <qpdf/QPDFExc.hh>
 
 #include "press/error.h"
-#include "press/form_fields.h"
 #include "press/input_file.h"
 
 namespace fs = std::filesystem;
@@ -65,8 +64,6 @@ class PageWalk {
     return std::move(pages);
   }
 
-  std::size_t depth() const { return deepest; }
-
  private:
   // `entry` by value: entering a node may move the level that it comes from.
   void visit(QPDFObjectHandle node, PageEntry entry) {
@@ -87,7 +84,6 @@ class PageWalk {
       node.replaceKey("/Resources", entry.resources);
     }
     levels.push_back({std::move(entry), kids.getArrayAsVector()});
-    deepest = std::max(deepest, levels.size());
   }
 
   static void inherit(QPDFObjectHandle& node, const char* key, QPDFObjectHandle& value) {
@@ -99,7 +95,6 @@ class PageWalk {
   std::vector<PageEntry> pages;
   std::vector<Level> levels;
   std::set<QPDFObjGen> seen;
-  std::size_t deepest = 0;
 };
 
 /// The library writes with a key of the length that the file tells, but reads with one that it knows to be right.
@@ -119,13 +114,9 @@ Document open(const fs::path& file) {
   if (pdf.isEncrypted() && !pdf.allowPrintLowRes())
     throw Error(quoted(file) + " may not be printed, its author says: ask for a copy that may.");
   tellLengthOfKey(pdf);
-  PageWalk walk(pdf);
-  document.pages = walk.run();
+  document.pages = PageWalk(pdf).run();
   if (document.pages.empty())
     throw Error(quoted(file) + " has no pages: save or export the document as PDF again and print that.");
-  // The library recurses into the page tree, and may change it.
-  constexpr std::size_t deepestForLibrary = 500;
-  if (walk.depth() < deepestForLibrary && drawWaitingFields(document)) document.pages = PageWalk(pdf).run();
   return document;
 }
 

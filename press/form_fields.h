@@ -4,8 +4,8 @@
 
 namespace Press {
 
-/// Gives form fields an appearance where the document leaves it to the reader to draw them from their values, so that
-/// they can be printed. Whether it did anything; the page tree may then be another.
-bool drawWaitingFields(Document& document);
+/// Gives form fields that print the look that the document leaves to the reader to give them, from their values: all
+/// fields where it asks for that, otherwise those that have none. Fields beyond a few thousand stay as they are.
+void drawWaitingFields(Document& document);
 
 }  // namespace Press

@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "press/error.h"
+#include "press/form_fields.h"
 #include "press/layers.h"
 #include "press/object_depth.h"
 #include "press/outlines.h"
@@ -77,6 +78,7 @@ const Marks::Source& Marks::open(const fs::path& file) {
 
   Source source{timeOf(file), openDocument(file), {}, {}};
   try {
+    drawWaitingFields(source.document);
     const PageEntry& entry = source.document.pages.front();
     const PageShape shape = shapeOf(entry);
     PageContent content(*source.document.pdf);

@@ -44,8 +44,7 @@ void PageWrap::apply(const PageEntry& entry, const Turn& turn) {
   const std::string placed = placement(shape, effects);
   Streams streams = content.streamsOf(page);
   const bool patternsMove = !placed.empty() && hasPatterns(resources);
-  if (!streams.empty() && (patternsMove || !content.standsAlone(streams)))
-    enclose(entry, shape, streams, resources);
+  if (!streams.empty() && (patternsMove || !content.standsAlone(streams))) enclose(entry, shape, streams, resources);
 
   std::string over = annotations.draw(page, shape, resources);
   const std::string under = marks.under(shape, turn, resources);

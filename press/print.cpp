@@ -11,6 +11,7 @@
 #include <qpdf/QPDFWriter.hh>
 
 #include "press/document.h"
+#include "press/form_fields.h"
 #include "press/page_wrap.h"
 #include "press/selection.h"
 #include "press/whole_file.h"
@@ -138,6 +139,7 @@ void putPagesOnSheets(Document& document, PageWrap& wrap, int pagesOnSheet, Step
 std::vector<std::string> putEffectsOn(Document& document, Marks& marks, const Effects& effects, Steps& steps) {
   PageWrap wrap(*document.pdf, marks);
   wrap.prepare(effects);
+  if (effects.any()) drawWaitingFields(document);
   if (effects.pagesOnSheet == 1 && effects.dependOnPlace()) separatePlaces(document);
   if (effects.pagesOnSheet > 1)
     putPagesOnSheets(document, wrap, effects.pagesOnSheet, steps);
@@ -224,6 +226,7 @@ struct Job::State {
         marks(*document.pdf),
         wrap(*document.pdf, marks),
         catalog(document.pdf->makeIndirectObject(QPDFObjectHandle::newDictionary())) {
+    drawWaitingFields(document);
     QPDFObjectHandle trailer = document.pdf->getTrailer();
     catalog.replaceKey("/Type", QPDFObjectHandle::newName("/Catalog"));
     const QPDFObjectHandle layers = trailer.getKeyIfDict("/Root").getKeyIfDict("/OCProperties");

@@ -128,16 +128,6 @@ TEST(Annotations, FieldsKeepTheirValues) {
   EXPECT_THAT(after, HasSubstr("/AcroForm"));
 }
 
-TEST(Annotations, FieldsThatWaitForTheReaderToDrawThemArePrinted) {
-  TestJob job = annotated("/Subtype /Widget /F 4");
-  job.objects[1] = "<< /Type /Annot /Subtype /Widget /F 4 /FT /Tx /T (Name) /V (Ada) /DA (/F 30 Tf 0 0 1 rg) "
-                   "/Rect [20 240 120 280] >>";
-  job.catalog = "/AcroForm << /Fields [5 0 R] /NeedAppearances true /DR << /Font << /F << /Type /Font /Subtype /Type1 "
-                "/BaseFont /Helvetica /Encoding /WinAnsiEncoding >> >> >> >>";
-  const Press::Picture after = render(printed(job.bytes(), {.mirrorImage = true}));
-  EXPECT_NE(difference(after, render(TestJob{.contents = {""}}.bytes())), 0);
-}
-
 TEST(Annotations, OfOneNameOnTwoPagesAreDrawnOnBoth) {
   TestJob job = annotated("/Subtype /Stamp /F 4");
   job.boxes = "";
