@@ -9,11 +9,18 @@ namespace App {
 
 namespace fs = std::filesystem;
 
+bool isThere(const fs::path& path) {
+  std::error_code error;
+  if (fs::symlink_status(path, error).type() == fs::file_type::not_found) return false;
+  if (fs::exists(fs::status(path, error))) return true;
+  throw std::runtime_error(path.string() + " cannot be reached (" + error.message() +
+                           "): check where links lead, and who may look into the folders on the way.");
+}
+
 std::optional<Refhost::TracePairs> keptIn(const fs::path& home, const Refhost::Options& options) {
   const Refhost::ModelDescription model = Refhost::readModel(options.resources / "models", options.model);
   const fs::path file = Refhost::settingsFile(home, model.name);
-  std::error_code ignored;
-  if (!fs::exists(file, ignored)) return {};
+  if (!isThere(file)) return {};
   const Refhost::KeptSettings kept = Refhost::readSettings(file);
   if (!kept.setAside.empty())
     throw std::runtime_error("The settings in " + file.string() + " were damaged and are now in " +

@@ -11,6 +11,10 @@
 
 namespace App {
 
+// Whether there is such a file or folder. Throws std::runtime_error, one sentence, where that cannot be told, and for a
+// link that leads nowhere: jobs must not print without what may be there.
+bool isThere(const std::filesystem::path& path);
+
 // What was accepted in the window for the model of `options` and is kept in `home`; nothing when nothing was. Throws
 // std::runtime_error, one sentence, when it cannot be read.
 std::optional<Refhost::TracePairs> keptIn(const std::filesystem::path& home, const Refhost::Options& options);

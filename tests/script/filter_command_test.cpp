@@ -136,6 +136,24 @@ TEST_F(FilterCommand, TicketThatIsNoneEndsTheJob) {
   expectRefusal(filterJob(), "office.xml:2: ");
 }
 
+TEST_F(FilterCommand, TicketThatCannotBeReachedEndsTheJob) {
+  fs::create_symlink("nonexistent", tickets / "office.xml");
+  expectRefusal(filterJob(), "office.xml cannot be reached");
+  fs::remove(tickets / "office.xml");
+  fs::create_symlink("office.xml", tickets / "office.xml");
+  expectRefusal(filterJob(), "office.xml cannot be reached");
+  fs::remove_all(tickets);
+  fs::create_symlink("nonexistent", tickets);
+  expectRefusal(filterJob(), "tickets cannot be reached");
+}
+
+TEST_F(FilterCommand, KeptSettingsThatCannotBeReachedEndTheJob) {
+  const path home = testFolder() / "shared";
+  fs::create_directories(home / "profile");
+  fs::create_symlink("nonexistent", home / "profile" / "settings-standard.json");
+  expectRefusal(filterJob("", {"--home", home.string()}), "settings-standard.json cannot be reached");
+}
+
 TEST_F(FilterCommand, PrintsAsTheUserWhomItRunsAsAcceptedIt) {
   const passwd* account = getpwuid(geteuid());
   if (account == nullptr) FAIL() << "nobody runs this test";
