@@ -49,12 +49,19 @@ std::map<std::string, std::string> SilentRun::printedValues() {
 }
 
 void SettingOptions::declare(CLI::App& command) {
+  // An empty word is a script's variable that was never set: nobody wants to print without what it was to name.
+  const CLI::Validator isNamed([](const std::string& word) { return word.empty() ? "a file has to be named" : ""; },
+                               "");
   command
       .add_option("--profile", profile,
                   "Opens with a profile's model, settings, watermarks and overlays, not the home's")
-      ->type_name("FILE");
-  command.add_option("--ticket", ticket, "Then takes the settings of a PrintTicket")->type_name("FILE");
-  command.add_option("--watermark", watermark, "Then chooses the watermark of this name, as the preferences list it")
+      ->type_name("FILE")
+      ->check(isNamed);
+  command.add_option("--ticket", ticket, "Then takes the settings of a PrintTicket")->type_name("FILE")->check(isNamed);
+  command
+      .add_option_function<std::string>(
+          "--watermark", [this](const std::string& name) { watermark = name; },
+          "Then chooses the watermark of this name, as the preferences list it")
       ->type_name("NAME");
   addRepeatable(command, "--overlay", overlays,
                 "Then the overlay of this name, on all pages or on Even, Odd, 1,3,5-9; may be repeated")
@@ -66,7 +73,7 @@ void SettingOptions::declare(CLI::App& command) {
 
 void SettingOptions::makeIn(SilentRun& run) const {
   if (!ticket.empty()) run.takeTicket(toPath(ticket));
-  if (!watermark.empty()) chooseWatermark(run, watermark);
+  if (watermark) chooseWatermark(run, *watermark);
   chooseOverlays(run, overlays);
   run.choose(toPairs("--set", settings));
 }

@@ -54,7 +54,7 @@ struct SettingOptions {
   HostOptions host;
   std::string profile;
   std::string ticket;
-  std::string watermark;
+  std::optional<std::string> watermark;  // an empty name is none that there is, and so refused
   std::vector<std::string> overlays;
   std::vector<std::string> settings;
 

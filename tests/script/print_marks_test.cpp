@@ -88,6 +88,17 @@ TEST_F(PrintMarks, UnknownWatermarkIsRefusedWithThoseThereAre) {
   expectRefusal({"--watermark", "Draught"}, "\"Draft\", ");
 }
 
+TEST_F(PrintMarks, EmptyNameIsNoNameInsteadOfNoMark) {
+  expectRefusal({"--watermark", ""}, "There is no watermark \"\"; there are ");
+  expectRefusal({"--overlay", ""}, "There is no overlay \"\"; there are ");
+  for (const char* option : {"--ticket", "--profile"}) {
+    const auto outcome = print({option, ""});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_THAT(outcome.err, StartsWith(std::string("kiln: ") + option + ": a file has to be named; "));
+    EXPECT_FALSE(fs::exists(out));
+  }
+}
+
 TEST_F(PrintMarks, OverlayIsChosenByItsName) {
   EXPECT_EQ(said({"--overlay", "Letterhead"}),
             "The job has 4 pages.\nThe overlay \"Letterhead\" goes under the content of every page.\n");
