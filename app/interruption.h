@@ -1,9 +1,10 @@
-// The user's wish to stop, by Ctrl-C or by ending the process.
+// The user's wish to stop: by Ctrl-C, by ending the process, or by closing its terminal.
 #pragma once
 
 namespace App {
 
-// While it lives, the first such wish is noted instead of ending the process; a second one ends it. One at a time.
+// While it lives, the first such wish is noted instead of ending the process; a second one ends it. What the process
+// was started to ignore, as under nohup, stays ignored. One at a time.
 class Interruption {
  public:
   Interruption();

@@ -6,8 +6,18 @@
 
 namespace {
 
-TEST(Interruption, FirstSignalIsNotedInsteadOfEndingTheProcess) {
-  for (const int number : {SIGINT, SIGTERM}) {
+constexpr int wishes[] = {SIGINT, SIGTERM, SIGHUP};
+
+// However the tests themselves were started.
+class Interruption : public testing::Test {
+ protected:
+  Interruption() {
+    for (const int number : wishes) std::signal(number, SIG_DFL);
+  }
+};
+
+TEST_F(Interruption, FirstSignalIsNotedInsteadOfEndingTheProcess) {
+  for (const int number : wishes) {
     const App::Interruption interruption;
     EXPECT_EQ(interruption.signal(), 0);
     std::raise(number);
@@ -15,13 +25,25 @@ TEST(Interruption, FirstSignalIsNotedInsteadOfEndingTheProcess) {
   }
 }
 
-TEST(Interruption, SecondSignalEndsTheProcess) {
+TEST_F(Interruption, SecondSignalEndsTheProcess) {
   const auto interruptTwice = [] {
     const App::Interruption interruption;
     std::raise(SIGINT);
     std::raise(SIGINT);
   };
   EXPECT_EXIT(interruptTwice(), testing::KilledBySignal(SIGINT), "");
+}
+
+TEST_F(Interruption, WhatWasIgnoredStaysIgnored) {
+  for (const int number : wishes) {
+    std::signal(number, SIG_IGN);
+    {
+      const App::Interruption interruption;
+      std::raise(number);
+      EXPECT_EQ(interruption.signal(), 0);
+    }
+    EXPECT_EQ(std::signal(number, SIG_DFL), SIG_IGN);
+  }
 }
 
 }  // namespace

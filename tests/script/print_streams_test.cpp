@@ -122,13 +122,15 @@ TEST_F(PrintStreams, InterruptionWhileTheJobComesLeavesNothing) {
   const path pipe = testFolder() / "pipe";
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
   const int writer = open(pipe.c_str(), O_RDWR | O_CLOEXEC);
-  Started printing = start("-", out, pipe, err);
-  EXPECT_TRUE(waitUntil([this] { return !fs::is_empty(temporary); }));
-  printing.signal(SIGINT);
-  EXPECT_EQ(printing.wait(), 130);
+  for (const int wish : {SIGINT, SIGHUP}) {
+    Started printing = start("-", out, pipe, err);
+    EXPECT_TRUE(waitUntil([this] { return !fs::is_empty(temporary); }));
+    printing.signal(wish);
+    EXPECT_EQ(printing.wait(), 128 + wish);
+    EXPECT_TRUE(fs::is_empty(temporary));
+    EXPECT_TRUE(fs::is_empty(results));
+  }
   close(writer);
-  EXPECT_TRUE(fs::is_empty(temporary));
-  EXPECT_TRUE(fs::is_empty(results));
 }
 
 TEST_F(PrintStreams, ProgressIsShownAtATerminalAloneAndWipedAway) {

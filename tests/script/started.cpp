@@ -27,7 +27,17 @@ Started::Started(const std::vector<std::string>& words, const std::filesystem::p
   for (const std::string& setting : environment) settings.push_back(const_cast<char*>(setting.c_str()));
   for (char** inherited = environ; *inherited != nullptr; ++inherited) settings.push_back(*inherited);
   settings.push_back(nullptr);
-  const int error = posix_spawn(&process, words.front().c_str(), &files, nullptr, arguments.data(), settings.data());
+  // It hears what it is sent, also where the tests were started to ignore it.
+  posix_spawnattr_t attributes;
+  posix_spawnattr_init(&attributes);
+  sigset_t heard;
+  sigemptyset(&heard);
+  for (const int number : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&heard, number);
+  posix_spawnattr_setsigdefault(&attributes, &heard);
+  posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
+  const int error =
+      posix_spawn(&process, words.front().c_str(), &files, &attributes, arguments.data(), settings.data());
+  posix_spawnattr_destroy(&attributes);
   posix_spawn_file_actions_destroy(&files);
   if (error != 0) throw std::system_error(error, std::generic_category(), words.front());
 }
