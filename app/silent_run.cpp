@@ -4,6 +4,7 @@
 #include "app/failure.h"
 #include "app/marks.h"
 #include "app/user.h"
+#include "host/documents/path_text.h"
 #include "host/profiles/archive.h"
 #include "host/unicode.h"
 
@@ -21,7 +22,15 @@ SilentRun::SilentRun(const Refhost::Options& options, const std::string& message
 }
 
 void SilentRun::takeTicket(const std::filesystem::path& file) {
-  opened.loadTicketFile(file);
+  try {
+    opened.loadTicketFile(file);
+  } catch (const std::runtime_error& error) {
+    std::string sentence = error.what();
+    const bool isAboutItsContent = sentence.starts_with(Refhost::shownPath(file) + ':');
+    if (!isAboutItsContent) throw;
+    if (sentence.ends_with('.')) sentence.pop_back();
+    throw std::runtime_error(sentence + "; write the ticket anew with \"kiln ticket\".");
+  }
   silent.check();
 }
 

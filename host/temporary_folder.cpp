@@ -10,15 +10,21 @@
 namespace Refhost {
 
 TemporaryFolder::TemporaryFolder() {
+  std::error_code unusable;
+  const auto parent = std::filesystem::temp_directory_path(unusable);
+  if (unusable)
+    throw std::runtime_error("The folder for temporary files that the environment names (TMPDIR, or TMP on Windows) "
+                             "cannot be used (" +
+                             unusable.message() + "): name one that is there.");
   std::random_device random;
-  const auto parent = std::filesystem::temp_directory_path();
   // A name that is taken belongs to somebody else: only a folder made here is used, and removed.
   for (int attempts = 0; attempts < 100; ++attempts) {
     const auto candidate = parent / ("kiln-" + std::to_string(random()));
     std::error_code error;
     if (!std::filesystem::create_directory(candidate, error)) {
       if (error)
-        throw std::runtime_error("No temporary folder can be made in " + shownPath(parent) + ": " + error.message() + ".");
+        throw std::runtime_error("No temporary folder can be made in " + shownPath(parent) + ": " + error.message() +
+                                 ".");
       continue;
     }
     folder = candidate;

@@ -134,6 +134,7 @@ TEST_F(FilterCommand, TicketThatEverybodyMayChangeIsRefused) {
 TEST_F(FilterCommand, TicketThatIsNoneEndsTheJob) {
   writeFile(tickets / "office.xml", "<ticket>\n<open>");
   expectRefusal(filterJob(), "office.xml:2: ");
+  expectRefusal(filterJob(), "; write the ticket anew with \"kiln ticket\".\n");
 }
 
 TEST_F(FilterCommand, TicketThatCannotBeReachedEndsTheJob) {
@@ -225,6 +226,12 @@ TEST_F(FilterCommand, JobThatIsNoPdfIsOneSentence) {
   writeFile(job, "This is no PDF.");
   expectRefusal(filterJob(), "job.pdf");
   EXPECT_TRUE(fs::is_empty(temporary));
+}
+
+TEST_F(FilterCommand, FolderForTemporaryFilesThatIsNoneIsOneSentence) {
+  fs::remove(temporary);
+  expectRefusal(filterJob(), "TMPDIR");
+  EXPECT_THAT(filterJob().err, Not(HasSubstr("filesystem error")));
 }
 
 TEST_F(FilterCommand, WrongCallIsOneSentence) {

@@ -6,6 +6,8 @@
 namespace {
 
 using std::filesystem::path;
+using testing::AllOf;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
@@ -39,7 +41,8 @@ TEST_F(PrintByTicket, PrintsNothingByATicketThatIsNone) {
   writeFile(ticket, "<ticket>\n<open>");
   const auto outcome = withHome({"print", job.string(), byTicket.string(), "--ticket", ticket.string()});
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_THAT(outcome.err, StartsWith("kiln: " + ticket.string() + ":2: "));
+  EXPECT_THAT(outcome.err, AllOf(StartsWith("kiln: " + ticket.string() + ":2: "),
+                                 EndsWith("; write the ticket anew with \"kiln ticket\".\n")));
   EXPECT_EQ(readFile(byTicket), "as it was");
 }
 
