@@ -33,18 +33,16 @@ const char16_t* nameOf(Mode mode) {
   return u"";
 }
 
-// The folder for what a user keeps; a temporary one goes with it.
+// The folder for what a user keeps; a temporary one goes with it. One that cannot be made is told of by whoever wants
+// to write there.
 class Home {
  public:
   explicit Home(const std::filesystem::path& wanted) {
     path = wanted.empty() ? temporary.emplace().path() : std::filesystem::absolute(wanted).lexically_normal();
     if (!path.has_filename()) path = path.parent_path();
     for (const char* name : {"user", "profile"}) {
-      std::error_code error;
-      std::filesystem::create_directories(path / name, error);
-      if (error)
-        throw std::runtime_error("The folder " + toNarrow((path / name).u16string()) + " cannot be made: " +
-                                 error.message() + ".");
+      std::error_code ignored;
+      std::filesystem::create_directories(path / name, ignored);
     }
   }
 

@@ -36,7 +36,8 @@ struct Options {
   Mode mode = Mode::docProp;
   bool active = true;
 
-  // For everything that a user keeps; made when missing. Empty for a temporary one that goes with the run.
+  // For everything that a user keeps; made when missing, as far as that is possible. Empty for a temporary one that
+  // goes with the run.
   std::filesystem::path home;
 
   // Host settings on top of the host's own; without a value: the key does not exist.

@@ -48,8 +48,9 @@ Watermarks::Watermarks(Kiln::Host& lender, const Kiln::PropertyManager& properti
 bool Watermarks::readUserFile() {
   try {
     if (readUserFileOnce()) return true;
-    fileAt(userPath).copyFrom(Address::builtInWatermarks);
-    return readUserFileOnce();
+    attempt([&] { fileAt(userPath).copyFrom(Address::builtInWatermarks); });
+    // Where they cannot be put there, they are there all the same until the preferences close.
+    return readUserFileOnce() || addAll(*host.documents()->read(host.resource(Address::builtInWatermarks)), userPath);
   } catch (const Kiln::Exception& problem) {
     tellOnce(problem);
     return true;

@@ -126,10 +126,14 @@ TEST(Opening, PluginThatThrowsIsNotLeftHalfOpen) {
       {"thrown while opening"});
 }
 
-TEST(Opening, HomeThatCannotBeMadeIsNamed) {
+TEST(Opening, HomeThatCannotBeMadeIsToldOnceAndKeepsNothingFromOpening) {
   const path file = testFolder() / "file";
   writeFile(file, "");
-  expectRefusal(runKiln({"drive", "--home", (file / "home").string()}), {file.string()});
+  const auto outcome = runKiln({"drive", "--home", (file / "home").string()}, "get MirrorImage\n");
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out, "{\"ok\":true,\"value\":\"None\"}\n");
+  EXPECT_THAT(outcome.err, AllOf(StartsWith("kiln: "), HasSubstr(file.string())));
+  EXPECT_EQ(std::ranges::count(outcome.err, '\n'), 1) << outcome.err;
 }
 
 TEST(Opening, ScriptAndTraceFilesThatCannotBeOpenedAreNamed) {

@@ -80,6 +80,21 @@ TEST_F(PrintMarks, WatermarkIsChosenByItsName) {
   EXPECT_FALSE(samePages(readFile(out), plain));
 }
 
+TEST_F(PrintMarks, BuiltInWatermarkNeedsNoHomeThatCanBeWritten) {
+  const std::string draft = said({"--watermark", "Draft"});
+  const path filled = testFolder() / "filled";
+  fs::create_directories(filled);
+  writeFile(filled / "user", "a file");
+  for (const path& unusable : {job / "home", filled}) {
+    const auto outcome =
+        runKiln({"print", job.string(), "--dry-run", "--watermark", "Draft", "--home", unusable.string()});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.out, draft);
+    EXPECT_THAT(outcome.err, AllOf(StartsWith("kiln: "), HasSubstr("ZVeffect.xml cannot be written")));
+    EXPECT_EQ(std::ranges::count(outcome.err, '\n'), 1) << outcome.err;
+  }
+}
+
 TEST_F(PrintMarks, SettingsOfTheWatermarkGoWithIt) {
   EXPECT_THAT(said({"--watermark", "Draft", "--set", "FirstPageOnly=True"}), HasSubstr("the content of page 1: "));
 }
