@@ -52,6 +52,13 @@ std::uint32_t colourIn(const Properties& properties, std::uint32_t ordinary) {
   return value;
 }
 
+bool flagIn(const Properties& properties, const char* name) {
+  const std::string text = valueOf(properties, name);
+  if (text.empty() || text == "False") return false;
+  if (text == "True") return true;
+  refuse(name, text, "is True or False");
+}
+
 /// The one of three codes, each a letter, that a property holds.
 template <typename Place>
 Place placeIn(const Properties& properties, const char* name, const char* codes, const char* what) {
@@ -80,10 +87,10 @@ Watermark watermarkFromProperties(const Properties& properties) {
   mark.angle = numberIn(properties, "WatermarkTextAngle", mark.angle, -1e6, 1e6, "is a number of degrees");
   mark.across = placeIn<Across>(properties, "WatermarkTextWidth", "LCR", "is L, C or R");
   mark.down = placeIn<Down>(properties, "WatermarkTextHeight", "UCL", "is U, C or L");
-  mark.isOutlined = valueOf(properties, "WatermarkTextOutline") == "True";
+  mark.isOutlined = flagIn(properties, "WatermarkTextOutline");
   mark.transparency = numberIn(properties, "WatermarkTextTransparency", 0, 0, 100, "is from 0 to 100 percent");
   mark.fitsPage = valueOf(properties, "WatermarkTextScale") != "False";
-  mark.firstOnly = valueOf(properties, "FirstPageOnly") == "True";
+  mark.firstOnly = flagIn(properties, "FirstPageOnly");
   mark.onEachPage = valueOf(properties, "WatermarkOccurance") == "PerPage";
   mark.isUnderPage = valueOf(properties, "WatermarkLayering") == "Underlay";
   return mark;

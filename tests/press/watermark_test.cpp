@@ -109,6 +109,9 @@ TEST(WatermarkProperties, ValuesThatNoMarkCanHaveAreRefusedByName) {
   for (const char* transparency : {"-1", "101", "inf"})
     EXPECT_THAT(refusal("WatermarkTextTransparency", transparency), testing::HasSubstr("from 0 to 100 percent"));
   EXPECT_THAT(refusal("WatermarkTextAngle", "abc"), testing::HasSubstr("degrees"));
+  for (const char* name : {"WatermarkTextOutline", "FirstPageOnly"})
+    for (const char* flag : {"yes", "true", "1"})
+      EXPECT_THAT(refusal(name, flag), testing::HasSubstr("is True or False")) << name << flag;
   EXPECT_THAT(refusal("WatermarkTextWidth", "U"), testing::HasSubstr("L, C or R"));
   EXPECT_THAT(refusal("WatermarkTextHeight", "R"), testing::HasSubstr("U, C or L"));
 }
