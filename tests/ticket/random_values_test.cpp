@@ -76,9 +76,9 @@ TEST(RandomValues, ComeBackEqualOrAreRefused) {
   Random random(20240607);
   int carried = 0;
   int refused = 0;
+  TicketWorld world;
+  TicketWorld receiver;
   for (int round = 0; round < 300; ++round) {
-    TicketWorld world;
-    TicketWorld receiver;
     world.set(u"Watermark", round % 2 == 0 ? u"Watermark" : u"None");
     for (const auto& property : freeTexts) {
       const auto usual = world.value(property);
@@ -93,9 +93,9 @@ TEST(RandomValues, ComeBackEqualOrAreRefused) {
 TEST(RandomValues, OfNarrowPropertiesComeBackEqualOrAreRefused) {
   Random random(7);
   int carried = 0;
+  TicketWorld world;
+  TicketWorld receiver;
   for (int round = 0; round < 500; ++round) {
-    TicketWorld world;
-    TicketWorld receiver;
     world.set(u"Watermark", round % 2 == 0 ? u"Watermark" : u"None");
     for (const auto& property : narrowTexts) {
       const auto usual = world.value(property);
