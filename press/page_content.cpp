@@ -28,14 +28,18 @@ class Collector : public Pipeline {
         limit(most) {}
 
   void write(const unsigned char* data, std::size_t size) override {
-    if (size > limit - text.size()) throw std::length_error("too much content");
+    overflowed = overflowed || size > limit - text.size();
+    if (overflowed) throw std::length_error("too much content");
     text.append(reinterpret_cast<const char*>(data), size);
   }
   void finish() override {}
 
+  bool hadTooMuch() const { return overflowed; }
+
  private:
   std::string& text;
   std::size_t limit;
+  bool overflowed = false;
 };
 
 void makeForm(QPDFObjectHandle stream, const Box& box, QPDFObjectHandle resources) {
@@ -85,34 +89,36 @@ Streams PageContent::streamsOf(QPDFObjectHandle page) {
 
 bool PageContent::standsAlone(const Streams& streams) {
   if (streams.empty()) return true;
-  if (streams.size() > 1) return decode(streams, scratch) && Press::standsAlone(scratch);
+  if (streams.size() > 1) return decode(streams, scratch) == Decoded::whole && Press::standsAlone(scratch);
   const auto [known, added] = standAloneByStream.try_emplace(streams.front().getObjGen(), false);
-  if (added) known->second = decode(streams, scratch) && Press::standsAlone(scratch);
+  if (added) known->second = decode(streams, scratch) == Decoded::whole && Press::standsAlone(scratch);
   return known->second;
 }
 
-/// False when the content cannot be decoded, or is too much.
-bool PageContent::decode(const Streams& streams, std::string& content) {
+/// How much of the content came out of it.
+PageContent::Decoded PageContent::decode(const Streams& streams, std::string& content) {
   content.clear();
-  bool complete = true;
+  Decoded result = Decoded::whole;
   Collector collector(content, std::min(mostToScanOfOnePage, bytesToScan));
   for (QPDFObjectHandle stream : streams) {
-    bool decoded = false;
-    complete = stream.pipeStreamData(&collector, &decoded, 0, qpdf_dl_generalized, true) && decoded;
-    if (!complete) break;
+    const bool isKnown = stream.pipeStreamData(nullptr, nullptr, 0, qpdf_dl_specialized, true);
+    const bool isSound = isKnown && stream.pipeStreamData(&collector, nullptr, 0, qpdf_dl_specialized, true);
+    if (!isKnown || collector.hadTooMuch()) result = Decoded::none;
+    if (result == Decoded::none) break;
+    if (!isSound) result = Decoded::untilItIsDamaged;
     content += '\n';  // The end of a stream ends a word.
   }
   bytesToScan -= std::min(bytesToScan, content.size());
-  return complete;
+  return result;
 }
 
-/// The bytes of a single stream as they are, several streams joined. Null when they cannot be joined.
+/// The bytes of a single stream as they are, several streams joined, as far as they are sound. Null when they cannot be joined.
 QPDFObjectHandle PageContent::inOneStream(const Streams& streams) {
   if (streams.size() == 1) {
     QPDFObjectHandle single = streams.front();
     return single.copyStream();
   }
-  if (!decode(streams, scratch) || scratch.size() > bytesToJoin) return QPDFObjectHandle::newNull();
+  if (decode(streams, scratch) == Decoded::none || scratch.size() > bytesToJoin) return QPDFObjectHandle::newNull();
   bytesToJoin -= scratch.size();
   return compressedStream(pdf, scratch);
 }

@@ -38,7 +38,9 @@ class PageContent {
   void countParts(int parts);
 
  private:
-  bool decode(const Streams& streams, std::string& content);
+  enum class Decoded { none, untilItIsDamaged, whole };
+
+  Decoded decode(const Streams& streams, std::string& content);
   QPDFObjectHandle inOneStream(const Streams& streams);
 
   QPDF& pdf;

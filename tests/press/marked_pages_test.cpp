@@ -297,3 +297,17 @@ TEST(MarkedPage, IsPrintedWhateverItsStructureIs) {
     EXPECT_EQ(complaints(printed(job.bytes(), marked())), "") << tree;
   }
 }
+
+TEST(MarkedPage, IsMarkedWhereAPartOfItsContentIsDamaged) {
+  TestJob job{.contents = {},
+              .page = "/Contents [4 0 R 5 0 R]",
+              .objects = {streamObject("", "q 0.5 0 0 0.5 0 0 cm 0 0 1 rg 0 0 100 100 re f"),
+                          streamObject("/Filter /FlateDecode", "garbage")}};
+  Effects effects = marked();
+  effects.watermark.text = "■";
+  for (const Renderer renderer : allRenderers) {
+    const Picture picture = render(printed(job.bytes(), effects), renderer);
+    EXPECT_EQ(pixel(picture, 100, 150), markColour) << static_cast<int>(renderer);
+    EXPECT_TRUE(isAlike(pixel(picture, 25, 275), 0x0000FF)) << static_cast<int>(renderer);
+  }
+}
