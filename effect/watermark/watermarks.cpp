@@ -48,9 +48,8 @@ Watermarks::Watermarks(Kiln::Host& lender, const Kiln::PropertyManager& properti
 bool Watermarks::readUserFile() {
   try {
     if (readUserFileOnce()) return true;
-    attempt([&] { fileAt(userPath).copyFrom(Address::builtInWatermarks); });
-    // Where they cannot be put there, they are there all the same until the preferences close.
-    return readUserFileOnce() || addAll(*host.documents()->read(host.resource(Address::builtInWatermarks)), userPath);
+    fileAt(userPath).copyFrom(Address::builtInWatermarks);
+    return readUserFileOnce();
   } catch (const Kiln::Exception& problem) {
     tellOnce(problem);
     return true;

@@ -80,16 +80,16 @@ TEST_F(PrintMarks, WatermarkIsChosenByItsName) {
   EXPECT_FALSE(samePages(readFile(out), plain));
 }
 
-TEST_F(PrintMarks, BuiltInWatermarkNeedsNoHomeThatCanBeWritten) {
-  const std::string draft = said({"--watermark", "Draft"});
+TEST_F(PrintMarks, NeedNoHomeThatCanBeWrittenWhereNothingOfItIsAskedFor) {
+  const std::string mirror = said({"--set", "MirrorImage=MirrorImage"});
   const path filled = testFolder() / "filled";
   fs::create_directories(filled);
   writeFile(filled / "user", "a file");
   for (const path& unusable : {job / "home", filled}) {
-    const auto outcome =
-        runKiln({"print", job.string(), "--dry-run", "--watermark", "Draft", "--home", unusable.string()});
+    const auto outcome = runKiln(
+        {"print", job.string(), "--dry-run", "--set", "MirrorImage=MirrorImage", "--home", unusable.string()});
     EXPECT_EQ(outcome.status, 0);
-    EXPECT_EQ(outcome.out, draft);
+    EXPECT_EQ(outcome.out, mirror);
     EXPECT_THAT(outcome.err, AllOf(StartsWith("kiln: "), HasSubstr("ZVeffect.xml cannot be written")));
     EXPECT_EQ(std::ranges::count(outcome.err, '\n'), 1) << outcome.err;
   }
