@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <iostream>
 #include <memory>
+#include <stdexcept>
 
 namespace {
 
@@ -99,7 +100,10 @@ int main(int count, char** words) {
     App::prepareMemory();
     auto arguments = App::arguments(count, words);
     isFilter = !arguments.empty() && arguments.front() == "filter";
-    return parse(std::move(arguments))();
+    const int result = parse(std::move(arguments))();
+    if (!std::cout.flush() && result == 0)
+      throw std::runtime_error("Standard output cannot be written: see that there is room where it goes.");
+    return result;
   } catch (const App::Failure& failure) {
     status = failure.status();
     sentence = failure.what();

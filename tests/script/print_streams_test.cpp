@@ -75,6 +75,17 @@ TEST_F(PrintStreams, StandInForFiles) {
   EXPECT_TRUE(fs::is_empty(temporary));
 }
 
+TEST_F(PrintStreams, AnswerThatCannotBeWrittenIsAFailure) {
+  const std::string home = (testFolder() / "home").string();
+  const std::vector<std::vector<std::string>> answering = {
+      {"print", job.string(), "--dry-run", "--home", home}, {"ticket", "--home", home}, {"help"}, {"--version"}};
+  for (std::vector<std::string> line : answering) {
+    line.insert(line.begin(), KILN);
+    EXPECT_EQ(runProcess(line, {}, {"/dev/null", "/dev/full", err}), 1) << line[1];
+    EXPECT_THAT(readFile(err), StartsWith("kiln: Standard output cannot be written")) << line[1];
+  }
+}
+
 TEST_F(PrintStreams, TellOfAJobThatIsNone) {
   const auto outcome = runKiln(words("-", "-"), "This is no PDF.", environment());
   EXPECT_EQ(outcome.status, 1);
