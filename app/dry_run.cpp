@@ -1,10 +1,18 @@
 #include "app/dry_run.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 namespace App {
 namespace {
+
+// On one line of a terminal, whatever the texts that people have written hold.
+std::string onOneLine(std::string sentence) {
+  std::ranges::replace_if(
+      sentence, [](char unit) { return (unit >= 0 && unit < ' ') || unit == '\x7F'; }, ' ');
+  return sentence;
+}
 
 std::string inQuotes(const std::string& text) { return '"' + text + '"'; }
 
@@ -19,6 +27,20 @@ std::string number(double value) {
   char text[32];
   std::snprintf(text, sizeof text, "%g", value);
   return text;
+}
+
+// From 0 to less than 360.
+double wholeTurnsLess(double degrees) { return std::fmod(std::fmod(degrees, 360) + 360, 360); }
+
+// Empty for the middle of the page.
+std::string placeInWords(const Press::Watermark& mark) {
+  const std::string side = mark.across == Press::Across::left    ? "left"
+                           : mark.across == Press::Across::right ? "right"
+                                                                 : "";
+  if (mark.down == Press::Down::centre) return side;
+  const bool isUpper = mark.down == Press::Down::upper;
+  if (side.empty()) return isUpper ? "top" : "bottom";
+  return (isUpper ? "upper " : "lower ") + side;
 }
 
 bool contains(const std::vector<int>& numbers, int wanted) {
@@ -49,7 +71,7 @@ class Description {
   }
 
  private:
-  void say(const std::string& sentence) { lines.push_back(capitalised(sentence)); }
+  void say(const std::string& sentence) { lines.push_back(onOneLine(capitalised(sentence))); }
 
   std::string sheetWord() const { return effects.pagesOnSheet > 1 ? "sheet" : "page"; }
 
@@ -87,12 +109,16 @@ class Description {
 
   void sayWatermark() {
     const Press::Watermark& mark = effects.watermark;
+    if (!plan.drawsWatermark)
+      return say("the watermark " + inQuotes(mark.text) + " draws nothing: nothing of its text can be seen.");
     std::string look = mark.face + (mark.isBold ? " bold" : "") + (mark.isItalic ? " italic" : "") + ", " +
                        number(mark.size) + " points";
     char colour[8];
     std::snprintf(colour, sizeof colour, "#%06X", static_cast<unsigned>(mark.colour));
     look += std::string(", ") + colour;
-    if (mark.angle != 0 && mark.angle != 360) look += ", turned by " + number(mark.angle) + " degrees clockwise";
+    if (const double angle = wholeTurnsLess(mark.angle); angle != 0)
+      look += ", turned by " + number(angle) + " degrees clockwise";
+    if (const std::string place = placeInWords(mark); !place.empty()) look += ", at the " + place;
     if (mark.isOutlined) look += ", in outline";
     if (mark.transparency != 0) look += ", " + number(mark.transparency) + " percent transparent";
     say("the watermark " + inQuotes(mark.text) + " goes " + (mark.isUnderPage ? "under" : "over") + " the content of " +

@@ -52,8 +52,8 @@ void Marks::prepareWatermark() {
   watermark = {};
   if (effects.watermark.text.empty()) return;
   const Outlines outlines = outlinesOf(effects.watermark);
-  sentences = outlines.notes;
   if (outlines.empty()) return;
+  sentences = outlines.notes;
   watermark = {watermarkForm(pdf, effects.watermark, outlines), "/KilnW"};
   watermarkBounds = outlines.bounds;
   if (effects.watermark.transparency > 0) version = "1.4";
@@ -114,7 +114,7 @@ std::string Marks::draw(bool isOver, const PageFrame& page, const Turn& turn, QP
     }
   }
   const Watermark& mark = effects.watermark;
-  if (watermark.object.isInitialized() && isOver != mark.isUnderPage && isTimeFor(turn, mark.onEachPage) &&
+  if (drawsWatermark() && isOver != mark.isUnderPage && isTimeFor(turn, mark.onEachPage) &&
       (turn.number == 1 || !mark.firstOnly))
     content += call(watermark, placeMark(page, watermarkBounds, mark), resources);
   return content;

@@ -34,6 +34,8 @@ class Marks {
   std::string under(const PageFrame& page, const Turn& turn, QPDFObjectHandle resources);
   std::string over(const PageFrame& page, const Turn& turn, QPDFObjectHandle resources);
 
+  /// Whether there is a watermark of which anything is seen.
+  bool drawsWatermark() const { return watermark.object.isInitialized(); }
   /// Sentences on what is printed otherwise than asked.
   const std::vector<std::string>& notes() const { return sentences; }
   /// The first version of PDF that has all that is drawn; empty where nothing asks for one.

@@ -13,6 +13,7 @@ Plan planPrint(const std::filesystem::path& in, const Effects& effects, const Pa
   Marks marks(*document.pdf);
   marks.prepare(effects);
   Plan plan;
+  plan.drawsWatermark = marks.drawsWatermark();
   plan.notes = marks.notes();
   plan.jobPages = static_cast<int>(document.pages.size());
   int placesLeft = 0;  // on the sheet

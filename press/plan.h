@@ -16,6 +16,7 @@ struct Plan {
   std::vector<int> kept;            ///< The pages of the job that are printed.
   int sheets = 0;                   ///< As many as pages, unless several go on a sheet.
   std::vector<int> a3LedgerSheets;  ///< Those of A3 or Ledger size.
+  bool drawsWatermark = false;      ///< Not where there is none, or nothing of its text is seen.
   std::vector<std::string> notes;   ///< Sentences on what would be printed otherwise than asked.
 };
 

@@ -10,6 +10,7 @@ namespace {
 using std::filesystem::path;
 using testing::AllOf;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 namespace fs = std::filesystem;
@@ -220,6 +221,24 @@ TEST_F(PrintMarks, DryRunSaysWhatHappensToThePagesInOrder) {
   EXPECT_EQ(said({"--set", "Rotate180ForA3LD=Rotate180"}),
             "The job has 4 pages.\nPage 3 is turned half round, as A3 and Ledger are.\n");
   EXPECT_EQ(said({"--set", "Rotate180=Rotate180"}), "The job has 4 pages.\nEvery page is turned half round.\n");
+}
+
+TEST_F(PrintMarks, DryRunTellsAWatermarkAsItIsSeen) {
+  const auto saidOf = [this](const std::vector<std::string>& settings) {
+    std::vector<std::string> words = {"--set", "Watermark=Watermark", "--set", "WatermarkText=Draft"};
+    for (const std::string& setting : settings) words.insert(words.end(), {"--set", setting});
+    return said(words);
+  };
+  EXPECT_THAT(saidOf({"WatermarkTextAngle=390"}), HasSubstr(", turned by 30 degrees clockwise.\n"));
+  EXPECT_THAT(saidOf({"WatermarkTextAngle=-45"}), HasSubstr(", turned by 315 degrees clockwise.\n"));
+  EXPECT_THAT(saidOf({"WatermarkTextAngle=720"}), Not(HasSubstr("turned")));
+  EXPECT_THAT(saidOf({}), Not(HasSubstr("at the ")));
+  EXPECT_THAT(saidOf({"WatermarkTextWidth=R"}), HasSubstr(", at the right"));
+  EXPECT_THAT(saidOf({"WatermarkTextHeight=U"}), HasSubstr(", at the top"));
+  EXPECT_THAT(saidOf({"WatermarkTextWidth=L", "WatermarkTextHeight=L"}), HasSubstr(", at the lower left"));
+  EXPECT_THAT(saidOf({"WatermarkText=A\r\nB\tC"}), HasSubstr("\"A  B C\""));
+  EXPECT_EQ(saidOf({"WatermarkText=   "}),
+            "The job has 4 pages.\nThe watermark \"   \" draws nothing: nothing of its text can be seen.\n");
 }
 
 TEST_F(PrintMarks, DryRunTellsMarksOfPagesFromMarksOfSheets) {
