@@ -31,18 +31,28 @@ void choose(SilentRun& run, Refhost::SelectorNode& list, const ShownItem& item, 
     throw std::runtime_error("The " + what + ' ' + inQuotes(item.name) + " cannot be chosen now.");
 }
 
+bool isOverlay(const ShownItem& item) { return item.value != noOverlay && item.value != severalOverlays; }
+
+// The overlay of that name, or else the entry for none; null where the name is neither's.
+const ShownItem* overlayNamed(const std::vector<ShownItem>& items, const std::string& name) {
+  const ShownItem* none = nullptr;
+  for (const ShownItem& item : items) {
+    if (item.name != name) continue;
+    if (isOverlay(item)) return &item;
+    if (item.value == noOverlay) none = &item;
+  }
+  return none;
+}
+
 // Splits NAME:PAGES.
 PlacedOverlay toPlaced(const std::vector<ShownItem>& items, const std::string& word) {
-  const auto isOverlay = [&items](const std::string& name) {
-    const auto item = std::ranges::find(items, name, &ShownItem::name);
-    return item != items.end() && item->value != severalOverlays;
-  };
-  if (isOverlay(word)) return {word, "All"};
+  if (overlayNamed(items, word) != nullptr) return {word, "All"};
   const std::size_t colon = word.rfind(':');
-  if (colon != word.npos && isOverlay(word.substr(0, colon))) return {word.substr(0, colon), word.substr(colon + 1)};
+  if (colon != word.npos && overlayNamed(items, word.substr(0, colon)) != nullptr)
+    return {word.substr(0, colon), word.substr(colon + 1)};
   std::vector<std::string> names;
   for (const ShownItem& item : items)
-    if (item.value != severalOverlays && item.value != noOverlay) names.push_back(item.name);
+    if (isOverlay(item)) names.push_back(item.name);
   throw std::runtime_error("There is no overlay " + inQuotes(word) +
                            (names.empty() ? "; there are none yet." : "; there are " + listed(names) + '.'));
 }
@@ -86,7 +96,7 @@ void chooseOverlays(SilentRun& run, const std::vector<std::string>& words) {
   std::vector<PlacedOverlay> overlays;
   for (const std::string& word : words) overlays.push_back(toPlaced(items, word));
   if (overlays.size() == 1 && overlays.front().pages == "All")
-    choose(run, list, *std::ranges::find(items, overlays.front().overlay, &ShownItem::name), "overlay");
+    choose(run, list, *overlayNamed(items, overlays.front().overlay), "overlay");
   else
     chooseSeveral(run, slotsFor(overlays));
 }

@@ -144,6 +144,16 @@ TEST_F(PrintMarks, NameWithAColonCountsWhereThereIsOne) {
   EXPECT_THAT(said({"--overlay", "A:1:2"}), HasSubstr("\"A:1\" goes under the content of page 2.\n"));
 }
 
+TEST_F(PrintMarks, OverlayNamedLikeAnEntryOfTheListIsThatOverlay) {
+  EXPECT_THAT(said({"--overlay", "None"}), HasSubstr("No effect changes them.\n"));
+  fs::remove_all(home);
+  putOverlays({"Letterhead", "None", "Multiple"});
+  for (const std::string name : {"None", "Multiple"}) {
+    EXPECT_THAT(said({"--overlay", name}), HasSubstr('"' + name + "\" goes under the content of every page.\n"));
+    EXPECT_THAT(said({"--overlay", name + ":2"}), HasSubstr('"' + name + "\" goes under the content of page 2.\n"));
+  }
+}
+
 TEST_F(PrintMarks, OverlaysGoOnTopOfATicketsAndUnderTheSettings) {
   const path ticket = testFolder() / "ticket.xml";
   writeFile(ticket, runKiln({"ticket", "--set", "MirrorImage=MirrorImage", "--set", "OverlayLayering=Overlay", "--home",
