@@ -54,17 +54,6 @@ std::vector<std::u16string> nearNames(const PropertyModel& model, const std::u16
   return names;
 }
 
-void demandSettable(const PropertyModel& model, const std::u16string& name) {
-  if (!model.isKnown(name)) {
-    const auto near = nearNames(model, name);
-    throw std::runtime_error("There is no property " + inQuotes(name) +
-                             (near.empty() ? "." : "; did you mean " + alternatives(near) + "?"));
-  }
-  if (model.isContext(name))
-    throw std::runtime_error("The property " + inQuotes(name) +
-                             " is a fact of the printer or the job, which cannot be set; choose a model instead.");
-}
-
 void demandOption(const PropertyModel& model, const std::u16string& name, const std::u16string& value) {
   const auto& all = model.description().properties;
   const auto property = std::ranges::find(all, name, &PropertyDescription::name);
@@ -78,6 +67,17 @@ void demandOption(const PropertyModel& model, const std::u16string& name, const 
 }
 
 }  // namespace
+
+void demandSettable(const PropertyModel& model, const std::u16string& name) {
+  if (!model.isKnown(name)) {
+    const auto near = nearNames(model, name);
+    throw std::runtime_error("There is no property " + inQuotes(name) +
+                             (near.empty() ? "." : "; did you mean " + alternatives(near) + "?"));
+  }
+  if (model.isContext(name))
+    throw std::runtime_error("The property " + inQuotes(name) +
+                             " is a fact of the printer or the job, which cannot be set; choose a model instead.");
+}
 
 void choose(Refhost::Preferences& preferences, SilentFace& face, const Refhost::TracePairs& choices) {
   const PropertyModel& model = preferences.model();

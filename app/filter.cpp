@@ -1,5 +1,6 @@
 // kiln filter: a filter of a print queue, in the calling form of CUPS.
 #include "app/account.h"
+#include "app/choices.h"
 #include "app/commands.h"
 #include "app/failure.h"
 #include "app/interruption.h"
@@ -12,6 +13,7 @@
 #include "press/print.h"
 
 #include <algorithm>
+#include <charconv>
 #include <chrono>
 #include <cstdlib>
 #include <memory>
@@ -50,12 +52,21 @@ struct Call {
   std::string file;
 };
 
+void demandCopies(const std::string& word) {
+  int copies = 0;
+  const char* const end = word.data() + word.size();
+  const auto [stop, problem] = std::from_chars(word.data(), end, copies);
+  if (problem != std::errc() || stop != end || copies < 1)
+    throw Failure(1, "The number of copies is \"" + word + "\": it has to be a whole number of at least 1.");
+}
+
 Call toCall(const std::vector<std::string>& words) {
   if (!words.empty() && words.front().starts_with('-'))
     throw Failure(1, "kiln filter has no option " + words.front() + "; \"kiln filter --help\" lists them.");
   if (words.size() != 5 && words.size() != 6)
     throw Failure(1, "kiln filter takes JOB USER TITLE COPIES OPTIONS [FILE] from a print queue, not " +
                          std::to_string(words.size()) + " words.");
+  demandCopies(words[3]);
   return {words[1], words[3], words[4], words.size() == 6 ? words[5] : "-"};
 }
 
@@ -93,10 +104,21 @@ void takeKeptSettings(Refhost::Options& options, const std::string& user) {
   options.properties = *kept;
 }
 
-// The settings that the job itself chooses: only properties that the administrator has named, and of these only ones
-// with listed options. So no job brings a path or a text into a process that is not its user's.
+// Jobs may choose only properties with listed options. So no job brings a path or a text into a process that is not its
+// user's.
+void demandAllowable(const std::string& property, const Refhost::PropertyModel& model) {
+  const std::u16string name = Refhost::toWide(property);
+  demandSettable(model, name);
+  const auto known = std::ranges::find(model.description().properties, name, &Refhost::PropertyDescription::name);
+  if (known->options.empty())
+    throw std::runtime_error("The property \"" + property +
+                             "\" takes any text and so cannot be allowed to jobs: take it from the options of kiln.");
+}
+
+// The settings that the job itself chooses, of the properties that the administrator has named.
 Refhost::TracePairs jobChoices(const Call& call, const FilterOptions& given, const Refhost::PropertyModel& model) {
   constexpr std::string_view prefix = "kiln-";
+  for (const std::string& property : given.allowed) demandAllowable(property, model);
   Refhost::TracePairs choices;
   for (const auto& [name, value] : parseJobOptions(call.options)) {
     if (!name.starts_with(prefix)) continue;
@@ -104,11 +126,6 @@ Refhost::TracePairs jobChoices(const Call& call, const FilterOptions& given, con
     if (std::ranges::find(given.allowed, property) == given.allowed.end())
       throw std::runtime_error("This queue takes no option \"" + name +
                                "\" from a job: its administrator has to allow it.");
-    const auto& all = model.description().properties;
-    const auto known = std::ranges::find(all, Refhost::toWide(property), &Refhost::PropertyDescription::name);
-    if (known != all.end() && known->options.empty())
-      throw std::runtime_error("The property \"" + property +
-                               "\" takes any text and so cannot be allowed to jobs: take it from the options of kiln.");
     choices.emplace_back(Refhost::toWide(property), Refhost::toWide(value));
   }
   return choices;

@@ -209,6 +209,12 @@ TEST_F(FilterCommand, JobCannotChooseATextOrAPathEvenWhereItIsAllowed) {
                 "takes any text");
 }
 
+TEST_F(FilterCommand, WhatIsAllowedIsAPropertyThatJobsCanChoose) {
+  expectRefusal(filterJob("", {"--allow", "mirrorimage"}),
+                "There is no property \"mirrorimage\"; did you mean \"MirrorImage\"");
+  expectRefusal(filterJob("", {"--allow", "MirrorImage", "--allow", "WatermarkText"}), "takes any text");
+}
+
 TEST_F(FilterCommand, JobCannotChooseWhatIsNoOption) {
   expectRefusal(filterJob("kiln-MirrorImage=On", {"--allow", "MirrorImage"}), "\"On\"");
 }
@@ -240,6 +246,9 @@ TEST_F(FilterCommand, WrongCallIsOneSentence) {
   expectRefusal(filter({}), "JOB USER");
   expectRefusal(filter({"--modle", "kvt", "7", "somebody", "A title", "1", ""}), "--modle");
   expectRefusal(filterJob("", {"--model", "nosuch"}), "nosuch");
+  for (const std::string copies : {"abc", "0", "-1", "1.5", "", "99999999999"})
+    expectRefusal(filter({"7", "somebody", "A title", copies, "", job.string()}),
+                  "The number of copies is \"" + copies + "\"");
 }
 
 TEST_F(FilterCommand, EndsAtTheSchedulersWishAndLeavesNothing) {
