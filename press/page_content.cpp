@@ -112,7 +112,8 @@ PageContent::Decoded PageContent::decode(const Streams& streams, std::string& co
   return result;
 }
 
-/// The bytes of a single stream as they are, several streams joined, as far as they are sound. Null when they cannot be joined.
+/// The bytes of a single stream as they are, several streams joined, as far as they are sound. Null when they cannot be
+/// joined.
 QPDFObjectHandle PageContent::inOneStream(const Streams& streams) {
   if (streams.size() == 1) {
     QPDFObjectHandle single = streams.front();

@@ -87,8 +87,8 @@ TEST_F(PrintMarks, NeedNoHomeThatCanBeWrittenWhereNothingOfItIsAskedFor) {
   fs::create_directories(filled);
   writeFile(filled / "user", "a file");
   for (const path& unusable : {job / "home", filled}) {
-    const auto outcome = runKiln(
-        {"print", job.string(), "--dry-run", "--set", "MirrorImage=MirrorImage", "--home", unusable.string()});
+    const auto outcome =
+        runKiln({"print", job.string(), "--dry-run", "--set", "MirrorImage=MirrorImage", "--home", unusable.string()});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.out, mirror);
     EXPECT_THAT(outcome.err, AllOf(StartsWith("kiln: "), HasSubstr("ZVeffect.xml cannot be written")));
