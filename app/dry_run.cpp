@@ -34,9 +34,7 @@ double wholeTurnsLess(double degrees) { return std::fmod(std::fmod(degrees, 360)
 
 // Empty for the middle of the page.
 std::string placeInWords(const Press::Watermark& mark) {
-  const std::string side = mark.across == Press::Across::left    ? "left"
-                           : mark.across == Press::Across::right ? "right"
-                                                                 : "";
+  std::string side = mark.across == Press::Across::left ? "left" : mark.across == Press::Across::right ? "right" : "";
   if (mark.down == Press::Down::centre) return side;
   const bool isUpper = mark.down == Press::Down::upper;
   if (side.empty()) return isUpper ? "top" : "bottom";

@@ -83,7 +83,7 @@ fs::path ticketOfQueue(const fs::path& folder) {
   if (queue.empty()) return {};
   if (queue.front() == '.' || queue.find('/') != queue.npos)
     throw std::runtime_error("No ticket can be named after the queue \"" + queue + "\".");
-  const fs::path ticket = folder / (queue + ".xml");
+  fs::path ticket = folder / (queue + ".xml");
   if (!isThere(folder) || !isThere(ticket)) return {};
   demandGuarded(folder);
   demandGuarded(ticket);

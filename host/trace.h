@@ -27,7 +27,7 @@ class Trace {
   // Listeners stay for the life of the trace and must not record events themselves.
   void listen(Listener listener) { listeners.push_back(std::move(listener)); }
 
-  void record(TraceEvent event) const {
+  void record(const TraceEvent& event) const {
     for (const Listener& listener : listeners) listener(event);
   }
 

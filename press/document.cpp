@@ -88,7 +88,7 @@ class PageWalk {
 
   static void inherit(QPDFObjectHandle& node, const char* key, QPDFObjectHandle& value) {
     QPDFObjectHandle own = node.getKey(key);
-    if (!own.isNull() || !value.isInitialized()) value = std::move(own);
+    if (!own.isNull() || !value.isInitialized()) value = own;
   }
 
   QPDF& pdf;

@@ -23,10 +23,10 @@ std::string_view trimmed(std::string_view text) {
 std::optional<int> pageIn(std::string_view text) {
   text = trimmed(text);
   int page = 0;
-  const char* end = text.data() + text.size();
   const bool isNumber = !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
   if (!isNumber) return std::nullopt;
-  return std::from_chars(text.data(), end, page).ec == std::errc::result_out_of_range ? lastPage : page;
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), page);
+  return result.ec == std::errc::result_out_of_range ? lastPage : page;
 }
 
 [[noreturn]] void refuse(std::string_view text) {

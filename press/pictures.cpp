@@ -1,5 +1,6 @@
 #include "press/pictures.h"
 
+#include <cmath>
 #include <cstring>
 #include <exception>
 #include <fstream>
@@ -51,7 +52,7 @@ std::vector<std::uint32_t> pixelsOf(const poppler::image& image) {
 
 void save(const poppler::image& image, const char* path, double dpi) {
   // Poppler itself crashes where a file cannot be opened.
-  if (!std::ofstream(path, std::ios::binary) || !image.save(path, "png", static_cast<int>(dpi + 0.5)))
+  if (!std::ofstream(path, std::ios::binary) || !image.save(path, "png", static_cast<int>(std::lround(dpi))))
     throw std::runtime_error("the picture cannot be saved there");
 }
 

@@ -15,8 +15,9 @@ struct Grid {
 
   /// From left to right, then from top to bottom.
   Box cell(int index) const {
+    const int column = index % columns, row = index / columns;
     const double width = sheet.x1 / columns, height = sheet.y1 / rows;
-    const double x = width * (index % columns), y = sheet.y1 - height * (index / columns + 1);
+    const double x = width * column, y = sheet.y1 - height * (row + 1);
     return {x, y, x + width, y + height};
   }
 };

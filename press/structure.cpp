@@ -51,6 +51,7 @@ void moveStructure(QPDF& pdf, PageContent& content, QPDFObjectHandle page, QPDFO
         kids.setArrayItem(index, inForm(kids.getArrayItem(index), page, form));
     }
   } catch (const std::exception&) {
+    return;  // It is damaged, and leads nowhere else either.
   }
 }
 
