@@ -131,7 +131,7 @@ class Preferences {
   void lock(std::vector<std::u16string> names);
 
   // Runs what a user's action sets off: what plug-in code throws is told to the face, and the state before it can be
-  // brought back by undo.
+  // brought back by undo, unless the plug-in has changed files.
   void dispatch(const std::function<void()>& action);
 
  private:

@@ -93,7 +93,9 @@ void PreferencesWindow::announce(const News& news) {
   QStringList notes;
   for (const std::string& note : news.notes) notes << QString::fromStdString(note);
   box->setInformativeText(notes.join('\n'));
-  box->setDefaultButton(box->addButton(texts()("OK"), QMessageBox::AcceptRole));
+  QPushButton* ok = box->addButton(texts()("OK"), QMessageBox::AcceptRole);
+  box->setDefaultButton(ok);
+  box->setEscapeButton(ok);
   if (!news.file.empty()) {
     QPushButton* show = box->addButton(texts()("SHOW_FILE"), QMessageBox::ActionRole);
     connect(show, &QPushButton::clicked, this,

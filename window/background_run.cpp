@@ -5,6 +5,7 @@
 
 #include <QEventLoop>
 #include <QProgressDialog>
+#include <QPushButton>
 #include <QThread>
 #include <QTimer>
 
@@ -62,7 +63,16 @@ RunResult runWithProgress(const std::function<void(const RunProgress&)>& task, c
     bar.setMinimumDuration(0);
     QEventLoop loop;
     QObject::connect(worker.get(), &QThread::finished, &loop, &QEventLoop::quit);
-    QObject::connect(&bar, &QProgressDialog::canceled, &bar, [&shared] { shared.stop = true; });
+    // The bar stays until the task has stopped, so that nobody works in the window before.
+    auto* stop = bar.findChild<QPushButton*>();
+    QObject::disconnect(&bar, SIGNAL(canceled()), &bar, SLOT(cancel()));  // as it was connected
+    const auto askToStop = [&shared, stop] {
+      shared.stop = true;
+      stop->setEnabled(false);
+    };
+    QObject::connect(&bar, &QProgressDialog::canceled, &bar, askToStop);
+    QObject::connect(&bar, &QDialog::finished, &bar, askToStop);
+    QObject::connect(&bar, &QDialog::finished, &bar, &QWidget::show, Qt::QueuedConnection);
     QTimer ticks;
     QObject::connect(&ticks, &QTimer::timeout, &bar, [&] { bar.setValue(std::min(shared.step.load(), barSteps - 1)); });
     ticks.start(50);

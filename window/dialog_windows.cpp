@@ -6,6 +6,9 @@
 #include <QDialogButtonBox>
 #include <QEventLoop>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -47,6 +50,24 @@ DialogWindow::DialogWindow(Refhost::Dialog& shownDialog, const Surroundings& aro
   column->addSpacing(column->spacing());
   column->addWidget(buttons);
   column->setSizeConstraint(QLayout::SetMinimumSize);
+  fitOnScreen(*column);
+}
+
+// Where there is no room for all of it, what is not a button scrolls.
+void DialogWindow::fitOnScreen(QVBoxLayout& column) {
+  const QSize room = screen()->availableSize() * 0.9;
+  const QSize wanted = sizeHint();
+  if (wanted.width() <= room.width() && wanted.height() <= room.height()) return;
+  auto* scroll = new QScrollArea(this);
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setWidgetResizable(true);
+  scroll->setFocusPolicy(Qt::NoFocus);
+  delete column.replaceWidget(view->widget(), scroll);
+  column.setStretchFactor(scroll, 1);
+  scroll->setWidget(view->widget());
+  column.setSizeConstraint(QLayout::SetDefaultConstraint);
+  const int bar = scroll->verticalScrollBar()->sizeHint().width();
+  resize(QSize(wanted.width() + bar, wanted.height()).boundedTo(room));
 }
 
 void DialogWindow::runModally() {

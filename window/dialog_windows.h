@@ -11,6 +11,7 @@
 #include <memory>
 
 class QEventLoop;
+class QVBoxLayout;
 
 namespace Window {
 
@@ -32,6 +33,8 @@ class DialogWindow final : public QDialog {
   void reject() override;
 
  private:
+  void fitOnScreen(QVBoxLayout& column);
+
   Refhost::Dialog& dialog;
   std::unique_ptr<TreeView> view;
   QEventLoop* loop = nullptr;

@@ -36,7 +36,7 @@ class PageArtist::Desk final : public QObject {
   PagePicture draw(const PageOrder& order) {
     PagePicture result;
     try {
-      if (!job || order.document != document) open(order.document);
+      if (!job || order.document != document || timeOf(document) != time) open(order.document);
       result.pages = job->pageCount();
       result.pagesOnSheet = order.effects.pagesOnSheet;
       const int page = std::clamp(order.page, 1, result.pages);
@@ -61,8 +61,15 @@ class PageArtist::Desk final : public QObject {
   void open(const std::filesystem::path& file) {
     job.reset();
     sizes.clear();
-    job.emplace(file);
     document = file;
+    time = timeOf(file);
+    job.emplace(file);
+  }
+
+  // When the file was last changed; whether it can be read at all turns out when it is opened.
+  static std::filesystem::file_time_type timeOf(const std::filesystem::path& file) {
+    std::error_code ignored;
+    return std::filesystem::last_write_time(file, ignored);
   }
 
   QSizeF measure(const std::string& printed, const Sheet& sheet) {
@@ -82,6 +89,7 @@ class PageArtist::Desk final : public QObject {
 
   std::optional<Press::Job> job;
   std::filesystem::path document;
+  std::filesystem::file_time_type time;
   std::map<Sheet, QSizeF> sizes;
 };
 

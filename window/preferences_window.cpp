@@ -14,6 +14,7 @@
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QInputDialog>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QLocale>
 #include <QMessageBox>
@@ -21,7 +22,6 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QShortcut>
 #include <QTabWidget>
 
 #include <algorithm>
@@ -105,26 +105,37 @@ void PreferencesWindow::build() {
   addButton(*row, "HELP_BUTTON", &PreferencesWindow::help);
   row->addStretch();
   addButton(*row, "PRINT_BUTTON", &PreferencesWindow::print);
-  QPushButton* ok = addButton(*row, "OK", &PreferencesWindow::accept);
-  QPushButton* cancelButton = addButton(*row, "CANCEL", &PreferencesWindow::cancel);
+  okButton = addButton(*row, "OK", &PreferencesWindow::accept);
+  cancelButton = addButton(*row, "CANCEL", &PreferencesWindow::cancel);
   auto* all = new QVBoxLayout(centre);
   all->setSpacing(between);
   all->addLayout(sides, 1);
   all->addLayout(row);
   setCentralWidget(centre);
 
-  // As in any dialog: the return key presses the button in focus, else OK; the escape key presses Cancel.
-  ok->setDefault(true);
-  for (const auto key : {Qt::Key_Return, Qt::Key_Enter})
-    connect(new QShortcut(QKeySequence(key), this), &QShortcut::activated, this, [ok] {
-      auto* focused = qobject_cast<QPushButton*>(QApplication::focusWidget());
-      (focused != nullptr ? focused : ok)->click();
-    });
-  connect(new QShortcut(QKeySequence(Qt::Key_Escape), this), &QShortcut::activated, cancelButton, &QPushButton::click);
+  okButton->setDefault(true);
   connect(tabs, &QTabWidget::currentChanged, this, [this](int index) {
     if (index >= 0 && preferences().gui() != nullptr)
       preferences().selectTab(toWide(tabs->widget(index)->objectName()));
   });
+}
+
+void PreferencesWindow::changeEvent(QEvent* event) {
+  // The job may have been saved anew by the program that the user comes from.
+  if (event->type() == QEvent::ActivationChange && isActiveWindow()) pages->redraw();
+  QMainWindow::changeEvent(event);
+}
+
+// As in any dialog: the return key presses the button in focus, else OK; the escape key presses Cancel. Keys come here
+// that nothing in the window has a use for; an open list is a window of its own.
+void PreferencesWindow::keyPressEvent(QKeyEvent* event) {
+  auto* focused = qobject_cast<QPushButton*>(QApplication::focusWidget());
+  switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter: return (focused != nullptr ? focused : okButton)->click();
+    case Qt::Key_Escape: return cancelButton->click();
+    default: QMainWindow::keyPressEvent(event);
+  }
 }
 
 QPushButton* PreferencesWindow::addButton(QHBoxLayout& row, const char* name, void (PreferencesWindow::*press)()) {
@@ -160,6 +171,7 @@ void PreferencesWindow::showOpened() {
   inspector->setTexts(texts());
   buildMenus();
   showTabs();
+  orderFocus();
   setDocument(document);
   preferences().model().onChange([this] {
     stale = true;
@@ -188,6 +200,21 @@ void PreferencesWindow::showTabs() {
     tabs->addTab(scroll, toQt(layout.root->shownLabel()));
     views.push_back(std::move(view));
     if (id == selected) tabs->setCurrentIndex(tabs->count() - 1);
+  }
+}
+
+// The tab key goes from the tabs to the page and on to the buttons, though the tabs were filled last.
+void PreferencesWindow::orderFocus() {
+  QWidget* last = tabs;
+  for (QWidget* each = tabs->nextInFocusChain(); each != tabs; each = each->nextInFocusChain())
+    if (tabs->isAncestorOf(each)) last = each;
+  std::vector<QWidget*> others;
+  for (QWidget* each : pages->findChildren<QWidget*>())
+    if ((each->focusPolicy() & Qt::TabFocus) != 0) others.push_back(each);
+  for (const auto& [button, name] : buttons) others.push_back(button);
+  for (QWidget* each : others) {
+    setTabOrder(last, each);
+    last = each;
   }
 }
 

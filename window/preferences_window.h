@@ -65,6 +65,8 @@ class PreferencesWindow final : public QMainWindow, private Refhost::Face {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   // Refhost::Face
@@ -89,6 +91,7 @@ class PreferencesWindow final : public QMainWindow, private Refhost::Face {
   QPushButton* addButton(QHBoxLayout& row, const char* name, void (PreferencesWindow::*press)());
   void showOpened();
   void showTabs();
+  void orderFocus();
   void leaveTabs();
   void showState();
   void reopen(const std::string& model, const std::string& locale);
@@ -137,6 +140,8 @@ class PreferencesWindow final : public QMainWindow, private Refhost::Face {
   QPointer<HelpViewer> helpViewer;
   std::vector<std::pair<QPushButton*, const char*>> buttons;
   QPushButton* undoButton = nullptr;
+  QPushButton* okButton = nullptr;
+  QPushButton* cancelButton = nullptr;
   std::vector<std::shared_ptr<TreeView>> views;  // of the tabs, in their order
   DialogWindows dialogs;
   QStringList told;

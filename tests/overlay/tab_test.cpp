@@ -287,6 +287,7 @@ TEST_F(OverlayGroup, LosesADeletedOverlayFromDiskAndListAndSelection) {
   EXPECT_EQ(home.userIndex(), recordBytes(u"terms", u"00002.opa"));
   using Entries = std::filesystem::directory_iterator;
   EXPECT_EQ(std::distance(Entries(home.userFolder()), Entries()), 3) << "the index, the other overlay, its thumbnail";
+  EXPECT_FALSE(tab.world->preferences.canUndo()) << "nothing brings the file back";
 }
 
 TEST_F(OverlayGroup, LeavesATrueIndexWhenTheLastOverlayIsDeleted) {

@@ -13,6 +13,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <atomic>
 
 namespace Window {
 namespace {
@@ -61,6 +62,30 @@ TEST_F(BackgroundRunTest, StopsByTheEscapeKey) {
               throw Press::Cancelled();
             }).end,
             RunEnd::stopped);
+}
+
+TEST_F(BackgroundRunTest, KeepsTheUserOutUntilItHasStopped) {
+  bool wasAsked = false;
+  bool isShown = false;
+  bool canBeAskedAgain = true;
+  std::atomic<bool> mayEnd = false;
+  whileShown([&](QProgressDialog& bar) {
+    if (!wasAsked) {
+      wasAsked = true;
+      return Testing::press(bar, Qt::Key_Escape);
+    }
+    isShown = bar.isVisible();
+    canBeAskedAgain = bar.findChild<QPushButton*>()->isEnabled();
+    mayEnd = true;
+  });
+  EXPECT_EQ(run([&](const RunProgress& progress) {
+              tellUntilStopped(progress);
+              while (!mayEnd) QThread::msleep(5);
+              throw Press::Cancelled();
+            }).end,
+            RunEnd::stopped);
+  EXPECT_TRUE(isShown);
+  EXPECT_FALSE(canBeAskedAgain);
 }
 
 TEST_F(BackgroundRunTest, ShowsWhatItDoesAndHowFarItIs) {

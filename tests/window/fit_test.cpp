@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScreen>
 #include <QTimer>
 
 namespace Window {
@@ -53,6 +54,7 @@ class FitTest : public testing::TestWithParam<std::string> {
     EXPECT_THAT(Testing::misfits(dialog), IsEmpty());
     EXPECT_LE(dialog.height(), 720);
     EXPECT_LE(dialog.width(), 1024);
+    EXPECT_TRUE(QRect(QPoint(), dialog.screen()->availableSize()).contains(QRect(QPoint(), dialog.size())));
   }
 
   // Presses the button; `look` runs in the dialog that opens, which is then cancelled.

@@ -1,4 +1,6 @@
 // The page beside the tabs: it follows each click, and leads to the other pages.
+#include "press/print.h"
+#include "press/sample.h"
 #include "tests/window/open_window.h"
 
 #include <gtest/gtest.h>
@@ -7,6 +9,7 @@
 #include <QPushButton>
 #include <QToolButton>
 
+#include <chrono>
 #include <fstream>
 
 namespace Window {
@@ -39,6 +42,23 @@ TEST_F(PageTest, IsMirroredByAClickAndComesBackByUndo) {
   open.find<QPushButton>("UNDO").click();
   open.settle();
   EXPECT_EQ(open.page(), plain);
+}
+
+TEST(PageOfAJob, FollowsTheFileWhenItIsSavedAnew) {
+  QTemporaryDir folder;
+  const std::filesystem::path file = folder.filePath("job.pdf").toStdU16String();
+  const auto save = [&file](const std::string& pdf) { std::ofstream(file, std::ios::binary) << pdf; };
+  save(Press::samplePdf());
+  Testing::OpenWindow open([&](Request& request) { request.document = file; });
+  const QImage before = open.page();
+  const auto time = std::filesystem::last_write_time(file);
+  save(Press::printPage(file, 2, {}));
+  std::filesystem::last_write_time(file, time + std::chrono::seconds(2));
+  open.find<QCheckBox>("ePTKWPageMirrorImage").click();
+  open.settle();
+  EXPECT_GT(difference(open.page(), before.mirrored(true, false)), 3);
+  EXPECT_TRUE(open.find<QLabel>("place").text().contains("1")) << "of one page";
+  EXPECT_FALSE(open.find<QToolButton>("nextPage").isEnabled());
 }
 
 TEST_F(PageTest, ShowsWhatCannotBeChosenAsItPrints) {

@@ -3,17 +3,22 @@
 
 #include <gmock/gmock.h>
 
+#include <QAbstractItemView>
 #include <QClipboard>
+#include <QComboBox>
 #include <QDockWidget>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTabBar>
 #include <QTextBrowser>
 #include <QTimer>
 #include <QToolButton>
 #include <QTreeWidget>
 
+#include <algorithm>
 #include <fstream>
+#include <vector>
 
 namespace Window {
 namespace {
@@ -142,6 +147,39 @@ TEST_F(WindowTest, TheReturnKeyIsOkAndTheEscapeKeyIsCancel) {
   otherBox.setFocus();
   Testing::press(otherBox, Qt::Key_Escape);
   Testing::waitUntil([&] { return !other.window->isVisible(); });
+}
+
+TEST_F(WindowTest, TheReturnKeyInAnOpenListOnlyTakesAnEntry) {
+  QApplication::setActiveWindow(open.window.get());
+  open.selectTab("pro_tab_device");
+  QComboBox* list = nullptr;
+  for (QComboBox* each : open.window->findChildren<QComboBox*>())
+    if (each->isVisible() && each->count() > 1) list = each;
+  ASSERT_NE(list, nullptr);
+  list->setFocus();
+  const int before = list->currentIndex();
+  const int wanted = before == 0 ? 1 : 0;
+  list->showPopup();
+  Testing::press(*list->view(), wanted > before ? Qt::Key_Down : Qt::Key_Up);
+  Testing::press(*list->view(), Qt::Key_Return);
+  Testing::waitUntil([&] { return list->currentIndex() == wanted; });
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(open.window->isVisible());
+}
+
+TEST_F(WindowTest, TheTabKeyGoesFromTheTabsToThePageToTheButtons) {
+  auto* tabs = open.window->findChild<QTabWidget*>();
+  std::vector<QWidget*> stops;
+  for (QWidget* each = tabs->nextInFocusChain(); each != tabs; each = each->nextInFocusChain())
+    if ((each->focusPolicy() & Qt::TabFocus) != 0 && each->isVisible()) stops.push_back(each);
+  const auto place = [&](const QWidget& widget) { return std::ranges::find(stops, &widget) - stops.begin(); };
+  const auto inTabs = [&](const QWidget* each) { return tabs->isAncestorOf(each) && each != tabs->tabBar(); };
+  const auto lastInTabs = std::find_if(stops.rbegin(), stops.rend(), inTabs);
+  ASSERT_NE(lastInTabs, stops.rend());
+  const auto page = place(open.find<QWidget>("page"));
+  EXPECT_LT(place(**lastInTabs), page);
+  EXPECT_LT(page, place(open.find<QPushButton>("PRINT_BUTTON")));
+  EXPECT_LT(place(open.find<QPushButton>("PRINT_BUTTON")), place(open.find<QPushButton>("CANCEL")));
 }
 
 TEST_F(WindowTest, TheInspectorShowsThePropertiesAsTheyAre) {
