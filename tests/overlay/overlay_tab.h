@@ -96,3 +96,12 @@ struct OverlayTab {
   std::vector<std::string> dialogs;            // the dialogs opened since
   std::function<void(Refhost::Dialog&)> onDialog;
 };
+
+inline OverlayHome::Names twoOverlays() { return {{u"terms", u"00002.opa"}, {u"Letterhead", u"00001.opa"}}; }
+
+// The overlay group of a tab on a home with these two.
+class OverlayGroup : public testing::Test {
+ protected:
+  OverlayGroup() { home.putUser(twoOverlays()); }
+  OverlayHome home;
+};

@@ -20,19 +20,11 @@ const std::vector<std::string> everything = {"lbl_Ovl",
                                              "ePTKWJobOverlayImage_Layering",
                                              "ePTKWJobOverlayImage_PrintPerPage"};
 
-OverlayHome::Names twoOverlays() { return {{u"terms", u"00002.opa"}, {u"Letterhead", u"00001.opa"}}; }
-
 Refhost::Options withUserData() {
   auto options = builtOptions();
   options.settings = {{u"kilnworks.tips.userdata.support", u"True"}};
   return options;
 }
-
-class OverlayGroup : public testing::Test {
- protected:
-  OverlayGroup() { home.putUser(twoOverlays()); }
-  OverlayHome home;
-};
 
 TEST_F(OverlayGroup, ListsNoneAndMultipleThenTheOverlaysInOrderOfTheirNames) {
   OverlayTab tab(home);
@@ -424,68 +416,6 @@ TEST(DownloadedOverlays, AreFoundAgainWhereTheyHaveMovedAmongSeveral) {
   tab.set(u"OverlaySel", u"Multiple");
   EXPECT_EQ(tab.value(u"OverlaySourceFileName"),
             (home.local() / "00001.opa").generic_string() + ";All$" + tab.userFile("00001.opa") + ";2$");
-}
-
-TEST_F(OverlayGroup, KeepsASourceFileThatIsThere) {
-  OverlayTab tab(home);
-  Testing::writeFile(home.folder.path / "elsewhere.opa", "");
-  const auto source = (home.folder.path / "elsewhere.opa").u16string();
-  tab.set(u"OverlaySourceFileName", source);
-  tab.set(u"OverlaySel", u"00001.opa");
-  EXPECT_EQ(tab.value(u"OverlaySourceFileName"), inSlashes(toNarrow(source)));
-}
-
-TEST_F(OverlayGroup, FindsAMovedSourceFileByItsNameInTheStore) {
-  OverlayTab tab(home);
-  for (const char16_t* source : {u"C:\\old\\00001.opa", u"/old/00001.opa", u"00001.opa", u"/old\\00001.opa"}) {
-    tab.set(u"OverlaySourceFileName", source);
-    tab.set(u"OverlaySel", u"00001.opa");
-    EXPECT_EQ(tab.value(u"OverlaySourceFileName"), tab.userFile("00001.opa")) << toNarrow(source);
-  }
-}
-
-TEST_F(OverlayGroup, DropsASourceFileThatNobodyHas) {
-  OverlayTab tab(home);
-  for (const char16_t* source : {u"C:\\old\\00009.opa", u"..", u"/", u"None"}) {
-    tab.set(u"OverlaySourceFileName", source);
-    tab.set(u"OverlaySel", u"00001.opa");
-    EXPECT_EQ(tab.value(u"OverlaySourceFileName"), "") << toNarrow(source);
-  }
-}
-
-TEST_F(OverlayGroup, ValidatesEachFileOfSeveral) {
-  OverlayTab tab(home);
-  Testing::writeFile(home.folder.path / "here.opa", "");
-  const std::string here = (home.folder.path / "here.opa").generic_string();
-  tab.set(u"OverlaySourceFileName",
-          Refhost::toWide(here + ";1;2$C:\\old\\00002.opa;Even$/gone/00007.opa;Odd$;$no pages$/old/00001.opa$"));
-  tab.world->take();
-  tab.set(u"OverlaySel", u"Multiple");
-  const std::string expected = here + ";1;2$" + tab.userFile("00002.opa") + ";Even$" + tab.userFile("00001.opa") + ";$";
-  EXPECT_THAT(sent(tab.world->take()), ElementsAre("OverlaySourceFileName=" + expected, "OverlayName=Multiple"));
-  EXPECT_EQ(tab.value(u"OverlaySourceFileName"), expected);
-}
-
-TEST_F(OverlayGroup, HasNoSourceWhenTheOnlyFileOfSeveralIsGone) {
-  OverlayTab tab(home);
-  tab.set(u"OverlaySourceFileName", u"/gone/00007.opa;All$");
-  tab.set(u"OverlaySel", u"Multiple");
-  EXPECT_EQ(tab.value(u"OverlaySourceFileName"), "");
-}
-
-TEST_F(OverlayGroup, SendsNothingForASourceThatIsValid) {
-  OverlayTab tab(home);
-  tab.set(u"OverlaySourceFileName", Refhost::toWide(tab.userFile("00001.opa") + ";All$"));
-  tab.world->take();
-  tab.set(u"OverlaySel", u"Multiple");
-  EXPECT_THAT(sent(tab.world->take()), ElementsAre("OverlayName=Multiple"));
-}
-
-TEST_F(OverlayGroup, ReadsASourceOfTenMegabytesInTimeLinearInIt) {
-  OverlayTab tab(home);
-  tab.set(u"OverlaySourceFileName", std::u16string(10'000'000, u'$'));
-  tab.set(u"OverlaySel", u"Multiple");
-  EXPECT_EQ(tab.value(u"OverlaySourceFileName"), "");
 }
 
 TEST_F(OverlayGroup, ComesBackWithItsSelection) {
