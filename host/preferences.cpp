@@ -101,9 +101,6 @@ struct Preferences::Run {
         gui(make<Gui>(GuiWorld{owner.face, layouts, widgets}, owner.events)) {
     host.active = options.active;
     host.fonts = options.fonts;
-    owner.events.listen([this](const TraceEvent& event) {
-      if (event.op == "write" || event.op == "delete") changesFiles = true;
-    });
     host.helpContext = [this] { return gui ? std::u16string(gui->panel().selectedTabId().view()) : u""; };
   }
 
@@ -115,9 +112,6 @@ struct Preferences::Run {
     if (part == nullptr) throw std::runtime_error("The plug-in does not take part in PrintTickets.");
     return *part;
   }
-
-  // Whether the user's action that is running has changed files.
-  bool changesFiles = false;
 
   Home home;
   StringTables strings;
@@ -140,7 +134,11 @@ struct Preferences::Run {
 Preferences::Preferences(Options options, Face& shownBy)
     : runOptions(std::move(options)),
       face(shownBy),
-      folders(runOptions.resources) {}
+      folders(runOptions.resources) {
+  events.listen([this](const TraceEvent& event) {
+    if (event.op == "write" || event.op == "delete") changesFiles = true;
+  });
+}
 
 Preferences::~Preferences() {
   if (run && run->gui) run->gui->cancelDialogs();
@@ -353,13 +351,13 @@ void Preferences::lock(std::vector<std::u16string> names) { run->host.lockedName
 void Preferences::dispatch(const std::function<void()>& action) {
   const bool outermost = run->actions == 0;
   const TracePairs before = outermost ? userValues(run->model()) : TracePairs();
-  if (outermost) run->changesFiles = false;
+  if (outermost) changesFiles = false;
   ++run->actions;
   const std::string sentence = sentenceOfFailure(action);
   --run->actions;
   if (outermost && userValues(run->model()) != before) run->past.push_back(before);
   // What is kept in files stays as it is, and earlier values need not fit it any more.
-  if (outermost && run->changesFiles) run->past.clear();
+  if (outermost && changesFiles) run->past.clear();
   if (!sentence.empty()) face.showFailure(sentence);
 }
 

@@ -146,6 +146,7 @@ class Preferences {
   Options runOptions;
   Face& face;
   Trace events;
+  bool changesFiles = false;  // whether the user's action that is running has changed files
   ChromeFolders folders;
   std::unique_ptr<Run> run;
 };

@@ -4,6 +4,7 @@
 #include <dlfcn.h>
 
 #include <stdexcept>
+#include <string>
 
 namespace Refhost {
 namespace {
