@@ -129,7 +129,9 @@ void addDrive(CLI::App& kiln, Run& run) {
       ->type_name("N")
       ->check(CLI::Range(1, 10000).description(""))
       ->capture_default_str();
-  command.add_option("--fonts", given->fonts, "The installed font faces, - when they cannot be told; by default this machine's")
+  command
+      .add_option("--fonts", given->fonts,
+                  "The installed font faces, - when they cannot be told; by default this machine's")
       ->type_name("A,B,C");
   command.add_option("--job-step", given->jobStep, "What the host's job step answers from the opening on")
       ->type_name("NAME");

@@ -9,8 +9,7 @@ namespace {
 
 // On one line of a terminal, whatever the texts that people have written hold.
 std::string onOneLine(std::string sentence) {
-  std::ranges::replace_if(
-      sentence, [](char unit) { return (unit >= 0 && unit < ' ') || unit == '\x7F'; }, ' ');
+  std::ranges::replace_if(sentence, [](char unit) { return (unit >= 0 && unit < ' ') || unit == '\x7F'; }, ' ');
   return sentence;
 }
 

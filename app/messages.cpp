@@ -17,8 +17,7 @@ const char* messageStart(Message kind) {
 }
 
 void message(Message kind, std::string text) {
-  std::ranges::replace_if(
-      text, [](char unit) { return unit >= 0 && unit < ' '; }, ' ');
+  std::ranges::replace_if(text, [](char unit) { return unit >= 0 && unit < ' '; }, ' ');
   std::cerr << messageStart(kind) + text + '\n';
 }
 

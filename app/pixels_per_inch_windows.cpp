@@ -1,6 +1,6 @@
 // Windows reads its pixels per inch at log-on, Wine at the start of each process, both from the same place of the
-// registry. So Windows allows two values: 96 for programs that know of no other, which is what kiln is, and the screen's
-// own for those that do. Wine allows every value: it is set for as long as a second process takes to start.
+// registry. So Windows allows two values: 96 for programs that know of no other, which is what kiln is, and the
+// screen's own for those that do. Wine allows every value: it is set for as long as a second process takes to start.
 #include "app/pixels_per_inch.h"
 
 #include <windows.h>
@@ -61,8 +61,8 @@ class Setting {
  public:
   explicit Setting(int pixelsPerInch) {
     DWORD size = sizeof before;
-    isSetBefore = RegGetValueW(HKEY_CURRENT_USER, desktopKey, pixelsValue, RRF_RT_REG_DWORD, nullptr, &before,
-                               &size) == ERROR_SUCCESS;
+    isSetBefore = RegGetValueW(HKEY_CURRENT_USER, desktopKey, pixelsValue, RRF_RT_REG_DWORD, nullptr, &before, &size) ==
+                  ERROR_SUCCESS;
     set(static_cast<DWORD>(pixelsPerInch));
   }
   ~Setting() {

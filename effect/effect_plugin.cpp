@@ -6,7 +6,8 @@ using namespace Effect;
 
 EffectPlugin::EffectPlugin(Host& lender, const String& name, const PropertyManager& properties,
                            SmartPtr<Services::Library> ownLibrary)
-    : UIPlugin(lender, name, properties, std::move(ownLibrary)), PTPlugin(lender) {
+    : UIPlugin(lender, name, properties, std::move(ownLibrary)),
+      PTPlugin(lender) {
   watermark.leftBox = lender.alignment(Alignment::shareColumns);
   overlay.leftBox = lender.alignment(Alignment::shareColumns);
 }

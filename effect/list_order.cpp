@@ -18,11 +18,10 @@ constexpr bool isAlternatingCapital(char16_t unit) {
   if (isBetween(unit, 0x0139, 0x0148) || isBetween(unit, 0x0179, 0x017E)) return !isEven;
   if (isBetween(unit, 0x01CD, 0x01DC) || isBetween(unit, 0x04C1, 0x04CE)) return !isEven;
   constexpr std::pair<char16_t, char16_t> evenCapitals[] = {
-      {0x01DE, 0x01EF}, {0x01F8, 0x021F}, {0x0222, 0x0233}, {0x0246, 0x024F}, {0x03D8, 0x03EF}, {0x0460, 0x0481},
-      {0x048A, 0x04BF}, {0x04D0, 0x052F}, {0x1E00, 0x1E95}, {0x1EA0, 0x1EFF}};
-  return isEven && std::any_of(std::begin(evenCapitals), std::end(evenCapitals), [unit](const auto& block) {
-           return isBetween(unit, block.first, block.second);
-         });
+      {0x01DE, 0x01EF}, {0x01F8, 0x021F}, {0x0222, 0x0233}, {0x0246, 0x024F}, {0x03D8, 0x03EF},
+      {0x0460, 0x0481}, {0x048A, 0x04BF}, {0x04D0, 0x052F}, {0x1E00, 0x1E95}, {0x1EA0, 0x1EFF}};
+  return isEven && std::any_of(std::begin(evenCapitals), std::end(evenCapitals),
+                               [unit](const auto& block) { return isBetween(unit, block.first, block.second); });
 }
 
 }  // namespace

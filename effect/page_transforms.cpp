@@ -32,16 +32,14 @@ void EffectPlugin::setupRotate180ForA3LD() {
 
 void EffectPlugin::bindPageTransforms() {
   transforms.rotate180Box = widget<CheckBox>(WidgetId::rotate180);
-  if (transforms.rotate180Box)
-    connect(*transforms.rotate180Box->clickSignal(), *this, &EffectPlugin::OnClickRotate180);
+  if (transforms.rotate180Box) connect(*transforms.rotate180Box->clickSignal(), *this, &EffectPlugin::OnClickRotate180);
 
   transforms.rotate180ForA3LDBox = widget<CheckBox>(WidgetId::rotate180ForA3LD);
   if (transforms.rotate180ForA3LDBox) {
     connect(*transforms.rotate180ForA3LDBox->clickSignal(), *this, &EffectPlugin::OnClickRotate180ForA3LD);
     const auto byController = propertyManager()->configuration()->child(Setting::a3LDRotation);
-    transforms.rotate180ForA3LDBox->setLabel(byController && byController->boolValue()
-                                                 ? Token::rotate180ForA3LDByController
-                                                 : Token::rotate180ForA3LD);
+    transforms.rotate180ForA3LDBox->setLabel(
+        byController && byController->boolValue() ? Token::rotate180ForA3LDByController : Token::rotate180ForA3LD);
   }
 
   transforms.negativeImageBox = widget<CheckBox>(WidgetId::negativeImage);
@@ -56,17 +54,14 @@ void EffectPlugin::bindPageTransforms() {
 }
 
 bool EffectPlugin::hidesMirrorImage() {
-  return propertyIs(Prop::modelNumber, Value::modelKVT) ||
-         propertyIs(Prop::outputPDL, Value::pclxl) ||
+  return propertyIs(Prop::modelNumber, Value::modelKVT) || propertyIs(Prop::outputPDL, Value::pclxl) ||
          propertyIs(Prop::driverTech, Value::pscript);
 }
 
 bool EffectPlugin::hidesRotate180ForA3LD() {
-  return propertyIs(Prop::modelNumber, Value::modelKVT) ||
-         propertyIs(Prop::modelSelection, Value::familyTarra) ||
+  return propertyIs(Prop::modelNumber, Value::modelKVT) || propertyIs(Prop::modelSelection, Value::familyTarra) ||
          propertyIs(Prop::modelSelection, Value::familyVarnholt) ||
-         propertyIs(Prop::modelSelection, Value::familyQuellspire) ||
-         propertyIs(Prop::product, Value::productTev);
+         propertyIs(Prop::modelSelection, Value::familyQuellspire) || propertyIs(Prop::product, Value::productTev);
 }
 
 void EffectPlugin::NegativeSelectionChange(ModelSelectionChange& change) {
@@ -132,9 +127,7 @@ void EffectPlugin::OnClickNegativeImage(EventArg<Toggle> event) {
 
 void EffectPlugin::OnClickMirrorImage(EventArg<Toggle> event) { sendMirrorTransitions(event.source().isChecked()); }
 
-void EffectPlugin::OnClickRotate180(EventArg<Toggle> event) {
-  sendRotate180Transitions(event.source().isChecked());
-}
+void EffectPlugin::OnClickRotate180(EventArg<Toggle> event) { sendRotate180Transitions(event.source().isChecked()); }
 
 void EffectPlugin::OnClickRotate180ForA3LD(EventArg<Toggle> event) {
   send({{Prop::rotate180ForA3LD, onOrNone(event.source().isChecked(), Value::rotate180)}});
@@ -144,12 +137,8 @@ void EffectPlugin::sendNegativeImageTransitions(bool on) {
   send({{Prop::negativeImage, onOrNone(on, Value::negative)}});
 }
 
-void EffectPlugin::sendMirrorTransitions(bool on) {
-  send({{Prop::mirrorImage, onOrNone(on, Value::mirrorImage)}});
-}
+void EffectPlugin::sendMirrorTransitions(bool on) { send({{Prop::mirrorImage, onOrNone(on, Value::mirrorImage)}}); }
 
-void EffectPlugin::sendRotate180Transitions(bool on) {
-  send({{Prop::rotate180, onOrNone(on, Value::rotate180)}});
-}
+void EffectPlugin::sendRotate180Transitions(bool on) { send({{Prop::rotate180, onOrNone(on, Value::rotate180)}}); }
 
 }  // namespace Kiln::XUL

@@ -15,8 +15,8 @@ SmartPtr<Store> open(Host& host, const PropertyManager& properties, bool isMerge
   return SmartPtr<Store>(new (host.allocator()) Store(host, properties, isMerged));
 }
 
-// The store to export: one that counts as merged, the present one or another over the same files. Never empty: a profile
-// without what the user has made must not pass for a whole one.
+// The store to export: one that counts as merged, the present one or another over the same files. Never empty: a
+// profile without what the user has made must not pass for a whole one.
 template <class Store>
 SmartPtr<Store> merged(const SmartPtr<Store>& present, Host& host, const PropertyManager& properties) {
   if (present && present->isMerged()) return present;

@@ -50,8 +50,8 @@ struct Options {
   // The horizontal pixels per inch that the screen is to have; nothing: the system's, 96 where the host is free to say.
   std::optional<int> dpi;
 
-  // Asked for the installed font face names when a plug-in wants them; they cannot be told where there is no function, or
-  // it gives no list.
+  // Asked for the installed font face names when a plug-in wants them; they cannot be told where there is no function,
+  // or it gives no list.
   FontNames fonts;
 
   // What the user's files lie on, for tests; null for the disk of the system.
@@ -100,14 +100,14 @@ class Preferences {
   // Gives a property a value through a transition of the host's own.
   void set(const std::u16string& name, const std::u16string& value);
 
-  // The current PrintTicket, the plug-in's schema, and what the model can do now (PrintCapabilities), as documents. Throw
-  // std::runtime_error: one sentence.
+  // The current PrintTicket, the plug-in's schema, and what the model can do now (PrintCapabilities), as documents.
+  // Throw std::runtime_error: one sentence.
   std::string ticket();
   std::string ticketSchema();
   std::string capabilities();
 
-  // Takes over a PrintTicket's settings, as a user's action that undo takes back. `source` names the document in messages.
-  // Throws std::runtime_error, one sentence with source, line and name; nothing has changed then.
+  // Takes over a PrintTicket's settings, as a user's action that undo takes back. `source` names the document in
+  // messages. Throws std::runtime_error, one sentence with source, line and name; nothing has changed then.
   void loadTicket(std::string_view document, const std::string& source);
   void loadTicketFile(const std::filesystem::path& file);
 
@@ -117,8 +117,9 @@ class Preferences {
   void writeJob(std::string_view bytes, std::optional<std::string_view> picture = {});
 
   // Fires the profile export signal, and gives the folder that the plug-in's files of the profile go into; it is there
-  // when the plug-in has asked for it. Nothing when the host has no local data. `target`: host/profiles/profile_event.h.
-  // Throws std::runtime_error, one sentence, what the plug-in fails with or tells meanwhile.
+  // when the plug-in has asked for it. Nothing when the host has no local data. `target`:
+  // host/profiles/profile_event.h. Throws std::runtime_error, one sentence, what the plug-in fails with or tells
+  // meanwhile.
   std::optional<std::filesystem::path> exportProfile(const std::filesystem::path& target,
                                                      const std::u16string& includeUserdata);
 

@@ -16,8 +16,7 @@ namespace {
 
 class Transition final : public Kiln::State::Transition {
  public:
-  Transition(const PropertyModel& properties, Kiln::WStringView property, Kiln::WStringView value)
-      : model(properties) {
+  Transition(const PropertyModel& properties, Kiln::WStringView property, Kiln::WStringView value) : model(properties) {
     append(property, value);
   }
   void add(Kiln::WStringView property, Kiln::WStringView value) override { append(property, value); }
@@ -57,8 +56,8 @@ bool isColour(std::u16string_view text) {
   return text.size() == 7 && text.front() == u'#' && text.find_first_not_of(digits, 1) == text.npos;
 }
 
-// The page of a topic in a help file: chrome://PACKAGE/locale/FILE.chm stands for the folder FILE of the language, with a
-// page for each topic. Another address is the page itself.
+// The page of a topic in a help file: chrome://PACKAGE/locale/FILE.chm stands for the folder FILE of the language, with
+// a page for each topic. Another address is the page itself.
 std::u16string helpPage(std::u16string_view url, std::u16string_view topic, const std::string& locale) {
   constexpr std::u16string_view languageFolder = u"/locale/";
   constexpr std::u16string_view ending = u".chm";
@@ -97,7 +96,9 @@ bool PropertyManager::valueAllowed(Kiln::WStringView property, Kiln::WStringView
 }
 
 ReferenceHost::ReferenceHost(const World& hostWorld)
-    : world(hostWorld), documentService(makeDocuments()), ticketService(makeTickets(hostWorld.chrome)) {}
+    : world(hostWorld),
+      documentService(makeDocuments()),
+      ticketService(makeTickets(hostWorld.chrome)) {}
 
 void ReferenceHost::showPluginHelp(Kiln::StringView plugin) {
   showHelpTopic(u"chrome://" + toWide(plugin) + u"/locale/help.chm", helpContext());

@@ -25,9 +25,13 @@ namespace Refhost {
 class Image final : public Kiln::XUL::Image {
  public:
   Image(std::u16string imageSource, std::filesystem::path imageFile, std::u16string imageScope = {})
-      : source(std::move(imageSource)), file(std::move(imageFile)), scope(std::move(imageScope)) {}
+      : source(std::move(imageSource)),
+        file(std::move(imageFile)),
+        scope(std::move(imageScope)) {}
   Image(std::u16string swatchColour, int swatchWidth, int swatchHeight)
-      : colour(std::move(swatchColour)), width(swatchWidth), height(swatchHeight) {}
+      : colour(std::move(swatchColour)),
+        width(swatchWidth),
+        height(swatchHeight) {}
 
   // The address or path as the plug-in gave it, and the file it names; both empty for a swatch.
   const std::u16string source;

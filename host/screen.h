@@ -12,8 +12,8 @@ namespace Refhost {
 // The system's own, which tells plug-ins its pixels per inch itself.
 class Screen {
  public:
-  // Throws std::runtime_error, one sentence, when the system does not report the wanted pixels per inch to this process;
-  // without any, whatever it reports serves.
+  // Throws std::runtime_error, one sentence, when the system does not report the wanted pixels per inch to this
+  // process; without any, whatever it reports serves.
   explicit Screen(std::optional<int> pixelsPerInch);
   Kiln::NativeWindow window() const;
 };

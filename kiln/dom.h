@@ -15,8 +15,8 @@ class INode : public RefCount {
   virtual WString value() = 0;
   virtual void setValue(WStringView text) = 0;
 
-  // The number of children, and the child at `index`, from 0, in the order in which they were added; empty when there is
-  // none. [plug-in]
+  // The number of children, and the child at `index`, from 0, in the order in which they were added; empty when there
+  // is none. [plug-in]
   virtual std::int32_t childCount() = 0;
   virtual SmartPtr<INode> childAt(std::int32_t index) = 0;
 

@@ -47,7 +47,7 @@ class Base {
   static void* operator new(std::size_t bytes, Allocator& allocator) noexcept {
     auto* block = static_cast<std::byte*>(allocator.allocate(bytes + prefixBytes));
     if (block == nullptr) return nullptr;
-    new (block) (Allocator*)(&allocator);
+    new (block)(Allocator*)(&allocator);
     return block + prefixBytes;
   }
   static void operator delete(void* object) noexcept {

@@ -25,8 +25,8 @@ enum class PTLevel : std::int32_t { page, document, job };
 
 class IPlugin : public virtual RefCount {};
 
-// A plug-in with a user interface. Its slots are, in this order, the four operations that a plug-in implements, then the
-// three that it inherits unchanged.
+// A plug-in with a user interface. Its slots are, in this order, the four operations that a plug-in implements, then
+// the three that it inherits unchanged.
 class UIPlugin : public IPlugin, public SignalTarget {
  public:
   virtual void create() = 0;      // [host]
@@ -50,7 +50,10 @@ class UIPlugin : public IPlugin, public SignalTarget {
  protected:
   UIPlugin(Host& lender, const String& pluginName, const PropertyManager& properties,
            SmartPtr<Services::Library> ownLibrary)
-      : theHost(lender), name(pluginName), manager(properties), library(std::move(ownLibrary)) {}
+      : theHost(lender),
+        name(pluginName),
+        manager(properties),
+        library(std::move(ownLibrary)) {}
 
   Host& host() const noexcept { return theHost; }
 
@@ -79,8 +82,8 @@ class PTPlugin : public virtual RefCount {
   SmartPtr<Services::Tickets> tickets;
 };
 
-// The exported function "createPlugin": a new plug-in with a count of 0, or null when the library has none of that name or
-// memory is out. `reserved` is ignored. [host]
+// The exported function "createPlugin": a new plug-in with a count of 0, or null when the library has none of that name
+// or memory is out. `reserved` is ignored. [host]
 using CreatePlugin = UIPlugin*(Host& host, PropertyManager manager, const String& name, void* reserved,
                                SmartPtr<Services::Library> library);
 

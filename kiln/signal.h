@@ -74,8 +74,7 @@ class Slot final : public ArgumentSlot<Arg> {
  public:
   using Handler = void (Target::*)(Arg);
 
-  Slot(Target& receiver, Handler member) noexcept
-      : ArgumentSlot<Arg>(receiver), object(receiver), handler(member) {}
+  Slot(Target& receiver, Handler member) noexcept : ArgumentSlot<Arg>(receiver), object(receiver), handler(member) {}
   void call(Arg argument) override {
     if (this->isConnected()) (object.*handler)(static_cast<Arg&&>(argument));
   }

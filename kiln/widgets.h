@@ -242,7 +242,8 @@ class WMPreview : public Widget {
   // "#" and six hexadecimal digits. [plug-in, ready]
   virtual void setColour(WStringView colour) = 0;
 
-  // Two letters: "U", "C" or "L" for upper, centre, lower, then "L", "C" or "R" for left, centre, right. [plug-in, ready]
+  // Two letters: "U", "C" or "L" for upper, centre, lower, then "L", "C" or "R" for left, centre, right. [plug-in,
+  // ready]
   virtual void setPosition(WStringView code) = 0;
 
   // Degrees, counter-clockwise, 0 to 359. [plug-in, ready]

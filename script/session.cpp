@@ -26,7 +26,8 @@ Session::Session(const Request& request, std::istream& commandLines, std::ostrea
   if (options.home.empty()) options.home = temporaryHome.emplace().path();
   if (request.trace.empty()) return;
   traceFile.open(request.trace, std::ios::binary | std::ios::trunc);
-  if (!traceFile) throw std::runtime_error("The trace file " + Refhost::shownPath(request.trace) + " cannot be written.");
+  if (!traceFile)
+    throw std::runtime_error("The trace file " + Refhost::shownPath(request.trace) + " cannot be written.");
 }
 
 bool Session::run() {

@@ -22,17 +22,16 @@ void PreferencesWindow::printIntoOverlay() {
   }
 }
 
-// By a job of its own, with a print-time step of its own: what the plug-in sets for it does not stay in the preferences.
-// That the plug-in prepares no destination, the user knows: it was their wish, or they were told why.
+// By a job of its own, with a print-time step of its own: what the plug-in sets for it does not stay in the
+// preferences. That the plug-in prepares no destination, the user knows: it was their wish, or they were told why.
 void PreferencesWindow::store(const Press::Capture& overlay) {
   Refhost::Options options = preferences().options();
   options.mode = Refhost::Mode::prePrint;
   const Refhost::TracePairs values = preferences().model().values();
   options.properties.insert(options.properties.end(), values.begin(), values.end());
-  options.properties.insert(options.properties.end(), {{u"OverlayImageName", u""},
-                                                       {u"OverlayDestFileName", u""},
-                                                       {u"CancelJob", u"False"},
-                                                       {u"PrintJob", u"Overlay"}});
+  options.properties.insert(
+      options.properties.end(),
+      {{u"OverlayImageName", u""}, {u"OverlayDestFileName", u""}, {u"CancelJob", u"False"}, {u"PrintJob", u"Overlay"}});
   Refhost::Preferences job(options, *this);
   job.trace().listen([this](const Refhost::TraceEvent& event) { preferences().trace().record(event); });
   job.open();

@@ -101,8 +101,7 @@ void PictureBox::dropEvent(QDropEvent* event) {
   if (!event->mimeData()->hasFormat(itemFormat)) return;
   event->acceptProposedAction();
   const QString value = valueIn(*event->mimeData());
-  QMetaObject::invokeMethod(
-      this, [this, value] { Q_EMIT dropped(value); }, Qt::QueuedConnection);
+  QMetaObject::invokeMethod(this, [this, value] { Q_EMIT dropped(value); }, Qt::QueuedConnection);
 }
 
 void PictureBox::setUnderDrag(bool isUnder) {

@@ -66,8 +66,7 @@ class TreeView {
   QButtonGroup* groupOf(const Refhost::WidgetNode& radio);
   QColor startColour(Refhost::ColorPicker& node);
   void fill(QBoxLayout* layout, Refhost::WidgetNode& node, QWidget* parent, std::size_t first = 0);
-  void show(
-      const Refhost::WidgetNode& node, QWidget* widget, std::function<void()> refresh = [] {});
+  void show(const Refhost::WidgetNode& node, QWidget* widget, std::function<void()> refresh = [] {});
 
   // The widget that `follower` names in that attribute, each change of which it shows from now on; null for none.
   Refhost::WidgetNode* follow(const Refhost::WidgetNode& follower, const char* attribute);

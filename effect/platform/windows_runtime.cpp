@@ -22,7 +22,7 @@
 #include <malloc.h>
 
 namespace __gnu_cxx {
-void __freeres(); // in the runtime, but in none of its headers
+void __freeres();  // in the runtime, but in none of its headers
 }
 
 namespace {
@@ -32,7 +32,7 @@ struct Variable {
   std::size_t size;
   std::size_t alignment;
   void* unused;
-  const void* initialValue; // null for all zero
+  const void* initialValue;  // null for all zero
 };
 
 /// One thread's copy of one variable. A thread has a handful at most.
@@ -55,7 +55,7 @@ void WINAPI freeCopies(void* first) {
 /// The first object of the library to be made and so the last to go: destructors after it may neither throw
 /// nor catch.
 class Runtime {
-public:
+ public:
   Runtime() : slot(FlsAlloc(freeCopies)) {}
 
   ~Runtime() {
@@ -68,25 +68,22 @@ public:
   void* find(const Variable& variable) {
     auto* first = static_cast<Copy*>(FlsGetValue(slot));
     for (Copy* copy = first; copy; copy = copy->next)
-      if (copy->variable == &variable)
-        return copy->storage;
+      if (copy->variable == &variable) return copy->storage;
     return add(variable, first);
   }
 
-private:
+ private:
   void* add(const Variable& variable, Copy* first) {
     auto* copy = static_cast<Copy*>(std::malloc(sizeof(Copy)));
     void* storage = _aligned_malloc(variable.size, variable.alignment);
     // Reached on the way to throwing, where there is nobody to tell.
-    if (!copy || !storage)
-      std::abort();
+    if (!copy || !storage) std::abort();
     if (variable.initialValue)
       std::memcpy(storage, variable.initialValue, variable.size);
     else
       std::memset(storage, 0, variable.size);
     *copy = {first, &variable, storage};
-    if (!FlsSetValue(slot, copy))
-      std::abort();
+    if (!FlsSetValue(slot, copy)) std::abort();
     return storage;
   }
 
@@ -95,16 +92,14 @@ private:
 
 __attribute__((init_priority(101))) Runtime runtime;
 
-} // namespace
+}  // namespace
 
 extern "C" {
 
 void* __emutls_get_address(void* variable) { return runtime.find(*static_cast<const Variable*>(variable)); }
 
 /// Without its slot the library does not load, rather than ending the process at the first exception.
-BOOL WINAPI DllMain(HINSTANCE, DWORD reason, void*) {
-  return reason != DLL_PROCESS_ATTACH || runtime.isComplete();
-}
+BOOL WINAPI DllMain(HINSTANCE, DWORD reason, void*) { return reason != DLL_PROCESS_ATTACH || runtime.isComplete(); }
 }
 
 #endif

@@ -30,8 +30,8 @@ class WatermarkDlg final : public SignalTarget {
     SmartPtr<GUI> preferences;
   };
 
-  // Returns when the dialog has closed, or at once when its layout cannot be loaded. Without a record it shows none, and
-  // can only be cancelled. What a handler throws stops at the host, and the dialog stays open.
+  // Returns when the dialog has closed, or at once when its layout cannot be loaded. Without a record it shows none,
+  // and can only be cancelled. What a handler throws stops at the host, and the dialog stays open.
   WatermarkDlg(EditorHost lender, SmartPtr<Dom::INode> edited, bool isNewRecord);
 
   // Whether the record, as it is now, is to be stored.

@@ -11,8 +11,8 @@ namespace Refhost {
 
 using StringTable = std::map<std::u16string, std::u16string, std::less<>>;
 
-// Reads the entities of a strings.dtd; of two of one name the first counts. Throws std::runtime_error: one sentence with
-// file and line.
+// Reads the entities of a strings.dtd; of two of one name the first counts. Throws std::runtime_error: one sentence
+// with file and line.
 StringTable readStrings(const std::filesystem::path& file);
 
 // The name in a reference: "IDS_NONE" of "$IDS_NONE;". Empty for a text that is none.

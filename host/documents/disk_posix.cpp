@@ -91,7 +91,7 @@ class PosixFile final : public Disk::File {
 class PosixDisk final : public Disk {
  public:
   EntryKind kind(const fs::path& path) override {
-    struct stat status {};
+    struct stat status{};
     if (hasZero(path) || ::stat(path.c_str(), &status) != 0) return EntryKind::none;
     return kindOf(status);
   }
@@ -109,7 +109,7 @@ class PosixDisk final : public Disk {
   }
 
   std::chrono::seconds age(const fs::path& file) override {
-    struct stat status {};
+    struct stat status{};
     if (::stat(checked(file, "read"), &status) != 0) fail(file, "read");
     return std::chrono::seconds(std::time(nullptr) - status.st_mtime);
   }
@@ -117,7 +117,7 @@ class PosixDisk final : public Disk {
   std::string read(const fs::path& file, std::size_t limit) override {
     // Without waiting: opening a pipe would wait for its writer for ever.
     const Handle handle(::open(checked(file, "read"), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-    struct stat status {};
+    struct stat status{};
     if (!handle.isOpen() || ::fstat(handle.get(), &status) != 0) fail(file, "read");
     if (S_ISDIR(status.st_mode)) fail(file, "read", EISDIR);
     if (!S_ISREG(status.st_mode)) fail(file, "read", EINVAL);
@@ -176,7 +176,7 @@ class PosixDisk final : public Disk {
 
   // Those of the file that will be replaced; none where a new one will be made.
   static std::optional<mode_t> permissionsOf(const fs::path& target) {
-    struct stat status {};
+    struct stat status{};
     if (::lstat(checked(target, "written"), &status) != 0) {
       if (errno != ENOENT) fail(target, "written");
       return {};

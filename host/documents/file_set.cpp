@@ -8,8 +8,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The journal: a first line, then the paths of each temporary file and of the file whose place it takes. A zero, which no
-// path has, ends each path.
+// The journal: a first line, then the paths of each temporary file and of the file whose place it takes. A zero, which
+// no path has, ends each path.
 constexpr std::string_view firstLine = "kiln-file-set 1\n";
 constexpr std::size_t journalLimit = std::size_t{16} << 20;
 
@@ -63,7 +63,8 @@ void FileSet::write(const fs::path& path, std::string_view bytes) {
 void FileSet::commit() {
   if (files.empty()) return;
   if (disk.kind(journal) != EntryKind::none)
-    throw DiskError("Another import into " + shownPath(folderOf(journal)) + " is under way; try again when it is done.");
+    throw DiskError("Another import into " + shownPath(folderOf(journal)) +
+                    " is under way; try again when it is done.");
   std::set<fs::path> folders;
   for (const PendingFile& file : files) folders.insert(folderOf(file.path()));
   for (const fs::path& folder : folders) disk.syncFolder(folder);

@@ -34,8 +34,8 @@ class FileSet {
   std::list<PendingFile> files;
 };
 
-// Completes the set of a process that did not come to its end. Does nothing where there is no journal. Throws DiskError;
-// then the journal stays, for the next time.
+// Completes the set of a process that did not come to its end. Does nothing where there is no journal. Throws
+// DiskError; then the journal stays, for the next time.
 void completeFileSet(Disk& disk, const std::filesystem::path& journal);
 
 }  // namespace Refhost

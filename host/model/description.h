@@ -7,7 +7,6 @@
 
 namespace Refhost {
 
-
 struct PropertyDescription {
   std::u16string name;
   std::u16string defaultValue;
@@ -39,8 +38,8 @@ struct ModelDescription {
   std::vector<RuleDescription> rules;
 };
 
-// Reads a description that ships with the host (`nameOrPath` without a folder or ending, whatever its case, looked up in
-// `shipped`) or one of the user's, by its path. Throws std::runtime_error: one sentence with file and line.
+// Reads a description that ships with the host (`nameOrPath` without a folder or ending, whatever its case, looked up
+// in `shipped`) or one of the user's, by its path. Throws std::runtime_error: one sentence with file and line.
 ModelDescription readModel(const std::filesystem::path& shipped, const std::string& nameOrPath);
 
 // The names of the shipped descriptions, "standard" first, then in order.

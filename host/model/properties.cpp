@@ -23,8 +23,8 @@ class ModelProperty final : public Kiln::Property {
         description(propertyDescription),
         value(propertyDescription.defaultValue),
         enableChange(make<HostSignal<Kiln::ModelEnableChange&>>(eventTrace, "enable-change", description.name)),
-        selectionChange(make<HostSignal<Kiln::ModelSelectionChange&>>(eventTrace, "selection-change", description.name)) {
-  }
+        selectionChange(
+            make<HostSignal<Kiln::ModelSelectionChange&>>(eventTrace, "selection-change", description.name)) {}
 
   Kiln::String narrowValue() override { return text(toNarrow(value)); }
   Kiln::WString wideValue() override { return text(value); }
@@ -46,8 +46,8 @@ class ModelProperty final : public Kiln::Property {
     return std::find(description.options.begin(), description.options.end(), option) != description.options.end();
   }
 
-  // Moves a value that a rule has made unavailable to the default, or to the first option there is; false when the value
-  // can stay.
+  // Moves a value that a rule has made unavailable to the default, or to the first option there is; false when the
+  // value can stay.
   bool leaveRuledOut() {
     if (!ruledOut.contains(value)) return false;
     const auto standard = description.defaultValue;
@@ -92,7 +92,8 @@ struct InDelivery {
 };
 
 PropertyModel::PropertyModel(ModelDescription modelDescription, const Trace& eventTrace)
-    : model(std::move(modelDescription)), trace(eventTrace) {
+    : model(std::move(modelDescription)),
+      trace(eventTrace) {
   for (const PropertyDescription& description : model.properties) {
     properties.push_back(make<ModelProperty>(*this, description, trace));
     byName.emplace(description.name, properties.back().get());
@@ -265,8 +266,7 @@ Kiln::SmartPtr<Kiln::Signal<Kiln::ModelEnableChange&>> PropertyModel::enableChan
   return demand(name).enableChange;
 }
 
-Kiln::SmartPtr<Kiln::Signal<Kiln::ModelSelectionChange&>> PropertyModel::selectionChangeSignal(
-    Kiln::WStringView name) {
+Kiln::SmartPtr<Kiln::Signal<Kiln::ModelSelectionChange&>> PropertyModel::selectionChangeSignal(Kiln::WStringView name) {
   return demand(name).selectionChange;
 }
 

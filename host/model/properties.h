@@ -2,7 +2,8 @@
 //
 // A transition is applied, the rules run until nothing changes, then the signals fire, all before submit returns:
 //
-//   - A rule that makes a chosen option unavailable moves its property to the default, or, where that is unavailable too,
+//   - A rule that makes a chosen option unavailable moves its property to the default, or, where that is unavailable
+//   too,
 //     to the first available option. An option that the host forbids by hand stays chosen, and is not printed.
 //   - First each option whose availability changed, in the model's order; then the selection changes: the submitted
 //     properties in the order of their first pair, then the others that changed, in the model's order.
@@ -50,8 +51,8 @@ class PropertyModel final : public Kiln::ModelRoot {
   // Applies pairs as above. Throws Kiln::XUL::KeyError, and changes nothing, when a name is unknown.
   void submit(const TracePairs& pairs);
 
-  // Makes an option available or unavailable by hand, whatever the rules say until they run again. Throws KeyError for a property that the
-  // model does not have.
+  // Makes an option available or unavailable by hand, whatever the rules say until they run again. Throws KeyError for
+  // a property that the model does not have.
   void setAvailable(std::u16string_view name, std::u16string_view option, bool available);
 
   // Fires the state as it is: property by property in the model's order, an enable change for each unavailable option,

@@ -35,9 +35,9 @@ struct ArchiveLimits {
 void pack(Disk& disk, const std::filesystem::path& folder, const std::filesystem::path& first,
           const std::filesystem::path& file, const ArchiveLimits& limits, const Progress& progress);
 
-// Unpacks `file` into `folder`, which is there and empty. Throws std::runtime_error, one sentence, and Stopped; what has
-// been unpacked by then is in the folder, and nothing is outside. Refused are links, devices, what is encrypted, names
-// that lead out of the folder or differ only in case, and more than the limits.
+// Unpacks `file` into `folder`, which is there and empty. Throws std::runtime_error, one sentence, and Stopped; what
+// has been unpacked by then is in the folder, and nothing is outside. Refused are links, devices, what is encrypted,
+// names that lead out of the folder or differ only in case, and more than the limits.
 void unpack(const std::filesystem::path& file, const std::filesystem::path& folder, const ArchiveLimits& limits,
             const Progress& progress);
 

@@ -1,5 +1,5 @@
-// How what a profile brings comes to what a home has: nothing of the home changes. What both have is not taken twice, and
-// where both have something of one name that is not the same, the profile's gets a number behind its name.
+// How what a profile brings comes to what a home has: nothing of the home changes. What both have is not taken twice,
+// and where both have something of one name that is not the same, the profile's gets a number behind its name.
 #pragma once
 
 #include "host/documents/disk.h"
@@ -36,8 +36,8 @@ Kiln::SmartPtr<Node> readWatermarks(std::string_view bytes, const std::string& s
 MergedWatermarks mergeWatermarks(Kiln::SmartPtr<Node> home, Node& profile, const Translate& translate);
 
 struct MergedOverlays {
-  // The new content of the home's index, and the files of the profile's folder that come into the home's, with their names
-  // there. No files: the home has all.
+  // The new content of the home's index, and the files of the profile's folder that come into the home's, with their
+  // names there. No files: the home has all.
   std::string index;
   std::vector<std::pair<std::filesystem::path, std::u16string>> files;
 

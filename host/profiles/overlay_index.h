@@ -1,5 +1,5 @@
-// The index of overlays as plug-ins keep it in a home and in a profile: records of 154 bytes, a name of up to 64 UTF-16LE
-// units and a file name of up to 13, each ended by a zero where it is shorter.
+// The index of overlays as plug-ins keep it in a home and in a profile: records of 154 bytes, a name of up to 64
+// UTF-16LE units and a file name of up to 13, each ended by a zero where it is shorter.
 #pragma once
 
 #include <string>

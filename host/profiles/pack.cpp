@@ -40,7 +40,8 @@ std::vector<SourceFile> filesBelow(const fs::path& folder, const fs::path& first
     files.push_back({entry.path(), name, entry.file_size()});
     allBytes += files.back().bytes;
     if (files.size() > limits.entries || files.back().bytes > limits.fileBytes || allBytes > limits.allBytes)
-      throw std::runtime_error("There is more in the home than a profile can hold; delete overlays that are not needed.");
+      throw std::runtime_error(
+          "There is more in the home than a profile can hold; delete overlays that are not needed.");
   }
   const std::string firstName = shownPath(first);
   std::sort(files.begin(), files.end(), [&firstName](const SourceFile& a, const SourceFile& b) {
@@ -104,7 +105,8 @@ class Packer {
   [[noreturn]] void fail() {
     if (problem) std::rethrow_exception(problem);
     const char* reason = archive_error_string(archive.get());
-    throw std::runtime_error(shownPath(target.path()) + " cannot be written: " + (reason != nullptr ? reason : "?") + ".");
+    throw std::runtime_error(shownPath(target.path()) + " cannot be written: " + (reason != nullptr ? reason : "?") +
+                             ".");
   }
 
   PendingFile target;

@@ -46,7 +46,9 @@ class Unpacked {
   // Null when the profile brings none.
   const Kiln::SmartPtr<Node>& watermarks() const { return records; }
 
-  std::string bytesOf(const fs::path& path) const { return disk.read(path, static_cast<std::size_t>(limits.fileBytes)); }
+  std::string bytesOf(const fs::path& path) const {
+    return disk.read(path, static_cast<std::size_t>(limits.fileBytes));
+  }
 
  private:
   Manifest contentsOf(const fs::path& path) const {

@@ -2,8 +2,8 @@
 // of what is promised about it.
 //
 // An export begins with the plug-in, which is asked for the files that it keeps, and ends with the packing. An import
-// unpacks into a folder of its own, checks everything, and puts it into the home in one step; then the plug-in takes it up.
-// Packing and importing files may run on any thread, while nobody works in the home.
+// unpacks into a folder of its own, checks everything, and puts it into the home in one step; then the plug-in takes it
+// up. Packing and importing files may run on any thread, while nobody works in the home.
 #pragma once
 
 #include "host/preferences.h"
@@ -54,9 +54,11 @@ struct ProfileHome {
   std::function<std::filesystem::path(const std::u16string& model)> settingsFile;
 };
 
-// Puts what the profile brings into the home, whole or not at all: whenever this ends early, the home is as it was, or as
-// it is after the import once somebody opens it. Gives the values, naming the home's watermarks and overlays. Progress is
-// in kilobytes, and stops nothing any more once the home changes. Throws std::runtime_error, one sentence, and Stopped.
-Manifest importProfile(Disk& disk, const std::filesystem::path& file, const ProfileHome& home, const Progress& progress);
+// Puts what the profile brings into the home, whole or not at all: whenever this ends early, the home is as it was, or
+// as it is after the import once somebody opens it. Gives the values, naming the home's watermarks and overlays.
+// Progress is in kilobytes, and stops nothing any more once the home changes. Throws std::runtime_error, one sentence,
+// and Stopped.
+Manifest importProfile(Disk& disk, const std::filesystem::path& file, const ProfileHome& home,
+                       const Progress& progress);
 
 }  // namespace Refhost

@@ -8,7 +8,9 @@ namespace {
 class TextChange final : public Kiln::XUL::TextChangeEvent {
  public:
   TextChange(Kiln::SmartPtr<Kiln::XUL::TextBox> changedBox, const std::u16string& newText, bool isComposition)
-      : box(std::move(changedBox)), proposed(newText), composition(isComposition) {}
+      : box(std::move(changedBox)),
+        proposed(newText),
+        composition(isComposition) {}
   Kiln::WString text() override { return Refhost::text(proposed); }
   bool isProvisional() override { return composition; }
   void refuse() override { refused = true; }

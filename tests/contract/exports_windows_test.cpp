@@ -70,8 +70,8 @@ class Image {
 
   // Where an address of the loaded image lies in the file.
   std::size_t offsetOf(DWORD address) const {
-    const std::size_t sections = headerOffset + offsetof(IMAGE_NT_HEADERS64, OptionalHeader) +
-                                 header.FileHeader.SizeOfOptionalHeader;
+    const std::size_t sections =
+        headerOffset + offsetof(IMAGE_NT_HEADERS64, OptionalHeader) + header.FileHeader.SizeOfOptionalHeader;
     for (std::size_t i = 0; i < header.FileHeader.NumberOfSections; ++i) {
       const auto section = at<IMAGE_SECTION_HEADER>(sections + i * sizeof(IMAGE_SECTION_HEADER));
       if (address >= section.VirtualAddress && address - section.VirtualAddress < section.SizeOfRawData)

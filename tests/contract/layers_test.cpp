@@ -24,9 +24,7 @@ const std::map<std::string, std::set<std::string>> allowed = {
     {"app", {"host", "press", "window", "script", "kiln"}},
 };
 
-bool isSource(const std::filesystem::path& file) {
-  return file.extension() == ".h" || file.extension() == ".cpp";
-}
+bool isSource(const std::filesystem::path& file) { return file.extension() == ".h" || file.extension() == ".cpp"; }
 
 // Calls `visit` with each source file of a layer and each path that it includes by quotes.
 template <class Visit>
@@ -48,8 +46,8 @@ TEST(Layers, IncludeOnlyWhatTheyMay) {
       ++includes;
       const std::string target = included.substr(0, included.find('/'));
       EXPECT_TRUE(target == own || may.contains(target)) << file << " includes " << included;
-      EXPECT_TRUE(std::filesystem::exists(source / included)) << file << " includes " << included
-                                                              << ", which is not named from the root";
+      EXPECT_TRUE(std::filesystem::exists(source / included))
+          << file << " includes " << included << ", which is not named from the root";
     });
   }
   EXPECT_GT(includes, 100U);

@@ -66,8 +66,8 @@ TEST(RealDisk, WaitsNoLongerThanAPersonWould) {
     const Hold hold(path);
     sentence = sentenceOf<DiskError>([&] { realDisk().replace(temporary, path); });
   }
-  EXPECT_EQ(sentence, shownPath(path) +
-                          " cannot be written: another program has it open; close it there and try again.");
+  EXPECT_EQ(sentence,
+            shownPath(path) + " cannot be written: another program has it open; close it there and try again.");
   EXPECT_LT(std::chrono::steady_clock::now() - before, 10s);
   EXPECT_EQ(contentOf(path), "old");
 }

@@ -15,8 +15,7 @@ class CreatePlugin : public testing::Test {
         library->createPlugin()(host, manager, Refhost::text(name), nullptr, library));
   }
 
-  Kiln::SmartPtr<Refhost::Library> library =
-      Refhost::make<Refhost::Library>(std::filesystem::path(PLUGIN_FILE));
+  Kiln::SmartPtr<Refhost::Library> library = Refhost::make<Refhost::Library>(std::filesystem::path(PLUGIN_FILE));
   Testing::RecordingFace face;
   Refhost::Trace trace;
   Refhost::ChromeFolders chrome{RESOURCES_FOLDER};

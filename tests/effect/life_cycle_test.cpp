@@ -91,21 +91,20 @@ TEST(RootlessActivation, ConnectsNothingWhenThePluginIsInactive) {
 
 TEST(OnGUIReady, ConnectsTheEnableChangesInOrder) {
   EXPECT_EQ(connectionsOf(World(), "enable-change"),
-            (std::vector<std::string>{"enable-change Watermark", "enable-change FirstPageOnly",
-                                      "enable-change WatermarkOccurance", "enable-change OverlayImage",
-                                      "enable-change NegativeImage", "enable-change MirrorImage",
-                                      "enable-change Rotate180", "enable-change Rotate180ForA3LD",
-                                      "enable-change OverlayOccurance"}));
+            (std::vector<std::string>{
+                "enable-change Watermark", "enable-change FirstPageOnly", "enable-change WatermarkOccurance",
+                "enable-change OverlayImage", "enable-change NegativeImage", "enable-change MirrorImage",
+                "enable-change Rotate180", "enable-change Rotate180ForA3LD", "enable-change OverlayOccurance"}));
 }
 
 TEST(OnGUIReady, ConnectsTheSelectionChangesInOrder) {
   EXPECT_EQ(connectionsOf(World(), "selection-change"),
-            (std::vector<std::string>{
-                "selection-change WatermarkSel", "selection-change OverlaySel", "selection-change NegativeImage",
-                "selection-change MirrorImage", "selection-change Rotate180", "selection-change Rotate180ForA3LD",
-                "selection-change FirstPageOnly", "selection-change WatermarkOccurance",
-                "selection-change OverlayOccurance", "selection-change OverlayLayering",
-                "selection-change OverlayImageCreate"}));
+            (std::vector<std::string>{"selection-change WatermarkSel", "selection-change OverlaySel",
+                                      "selection-change NegativeImage", "selection-change MirrorImage",
+                                      "selection-change Rotate180", "selection-change Rotate180ForA3LD",
+                                      "selection-change FirstPageOnly", "selection-change WatermarkOccurance",
+                                      "selection-change OverlayOccurance", "selection-change OverlayLayering",
+                                      "selection-change OverlayImageCreate"}));
 }
 
 TEST(OnGUIReady, BindsSidesThenPropertiesThenPanelThenBoxesThenProfiles) {
@@ -203,7 +202,9 @@ TEST(Help, IsNotShownForAnyOtherTab) {
 
 TEST(Plugin, GivesAllItsMemoryBackWhenThePreferencesAreGone) {
   const long before = Refhost::heap().blocks();
-  { World world; }
+  {
+    World world;
+  }
   EXPECT_EQ(Refhost::heap().blocks(), before);
 }
 

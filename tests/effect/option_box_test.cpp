@@ -33,14 +33,11 @@ TEST_P(Option, IsCheckedExactlyForTheOnValue) {
 
 INSTANTIATE_TEST_SUITE_P(
     All, Option,
-    testing::Values(OptionBox{"FirstPageOnly", u"FirstPageOnly", u"True", u"False",
-                              u"ePTKWPageWatermark_PrintFirstPageOnly"},
-                    OptionBox{"WatermarkOccurance", u"WatermarkOccurance", u"PerPage", u"None",
-                              u"ePTKWPageWatermark_PrintPerPage"},
-                    OptionBox{"OverlayOccurance", u"OverlayOccurance", u"PerPage", u"None",
-                              u"ePTKWJobOverlayImage_PrintPerPage"},
-                    OptionBox{"OverlayLayering", u"OverlayLayering", u"Overlay", u"Underlay",
-                              u"ePTKWJobOverlayImage_Layering"}),
+    testing::Values(
+        OptionBox{"FirstPageOnly", u"FirstPageOnly", u"True", u"False", u"ePTKWPageWatermark_PrintFirstPageOnly"},
+        OptionBox{"WatermarkOccurance", u"WatermarkOccurance", u"PerPage", u"None", u"ePTKWPageWatermark_PrintPerPage"},
+        OptionBox{"OverlayOccurance", u"OverlayOccurance", u"PerPage", u"None", u"ePTKWJobOverlayImage_PrintPerPage"},
+        OptionBox{"OverlayLayering", u"OverlayLayering", u"Overlay", u"Underlay", u"ePTKWJobOverlayImage_Layering"}),
     [](const auto& instance) { return instance.param.name; });
 
 class Availability : public testing::TestWithParam<OptionBox> {};
@@ -59,15 +56,14 @@ TEST_P(Availability, FollowsTheOnValueAlone) {
   EXPECT_TRUE(Testing::widgetOperations(world.take()).empty());
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Connected, Availability,
-    testing::Values(OptionBox{"FirstPageOnly", u"FirstPageOnly", u"True", u"False",
-                              u"ePTKWPageWatermark_PrintFirstPageOnly"},
-                    OptionBox{"WatermarkOccurance", u"WatermarkOccurance", u"PerPage", u"None",
-                              u"ePTKWPageWatermark_PrintPerPage"},
-                    OptionBox{"OverlayOccurance", u"OverlayOccurance", u"PerPage", u"None",
-                              u"ePTKWJobOverlayImage_PrintPerPage"}),
-    [](const auto& instance) { return instance.param.name; });
+INSTANTIATE_TEST_SUITE_P(Connected, Availability,
+                         testing::Values(OptionBox{"FirstPageOnly", u"FirstPageOnly", u"True", u"False",
+                                                   u"ePTKWPageWatermark_PrintFirstPageOnly"},
+                                         OptionBox{"WatermarkOccurance", u"WatermarkOccurance", u"PerPage", u"None",
+                                                   u"ePTKWPageWatermark_PrintPerPage"},
+                                         OptionBox{"OverlayOccurance", u"OverlayOccurance", u"PerPage", u"None",
+                                                   u"ePTKWJobOverlayImage_PrintPerPage"}),
+                         [](const auto& instance) { return instance.param.name; });
 
 TEST(OverlayLayering, AvailabilityIsNotFollowed) {
   World world;
@@ -82,7 +78,8 @@ TEST(WatermarkBoxes, ClickWritesTheProperty) {
   world.take();
   world.box(u"ePTKWPageWatermark_PrintFirstPageOnly").click();
   world.box(u"ePTKWPageWatermark_PrintFirstPageOnly").click();
-  EXPECT_EQ(Testing::transitions(world.take()), (std::vector<std::string>{"FirstPageOnly=True", "FirstPageOnly=False"}));
+  EXPECT_EQ(Testing::transitions(world.take()),
+            (std::vector<std::string>{"FirstPageOnly=True", "FirstPageOnly=False"}));
 }
 
 TEST(OverlayBoxes, ClickWritesTheProperty) {

@@ -129,9 +129,8 @@ TEST(NegativeImage, UnavailableOnKVTIsHiddenToo) {
   world.box(negativeBox).click();
   world.take();
   world.preferences.setAvailable(u"NegativeImage", u"Negative", false);
-  EXPECT_EQ(widgetOperations(world.take()),
-            (Lines{"ePTKWPageNegativeImage setChecked false", "ePTKWPageNegativeImage disable",
-                   "ePTKWPageNegativeImage hide"}));
+  EXPECT_EQ(widgetOperations(world.take()), (Lines{"ePTKWPageNegativeImage setChecked false",
+                                                   "ePTKWPageNegativeImage disable", "ePTKWPageNegativeImage hide"}));
 }
 
 TEST(NegativeImage, AvailableAgainOnKVTIsEnabledButNotShown) {

@@ -42,7 +42,8 @@ TEST(ModelDescriptions, ThatShipAreReadByTheirNameInAnyCase) {
   const auto names = Refhost::shippedModels(resources / "models");
   EXPECT_EQ(names.front(), "standard");
   EXPECT_EQ(names.size(), 11U);
-  for (const std::string& name : names) EXPECT_FALSE(Refhost::readModel(resources / "models", name).rules.empty() && name != "standard") << name;
+  for (const std::string& name : names)
+    EXPECT_FALSE(Refhost::readModel(resources / "models", name).rules.empty() && name != "standard") << name;
   EXPECT_EQ(Refhost::readModel(resources / "models", "KVT").name, u"kvt");
 }
 
@@ -64,8 +65,9 @@ TEST(ModelDescriptions, FailWithFileAndLine) {
   EXPECT_EQ(failureOfModel("<model name='m' label='m'>\n<colour/></model>"), "m.xml:2: <colour> is not known here.");
   EXPECT_EQ(failureOfModel("<model name='m' label='m'>\n<property name='P'/></model>"),
             "m.xml:2: <property> has no value.");
-  EXPECT_EQ(failureOfModel("<model name='m' label='m'><property name='P' value=''/>\n<property name='P' value=''/></model>"),
-            "m.xml:2: the property P stands twice.");
+  EXPECT_EQ(
+      failureOfModel("<model name='m' label='m'><property name='P' value=''/>\n<property name='P' value=''/></model>"),
+      "m.xml:2: the property P stands twice.");
   EXPECT_EQ(failureOfModel("<model name='m' label='m'><property name='P' value='a'><option value='a'/></property>\n"
                            "<rule unavailable='P' option='b'/></model>"),
             "m.xml:2: P has no option b.");
@@ -105,7 +107,8 @@ TEST(StringTables, HaveATextForEveryReference) {
   for (const std::filesystem::path& root : {resources, std::filesystem::path(SOURCE_FOLDER)})
     for (const auto& entry : std::filesystem::recursive_directory_iterator(root)) {
       const auto file = std::filesystem::relative(entry.path(), root).string();
-      if (!entry.is_regular_file() || file.starts_with("build") || file.starts_with("tests") || file.starts_with(".git"))
+      if (!entry.is_regular_file() || file.starts_with("build") || file.starts_with("tests") ||
+          file.starts_with(".git"))
         continue;
       const auto type = entry.path().extension();
       if (type != ".xul" && type != ".xml" && type != ".cpp" && type != ".h") continue;
@@ -134,9 +137,10 @@ TEST(StringTables, LeaveOtherTextsAsTheyAre) {
 
 TEST(StringTables, TakeTheFirstOfTwoTextsAndResolvePredefinedReferences) {
   const TemporaryFolder folder;
-  writeFile(folder.path / "strings.dtd",
-            "\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!ENTITY IDS_A \"first\">\n<!ENTITY IDS_A \"second\">"
-            "<!ENTITY IDS_B \"a &amp; b &lt; &#x65E5;\">");
+  writeFile(
+      folder.path / "strings.dtd",
+      "\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!ENTITY IDS_A \"first\">\n<!ENTITY IDS_A \"second\">"
+      "<!ENTITY IDS_B \"a &amp; b &lt; &#x65E5;\">");
   const auto table = Refhost::readStrings(folder.path / "strings.dtd");
   EXPECT_EQ(table.at(u"IDS_A"), u"first");
   EXPECT_EQ(table.at(u"IDS_B"), u"a & b < 日");
@@ -154,7 +158,8 @@ TEST(StringTables, AreNotFoundForAnUnknownLocale) {
 }
 
 TEST(ChromeAddresses, NameFilesOfTheirPackageAlone) {
-  EXPECT_EQ(chrome.file(u"chrome://effect/content/tab_effect.xul"), resources / "effect" / "content" / "tab_effect.xul");
+  EXPECT_EQ(chrome.file(u"chrome://effect/content/tab_effect.xul"),
+            resources / "effect" / "content" / "tab_effect.xul");
   for (const auto* address :
        {u"chrome://effect/../secret", u"chrome://effect//x", u"chrome://effect/./x", u"file:///etc/passwd", u"effect/x",
         u"chrome://effect/a\\..\\b", u"chrome://c:/x", u"chrome://../x"})
@@ -168,7 +173,8 @@ class Layouts : public testing::Test {
     std::filesystem::create_directories(folder.path / "p" / "content");
     writeFile(folder.path / "p" / "content" / "l.xul", xml);
     const Refhost::ChromeFolders folders(folder.path);
-    const auto sentence = failureOf([&] { Refhost::LayoutReader(folders, {}).read(u"chrome://p/content/l.xul", world); });
+    const auto sentence =
+        failureOf([&] { Refhost::LayoutReader(folders, {}).read(u"chrome://p/content/l.xul", world); });
     return std::regex_replace(sentence, std::regex("^.*l\\.xul"), "l.xul");
   }
 

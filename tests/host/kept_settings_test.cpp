@@ -94,7 +94,8 @@ TEST(ApplicableSettings, LeaveOutWhatIsSaidOfOneJob) {
                             {u"OvlDestCreated", u"True"},
                             {u"CancelJob", u"True"}};
   for (const std::string& model : shippedModels(std::filesystem::path(RESOURCES_FOLDER) / "models"))
-    EXPECT_TRUE(applicable(ofTheJob, readModel(std::filesystem::path(RESOURCES_FOLDER) / "models", model)).empty()) << model;
+    EXPECT_TRUE(applicable(ofTheJob, readModel(std::filesystem::path(RESOURCES_FOLDER) / "models", model)).empty())
+        << model;
 }
 
 }  // namespace

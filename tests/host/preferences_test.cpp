@@ -38,7 +38,8 @@ TEST(Opening, FailsForAFileThatIsNoLibrary) {
   options.plugin = folder.path / "Zorvueffect.so";
   Testing::writeFile(options.plugin, "no library");
   const std::string sentence = failureOfOpening(options);
-  EXPECT_TRUE(sentence.starts_with("The plug-in library " + options.plugin.string() + " cannot be loaded: ")) << sentence;
+  EXPECT_TRUE(sentence.starts_with("The plug-in library " + options.plugin.string() + " cannot be loaded: "))
+      << sentence;
 }
 
 TEST(Opening, FailsForAnUnknownProperty) {
@@ -75,12 +76,14 @@ TEST(Home, HoldsUserAndProfileAndNothingElse) {
   options.home = folder.path / "home";
   World world(options);
   std::set<std::string> names;
-  for (const auto& entry : std::filesystem::directory_iterator(options.home)) names.insert(entry.path().filename().string());
+  for (const auto& entry : std::filesystem::directory_iterator(options.home))
+    names.insert(entry.path().filename().string());
   EXPECT_EQ(names, (std::set<std::string>{"profile", "user"}));
   EXPECT_EQ(world.preferences.setting(u"kilnworks.user.path"), (options.home / "user").generic_u16string());
   EXPECT_EQ(world.preferences.setting(u"kilnworks.user.userprofile"), (options.home / "profile").generic_u16string());
   EXPECT_EQ(world.preferences.setting(u"kilnworks.pdlsettings.folder"), u"overlays");
-  EXPECT_EQ(world.preferences.setting(u"kilnworks.user.localdata.path"), (options.home / "localdata").generic_u16string());
+  EXPECT_EQ(world.preferences.setting(u"kilnworks.user.localdata.path"),
+            (options.home / "localdata").generic_u16string());
 }
 
 TEST(Home, ThatIsTemporaryGoesWithTheRun) {

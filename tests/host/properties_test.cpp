@@ -14,8 +14,10 @@ Refhost::ModelDescription description() {
     return Refhost::PropertyDescription{std::move(name), options.front(), options, false};
   };
   Refhost::ModelDescription model;
-  model.properties = {option(u"Paper", {u"A4", u"A3"}), option(u"Duplex", {u"Off", u"On"}),
-                      option(u"Staple", {u"Off", u"On"}), {u"Text", u"", {}, false}};
+  model.properties = {option(u"Paper", {u"A4", u"A3"}),
+                      option(u"Duplex", {u"Off", u"On"}),
+                      option(u"Staple", {u"Off", u"On"}),
+                      {u"Text", u"", {}, false}};
   model.rules = {{u"Duplex", u"On", {{u"Paper", u"A3"}}}, {u"Staple", u"On", {{u"Duplex", u"Off"}, {u"Paper", u"A3"}}}};
   return model;
 }
@@ -27,9 +29,9 @@ struct Model : Kiln::SignalTarget {
     trace.listen([this](const auto& event) {
       if (event.op != "signal") return;
       const auto option = Testing::member(event, "option");
-      fired.push_back(Testing::member(event, "of") + (option.empty() ? "=" + Testing::member(event, "value")
-                                                                    : ":" + option + " " +
-                                                                          Testing::member(event, "enabled")));
+      fired.push_back(Testing::member(event, "of") + (option.empty()
+                                                          ? "=" + Testing::member(event, "value")
+                                                          : ":" + option + " " + Testing::member(event, "enabled")));
     });
   }
 

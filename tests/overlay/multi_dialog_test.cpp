@@ -18,7 +18,9 @@ std::vector<std::string> withFree(std::vector<std::string> slots) {
   return slots;
 }
 
-std::filesystem::path pictureOf(const Kiln::XUL::Image& image) { return dynamic_cast<const Refhost::Image&>(image).file; }
+std::filesystem::path pictureOf(const Kiln::XUL::Image& image) {
+  return dynamic_cast<const Refhost::Image&>(image).file;
+}
 
 std::string imageOf(Kiln::XUL::ListItem& item) {
   const auto picture = item.image();

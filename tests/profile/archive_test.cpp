@@ -24,7 +24,6 @@ using testing::IsEmpty;
 using testing::StartsWith;
 using Path = std::filesystem::path;
 
-
 class Archive : public testing::Test {
  protected:
   // The sentence with which the archive is refused; empty when it is not.
@@ -83,9 +82,29 @@ TEST_F(Archive, MadeByHandIsAnArchive) {
 }
 
 TEST_F(Archive, WithNamesThatLeadElsewhereIsRefused) {
-  for (const char* name : {"../a", "a/../../b", "a/..", "..", ".", "./a", "/a", "/", "a//b", "..\\a", "a\\..\\..\\b", "C:a",
-                           "C:\\a", "\\\\server\\a", "a:stream", "con", "overlays/NUL.opa", "a ", "a.", "a\nb", "a\x7f",
-                           "caf\xc3\xa9", ""})
+  for (const char* name : {"../a",
+                           "a/../../b",
+                           "a/..",
+                           "..",
+                           ".",
+                           "./a",
+                           "/a",
+                           "/",
+                           "a//b",
+                           "..\\a",
+                           "a\\..\\..\\b",
+                           "C:a",
+                           "C:\\a",
+                           "\\\\server\\a",
+                           "a:stream",
+                           "con",
+                           "overlays/NUL.opa",
+                           "a ",
+                           "a.",
+                           "a\nb",
+                           "a\x7f",
+                           "caf\xc3\xa9",
+                           ""})
     EXPECT_THAT(refusal({{"before", "b"}, {name, "bytes"}}), AllOf(StartsWith(file.string()), HasSubstr("refused")))
         << name;
   EXPECT_THAT(refusal({{std::string(201, 'a'), "bytes"}}), HasSubstr("too long"));

@@ -41,7 +41,8 @@ TEST_F(Merge, OfAnotherWatermarkOfTheNameKeepsBoth) {
   EXPECT_EQ(value(import(), u"WatermarkSel"), u"WM_1");
   const std::string both = bytesOf(watermarks);
   EXPECT_THAT(both, testing::HasSubstr(watermark("WM_2", "Draft", "#FF0000")));
-  EXPECT_THAT(both, testing::HasSubstr("<label>Draft</label>\n    <stylename>Draft (2)</stylename>\n    <colour>#808080"));
+  EXPECT_THAT(both,
+              testing::HasSubstr("<label>Draft</label>\n    <stylename>Draft (2)</stylename>\n    <colour>#808080"));
   import();
   EXPECT_EQ(bytesOf(watermarks), both);
 }
@@ -50,7 +51,8 @@ TEST_F(Merge, OfAnotherWatermarkOfTheIdGivesANewId) {
   put(watermarks, watermarkFile(watermark("_x0031_", "Confidential")));
   putWatermarks(watermark("_x0031_", "Secret") + watermark("_x0031__2", "Own"));
   putManifest({{u"WatermarkSel", u"1"}});
-  put(watermarks, watermarkFile("  <_x0031_>\n    <stylename>Confidential</stylename>\n    <value>1</value>\n  </_x0031_>\n"));
+  put(watermarks,
+      watermarkFile("  <_x0031_>\n    <stylename>Confidential</stylename>\n    <value>1</value>\n  </_x0031_>\n"));
   put(from / "ZVeffect.xml",
       watermarkFile("  <_x0031_>\n    <stylename>Secret</stylename>\n    <value>1</value>\n  </_x0031_>\n"
                     "  <_x0031__2>\n    <stylename>Own</stylename>\n    <value>1_2</value>\n  </_x0031__2>\n"));
@@ -67,9 +69,12 @@ TEST_F(Merge, OfAnotherWatermarkOfTheIdGivesANewId) {
 // What came with the program is named by the user's language, and has a face of that language.
 TEST_F(Merge, OfWatermarksThatCameWithTheProgramLooksPastTheFace) {
   const auto draft = [](const std::string& face, const std::string& size) {
-    return watermarkFile("  <_x0032_>\n    <label>$IDS_WM_DRAFT;</label>\n    <stylename>$IDS_WM_DRAFT;</stylename>\n    "
-                         "<fontname>" + face + "</fontname>\n    <fontsize>" + size + "</fontsize>\n    <value>2</value>\n"
-                         "  </_x0032_>\n");
+    return watermarkFile(
+        "  <_x0032_>\n    <label>$IDS_WM_DRAFT;</label>\n    <stylename>$IDS_WM_DRAFT;</stylename>\n    "
+        "<fontname>" +
+        face + "</fontname>\n    <fontsize>" + size +
+        "</fontsize>\n    <value>2</value>\n"
+        "  </_x0032_>\n");
   };
   put(watermarks, draft("Arial", "72"));
   put(from / "ZVeffect.xml", draft("Gothic", "72"));
@@ -84,10 +89,9 @@ TEST_F(Merge, OfWatermarksThatCameWithTheProgramLooksPastTheFace) {
 // downloaded by the same name.
 TEST_F(Merge, OfTwoWatermarksOfOneNameInAProfileKeepsBoth) {
   putManifest({{u"WatermarkSel", u"WM_1_G"}});
-  put(from / "ZVeffect.xml",
-      watermarkFile(watermark("WM_1", "Draft") +
-                    "  <WM_1_G>\n    <stylename>Draft</stylename>\n    <value>WM_1</value>\n    "
-                    "<downloaded>True</downloaded>\n  </WM_1_G>\n"));
+  put(from / "ZVeffect.xml", watermarkFile(watermark("WM_1", "Draft") +
+                                           "  <WM_1_G>\n    <stylename>Draft</stylename>\n    <value>WM_1</value>\n    "
+                                           "<downloaded>True</downloaded>\n  </WM_1_G>\n"));
   EXPECT_EQ(value(import(), u"WatermarkSel"), u"WM_1_2");
   EXPECT_THAT(bytesOf(watermarks), testing::HasSubstr("  <WM_1_2>\n    <stylename>Draft (2)</stylename>\n    "
                                                       "<value>WM_1_2</value>\n    <downloaded>False</downloaded>\n"));

@@ -1,4 +1,5 @@
-// The plug-in's part in profiles: what it writes at the export signal, and how it takes up what an import has put in place.
+// The plug-in's part in profiles: what it writes at the export signal, and how it takes up what an import has put in
+// place.
 #include "tests/documents/failing_disk.h"
 #include "tests/profile/plugin_run.h"
 
@@ -106,7 +107,8 @@ TEST_F(Plugin, ExportSavesWhatIsStillUnsaved) {
   EXPECT_GT(unsaved, 0);
 }
 
-// A store that is not merged is saved, and another is built over the same files: one that sees what others have written.
+// A store that is not merged is saved, and another is built over the same files: one that sees what others have
+// written.
 TEST_F(Plugin, ExportsTheFilesAsTheyAreNow) {
   PluginRun run(home);
   putWatermarkFile(home, watermark("WM_9", "Of another process"));
@@ -163,7 +165,8 @@ TEST_F(Plugin, ImportSelectsBothAgainInOneTransition) {
   run.world.preferences.importProfile("p", {});
   const auto events = run.world.take();
   EXPECT_THAT(transitions(events), Contains("WatermarkSel=WM_1,OverlaySel=12345.opa").Times(1));
-  const auto first = std::find_if(events.begin(), events.end(), [](const auto& event) { return event.op == "transition"; });
+  const auto first =
+      std::find_if(events.begin(), events.end(), [](const auto& event) { return event.op == "transition"; });
   EXPECT_THAT(widgetOperations({events.begin(), first}),
               ElementsAre("lst_selectedWatermark select WM_1", "btn_WMAdd enable", "cmb_EffOverlay select 2",
                           "btn_OvlDel enable", "ePTKWJobOverlayImage_PrintPerPage setEnabled true", "but_EffDet enable",
@@ -181,8 +184,8 @@ TEST_F(Plugin, ImportFillsTheListsAnewInOrderAndSelected) {
                                             {u"OverlayImage", u"OverlayImage"}});
   EXPECT_THAT(run.watermarks(), ElementsAre("0=None", "WM_2=Apple", "WM_3=orange", "WM_1=pear"));
   EXPECT_EQ(run.watermarkList().selectedItem()->value().view(), u"WM_3");
-  EXPECT_THAT(run.overlays(), ElementsAre("None=None", "Multiple=Multiple", "22222.opa=Apple", "33333.opa=orange",
-                                          "11111.opa=pear"));
+  EXPECT_THAT(run.overlays(),
+              ElementsAre("None=None", "Multiple=Multiple", "22222.opa=Apple", "33333.opa=orange", "11111.opa=pear"));
   EXPECT_EQ(run.overlayList().selectedItem()->value().view(), u"33333.opa");
   EXPECT_EQ(run.value(u"Watermark"), "Watermark");
   EXPECT_EQ(run.value(u"WatermarkText"), "orange");

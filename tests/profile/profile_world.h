@@ -20,8 +20,8 @@ inline const Refhost::Progress goOn = [](int, int) { return true; };
 
 // A record of a watermark file, by its id as XML can carry it.
 inline std::string watermark(const std::string& id, const std::string& name, const std::string& colour = "#808080") {
-  return "  <" + id + ">\n    <label>" + name + "</label>\n    <stylename>" + name + "</stylename>\n    <colour>" + colour +
-         "</colour>\n    <value>" + id + "</value>\n    <downloaded>False</downloaded>\n  </" + id + ">\n";
+  return "  <" + id + ">\n    <label>" + name + "</label>\n    <stylename>" + name + "</stylename>\n    <colour>" +
+         colour + "</colour>\n    <value>" + id + "</value>\n    <downloaded>False</downloaded>\n  </" + id + ">\n";
 }
 
 inline const std::string noneRecord =
@@ -35,7 +35,8 @@ inline std::string watermarkFile(const std::string& records) {
 using Overlays = std::vector<std::pair<std::u16string, std::u16string>>;  // name, file
 
 // An index with the files that it lists: the content of each is its name and `content`, and it has a thumbnail.
-inline void putOverlays(const std::filesystem::path& folder, const Overlays& overlays, const std::string& content = "") {
+inline void putOverlays(const std::filesystem::path& folder, const Overlays& overlays,
+                        const std::string& content = "") {
   std::vector<Refhost::OverlayEntry> entries;
   for (const auto& [name, file] : overlays) {
     entries.push_back({name, file});

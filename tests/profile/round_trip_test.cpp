@@ -25,8 +25,10 @@ class RoundTrip : public ProfileHomes {
     Overlays overlays;
     for (int i = 0; i < many; ++i) {
       const std::string number = std::to_string(i);
-      records += record(i, "WM_65F0ABCD_" + number + "_A_1B2C3D", u"Entw\u00fcrfe \u4e0b\u66f8\u304d & <" + toWide(number) + u">");
-      overlays.emplace_back(u"Briefkopf \u5370\u7ae0 " + toWide(number), toWide(std::to_string(30000 + 7 * i)) + u".opa");
+      records += record(i, "WM_65F0ABCD_" + number + "_A_1B2C3D",
+                        u"Entw\u00fcrfe \u4e0b\u66f8\u304d & <" + toWide(number) + u">");
+      overlays.emplace_back(u"Briefkopf \u5370\u7ae0 " + toWide(number),
+                            toWide(std::to_string(30000 + 7 * i)) + u".opa");
     }
     put(home / "user" / "ZVeffect.xml", watermarkFile(records));
     putOverlays(overlaysOf(home), overlays);
@@ -43,8 +45,7 @@ class RoundTrip : public ProfileHomes {
 
   static std::string record(int i, const std::string& id, const std::u16string& name) {
     std::string text;
-    for (const char byte : toNarrow(name))
-      text += byte == '&' ? "&amp;" : byte == '<' ? "&lt;" : std::string(1, byte);
+    for (const char byte : toNarrow(name)) text += byte == '&' ? "&amp;" : byte == '<' ? "&lt;" : std::string(1, byte);
     const std::string number = std::to_string(i);
     const char* const styles[] = {"Solid", "Outline", "Transparency"};
     return "<" + id + "><label>Text " + number + "</label><stylename>" + text + "</stylename><fontname>Face " + number +
@@ -128,7 +129,9 @@ TEST_F(RoundTrip, ASecondTimeChangesNothing) {
     exportFrom(run.world.preferences, file);
   }
   importInto(other);
-  { PluginRun opened(asKept(other)); }
+  {
+    PluginRun opened(asKept(other));
+  }
   const Tree once = treeOf(other);
   importInto(other);
   EXPECT_EQ(treeOf(other), once);
@@ -173,8 +176,8 @@ TEST_F(RoundTrip, WithoutUserDataBringsTheSettingsAlone) {
   run.world.preferences.set(u"MirrorImage", u"MirrorImage");
   exportFrom(run.world.preferences, file, UserData::leftOut);
   importInto(other);
-  EXPECT_THAT(treeOf(other), testing::UnorderedElementsAre(testing::Key("profile/"),
-                                                           testing::Key("profile/settings-standard.json")));
+  EXPECT_THAT(treeOf(other),
+              testing::UnorderedElementsAre(testing::Key("profile/"), testing::Key("profile/settings-standard.json")));
   EXPECT_EQ(PluginRun(asKept(other)).value(u"MirrorImage"), "MirrorImage");
 }
 
@@ -182,7 +185,9 @@ TEST_F(RoundTrip, WithoutUserDataBringsTheSettingsAlone) {
 TEST_F(RoundTrip, OfAnExportThatFailsLeavesNoProfile) {
   putWatermarkFile(home, watermark("WM_1", "Draft"));
   putOverlays(overlaysOf(home), {{u"Form", u"12345.opa"}});
-  { PluginRun first(home); }
+  {
+    PluginRun first(home);
+  }
   int failures = 0;
   for (int failing = 1;; ++failing) {
     Options options = optionsFor(home);

@@ -158,7 +158,8 @@ TEST(DriveCommand, TicketGoesOutAndComesBack) {
   EXPECT_THAT(xml, AllOf(HasSubstr("PrintTicket"), HasSubstr("PageMirrorImage")));
   const auto file = testFolder() / "ticket.xml";
   writeFile(file, xml);
-  const auto answers = answersOf(drive({}, "load-ticket \"" + file.generic_string() + "\"\nget MirrorImage\nok\nticket\n"));
+  const auto answers =
+      answersOf(drive({}, "load-ticket \"" + file.generic_string() + "\"\nget MirrorImage\nok\nticket\n"));
   ASSERT_THAT(answers, SizeIs(4));
   EXPECT_EQ(answers.at(1).at("value"), "MirrorImage");
   EXPECT_EQ(answers.at(3).at("xml"), xml);

@@ -242,9 +242,10 @@ TEST(ScriptCommands, TraceGivesEachEventOnceFromTheOpeningOn) {
 
 TEST(ScriptCommands, AfterOkOrCancelWidgetsAreGoneAndTheRestIsReadable) {
   for (const std::string closing : {"ok", "cancel"}) {
-    const auto run = runScript("set Colour Red\n" + closing +
-                               "\nwidget chk_ask\nok\ncancel\nhelp\ntab pro_tab_device\nexport d\nimport d\nget Colour\nproperties\n"
-                               "setting UIMode\ndialogs\ntrace\nreload\nwidget chk_ask\nget Colour\n");
+    const auto run =
+        runScript("set Colour Red\n" + closing +
+                  "\nwidget chk_ask\nok\ncancel\nhelp\ntab pro_tab_device\nexport d\nimport d\nget Colour\nproperties\n"
+                  "setting UIMode\ndialogs\ntrace\nreload\nwidget chk_ask\nget Colour\n");
     ASSERT_THAT(run.answers, SizeIs(17));
     EXPECT_EQ(run.answers.at(1), done);
     for (std::size_t i = 2; i <= 8; ++i) EXPECT_THAT(run.answers.at(i).at("error"), HasSubstr("closed")) << i;

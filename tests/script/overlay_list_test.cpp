@@ -20,8 +20,8 @@ class OverlayList : public testing::Test {
  protected:
   OverlayList() {
     std::filesystem::create_directories(folder);
-    writeFile(folder / "ovlNmFl.flo", record("Letterhead", "00001.opa") + record("Gone", "00002.opa") +
-                                          record("Terms", "00003.opa"));
+    writeFile(folder / "ovlNmFl.flo",
+              record("Letterhead", "00001.opa") + record("Gone", "00002.opa") + record("Terms", "00003.opa"));
     for (const char* file : {"00001.opa", "00001.bmp", "00003.opa"}) writeFile(folder / file, "content");
   }
 

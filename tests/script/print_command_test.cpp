@@ -90,7 +90,9 @@ TEST_F(PrintCommand, UnknownPropertyIsRefusedWithNearNames) {
   expectNothingPrinted({"--set", "Xyzzy=1"}, "\"Xyzzy\".");
 }
 
-TEST_F(PrintCommand, ContextPropertyIsRefused) { expectNothingPrinted({"--set", "ModelNumber=KVT"}, "\"ModelNumber\""); }
+TEST_F(PrintCommand, ContextPropertyIsRefused) {
+  expectNothingPrinted({"--set", "ModelNumber=KVT"}, "\"ModelNumber\"");
+}
 
 TEST_F(PrintCommand, UnknownOptionIsRefusedWithThoseThereAre) {
   expectNothingPrinted({"--set", "MirrorImage=On"}, "it can be \"None\" or \"MirrorImage\".");

@@ -26,7 +26,8 @@ struct StandardFiles {
   std::filesystem::path err;
 };
 
-// Runs a program, with settings of its own in the environment, to its end; gives its exit status, -1 when it was killed.
+// Runs a program, with settings of its own in the environment, to its end; gives its exit status, -1 when it was
+// killed.
 int runProcess(const std::vector<std::string>& words, const std::vector<std::string>& environment,
                const StandardFiles& files);
 

@@ -17,8 +17,7 @@ class ProfileCommand : public testing::Test {
  protected:
   ProfileCommand() {
     put(settings(home), R"({"values": {"MirrorImage": "MirrorImage", "ModelNumber": "KVT"}})");
-    put(home / "user" / "ZVeffect.xml",
-        "<Watermarks><WM_1><label>Mine</label><value>WM_1</value></WM_1></Watermarks>");
+    put(home / "user" / "ZVeffect.xml", "<Watermarks><WM_1><label>Mine</label><value>WM_1</value></WM_1></Watermarks>");
   }
 
   static void put(const path& file, const std::string& content) {
@@ -52,10 +51,10 @@ TEST_F(ProfileCommand, TakesWhatAPersonHasToAnotherHome) {
   ASSERT_EQ(in.status, 0) << in.err;
   EXPECT_EQ(out.out + out.err + in.out + in.err, "");
   EXPECT_EQ(readFile(other / "user" / "ZVeffect.xml"), readFile(home / "user" / "ZVeffect.xml"));
-  EXPECT_THAT(readFile(settings(other)),
-              AllOf(HasSubstr("\"MirrorImage\": \"MirrorImage\""), HasSubstr("\"PaperSize\": \"A4\""),
-                    Not(HasSubstr("ModelNumber"))));
-  EXPECT_THAT(runKiln({"drive", "--home", other.string()}, "widget lst_selectedWatermark\n").out, HasSubstr("\"Mine\""));
+  EXPECT_THAT(readFile(settings(other)), AllOf(HasSubstr("\"MirrorImage\": \"MirrorImage\""),
+                                               HasSubstr("\"PaperSize\": \"A4\""), Not(HasSubstr("ModelNumber"))));
+  EXPECT_THAT(runKiln({"drive", "--home", other.string()}, "widget lst_selectedWatermark\n").out,
+              HasSubstr("\"Mine\""));
 }
 
 TEST_F(ProfileCommand, LeavesOutUserDataWhenAsked) {

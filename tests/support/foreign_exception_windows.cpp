@@ -22,11 +22,9 @@ void run(const std::function<void()>* work) { (*work)(); }
 __attribute__((noinline)) bool endsEarly(void (*call)(const std::function<void()>*),
                                          const std::function<void()>* work) {
   volatile bool isDone = false;
-  __try1("foreignExceptionFilter")
-  call(work);
+  __try1("foreignExceptionFilter") call(work);
   isDone = true;
-  __except1
-  return !isDone;
+  __except1 return !isDone;
 }
 
 }  // namespace

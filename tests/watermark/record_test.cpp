@@ -1,7 +1,7 @@
 // Ids, numbers and sentences: pure functions.
+#include "effect/sentence.h"
 #include "effect/watermark/numbers.h"
 #include "effect/watermark/record_id.h"
-#include "effect/sentence.h"
 
 #include <gtest/gtest.h>
 

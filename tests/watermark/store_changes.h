@@ -9,7 +9,7 @@
 
 // The user's file before.
 inline const std::string userFileBytes = watermarkFile(element("WM_1", {{"label", "one"}, {"value", "WM_1"}}) +
-                                                element("WM_2", {{"label", "two"}, {"value", "WM_2"}}));
+                                                       element("WM_2", {{"label", "two"}, {"value", "WM_2"}}));
 
 inline void renameRecord(Watermarks& store, std::u16string_view id, std::u16string_view name) {
   const Effect::Node edited = store.record(id)->clone();

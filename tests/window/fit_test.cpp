@@ -39,8 +39,8 @@ void putOverlays(const QTemporaryDir& home, const std::vector<std::pair<QString,
 
 class FitTest : public testing::TestWithParam<std::string> {
  protected:
-  static Testing::OpenWindow windowOf(
-      const std::string& model, const std::function<void(Request&)>& change = [](auto&) {}) {
+  static Testing::OpenWindow
+  windowOf(const std::string& model, const std::function<void(Request&)>& change = [](auto&) {}) {
     return Testing::OpenWindow([&](Request& request) {
       request.preferences.locale = GetParam();
       request.preferences.model = model;

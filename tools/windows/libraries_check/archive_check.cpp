@@ -21,12 +21,12 @@ std::vector<char> packed() {
   archive_entry_set_pathname(entry, "file");
   archive_entry_set_filetype(entry, AE_IFREG);
   archive_entry_set_size(entry, static_cast<la_int64_t>(content.size()));
-  const bool isWritten = archive_write_set_format_zip(writer) == ARCHIVE_OK &&
-                         archive_write_open_memory(writer, bytes.data(), bytes.size(), &used) == ARCHIVE_OK &&
-                         archive_write_header(writer, entry) == ARCHIVE_OK &&
-                         archive_write_data(writer, content.data(), content.size()) ==
-                             static_cast<la_ssize_t>(content.size()) &&
-                         archive_write_close(writer) == ARCHIVE_OK;
+  const bool isWritten =
+      archive_write_set_format_zip(writer) == ARCHIVE_OK &&
+      archive_write_open_memory(writer, bytes.data(), bytes.size(), &used) == ARCHIVE_OK &&
+      archive_write_header(writer, entry) == ARCHIVE_OK &&
+      archive_write_data(writer, content.data(), content.size()) == static_cast<la_ssize_t>(content.size()) &&
+      archive_write_close(writer) == ARCHIVE_OK;
   archive_entry_free(entry);
   archive_write_free(writer);
   bytes.resize(isWritten ? used : 0);

@@ -23,8 +23,7 @@ void expect(bool held, const char* fact) {
 
 bool hasFeature(XML_FeatureEnum wanted) {
   for (const XML_Feature* feature = XML_GetFeatureList(); feature->feature != XML_FEATURE_END; ++feature)
-    if (feature->feature == wanted)
-      return true;
+    if (feature->feature == wanted) return true;
   return false;
 }
 
@@ -70,7 +69,7 @@ std::string amplifyingDocument() {
   return document + "]><r>&e30;</r>";
 }
 
-} // namespace
+}  // namespace
 
 int main() {
   expect(hasFeature(XML_FEATURE_DTD), "it was built with XML_DTD");
