@@ -30,10 +30,10 @@ std::string concatenation(const Matrix& matrix) {
 }
 
 Box moved(const Box& box, const Matrix& matrix) {
-  const auto [lowX, highX] = std::minmax(matrix.a * box.x0, matrix.a * box.x1);
-  const auto [leftX, rightX] = std::minmax(matrix.c * box.y0, matrix.c * box.y1);
-  const auto [lowY, highY] = std::minmax(matrix.b * box.x0, matrix.b * box.x1);
-  const auto [leftY, rightY] = std::minmax(matrix.d * box.y0, matrix.d * box.y1);
+  const auto [lowX, highX] = std::minmax({matrix.a * box.x0, matrix.a * box.x1});
+  const auto [leftX, rightX] = std::minmax({matrix.c * box.y0, matrix.c * box.y1});
+  const auto [lowY, highY] = std::minmax({matrix.b * box.x0, matrix.b * box.x1});
+  const auto [leftY, rightY] = std::minmax({matrix.d * box.y0, matrix.d * box.y1});
   return {lowX + leftX + matrix.e, lowY + leftY + matrix.f, highX + rightX + matrix.e, highY + rightY + matrix.f};
 }
 
