@@ -1,4 +1,5 @@
 // PrintTickets: what one round trip costs, and how that grows with what a ticket holds of other drivers.
+#include "host/documents/disk.h"
 #include "host/documents/documents.h"
 #include "host/model/properties.h"
 #include "host/ticket/conversion.h"
@@ -25,7 +26,7 @@ struct World {
   const std::filesystem::path resources = RESOURCES_FOLDER;
   Trace trace;
   Kiln::SmartPtr<PropertyModel> model = make<PropertyModel>(readModel(resources / "models", "standard"), trace);
-  const std::string schemaBytes = readFile(resources / "effect" / "content" / "schema_effect.xml", 1 << 20);
+  const std::string schemaBytes = realDisk().read(resources / "effect" / "content" / "schema_effect.xml", 1 << 20);
   const TicketSchema schema = readSchema(*readXml(schemaBytes, "schema", documentLimits));
 };
 

@@ -89,7 +89,7 @@ class SchemaReader {
     const auto text = demand(node, attribute);
     auto resolved = scope.resolve(text);
     if (!resolved || !isDeclared(resolved->nameSpace))
-      throw DocumentError(node, "the name " + quoted(text) + " has no prefix that the root element declares.");
+      throw DocumentError(node, "the name " + inQuotes(text) + " has no prefix that the root element declares.");
     return *std::move(resolved);
   }
 
@@ -103,7 +103,7 @@ class SchemaReader {
     if (text == u"page") return Kiln::PTLevel::page;
     if (text == u"document") return Kiln::PTLevel::document;
     if (text == u"job") return Kiln::PTLevel::job;
-    throw DocumentError(node, "scope is " + quoted(text) + ", not page, document or job.");
+    throw DocumentError(node, "scope is " + inQuotes(text) + ", not page, document or job.");
   }
 
   static std::int64_t bound(const Node& node, std::u16string_view attribute) {
@@ -128,7 +128,7 @@ class SchemaReader {
     if (text == u"text") return ValueForm::text;
     if (text == u"integer") return ValueForm::integer;
     if (text == u"colour") return ValueForm::colour;
-    throw DocumentError(node, "type is " + quoted(text) + ", not text, integer or colour.");
+    throw DocumentError(node, "type is " + inQuotes(text) + ", not text, integer or colour.");
   }
 
   static OutOfRange outOfRangeOf(const Node& node) {
@@ -136,7 +136,7 @@ class SchemaReader {
     if (text == u"refused") return OutOfRange::refused;
     if (text == u"wrapped") return OutOfRange::wrapped;
     if (text == u"clamped") return OutOfRange::clamped;
-    throw DocumentError(node, "beyond is " + quoted(text) + ", not refused, wrapped or clamped.");
+    throw DocumentError(node, "beyond is " + inQuotes(text) + ", not refused, wrapped or clamped.");
   }
 
   ExactParameter readExact(const Node& node, const Scope& scope, ValueForm form, const std::u16string& property) {

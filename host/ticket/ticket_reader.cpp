@@ -118,7 +118,7 @@ class TicketReader {
       if (const auto found = inits.find(feature.exact->name); found != inits.end()) {
         if (found->second.text != feature.absent && feature.optionOf(found->second.text) == nullptr)
           throw DocumentError(*found->second.node, schema.shown(feature.exact->name) + " is " +
-                                                       quoted(found->second.text) + ", which is no value of " +
+                                                       inQuotes(found->second.text) + ", which is no value of " +
                                                        schema.shown(feature.name) + ".");
         settings.emplace_back(feature.property, found->second.text);
         readFeatures(feature.features, nullptr, scope);

@@ -53,7 +53,7 @@ class TicketWriter {
     const auto value = valueOf(feature.property);
     const OptionMapping* option = feature.optionOf(value);
     if (option == nullptr && value != feature.absent)
-      refuse(feature.property, "is " + quoted(value) + ", for which " + schema.shown(feature.name) + " has no option.");
+      refuse(feature.property, "is " + inQuotes(value) + ", for which " + schema.shown(feature.name) + " has no option.");
     return option;
   }
 
@@ -98,7 +98,7 @@ class TicketWriter {
   [[noreturn]] static void refuseValue(const std::u16string& property, const ValueType& type,
                                        std::u16string_view value) {
     const auto fault = faultOf(type, value);
-    refuse(property, fault.empty() ? "is " + quoted(value) + ", which the ticket would change." : fault);
+    refuse(property, fault.empty() ? "is " + inQuotes(value) + ", which the ticket would change." : fault);
   }
 
   Kiln::SmartPtr<Node> initNode(const QName& name, const ValueType& type, std::u16string_view text) const {

@@ -82,9 +82,9 @@ std::string textFault(const ValueType& type, std::u16string_view text) {
 
 std::string integerFault(const ValueType& type, std::u16string_view text) {
   const auto number = integerOf(text);
-  if (!number) return "is " + quoted(text) + ", which is no whole number.";
+  if (!number) return "is " + inQuotes(text) + ", which is no whole number.";
   if (*number >= type.least && *number <= type.most) return {};
-  return "is " + quoted(trimmed(text)) + ", not " + rangeOf(type) + ".";
+  return "is " + inQuotes(trimmed(text)) + ", not " + rangeOf(type) + ".";
 }
 
 std::int64_t broughtIn(const ValueType& type, OutOfRange outOfRange, std::int64_t number) {
@@ -102,7 +102,7 @@ std::string faultOf(const ValueType& type, std::u16string_view ticketText) {
     case ValueForm::integer: return integerFault(type, ticketText);
     case ValueForm::colour: break;
   }
-  return isColour(ticketText) ? "" : "is " + quoted(ticketText) + ", which is no colour such as \"#FF808080\".";
+  return isColour(ticketText) ? "" : "is " + inQuotes(ticketText) + ", which is no colour such as \"#FF808080\".";
 }
 
 std::optional<std::u16string> ticketForm(const ValueType& type, OutOfRange outOfRange, std::u16string_view value) {
@@ -125,7 +125,7 @@ std::u16string propertyForm(const ValueType& type, std::u16string_view ticketTex
   return std::u16string(ticketText);
 }
 
-std::string quoted(std::u16string_view text) {
+std::string inQuotes(std::u16string_view text) {
   constexpr std::size_t longest = 40;  // characters
   std::string shown = "\"";
   std::size_t i = 0;

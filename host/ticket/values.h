@@ -42,6 +42,6 @@ std::optional<std::u16string> ticketForm(const ValueType& type, OutOfRange outOf
 std::u16string propertyForm(const ValueType& type, std::u16string_view ticketText);
 
 // A text's start in quotation marks, for a sentence.
-std::string quoted(std::u16string_view text);
+std::string inQuotes(std::u16string_view text);
 
 }  // namespace Refhost

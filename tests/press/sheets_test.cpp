@@ -120,7 +120,9 @@ TEST_F(Sheets, ShowPagesAsTheyAreSeen) {
     for (int x = 1; x < 100; x += 3) {
       const bool isInside = pixel(alone, 2 * x - 1, 2 * y - 1) == pixel(alone, 2 * x + 1, 2 * y + 1) &&
                             pixel(alone, 2 * x - 1, 2 * y + 1) == pixel(alone, 2 * x + 1, 2 * y - 1);
-      if (isInside) EXPECT_EQ(pixel(sheets[0], x, y), pixel(alone, 2 * x, 2 * y)) << x << " " << y;
+      if (isInside) {
+        EXPECT_EQ(pixel(sheets[0], x, y), pixel(alone, 2 * x, 2 * y)) << x << " " << y;
+      }
     }
 }
 
