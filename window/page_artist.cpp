@@ -24,7 +24,7 @@ constexpr double finestDpi = 600;
 
 QImage toImage(const Press::Picture& picture) {
   const QImage borrowed(reinterpret_cast<const uchar*>(picture.argb.data()), picture.width, picture.height,
-                        picture.width * 4, QImage::Format_RGB32);
+                        qsizetype{4} * picture.width, QImage::Format_RGB32);
   return borrowed.copy();
 }
 

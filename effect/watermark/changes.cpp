@@ -18,7 +18,7 @@ bool EffectPlugin::editWatermark(const Node& edited, bool isNew) {
 // The id of another record of that name, which one that is given the name replaces; empty for none. A built-in record,
 // whose name is a reference, is known by the name that the list shows.
 std::u16string EffectPlugin::watermarkNamed(std::u16string_view name, std::u16string_view besides) {
-  const std::u16string named = watermark.store->findIdByName(name);
+  std::u16string named = watermark.store->findIdByName(name);
   if (!named.empty() && named != besides) return named;
   const auto items = watermark.list ? watermark.list->data() : SmartPtr<ListData>();
   for (std::int32_t i = 0; items && i < items->count(); ++i) {

@@ -4,6 +4,8 @@
 #include "effect/watermark/editor_values.h"
 #include "effect/watermark/numbers.h"
 
+#include <cmath>
+
 namespace Kiln::XUL {
 
 using namespace Effect;
@@ -98,7 +100,7 @@ SmartPtr<ListItem> WatermarkDlg::customColourItem() {
 SmartPtr<Image> WatermarkDlg::swatch(WStringView colour) {
   const auto list = watermarkList();
   const float scale = list ? screenScaleFactor(list->nativeWindow()) : 1.0F;
-  const auto side = static_cast<std::int32_t>(15.0F * scale + 0.5F);
+  const auto side = static_cast<std::int32_t>(std::lround(15.0F * scale));
   return host.services.swatch(colour, side, side);
 }
 

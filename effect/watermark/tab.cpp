@@ -113,7 +113,7 @@ bool EffectPlugin::isWatermarkLocked() {
 std::u16string EffectPlugin::knownWatermark(std::u16string_view id) {
   if (watermark.store->record(id)) return std::u16string(id);
   const auto marksDownloaded = propertyManager()->configuration()->child(Setting::userDataSupport);
-  const std::u16string downloadedId = std::u16string(id) + std::u16string(downloadedEnding);
+  std::u16string downloadedId = std::u16string(id) + std::u16string(downloadedEnding);
   if (marksDownloaded && marksDownloaded->boolValue() && watermark.store->record(downloadedId)) return downloadedId;
   return std::u16string(noneId);
 }

@@ -54,7 +54,7 @@ void forEachRadio(WidgetNode& parent, const std::function<void(RadioButton&)>& v
 }  // namespace
 
 template <class Interface>
-TextBoxImpl<Interface>::TextBoxImpl(WidgetWorld& world, WidgetKind kind, std::u16string id)
+TextBoxImpl<Interface>::TextBoxImpl(WidgetWorld& world, WidgetKind kind, const std::u16string& id)
     : WidgetImpl<Interface>(world, kind, id),
       typings(make<ChangeSignal>(world.trace, "text", id)),
       pastes(make<ChangeSignal>(world.trace, "text", id)),
@@ -140,7 +140,7 @@ void RadioButton::uncheckOthers() {
   });
 }
 
-ScrollBar::ScrollBar(WidgetWorld& widgetWorld, WidgetKind kind, std::u16string id)
+ScrollBar::ScrollBar(WidgetWorld& widgetWorld, WidgetKind kind, const std::u16string& id)
     : WidgetImpl(widgetWorld, kind, id),
       scrolls(make<HostSignal<Kiln::XUL::EventArg<Kiln::XUL::ScrollBar>>>(widgetWorld.trace, "scroll", id)) {}
 
@@ -172,7 +172,7 @@ void ScrollBar::move(std::int32_t position) {
   scrolls->fire(Kiln::XUL::EventArg<Kiln::XUL::ScrollBar>(self));
 }
 
-ColorPicker::ColorPicker(WidgetWorld& widgetWorld, WidgetKind kind, std::u16string id)
+ColorPicker::ColorPicker(WidgetWorld& widgetWorld, WidgetKind kind, const std::u16string& id)
     : WidgetImpl(widgetWorld, kind, id),
       changes(make<HostSignal<Kiln::XUL::EventArg<Kiln::XUL::ColorPicker>>>(widgetWorld.trace, "change", id)) {}
 

@@ -39,7 +39,7 @@ class TextBoxImpl final : public WidgetImpl<Interface>, public TextBoxNode {
   using ChangeSignal = HostSignal<ChangeArgument>;
   using BlurSignal = HostSignal<Kiln::XUL::EventArg<Kiln::XUL::TextBox>>;
 
-  TextBoxImpl(WidgetWorld& world, WidgetKind kind, std::u16string id);
+  TextBoxImpl(WidgetWorld& world, WidgetKind kind, const std::u16string& id);
 
   Kiln::WString text() override { return Refhost::text(held); }
   void setText(Kiln::WStringView text) override;
@@ -86,7 +86,7 @@ class RadioButton final : public ToggleImpl<Kiln::XUL::RadioButton> {
 
 class ScrollBar final : public WidgetImpl<Kiln::XUL::ScrollBar> {
  public:
-  ScrollBar(WidgetWorld& world, WidgetKind kind, std::u16string id);
+  ScrollBar(WidgetWorld& world, WidgetKind kind, const std::u16string& id);
 
   // A position that is set fires the signal even when the bar is there already, except while that very position is
   // being told.
@@ -116,7 +116,7 @@ class ScrollBar final : public WidgetImpl<Kiln::XUL::ScrollBar> {
 
 class ColorPicker final : public WidgetImpl<Kiln::XUL::ColorPicker> {
  public:
-  ColorPicker(WidgetWorld& world, WidgetKind kind, std::u16string id);
+  ColorPicker(WidgetWorld& world, WidgetKind kind, const std::u16string& id);
 
   std::uint32_t colour() override { return picked; }
   Kiln::SmartPtr<Kiln::Signal<Kiln::XUL::EventArg<Kiln::XUL::ColorPicker>>> changeSignal() override { return changes; }

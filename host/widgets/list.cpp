@@ -36,7 +36,7 @@ Kiln::SmartPtr<Kiln::XUL::ListItem> ListData::remove(std::int32_t index) {
 }
 
 template <class Interface>
-SelectorImpl<Interface>::SelectorImpl(WidgetWorld& world, WidgetKind kind, std::u16string id)
+SelectorImpl<Interface>::SelectorImpl(WidgetWorld& world, WidgetKind kind, const std::u16string& id)
     : WidgetImpl<Interface>(world, kind, id),
       list(make<ListData>(world.strings)),
       changes(make<ChangeSignal>(world.trace, "change", id)) {}

@@ -79,7 +79,7 @@ class SelectorImpl : public WidgetImpl<Interface>, public SelectorNode {
  public:
   using ChangeSignal = HostSignal<Kiln::XUL::EventArg<Interface>>;
 
-  SelectorImpl(WidgetWorld& world, WidgetKind kind, std::u16string id);
+  SelectorImpl(WidgetWorld& world, WidgetKind kind, const std::u16string& id);
 
   Kiln::SmartPtr<Kiln::XUL::ListData> data() override { return list; }
   void setData(Kiln::SmartPtr<Kiln::XUL::ListData> data) override;

@@ -88,7 +88,7 @@ void Label::setImage(Kiln::SmartPtr<Kiln::XUL::Image> picture) {
   changed();
 }
 
-Button::Button(WidgetWorld& widgetWorld, WidgetKind kind, std::u16string id)
+Button::Button(WidgetWorld& widgetWorld, WidgetKind kind, const std::u16string& id)
     : WidgetImpl(widgetWorld, kind, id),
       clicks(make<HostSignal<Kiln::XUL::EventArg<Kiln::XUL::Button>>>(widgetWorld.trace, "click", id)) {}
 
@@ -103,7 +103,7 @@ void CheckBox::click() {
   fire();
 }
 
-ImageBox::ImageBox(WidgetWorld& widgetWorld, WidgetKind kind, std::u16string id)
+ImageBox::ImageBox(WidgetWorld& widgetWorld, WidgetKind kind, const std::u16string& id)
     : WidgetImpl(widgetWorld, kind, id),
       drops(make<HostSignal<Kiln::WString>>(widgetWorld.trace, "drop", id)),
       menus(make<HostSignal<Kiln::WString>>(widgetWorld.trace, "menu", id)) {}

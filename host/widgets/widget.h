@@ -169,7 +169,7 @@ class Label final : public WidgetImpl<Kiln::XUL::Label> {
 
 class Button final : public WidgetImpl<Kiln::XUL::Button> {
  public:
-  Button(WidgetWorld& world, WidgetKind kind, std::u16string id);
+  Button(WidgetWorld& world, WidgetKind kind, const std::u16string& id);
 
   void setLabel(Kiln::WStringView label) override { changeLabel(label); }
   Kiln::SmartPtr<Kiln::Signal<Kiln::XUL::EventArg<Kiln::XUL::Button>>> clickSignal() override { return clicks; }
@@ -187,7 +187,7 @@ class ToggleImpl : public WidgetImpl<Interface> {
  public:
   using ToggleSignal = HostSignal<Kiln::XUL::EventArg<Kiln::XUL::Toggle>>;
 
-  ToggleImpl(WidgetWorld& world, WidgetKind kind, std::u16string id)
+  ToggleImpl(WidgetWorld& world, WidgetKind kind, const std::u16string& id)
       : WidgetImpl<Interface>(world, kind, id),
         clicks(make<ToggleSignal>(world.trace, "click", id)),
         changes(make<ToggleSignal>(world.trace, "change", id)) {}
@@ -242,7 +242,7 @@ struct MenuItem {
 // An image in the layout. The layout's droptarget="true" lets items of lists be dropped on it.
 class ImageBox final : public WidgetImpl<Kiln::XUL::ImageBox> {
  public:
-  ImageBox(WidgetWorld& world, WidgetKind kind, std::u16string id);
+  ImageBox(WidgetWorld& world, WidgetKind kind, const std::u16string& id);
 
   void setImage(Kiln::SmartPtr<Kiln::XUL::Image> picture) override;
   void setResource(Kiln::WStringView name) override;

@@ -4,7 +4,6 @@
 namespace {
 
 using testing::ElementsAre;
-using testing::ElementsAreArray;
 using testing::IsEmpty;
 
 const Fields transparentRecord = {

@@ -11,7 +11,6 @@
 
 using Press::captureOverlay;
 using Press::Effects;
-using Press::Picture;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;

@@ -16,7 +16,6 @@ using Press::Effects;
 using Press::Overlay;
 using Press::PageRule;
 using Press::Picture;
-using testing::ElementsAre;
 using testing::HasSubstr;
 
 namespace {

@@ -31,10 +31,10 @@ inline const std::string marks = "1 0 0 rg 20 250 100 20 re f 20 180 20 70 re f 
 struct TestJob {
   std::string boxes = "/MediaBox [0 0 200 300]";
   std::vector<std::string> contents = {marks};
-  std::string resources = "";  ///< What stands inside the page's resources.
-  std::string page = "";       ///< Further entries of the page.
-  std::string parent = "";     ///< Entries of the page tree, which the page inherits.
-  std::string catalog = "";    ///< Further entries of the catalog.
+  std::string resources = {};  ///< What stands inside the page's resources.
+  std::string page = {};       ///< Further entries of the page.
+  std::string parent = {};     ///< Entries of the page tree, which the page inherits.
+  std::string catalog = {};    ///< Further entries of the catalog.
   std::vector<std::string> objects = {};
   bool hasResources = true;
 

@@ -11,9 +11,7 @@ namespace {
 using namespace Testing;
 using namespace Refhost;
 using testing::AllOf;
-using testing::Each;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::StartsWith;
 
 // Where the system's temporary files go as long as this is there.

@@ -11,10 +11,7 @@ namespace {
 
 using nlohmann::json;
 using testing::AllOf;
-using testing::Contains;
-using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::SizeIs;
 
 std::vector<json> answersOf(const Outcome& outcome) {

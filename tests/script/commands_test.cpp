@@ -11,7 +11,6 @@ namespace {
 using nlohmann::json;
 using testing::Contains;
 using testing::Each;
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::SizeIs;
 
