@@ -1,10 +1,12 @@
 #!/bin/bash
 # Times printing against other programs, in turns: a job of text, one of ten times as many pages, and one of large pictures.
-# Usage: press_bench.sh FOLDER, where FOLDER holds the built programs. ROUNDS=20 for more turns.
+# Usage: press_bench.sh FOLDER, where FOLDER holds the built programs. ROUNDS=20 for more turns; PAGES and
+# SCANS for jobs of other sizes.
 set -eu
 
 bin=$(realpath -- "${1:?Usage: press_bench.sh FOLDER-OF-THE-BUILT-PROGRAMS}")
 rounds=${ROUNDS:-7}
+scans=${SCANS:-52}
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cd "$work"
@@ -83,7 +85,7 @@ addPrinting() {
 
 echo "In brackets: the computing alone."
 "$bin/press_bench_job" form.pdf 1
-for pages in 1000 10000; do
+for pages in ${PAGES:-1000 10000}; do
   "$bin/press_bench_job" job.pdf "$pages"
   add "qpdf --overlay" qpdf job.pdf --overlay form.pdf --repeat=1 -- overlay.pdf
   has mutool && add "mutool, a loop over pages" mutool run overlay.js job.pdf mutool.pdf
@@ -99,10 +101,10 @@ for pages in 1000 10000; do
   rm -f ./*.pdf.new mutool.pdf pdftk.pdf gs.pdf overlay.pdf copy.pdf
 done
 
-"$bin/press_bench_job" job.pdf 52 scan
+"$bin/press_bench_job" job.pdf "$scans" scan
 export -f copyWhole
 add "a copy" cp job.pdf copy.pdf
 add "a copy, all on the disk" bash -c 'copyWhole job.pdf copy.pdf'
 add "qpdf copy" qpdf job.pdf copied.pdf
 addPrinting
-compare "52 scanned pages, $(($(stat -c %s job.pdf) >> 20)) MiB"
+compare "$scans scanned pages, $(($(stat -c %s job.pdf) >> 20)) MiB"
