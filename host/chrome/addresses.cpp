@@ -3,8 +3,11 @@
 #include "host/unicode.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace Refhost {
+
+using namespace std::string_view_literals;
 
 std::optional<std::filesystem::path> ChromeFolders::file(std::u16string_view address) const {
   constexpr std::u16string_view scheme = u"chrome://";
@@ -14,7 +17,7 @@ std::optional<std::filesystem::path> ChromeFolders::file(std::u16string_view add
   while (!address.empty()) {
     const auto part = address.substr(0, address.find(u'/'));
     address.remove_prefix(std::min(address.size(), part.size() + 1));
-    const bool leaves = part.empty() || part == u"." || part == u".." || part.find_first_of(u"\\:\0") != part.npos;
+    const bool leaves = part.empty() || part == u"." || part == u".." || part.find_first_of(u"\\:\0"sv) != part.npos;
     if (leaves) return {};
     file /= std::filesystem::path(part);
   }

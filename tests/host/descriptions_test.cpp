@@ -166,6 +166,10 @@ TEST(ChromeAddresses, NameFilesOfTheirPackageAlone) {
     EXPECT_FALSE(chrome.file(address)) << Refhost::toNarrow(address);
 }
 
+TEST(ChromeAddresses, NameNoFileWithANul) {
+  EXPECT_FALSE(chrome.file(std::u16string(u"chrome://effect/content/tab_effect.xul") + u'\0' + u".dtd"));
+}
+
 class Layouts : public testing::Test {
  protected:
   std::string failureOfLayout(const std::string& xml) {
