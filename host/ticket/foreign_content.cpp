@@ -25,13 +25,22 @@ class ForeignContent::Reader {
     for (const auto& declared : element.declarations)
       if (!isOwnPrefix(declared.first)) content.declarations.push_back(declared);
     for (const auto& child : element.children())
-      if (!isKnown(*child)) content.nodes.push_back(kept(*child, scope));
+      if (!isKnown(*child) && !isMeaningless(*child, scope)) content.nodes.push_back(kept(*child, scope));
     return content;
   }
 
   bool isOwnPrefix(const std::u16string& prefix) const {
     return std::any_of(schema.prefixes.begin(), schema.prefixes.end(),
                        [&](const auto& own) { return own.first == prefix; });
+  }
+
+  // Whether the node's name has a prefix that nobody declares where it was found. In a document of this system's own
+  // the same name would mean something, perhaps what the document has already.
+  bool isMeaningless(const Node& node, const Scope& around) const {
+    const std::u16string* name = attributeOf(node, {}, u"name");
+    if (name == nullptr || name->find(u':') == name->npos) return false;
+    const std::u16string prefix = name->substr(0, name->find(u':'));
+    return isOwnPrefix(prefix) && Scope(node, around).nameSpaceOf(prefix) == nullptr;
   }
 
   // A copy that takes along what the prefixes of this system's own documents stand for where it was found.

@@ -31,6 +31,21 @@ TEST(ForeignContent, FeaturesParametersAndPropertiesAreKept) {
   EXPECT_THAT(ticket, HasSubstr(property));
 }
 
+TEST(ForeignContent, WhoseNameHasAPrefixThatIsNotDeclaredIsLeftOut) {
+  TicketWorld world;
+  world.load(R"(<PrintTicket version="1"
+    xmlns="http://schemas.microsoft.com/windows/2003/08/printing/printschemaframework"
+    xmlns:psk="http://schemas.microsoft.com/windows/2003/08/printing/printschemakeywords">
+  <ParameterInit name="kw:ePTKWPageWatermark_Text"/>
+  <Feature name="psk:PageMirrorImage"><Property name="kw:Any"/><Option name="psk:MirrorImageWidth"/></Feature>
+</PrintTicket>)");
+  const std::string ticket = world.ticket();
+  EXPECT_THAT(ticket, Not(HasSubstr("kw:Any")));
+  TicketWorld receiver;
+  EXPECT_EQ(receiver.refusalOf(ticket), "");
+  EXPECT_EQ(receiver.value(u"MirrorImage"), u"MirrorImage");
+}
+
 TEST(ForeignContent, PrefixesStillStandForWhatTheyStoodFor) {
   // "psk" is somebody else's here, "ns" is declared above and "psf" is the default.
   TicketWorld world;
