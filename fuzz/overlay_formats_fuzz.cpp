@@ -1,7 +1,5 @@
 // Any bytes as an overlay index, and as a list of several overlays: what is read is written, and is read the same
 // again.
-//
-//   overlay_formats_fuzz -close_fd_mask=3 -max_len=2000 CORPUS
 #include "effect/overlay/file_list.h"
 #include "effect/overlay/index.h"
 

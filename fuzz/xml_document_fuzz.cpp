@@ -1,8 +1,4 @@
 // Any bytes as a document: what is read is written, and is read and written again to the same bytes.
-//
-//   xml_document_fuzz -close_fd_mask=3 -max_len=4000 CORPUS SEEDS
-//
-// Seeds are the documents that the program comes with: those of effect/content and host/models.
 #include "host/documents/documents.h"
 
 #include <cstdint>

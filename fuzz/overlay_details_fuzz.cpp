@@ -1,0 +1,68 @@
+// Any text as what the dialog for several overlays has saved: the slots that it fills fill the same slots again, and
+// the print side finds in their list of files what is in them.
+#include "effect/overlay/multiple_overlay_details.h"
+#include "fuzz/fuzzing.h"
+#include "host/unicode.h"
+#include "press/error.h"
+#include "press/overlay.h"
+
+#include <optional>
+#include <vector>
+
+namespace {
+
+using namespace Effect;
+using Fuzzing::demand;
+
+bool isThere(std::u16string_view label) { return !label.starts_with(u'?'); }
+
+std::u16string pathOf(std::u16string_view label) { return u"/overlays/" + std::u16string(label); }
+
+std::optional<Press::PageRule> ruleIn(std::u16string_view text) {
+  try {
+    return Press::PageRule(Refhost::toNarrow(text));
+  } catch (const Press::Error&) {
+    return {};
+  }
+}
+
+void checkPrinting(const SlotContents& slots) {
+  std::vector<Press::Overlay> expected;
+  bool areRules = true;
+  for (const auto& [label, pages] : slots) {
+    if (label.empty() || pages.empty()) continue;
+    const auto rule = ruleIn(pages);
+    areRules = areRules && rule;
+    if (rule) expected.push_back({std::filesystem::u8path(Refhost::toNarrow(pathOf(label))), *rule});
+  }
+  const std::u16string files = sourceFilesOf(slots, [&slots](std::size_t slot) { return pathOf(slots[slot].label); });
+  try {
+    demand(Press::overlaysFromProperties({{"OverlayImage", "MultipleOverlayImage"},
+                                          {"OverlaySourceFileName", Refhost::toNarrow(files)}}) == expected);
+    demand(areRules);
+  } catch (const Press::Error&) {
+    demand(!areRules);
+  }
+}
+
+void check(std::u16string_view value) {
+  const auto slots = readDetails(value, {}, isThere);
+  const auto withDefault = readDetails(value, u"default.opa", isThere);
+  demand(slots.has_value() == withDefault.has_value());
+  if (!slots) return;
+  for (const auto& [label, pages] : *slots) {
+    demand(label.find_first_of(u";$") == label.npos && pages.find(u'$') == pages.npos);
+    demand(label.empty() ? pages.empty() : isThere(label));
+  }
+  for (std::size_t i = 1; i < slotCount; ++i) demand((*withDefault)[i] == (*slots)[i]);
+  if (!slots->front().label.empty()) demand(*withDefault == *slots);
+  demand(readDetails(detailsOf(*slots), {}, isThere) == slots);
+  checkPrinting(*withDefault);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  check(Refhost::toWide(Fuzzing::text(data, size)));
+  return 0;
+}
