@@ -1,5 +1,7 @@
 #include "press/error.h"
 
+#include "press/unicode.h"
+
 namespace Press {
 
 std::string utf8(const std::filesystem::path& path) {
@@ -8,5 +10,17 @@ std::string utf8(const std::filesystem::path& path) {
 }
 
 std::string quoted(const std::filesystem::path& path) { return "\"" + utf8(path) + "\""; }
+
+std::string excerpt(std::string_view text, std::size_t most) {
+  constexpr std::size_t longestCharacter = 4;
+  std::string shown;
+  for (const char32_t character : charactersOf(text.substr(0, most + longestCharacter))) {
+    const bool isControl = character < 0x20 || (character >= 0x7F && character < 0xA0);
+    const std::string piece = isControl ? "?" : utf8Of(character);
+    if (shown.size() + piece.size() > most) return shown + "...";
+    shown += piece;
+  }
+  return shown;
+}
 
 }  // namespace Press

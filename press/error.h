@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace Press {
 
@@ -24,5 +26,9 @@ std::string utf8(const std::filesystem::path& path);
 
 /// A path as it stands in a sentence: in UTF-8, in quotation marks.
 std::string quoted(const std::filesystem::path& path);
+
+/// The start of a text, of at most so many bytes, as it stands in a sentence: whole characters, "?" for what controls a
+/// terminal, and "..." for what is left out.
+std::string excerpt(std::string_view text, std::size_t most);
 
 }  // namespace Press

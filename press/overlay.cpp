@@ -18,7 +18,7 @@ std::string valueOf(const std::map<std::string, std::string>& properties, const 
 Overlay entryIn(const std::string& text) {
   const std::size_t semicolon = text.find(';');
   if (semicolon == std::string::npos || semicolon == 0)
-    throw Error("The overlays' \"" + text.substr(0, 200) +
+    throw Error("The overlays' \"" + excerpt(text, 200) +
                 "\" does not name a file and its pages: choose the overlays again.");
   return {std::filesystem::u8path(text.substr(0, semicolon)), PageRule(text.substr(semicolon + 1))};
 }

@@ -30,9 +30,8 @@ std::optional<int> pageIn(std::string_view text) {
 }
 
 [[noreturn]] void refuse(std::string_view text) {
-  constexpr std::size_t mostShown = 60;
-  const std::string shown = std::string(text.substr(0, mostShown)) + (text.size() > mostShown ? "..." : "");
-  throw Error("\"" + shown + "\" does not say which pages: write All, Even, Odd, or numbers such as 1,3,5-9.");
+  throw Error("\"" + excerpt(text, 60) +
+              "\" does not say which pages: write All, Even, Odd, or numbers such as 1,3,5-9.");
 }
 
 std::pair<int, int> rangeIn(std::string_view item) {

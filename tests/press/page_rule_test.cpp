@@ -64,6 +64,23 @@ TEST(PageRule, WhatIsNoRuleIsRefusedWithASentence) {
   }
 }
 
+TEST(PageRule, ARefusalHasTheStartOfTheTextInWholeCharacters) {
+  const auto shown = [](const std::string& text) {
+    try {
+      PageRule rule(text);
+    } catch (const Press::Error& error) {
+      const std::string sentence = error.what();
+      return sentence.substr(0, sentence.find(" does not say"));
+    }
+    return std::string();
+  };
+  EXPECT_EQ(shown(std::string("a\0b\x1B\x7F", 5)), "\"a?b??\"");
+  EXPECT_EQ(shown(std::string(60, 'x')), "\"" + std::string(60, 'x') + "\"");
+  EXPECT_EQ(shown(std::string(61, 'x')), "\"" + std::string(60, 'x') + "...\"");
+  EXPECT_EQ(shown(std::string(59, 'x') + "\u6F22"), "\"" + std::string(59, 'x') + "...\"");
+  EXPECT_EQ(shown("\xFF"), "\"\uFFFD\"");
+}
+
 TEST(PageRule, ALongListCostsLittle) {
   std::string text;
   for (int number = 0; number < 1'000'000; ++number) text += std::to_string(2 * number) + ",";
