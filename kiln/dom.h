@@ -6,7 +6,7 @@
 
 namespace Kiln::Dom {
 
-// A node belongs to its parent, and lives besides for as long as somebody holds it. Implemented by the host.
+// A node belongs to its parent and stays alive as long as anything references it. Implemented by the host.
 class INode : public RefCount {
  public:
   virtual WString name() = 0;
@@ -15,25 +15,24 @@ class INode : public RefCount {
   virtual WString value() = 0;
   virtual void setValue(WStringView text) = 0;
 
-  // The number of children, and the child at `index`, from 0, in the order in which they were added; empty when there
-  // is none. [plug-in]
+  // The number of children, and the child at `index` (from 0, in insertion order); empty when out of range. [plug-in]
   virtual std::int32_t childCount() = 0;
   virtual SmartPtr<INode> childAt(std::int32_t index) = 0;
 
-  // The first child of that name; empty when there is none. [plug-in]
+  // The first child with that name; empty when there is none. [plug-in]
   virtual SmartPtr<INode> child(WStringView name) = 0;
 
-  // The child of that name, made with an empty value at the end of the children when there was none. [plug-in]
+  // The child with that name; appended with an empty value when there is none. [plug-in]
   virtual SmartPtr<INode> childOrNew(WStringView name) = 0;
 
-  // Makes `node` the child of that name, in the place of one that was there, else at the end. A node that has a parent
-  // already is copied. [plug-in]
+  // Makes `node` the child with that name: replaces an existing one in place, else appends. A node that already has a
+  // parent is copied. [plug-in]
   virtual void setChild(WStringView name, SmartPtr<INode> node) = 0;
 
-  // Takes the child of that name out; false when there is none. [plug-in]
+  // Removes the child with that name; false when there is none. [plug-in]
   virtual bool removeChild(WStringView name) = 0;
 
-  // A copy of the node and all below it, without a parent. [plug-in]
+  // A deep copy of the node, without a parent. [plug-in]
   virtual SmartPtr<INode> clone() = 0;
 };
 

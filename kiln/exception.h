@@ -14,7 +14,7 @@ class Exception : public std::exception {
   Exception(Allocator& allocator, StringView sentence)
       : message(allocator, std::string(sentence.view()).append(1, '\0')) {}
 
-  // The message, ended by a zero; valid for as long as the exception or a copy of it lives.
+  // The message, null-terminated; valid as long as the exception or a copy of it lives.
   const char* what() const noexcept override { return message.empty() ? "" : message.view().data(); }
 
  private:
@@ -23,7 +23,7 @@ class Exception : public std::exception {
 
 namespace XUL {
 
-// A name that the host does not know was looked up where it must exist: a signal of an unknown property, for example.
+// A required name is unknown to the host: a signal of an unknown property, for example.
 class KeyError : public Exception {
  public:
   using Exception::Exception;

@@ -1,6 +1,6 @@
 // The host's user interface: the preferences that a plug-in's tab is part of, and the dialogs that it opens.
 //
-//   1. UIPlugin::configureUI gives the GUI; the plug-in loads its layout into it and connects readySignal;
+//   1. UIPlugin::configureUI passes the GUI; the plug-in loads its layout into it and connects readySignal;
 //   2. the host fires readySignal once the layout is live, after configureUI has returned;
 //   3. the plug-in binds its widgets and connects the tab panel's signals;
 //   4. a dialog is loaded by openDialog, wired, and then run: runModally returns when it has closed, show at once.
@@ -28,7 +28,7 @@ class TabPanel : public RefCount {
   // Fires when the user asks for help. [plug-in, ready]
   virtual SmartPtr<Signal<EventArg<TabPanel>>> helpSignal() = 0;
 
-  // Fires when the user accepts, before anything is accepted. [plug-in, ready]
+  // Fires when the user accepts, before anything is applied. [plug-in, ready]
   virtual SmartPtr<Signal<SmartPtr<PreAcceptPanel>>> preAcceptSignal() = 0;
 };
 
@@ -40,7 +40,7 @@ class GUI : public RefCount {
   // Fires once, when the layout is live; without a layout when the GUI itself is. [plug-in]
   virtual SmartPtr<Signal<SmartPtr<GUI>>> readySignal() = 0;
 
-  // The widget of that id; empty when the layout has none. [plug-in, ready]
+  // The widget with that id; empty when the layout has none. [plug-in, ready]
   virtual SmartPtr<Widget> widgetById(WStringView id) = 0;
 
   // Never empty; the same object each time. [plug-in, ready]
@@ -82,7 +82,7 @@ class SubDialog : public RefCount {
   // Opens the dialog and returns at once. Throws Exception when it is open already. [plug-in, ready]
   virtual void show() = 0;
 
-  // Makes a picture known by a name for this dialog's widgets. [plug-in, ready]
+  // Registers a picture under a name for this dialog's widgets. [plug-in, ready]
   virtual void registerImage(WStringView name, WStringView url) = 0;
 };
 

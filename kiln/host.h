@@ -10,22 +10,22 @@
 
 namespace Kiln {
 
-// Outlives every plug-in that was given it.
+// Outlives every plug-in that it is passed to.
 class Host {
  public:
   virtual Allocator& allocator() noexcept = 0;
 
-  // Whether the plug-in of that name is switched on. UIPlugin::isActive asks. [plug-in]
+  // Whether the plug-in with that name is enabled. Called by UIPlugin::isActive. [plug-in]
   virtual bool isPluginActive(StringView plugin) = 0;
 
-  // Opens help at the plug-in's own topic. UIPlugin::showHelp asks. [plug-in, ready]
+  // Opens help at the plug-in's own topic. Called by UIPlugin::showHelp. [plug-in, ready]
   virtual void showPluginHelp(StringView plugin) = 0;
 
   // Opens a help file (a chrome:// address) at a topic. [plug-in, ready]
   virtual void showHelpTopic(WStringView url, WStringView topic) = 0;
 
   // The names that an attribute of the plug-in's elements lists, for example the property names that "lock" locks.
-  // Never empty as a pointer. [plug-in]
+  // Never null. [plug-in]
   virtual SmartPtr<Services::TextList> attributeNames(WStringView attribute) = 0;
 
   // Runs the host's modal job step, which asks the user for the name of what is being created and puts it into the
@@ -42,21 +42,21 @@ class Host {
   virtual SmartPtr<XUL::Alignment> alignment(std::int32_t flags) = 0;
 
   // The picture at an address, from a scope of resources ("global" for the shared ones, else empty) or, where `address`
-  // is a path, from a file. Empty when there is none that can be read. [plug-in, ready]
+  // is a path, from a file. Empty when it cannot be read. [plug-in, ready]
   virtual SmartPtr<XUL::Image> image(WStringView address, WStringView scope) = 0;
 
   // A picture filled with one colour ("#" and six hexadecimal digits), sides in pixels. Empty when it cannot be made.
   // [plug-in, ready]
   virtual SmartPtr<XUL::Image> swatch(WStringView colour, std::int32_t width, std::int32_t height) = 0;
 
-  // The text with its string-table reference resolved in the user's language; a text that is none, or that no table
-  // has, as it is. [plug-in]
+  // The text with its string-table reference resolved in the user's language; a text that is not a reference, or is in
+  // no table, is returned unchanged. [plug-in]
   virtual WString translate(WStringView text) = 0;
 
   // What the string table at `url` has for `key` ("$IDS_NONE;"); empty when it has nothing. [plug-in]
   virtual WString lookUp(WStringView url, WStringView key) = 0;
 
-  // The locales that a chrome package has, for example "en-US". Never empty as a pointer. [plug-in]
+  // The locales that a chrome package has, for example "en-US". Never null. [plug-in]
   virtual SmartPtr<Services::TextList> locales(WStringView package) = 0;
 
   // The language of the user interface: "English", "Japanese", "Chinese-Traditional", "Chinese-Simplified", "German",
@@ -64,13 +64,13 @@ class Host {
   virtual WString languageName() = 0;
   virtual bool isJapanese() = 0;
 
-  // The installed font face names; empty when they cannot be told. [plug-in]
+  // The installed font face names; empty when unknown. [plug-in]
   virtual SmartPtr<Services::TextList> fontNames() = 0;
 
-  // A path by its text. [plug-in]
+  // Creates a path. [plug-in]
   virtual SmartPtr<Services::Path> path(WStringView text) = 0;
 
-  // A backing store on a file, and on a resource (a chrome:// address), which can only be read. [plug-in]
+  // A backing store on a file, and a read-only one on a resource (a chrome:// address). [plug-in]
   virtual SmartPtr<Services::FileBackingStoreIO> file(SmartPtr<Services::Path> path) = 0;
   virtual SmartPtr<Services::BackingStoreIO> resource(WStringView url) = 0;
 
@@ -78,8 +78,7 @@ class Host {
   virtual SmartPtr<Services::Documents> documents() = 0;
   virtual SmartPtr<Services::Tickets> tickets() = 0;
 
-  // Tells the user of a failure that does not end what the plug-in is doing: one sentence. What does end it is thrown.
-  // [plug-in]
+  // Reports a failure that does not abort the current operation to the user: one sentence. Throw to abort. [plug-in]
   virtual void tell(WStringView sentence) = 0;
 
  protected:

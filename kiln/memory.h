@@ -1,11 +1,11 @@
-// Memory that crosses between a host and a plug-in.
+// Memory shared between a host and a plug-in.
 //
 // A host and a plug-in may be linked with different C runtimes, so whatever one of them may free for the other comes
-// from the host's allocator and carries that allocator with it: objects by a word in front of them (Base), texts in
-// their block (text.h). Nothing here has static or namespace-scope state: it would exist once in each module.
+// from the host's allocator and carries a pointer to it: objects in a word in front of them (Base), texts in their
+// block (text.h). Nothing here has static or namespace-scope state: it would exist once in each module.
 //
-// All of this interface is used on the host's UI thread only. The comments behind operations name the caller and the
-// state in which it may call:
+// All of this interface is used on the host's UI thread only. The comments on operations name the caller and the state
+// in which it may call:
 //
 //   [plug-in]         the plug-in calls, from its construction on
 //   [plug-in, ready]  the plug-in calls, from the GUI's ready signal on
@@ -18,13 +18,13 @@
 
 namespace Kiln {
 
-// Implemented by the host, which lends it for as long as any of its objects lives.
+// Implemented by the host; outlives every object allocated from it.
 class Allocator {
  public:
-  // Memory for `bytes` bytes, aligned for any fundamental type; null when there is none. Never throws. [plug-in]
+  // Memory for `bytes` bytes, aligned for any fundamental type; null when out of memory. Never throws. [plug-in]
   virtual void* allocate(std::size_t bytes) noexcept = 0;
 
-  // Takes back what allocate gave; null is allowed and does nothing. [plug-in]
+  // Frees memory from allocate; null is allowed and does nothing. [plug-in]
   virtual void deallocate(void* memory) noexcept = 0;
 
  protected:
@@ -34,9 +34,9 @@ class Allocator {
   ~Allocator() = default;
 };
 
-// The root of every class with a virtual destructor that crosses the boundary. On the heap it is made with
-// `new (allocator) T(...)`, which yields null when memory is out, and frees itself through the same allocator,
-// whichever module runs its last `release`.
+// The root of every class with a virtual destructor that crosses the boundary. Created on the heap with `new
+// (allocator) T(...)`, which returns null when out of memory; such objects free themselves through the same allocator,
+// whichever module calls the last `release`.
 class Base {
  public:
   virtual ~Base() = default;

@@ -1,4 +1,4 @@
-// The native window behind a widget, for what only the system knows of it.
+// The native handle of a widget's window.
 #pragma once
 
 namespace Kiln {
@@ -7,10 +7,10 @@ namespace Kiln {
 // A window handle (HWND); null while the widget has no window.
 using NativeWindow = void*;
 #else
-// What stands for a window where there are no window handles. It belongs to the host and lives as long as the widget.
+// Stands in for a window handle on systems that have none. Owned by the host; lives as long as the widget.
 class ScreenWindow {
  public:
-  // The screen's horizontal logical pixels per inch; 0 when the host cannot tell. [plug-in, ready]
+  // The screen's horizontal logical pixels per inch; 0 when unknown. [plug-in, ready]
   virtual int horizontalPixelsPerInch() const = 0;
 
  protected:

@@ -20,28 +20,28 @@
 
 namespace Kiln {
 
-// How much of a job a PrintTicket speaks for. Plug-ins pass it through.
+// The scope of a PrintTicket. Plug-ins pass it through.
 enum class PTLevel : std::int32_t { page, document, job };
 
 class IPlugin : public virtual RefCount {};
 
-// A plug-in with a user interface. Its slots are, in this order, the four operations that a plug-in implements, then
+// A plug-in with a user interface. Its virtual functions are, in this order, the four that a plug-in implements, then
 // the three that it inherits unchanged.
 class UIPlugin : public IPlugin, public SignalTarget {
  public:
   virtual void create() = 0;      // [host]
   virtual void initialise() = 0;  // [host]
 
-  // Loads the plug-in's layout into `gui`, or hooks its ready signal. Called once at most. [host]
+  // Loads the plug-in's layout into `gui`, or connects to its ready signal. Called at most once. [host]
   virtual void configureUI(SmartPtr<XUL::GUI> gui) = 0;
 
-  // Starts the plug-in without a GUI. True when it wants to be asked again. [host]
+  // Starts the plug-in without a GUI. True when it wants to be called again. [host]
   virtual bool rootlessActivation() = 0;
 
   // The property manager given at construction. [plug-in]
   virtual PropertyManager propertyManager() { return manager; }
 
-  // Whether the host has this plug-in switched on. [plug-in]
+  // Whether the host has enabled this plug-in. [plug-in]
   virtual bool isActive() { return theHost.isPluginActive(name); }
 
   // Opens the help for what the plug-in shows. [plug-in, ready]
@@ -64,7 +64,7 @@ class UIPlugin : public IPlugin, public SignalTarget {
   SmartPtr<Services::Library> library;
 };
 
-// A plug-in that takes part in making and reading PrintTickets.
+// A plug-in that converts its properties to PrintTickets and back.
 class PTPlugin : public virtual RefCount {
  public:
   // The schema that maps properties to ticket keywords. [host]
@@ -82,8 +82,8 @@ class PTPlugin : public virtual RefCount {
   SmartPtr<Services::Tickets> tickets;
 };
 
-// The exported function "createPlugin": a new plug-in with a count of 0, or null when the library has none of that name
-// or memory is out. `reserved` is ignored. [host]
+// The exported function "createPlugin": returns a new plug-in with a count of 0, or null when the library has none with
+// that name or memory is exhausted. `reserved` is ignored. [host]
 using CreatePlugin = UIPlugin*(Host& host, PropertyManager manager, const String& name, void* reserved,
                                SmartPtr<Services::Library> library);
 

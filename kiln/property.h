@@ -15,10 +15,10 @@
 
 namespace Kiln {
 
-// A node of a property tree: a value, and children by name. Implemented by the host.
+// A node of a property tree: a value, and named children. Implemented by the host.
 class Property : public RefCount {
  public:
-  // The value; empty when there is none. UTF-8, and UTF-16. [plug-in]
+  // The value, as UTF-8 and as UTF-16; empty when unset. [plug-in]
   virtual String narrowValue() = 0;
   virtual WString wideValue() = 0;
 
@@ -28,14 +28,14 @@ class Property : public RefCount {
   // Whether the value is exactly `text`. [plug-in]
   virtual bool equals(WStringView text) = 0;
 
-  // Writes the value as it is, outside any transition: no constraint runs and no signal fires. Throws Exception where
+  // Writes the value directly, outside any transition: no constraint runs and no signal fires. Throws Exception when
   // the property is read-only. [plug-in]
   virtual void setValue(WStringView text) = 0;
 
-  // Whether there is a child of that name. [plug-in]
+  // Whether there is a child with that name. [plug-in]
   virtual bool hasChild(WStringView name) = 0;
 
-  // The child of that name; empty when there is none. [plug-in]
+  // The child with that name; empty when there is none. [plug-in]
   virtual SmartPtr<Property> child(WStringView name) = 0;
 };
 
@@ -46,7 +46,7 @@ struct ModelEnableChange {
   bool enabled;
 };
 
-// A property was given a value, not necessarily another one than it had. Valid for the duration of the call.
+// A property was assigned a value, possibly the one it already had. Valid for the duration of the call.
 struct ModelSelectionChange {
   SmartPtr<Property> property;
   WString value;
@@ -59,7 +59,7 @@ class ModelRoot : public Property {
   // the model does not have. [plug-in]
   virtual SmartPtr<Signal<ModelEnableChange&>> enableChangeSignal(WStringView property) = 0;
 
-  // Fires when the property is given a value. Throws XUL::KeyError as above. [plug-in]
+  // Fires when the property is assigned a value. Throws XUL::KeyError as above. [plug-in]
   virtual SmartPtr<Signal<ModelSelectionChange&>> selectionChangeSignal(WStringView property) = 0;
 };
 
@@ -74,7 +74,7 @@ class Transition : public RefCount {
 
 }  // namespace State
 
-// All that a plug-in sees of the host's state. Implemented by the host.
+// The plug-in's view of the host's state. Implemented by the host.
 class IPropertyManager : public RefCount {
  public:
   // The driver's properties. [plug-in]
@@ -96,7 +96,8 @@ class IPropertyManager : public RefCount {
   // Whether the constraints allow the value now; false for an unknown property or option. [plug-in]
   virtual bool valueAllowed(WStringView property, WStringView value) = 0;
 
-  // Fire when the user loads a profile (its values are then in the model already), and saves one. [plug-in]
+  // Fire when the user loads a profile (after its values were applied to the model), and when the user saves one.
+  // [plug-in]
   virtual SmartPtr<Signal<ImportExportEventArg>> profileImportSignal() = 0;
   virtual SmartPtr<Signal<ImportExportEventArg>> profileExportSignal() = 0;
 };

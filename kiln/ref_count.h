@@ -1,8 +1,8 @@
-// Counted objects and the pointers that hold them.
+// Reference-counted objects and smart pointers to them.
 //
-//   1. An object is made with a count of 0: SmartPtr<T> object(new (allocator) T(...));
-//   2. every SmartPtr that holds it counts 1;
-//   3. the last one to let go destroys it, through the allocator that it came from.
+//   1. An object is created with a count of 0: SmartPtr<T> object(new (allocator) T(...));
+//   2. every SmartPtr to it counts 1;
+//   3. the last one to be released destroys it, through the allocator that it came from.
 #pragma once
 
 #include "kiln/memory.h"
@@ -15,7 +15,7 @@ class RefCount : public virtual Base {
  public:
   void addRef() noexcept { ++count; }
 
-  // Destroys the object when nobody else holds it.
+  // Drops one reference; destroys the object with the last one.
   void release() noexcept {
     if (--count == 0) delete this;
   }
@@ -26,7 +26,7 @@ class RefCount : public virtual Base {
   std::int32_t count = 0;
 };
 
-// Holds a counted object, or nothing. Its layout is one pointer.
+// A strong reference to a counted object, or null. Its layout is one pointer.
 template <class T>
 class SmartPtr {
  public:
@@ -65,7 +65,7 @@ class SmartPtr {
   T* object = nullptr;
 };
 
-// The same object seen as a T; empty when it is none, or when `from` is empty.
+// The same object as a T; empty when it is not a T, or when `from` is empty.
 template <class T, class U>
 SmartPtr<T> smartCast(const SmartPtr<U>& from) noexcept {
   return SmartPtr<T>(dynamic_cast<T*>(from.get()));

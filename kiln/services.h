@@ -7,7 +7,7 @@
 
 namespace Kiln::Services {
 
-// The loaded library of a plug-in. The host holds its own reference beyond the plug-in's last release.
+// The loaded library of a plug-in. The host keeps its own reference until after the plug-in is destroyed.
 class Library : public RefCount {};
 
 // Texts in order, for example font names or locales.
@@ -15,7 +15,7 @@ class TextList : public RefCount {
  public:
   virtual std::int32_t count() = 0;
 
-  // From 0; empty when there is none. [plug-in]
+  // `index` from 0; empty when out of range. [plug-in]
   virtual WString at(std::int32_t index) = 0;
 };
 
@@ -24,53 +24,53 @@ class Path : public RefCount {
  public:
   virtual WString text() = 0;
 
-  // This path followed by `name`, which may have several parts. [plug-in]
+  // This path followed by `name`, which may have several components. [plug-in]
   virtual SmartPtr<Path> join(WStringView name) = 0;
 
-  // The folder that the last part lies in, and the last part. [plug-in]
+  // The parent folder, and the last component. [plug-in]
   virtual SmartPtr<Path> folder() = 0;
   virtual WString lastPart() = 0;
 
   virtual bool exists() = 0;
   virtual bool isFolder() = 0;
 
-  // Names of the entries, "." and ".." left out, that fit a pattern of `*` and `?`; empty for what is no folder.
-  // [plug-in]
+  // The names of the entries that match a pattern of `*` and `?`, without "." and ".."; empty when this is not a
+  // folder. [plug-in]
   virtual SmartPtr<TextList> list(WStringView pattern) = 0;
 
-  // Makes the folder and those above it. Throws Exception when it cannot. [plug-in]
+  // Creates the folder and its parents. Throws Exception when it cannot. [plug-in]
   virtual void createFolder() = 0;
 
   // Deletes the file; false when there was none. Throws Exception when it cannot. [plug-in]
   virtual bool remove() = 0;
 
-  // Copies the file to `to`, replaced whole. Throws Exception when it cannot. [plug-in]
+  // Copies the file to `to`, replacing it atomically. Throws Exception when it cannot. [plug-in]
   virtual void copyTo(SmartPtr<Path> to) = 0;
 };
 
-// Bytes that are read, or bytes that are written and then stored together.
+// A stream of bytes that is read whole, or written and then committed.
 class BackingStoreIO : public RefCount {
  public:
-  // All bytes of what is stored. Throws Exception when it cannot be read. [plug-in]
+  // The whole content. Throws Exception when it cannot be read. [plug-in]
   virtual String readAll() = 0;
 
-  // Adds bytes to what commit will store. [plug-in]
+  // Appends bytes for the next commit. [plug-in]
   virtual void write(StringView bytes) = 0;
 
-  // Stores what was written, whole or not at all. Throws Exception when it cannot. [plug-in]
+  // Stores the bytes written, all or nothing. Throws Exception when it cannot. [plug-in]
   virtual void commit() = 0;
 };
 
-// A backing store on a file. What was written and not committed leaves the file as it was.
+// A backing store on a file. Without a commit the file is unchanged.
 class FileBackingStoreIO : public BackingStoreIO {
  public:
   virtual SmartPtr<Path> path() = 0;
 };
 
-// Documents as XML. Reading and writing go through a backing store.
+// Reads and writes XML documents through a backing store.
 class Documents : public RefCount {
  public:
-  // A new element with no parent; empty when memory is out. `prefix` and `nameSpace` may be empty. [plug-in]
+  // A new element without a parent; empty when out of memory. `prefix` and `nameSpace` may be empty. [plug-in]
   virtual SmartPtr<Dom::INode> createElement(WStringView name, WStringView prefix, WStringView nameSpace) = 0;
 
   // The document's root element. Throws Exception when it is not well formed or too large. [plug-in]

@@ -1,8 +1,8 @@
 // Signals and the slots that they call.
 //
-//   1. connect(signal, target, &Target::handler) makes a Slot and hands it to the signal, which keeps it;
+//   1. connect(signal, target, &Target::handler) creates a Slot and passes it to the signal, which owns it;
 //   2. the host fires the signal: its slots are called in the order in which they were connected;
-//   3. the target's destructor cuts its slots: the signal still keeps them, but they call nobody any more;
+//   3. the target's destructor disconnects its slots: the signal still owns them, but they call nothing;
 //   4. the host destroys every signal, and with it the slots, before it unloads the library that made them.
 //
 // A slot is made by the target's module and therefore runs that module's code until it is destroyed.
@@ -14,7 +14,7 @@ namespace Kiln {
 
 class SignalTarget;
 
-// A connection, without the kind of its argument. It belongs to the signal; the target only knows of it.
+// A connection, independent of its argument type. Owned by the signal; the target only links to it.
 class SlotBase : public RefCount {
  public:
   // Whether a call still reaches the target.
@@ -33,7 +33,7 @@ class SlotBase : public RefCount {
   SlotBase* previous = nullptr;
 };
 
-// What has handlers that signals call. Its destructor cuts its slots, so no call reaches a target that is gone.
+// A class with signal handlers. Its destructor disconnects its slots, so no call reaches a destroyed target.
 class SignalTarget : public virtual Base {
  public:
   ~SignalTarget() override {
@@ -58,11 +58,11 @@ inline void SlotBase::unlink() noexcept {
   next = previous = nullptr;
 }
 
-// A connection that takes an Arg: by value, or by reference where the handler writes its answer into it.
+// A connection that takes an Arg: by value, or by reference when the handler returns a result in it.
 template <class Arg>
 class ArgumentSlot : public SlotBase {
  public:
-  // Runs the handler; nothing when the slot is cut. What the handler throws passes through. [host]
+  // Runs the handler; does nothing when disconnected. Exceptions of the handler propagate. [host]
   virtual void call(Arg argument) = 0;
 
  protected:
@@ -84,18 +84,18 @@ class Slot final : public ArgumentSlot<Arg> {
   Handler handler;
 };
 
-// Implemented by the host, which fires it. It lives as long as its owner (a widget, a property, a GUI ...).
+// Implemented by the host, which fires it. It lives as long as its owner (a widget, a property, a GUI).
 template <class Arg>
 class Signal : public RefCount {
  public:
-  // Keeps the slot and calls it from now on, after those attached before it. [plug-in]
+  // Keeps the slot and calls it from now on, after the ones attached earlier. [plug-in]
   virtual void attach(SmartPtr<ArgumentSlot<Arg>> slot) = 0;
 
   // The host's allocator. [plug-in]
   virtual Allocator& allocator() noexcept = 0;
 };
 
-// Connects a signal to a handler of `target`. Throws std::bad_alloc when memory is out. [plug-in]
+// Connects a signal to a handler of `target`. Throws std::bad_alloc when out of memory. [plug-in]
 template <class Target, class Arg>
 void connect(Signal<Arg>& signal, Target& target, void (Target::*handler)(Arg)) {
   SmartPtr<ArgumentSlot<Arg>> slot(new (signal.allocator()) Slot<Target, Arg>(target, handler));

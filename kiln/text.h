@@ -1,6 +1,6 @@
-// Text that crosses between a host and a plug-in: views for what is only read during a call, texts for what is kept.
+// Text passed between a host and a plug-in: views for the duration of a call, texts for values that are kept.
 //
-// Narrow text is UTF-8. Wide text is UTF-16 on every platform, so that comparing and cutting mean the same
+// Narrow text is UTF-8. Wide text is UTF-16 on every platform, so that comparing and truncating work the same
 // everywhere; it may hold unpaired surrogates. Comparisons are by unit: exact and case-sensitive.
 #pragma once
 
@@ -12,7 +12,7 @@
 
 namespace Kiln {
 
-// A text that belongs to somebody else, valid for the duration of the call that carries it.
+// A text owned by the caller, valid for the duration of the call.
 template <class Unit>
 class BasicView {
  public:
@@ -31,14 +31,14 @@ class BasicView {
   std::size_t count = 0;
 };
 
-// A text that never changes, shared by its copies and freed by the last of them through the allocator that it carries.
-// Its layout is one pointer; an empty text has no block.
+// An immutable text, shared by its copies; the last one frees it through the allocator stored in its block. Its layout
+// is one pointer; an empty text has no block.
 template <class Unit>
 class BasicText {
  public:
   BasicText() noexcept = default;
 
-  // Throws std::bad_alloc when memory is out.
+  // Throws std::bad_alloc when out of memory.
   BasicText(Allocator& allocator, BasicView<Unit> text) {
     if (text.size() == 0) return;
     void* memory = allocator.allocate(sizeof(Block) + text.size() * sizeof(Unit));
@@ -61,7 +61,7 @@ class BasicText {
   bool empty() const noexcept { return block == nullptr; }
   std::size_t size() const noexcept { return block == nullptr ? 0 : block->size; }
 
-  // Valid for as long as this text or a copy of it lives.
+  // Valid as long as this text or a copy of it lives.
   std::basic_string_view<Unit> view() const noexcept {
     return block == nullptr ? std::basic_string_view<Unit>() : std::basic_string_view<Unit>(units(), block->size);
   }

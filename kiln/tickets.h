@@ -16,12 +16,13 @@ class Tickets : public RefCount {
   // The schema at a chrome:// address. Throws Exception when it cannot be read. [plug-in]
   virtual SmartPtr<Dom::INode> loadSchema(WStringView url) = 0;
 
-  // Adds to `element` what the plug-in's schema makes of the properties. An empty element is accepted: nothing is made.
-  // [plug-in]
+  // Converts the properties by the plug-in's schema and adds the result to `element`. Does nothing when `element` is
+  // empty. [plug-in]
   virtual void propertiesToTicket(PTPlugin& plugin, SmartPtr<Dom::INode> element, Property& properties,
                                   PTLevel level) = 0;
 
-  // Writes what the ticket says into the properties, all of it or, when it throws Exception, nothing. [plug-in]
+  // Writes the ticket's settings into the properties, all or nothing. Throws Exception when the ticket is invalid.
+  // [plug-in]
   virtual void ticketToProperties(PTPlugin& plugin, SmartPtr<Dom::INode> ticket, Property& properties) = 0;
 };
 

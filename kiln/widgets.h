@@ -1,11 +1,11 @@
 // The widgets of a layout. The host owns, draws and operates them; a plug-in finds them by id and sets their state.
 //
-//   1. gui->widgetById(id) finds a widget, smartCast<CheckBox>(...) makes it the kind that it should be; either may
-//      give nothing, since layouts differ;
-//   2. connect(*box->clickSignal(), ...) follows what the user does;
+//   1. gui->widgetById(id) finds a widget, smartCast<CheckBox>(...) casts it to the expected kind; either may
+//      return null, since layouts differ;
+//   2. connect(*box->clickSignal(), ...) handles user input;
 //   3. setters change what is shown.
 //
-// What a plug-in sets in a text box or a scroll bar fires that widget's signals, as the user's hand would. Setting a
+// Setting the text of a text box or the position of a scroll bar fires the widget's signals, like user input. Setting a
 // check mark, a selection, a list or a label fires nothing.
 //
 // A displayed text may be a string-table reference ("$IDS_NONE;"), which the host resolves where it shows it.
@@ -29,12 +29,12 @@ class EventArg {
   SmartPtr<Source> origin;
 };
 
-// A picture: a bitmap by its address, a swatch. Made by Host::image and Host::swatch.
+// A picture: a bitmap or a swatch. Made by Host::image and Host::swatch.
 class Image : public RefCount {};
 
 class Widget : public RefCount {
  public:
-  // Takes the widget out of sight until setVisible(true). [plug-in, ready]
+  // Hides the widget until setVisible(true). [plug-in, ready]
   virtual void hide() = 0;
 
   // Lets the user operate the widget, or not; the same as setEnabled(true) and setEnabled(false). [plug-in, ready]
@@ -44,13 +44,13 @@ class Widget : public RefCount {
   virtual void setVisible(bool visible) = 0;
   virtual void setEnabled(bool enabled) = 0;
 
-  // Whether the user may operate it, as far as the widget itself says. [plug-in, ready]
+  // The widget's own enabled state; an ancestor may still be disabled. [plug-in, ready]
   virtual bool isEnabled() = 0;
 
-  // The id in the layout; never empty for a widget that was found by its id. [plug-in, ready]
+  // The id in the layout; never empty for a widget returned by widgetById. [plug-in, ready]
   virtual WString id() = 0;
 
-  // The window that shows the widget; null where there is none. [plug-in, ready]
+  // The window that shows the widget; null when there is none. [plug-in, ready]
   virtual NativeWindow nativeWindow() = 0;
 };
 
@@ -58,7 +58,7 @@ class Label : public Widget {
  public:
   virtual void setLabel(WStringView text) = 0;
 
-  // A picture beside the text; empty takes it away. [plug-in, ready]
+  // A picture beside the text; empty removes it. [plug-in, ready]
   virtual void setImage(SmartPtr<Image> image) = 0;
 };
 
@@ -83,7 +83,7 @@ class Button : public Widget {
   virtual SmartPtr<Signal<EventArg<Button>>> clickSignal() = 0;
 };
 
-// What is checked or not. A user's click changes the mark first, then fires the click signal, then the change signal.
+// A two-state control. A user's click changes the mark first, then fires the click signal, then the change signal.
 class Toggle : public Widget {
  public:
   virtual void setChecked(bool checked) = 0;
@@ -98,7 +98,7 @@ class CheckBox : public Toggle {};
 // Checking one unchecks the others of its group.
 class RadioButton : public Toggle {};
 
-// An entry of a list or combo box. Moved between places of a list it stays the same object.
+// An entry of a list or combo box. Moving it within a list keeps the object.
 class ListItem : public RefCount {
  public:
   // The displayed text, a string-table reference unresolved. [plug-in, ready]
@@ -118,16 +118,16 @@ class ListItem : public RefCount {
   virtual SmartPtr<Image> image() = 0;
   virtual void setImage(SmartPtr<Image> image) = 0;
 
-  // The item's own mark: true for data that was downloaded for the user. [plug-in, ready]
+  // True for an item that was downloaded for the user. [plug-in, ready]
   virtual bool isMarked() = 0;
   virtual void setMarked(bool marked) = 0;
 
-  // A combo item's state: true while a custom entry has no value picked for it. [plug-in, ready]
+  // For a combo box item: true while a custom entry has no value yet. [plug-in, ready]
   virtual bool flag() = 0;
   virtual void setFlag(bool flag) = 0;
 };
 
-// The entries of a list or combo box, in order. Made by Host::listData, or a widget's own.
+// The entries of a list or combo box, in order. Made by Host::listData, or owned by a widget.
 class ListData : public RefCount {
  public:
   virtual std::int32_t count() = 0;
@@ -141,25 +141,25 @@ class ListData : public RefCount {
   // Puts an item before the one at `index`; count() puts it at the end. [plug-in, ready]
   virtual void insert(std::int32_t index, SmartPtr<ListItem> item) = 0;
 
-  // Takes the item at `index` out and gives it; empty when there is none. [plug-in, ready]
+  // Removes and returns the item at `index`; empty when out of range. [plug-in, ready]
   virtual SmartPtr<ListItem> remove(std::int32_t index) = 0;
 };
 
-// What a list box and a combo box share: items, one of which is selected.
+// Base of list and combo boxes: items, at most one of which is selected.
 class Selector : public Widget {
  public:
-  // The items shown; changing them is shown when the data is given again by setData. Never empty. [plug-in, ready]
+  // The items shown. Changes take effect on screen with the next setData. Never empty. [plug-in, ready]
   virtual SmartPtr<ListData> data() = 0;
 
-  // Shows these items. The selection stays on the item that was selected if it is among them, else it is at the first
-  // item, or at none where there are no items. [plug-in, ready]
+  // Shows these items. The selected item stays selected if it is among them; otherwise the first item is selected, if
+  // any. [plug-in, ready]
   virtual void setData(SmartPtr<ListData> data) = 0;
 
-  // -1 for no selection. [plug-in, ready]
+  // The selected item's index; -1 for no selection. [plug-in, ready]
   virtual std::int32_t selectedIndex() = 0;
   virtual void select(std::int32_t index) = 0;
 
-  // Selects the first item of that value; false, and nothing changes, when there is none. [plug-in, ready]
+  // Selects the first item with that value; false, without a change, when there is none. [plug-in, ready]
   virtual bool selectValue(WStringView value) = 0;
 
   // Empty when nothing is selected. [plug-in, ready]
@@ -175,23 +175,23 @@ class ComboBox : public Selector {
  public:
   virtual SmartPtr<Signal<EventArg<ComboBox>>> changeSignal() = 0;
 
-  // Whether items added later are placed by their displayed text. [plug-in, ready]
+  // Whether items added from now on are inserted in order of their displayed text. [plug-in, ready]
   virtual void setSorted(bool sorted) = 0;
 };
 
 class TextBox;
 
-// A change of a text box's text that is about to happen.
+// A pending change of a text box's text.
 class TextChangeEvent : public RefCount {
  public:
   // The whole new text. [plug-in, ready]
   virtual WString text() = 0;
 
-  // Whether the change is part of an edit that is not finished, such as an input method's composition, and is not to be
-  // applied. [plug-in, ready]
+  // Whether the change belongs to an unfinished edit, such as an input method's composition, and must not be applied.
+  // [plug-in, ready]
   virtual bool isProvisional() = 0;
 
-  // Refuses the change: the box keeps its text. [plug-in, ready]
+  // Rejects the change: the box keeps its text. [plug-in, ready]
   virtual void refuse() = 0;
 
   // The box whose text is about to change. Never empty. [plug-in, ready]
@@ -205,10 +205,10 @@ class TextBox : public Widget {
   virtual WString text() = 0;
   virtual void setText(WStringView text) = 0;
 
-  // The most characters (UTF-16 units) that the user can enter. [plug-in, ready]
+  // The maximum number of UTF-16 units that the user can enter. [plug-in, ready]
   virtual void setMaximumLength(std::int32_t units) = 0;
 
-  // Fire for each change, typed and pasted. [plug-in, ready]
+  // Fire for each typed and each pasted change. [plug-in, ready]
   virtual SmartPtr<Signal<SmartPtr<TextChangeEventArg>>> typingSignal() = 0;
   virtual SmartPtr<Signal<SmartPtr<TextChangeEventArg>>> pastingSignal() = 0;
 
@@ -222,7 +222,7 @@ class ScrollBar : public Widget {
  public:
   virtual std::int32_t position() = 0;
 
-  // A position outside the layout's range is moved to its nearer end. [plug-in, ready]
+  // A position outside the layout's range is clamped. [plug-in, ready]
   virtual void setPosition(std::int32_t position) = 0;
   virtual SmartPtr<Signal<EventArg<ScrollBar>>> scrollSignal() = 0;
 };
@@ -262,12 +262,12 @@ class WMPreview : public Widget {
 // A box of the layout that holds other widgets.
 class Container : public Widget {};
 
-// Lines up the captions of the groups in a container. Made by Host::alignment.
+// Aligns the captions of the groups in a container. Made by Host::alignment.
 class Alignment : public RefCount {
  public:
   enum Flags : std::int32_t { shareColumns = 1 };
 
-  // Lines up the groups of `container` from now on; empty binds nothing. [plug-in, ready]
+  // Aligns the groups of `container` from now on; null is ignored. [plug-in, ready]
   virtual void bind(SmartPtr<Widget> container) = 0;
 };
 
