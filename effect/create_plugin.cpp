@@ -3,7 +3,7 @@
 
 KILN_EXPORT Kiln::UIPlugin* createPlugin(Kiln::Host& host, Kiln::PropertyManager manager, const Kiln::String& name,
                                          void* /*reserved*/, Kiln::SmartPtr<Kiln::Services::Library> library) {
-  // Both are given back before this returns, whoever would destroy the parameters.
+  // Released before this returns, whichever side destroys the parameters.
   const Kiln::PropertyManager ownManager = std::move(manager);
   const Kiln::SmartPtr<Kiln::Services::Library> ownLibrary = std::move(library);
   if (name.view() != Effect::pluginName) return nullptr;

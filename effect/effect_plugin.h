@@ -1,7 +1,7 @@
-// The plug-in "effect": the tab of page effects, and its part in PrintTickets.
+// The plug-in "effect": the tab of page effects, and their PrintTicket conversion.
 //
-// The host connects the class's members to its signals, so it is one class; its files go by feature: the frame and the
-// wiring (effect_plugin.cpp), page_transforms.cpp, watermark/tab.cpp, watermark/changes.cpp, overlay/tab.cpp,
+// One class, because the host connects its members to signals. Its source files by feature: effect_plugin.cpp (frame
+// and connections), page_transforms.cpp, watermark/tab.cpp, watermark/changes.cpp, overlay/tab.cpp,
 // overlay/selection.cpp, overlay/creation.cpp, print_ticket.cpp, profile.cpp.
 #pragma once
 
@@ -84,13 +84,13 @@ class EffectPlugin final : public UIPlugin, public PTPlugin {
   void onOvlOverlay(EventArg<Toggle> event);
   void onOvlPerPage(EventArg<Toggle> event);
 
-  // Switches the overlay off, for a selection that cannot stand.
+  // Turns the overlay off when the selection is invalid.
   void makeOvlValid();
 
-  // Brings OverlaySourceFileName in line with the files that are there.
+  // Replaces the missing files in OverlaySourceFileName by the store's, or removes them.
   void validateOvlSourceFile(std::u16string_view selection);
 
-  // Offers what goes with the overlay that is selected in the list.
+  // Updates the controls for the overlay that is selected in the list.
   void updateOvlControls();
 
   // Creating an overlay from a job.
@@ -119,7 +119,7 @@ class EffectPlugin final : public UIPlugin, public PTPlugin {
   bool propertyIs(Effect::Name property, Effect::Name value);
   std::string uiMode();
 
-  // The tab's widget of that id and kind; empty when the layout has none.
+  // The tab's widget with that id and type; empty when the layout has none.
   template <class Kind>
   SmartPtr<Kind> widget(Effect::Name id) const {
     return smartCast<Kind>(gui->widgetById(id));
@@ -148,13 +148,13 @@ class EffectPlugin final : public UIPlugin, public PTPlugin {
 
   SmartPtr<Overlays> newOverlays();
 
-  // The store; made where there is none.
+  // The store; opened on the first call.
   Overlays& overlays();
   void bindOverlayWidgets();
   void showOverlays();
   void showDownloadedTip();
 
-  // Opens the dialog for several overlays, and returns when it has closed.
+  // Runs the dialog for several overlays; returns when it has closed.
   void assignOverlays();
   std::u16string selectedOverlay();
   void selectOverlayItem(std::u16string_view value, std::u16string_view source);
@@ -174,7 +174,7 @@ class EffectPlugin final : public UIPlugin, public PTPlugin {
 
   SmartPtr<GUI> gui;
 
-  // Each empty where the layout has no such widget.
+  // Each empty when the layout has no such widget.
   struct PageTransforms {
     SmartPtr<CheckBox> rotate180Box;
     SmartPtr<CheckBox> rotate180ForA3LDBox;
@@ -186,7 +186,7 @@ class EffectPlugin final : public UIPlugin, public PTPlugin {
     SmartPtr<Alignment> leftBox;
     SmartPtr<Watermarks> store;  // empty until the tab is set up or, without a tab, a watermark is selected
 
-    // Each empty where there is no tab, or the layout has no such widget.
+    // Each empty without a tab, or when the layout has no such widget.
     SmartPtr<ListBox> list;
     SmartPtr<Button> addButton;
     SmartPtr<Button> editButton;
@@ -198,9 +198,9 @@ class EffectPlugin final : public UIPlugin, public PTPlugin {
 
   struct OverlaySide {
     SmartPtr<Alignment> leftBox;
-    SmartPtr<Overlays> store;  // empty until it is needed, and where an import found no memory for it
+    SmartPtr<Overlays> store;  // empty until first needed, or when an import ran out of memory
 
-    // Each empty where there is no tab, or the layout has no such widget.
+    // Each empty without a tab, or when the layout has no such widget.
     SmartPtr<ComboBox> list;
     SmartPtr<Button> detailsButton;
     SmartPtr<Button> deleteButton;
@@ -209,7 +209,7 @@ class EffectPlugin final : public UIPlugin, public PTPlugin {
     SmartPtr<ImageBox> picture;
     SmartPtr<Label> caption;
 
-    SmartPtr<Image> tip;  // the picture of downloaded data, where the tab tells of it; else empty
+    SmartPtr<Image> tip;  // the icon of downloaded data; empty when the tab does not mark it
     bool mayOverwrite = false;
   } overlay;
 };

@@ -11,7 +11,7 @@ namespace {
 
 constexpr bool isBetween(char16_t unit, char16_t first, char16_t last) { return unit >= first && unit <= last; }
 
-// Blocks in which capitals and small letters alternate, the capital first at an even or at an odd number.
+// Blocks in which upper and lower case alternate, with the upper case at even or at odd code points.
 constexpr bool isAlternatingCapital(char16_t unit) {
   const bool isEven = unit % 2 == 0;
   if (isBetween(unit, 0x0100, 0x0137) || isBetween(unit, 0x014A, 0x0177)) return isEven && unit != 0x0130;
@@ -26,8 +26,7 @@ constexpr bool isAlternatingCapital(char16_t unit) {
 
 }  // namespace
 
-// The plug-in carries no locale library, which would quadruple its size, so the mapping is Unicode's simple one, told
-// by ranges.
+// The plug-in links no locale library, which would quadruple its size. This is Unicode's simple mapping, as ranges.
 char16_t lowerCase(char16_t unit) {
   const auto shifted = [unit](int distance) { return static_cast<char16_t>(unit + distance); };
   if (isBetween(unit, u'A', u'Z')) return shifted(32);

@@ -1,15 +1,15 @@
-// The order of the watermark list and the overlay list.
+// The sort order of the watermark list and the overlay list.
 #pragma once
 
 #include "kiln/widgets.h"
 
 namespace Effect {
 
-// Orders the entries from `fixed` on by their displayed labels, without regard to case, unit by unit, a shorter label
-// before one that begins with it. Entries with equal labels keep their order; all stay the objects that they are.
+// Sorts the entries from index `fixed` on by their displayed labels, case-insensitively, unit by unit, a prefix before
+// longer labels. The sort is stable and keeps the item objects.
 void orderByLabel(Kiln::XUL::ListData& list, std::int32_t fixed);
 
-// The lower-case form of a UTF-16 unit in the Latin, Greek and Cyrillic scripts; any other unit as it is.
+// The lower-case form of a UTF-16 unit in the Latin, Greek and Cyrillic scripts; any other unit unchanged.
 char16_t lowerCase(char16_t unit);
 
 }  // namespace Effect

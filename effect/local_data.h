@@ -1,4 +1,4 @@
-// Local data: what others provide for the user, a folder each.
+// Local data: watermarks and overlays provided for the user, in one folder per provider.
 #pragma once
 
 #include "kiln/services.h"
@@ -9,11 +9,10 @@ namespace Effect {
 
 using Folders = std::vector<Kiln::SmartPtr<Kiln::Services::Path>>;
 
-// The folders in the local data, in listing order. Throws Kiln::Exception when they cannot be listed.
+// The folders in the local data, in listing order. Throws Kiln::Exception when `localData` cannot be listed.
 Folders localDataFolders(Kiln::Services::Path& localData);
 
-// Whether what is read from these folders was brought together from several places: by there being several, or by
-// somebody before, who left a mark.
+// Whether data from these folders is merged: there are several, or the folder has a merge marker ("~merge").
 bool isMergedData(Kiln::Services::Path& localData, const Folders& folders);
 
 }  // namespace Effect

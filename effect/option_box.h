@@ -1,5 +1,5 @@
-// The pattern of a check box that mirrors one option of a property: checked exactly while the property has the option's
-// value, operable exactly while the option is available.
+// A check box bound to one option of a property: checked while the property has the option's value, enabled while the
+// option is available.
 #pragma once
 
 #include "effect/vocabulary.h"
@@ -8,10 +8,10 @@
 
 namespace Effect {
 
-// A box that the layout does not have is skipped.
+// Does nothing when `box` is null.
 void followValue(Kiln::XUL::Toggle* box, const Kiln::ModelSelectionChange& change, Name onValue);
 
-// Changes of other options than the on value are ignored.
+// Ignores changes of other options.
 void followAvailability(Kiln::XUL::Toggle* box, const Kiln::ModelEnableChange& change, Name onValue);
 
 }  // namespace Effect

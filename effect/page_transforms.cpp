@@ -76,13 +76,13 @@ void EffectPlugin::Rotate180SelectionChange(ModelSelectionChange& change) {
   if (!change.value.empty()) checkUnlessNone(transforms.rotate180Box.get(), change.value);
 }
 
-// Unlike the others this one takes an empty value for an effect that is on.
+// Unlike the others this one treats an empty value as on.
 void EffectPlugin::Rotate180ForA3LDSelectionChange(ModelSelectionChange& change) {
   checkUnlessNone(transforms.rotate180ForA3LDBox.get(), change.value);
 }
 
-// An unavailable negative is unchecked and greyed; an unavailable mirror image is out of sight and keeps its mark. The
-// difference is deliberate.
+// Deliberately different: an unavailable negative image is unchecked and disabled; an unavailable mirror image is
+// hidden and keeps its mark.
 void EffectPlugin::DisableNegativeImage(ModelEnableChange& change) {
   const auto& box = transforms.negativeImageBox;
   if (!box || change.option.view() != Value::negative) return;

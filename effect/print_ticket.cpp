@@ -1,5 +1,5 @@
-// The plug-in's part in PrintTickets. The conversion is the host's, by the schema document; the schema does not know
-// multiple overlays, so they travel as the plain overlay option and are told from it by their list of files.
+// The plug-in's PrintTicket conversion, which the host performs by the schema document. The schema has no option for
+// multiple overlays: they are stored as the plain overlay option and recognised by their list of files.
 #include "effect/effect_plugin.h"
 
 namespace Kiln::XUL {
@@ -8,7 +8,8 @@ using namespace Effect;
 
 namespace {
 
-// Runs `convert` while the overlay property says "one" where it says "multiple", and brings it back however that ends.
+// Runs `convert` with a multiple overlay selection replaced by the single one, and restores it afterwards, also when
+// `convert` throws.
 template <class Convert>
 void withSingleOverlay(const SmartPtr<Property>& overlayImage, const Convert& convert) {
   if (!overlayImage || !overlayImage->equals(Value::multipleOverlayImage)) return convert();

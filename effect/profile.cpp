@@ -1,4 +1,4 @@
-// What travels with a profile besides property values: the user's own watermarks and overlays.
+// Exports and imports the user's watermarks and overlays with a profile.
 #include "effect/effect_plugin.h"
 
 #include <new>
@@ -9,14 +9,14 @@ using namespace Effect;
 
 namespace {
 
-// Empty when there is no memory for it.
+// Empty when out of memory.
 template <class Store>
 SmartPtr<Store> open(Host& host, const PropertyManager& properties, bool isMerged) {
   return SmartPtr<Store>(new (host.allocator()) Store(host, properties, isMerged));
 }
 
-// The store to export: one that counts as merged, the present one or another over the same files. Never empty: a
-// profile without what the user has made must not pass for a whole one.
+// The store to export: the present one if merged, else a new merged one over the same files. Never empty: a profile
+// without the user's data must not look complete.
 template <class Store>
 SmartPtr<Store> merged(const SmartPtr<Store>& present, Host& host, const PropertyManager& properties) {
   if (present && present->isMerged()) return present;
@@ -48,7 +48,7 @@ void EffectPlugin::exportOverlays(Services::Path& location) {
   store->exportTo(folder);
 }
 
-// What was selected is selected once more, so that all that depends on it follows what the files hold now.
+// Reselects the selected watermark and overlay, to update what depends on the imported files.
 void EffectPlugin::onImportProfile(ImportExportEventArg) {
   const auto manager = propertyManager();
   takeUpWatermarks();

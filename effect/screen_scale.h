@@ -1,4 +1,4 @@
-// The screen scale factor, by which swatches and thumbnails are sized.
+// The screen scale factor, which sizes swatches and thumbnails.
 #pragma once
 
 #include "kiln/native_window.h"
@@ -7,16 +7,16 @@
 
 namespace Effect {
 
-// The factor of the window's screen: its horizontal pixels per inch by 96, in hundredths, never below 1. The first one
-// that can be had is kept for the life of the process and returned from then on, whatever the window. 1 for no window,
-// or when its screen cannot be had; that is not kept.
+// The factor of the window's screen: its horizontal pixels per inch divided by 96, rounded to hundredths, at least 1.
+// The first known factor is cached for the life of the process and returned for all windows. 1, not cached, when
+// `window` is null or its screen is unknown.
 float screenScaleFactor(Kiln::NativeWindow window);
 
-// The factor of so many pixels per inch.
+// The factor for a number of pixels per inch.
 float scaleOf(int pixelsPerInch);
 
-// The horizontal logical pixels per inch of the window's screen; nothing when they cannot be had. One source file per
-// system, under platform/.
+// The horizontal logical pixels per inch of the window's screen; nothing when unknown. One source file per system,
+// under platform/.
 std::optional<int> horizontalPixelsPerInch(Kiln::NativeWindow window);
 
 }  // namespace Effect

@@ -8,7 +8,7 @@ namespace {
 
 constexpr char32_t replacement = 0xFFFD;
 
-// How many bytes a character has that begins with this one; 0 for a byte that begins none.
+// The length of the UTF-8 sequence that starts with this byte; 0 for an invalid first byte.
 std::size_t lengthOf(unsigned char lead) {
   if (lead < 0x80) return 1;
   if (lead >= 0xC2 && lead < 0xE0) return 2;
@@ -16,7 +16,7 @@ std::size_t lengthOf(unsigned char lead) {
   return lead >= 0xF0 && lead < 0xF5 ? 4 : 0;
 }
 
-// The character at the front of `utf8`, which is moved behind it.
+// Removes and returns the first character of `utf8`.
 char32_t takeCharacter(std::string_view& utf8) {
   const auto lead = static_cast<unsigned char>(utf8.front());
   const std::size_t length = lengthOf(lead);

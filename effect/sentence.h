@@ -1,4 +1,4 @@
-// What a host's exception says, as the user is told it.
+// Exception messages as shown to the user.
 #pragma once
 
 #include "kiln/exception.h"
@@ -8,16 +8,16 @@
 
 namespace Effect {
 
-// UTF-8, with a full stop at its end, so that another sentence can follow.
+// The message in UTF-8, with a full stop, so that another sentence can follow.
 std::string sentenceOf(const Kiln::Exception& problem);
 
-// The same, and that the file in question is left as it is until somebody takes it away.
+// The same, followed by the advice to move the file away, which is not overwritten.
 std::string sentenceOfBlocking(const Kiln::Exception& problem);
 
-// UTF-8 as UTF-16; what is no UTF-8 becomes U+FFFD.
+// UTF-8 to UTF-16; invalid sequences become U+FFFD.
 std::u16string wideText(std::string_view utf8);
 
-// UTF-16 as UTF-8; an unpaired surrogate becomes U+FFFD.
+// UTF-16 to UTF-8; an unpaired surrogate becomes U+FFFD.
 std::string narrowText(std::u16string_view utf16);
 
 }  // namespace Effect

@@ -8,7 +8,7 @@
 
 namespace Effect {
 
-// The value of a key; empty, or false, where the host does not have the key.
+// The value of a key; empty, or false, when the host does not have the key.
 std::u16string settingText(Kiln::Property& settings, Name key);
 bool settingFlag(Kiln::Property& settings, Name key);
 

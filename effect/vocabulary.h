@@ -1,5 +1,5 @@
-// Every name that the plug-in shares with hosts, layouts and tickets, once: properties and their values, widget ids,
-// settings, addresses, string-table references. Odd spellings ("Occurance") are what the others spell, too.
+// All names that the plug-in shares with hosts, layouts and tickets: properties and their values, widget ids, settings,
+// addresses, string-table references. Odd spellings ("Occurance") are part of the interface.
 #pragma once
 
 #include <string_view>
@@ -45,7 +45,7 @@ inline constexpr Name mirrorImage = u"MirrorImage";
 inline constexpr Name rotate180 = u"Rotate180";
 inline constexpr Name rotate180ForA3LD = u"Rotate180ForA3LD";
 
-// What the printer and the job are; only read.
+// Properties of the printer and the job; read only.
 inline constexpr Name modelNumber = u"ModelNumber";
 inline constexpr Name modelSelection = u"ModelSelection";
 inline constexpr Name product = u"Product";
@@ -54,7 +54,7 @@ inline constexpr Name driverTech = u"DriverTech";
 inline constexpr Name printJob = u"PrintJob";
 inline constexpr Name monochromeModel = u"MonochromeModel";
 
-// Its options are the colours that a watermark can have.
+// Its options are the available colours of a watermark.
 inline constexpr Name watermarkColor = u"Watermark-Color";
 
 // An argument of the profile export.
@@ -76,11 +76,11 @@ inline constexpr Name watermark = u"Watermark";
 inline constexpr Name overlayImage = u"OverlayImage";
 inline constexpr Name multipleOverlayImage = u"MultipleOverlayImage";
 
-// Of OverlaySel, and of PrintJob while a job is captured as an overlay.
+// Values of OverlaySel, and of PrintJob while a job is captured as an overlay.
 inline constexpr Name multiple = u"Multiple";
 inline constexpr Name overlayJob = u"Overlay";
 
-// The page rules that are no list.
+// The page rules that are not lists.
 inline constexpr Name allPages = u"All";
 inline constexpr Name evenPages = u"Even";
 inline constexpr Name oddPages = u"Odd";
@@ -90,7 +90,7 @@ inline constexpr Name underlay = u"Underlay";
 inline constexpr Name negative = u"Negative";
 inline constexpr Name mirrorImage = u"MirrorImage";
 
-// Also the on value of Rotate180ForA3LD.
+// Also the "on" value of Rotate180ForA3LD.
 inline constexpr Name rotate180 = u"Rotate180";
 
 inline constexpr Name modelKVT = u"KVT";
@@ -127,8 +127,8 @@ inline constexpr Name overlayLayering = u"ePTKWJobOverlayImage_Layering";
 inline constexpr Name overlayPerPage = u"ePTKWJobOverlayImage_PrintPerPage";
 inline constexpr Name overlayPicture = u"img_EffOverlay";
 
-// The dialog for several overlays. The pictures are in the slots' order, and so are the fields, which the first two
-// slots do not have.
+// The dialog for several overlays. The pictures are in slot order, and so are the text boxes, which start at the third
+// slot.
 inline constexpr Name overlaySource = u"lib_MulOvlSource";
 inline constexpr Name overlayAdd = u"btn_MulOvlAdd";
 inline constexpr Name overlayAddManual = u"btn_MulOvlAddManual";
@@ -156,7 +156,7 @@ inline constexpr Name securityPatternEdit = u"but_EffSecPatEdt";
 inline constexpr Name securityPatternDelete = u"but_EffSecPatDel";
 inline constexpr Name securityPatternLayering = u"ePTKWJobOverlayImage_Layering_HSP_Overlay";
 
-// The watermark editor. The buttons of the nine positions have the positions' codes as their ids.
+// The watermark editor. The buttons of the nine positions have the position codes as ids.
 inline constexpr Name preview = u"txt_EffWMText";
 inline constexpr Name textBox = u"txt_EffWMTxtBox";
 inline constexpr Name styleNameBox = u"txt_EffWMStyleName";
@@ -216,24 +216,24 @@ inline constexpr Name rotate180ForA3LD = u"$IDS_EFFECT_ROTATE_180_A3_LD;";
 inline constexpr Name rotate180ForA3LDByController = u"$IDS_EFFECT_ROTATE_180_A3_LD_CONTROLLER;";
 }  // namespace Token
 
-// What marks downloaded entries of a list, besides an icon.
+// The colour of downloaded entries in a list, besides the icon.
 inline constexpr Name downloadedColour = u"#FF0000";
 
-// The overlay index in every folder that has one.
+// The file name of the overlay index.
 inline constexpr Name overlayIndexName = u"ovlNmFl.flo";
 
-// The resource name of the blank page that a free slot shows, and the item of a slot's context menu that frees it.
+// The resource name of the blank page in a free slot, and the item of a slot's context menu that clears it.
 inline constexpr Name blankBitmap = u"BlankBitmap";
 inline constexpr Name clearItem = u"clear";
 
-// The items of the list of slots to clear, in the slots' order.
+// The items of the list of slots to clear, in slot order.
 inline constexpr Name clearChoices[] = {u"ClearMaster1", u"ClearMaster2", u"ClearManual1", u"ClearManual2",
                                         u"ClearManual3", u"ClearManual4", u"ClearManual5", u"ClearManual6"};
 
 // The attribute that lists the names of locked properties.
 inline constexpr Name lockAttribute = u"lock";
 
-// The scope of pictures that all plug-ins share.
+// The resource scope shared by all plug-ins.
 inline constexpr Name globalScope = u"global";
 
 // The tab's id, which is also its help topic.

@@ -1,15 +1,15 @@
-// The state of widgets that a layout may not have.
+// Helpers for widgets that a layout may not have.
 #pragma once
 
 #include "kiln/widgets.h"
 
 namespace Effect {
 
-// An empty pointer is skipped.
+// A null pointer is ignored.
 void enableIfThere(const Kiln::SmartPtr<Kiln::XUL::Widget>& widget);
 void disableIfThere(const Kiln::SmartPtr<Kiln::XUL::Widget>& widget);
 
-// Unchecks the box and keeps the user from it.
+// Unchecks and disables the box.
 void clearIfThere(const Kiln::SmartPtr<Kiln::XUL::Toggle>& box);
 
 }  // namespace Effect

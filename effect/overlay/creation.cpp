@@ -1,12 +1,12 @@
-// Creating an overlay: the job that is being printed is captured into the store, under a name that the user gives.
+// Creating an overlay: captures the current print job into the store, under a name that the user enters.
 #include "effect/effect_plugin.h"
 
 namespace Kiln::XUL {
 
 using namespace Effect;
 
-// Runs the creation, and then `ending` with whether a destination was prepared. A failure has none and goes on to the
-// host, and the job loses its name: one that has a name counts as prepared.
+// Creates an overlay, then calls `ending` with whether a destination was prepared. On failure, clears the job's overlay
+// name, since a job with a name counts as prepared, and rethrows to the host.
 template <class Ending>
 void EffectPlugin::createOverlay(const Ending& ending) {
   bool isPrepared = false;
@@ -32,7 +32,7 @@ void EffectPlugin::popupOvlPrintDlg(SmartPtr<GUI>) {
   });
 }
 
-// An ordinary job never goes into the destination of an earlier creation.
+// An ordinary job must not write into the destination of an earlier creation.
 void EffectPlugin::onPreAccept(SmartPtr<PreAcceptPanel> panel) {
   if (!propertyIs(Prop::printJob, Value::overlayJob)) return send({{Prop::overlayDestFileName, {}}});
   if (!propertyValue(Prop::overlayImageName).empty()) return;
@@ -41,7 +41,7 @@ void EffectPlugin::onPreAccept(SmartPtr<PreAcceptPanel> panel) {
   });
 }
 
-// True when a destination was prepared, into which the driver is to write the overlay.
+// True when a destination was prepared, which the driver writes the overlay to.
 bool EffectPlugin::sendOverlayCreateTransitions() {
   send({{Prop::ovlDestCreated, Value::no}});
   overlays().refresh();
@@ -56,7 +56,7 @@ bool EffectPlugin::sendOverlayCreateTransitions() {
   return true;
 }
 
-// Asks the user where one of their overlays has the name already.
+// Asks the user to confirm when one of their overlays already has the name.
 bool EffectPlugin::mayTakeName(const std::u16string& name) {
   const std::int32_t known = overlay.store->findByLabel(name, false);
   if (known < 0 || !host().path(overlay.store->record(known).path)->exists()) return true;
@@ -72,7 +72,7 @@ bool EffectPlugin::mayTakeName(const std::u16string& name) {
   return overlay.mayOverwrite;
 }
 
-// The index names the new overlay before the driver has written it: until then no store lists it. Where that fails,
+// Adds the new overlay to the index before the driver writes its file; stores do not list it until then. On failure
 // there is no destination.
 void EffectPlugin::prepareDestination(const std::u16string& name) {
   const auto destination = host().path(overlay.store->addOverlay(name));

@@ -1,8 +1,7 @@
-// The list form of several overlays: FILE;PAGES$ for each, one behind the other, without quoting or escaping.
+// The text format of several overlays: FILE;PAGES$ for each, concatenated, without quoting or escaping.
 //
-// OverlaySourceFileName has paths in it, for the print side; MultipleOverlayDetails has file names, and an entry for
-// each slot of the dialog, an empty slot's too. A list is read entry by entry, since one from outside may have any
-// length:
+// OverlaySourceFileName holds paths, for printing; MultipleOverlayDetails holds file names, and one entry for each slot
+// of the dialog, including empty ones. Input may have any length, so it is parsed one entry at a time:
 //
 //   while (!list.empty()) use(takeFirst(list));
 #pragma once
@@ -12,19 +11,19 @@
 
 namespace Effect {
 
-// Views of the list that it is from.
+// Views into the parsed list.
 struct FileListEntry {
   std::u16string_view file;
   std::u16string_view pages;
 
-  // Whether there is a ";" in the entry; without one all of it is the file.
+  // False when the entry has no ";"; all of it is then the file.
   bool hasPages;
 };
 
-// The first entry, up to a "$" or the list's end, and in it the file up to its first ";". Moves `list` behind it.
+// Removes and returns the first entry, which ends at "$" or at the end of the list. Its file ends at its first ";".
 FileListEntry takeFirst(std::u16string_view& list);
 
-// Adds an entry at the end.
+// Appends an entry.
 void append(std::u16string& list, std::u16string_view file, std::u16string_view pages);
 
 }  // namespace Effect

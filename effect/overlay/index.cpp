@@ -63,7 +63,7 @@ std::u16string storableName(std::u16string_view name) {
 }
 
 bool isOverlayFileName(std::u16string_view fileName) {
-  // The colon parts a drive, or a stream of a file, from the rest.
+  // The colon separates a drive or a file stream from the rest.
   return !fileName.empty() && fileName != u"." && fileName != u".." &&
          fileName.find_first_of(u"/\\:") == fileName.npos && !isSameName(fileName, overlayIndexName);
 }

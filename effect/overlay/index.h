@@ -1,9 +1,9 @@
-// The overlay index: fixed records of a name and a file name, nothing before, between or behind them.
+// The overlay index: an array of fixed-size records of a name and a file name, without header, padding or trailer.
 //
 //   offset 0    128 bytes  the name, up to 64 UTF-16LE units
-//   offset 128   26 bytes  the file name, up to 13 UTF-16LE units: NNNNN.opa and room to spare
+//   offset 128   26 bytes  the file name NNNNN.opa, up to 13 UTF-16LE units
 //
-// A field that is not full ends at its first NUL, and the rest of it is zero. A full one has no NUL.
+// A shorter field is padded with NULs. A full one has no NUL.
 #pragma once
 
 #include <cstddef>
@@ -22,25 +22,25 @@ struct IndexEntry {
   friend bool operator==(const IndexEntry&, const IndexEntry&) = default;
 };
 
-// The complete records in order; what is left behind the last one is ignored. Any bytes are an index.
+// The complete records in order; ignores a partial record at the end. Accepts any bytes.
 std::vector<IndexEntry> readIndex(std::string_view bytes);
 
-// What does not fit into a field is cut, also between the two units of a character.
+// Truncates texts that do not fit, possibly between the units of a surrogate pair.
 std::string indexBytes(const std::vector<IndexEntry>& entries);
 
-// The name as it comes back from an index.
+// The name after a round trip through an index.
 std::u16string storableName(std::u16string_view name);
 
-// Whether a name in an index stands for a file in the index's own folder, and not for the index itself.
+// Whether the name in an index is a file in the index's own folder other than the index itself.
 bool isOverlayFileName(std::u16string_view fileName);
 
-// The thumbnail that lies beside an overlay file, by its name or its path: ".bmp" takes the place of the ending.
+// The thumbnail beside an overlay file, given its name or path: replaces the ending by ".bmp".
 std::u16string thumbnailOf(std::u16string_view file);
 
-// The name of a new overlay file, by a number below 100,000.
+// The file name of a new overlay; `number` is below 100,000.
 std::u16string overlayFileName(unsigned number);
 
-// What follows the last separator of a path, whichever system wrote it.
+// The part after the last separator of a path; both kinds of separators count.
 std::u16string_view lastPartOf(std::u16string_view path);
 
 }  // namespace Effect

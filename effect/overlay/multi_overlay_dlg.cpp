@@ -9,10 +9,10 @@ using namespace Effect;
 
 namespace {
 
-// The tab's list begins with the items for no overlay and for several.
+// The tab's list starts with the items for no overlay and for several.
 constexpr std::int32_t headItems = 2;
 
-// Every overlay to choose from has it.
+// The colour of every overlay to choose from.
 constexpr Name sourceColour = u"#FF0000";
 
 struct RuleButton {
@@ -98,7 +98,7 @@ void MultiOverlayDlg::onOk(SubDialogEventArg&) {
 
 void MultiOverlayDlg::onCancel(SubDialogEventArg&) { withdrawFirstChoice(); }
 
-// Who chose several overlays and has never said which has none.
+// Reverts to None when several overlays were selected but never assigned.
 void MultiOverlayDlg::withdrawFirstChoice() {
   const auto model = host.properties->modelProperties();
   const auto details = model->child(Prop::multipleOverlayDetails);
@@ -136,8 +136,8 @@ void MultiOverlayDlg::refreshButtons() {
     if (const auto button = widget<Button>(id)) button->setEnabled(hasOverlay);
 }
 
-// A value does not tell a downloaded overlay from the user's own of the same file name, but the one that is dragged is
-// mostly the selected one.
+// A downloaded overlay and the user's own may have the same value; prefers the selected item, which is usually the one
+// dragged.
 SmartPtr<ListItem> MultiOverlayDlg::sourceItem(Text value) {
   if (!source) return {};
   if (const auto selected = source->selectedItem(); selected && selected->value().view() == value) return selected;
@@ -147,8 +147,7 @@ SmartPtr<ListItem> MultiOverlayDlg::sourceItem(Text value) {
   return {};
 }
 
-// The place is as deep in the tab's list as there are overlays, so it is the last but one of them. Of a single overlay
-// it is that one.
+// The item that is `headItems` before the end of the tab's list, or the only overlay.
 SmartPtr<ListItem> MultiOverlayDlg::defaultOverlay() {
   const auto box = smartCast<ComboBox>(dialog->parentWidgetById(WidgetId::overlayList));
   if (!box) return {};
@@ -175,7 +174,7 @@ void MultiOverlayDlg::show(Text details) {
   const WString defaultLabel = overlay ? overlay->value() : WString();
   const auto contents = readDetails(details, defaultLabel.view(), [this](Text label) { return isThere(label); });
   if (!contents) return restoreDefaults();
-  // A first slot without an overlay of its own has the default one, which is known by more than its label.
+  // An empty first slot gets the default overlay, whose origin is known.
   const bool beginsWithDefault = details.starts_with(u';');
   for (std::size_t i = 0; i < slotCount; ++i) {
     const auto& [label, pages] = (*contents)[i];
@@ -194,7 +193,7 @@ void MultiOverlayDlg::restoreDefaults() {
   refreshButtons();
 }
 
-// A value does not tell a downloaded overlay from the user's own of the same file name.
+// A downloaded overlay and the user's own may have the same value.
 void MultiOverlayDlg::selectInSource(ListItem& overlay) {
   if (!source) return;
   const auto items = source->data();
@@ -213,7 +212,7 @@ bool MultiOverlayDlg::isThere(Text label) {
   return path != Value::none && host.services.path(path)->exists();
 }
 
-// What is saved does not tell downloaded overlays from the user's own, which go before.
+// Saved labels do not distinguish downloaded overlays from the user's own, which take precedence.
 bool MultiOverlayDlg::isOnlyDownloaded(Text label) { return pathOf(label, false) == Value::none; }
 
 void MultiOverlayDlg::onAdd(EventArg<Button>) { addToFirstFree(0, masterSlots); }
@@ -232,7 +231,7 @@ void MultiOverlayDlg::onDrop(WString value) {
   dropOn(slot, value.view());
 }
 
-// An overlay that takes another one's place takes its pages, too, and a master's rule may be chosen before its overlay.
+// A replacing overlay keeps the slot's pages; a master's rule may be chosen before its overlay.
 void MultiOverlayDlg::dropOn(std::size_t slot, Text value) {
   const auto item = sourceItem(value);
   if (!item) return;
@@ -262,7 +261,7 @@ void MultiOverlayDlg::onPages(SmartPtr<TextChangeEventArg> change) {
   takePages(slot, *change);
 }
 
-// What an input method still composes counts as well: a list of pages needs none.
+// Accepts provisional input too: input methods are not needed for page lists.
 void MultiOverlayDlg::takePages(std::size_t slot, TextChangeEventArg& change) {
   const WString text = change.text();
   if (isPageList(text.view()))

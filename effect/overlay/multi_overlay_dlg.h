@@ -1,7 +1,7 @@
-// The dialog in which a person assigns up to eight overlays to the pages of the document: two master slots for all,
-// even or odd pages, and six for lists of pages.
+// The dialog that assigns up to eight overlays to the pages of the document: two master slots for all, even or odd
+// pages, and six for lists of pages.
 //
-// Nothing reaches the properties before the dialog is accepted; then they get all of it in one transition.
+// The properties change only when the user accepts, in one transition.
 #pragma once
 
 #include "effect/overlay/multiple_overlay_details.h"
@@ -21,18 +21,18 @@ namespace Kiln::XUL {
 
 class MultiOverlayDlg final : public SignalTarget {
  public:
-  // What the dialog asks; all of it outlives the dialog.
+  // The dialog's environment; all of it outlives the dialog.
   struct DialogHost {
     Host& services;
     PropertyManager properties;
     const Overlays& store;
   };
 
-  // Loads the dialog over the preferences, whose tab has the list of overlays, and shows what is saved. A widget that
-  // the layout does not have is skipped.
+  // Loads the dialog over the preferences, whose tab has the list of overlays, and shows the saved values. Widgets that
+  // the layout does not have are skipped.
   MultiOverlayDlg(DialogHost lender, GUI& preferences);
 
-  // Returns when the dialog has closed. One whose layout cannot be loaded is one that was cancelled.
+  // Returns when the dialog has closed. A layout that cannot be loaded counts as cancelled.
   void run();
 
  private:
@@ -47,7 +47,7 @@ class MultiOverlayDlg final : public SignalTarget {
   template <std::size_t... slot>
   void connectSlots(std::index_sequence<slot...>);
 
-  // The overlays to choose from. The default overlay is empty where the tab's list has none.
+  // The overlays to choose from. The default overlay is empty when the tab's list has none.
   void fillSource();
   void onSourceChange(EventArg<ListBox> event);
   void refreshButtons();
@@ -56,7 +56,7 @@ class MultiOverlayDlg final : public SignalTarget {
   std::u16string pathOf(Text label, bool isDownloaded);
   SmartPtr<Image> thumbnail(Text label, bool isDownloaded);
 
-  // What is saved, and the defaults, into the slots.
+  // Loads the saved values, or the defaults, into the slots.
   void show(Text details);
   void restoreDefaults();
   void selectInSource(ListItem& overlay);
@@ -73,7 +73,7 @@ class MultiOverlayDlg final : public SignalTarget {
   void dropOn(std::size_t slot, Text value);
   void place(std::size_t slot, Text label, bool isDownloaded, Text pages);
 
-  // Its pages.
+  // The pages of a slot.
   void onRule(EventArg<Toggle> event);
   template <std::size_t slot>
   void onPages(SmartPtr<TextChangeEventArg> change);
@@ -81,17 +81,17 @@ class MultiOverlayDlg final : public SignalTarget {
   void showPages(std::size_t slot);
   void keepMastersApart();
 
-  // Freeing it.
+  // Clearing slots.
   void onClear(EventArg<Button> event);
   template <std::size_t slot>
   void onMenu(WString item);
   void clear(std::size_t slot);
   void clearAll();
 
-  // The field with the slot's list of pages; empty for a master.
+  // The text box with the slot's list of pages; empty for a master.
   SmartPtr<TextBox> pagesBox(std::size_t slot) const;
 
-  // The dialog's widget of that id and kind; empty when the layout has none.
+  // The dialog's widget with that id and type; empty when the layout has none.
   template <class Kind>
   SmartPtr<Kind> widget(Effect::Name id) const {
     return smartCast<Kind>(dialog->widgetById(id));

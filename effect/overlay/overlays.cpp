@@ -15,7 +15,7 @@ namespace {
 constexpr std::int32_t mostOverlays = 20;
 constexpr unsigned fileNumbers = 100'000;
 
-// Nobody could pick one from a list of so many.
+// A limit on damaged or hostile indexes.
 constexpr std::size_t mostRecords = 100'000;
 
 std::uint32_t timeSeed() {
@@ -24,7 +24,7 @@ std::uint32_t timeSeed() {
 
 bool isFile(Kiln::Services::Path& path) { return path.exists() && !path.isFolder(); }
 
-// The same for all names that differ only in case.
+// Equal for names that differ only in case.
 std::u16string withoutCase(std::u16string name) {
   std::transform(name.begin(), name.end(), name.begin(), lowerCase);
   return name;
@@ -59,14 +59,14 @@ void Overlays::readLocalData(Name settingsFolder) {
   try {
     folders = localDataFolders(*mergeFolder);
   } catch (const Kiln::Exception&) {
-    // What others provide is not the user's to mend.
+    // The user cannot fix local data.
   }
   merged = merged || isMergedData(*mergeFolder, folders);
   const Kiln::WString lastPart = host.path(settingsFolder)->lastPart();
   for (const auto& folder : folders) readOrBlock(*folder->join(lastPart)->join(overlayIndexName), true);
 }
 
-// An index that cannot be read is never written over: what it lists would be lost.
+// Never overwrite an unreadable index: its entries would be lost.
 void Overlays::readOrBlock(Kiln::Services::Path& index, bool isFromLocalData) {
   try {
     take(bytesOf(index), index, false);
@@ -97,7 +97,7 @@ void Overlays::take(Kiln::StringView bytes, Kiln::Services::Path& index, bool ke
   }
 }
 
-// Of two records with one label the later one holds, in the place of the first.
+// Of records with the same label the last one wins, at the position of the first.
 void Overlays::put(OverlayRecord record) {
   const auto [known, isNew] = byLabel.try_emplace({record.label, record.downloaded}, records.size());
   if (isNew)
@@ -169,8 +169,8 @@ void Overlays::takeBack(std::u16string_view path) {
   if (added.erase(Text(path)) > 0) erase(Text(path));
 }
 
-// A name that neither a file nor a record has: that of an overlay which is still to be written is taken, too, and so is
-// one whose thumbnail is left of another overlay. Where nearly all are taken, luck alone would not find the last.
+// A file name that no file, record or leftover thumbnail uses. Random draws come first; the sequential search after
+// them finds the last free names.
 std::u16string Overlays::freeFileName(Kiln::Services::Path& folder) {
   constexpr unsigned drawn = 1000;
   unsigned number = 0;
@@ -218,7 +218,7 @@ void Overlays::save() {
     try {
       write(index);
     } catch (const Kiln::Exception&) {
-      // Others only lose what names no file; that can wait until they can be written.
+      // Other indexes only lose entries of missing files; that can wait until they are writable.
       if (changed.contains(index)) throw;
     }
   }
@@ -226,7 +226,7 @@ void Overlays::save() {
   added.clear();
 }
 
-// What another process has put into the index meanwhile stays in it.
+// Preserves entries that another process has added meanwhile.
 void Overlays::write(const Text& index) {
   const auto path = host.path(index);
   const Kiln::String present = bytesOf(*path);
@@ -241,14 +241,14 @@ void Overlays::write(const Text& index) {
   store->commit();
 }
 
-// The index comes last: whenever this ends early, it names nothing that is not there.
+// Write the index last, so that it never lists files that were not copied.
 void Overlays::exportTo(const Kiln::SmartPtr<Kiln::Services::Path>& folder) {
   std::vector<IndexEntry> entries;
   std::set<Text> taken;
   for (const OverlayRecord& record : records) {
     const auto file = host.path(record.path);
-    if (!isFile(*file)) continue;  // still to be written by a job
-    // A downloaded overlay may have the file name of one of the user's, and on some systems case does not count.
+    if (!isFile(*file)) continue;  // not written by its job yet
+    // A downloaded overlay may have the file name of one of the user's; some file systems ignore case.
     Text fileName = record.diskpath;
     while (!taken.insert(withoutCase(fileName)).second) fileName = freeFileName(*folder);
     copyIfThere(*host.path(thumbnailOf(record.path)), folder->join(thumbnailOf(fileName)));

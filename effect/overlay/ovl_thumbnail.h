@@ -10,22 +10,22 @@ namespace Kiln::XUL {
 
 class OvlThumbnail {
  public:
-  // The picture in the dialog; empty where the layout has none.
+  // The picture box in the dialog; empty when the layout has none.
   void bind(SmartPtr<ImageBox> box) { image = std::move(box); }
 
   // The overlay's file name; empty while the slot is free.
   const std::u16string& label() const { return fileName; }
 
-  // Whether it is the downloaded overlay of that file name, not the user's own.
+  // Whether it is the downloaded overlay with that file name, not the user's own.
   bool isDownloaded() const { return downloaded; }
 
-  // The rule; empty for none. A free slot may have one that the user has chosen beforehand.
+  // The rule; empty for none. The user may choose one before the slot has an overlay.
   const std::u16string& pages() const { return rule; }
   void setPages(std::u16string_view pages) { rule = pages; }
 
   bool isOccupied() const { return occupied; }
 
-  // Puts an overlay into the slot and shows its picture, which may be empty. The rule stays.
+  // Puts an overlay into the slot and shows its picture, which may be empty. Keeps the rule.
   void setLabel(std::u16string_view label, bool isDownloaded, SmartPtr<Image> picture);
 
   // Frees the slot: no overlay, no rule, the blank page.

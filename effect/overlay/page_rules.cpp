@@ -3,7 +3,7 @@
 namespace Effect {
 namespace {
 
-// Empty for a rule that is neither even nor odd.
+// Empty for a rule other than even or odd.
 Name oppositeOf(std::u16string_view rule) {
   if (rule == Value::evenPages) return Value::oddPages;
   if (rule == Value::oddPages) return Value::evenPages;

@@ -1,7 +1,7 @@
-// On which pages the overlay of a slot is printed. Slots are counted from 0 here; people count them from 1.
+// The pages that the overlay of a slot is printed on. Slot indexes start at 0; the user interface counts from 1.
 //
-// The first two slots are the masters: the first is for all, the even or the odd pages, the second for the even or the
-// odd ones. The others have a list that the user types, such as 1,3,5-9.
+// The first two slots are the masters: the first applies to all, the even or the odd pages, the second to the even or
+// the odd ones. The others have a list that the user types, such as 1,3,5-9.
 #pragma once
 
 #include "effect/vocabulary.h"
@@ -14,14 +14,14 @@ namespace Effect {
 inline constexpr std::size_t slotCount = 8;
 inline constexpr std::size_t masterSlots = 2;
 
-// The rule of an overlay that is added to a free slot; an empty list for those that have one.
+// The initial rule of an overlay that is added to a free slot; empty for slots with a list.
 Name firstRule(std::size_t slot);
 
-// Whether the text has nothing but digits, commas and hyphens. What they mean is the print side's to say.
+// Whether the text consists of digits, commas and hyphens. The print side interprets it.
 bool isPageList(std::u16string_view text);
 
-// The rule of the second master beside the first one's: what is left where the first has the even or the odd pages, so
-// that no page gets both; else its own. While one of them is free, only equal rules are kept apart.
+// The rule of the second master, given the first one's: the opposite of an even or odd `first` when both slots are
+// occupied, so that no page gets both, or when the two rules are equal; otherwise `second`.
 std::u16string_view ruleBeside(std::u16string_view first, std::u16string_view second, bool areBothOccupied);
 
 }  // namespace Effect

@@ -1,4 +1,4 @@
-// Keeping the overlay selection valid: the entry that it means, and the files that are printed.
+// Keeps the overlay selection valid: the selected entry and the files to print.
 #include "effect/effect_plugin.h"
 #include "effect/overlay/file_list.h"
 #include "effect/settings.h"
@@ -12,7 +12,7 @@ using namespace Effect;
 
 namespace {
 
-// Whether a path leads into the folder of user data, whichever separators it is written with.
+// Whether a path leads into the folder of user data, with either separator.
 bool isUserData(std::u16string_view path) {
   constexpr std::u16string_view folder = u"local\\userdata\\";
   std::u16string uniform(path);
@@ -20,7 +20,7 @@ bool isUserData(std::u16string_view path) {
   return uniform.find(folder) != uniform.npos;
 }
 
-// The index of the first item that fits; -1 when none does.
+// The index of the first matching item; -1 when there is none.
 template <class Fits>
 std::int32_t firstItem(ListData& items, const Fits& fits) {
   for (std::int32_t i = 0; i < items.count(); ++i)
@@ -45,8 +45,8 @@ void EffectPlugin::OvlSelectionChange(ModelSelectionChange& change) {
   if (item) send({{Prop::overlayName, item->displayedText().view()}});
 }
 
-// Neither values nor labels are unique: a downloaded overlay may have the file name, or the name, of one of the user's.
-// The file that is printed then tells which is meant.
+// Neither values nor labels are unique: a downloaded overlay may share its file name or name with one of the user's.
+// The file to print decides then.
 void EffectPlugin::selectOverlayItem(std::u16string_view value, std::u16string_view source) {
   if (!overlay.list) return;
   const auto items = overlay.list->data();
@@ -101,7 +101,7 @@ void EffectPlugin::validateOvlSourceFile(std::u16string_view selection) {
   if (valid != source.view()) send({{Prop::overlaySourceFileName, valid}});
 }
 
-// The file, where it is there; else the one that the store has under its name; empty where that is not there either.
+// The file if it exists, else the store's file with that name, else empty.
 std::u16string EffectPlugin::presentOverlayFile(std::u16string_view file) {
   if (file.empty()) return {};
   const auto isThere = [this](std::u16string_view path) {

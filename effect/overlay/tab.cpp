@@ -1,5 +1,5 @@
-// The overlay side of the tab: what it shows, and what it follows. selection.cpp keeps the selection valid,
-// creation.cpp makes new overlays.
+// The overlay side of the tab: display and signal handlers. selection.cpp keeps the selection valid, creation.cpp
+// creates overlays.
 #include "effect/effect_plugin.h"
 #include "effect/list_order.h"
 #include "effect/option_box.h"
@@ -13,7 +13,7 @@ using namespace Effect;
 
 namespace {
 
-// The entries for no overlay and for several keep their places at the top of the list.
+// The entries for no overlay and for several stay at the top of the list.
 constexpr std::int32_t noneEntry = 0;
 constexpr std::int32_t multipleEntry = 1;
 constexpr std::int32_t fixedEntries = 2;
@@ -62,7 +62,7 @@ void EffectPlugin::showOverlays() {
   overlay.list->setData(items);
 }
 
-// The printer's own defaults (PDC) are no user's, so there the tab tells nothing of user data.
+// The printer's defaults (PDC) belong to no user, so there the tab does not mark user data.
 void EffectPlugin::showDownloadedTip() {
   const bool isTold =
       settingFlag(*propertyManager()->configuration(), Setting::userDataSupport) && uiMode() == modeDocProp;
@@ -72,7 +72,7 @@ void EffectPlugin::showDownloadedTip() {
   if (overlay.caption) overlay.caption->setImage(overlay.tip);
 }
 
-// The value of the selected entry; without a list the property's.
+// The value of the selected entry; without a list, of the property.
 std::u16string EffectPlugin::selectedOverlay() {
   const auto item = overlay.list ? overlay.list->selectedItem() : SmartPtr<ListItem>();
   return item ? item->value().str() : propertyValue(Prop::overlaySel).str();
@@ -108,8 +108,7 @@ void EffectPlugin::onOvlDelete(EventArg<Button>) {
   dialog->runModally();
 }
 
-// The file that is deleted may have been listed more than once, and saving takes up what others have added: the list is
-// filled anew.
+// The deleted file may have had several entries, and saving merges in the changes of other processes: refill the list.
 void EffectPlugin::onOkOvlDelete(SubDialogEventArg&) {
   const auto item = overlay.list ? overlay.list->selectedItem() : SmartPtr<ListItem>();
   overlays().removeOverlay(selectedOverlay(), item && item->isMarked());
@@ -118,7 +117,7 @@ void EffectPlugin::onOkOvlDelete(SubDialogEventArg&) {
     showOverlays();
     send({{Prop::overlaySel, Value::none}, {Prop::overlayImage, Value::none}});
   };
-  // The overlay is gone, whether or not the index can be written.
+  // The overlay is deleted even if the index cannot be written.
   try {
     overlay.store->save();
   } catch (const Exception&) {
@@ -155,7 +154,7 @@ void EffectPlugin::updateOvlControls() {
   clearIfThere(overlay.perPageBox);
 }
 
-// Several overlays cannot be deleted at once; and on each page apart they print only where a sheet has several pages.
+// Several overlays cannot be deleted at once, and can print per page only when a sheet has several pages.
 void EffectPlugin::offerOverlay(std::u16string_view value) {
   const bool isMultiple = value == Value::multiple;
   if (isMultiple)
@@ -167,7 +166,7 @@ void EffectPlugin::offerOverlay(std::u16string_view value) {
   if (overlay.layeringBox) overlay.layeringBox->setEnabled(true);
 }
 
-// The thumbnail of the selected overlay, where it has one that can be read.
+// Shows the thumbnail of the selected overlay, if it can be read.
 void EffectPlugin::showOverlayPicture() {
   if (!overlay.picture) return;
   const auto item = overlay.list ? overlay.list->selectedItem() : SmartPtr<ListItem>();
@@ -188,7 +187,7 @@ void EffectPlugin::DisableOvlOccurance(ModelEnableChange& change) {
   followAvailability(overlay.perPageBox.get(), change, Value::perPage);
 }
 
-// Not connected: the layering box's availability goes with the overlay's.
+// Not connected: the layering box is enabled and disabled with the overlay.
 void EffectPlugin::DisableOvlLayering(ModelEnableChange& change) {
   followAvailability(overlay.layeringBox.get(), change, Value::overlay);
 }

@@ -1,17 +1,17 @@
-// What the compiler's static runtime leaves behind when the library is unloaded, given back.
+// Frees what the compiler's static runtime leaks when the library is unloaded.
 //
-// An application that prints twice loads and unloads the plug-in twice, so whatever one load leaves behind
-// adds up until the process dies. mingw-w64's runtime leaves two things:
+// An application that prints twice loads and unloads the plug-in twice, so leaks add up. mingw-w64's runtime leaks two
+// things:
 //
-// - The state of exceptions in flight is kept for each thread. The compiler asks __emutls_get_address for it,
-//   and the runtime's own answer takes a thread-local slot, through a thread library that never frees it:
-//   after a thousand loads the process has none left. This file answers instead, with one fibre-local slot.
-//   Freeing such a slot also calls back for what every thread still holds in it.
-// - 73 kB are reserved to throw from when memory has run out; __freeres gives them back.
+// - The state of exceptions in flight, one per thread. The compiler calls __emutls_get_address for it, and the
+//   runtime's implementation allocates a thread-local slot through a thread library that never frees it: after a
+//   thousand loads the process is out of slots. This file implements the function with one fibre-local slot. Freeing
+//   such a slot also calls back for the data that each thread still holds in it.
+// - 73 kB reserved for throwing when out of memory; __freeres frees them.
 //
-// The rest of the library keeps away from that thread library: it is compiled with -fno-threadsafe-statics
-// (every call comes on the host's one UI thread) and has no std::mutex, std::call_once or thread_local object
-// with a destructor. Other compilers for Windows need none of this.
+// The rest of the library must not use that thread library: it is compiled with -fno-threadsafe-statics (all calls
+// are made on the host's UI thread) and has no std::mutex, std::call_once or thread_local object with a destructor.
+// Other compilers for Windows need none of this.
 
 #if defined(__MINGW32__)
 
@@ -42,7 +42,7 @@ struct Copy {
   void* storage;
 };
 
-/// Called by the system for each thread that ends, and for each that is still there when the slot is freed.
+// Called by the system for each thread that ends, and for each remaining thread when the slot is freed.
 void WINAPI freeCopies(void* first) {
   for (auto* copy = static_cast<Copy*>(first); copy;) {
     Copy* next = copy->next;
@@ -52,8 +52,7 @@ void WINAPI freeCopies(void* first) {
   }
 }
 
-/// The first object of the library to be made and so the last to go: destructors after it may neither throw
-/// nor catch.
+// Constructed first in the library and so destroyed last: destructors after it must neither throw nor catch.
 class Runtime {
  public:
   Runtime() : slot(FlsAlloc(freeCopies)) {}
@@ -76,7 +75,7 @@ class Runtime {
   void* add(const Variable& variable, Copy* first) {
     auto* copy = static_cast<Copy*>(std::malloc(sizeof(Copy)));
     void* storage = _aligned_malloc(variable.size, variable.alignment);
-    // Reached on the way to throwing, where there is nobody to tell.
+    // Reached while throwing, so there is no way to report it.
     if (!copy || !storage) std::abort();
     if (variable.initialValue)
       std::memcpy(storage, variable.initialValue, variable.size);
@@ -98,7 +97,7 @@ extern "C" {
 
 void* __emutls_get_address(void* variable) { return runtime.find(*static_cast<const Variable*>(variable)); }
 
-/// Without its slot the library does not load, rather than ending the process at the first exception.
+// Fails to load the library without the slot, instead of terminating at the first exception.
 BOOL WINAPI DllMain(HINSTANCE, DWORD reason, void*) { return reason != DLL_PROCESS_ATTACH || runtime.isComplete(); }
 }
 

@@ -1,4 +1,4 @@
-// Adding, editing and deleting watermarks: the store first, then the list, then the selection.
+// Adding, editing and deleting watermarks: first in the store, then in the list, then in the selection.
 #include "effect/effect_plugin.h"
 #include "effect/watermark/editor.h"
 
@@ -6,8 +6,8 @@ namespace Kiln::XUL {
 
 using namespace Effect;
 
-// Whether the edited record is to be stored. The editor moves the list's selection when an entry above it is about to
-// go; it is the same entry again from here on, since entries go by their ids.
+// Runs the editor; true when the record should be stored. The editor moves the selection when an entry above is about
+// to be replaced; restores it, since entries are identified by their ids.
 bool EffectPlugin::editWatermark(const Node& edited, bool isNew) {
   const auto selected = watermark.list ? watermark.list->selectedItem() : SmartPtr<ListItem>();
   const WatermarkDlg editor({host(), propertyManager(), gui}, edited, isNew);
@@ -15,8 +15,8 @@ bool EffectPlugin::editWatermark(const Node& edited, bool isNew) {
   return editor.isAccepted();
 }
 
-// The id of another record of that name, which one that is given the name replaces; empty for none. A built-in record,
-// whose name is a reference, is known by the name that the list shows.
+// The id of another record with that name, which a record taking the name replaces; empty for none. A built-in record,
+// whose name is a string-table reference, is compared by the displayed name.
 std::u16string EffectPlugin::watermarkNamed(std::u16string_view name, std::u16string_view besides) {
   std::u16string named = watermark.store->findIdByName(name);
   if (!named.empty() && named != besides) return named;

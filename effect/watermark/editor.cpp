@@ -50,7 +50,7 @@ void WatermarkDlg::onCancel(SubDialogEventArg&) { accepted = false; }
 
 void WatermarkDlg::onOverwriteOk(SubDialogEventArg&) { overwriteConfirmed = true; }
 
-// A size out of range becomes the least one, whichever end it is beyond. One that is typed as "12 pt" is a 12.
+// A size out of range becomes the minimum, at either end. "12 pt" is read as 12.
 void WatermarkDlg::replaceImpossibleSize() {
   const WString size = fieldText(*record, Field::fontsize);
   if (isFontSize(size.view())) {
@@ -61,8 +61,8 @@ void WatermarkDlg::replaceImpossibleSize() {
   applyFontSize(leastFontSize);
 }
 
-// The edited record's own entry is the selected one. Only downloaded watermarks can be named like downloaded ones, and
-// others like others.
+// The selected entry is the edited record's own. Name clashes count only among downloaded watermarks, and only among
+// the others.
 void WatermarkDlg::askAboutNameClashes(SubDialogEventArg& event) {
   const auto list = watermarkList();
   if (!list) return;
@@ -77,7 +77,7 @@ void WatermarkDlg::askAboutNameClashes(SubDialogEventArg& event) {
     if (host.services.translate(entry->text()).view() != name.view()) continue;
     if (selected && entry->isMarked() != selected->isMarked()) continue;
 
-    // The entry will be replaced: those after it move up.
+    // The entry will be replaced, and the following ones move up.
     if (!confirmOverwrite())
       isVetoed = true;
     else if (i < list->selectedIndex())
@@ -85,7 +85,7 @@ void WatermarkDlg::askAboutNameClashes(SubDialogEventArg& event) {
   }
   if (!isVetoed) return;
   event.vetoClose();
-  // The dialog goes on and nothing is replaced yet, so the next OK finds the record's own entry where it was.
+  // The dialog stays open and nothing is replaced yet, so the next OK must find the record's own entry selected.
   if (list->selectedIndex() != own) list->select(own);
 }
 

@@ -1,12 +1,12 @@
-// The watermark editor: the modal dialog in which a person makes or changes one watermark and sees it as they type.
+// The watermark editor: the modal dialog that creates or edits one watermark, with a live preview.
 //
-// The dialog lives inside its constructor: the layout is loaded, its widgets are connected, the record is shown, the
-// dialog runs, and the constructor returns when it has closed. The record is the caller's copy; every change is written
-// into it at once. Storing it, and replacing another one of its name, is the caller's work.
+// The constructor runs the whole dialog: it loads the layout, connects the widgets, shows the record, runs the dialog,
+// and returns when it has closed. The record is the caller's copy; every change is written into it immediately. The
+// caller stores it and replaces another record with its name.
 //
-// The files: editor.cpp (construction, OK and Cancel), editor_load.cpp (a record into the widgets), editor_names.cpp
-// (text and name), editor_looks.cpp (colour, face, size, position), editor_amounts.cpp (angle, print style,
-// transparency), and editor_values.h for the values themselves.
+// The files: editor.cpp (construction, OK and Cancel), editor_load.cpp (record to widgets), editor_names.cpp (text and
+// name), editor_looks.cpp (colour, face, size, position), editor_amounts.cpp (angle, print style, transparency), and
+// editor_values.h for the values themselves.
 #pragma once
 
 #include "effect/vocabulary.h"
@@ -23,18 +23,18 @@ namespace Kiln::XUL {
 
 class WatermarkDlg final : public SignalTarget {
  public:
-  // What the editor asks. The preferences are those whose tab has the list of watermarks.
+  // The editor's environment. `preferences` has the tab with the list of watermarks.
   struct EditorHost {
     Host& services;
     PropertyManager properties;
     SmartPtr<GUI> preferences;
   };
 
-  // Returns when the dialog has closed, or at once when its layout cannot be loaded. Without a record it shows none,
-  // and can only be cancelled. What a handler throws stops at the host, and the dialog stays open.
+  // Returns when the dialog has closed, or at once when its layout cannot be loaded. With a null record the dialog
+  // shows nothing and can only be cancelled. The host catches what a handler throws, and the dialog stays open.
   WatermarkDlg(EditorHost lender, SmartPtr<Dom::INode> edited, bool isNewRecord);
 
-  // Whether the record, as it is now, is to be stored.
+  // Whether the caller should store the record.
   bool isAccepted() const { return accepted; }
 
  private:
@@ -47,7 +47,7 @@ class WatermarkDlg final : public SignalTarget {
   void askAboutNameClashes(SubDialogEventArg& event);
   bool confirmOverwrite();
 
-  // A record into the widgets, and through them into the edited record.
+  // Load a record into the widgets, and through them into the edited record.
   void loadWatermark(const SmartPtr<Dom::INode>& source);
   void loadNames(Dom::INode& values);
   void loadColour(Dom::INode& values);
@@ -89,14 +89,14 @@ class WatermarkDlg final : public SignalTarget {
   void applyFontSize(WStringView text);
   void applyPosition(WStringView code);
 
-  // Angle. What applyAngleText cannot take is false.
+  // Angle. applyAngleText returns false for invalid text.
   void connectAngle();
   void onAngleText(SmartPtr<TextChangeEventArg> change);
   void onAngleFocusLost(EventArg<TextBox> event);
   void onAngleScroll(EventArg<ScrollBar> event);
   bool applyAngleText(WStringView text);
 
-  // Print style and transparency. What applyOpacityText cannot take is false.
+  // Print style and transparency. applyOpacityText returns false for invalid text.
   void connectPrintStyles();
   void connectOpacity();
   void onPrintStyle(EventArg<Toggle> event);
@@ -109,7 +109,7 @@ class WatermarkDlg final : public SignalTarget {
   void setIntensity(std::int32_t percent);
   void moveOpacityBar(std::int32_t percent);
 
-  // The widget of that id and kind; empty when the layout has none.
+  // The widget with that id and type; empty when the layout has none.
   template <class Kind>
   SmartPtr<Kind> widget(WStringView id) const {
     return smartCast<Kind>(dialog->widgetById(id));
@@ -117,7 +117,7 @@ class WatermarkDlg final : public SignalTarget {
   SmartPtr<ListBox> watermarkList() const;
   void setEnabled(WStringView id, bool enabled);
 
-  // Puts a text into a box whose own handler has nothing more to do with it. The box may be empty.
+  // Sets the text of a box without running its own handler. `box` may be null.
   void put(const SmartPtr<TextBox>& box, WStringView text);
 
   EditorHost host;
@@ -125,22 +125,21 @@ class WatermarkDlg final : public SignalTarget {
   SmartPtr<SubDialog> dialog;  // empty when its layout could not be loaded
   bool accepted = false;
 
-  // What the editor puts into a widget fires the widget's signal as the user's hand would. These make each change apply
-  // once. Those named in... stand over one call each, of an operation that throws nothing; the others are set anew by
-  // each change. So none stays set after a handler that an exception ends.
-  bool angleIdle = false;      // no handler is applying an angle: applyAngleText has nothing to do
-  bool inAngleText = false;    // applyAngleText moves the scroll bar
-  bool inOpacityText = false;  // the editor moves the scroll bar
+  // Changing a widget fires its signals like user input; these flags prevent repeated application. Each "in..." flag is
+  // set around one call that does not throw; each change sets the others anew. So no flag stays set after an exception.
+  bool angleIdle = false;      // no handler is applying an angle: applyAngleText does nothing
+  bool inAngleText = false;    // applyAngleText is moving the scroll bar
+  bool inOpacityText = false;  // the editor is moving the scroll bar
   bool opacityIdle = false;    // as angleIdle
-  bool inOwnText = false;      // put is at work
-  bool colourCapable = false;  // the model has black and other colours for watermarks
-  bool blackOnly = false;      // it has black alone
-  bool hasStyleNames = false;  // a watermark's name is a field of its own
+  bool inOwnText = false;      // put is running
+  bool colourCapable = false;  // the model supports black and other colours for watermarks
+  bool blackOnly = false;      // it supports black only
+  bool hasStyleNames = false;  // a watermark's name has a field of its own
   const bool isNew;
   bool overwriteConfirmed = false;
   SmartPtr<WMPreview> preview;
   SmartPtr<TextBox> styleNameBox;
-  bool styleNameEdited = false;  // the user has typed a name of their own
+  bool styleNameEdited = false;  // the user has typed a name
 };
 
 }  // namespace Kiln::XUL

@@ -1,7 +1,6 @@
-// The angle, and how the text is printed: solid, as an outline, or transparent.
+// The angle, and the print style: solid, outline or transparent.
 //
-// Angle and transparency have a box and a scroll bar each. A text puts the bar into its place, and the bar a text into
-// the box; see the flags in editor.h.
+// Angle and transparency have a text box and a scroll bar each, which update each other; see the flags in editor.h.
 #include "effect/watermark/editor.h"
 #include "effect/watermark/editor_values.h"
 #include "effect/watermark/numbers.h"
@@ -12,10 +11,10 @@ using namespace Effect;
 
 namespace {
 
-// The angle at the lowest position of its bar.
+// The angle at the lowest position of the scroll bar.
 constexpr std::int32_t leastAngle = -90;
 
-// What the preview is told of a watermark that is not transparent; 1 and everything above is opaque.
+// The preview's opacity of a watermark that is not transparent.
 constexpr double opaque = 100.0;
 
 constexpr Name opacityWidgets[] = {WidgetId::opacity,       WidgetId::opacityBar,  WidgetId::opacityLeast,

@@ -1,4 +1,4 @@
-// A record into the editor's widgets. Every step writes the value into the edited record, too.
+// Loads a record into the editor's widgets. Every step also writes the value into the edited record.
 #include "effect/watermark/editor.h"
 #include "effect/watermark/editor_values.h"
 
@@ -32,8 +32,7 @@ void WatermarkDlg::loadNames(Dom::INode& values) {
   updateOkButton(fieldText(*record, Field::label), fieldText(*record, Field::stylename), false);
 }
 
-// What a field holds as a person reads it: nothing for a watermark that has no text yet, and no more than they could
-// type.
+// A field's text as displayed: empty for a watermark without a text, and truncated to the maximum input length.
 std::u16string WatermarkDlg::shownText(WStringView text) {
   if (text.view() == Token::none) return {};
   if (!text.view().starts_with(u'$')) return std::u16string(cutToBox(text));
@@ -50,7 +49,7 @@ void WatermarkDlg::loadColour(Dom::INode& values) {
   if (blackOnly) setEnabled(WidgetId::colourList, false);
 }
 
-// A face that is not installed stays the record's, with no entry selected: it may be on the next machine.
+// Keeps a face that is not installed, with no entry selected: another machine may have it.
 void WatermarkDlg::loadFont(Dom::INode& values) {
   const WString face = fieldText(values, Field::fontname);
   const auto faces = widget<ComboBox>(WidgetId::fontName);
@@ -92,7 +91,7 @@ void WatermarkDlg::loadPrintStyle(Dom::INode& values) {
     applyOpacityText(intensity);
     opacityIdle = true;
   } else {
-    // What is offered to whoever chooses transparency next.
+    // The initial value when the user chooses transparency.
     moveOpacityBar(50);
     put(box, u"50");
   }

@@ -1,4 +1,4 @@
-// Colour, face, style, size and place of the text.
+// Colour, face, style, size and position of the text.
 #include "effect/screen_scale.h"
 #include "effect/watermark/editor.h"
 #include "effect/watermark/editor_values.h"
@@ -12,7 +12,7 @@ using namespace Effect;
 
 namespace {
 
-// The entry of the colours that has no colour until one is picked, and the place that layouts give it.
+// The custom colour's entry, which has no colour until one is picked, and its index in layouts.
 constexpr Name customColour = u"custom";
 constexpr std::int32_t customColourIndex = 10;
 
@@ -44,7 +44,7 @@ void WatermarkDlg::connectColours() {
     if (control && isMonochrome) control->hide();
 }
 
-// The custom entry cannot be chosen before it has a colour: the record's own stays.
+// The custom entry cannot be selected before it has a colour: the record keeps its own.
 void WatermarkDlg::onColourSelect(EventArg<ComboBox> event) {
   const auto item = event.source().selectedItem();
   if (!item) return;
@@ -71,7 +71,7 @@ void WatermarkDlg::applyCustomColour(std::uint32_t colour) {
   custom->setValue(text);
   if (const auto image = swatch(text)) custom->setImage(image);
 
-  // Its state: first without a colour, then with one.
+  // The flag: set while there is no colour, then cleared.
   custom->setFlag(true);
   custom->setFlag(false);
   const auto colours = widget<ComboBox>(WidgetId::colourList);
@@ -147,7 +147,7 @@ void WatermarkDlg::applyFontStyle(WStringView style) {
   setField(*record, Field::fontstyle, style);
 }
 
-// Anything can be typed; what is no size is replaced when the box is left, and on OK.
+// Accepts any input; an invalid size is replaced when the box loses the focus, and on OK.
 void WatermarkDlg::onFontSizeText(SmartPtr<TextChangeEventArg> change) {
   if (!inOwnText && !change->isProvisional()) applyFontSize(change->text());
 }

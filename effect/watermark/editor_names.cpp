@@ -11,7 +11,7 @@ using namespace Effect;
 
 namespace {
 
-// What the list calls "None", in every language that is installed.
+// The name of the "None" entry in every installed language.
 std::vector<std::u16string> namesOfNone(Host& host) {
   std::vector<std::u16string> names;
   const auto locales = host.locales(u"base");
@@ -50,7 +50,7 @@ void WatermarkDlg::onLabelText(SmartPtr<TextChangeEventArg> change) {
   updateOkButton(fieldText(*record, Field::label), name, isReservedName(name));
 }
 
-// The name follows the text until the user has typed one.
+// The name follows the text until the user types a name.
 void WatermarkDlg::takeLabelOrStyleName(WStringView text, bool isStyleName) {
   setField(*record, isStyleName ? Field::stylename : Field::label, text);
   if (isStyleName) {
@@ -75,7 +75,7 @@ void WatermarkDlg::updateOkButton(WStringView label, WStringView stylename, bool
   canAccept ? button->enable() : button->disable();
 }
 
-// The reference to those names is no name either: the store takes no record that has it.
+// The reference to these names is reserved too: the store rejects records that have it.
 bool WatermarkDlg::isReservedName(WStringView text) {
   static const std::vector<std::u16string> reserved = namesOfNone(host.services);
   return text.view() == Token::none || std::find(reserved.begin(), reserved.end(), text.view()) != reserved.end();

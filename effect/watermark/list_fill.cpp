@@ -26,7 +26,7 @@ void removeBuiltIn(Kiln::XUL::ListData& list) {
 
 bool isBuiltIn(std::u16string_view id) { return id.size() == 1 && id.front() >= u'1' && id.front() <= u'5'; }
 
-// An id from a strange file may sort before "0"; the tab relies on the first entry being the none entry.
+// An id from an untrusted file may sort before "0"; the tab relies on the none entry being first.
 void fillWatermarkList(Kiln::Host& host, const WatermarkRecords& records, Kiln::XUL::ListData& list,
                        const ListOptions& options) {
   if (const auto none = records.find(noneId); none != records.end())

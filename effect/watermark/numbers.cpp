@@ -8,7 +8,7 @@
 namespace Effect {
 namespace {
 
-// Takes white space and a sign from the beginning of a text; true for a minus.
+// Removes white space and a sign from the start of a text; true for a minus.
 bool takeSign(std::u16string_view& text) {
   text.remove_prefix(std::min(text.find_first_not_of(u" \t\n\v\f\r"), text.size()));
   const bool isNegative = text.starts_with(u'-');
@@ -30,7 +30,7 @@ std::int32_t leadingInteger(std::u16string_view text) {
   return static_cast<std::int32_t>(isNegative ? -number : std::min(number, most));
 }
 
-// Not by strtod, which reads the decimal sign of whatever country the process is set to.
+// Not strtod, which depends on the process's locale.
 double leadingNumber(std::u16string_view text) {
   const bool isNegative = takeSign(text);
   const std::size_t end = std::min(text.find_first_not_of(u"0123456789.eE+-"), text.size());

@@ -1,4 +1,4 @@
-// Numbers in texts.
+// Number parsing and formatting.
 #pragma once
 
 #include <cstdint>
@@ -7,12 +7,12 @@
 
 namespace Effect {
 
-// The decimal number that a text begins with, white space and a sign in front of it allowed; 0 when it begins with
-// none. What 32 bits cannot hold becomes the nearest number that they can.
+// The decimal integer at the start of a text, after optional white space and a sign; 0 when there is none. Values
+// beyond 32 bits are clamped.
 std::int32_t leadingInteger(std::u16string_view text);
 
-// The number, perhaps with a fraction and an exponent, that a text begins with, white space and a sign in front of it
-// allowed; 0 when it begins with no digit. Never infinite.
+// The decimal number at the start of a text, after optional white space and a sign, with an optional fraction and
+// exponent; 0 when there is none. Never infinite.
 double leadingNumber(std::u16string_view text);
 
 std::u16string decimalText(std::int64_t number);

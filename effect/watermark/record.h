@@ -1,4 +1,4 @@
-// A watermark record: a document node whose children are its fields, each a text.
+// A watermark record: a document node with a text field per child.
 #pragma once
 
 #include "effect/vocabulary.h"
@@ -21,13 +21,13 @@ inline constexpr Name angle = u"angle";          // degrees, counter-clockwise
 inline constexpr Name positionX = u"positionX";  // "L", "C" or "R"
 inline constexpr Name positionY = u"positionY";  // "U", "C" or "L"
 inline constexpr Name printStyle = u"printStyle";
-inline constexpr Name transparency = u"transparency";  // holds the field intensity
+inline constexpr Name transparency = u"transparency";  // contains the field intensity
 inline constexpr Name intensity = u"intensity";        // per cent
 inline constexpr Name value = u"value";                // the record's id
 inline constexpr Name downloaded = u"downloaded";
-inline constexpr Name defaultSetting = u"DefaultSetting";  // holds the fields that the editor restores
+inline constexpr Name defaultSetting = u"DefaultSetting";  // contains the fields that the editor restores
 
-// In memory only: the file that the record belongs to, and the id and name that it has there where they are others.
+// In memory only: the file that the record belongs to, and its id and name in that file when they differ.
 inline constexpr Name sourceFile = u"SourceFile";
 inline constexpr Name origId = u"OrigId";
 inline constexpr Name origName = u"OrigName";
@@ -49,32 +49,31 @@ inline constexpr Name boldItalic = u"BoldItalic";
 // The id of the NoneRecord: no watermark.
 inline constexpr Name noneId = u"0";
 
-// Ends the id of a record that was downloaded.
+// The suffix of the id of a downloaded record.
 inline constexpr Name downloadedEnding = u"_G";
 
-// An element with no parent. Throws std::bad_alloc where the host has no memory for one.
+// An element without a parent. Throws std::bad_alloc when the host is out of memory.
 Node newElement(Kiln::Host& host, Name name);
 
-// A field's text; empty where the record has no such field.
+// A field's text; empty when the record has no such field.
 Kiln::WString fieldText(Kiln::Dom::INode& record, Name field);
 void setField(Kiln::Dom::INode& record, Name field, Kiln::WStringView text);
 bool hasField(Kiln::Dom::INode& record, Name field);
 bool isDownloaded(Kiln::Dom::INode& record);
 
-// Whether a record of that name can be in the store: names are not empty, and "None" is the NoneRecord's.
+// Whether the store accepts the name: it must not be empty, or "None", which is the NoneRecord's.
 bool isUsableName(std::u16string_view stylename);
 
-// The face of a record that names none: one that has the characters of the user's language.
+// The font face of a record without one; it covers the characters of the user's language.
 Name defaultFace(Kiln::Host& host);
 
-// The NoneRecord, from which new records are made too; it belongs to the file at that path.
+// The NoneRecord, also the template of new records; it belongs to the file at `sourceFile`.
 Node noneRecord(Kiln::Host& host, Kiln::WStringView sourceFile);
 
-// A copy of a record as its file holds it: with the id and the name that it has there, and nothing that is only of
-// this memory.
+// A copy of a record as stored in its file: with the id and name that it has there, without the in-memory fields.
 Node asWritten(Kiln::Dom::INode& record);
 
-// Removes the fields that are only of this memory.
+// Removes the in-memory fields.
 void stripMemoryFields(Kiln::Dom::INode& record);
 
 }  // namespace Effect

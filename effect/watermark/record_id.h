@@ -1,4 +1,4 @@
-// Ids of the watermarks that a user makes: "WM_" and a number in the shape of a GUID.
+// Ids of the user's watermarks: "WM_" and a number in the shape of a GUID.
 #pragma once
 
 #include <array>
@@ -17,7 +17,7 @@ std::u16string recordId(std::uint32_t seconds, const IdDraws& draws);
 
 class RecordIds {
  public:
-  // Seeded with the time, finely enough that two processes which start together go apart.
+  // Seeded with a high-resolution time, so that two processes that start together differ.
   RecordIds();
 
   std::u16string next();

@@ -1,4 +1,4 @@
-// The watermark side of the tab: what it shows, and what it follows. changes.cpp adds, edits and deletes.
+// The watermark side of the tab: display and signal handlers. changes.cpp adds, edits and deletes.
 #include "effect/effect_plugin.h"
 #include "effect/list_order.h"
 #include "effect/option_box.h"
@@ -11,14 +11,14 @@ using namespace Effect;
 
 namespace {
 
-// The none entry keeps its place at the top of the list.
+// The none entry stays at the top of the list.
 constexpr std::int32_t fixedEntries = 1;
 
 std::u16string integerText(Dom::INode& record, Name field) {
   return decimalText(leadingInteger(fieldText(record, field).view()));
 }
 
-// A colour with the transparency in front that the print path expects: "#00" and the six digits.
+// A colour in the print path's form, with a transparency in front: "#00" and the six digits.
 std::u16string printColour(std::u16string_view colour) {
   return u"#00" + std::u16string(colour.substr(std::min<std::size_t>(1, colour.size()), 6));
 }
@@ -68,7 +68,7 @@ void EffectPlugin::showWatermarks() {
   watermark.list->setData(items);
 }
 
-// The items as they are now, in order.
+// Sorts and shows the current items.
 void EffectPlugin::refreshWatermarkList() {
   if (!watermark.list) return;
   const auto items = watermark.list->data();
@@ -80,14 +80,14 @@ void EffectPlugin::onWMChange(EventArg<ListBox> event) {
   if (const auto item = event.source().selectedItem()) selectWatermark(item->value().view());
 }
 
-// Selecting none switches the watermark off.
+// Selecting none turns the watermark off.
 void EffectPlugin::selectWatermark(std::u16string_view id) {
   send({{Prop::watermarkSel, id}, {Prop::watermark, id == noneId ? Value::none : Value::watermark}});
 }
 
 void EffectPlugin::WMSelectionChange(ModelSelectionChange& change) {
   const bool isLocked = isWatermarkLocked();
-  // At print time the files may have changed since the last look.
+  // At print time the files may have changed since they were read.
   if (!watermark.store || uiMode() == modePrePrint) watermark.store = newWatermarks();
 
   const std::u16string id = knownWatermark(change.value.view());
@@ -109,7 +109,7 @@ bool EffectPlugin::isWatermarkLocked() {
   return false;
 }
 
-// The id of the record that is meant: the one of that id, else the downloaded one, else none.
+// The record's id, else its downloaded form, else none.
 std::u16string EffectPlugin::knownWatermark(std::u16string_view id) {
   if (watermark.store->record(id)) return std::u16string(id);
   const auto marksDownloaded = propertyManager()->configuration()->child(Setting::userDataSupport);
@@ -118,7 +118,7 @@ std::u16string EffectPlugin::knownWatermark(std::u16string_view id) {
   return std::u16string(noneId);
 }
 
-// What the print path reads: the record's fields, in its own forms.
+// Writes the record's fields in the form that the print path reads.
 void EffectPlugin::writeWatermarkDetails(std::u16string_view id) {
   Dom::INode& record = *watermark.store->record(id);
   const auto model = propertyManager()->modelProperties();
@@ -133,7 +133,7 @@ void EffectPlugin::writeWatermarkDetails(std::u16string_view id) {
   write(Prop::watermarkTextScale, Value::yes);
   write(Prop::watermarkLayering, Value::overlay);
   write(Prop::watermarkTextFontSize, integerText(record, Field::fontsize));
-  // An upright text has 360, not 0: the print path counts the other way round.
+  // The print path counts clockwise, with 360 for upright text.
   write(Prop::watermarkTextAngle,
         decimalText(std::int64_t{360} - leadingInteger(fieldText(record, Field::angle).view())));
   copy(Prop::watermarkTextStyle, Field::fontstyle);
@@ -146,7 +146,7 @@ void EffectPlugin::writeWatermarkDetails(std::u16string_view id) {
 
 void EffectPlugin::DisableWM(ModelEnableChange& change) {
   if (isWatermarkLocked()) {
-    // The user cannot change it, only see what it is.
+    // The user cannot change the selection, only see it.
     if (watermark.list) watermark.list->selectValue(propertyValue(Prop::watermarkSel));
     disableIfThere(watermark.addButton);
     disableIfThere(watermark.editButton);

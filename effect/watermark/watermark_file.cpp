@@ -9,12 +9,12 @@
 namespace Effect {
 namespace {
 
-// A record takes about two kilobytes of memory; nobody could pick one from a list of so many.
+// A limit on damaged or hostile files; a record takes about two kilobytes of memory.
 constexpr std::int32_t mostRecords = 100'000;
 
 }  // namespace
 
-// The host's store of a file, which notes the bytes that pass.
+// The host's file store, remembering the bytes read and written.
 class SeenStore final : public Kiln::Services::FileBackingStoreIO {
  public:
   SeenStore(Kiln::Allocator& lentAllocator, Kiln::SmartPtr<Kiln::Services::FileBackingStoreIO> fileStore)
@@ -42,7 +42,7 @@ class SeenStore final : public Kiln::Services::FileBackingStoreIO {
   Kiln::Allocator& allocator;
   Kiln::SmartPtr<Kiln::Services::FileBackingStoreIO> store;
   std::string pending;
-  std::optional<Kiln::String> seen;  // nothing before the first reading or writing
+  std::optional<Kiln::String> seen;  // nothing before the first read or write
 };
 
 WatermarkFile::WatermarkFile(Kiln::Host& lender, Kiln::SmartPtr<Kiln::Services::Path> filePath)
@@ -81,7 +81,7 @@ Node WatermarkFile::readDocument() {
   return root;
 }
 
-// Into a store of its own, so that what could not be committed is not a part of what is written next.
+// Writes through a new store, so that bytes of a failed commit are not part of the next write.
 void WatermarkFile::write(const Node& root) {
   refuseIfBlocked();
   const auto fresh = newStore();
@@ -108,7 +108,7 @@ Kiln::SmartPtr<Kiln::Services::Path> WatermarkFile::setAside() {
   }
 }
 
-// What cannot be read is taken for different: a copy too many harms nobody.
+// Treats an unreadable file as different: an extra copy does no harm.
 bool WatermarkFile::holdsTheSame(Kiln::Services::Path& other) const {
   try {
     return host.file(path)->readAll().view() == host.file(&other)->readAll().view();

@@ -1,4 +1,4 @@
-// One watermark file: a document of records, read and replaced whole through the host.
+// One watermark file: a document of records, read and replaced as a whole through the host.
 #pragma once
 
 #include "effect/watermark/record.h"
@@ -8,12 +8,12 @@
 
 namespace Effect {
 
-// Its name in every folder that has one.
+// The file name in every folder.
 inline constexpr Name watermarkFileName = u"ZVeffect.xml";
 
 class SeenStore;
 
-// Remembers what this process last saw in the file, so as to tell what others have written since.
+// Remembers the content last read or written by this process, to detect changes by others.
 class WatermarkFile {
  public:
   // `lender` outlives the file.
@@ -22,25 +22,25 @@ class WatermarkFile {
   WatermarkFile& operator=(const WatermarkFile&) = delete;
   ~WatermarkFile();
 
-  // The root of the records; empty when there is no file. Throws Exception when it cannot be read to its end, or holds
-  // far more than anybody has.
+  // The root of the records; empty when there is no file. Throws Exception when the file cannot be read completely, or
+  // has too many records.
   Node read();
 
-  // The same when the file is there and is not as it was last read or written here; else empty. Throws as read.
+  // The same when the file exists and differs from what was last read or written here; else empty. Throws like read.
   Node readIfChanged();
 
-  // Makes the file one that was neither read nor written here yet.
+  // Forgets what was read or written here.
   void forget();
 
-  // Makes the document, or the bytes of a resource, the content of the file. Throws Exception.
+  // Replace the file's content by the document, or by the bytes of a resource. Throw Exception.
   void write(const Node& root);
   void copyFrom(Name resource);
 
-  // Copies a file that cannot be read beside itself, under the first name ZVeffect.damaged-N.xml that is free or holds
-  // the same bytes already; gives the copy's path. Throws Exception.
+  // Copies an unreadable file beside itself, as the first name ZVeffect.damaged-N.xml that is free or has the same
+  // content; returns the copy's path. Throws Exception.
   Kiln::SmartPtr<Kiln::Services::Path> setAside();
 
-  // From now on the file is neither read nor written: whoever tries gets an Exception with this sentence.
+  // Blocks the file: every later read or write throws Exception with this sentence.
   void block(std::string sentence) { blockedBecause = std::move(sentence); }
   void refuseIfBlocked() const;
 
@@ -52,10 +52,10 @@ class WatermarkFile {
   Kiln::Host& host;
   Kiln::SmartPtr<Kiln::Services::Path> path;
   Kiln::SmartPtr<SeenStore> store;
-  std::string blockedBecause;  // UTF-8; empty when it is not
+  std::string blockedBecause;  // UTF-8; empty when not blocked
 };
 
-// The records below a root in the order of their ids' 16-bit units; of one id in the order of the file.
+// The records below a root, ordered by the 16-bit units of their ids; records with the same id in file order.
 std::vector<Node> recordsOf(Kiln::Dom::INode& root);
 
 }  // namespace Effect

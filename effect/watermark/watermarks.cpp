@@ -1,4 +1,4 @@
-// Opening the store, and changing what is in it. watermarks_save.cpp writes it.
+// Opening and changing the store. watermarks_save.cpp writes it.
 #include "effect/watermark/watermarks.h"
 
 #include "effect/local_data.h"
@@ -17,7 +17,7 @@ std::pair<std::u16string, std::u16string> nameAndId(Kiln::Dom::INode& record, co
   return {fieldText(record, Field::stylename).str(), id};
 }
 
-// A file's record that has no name of its own is named by its text.
+// Names a record without a name by its text.
 void nameByLabel(Kiln::Dom::INode& record) {
   if (!hasField(record, Field::stylename) && hasField(record, Field::label))
     setField(record, Field::stylename, fieldText(record, Field::label));
@@ -44,7 +44,7 @@ Watermarks::Watermarks(Kiln::Host& lender, const Kiln::PropertyManager& properti
   isOpening = false;
 }
 
-// False when nothing more is to be read.
+// False when nothing more must be read.
 bool Watermarks::readUserFile() {
   try {
     if (readUserFileOnce()) return true;
@@ -78,18 +78,18 @@ void Watermarks::readLocalData() {
     try {
       if (const Node root = fileAt(path).read()) addAll(*root, path);
     } catch (const Kiln::Exception&) {
-      // It is not the user's to mend, and it is left as it is.
+      // The user cannot fix local data; leave the file unchanged.
     }
   }
 }
 
-// False when there is no record below the root, whether or not any could be added.
+// False when there is no record below the root, whether or not any was added.
 bool Watermarks::addAll(Kiln::Dom::INode& root, const Text& path) {
   const std::vector<Node> found = recordsOf(root);
   std::set<Text> idsInFile;
   for (const Node& record : found) {
     prepare(*record, path);
-    // Of two records with one id the second gets another, so that both stay.
+    // Of two records with the same id the second gets a new one, so that both are kept.
     if (const Kiln::WString id = fieldText(*record, Field::value); !id.empty() && !idsInFile.insert(id.str()).second)
       record->removeChild(Field::value);
     add(record, isLocalData(path));
@@ -97,7 +97,7 @@ bool Watermarks::addAll(Kiln::Dom::INode& root, const Text& path) {
   return !found.empty();
 }
 
-// Makes a record of a file what the store can take: whatever the file says of our own fields does not count.
+// Prepares a record of a file for the store: ignores the file's values of the in-memory fields.
 void Watermarks::prepare(Kiln::Dom::INode& record, const Text& path) const {
   stripMemoryFields(record);
   setField(record, Field::sourceFile, path);
@@ -111,7 +111,7 @@ std::u16string Watermarks::addRecord(const Node& record) {
   return id;
 }
 
-// Keeps the node.
+// Stores the node, not a copy.
 std::u16string Watermarks::add(const Node& record, bool isFromLocalData) {
   const Text name = fieldText(*record, Field::stylename).str();
   if (!isUsableName(name)) return {};
@@ -126,7 +126,7 @@ std::u16string Watermarks::add(const Node& record, bool isFromLocalData) {
   return id;
 }
 
-// Gives the record what every record of the store has.
+// Sets the fields that every record of the store has.
 void Watermarks::complete(Kiln::Dom::INode& record, const Text& id, bool isFromLocalData) const {
   const Kiln::WString source = fieldText(record, Field::sourceFile);
   const Kiln::WString idInItsFile = fieldText(record, Field::value);
@@ -170,7 +170,7 @@ bool Watermarks::Changes::remove(std::u16string_view id) {
   return true;
 }
 
-// An empty record removes the one that is there.
+// An empty `record` removes the existing one.
 void Watermarks::change(const Text& id, const Node& record) {
   const Node old = this->record(id);
   if (!isOpening) before.try_emplace(id, old);
@@ -179,7 +179,7 @@ void Watermarks::change(const Text& id, const Node& record) {
   put(id, record);
 }
 
-// The host is asked first, so that an exception of its own finds the store as it was.
+// Calls the host first, so that its exceptions leave the store unchanged.
 void Watermarks::put(const Text& id, const Node& record) {
   const Node old = this->record(id);
   const auto oldName = old ? nameAndId(*old, id) : std::pair<Text, Text>();

@@ -1,6 +1,6 @@
-// The user's text watermarks: read once from their files, kept in memory, and written back with every change.
+// The user's text watermarks: read once from their files, kept in memory, and saved with every change.
 //
-// docs/watermarks.md tells of the files and of what is promised about them.
+// docs/watermarks.md describes the files and the guarantees.
 #pragma once
 
 #include "effect/watermark/list_fill.h"
@@ -19,11 +19,10 @@
 
 class Watermarks final : public Kiln::RefCount {
  public:
-  // Reads all files, the user's first. What cannot be written meanwhile is told to the user; nothing is thrown for a
-  // file.
+  // Reads all files, the user's first. Never throws for a file; reports files that cannot be written to the user.
   Watermarks(Kiln::Host& lender, const Kiln::PropertyManager& properties, bool isMergedAlready);
 
-  // Changes that are saved together. The operations are the store's own of those names.
+  // Changes that are saved together. The operations work like the store's.
   class Changes {
    public:
     std::u16string add(const Effect::Node& record) { return store.add(record->clone(), false); }
@@ -37,45 +36,45 @@ class Watermarks final : public Kiln::RefCount {
     Watermarks& store;
   };
 
-  // Every change is on disk when the operation returns. One that cannot be saved throws Kiln::Exception, and the store
-  // is as it was before.
+  // The operations below return when the change is on disk. When it cannot be saved they throw Kiln::Exception and
+  // leave the store unchanged.
 
-  // Adds a copy of the record and gives its id; empty when its name cannot be a watermark's. A record that is named
-  // like one that was not downloaded takes that one's id and place.
+  // Adds a copy of the record and returns its id; empty when its name is not usable. Replaces a record with the same
+  // name, unless that was downloaded, and takes over its id.
   std::u16string addRecord(const Effect::Node& record);
 
-  // Makes the node, which the store keeps, the record of that id.
+  // Stores the node, not a copy, as the record with that id.
   bool updateRecord(std::u16string_view id, const Effect::Node& record);
 
-  // False when there is no such record. The NoneRecord stays.
+  // False when there is no such record. The NoneRecord cannot be removed.
   bool removeRecord(std::u16string_view id);
 
-  // Carries out changes as one: they are saved together at the end.
+  // Applies several changes and saves them together at the end.
   void changeTogether(const std::function<void(Changes&)>& make);
 
-  // The first id, in id order, of that name whose record was not downloaded; empty when there is none.
+  // The first id, in id order, with that name whose record was not downloaded; empty when there is none.
   std::u16string findIdByName(std::u16string_view stylename) const;
   bool hasName(std::u16string_view stylename) const { return !findIdByName(stylename).empty(); }
 
-  // The store's own record, not to be changed; empty when there is none of that id.
+  // The store's own record, not to be modified; empty when there is none with that id.
   Effect::Node record(std::u16string_view id) const;
 
-  // Whether no more records fit: 20, not counting the NoneRecord and those that are hidden.
+  // Whether the limit of 20 records, not counting the NoneRecord and hidden ones, is reached.
   bool isFull() const;
 
-  // Adds the records to a list. `icon` marks the downloaded ones; it may be empty.
+  // Appends the records to a list. `icon` marks the downloaded ones; may be null.
   void fillList(Kiln::XUL::ListData& list, const Kiln::SmartPtr<Kiln::XUL::Image>& icon) const;
 
-  // A new NoneRecord, from which a new watermark can be made.
+  // A new NoneRecord, the template of a new watermark.
   Effect::Node makeNoneRecord() const;
 
-  // Writes the files whose records were changed, and the merged copy where it is missing.
+  // Writes the files with changed records, and the merged copy when it is missing.
   bool save();
 
-  // Writes all records to one file, with the ids and names that they have in their own. Throws Kiln::Exception.
+  // Writes all records to one file, with the ids and names of their own files. Throws Kiln::Exception.
   void exportMerged(const Kiln::SmartPtr<Kiln::Services::Path>& to);
 
-  // Whether the store holds what several folders, or a merged one, brought together.
+  // Whether the store holds data of several folders, or of an already merged one.
   bool isMerged() const { return merged; }
 
  private:
@@ -130,8 +129,8 @@ class Watermarks final : public Kiln::RefCount {
   std::set<std::pair<Text, Text>> namesAndIds;  // of the records that were not downloaded
   std::map<Text, Effect::WatermarkFile> files;  // by path
 
-  bool isOpening = true;  // failures to write are told, not thrown
+  bool isOpening = true;  // failures to write are reported, not thrown
   bool hasTold = false;
   std::set<Text> due;  // paths of the files whose records have changed since they were last read or written
-  std::map<Text, Effect::Node> before;  // the records that were changed since, as they were; empty for one that was not
+  std::map<Text, Effect::Node> before;  // original records of unsaved changes; empty for added ones
 };

@@ -1,4 +1,4 @@
-// Writing the store's files, together with what others have written into them.
+// Writing the store's files, merged with other processes' changes.
 #include "effect/sentence.h"
 #include "effect/watermark/watermarks.h"
 
@@ -22,7 +22,7 @@ void Watermarks::saveChanges() {
   try {
     writeDue();
   } catch (const Kiln::Exception&) {
-    // Some may be written: what they hold is looked at before they are written over.
+    // Some may have been written: their content must be read before they are overwritten.
     for (const Text& path : due) fileAt(path).forget();
     setBack();
     throw;
@@ -31,15 +31,15 @@ void Watermarks::saveChanges() {
   before.clear();
 }
 
-// An exception that another compiler made runs nothing of ours on its way: what it cut short is still there when the
-// next change begins.
+// Another compiler's exception does not run this library's destructors and handlers: undo an interrupted change when
+// the next one begins.
 void Watermarks::forgetUnfinished() {
   if (before.empty() && due.empty()) return;
   setBack();
   for (auto& [path, file] : files) file.forget();
 }
 
-// Undoes what could not be saved.
+// Reverts the unsaved changes.
 void Watermarks::setBack() {
   for (const auto& [id, record] : before) put(id, record);
   before.clear();
@@ -62,8 +62,8 @@ void Watermarks::writeDue() {
   }
 }
 
-// Somebody else may have written the file since it was last read or written here. A record that was changed here
-// meanwhile is ours; of all others the file is right: it may have new ones, other ones, and it may lack some.
+// Merges in changes that others have made to the file since it was last read or written here. Records changed here win;
+// for all others the file wins, including additions and removals.
 void Watermarks::takeUpOthersChanges(const Text& path) {
   WatermarkFile& file = fileAt(path);
   file.refuseIfBlocked();
@@ -90,7 +90,7 @@ void Watermarks::takeUp(Kiln::Dom::INode& root, const Text& path) {
     complete(*record, id, isLocalData(path));
     put(id, record);
   }
-  if (there.empty()) return;  // a file without records tells of none that was removed
+  if (there.empty()) return;  // a file without records does not count as removals
   const Groups all = groups();
   const auto own = all.find(path);
   if (own == all.end()) return;
@@ -98,8 +98,8 @@ void Watermarks::takeUp(Kiln::Dom::INode& root, const Text& path) {
     if (id != noneId && !there.contains(id) && !before.contains(id)) put(id, {});
 }
 
-// Whether the record is in the file that it was read from: one that moves may be in its new file already, though the
-// moving failed at its end. Where that cannot be told, it is.
+// Whether the record is still in the file that it was read from: a record being moved may already be in its new file
+// when the move fails at the end. If unreadable, assume true.
 bool Watermarks::isStillIn(const Text& path, const Text& id) const {
   try {
     const Node root = WatermarkFile(host, host.path(path)).read();
@@ -111,8 +111,8 @@ bool Watermarks::isStillIn(const Text& path, const Text& id) const {
   }
 }
 
-// In a file that a store has written, a record's element is named by its id. Others may not yet tell that it was
-// downloaded.
+// In a file written by a store, a record's element is named by its id. In other files the id may lack the downloaded
+// suffix.
 std::u16string Watermarks::idInFile(Kiln::Dom::INode& record, const Text& path) const {
   Text id = record.name().str();
   if (isLocalData(path) && marksDownloaded && !id.ends_with(downloadedEnding)) id += downloadedEnding;
@@ -125,8 +125,8 @@ Watermarks::Groups Watermarks::groups() const {
   return all;
 }
 
-// In path order; but files that only lose records come last, so that a record that moves from one to another is in one
-// of them at any time.
+// In path order, but with files that only lose records last, so that a record moving between files is in one of them at
+// any time.
 std::vector<std::u16string> Watermarks::dueInOrder(const Groups& all) const {
   std::vector<Text> paths(due.begin(), due.end());
   std::stable_partition(paths.begin(), paths.end(), [&](const Text& path) {
@@ -138,8 +138,8 @@ std::vector<std::u16string> Watermarks::dueInOrder(const Groups& all) const {
   return paths;
 }
 
-// The whole store as it is in memory, for whoever looks into the folder; it is never read here. A user's change does
-// not fail because this copy of it cannot be written.
+// The whole store as in memory, for inspection; never read here. A failure to write this copy does not fail the user's
+// change.
 void Watermarks::writeMergedCopy(const Groups& all) {
   if (all.size() < 2 || !mergeFolder) return;
   const auto path = mergeFolder->join(watermarkFileName);
@@ -153,7 +153,7 @@ void Watermarks::writeMergedCopy(const Groups& all) {
   }
 }
 
-// A file's records as it holds them, after the NoneRecord, which every file has.
+// The records of a file as stored, after the NoneRecord, which every file has.
 Node Watermarks::document(const std::vector<Text>& recordIds) const {
   const Node root = newElement(host, rootName);
   root->setChild(noneId, asWritten(*makeNoneRecord()));
@@ -168,7 +168,7 @@ void Watermarks::exportMerged(const Kiln::SmartPtr<Kiln::Services::Path>& to) {
   host.documents()->write(root, host.file(to));
 }
 
-// While the store opens, one file that cannot be written keeps neither the others nor the tab from opening.
+// While the store opens, an unwritable file must not keep the other files and the tab from opening.
 void Watermarks::attempt(const std::function<void()>& work) {
   if (!isOpening) return work();
   try {
@@ -178,7 +178,7 @@ void Watermarks::attempt(const std::function<void()>& work) {
   }
 }
 
-// A damaged file of the user's is kept under another name. One that cannot be kept is not written over as long as this
+// Saves a copy of a damaged user file under another name. When that fails, the file is not overwritten as long as this
 // store lives.
 void Watermarks::setAside(WatermarkFile& file, const Kiln::Exception& problem) {
   std::u16string copy;
@@ -192,7 +192,7 @@ void Watermarks::setAside(WatermarkFile& file, const Kiln::Exception& problem) {
   host.tell(wideText(sentenceOf(problem)) + u" What was in it is kept in " + copy + u".");
 }
 
-// One sentence is enough where a whole folder cannot be written.
+// Reports only the first failure, since a whole folder may be unwritable.
 void Watermarks::tellOnce(const Kiln::Exception& problem) {
   if (!std::exchange(hasTold, true)) host.tell(wideText(sentenceOf(problem)));
 }
