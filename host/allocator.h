@@ -1,4 +1,4 @@
-// The memory that this host lends to plug-ins.
+// The allocator that this host provides to plug-ins.
 #pragma once
 
 #include "kiln/memory.h"
@@ -8,16 +8,16 @@
 
 namespace Refhost {
 
-// The C heap, counted, so that a test can tell whether a plug-in gave everything back.
+// The C heap with a block counter, so that tests can detect leaks in plug-ins.
 class HeapAllocator final : public Kiln::Allocator {
  public:
   void* allocate(std::size_t bytes) noexcept override;
   void deallocate(void* memory) noexcept override;
 
-  // Blocks lent and not given back.
+  // Blocks allocated and not yet freed.
   long blocks() const noexcept { return lent; }
 
-  // From now on allocate gives null after `count` more blocks; -1 for never. For tests.
+  // Makes allocate return null after `count` more blocks; -1 for never. For tests.
   void failAfter(long count) noexcept { left = count; }
 
  private:
@@ -25,10 +25,10 @@ class HeapAllocator final : public Kiln::Allocator {
   long left = -1;
 };
 
-// The one allocator of this process.
+// The single allocator of this process.
 HeapAllocator& heap() noexcept;
 
-// Texts as plug-ins take them.
+// Convert to texts that plug-ins accept.
 Kiln::WString text(std::u16string_view wide);
 Kiln::String text(std::string_view narrow);
 

@@ -1,5 +1,5 @@
-// What a face (a window, a script) does for the host's core. Everything else a face reads from the widget tree and the
-// property model, and does through Preferences.
+// The operations that a face (a window, a script) provides to the host's core. A face reads everything else from the
+// widget tree and the property model, and acts through Preferences.
 #pragma once
 
 #include <optional>
@@ -17,26 +17,25 @@ class Face {
   // Shows the dialog and lets the user operate it; returns when dialog.isOpen() is false.
   virtual void runModally(Dialog& dialog) = 0;
 
-  // A dialog that is not modal was opened; it belongs to the core and closes by its own OK or Cancel, or with the
-  // preferences.
+  // A modeless dialog was opened. It belongs to the core; its OK or Cancel closes it, or the end of the preferences.
   virtual void dialogOpened(Dialog& dialog) = 0;
 
-  // A dialog, modal or not, has closed; its widgets go right after.
+  // A dialog, modal or not, has closed; its widgets are destroyed right after.
   virtual void dialogClosed(Dialog& dialog) = 0;
 
   // A widget's state, or a list's items, changed.
   virtual void widgetChanged(WidgetNode& widget) = 0;
 
-  // Shows a help topic: `url` is a chrome:// address of the help, `topic` the place in it.
+  // Shows a help topic: `url` is the chrome:// address of the help, `topic` the place in it.
   virtual void showHelp(const std::u16string& url, const std::u16string& topic) = 0;
 
-  // Asks for the name of what the job creates. Nothing when the user gives none.
+  // Asks for the name of what the job creates. Nothing when the user enters none.
   virtual std::optional<std::u16string> askJobStep() = 0;
 
-  // Something went wrong while an event was handled: one sentence for the user.
+  // Handling an event failed: one sentence for the user.
   virtual void showFailure(const std::string& sentence) = 0;
 
-  // Something went wrong that did not keep the plug-in from what it was doing: one sentence for the user.
+  // Reports a failure that did not abort the plug-in's operation: one sentence for the user.
   virtual void tell(const std::string& sentence) { showFailure(sentence); }
 };
 

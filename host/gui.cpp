@@ -8,7 +8,7 @@
 namespace Refhost {
 namespace {
 
-// The widget as a plug-in takes it; empty for none.
+// The widget's interface for plug-ins; null for null.
 Kiln::SmartPtr<Kiln::XUL::Widget> asWidget(WidgetNode* node) {
   return node == nullptr ? Kiln::SmartPtr<Kiln::XUL::Widget>() : Kiln::SmartPtr<Kiln::XUL::Widget>(&node->asWidget());
 }

@@ -16,7 +16,7 @@ namespace Refhost {
 
 class Gui;
 
-// What the GUI and its dialogs are made in.
+// The environment of the GUI and its dialogs.
 struct GuiWorld {
   Face& face;
   const LayoutReader& layouts;
@@ -33,7 +33,7 @@ class TabPanel final : public Kiln::XUL::TabPanel {
     return preAccept;
   }
 
-  // The user selects a tab, asks for help, accepts (false when that is refused). What a handler throws passes through.
+  // User actions: select a tab, ask for help, accept (false when vetoed). Exceptions of handlers propagate.
   void select(std::u16string id) { selectedTab = std::move(id); }
   void fireHelp();
   bool firePreAccept();
@@ -55,16 +55,16 @@ class Dialog final : public Kiln::XUL::SubDialog {
   bool isOpen() const { return open; }
   bool isModal() const { return modal; }
 
-  // The button that accepts; operable while the user can accept.
+  // The OK button; enabled while the user can accept.
   Button& ok() { return *content.acceptButton; }
 
-  // The user presses OK; false when it cannot be pressed or is vetoed, and the dialog stays open.
+  // The user presses OK; false when the button is disabled or a handler vetoes, and the dialog stays open.
   bool accept();
 
   // The user presses Cancel, or closes the dialog. It stays open when a handler throws.
   void cancel();
 
-  // Takes the dialog away without telling the plug-in.
+  // Closes the dialog without notifying the plug-in.
   void close();
 
   // The address of the picture registered under that name; empty for none.
@@ -98,23 +98,23 @@ class Gui final : public Kiln::XUL::GUI {
  public:
   Gui(GuiWorld guiWorld, const Trace& eventTrace);
 
-  // Layouts in the order in which they were loaded; each root is a tab of the preferences.
+  // Layouts in loading order; each root is a tab of the preferences.
   const std::vector<Layout>& tabs() const { return layouts; }
   TabPanel& panel() { return *panelOfTabs; }
 
-  // Loads a layout of the host's own, or a plug-in's. Throws std::runtime_error with file and line.
+  // Loads a layout of the host or a plug-in. Throws std::runtime_error with file and line.
   void loadTab(std::u16string_view url);
 
-  // The layout is live: fires the ready signal. What a handler throws passes through.
+  // Fires the ready signal once the layout is live. Exceptions of handlers propagate.
   void fireReady();
 
   // Open dialogs, the topmost last.
   const std::vector<Kiln::SmartPtr<Dialog>>& openDialogs() const { return dialogs; }
 
-  // Cancels every open dialog, the innermost first; one whose cancelling fails is closed.
+  // Cancels every open dialog, innermost first; closes one whose handler throws.
   void cancelDialogs();
 
-  // The widget of that id among the tabs; null when there is none.
+  // The widget with that id among the tabs; null when there is none.
   WidgetNode* find(std::u16string_view id) const;
 
   // Kiln::XUL::GUI

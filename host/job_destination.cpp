@@ -33,7 +33,7 @@ void JobDestination::follow() {
   try {
     putBack(disk, pathFromText(aside));
   } catch (const DiskError&) {
-    // It stays aside until the folder is opened next.
+    // It stays set aside until the folder is opened next.
   }
   aside.clear();
 }

@@ -1,4 +1,4 @@
-// The file that the driver captures the current job into, as the property OverlayDestFileName names it.
+// The file that the driver captures the current job to: the value of OverlayDestFileName.
 #pragma once
 
 #include "host/documents/disk.h"
@@ -11,20 +11,21 @@
 
 namespace Refhost {
 
-// What the plug-in removes there is put back as soon as the job is cancelled, or goes elsewhere; when the process dies
-// before, when the folder is opened next.
+// A file that the plug-in removes there is restored when the job is cancelled or gets another destination; after a
+// crash, when the folder is opened next.
 class JobDestination {
  public:
-  // Both outlive the destination.
+  // Both outlive the object.
   JobDestination(Disk& fileDisk, PropertyModel& properties);
   JobDestination(const JobDestination&) = delete;
   JobDestination& operator=(const JobDestination&) = delete;
 
-  // Whether a file that the plug-in is about to remove is the destination. From then on it counts as set aside.
+  // Whether a file that the plug-in is about to remove is the destination. If so, it is treated as set aside from now
+  // on.
   bool takesPlaceOf(const std::filesystem::path& file);
 
-  // Writes the captured job, and the picture of its first page where the driver makes one. Throws std::runtime_error,
-  // one sentence, where there is no destination, and DiskError.
+  // Writes the captured job, and the picture of its first page if there is one. Throws std::runtime_error, one
+  // sentence, when there is no destination, and DiskError.
   void write(std::string_view bytes, std::optional<std::string_view> picture);
 
  private:

@@ -16,12 +16,12 @@ namespace {
 
 using Json = nlohmann::json;
 
-// Far above what any model's settings take.
+// Far more than any model's settings need.
 constexpr std::size_t mostBytes = 1 << 20;
 
 std::string quoted(const std::filesystem::path& file) { return "\"" + shownPath(file) + "\""; }
 
-// Nothing when the bytes are no settings.
+// Nothing when the bytes are not valid settings.
 std::optional<TracePairs> parse(const std::string& bytes) {
   const Json document = Json::parse(bytes, nullptr, false);
   const auto values = document.is_object() ? document.find("values") : document.end();
@@ -34,7 +34,7 @@ std::optional<TracePairs> parse(const std::string& bytes) {
   return pairs;
 }
 
-// The start of the file, as much as tells whether it is too large.
+// The start of the file: enough to detect one that is too large.
 std::string startOf(const std::filesystem::path& file) {
   std::ifstream stream(file, std::ios::binary);
   std::string bytes(mostBytes + 1, '\0');

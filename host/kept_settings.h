@@ -1,4 +1,4 @@
-// What a user's OK keeps for the next opening: one file a model, home/profile/settings-MODEL.json.
+// Settings saved by OK for the next opening: one file per model, home/profile/settings-MODEL.json.
 #pragma once
 
 #include "host/model/description.h"
@@ -9,28 +9,28 @@
 
 namespace Refhost {
 
-// Where a model's settings are kept below `home`; any name makes a plain file name.
+// The path of a model's settings below `home`; any model name gives a valid file name.
 std::filesystem::path settingsFile(const std::filesystem::path& home, const std::u16string& model);
 
 struct KeptSettings {
   // By property name.
   TracePairs values;
 
-  // Where a damaged file was put out of the way; empty when there was none.
+  // Where a damaged file was moved; empty when there was none.
   std::filesystem::path setAside;
 };
 
-// The settings kept in `file`; none when there is no such file. Throws std::runtime_error, one sentence, when the file
-// cannot be read, or cannot be put out of the way.
+// The settings in `file`; none when there is no such file. Throws std::runtime_error, one sentence, when the file
+// cannot be read, or is damaged and cannot be moved.
 KeptSettings readSettings(const std::filesystem::path& file);
 
-// The content of such a file; the same values give the same bytes. What UTF-8 cannot carry becomes U+FFFD.
+// The content of such a file; equal values give equal bytes. Characters that UTF-8 cannot represent become U+FFFD.
 std::string settingsBytes(const TracePairs& values);
 
-// Replaces the file whole, or leaves it as it was and throws std::runtime_error: one sentence.
+// Replaces the file atomically. Throws std::runtime_error, one sentence, and leaves it unchanged on failure.
 void writeSettings(const std::filesystem::path& file, const TracePairs& values);
 
-// Of `values` those that a user may set on that model.
+// The subset of `values` that a user may set on that model.
 TracePairs applicable(const TracePairs& values, const ModelDescription& model);
 
 }  // namespace Refhost

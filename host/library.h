@@ -8,10 +8,11 @@
 
 namespace Refhost {
 
-// A loaded library. Unloads when the last holder lets go.
+// A loaded library. Unloads with its last reference.
 class Library final : public Kiln::Services::Library {
  public:
-  // Throws std::runtime_error: one sentence that names the file, when it cannot be loaded or has no createPlugin.
+  // Throws std::runtime_error, one sentence with the file name, when the library cannot be loaded or has no
+  // createPlugin.
   explicit Library(const std::filesystem::path& file);
   ~Library() override;
 
@@ -25,8 +26,7 @@ class Library final : public Kiln::Services::Library {
 // The plug-in library's file name on this system: "Zorvueffect.so", "Zorvueffect.dll".
 const char* defaultPluginName();
 
-// The folder of the running program, where the libraries lie that come with it. Throws std::runtime_error when the
-// system does not tell.
+// The folder of the running program and its libraries. Throws std::runtime_error when it cannot be determined.
 std::filesystem::path programFolder();
 
 }  // namespace Refhost

@@ -1,4 +1,4 @@
-// Objects of this host that plug-ins hold.
+// Objects that plug-ins hold references to.
 #pragma once
 
 #include "host/allocator.h"
@@ -11,7 +11,7 @@
 
 namespace Refhost {
 
-// A new counted object on the lent heap. Throws std::bad_alloc when memory is out.
+// A new counted object on the heap of this host. Throws std::bad_alloc.
 template <class T, class... Arguments>
 Kiln::SmartPtr<T> make(Arguments&&... arguments) {
   T* object = new (heap()) T(std::forward<Arguments>(arguments)...);
@@ -19,7 +19,7 @@ Kiln::SmartPtr<T> make(Arguments&&... arguments) {
   return Kiln::SmartPtr<T>(object);
 }
 
-// What a host operation throws at a plug-in: one sentence.
+// The exception that host operations throw to plug-ins: one sentence.
 inline Kiln::Exception failure(std::string_view sentence) { return {heap(), sentence}; }
 
 }  // namespace Refhost

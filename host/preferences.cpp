@@ -33,8 +33,8 @@ const char16_t* nameOf(Mode mode) {
   return u"";
 }
 
-// The folder for what a user keeps; a temporary one goes with it. One that cannot be made is told of by whoever wants
-// to write there.
+// The folder for user data; a temporary one is deleted with this object. Writers report a folder that cannot be
+// created.
 class Home {
  public:
   explicit Home(const std::filesystem::path& wanted) {
@@ -52,7 +52,7 @@ class Home {
   std::optional<TemporaryFolder> temporary;
 };
 
-// What an action fails with, as a sentence; empty when it does not.
+// Runs an action; returns its failure as a sentence, empty on success.
 std::string sentenceOfFailure(const std::function<void()>& action) {
   try {
     action();
@@ -64,14 +64,14 @@ std::string sentenceOfFailure(const std::function<void()>& action) {
   return {};
 }
 
-// Properties that a user sets, without the facts of printer and job.
+// Properties that users may set, without context properties.
 TracePairs userValues(const PropertyModel& model) {
   TracePairs pairs = model.values();
   std::erase_if(pairs, [&model](const auto& pair) { return model.isContext(pair.first); });
   return pairs;
 }
 
-// The pairs of `wanted` that the model does not have yet.
+// The pairs of `wanted` that differ from the model.
 TracePairs differences(const PropertyModel& model, const TracePairs& wanted) {
   TracePairs pairs;
   for (const auto& pair : wanted)
@@ -81,8 +81,8 @@ TracePairs differences(const PropertyModel& model, const TracePairs& wanted) {
 
 }  // namespace
 
-// Everything of one opening. The members are destroyed from the last to the first: the plug-in, then what it was
-// connected to, then its library.
+// The state of one opening. Members are destroyed in reverse order: the plug-in, the objects that it is connected to,
+// its library.
 struct Preferences::Run {
   Run(Preferences& owner, const Options& options)
       : home(options.home),
@@ -106,7 +106,7 @@ struct Preferences::Run {
 
   PropertyModel& model() { return *manager->model; }
 
-  // The plug-in's part in PrintTickets. Throws std::runtime_error when it has none.
+  // The plug-in's PrintTicket interface. Throws std::runtime_error when it has none.
   Kiln::PTPlugin& ticketPlugin() const {
     auto* part = dynamic_cast<Kiln::PTPlugin*>(plugin.get());
     if (part == nullptr) throw std::runtime_error("The plug-in does not take part in PrintTickets.");
@@ -128,7 +128,7 @@ struct Preferences::Run {
 
   // The values before each action that changed some, the latest last.
   std::vector<TracePairs> past;
-  int actions = 0;  // within one another
+  int actions = 0;  // nesting depth
 };
 
 Preferences::Preferences(Options options, Face& shownBy)
@@ -146,7 +146,7 @@ Preferences::~Preferences() {
 
 void Preferences::open() {
   run = std::make_unique<Run>(*this, runOptions);
-  // An exception of the plug-in's has code in its library, so it must be gone before the library is.
+  // An exception's code may be in the plug-in's library: destroy it before unloading the library.
   const std::string sentence = sentenceOfFailure([this] { start(); });
   if (sentence.empty()) return;
   run.reset();
@@ -182,7 +182,7 @@ void Preferences::start() {
   run->past.clear();
 }
 
-// Before anybody looks into the files: what a process that died left half done is completed, or removed.
+// Completes or cleans up the work of crashed processes, before any file is read.
 void Preferences::tidyHome() {
   try {
     completeFileSet(run->files.disk, importJournal(home()));
@@ -311,7 +311,7 @@ void Preferences::loadTicket(std::string_view document, const std::string& sourc
   for (const auto& [name, value] : before)
     if (const auto now = *run->model().value(name); now != value) loaded.emplace_back(name, now);
   if (loaded.empty()) return;
-  // The values are there; submitting them runs the rules and tells everybody.
+  // The values are set already; submitting them runs the rules and fires the signals.
   const std::size_t kept = run->past.size();
   dispatch([&] { run->model().submit(loaded); });
   run->past.resize(kept);
@@ -325,7 +325,7 @@ void Preferences::writeJob(std::string_view bytes, std::optional<std::string_vie
 std::optional<std::filesystem::path> Preferences::exportProfile(const std::filesystem::path& target,
                                                                 const std::u16string& includeUserdata) {
   const auto event = make<ProfileEvent>(run->files, target, includeUserdata);
-  // A plug-in that has trouble with a file may go on without what is in it; the profile would lack that.
+  // A plug-in may skip a file that it cannot read and report that; the profile would be incomplete.
   std::string told;
   run->host.hearTold = [&told](const std::string& sentence) { told = sentence; };
   const std::string sentence = sentenceOfFailure([&] { run->manager->profileExport->fire(event); });
@@ -340,7 +340,8 @@ void Preferences::importProfile(const std::filesystem::path& target, const Trace
   dispatch([&] {
     for (const auto& [name, value] : changed) run->model().child(name)->setValue(value);
     run->manager->profileImport->fire(make<ProfileEvent>(run->files, target, std::nullopt));
-    // The values are there, some of them mended by the plug-in; submitting them runs the rules and tells everybody.
+    // The values are set already, and partly corrected by the plug-in; submitting them runs the rules and fires the
+    // signals.
     for (auto& [name, value] : changed) value = *run->model().value(name);
     if (!changed.empty()) run->model().submit(changed);
   });
@@ -356,7 +357,7 @@ void Preferences::dispatch(const std::function<void()>& action) {
   const std::string sentence = sentenceOfFailure(action);
   --run->actions;
   if (outermost && userValues(run->model()) != before) run->past.push_back(before);
-  // What is kept in files stays as it is, and earlier values need not fit it any more.
+  // Undo does not restore files, so earlier values may no longer match them.
   if (outermost && changesFiles) run->past.clear();
   if (!sentence.empty()) face.showFailure(sentence);
 }

@@ -1,4 +1,4 @@
-// One opening of the preferences: a model, a plug-in, its tab, and what a user does with them.
+// One opening of the preferences: a model, a plug-in, its tab, and the user's actions.
 #pragma once
 
 #include "host/chrome/addresses.h"
@@ -30,51 +30,50 @@ struct Options {
   // The plug-in library.
   std::filesystem::path plugin;
 
-  // The folder that holds the packages and the folder "models".
+  // The folder with the packages and the folder "models".
   std::filesystem::path resources;
   std::string model = "standard";
   Mode mode = Mode::docProp;
   bool active = true;
 
-  // For everything that a user keeps; made when missing, as far as that is possible. Empty for a temporary one that
-  // goes with the run.
+  // The folder for all user data; created if possible when missing. Empty for a temporary one that is deleted after the
+  // run.
   std::filesystem::path home;
 
-  // Host settings on top of the host's own; without a value: the key does not exist.
+  // Host settings that override the defaults; without a value the key does not exist.
   std::vector<std::pair<std::u16string, std::optional<std::u16string>>> settings;
   TracePairs properties;
   TracePairs customisation;
   std::string locale = "en-US";
   std::set<std::u16string, std::less<>> withoutWidgets;
 
-  // The horizontal pixels per inch that the screen is to have; nothing: the system's, 96 where the host is free to say.
+  // The screen's horizontal pixels per inch; when empty, the system's, or 96 if the host decides.
   std::optional<int> dpi;
 
-  // Asked for the installed font face names when a plug-in wants them; they cannot be told where there is no function,
-  // or it gives no list.
+  // Returns the installed font face names when a plug-in asks for them; unknown when this is empty or returns nothing.
   FontNames fonts;
 
-  // What the user's files lie on, for tests; null for the disk of the system.
+  // The disk for user files, for tests; null for the file system.
   Disk* disk = nullptr;
 };
 
 class Preferences {
  public:
-  // Opens nothing yet. `shownBy` outlives the preferences.
+  // Does not open anything yet. `shownBy` outlives the preferences.
   Preferences(Options options, Face& shownBy);
   ~Preferences();
   Preferences(const Preferences&) = delete;
   Preferences& operator=(const Preferences&) = delete;
 
-  // Loads the plug-in and opens the preferences; with mode prePrint this runs the print-time step. Throws
-  // std::runtime_error: one sentence; nothing is half open then. What plug-in code throws goes to the face.
+  // Loads the plug-in and opens the preferences; in mode prePrint, runs the print-time step. On std::runtime_error (one
+  // sentence) nothing is open. Exceptions of plug-in code are reported to the face.
   void open();
 
   const Options& options() const { return runOptions; }
   Trace& trace() { return events; }
   const ChromeFolders& chrome() const { return folders; }
 
-  // These are valid from open on, also after the preferences were accepted or cancelled.
+  // Valid after open, also after accept or cancel.
   PropertyModel& model();
   const StringTables& strings() const;
 
@@ -84,11 +83,11 @@ class Preferences {
   // The tabs and dialogs; null after accept or cancel, and in mode rootless.
   Gui* gui();
 
-  // The folder for what the user keeps.
+  // The folder for user data.
   const std::filesystem::path& home() const;
 
-  // What a user does. accept fires the pre-accept first and is false when that is refused; the widgets are gone after
-  // accept and cancel.
+  // User actions. accept fires the pre-accept signal first and returns false when vetoed; accept and cancel destroy the
+  // widgets.
   bool accept();
   void cancel();
   void selectTab(const std::u16string& id);
@@ -97,42 +96,40 @@ class Preferences {
   void undo();
   void restoreDefaults();
 
-  // Gives a property a value through a transition of the host's own.
+  // Sets a property in a transition of the host.
   void set(const std::u16string& name, const std::u16string& value);
 
-  // The current PrintTicket, the plug-in's schema, and what the model can do now (PrintCapabilities), as documents.
-  // Throw std::runtime_error: one sentence.
+  // The current PrintTicket, the plug-in's schema, and the current PrintCapabilities, as documents. Throw
+  // std::runtime_error: one sentence.
   std::string ticket();
   std::string ticketSchema();
   std::string capabilities();
 
-  // Takes over a PrintTicket's settings, as a user's action that undo takes back. `source` names the document in
-  // messages. Throws std::runtime_error, one sentence with source, line and name; nothing has changed then.
+  // Applies a PrintTicket as a user action that can be undone. `source` is the document's name in messages. Throws
+  // std::runtime_error, one sentence with source, line and name, without a change.
   void loadTicket(std::string_view document, const std::string& source);
   void loadTicketFile(const std::filesystem::path& file);
 
-  // The driver writes the captured job into the file that OverlayDestFileName names, and beside it the picture of its
-  // first page where it makes one. Throws std::runtime_error, one sentence; the file and the picture that were there
-  // before are there then.
+  // Writes the captured job to the file that OverlayDestFileName names, and the picture of its first page, if any,
+  // beside it. On std::runtime_error (one sentence) the previous file and picture are kept or restored.
   void writeJob(std::string_view bytes, std::optional<std::string_view> picture = {});
 
-  // Fires the profile export signal, and gives the folder that the plug-in's files of the profile go into; it is there
-  // when the plug-in has asked for it. Nothing when the host has no local data. `target`:
-  // host/profiles/profile_event.h. Throws std::runtime_error, one sentence, what the plug-in fails with or tells
-  // meanwhile.
+  // Fires the profile export signal and returns the folder for the plug-in's files, which exists if the plug-in has
+  // asked for it. Nothing when the host has no local data. `target`: host/profiles/profile_event.h. Throws
+  // std::runtime_error, one sentence, with the plug-in's failure or report.
   std::optional<std::filesystem::path> exportProfile(const std::filesystem::path& target,
                                                      const std::u16string& includeUserdata);
 
-  // Gives properties the values of a profile, those that a user may set on this model, and fires the profile import
-  // signal: one action of the user's. The profile's files are in their places.
+  // Applies the values of a profile that a user may set on this model, and fires the profile import signal, as one user
+  // action. The profile's files must be in place.
   void importProfile(const std::filesystem::path& target, const TracePairs& values);
 
-  // By hand: an option's availability, the names that the "lock" attribute lists.
+  // Manual overrides: an option's availability, and the names in the "lock" attribute.
   void setAvailable(const std::u16string& name, const std::u16string& option, bool available);
   void lock(std::vector<std::u16string> names);
 
-  // Runs what a user's action sets off: what plug-in code throws is told to the face, and the state before it can be
-  // brought back by undo, unless the plug-in has changed files.
+  // Runs a user action: reports exceptions of plug-in code to the face, and saves the previous state for undo, unless
+  // the plug-in has changed files.
   void dispatch(const std::function<void()>& action);
 
  private:
@@ -147,7 +144,7 @@ class Preferences {
   Options runOptions;
   Face& face;
   Trace events;
-  bool changesFiles = false;  // whether the user's action that is running has changed files
+  bool changesFiles = false;  // whether the current user action has changed files
   ChromeFolders folders;
   std::unique_ptr<Run> run;
 };

@@ -7,7 +7,7 @@
 namespace Refhost {
 namespace {
 
-// Calls `visit` for each bound combo box, with the property's name.
+// Calls `visit` for each bound combo box with the property's name.
 void forEachBound(const Layout& layout, const std::function<void(ComboBox&, const std::u16string&)>& visit) {
   walk(*layout.root, [&visit](WidgetNode& widget) {
     const auto property = widget.attribute("property");

@@ -56,8 +56,8 @@ bool isColour(std::u16string_view text) {
   return text.size() == 7 && text.front() == u'#' && text.find_first_not_of(digits, 1) == text.npos;
 }
 
-// The page of a topic in a help file: chrome://PACKAGE/locale/FILE.chm stands for the folder FILE of the language, with
-// a page for each topic. Another address is the page itself.
+// The address of a topic's page: in chrome://PACKAGE/locale/FILE.chm, FILE is a folder of the current language with a
+// page per topic. Other addresses are pages themselves.
 std::u16string helpPage(std::u16string_view url, std::u16string_view topic, const std::string& locale) {
   constexpr std::u16string_view languageFolder = u"/locale/";
   constexpr std::u16string_view ending = u".chm";

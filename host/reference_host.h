@@ -1,4 +1,4 @@
-// What this host answers to a plug-in besides properties and widgets, and the objects behind it.
+// The services that this host provides to a plug-in besides properties and widgets.
 #pragma once
 
 #include "host/chrome/addresses.h"
@@ -21,7 +21,7 @@
 
 namespace Refhost {
 
-// A picture by its address or file, or a swatch of one colour.
+// A picture from an address or file, or a swatch of one colour.
 class Image final : public Kiln::XUL::Image {
  public:
   Image(std::u16string imageSource, std::filesystem::path imageFile, std::u16string imageScope = {})
@@ -33,11 +33,11 @@ class Image final : public Kiln::XUL::Image {
         width(swatchWidth),
         height(swatchHeight) {}
 
-  // The address or path as the plug-in gave it, and the file it names; both empty for a swatch.
+  // The address or path as given by the plug-in, and the file; both empty for a swatch.
   const std::u16string source;
   const std::filesystem::path file;
 
-  // The scope that the plug-in names; empty for none. All pictures of this host are in one.
+  // The scope given by the plug-in; empty for none. This host ignores scopes.
   const std::u16string scope;
 
   // A swatch's colour ("#RRGGBB") and sides in pixels; empty and 0 for a picture.
@@ -46,7 +46,7 @@ class Image final : public Kiln::XUL::Image {
   const int height = 0;
 };
 
-// The properties and settings of one run, as its plug-in sees them.
+// The properties and settings of one run, for its plug-in.
 class PropertyManager final : public Kiln::IPropertyManager {
  public:
   PropertyManager(Kiln::SmartPtr<PropertyModel> properties, const Trace& eventTrace);
@@ -83,14 +83,14 @@ class ReferenceHost final : public Kiln::Host {
 
   explicit ReferenceHost(const World& hostWorld);
 
-  // Whether plug-ins are switched on; what help they are asked for; the names that "lock" lists; what gives the
-  // installed fonts, no list when they cannot be told.
+  // Whether plug-ins are enabled, the current help topic, the names in the "lock" attribute, and the installed fonts,
+  // nothing when unknown.
   bool active = true;
   std::function<std::u16string()> helpContext;
   std::vector<std::u16string> lockedNames;
   std::function<std::optional<std::vector<std::u16string>>()> fonts;
 
-  // Where sentences go that the plug-in tells the user; unless it is set, to the face.
+  // Receives the sentences that the plug-in reports to the user; when empty, the face does.
   std::function<void(const std::string& sentence)> hearTold;
 
   TicketService& ticketDocuments() { return *ticketService; }

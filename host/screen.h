@@ -1,4 +1,4 @@
-// The screen that widgets are shown on, as plug-ins see it.
+// The screen of the widgets, for plug-ins.
 #pragma once
 
 #include "kiln/native_window.h"
@@ -9,11 +9,11 @@ namespace Refhost {
 
 #ifdef _WIN32
 
-// The system's own, which tells plug-ins its pixels per inch itself.
+// The system's screen, which plug-ins query themselves.
 class Screen {
  public:
-  // Throws std::runtime_error, one sentence, when the system does not report the wanted pixels per inch to this
-  // process; without any, whatever it reports serves.
+  // Throws std::runtime_error, one sentence, when the system does not report the requested pixels per inch to this
+  // process; any value is accepted when none is requested.
   explicit Screen(std::optional<int> pixelsPerInch);
   Kiln::NativeWindow window() const;
 };

@@ -7,7 +7,7 @@
 
 namespace Refhost {
 
-// The desktop's window stands for each widget's: what plug-ins ask of it is the same for all.
+// The desktop window stands in for each widget's: plug-ins only query its screen.
 Kiln::NativeWindow Screen::window() const { return GetDesktopWindow(); }
 
 Screen::Screen(std::optional<int> pixelsPerInch) {

@@ -10,11 +10,11 @@
 
 namespace Refhost {
 
-// A signal that tells the trace who connects to it.
+// A signal that records its connections in the trace.
 template <class Arg>
 class HostSignal final : public Kiln::Signal<Arg> {
  public:
-  // `kind` and `owner` are what the trace says of a connection: "selection-change" of "Rotate180".
+  // `kind` and `owner` describe a connection in the trace: "selection-change" of "Rotate180".
   HostSignal(const Trace& eventTrace, std::string signalKind, std::u16string ownerName)
       : trace(eventTrace),
         kind(std::move(signalKind)),
@@ -28,8 +28,7 @@ class HostSignal final : public Kiln::Signal<Arg> {
 
   Kiln::Allocator& allocator() noexcept override { return heap(); }
 
-  // Calls the slots in the order of their connection; those connected meanwhile wait for the next time. The signal may
-  // be destroyed by one of them.
+  // Calls the slots in connection order, without those connected during the call. A slot may destroy the signal.
   void fire(Arg argument) {
     const Kiln::SmartPtr<HostSignal> self(this);
     for (std::size_t i = 0, count = slots.size(); i < count; ++i) {

@@ -17,7 +17,7 @@ TemporaryFolder::TemporaryFolder() {
                              "cannot be used (" +
                              unusable.message() + "): name one that is there.");
   std::random_device random;
-  // A name that is taken belongs to somebody else: only a folder made here is used, and removed.
+  // An existing folder belongs to others: use and remove only a folder created here.
   for (int attempts = 0; attempts < 100; ++attempts) {
     const auto candidate = parent / ("kiln-" + std::to_string(random()));
     std::error_code error;

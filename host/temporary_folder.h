@@ -1,4 +1,4 @@
-// A folder that nobody else can look into, which goes with this object.
+// A private temporary folder, removed by the destructor.
 #pragma once
 
 #include <filesystem>
@@ -7,7 +7,7 @@ namespace Refhost {
 
 class TemporaryFolder {
  public:
-  // Throws std::runtime_error, one sentence, when no folder can be made.
+  // Throws std::runtime_error, one sentence, when no folder can be created.
   TemporaryFolder();
   ~TemporaryFolder();
   TemporaryFolder(const TemporaryFolder&) = delete;

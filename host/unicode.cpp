@@ -15,7 +15,7 @@ void appendUtf16(std::u16string& text, char32_t codePoint) {
   }
 }
 
-// The code point that starts at `index`, which is moved behind it, or behind one byte where none starts.
+// The code point at `index`, which is advanced past it, or by one byte when invalid.
 char32_t decode(std::string_view utf8, std::size_t& index) {
   const auto first = static_cast<unsigned char>(utf8[index++]);
   if (first < 0x80) return first;

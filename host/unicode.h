@@ -1,7 +1,7 @@
-// UTF-8 and UTF-16, each into the other.
+// Conversion between UTF-8 and UTF-16.
 //
-// An unpaired surrogate travels through UTF-8 as the three bytes that its number would have, and comes back as it was,
-// so that no text of a plug-in is changed on its way through a narrow one.
+// An unpaired surrogate is encoded in UTF-8 as the three bytes of its code point and decoded back, so that every text
+// of a plug-in survives a round trip.
 #pragma once
 
 #include <string>
@@ -9,11 +9,12 @@
 
 namespace Refhost {
 
-// What is no UTF-8 becomes U+FFFD.
+// Invalid sequences become U+FFFD.
 std::u16string toWide(std::string_view utf8);
 std::string toNarrow(std::u16string_view utf16);
 
-// The next code point of `utf16` at `index`, which is moved behind it; an unpaired surrogate is its own number.
+// The code point of `utf16` at `index`, which is advanced past it; an unpaired surrogate is returned as its own code
+// point.
 char32_t nextCodePoint(std::u16string_view utf16, std::size_t& index);
 
 void appendUtf8(std::string& text, char32_t codePoint);

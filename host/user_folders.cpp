@@ -9,7 +9,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The folder that a setting names; empty for none.
+// The folder in a setting; empty for none.
 fs::path folderIn(const Settings& settings, std::u16string_view key) {
   return pathFromText(settings.get(key).value_or(u""));
 }
@@ -26,7 +26,7 @@ void tidy(Disk& disk, const fs::path& folder) {
   try {
     sweepTemporaries(disk, folder);
   } catch (const DiskError&) {
-    // What cannot be listed is left as it is.
+    // Ignored: the folder is used as it is.
   }
   putAllBack(disk, folder);
 }
@@ -47,7 +47,7 @@ void tidyUserFolders(Disk& disk, const Settings& settings) {
       tidy(disk, folder / overlays.filename());
     }
   } catch (const DiskError&) {
-    // As above.
+    // Ignored as well.
   }
 }
 

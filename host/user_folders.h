@@ -1,4 +1,4 @@
-// The folders in which the user's data lies, by the host settings.
+// The folders of the user's data, from the host settings.
 #pragma once
 
 #include "host/documents/disk.h"
@@ -6,8 +6,7 @@
 
 namespace Refhost {
 
-// Removes from them what programs have left behind that died while writing, and puts back what was set aside. Throws
-// nothing: a folder that cannot be tidied is opened as it is.
+// Removes temporary files of crashed programs from the folders, and restores files that were set aside. Ignores errors.
 void tidyUserFolders(Disk& disk, const Settings& settings);
 
 }  // namespace Refhost

@@ -1,4 +1,4 @@
-// chrome:// addresses: chrome://PACKAGE/PATH names the file PATH of a package's folder.
+// chrome:// addresses: chrome://PACKAGE/PATH is the file PATH in the package's folder.
 #pragma once
 
 #include <filesystem>
@@ -10,15 +10,15 @@
 
 namespace Refhost {
 
-// Where the packages lie: below `root`, one folder each ("base", "effect", "window").
+// The packages' folders below `root`, one each ("base", "effect", "window").
 class ChromeFolders {
  public:
   explicit ChromeFolders(std::filesystem::path rootFolder) : root(std::move(rootFolder)) {}
 
-  // The file that an address names; nothing for a text that is no chrome:// address or that would leave its package.
+  // The file of an address; nothing for a text that is not a chrome:// address or that escapes its package.
   std::optional<std::filesystem::path> file(std::u16string_view address) const;
 
-  // The packages, in order, and the locales of one: the folders of its content that hold a strings.dtd, in order.
+  // The packages, sorted; and the locales of one, sorted: the folders of its content that contain a strings.dtd.
   std::vector<std::string> packages() const;
   std::vector<std::string> locales(std::string_view package) const;
 

@@ -15,7 +15,7 @@ constexpr std::string_view xulNamespace = "http://www.mozilla.org/keymaster/gate
 struct ElementKind {
   std::string_view element;
   WidgetKind kind;
-  std::string_view labelAttribute;  // the one that holds the displayed text
+  std::string_view labelAttribute;  // the attribute with the displayed text
 };
 
 constexpr ElementKind elementKinds[] = {
@@ -41,7 +41,7 @@ constexpr ElementKind elementKinds[] = {
 
 bool isItem(std::string_view element) { return element == "listitem" || element == "menuitem"; }
 
-// Reads one layout; a part of it that is not understood is an error with its place.
+// Reads one layout; rejects unknown content with its position.
 class Reader {
  public:
   Reader(std::string sourceName, WidgetWorld& widgetWorld, const std::set<std::u16string, std::less<>>& without)
@@ -126,7 +126,7 @@ class Reader {
     selector->startWithFirst();
   }
 
-  // A context menu of the widget that it stands in.
+  // The context menu of the enclosing widget.
   void readMenu(const XmlTree& tree, WidgetNode& parent) {
     auto* image = dynamic_cast<ImageBox*>(&parent);
     if (image == nullptr) fail(tree.element, "a <menupopup> stands outside an <image>.");
@@ -146,7 +146,7 @@ class Reader {
     return number;
   }
 
-  // What a kind of widget starts with besides what all have.
+  // Sets the initial state specific to the widget's kind.
   void start(WidgetNode& widget, const XmlElement& element) {
     if (auto* box = dynamic_cast<CheckBox*>(&widget)) box->startChecked(flag(element, "checked"));
     if (auto* radio = dynamic_cast<RadioButton*>(&widget)) radio->startChecked(flag(element, "selected"));

@@ -1,4 +1,4 @@
-// Layouts: XUL documents read into widgets.
+// Layouts: XUL documents loaded as widgets.
 #pragma once
 
 #include "host/chrome/addresses.h"
@@ -13,26 +13,26 @@
 
 namespace Refhost {
 
-// A layout read into widgets. It owns them all.
+// A loaded layout, which owns its widgets.
 struct Layout {
-  // The page of the preferences, or the dialog's content.
+  // The page of the preferences, or the content of the dialog.
   Kiln::SmartPtr<Container> root;
 
-  // A dialog's title, unresolved, and its buttons, which are not among the root's children.
+  // A dialog's title, with references unresolved, and its buttons, which are not among the root's children.
   std::u16string title;
   Kiln::SmartPtr<Button> acceptButton;
   Kiln::SmartPtr<Button> cancelButton;
 
-  // The widget of that id; null when the layout has none.
+  // The widget with that id; null when the layout has none.
   WidgetNode* find(std::u16string_view id) const;
 };
 
-// Calls `visit` for a widget and all below it, parents first.
+// Calls `visit` for a widget and all its descendants, parents first.
 void walk(WidgetNode& root, const std::function<void(WidgetNode&)>& visit);
 
 class LayoutReader {
  public:
-  // `without`: ids of widgets that every layout is read without.
+  // `without`: ids of widgets to omit from every layout.
   LayoutReader(const ChromeFolders& chromeFolders, std::set<std::u16string, std::less<>> without);
 
   // Throws std::runtime_error: one sentence with file and line.

@@ -10,7 +10,7 @@
 namespace Refhost {
 namespace {
 
-// A table's texts hold the five entities that every XML document knows as references.
+// String tables keep references to the five predefined XML entities; resolves them.
 std::string withoutPredefinedReferences(std::string_view text) {
   constexpr std::pair<std::string_view, char> predefined[] = {
       {"&amp;", '&'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&quot;", '"'}, {"&apos;", '\''}};

@@ -1,4 +1,4 @@
-// String tables: the texts behind "$IDS_NAME;" references, one strings.dtd a package and locale.
+// String tables: the texts of "$IDS_NAME;" references, one strings.dtd per package and locale.
 #pragma once
 
 #include "host/chrome/addresses.h"
@@ -11,22 +11,22 @@ namespace Refhost {
 
 using StringTable = std::map<std::u16string, std::u16string, std::less<>>;
 
-// Reads the entities of a strings.dtd; of two of one name the first counts. Throws std::runtime_error: one sentence
-// with file and line.
+// Reads the entities of a strings.dtd; of duplicate names the first wins. Throws std::runtime_error: one sentence with
+// file and line.
 StringTable readStrings(const std::filesystem::path& file);
 
-// The name in a reference: "IDS_NONE" of "$IDS_NONE;". Empty for a text that is none.
+// The name in a reference: "IDS_NONE" for "$IDS_NONE;". Empty for a text that is not a reference.
 std::u16string_view referencedName(std::u16string_view text);
 
-// All packages' texts in one locale.
+// The texts of all packages in one locale.
 class StringTables {
  public:
-  // Throws as readStrings, and for a locale that no package has.
+  // Throws like readStrings, and for a locale that no package has.
   StringTables(const ChromeFolders& folders, std::string localeName);
 
   const std::string& locale() const { return localeName; }
 
-  // The text that a reference stands for; any other text, and a reference to nothing, as it is.
+  // The text of a reference; other texts and unknown references are returned unchanged.
   std::u16string resolve(std::u16string_view text) const;
 
  private:

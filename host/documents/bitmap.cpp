@@ -16,7 +16,7 @@ constexpr std::int64_t longestSide = 4096;  // pixels
 constexpr std::uint32_t uncompressed = 0;
 constexpr std::uint32_t withColourMasks = 3;
 
-// The number of `count` bytes, the lowest first; 0 behind the end.
+// A little-endian number of `count` bytes; 0 past the end.
 std::uint32_t numberAt(std::string_view bytes, std::size_t at, std::size_t count) {
   std::uint32_t number = 0;
   for (std::size_t i = 0; i < count && at + i < bytes.size(); ++i)
@@ -27,7 +27,7 @@ std::uint32_t numberAt(std::string_view bytes, std::size_t at, std::size_t count
 struct Header {
   std::uint32_t bytes;
   std::int64_t width;
-  std::int64_t height;  // negative with the topmost row first
+  std::int64_t height;  // negative for top-down rows
   std::uint32_t bitsPerPixel;
   std::uint32_t compression;
 };

@@ -1,4 +1,4 @@
-// Bitmap files (BMP), as far as to tell whether a face can show one.
+// Bitmap files (BMP): checks whether a face can show one.
 #pragma once
 
 #include <cstddef>
@@ -6,11 +6,11 @@
 
 namespace Refhost {
 
-// The largest file that is taken for a picture.
+// The maximum size of a picture file.
 inline constexpr std::size_t largestBitmap = std::size_t{16} << 20;
 
-// Whether the bytes are a whole bitmap of a size that makes sense for a picture in a dialog: uncompressed, of 1 to 32
-// bits a pixel, with all its pixels. Whatever else they are, a face is not given it.
+// Whether the bytes are a complete, uncompressed bitmap of 1 to 32 bits per pixel, in a reasonable size for a dialog.
+// Other files are not passed to faces.
 bool isBitmap(std::string_view bytes);
 
 }  // namespace Refhost

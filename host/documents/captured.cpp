@@ -32,7 +32,7 @@ void removeIfThere(Disk& disk, const fs::path& file) {
   if (disk.remove(file)) disk.syncFolder(folderOf(file));
 }
 
-// What failed first is what is told; opening the folder tries again.
+// Ignores failures: the first one is reported, and opening the folder retries.
 template <class Work>
 void tryTo(const Work& work) {
   try {
@@ -82,7 +82,7 @@ void putBack(Disk& disk, const fs::path& file) {
   const fs::path picture = pictureOf(file);
   const bool isGone = !isThere(disk, file) && isThere(disk, asideOf(file));
   if (isThere(disk, asideOf(picture))) {
-    // The picture first: as long as the overlay is aside, this begins anew.
+    // Restore the picture first: as long as the overlay is set aside, this step is repeated.
     if (isGone || (isThere(disk, file) && !isThere(disk, picture)))
       rename(disk, asideOf(picture), picture);
     else
@@ -98,7 +98,7 @@ void putAllBack(Disk& disk, const fs::path& folder) {
   if (disk.kind(folder) != EntryKind::folder) return;
   tryTo([&] {
     const std::vector<Entry> entries = disk.entries(folder);
-    // Overlays take their pictures with them; a picture alone belongs to an overlay that is there.
+    // Overlays restore their pictures too; other pictures belong to existing overlays.
     for (const bool isPictureTurn : {false, true})
       for (const Entry& entry : entries) {
         if (!shownPath(entry.name).starts_with(asideStart)) continue;

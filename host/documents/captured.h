@@ -1,12 +1,12 @@
-// Captured jobs: an overlay file and its picture beside it, NAME.opa and NAME.bmp, which come and go together.
+// Captured jobs: an overlay file and its picture, NAME.opa and NAME.bmp, replaced and deleted together.
 //
-// The system replaces one file at a time. So that both are the old ones or both are the new ones whenever the process
-// dies, what may still be needed is set aside, under a name of its own in the same folder:
+// The system replaces one file at a time. So that a crash leaves either both old files or both new ones, files that may
+// still be needed are set aside under another name in the same folder:
 //
-//   - the file that a job is to be captured into, from its removal on, until the new file and its picture are whole;
-//   - the picture of an overlay that is being deleted, until the overlay is gone.
+//   - the overlay that a job will overwrite, from its removal until the new file and its picture are complete;
+//   - the picture of an overlay that is being deleted, until the overlay is deleted.
 //
-// The overlay decides: where it is missing, the old pair is put back; where it is there, what is aside is not needed,
+// The overlay file decides: if it is missing, the old pair is restored; if it exists, files set aside are not needed,
 // unless its picture is missing.
 #pragma once
 
@@ -16,20 +16,20 @@
 
 namespace Refhost {
 
-// Deletes a file, for a plug-in; false when there was none. A destination is set aside instead, and so is the picture
-// of an overlay that is there. Throws DiskError.
+// Deletes a file on behalf of a plug-in; false when there is none. Sets it aside instead when it is a destination, or
+// the picture of an existing overlay. Throws DiskError.
 bool takeAway(Disk& disk, const std::filesystem::path& file, bool isDestination);
 
-// Writes a captured job into its destination; without a picture the one that is there stays. On failure throws
-// DiskError, and the old overlay is there again.
+// Writes a captured job to its destination; without a picture the existing one is kept. On failure throws DiskError and
+// restores the old overlay.
 void writeCaptured(Disk& disk, const std::filesystem::path& file, std::string_view bytes,
                    std::optional<std::string_view> picture);
 
-// Puts back what was set aside for a destination that will not be written. Throws DiskError.
+// Restores what was set aside for a destination that will not be written. Throws DiskError.
 void putBack(Disk& disk, const std::filesystem::path& file);
 
-// The same for all that is aside in a folder, whoever left it there. Called when the folder is opened; what cannot be
-// put back stays aside.
+// Restores everything that was set aside in a folder, by any process. Called when the folder is opened; files that
+// cannot be restored stay set aside.
 void putAllBack(Disk& disk, const std::filesystem::path& folder);
 
 }  // namespace Refhost

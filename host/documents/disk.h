@@ -1,5 +1,5 @@
-// The one seam between this host and the files of the system: everything that reads or saves a user's files goes
-// through a Disk, so that a test can put one behind it that fails, or loses power, at any step.
+// The interface between this host and the file system: everything that reads or saves user files goes through a Disk,
+// so that tests can simulate failures and power loss at any step.
 #pragma once
 
 #include "host/documents/path_text.h"
@@ -16,74 +16,74 @@
 
 namespace Refhost {
 
-// What a Disk throws: one sentence that names the file, what failed, and where possible what to do.
+// Thrown by Disk operations: one sentence with the file, what failed, and if possible what to do.
 class DiskError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 
-  // "PATH cannot be ACTION: REASON.", with what a person can do about it. `action` is "read", "written" ...
+  // "PATH cannot be ACTION: REASON.", followed by advice if there is any. `action` is "read", "written" and so on.
   DiskError(const std::filesystem::path& path, std::string_view action, std::error_code reason);
 };
 
 enum class EntryKind { none, file, folder, other };
 
-// One name in a folder.
+// An entry of a folder.
 struct Entry {
   std::filesystem::path name;
-  EntryKind kind = EntryKind::none;  // of what a link points to
+  EntryKind kind = EntryKind::none;  // of the link's target
   bool link = false;
 };
 
-// Paths may be relative; they are what the platform takes, of any length it can hold. All operations throw DiskError.
+// Paths may be relative, and have any length that the platform supports. All operations throw DiskError.
 class Disk {
  public:
-  // A file that is being written. Destroying it closes it, and throws nothing.
+  // A file being written. The destructor closes it and does not throw.
   class File {
    public:
     virtual ~File() = default;
     virtual void write(std::string_view bytes) = 0;
 
-    // Returns when all that was written is on the medium.
+    // Returns when everything written is on the storage medium.
     virtual void sync() = 0;
     virtual void close() = 0;
   };
 
   virtual ~Disk() = default;
 
-  // What is at `path`, or at the end of the links there; none where there is nothing or it cannot be told.
+  // The kind of the entry at `path`, following links; none when there is no entry or it cannot be determined.
   virtual EntryKind kind(const std::filesystem::path& path) = 0;
 
-  // In no particular order, without "." and "..".
+  // The entries in unspecified order, without "." and "..".
   virtual std::vector<Entry> entries(const std::filesystem::path& folder) = 0;
 
   // The time since the file was last written.
   virtual std::chrono::seconds age(const std::filesystem::path& file) = 0;
 
-  // All bytes of an ordinary file of at most `limit` bytes.
+  // The content of a regular file of at most `limit` bytes.
   virtual std::string read(const std::filesystem::path& file, std::size_t limit) = 0;
 
-  // A new file that is to take `target`'s place: it gets target's permissions where that exists, and is refused where
-  // target may not be written or is no ordinary file. Throws also where there is something at `temporary`.
+  // Creates a file that will replace `target`, with target's permissions if that exists. Throws also when `temporary`
+  // exists, or when `target` is read-only or not a regular file.
   virtual std::unique_ptr<File> create(const std::filesystem::path& temporary, const std::filesystem::path& target) = 0;
 
-  // Puts the file `temporary` in the place of `target`, in the same folder. A link at `target` is replaced itself.
+  // Renames `temporary` to `target`, in the same folder. Replaces a link at `target`, not the file it points to.
   virtual void replace(const std::filesystem::path& temporary, const std::filesystem::path& target) = 0;
 
-  // Deletes a file, or a link itself; false when there was none.
+  // Deletes a file, or a link itself; false when there is none.
   virtual bool remove(const std::filesystem::path& file) = 0;
 
-  // Makes one folder; its parent exists. Does nothing where it is there.
+  // Creates one folder; its parent exists. Does nothing when the folder exists.
   virtual void createFolder(const std::filesystem::path& folder) = 0;
 
-  // Returns when what was created, replaced and removed in `folder` is on the medium. (Windows has no such call: there
-  // `replace` itself waits for the medium, and what was removed may be back after a loss of power.)
+  // Returns when files created, replaced and removed in `folder` are on the storage medium. (Windows has no such call:
+  // there `replace` itself is synchronous, and removed files may reappear after a loss of power.)
   virtual void syncFolder(const std::filesystem::path& folder) = 0;
 };
 
-// The disk of the system.
+// The file system of this machine.
 Disk& realDisk();
 
-// This process's number, and whether one of that number is running on this machine.
+// The id of this process, and whether a process with that id is running on this machine.
 long processNumber();
 bool processRuns(long number);
 

@@ -3,7 +3,7 @@
 namespace Refhost {
 namespace {
 
-// Why, and what a person can do about it.
+// The reason, and advice if there is any.
 std::string sentenceEnd(std::error_code reason) {
   if (reason == std::errc::no_space_on_device) return "the disk is full; free some space and try again.";
   if (reason == std::errc::read_only_file_system)

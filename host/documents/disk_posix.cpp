@@ -22,7 +22,7 @@ namespace fs = std::filesystem;
   throw DiskError(path, action, {code, std::generic_category()});
 }
 
-// A zero in a path would end it early, and name another file.
+// An embedded NUL would truncate the path.
 bool hasZero(const fs::path& path) { return path.native().find('\0') != std::string::npos; }
 
 const char* checked(const fs::path& path, std::string_view action) {
@@ -30,7 +30,7 @@ const char* checked(const fs::path& path, std::string_view action) {
   return path.c_str();
 }
 
-// Runs a system call again when a signal came in between.
+// Restarts a system call that a signal has interrupted.
 template <class Call>
 auto uninterrupted(const Call& call) {
   auto result = call();
@@ -50,7 +50,7 @@ class Handle {
   bool isOpen() const { return number >= 0; }
   int get() const { return number; }
 
-  // A close that a signal interrupted has closed the file all the same.
+  // An interrupted close has closed the file.
   bool close() { return ::close(std::exchange(number, -1)) == 0 || errno == EINTR; }
 
  private:
@@ -59,7 +59,7 @@ class Handle {
 
 int flush(int descriptor) {
 #if defined(F_FULLFSYNC)
-  // Where fsync alone leaves the bytes in the drive's cache.
+  // fsync alone leaves the bytes in the drive's cache here.
   if (::fcntl(descriptor, F_FULLFSYNC) == 0) return 0;
 #endif
   return ::fsync(descriptor);
@@ -101,7 +101,7 @@ class PosixDisk final : public Disk {
     std::vector<Entry> found;
     checked(folder, "listed");
     for (fs::directory_iterator at(folder, error), end; !error && at != end; at.increment(error)) {
-      std::error_code gone;  // between two looks: then the kind is none
+      std::error_code gone;  // deleted meanwhile: the kind is none
       found.push_back({at->path().filename(), kind(at->path()), at->is_symlink(gone)});
     }
     if (error) throw DiskError(folder, "listed", error);
@@ -115,7 +115,7 @@ class PosixDisk final : public Disk {
   }
 
   std::string read(const fs::path& file, std::size_t limit) override {
-    // Without waiting: opening a pipe would wait for its writer for ever.
+    // O_NONBLOCK, since opening a pipe would wait for its writer.
     const Handle handle(::open(checked(file, "read"), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     struct stat status{};
     if (!handle.isOpen() || ::fstat(handle.get(), &status) != 0) fail(file, "read");
@@ -139,8 +139,8 @@ class PosixDisk final : public Disk {
         ::open(checked(temporary, "written"), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kept.value_or(0666));
     if (descriptor < 0) fail(target, "written");
     auto file = std::make_unique<PosixFile>(target, descriptor);
-    // The process's mask has taken bits away that the old file had. Where the file system refuses them they stay away,
-    // and the file is no more open than the old one.
+    // The umask may have removed permissions of the old file. A failure is harmless: the new file is at most as
+    // permissive as the old one.
     if (kept) static_cast<void>(::fchmod(descriptor, *kept));
     return file;
   }
@@ -164,7 +164,7 @@ class PosixDisk final : public Disk {
   void syncFolder(const fs::path& folder) override {
     const Handle handle(::open(checked(folder, "flushed to the disk"), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!handle.isOpen()) fail(folder, "flushed to the disk");
-    // Some file systems cannot flush folders, and say so like this.
+    // Some file systems cannot flush folders, and report it with this error.
     if (flush(handle.get()) != 0 && errno != EINVAL) fail(folder, "flushed to the disk");
   }
 
@@ -174,7 +174,7 @@ class PosixDisk final : public Disk {
     return S_ISDIR(status.st_mode) ? EntryKind::folder : EntryKind::other;
   }
 
-  // Those of the file that will be replaced; none where a new one will be made.
+  // The permissions of the file to be replaced; nothing for a new file.
   static std::optional<mode_t> permissionsOf(const fs::path& target) {
     struct stat status{};
     if (::lstat(checked(target, "written"), &status) != 0) {
@@ -199,7 +199,7 @@ Disk& realDisk() {
 long processNumber() { return ::getpid(); }
 
 bool processRuns(long number) {
-  // 0 and less stand for groups of processes.
+  // 0 and negative values are process groups.
   if (number <= 0 || number > std::numeric_limits<pid_t>::max()) return false;
   return ::kill(static_cast<pid_t>(number), 0) == 0 || errno == EPERM;
 }

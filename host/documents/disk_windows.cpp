@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::wstring_view verbatim = L"\\\\?\\";  // in front of a path that is taken as it is, however long
+constexpr std::wstring_view verbatim = L"\\\\?\\";  // the prefix of long paths that are used unmodified
 
 [[noreturn]] void fail(const fs::path& path, std::string_view action, DWORD code = GetLastError()) {
   if (code == ERROR_SHARING_VIOLATION || code == ERROR_LOCK_VIOLATION)
@@ -36,8 +36,8 @@ std::wstring absolute(const fs::path& path, std::string_view action) {
   }
 }
 
-// The path as the system's calls take it at any length. It is taken verbatim then, so names are refused first that the
-// system would otherwise change, or take for devices.
+// The path for system calls, at any length. Long-path syntax disables normalisation, so names that the system would
+// change or treat as devices are rejected first.
 std::wstring checked(const fs::path& path, std::string_view action) {
   for (const fs::path& part : path.relative_path()) {
     if (part == "." || part == ".." || part.empty()) continue;
@@ -51,7 +51,7 @@ std::wstring checked(const fs::path& path, std::string_view action) {
   return std::wstring(verbatim) + full;
 }
 
-// For a second, while another program, such as a virus scanner, has its hand on the file.
+// Retries for a second, in case another program such as a virus scanner has the file open.
 template <class Call>
 bool patiently(const Call& call) {
   constexpr int attempts = 50;
@@ -89,7 +89,7 @@ class Handle {
   HANDLE handle;
 };
 
-// Why a file was neither replaced nor deleted: while a program has it open, that is refused as if a permission lacked.
+// Why a file could not be replaced or deleted: open files fail with an access error.
 DWORD hindrance(const std::wstring& path, DWORD code) {
   if (code != ERROR_ACCESS_DENIED) return code;
   const Handle probe(CreateFileW(path.c_str(), DELETE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
@@ -102,7 +102,7 @@ class WindowsFile final : public Disk::File {
   WindowsFile(fs::path filePath, HANDLE opened) : path(std::move(filePath)), handle(opened) {}
 
   void write(std::string_view bytes) override {
-    constexpr std::size_t most = std::size_t{1} << 30;  // what one call takes
+    constexpr std::size_t most = std::size_t{1} << 30;  // the maximum per call
     while (!bytes.empty()) {
       const auto wanted = static_cast<DWORD>(std::min(bytes.size(), most));
       DWORD written = 0;
@@ -129,7 +129,7 @@ class WindowsDisk final : public Disk {
       const DWORD attributes = GetFileAttributesW(checked(path, "read").c_str());
       return attributes == INVALID_FILE_ATTRIBUTES ? EntryKind::none : kindOf(attributes);
     } catch (const DiskError&) {
-      return EntryKind::none;  // nothing can be there under such a name
+      return EntryKind::none;  // no file can have such a name
     }
   }
 
@@ -226,7 +226,7 @@ class WindowsDisk final : public Disk {
     return (attributes & FILE_ATTRIBUTE_DEVICE) != 0 ? EntryKind::other : EntryKind::file;
   }
 
-  // Other reparse points, such as files that a cloud holds, are what they seem.
+  // Other reparse points, such as cloud files, are regular entries.
   static bool isLink(const WIN32_FIND_DATAW& found) {
     return (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
            (found.dwReserved0 == IO_REPARSE_TAG_SYMLINK || found.dwReserved0 == IO_REPARSE_TAG_MOUNT_POINT);

@@ -58,7 +58,7 @@ class NodeBuilder final : public XmlHandler {
   }
 
   const NameEscaping escaping;
-  std::vector<Open> open;  // from the root down to the innermost element
+  std::vector<Open> open;  // from the root to the innermost element
 };
 
 std::string sourceOf(const Kiln::SmartPtr<Kiln::Services::BackingStoreIO>& store) {
@@ -70,7 +70,7 @@ class Documents final : public Kiln::Services::Documents {
  public:
   Kiln::SmartPtr<Kiln::Dom::INode> createElement(Kiln::WStringView name, Kiln::WStringView prefix,
                                                  Kiln::WStringView nameSpace) override {
-    // Plug-ins go on without an element when memory is out.
+    // Plug-ins continue without an element when out of memory.
     const Kiln::SmartPtr<Node> node(new (heap()) Node(name.view()));
     if (!node) return {};
     node->prefix = prefix.view();

@@ -14,7 +14,7 @@ constexpr std::u16string_view emptyName = u"_x_";
 constexpr bool isLetter(char32_t c) { return (c >= U'A' && c <= U'Z') || (c >= U'a' && c <= U'z'); }
 constexpr bool isDigit(char32_t c) { return c >= U'0' && c <= U'9'; }
 
-// What a name may begin with and hold, in ASCII.
+// The characters that a name may start with and contain, in ASCII.
 constexpr bool beginsName(char32_t c) { return isLetter(c) || c == U'_'; }
 constexpr bool continuesName(char32_t c) { return beginsName(c) || isDigit(c) || c == U'.' || c == U'-'; }
 
@@ -34,7 +34,7 @@ int hexValue(char16_t unit) {
   return -1;
 }
 
-// The unit that the escape at the front of `text` stands for; -1 where there is none.
+// The unit escaped at the start of `text`; -1 when there is no escape.
 int escapedUnit(std::u16string_view text) {
   if (text.size() < escapeUnits || !text.starts_with(u"_x") || text[escapeUnits - 1] != u'_') return -1;
   int unit = 0;
@@ -46,7 +46,7 @@ int escapedUnit(std::u16string_view text) {
   return unit;
 }
 
-// A name that begins with what XML calls a name start character, of those outside ASCII.
+// Whether a name may start with the character: XML's name start characters outside ASCII.
 bool beginsForeignName(char32_t c) {
   struct Range {
     char32_t first;

@@ -8,14 +8,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The journal: a first line, then the paths of each temporary file and of the file whose place it takes. A zero, which
-// no path has, ends each path.
+// The journal: a first line, then the paths of each temporary file and its target. Each path is terminated by a NUL,
+// which paths cannot contain.
 constexpr std::string_view firstLine = "kiln-file-set 1\n";
 constexpr std::size_t journalLimit = std::size_t{16} << 20;
 
 using Replacements = std::vector<std::pair<fs::path, fs::path>>;  // temporary file, target
 
-// As bytes that give the same path again on the same system.
+// Bytes that give the same path on the same system.
 std::string pathBytes(const fs::path& path) {
   const std::u8string bytes = path.u8string();
   return {bytes.begin(), bytes.end()};
@@ -23,7 +23,7 @@ std::string pathBytes(const fs::path& path) {
 
 fs::path pathFromBytes(std::string_view bytes) { return std::u8string(bytes.begin(), bytes.end()); }
 
-// Inside the folder relative to it, as long as that is told without "..".
+// Relative to the folder if inside it.
 fs::path relativeTo(const fs::path& folder, const fs::path& path) {
   const fs::path inside = path.lexically_normal().lexically_relative(folder.lexically_normal());
   return inside.empty() || *inside.begin() == ".." ? fs::absolute(path) : inside;
@@ -71,7 +71,7 @@ void FileSet::commit() {
   try {
     writeJournal();
   } catch (const DiskError&) {
-    // A journal that may be there after all needs its files.
+    // If the journal may exist after all, it needs its files.
     if (!isUndone())
       for (PendingFile& file : files) file.leave();
     throw;
@@ -92,7 +92,7 @@ void FileSet::writeJournal() const {
   replaceWhole(disk, journal, bytes);
 }
 
-// Whether it is certain that there is no journal, whatever happens next.
+// Whether the journal is certainly removed, durably.
 bool FileSet::isUndone() const {
   try {
     disk.remove(journal);
@@ -108,7 +108,7 @@ void completeFileSet(Disk& disk, const fs::path& journal) {
   std::set<fs::path> folders;
   for (const auto& [temporary, target] : readJournal(disk, journal)) {
     folders.insert(folderOf(target));
-    if (disk.kind(temporary) == EntryKind::none) continue;  // it is in its place already
+    if (disk.kind(temporary) == EntryKind::none) continue;  // it was renamed already
     try {
       disk.replace(temporary, target);
     } catch (const DiskError&) {

@@ -1,8 +1,8 @@
-// Several files that are replaced together: whenever the power fails or the process is killed, all of them are as they
-// were, or all have their new content once completeFileSet has run. Whoever opens a home calls it first.
+// Replaces several files atomically: after a crash or power loss, once completeFileSet has run, all files have their
+// old content or all have the new one. Call completeFileSet before opening a home.
 //
-// The new contents are written beside the files. Then a journal that names them is put in place, and with that the
-// replacement is decided: what comes after, renaming, is repeated from the journal until it is done.
+// The new contents are written beside the files; then a journal that lists them is put in place, which commits the
+// replacement. The renames that follow are repeated from the journal until they are complete.
 #pragma once
 
 #include "host/documents/whole_file.h"
@@ -14,15 +14,15 @@ namespace Refhost {
 
 class FileSet {
  public:
-  // `disk` outlives the set. Files below the journal's folder may be moved with it before the journal is completed.
+  // `disk` outlives the set. The journal may be completed after its folder, with files below it, was moved.
   FileSet(Disk& filesDisk, std::filesystem::path journalFile);
 
-  // Notes the new content of a file, whose folder is there, and writes it beside the file; does nothing when the file
-  // holds that already. Throws DiskError.
+  // Registers the new content of a file in an existing folder, and writes it beside the file; does nothing when the
+  // content is unchanged. Throws DiskError.
   void write(const std::filesystem::path& path, std::string_view bytes);
 
-  // Replaces the files. When it throws DiskError they are as they were; or, when its sentence says so, they are not all
-  // replaced, and completeFileSet does the rest.
+  // Replaces the files. On DiskError they are unchanged, unless its message says that some are replaced;
+  // completeFileSet then completes the rest.
   void commit();
 
  private:
@@ -34,8 +34,8 @@ class FileSet {
   std::list<PendingFile> files;
 };
 
-// Completes the set of a process that did not come to its end. Does nothing where there is no journal. Throws
-// DiskError; then the journal stays, for the next time.
+// Completes the set of a process that was interrupted. Does nothing without a journal. On DiskError the journal stays
+// for another attempt.
 void completeFileSet(Disk& disk, const std::filesystem::path& journal);
 
 }  // namespace Refhost

@@ -3,7 +3,7 @@
 namespace Refhost {
 namespace {
 
-constexpr std::size_t indexedFrom = 24;  // children; below, looking at each is as fast
+constexpr std::size_t indexedFrom = 24;  // children; linear search is as fast below
 
 }  // namespace
 
@@ -17,7 +17,7 @@ const Node& Node::root() const {
   return *node;
 }
 
-// Taking in a node that this one lies in would close a circle.
+// Copies an ancestor, which would make a cycle.
 Kiln::SmartPtr<Node> Node::adopt(Kiln::SmartPtr<Node> node) {
   if (node->parent != nullptr || node.get() == &root()) node = node->copy();
   node->parent = this;

@@ -1,5 +1,5 @@
-// Document nodes of this host: what plug-ins see of them (a name, a text, children by name), and the rest of an XML
-// element, which only the host's own readers and writers use.
+// This host's document nodes: the interface for plug-ins (a name, a text, named children), and the other parts of an
+// XML element, for the host's own readers and writers.
 #pragma once
 
 #include "host/object.h"
@@ -36,7 +36,7 @@ class Node final : public Kiln::Dom::INode {
 
   const std::vector<Kiln::SmartPtr<Node>>& children() const { return childNodes; }
 
-  // Adds a child at the end. A node that has a parent already is copied, as is one that this node lies in.
+  // Appends a child. Copies a node that already has a parent, or that contains this node.
   void append(Kiln::SmartPtr<Node> child);
 
   const std::u16string& localNameText() const { return localName; }
@@ -58,8 +58,8 @@ class Node final : public Kiln::Dom::INode {
  private:
   static constexpr std::size_t none = static_cast<std::size_t>(-1);
 
-  // The first child of that name, or none. A node with many children finds them through an index, made when it is first
-  // wanted: a store looks up each of its records by id.
+  // The index of the first child with that name, or none. Nodes with many children build a hash index on the first
+  // lookup, since stores look up each of their records by id.
   std::size_t find(std::u16string_view name) const;
   Kiln::SmartPtr<Node> adopt(Kiln::SmartPtr<Node> node);
   const Node& root() const;

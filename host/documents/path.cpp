@@ -12,7 +12,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The largest file that is copied, which goes through memory.
+// The maximum size of a copied file; copies go through memory.
 constexpr std::size_t copyLimit = std::size_t{1} << 30;
 
 class Path final : public Kiln::Services::Path {
@@ -75,7 +75,7 @@ class Path final : public Kiln::Services::Path {
   const FileWorld& world;
 };
 
-// With the platform's separators, and none at the end.
+// With the platform's separators, without a trailing one.
 fs::path tidied(fs::path path) {
   path.make_preferred();
   while (path.has_relative_path() && !path.has_filename()) path = path.parent_path();
@@ -109,7 +109,7 @@ bool saveTraced(const FileWorld& world, const fs::path& path, std::string_view b
   return true;
 }
 
-// Each * first stands for nothing; where the rest does not fit, the last one takes one unit more.
+// Each * matches nothing at first; on a mismatch, the last one matches one more unit.
 bool fits(std::u16string_view name, std::u16string_view pattern) {
   std::size_t at = 0;
   std::size_t star = pattern.npos;

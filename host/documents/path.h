@@ -1,4 +1,4 @@
-// Paths as plug-ins hold them.
+// Paths for plug-ins.
 #pragma once
 
 #include "host/documents/disk.h"
@@ -12,35 +12,35 @@
 
 namespace Refhost {
 
-// Where a plug-in's file operations go, and who is told of them.
+// The environment of a plug-in's file operations.
 struct FileWorld {
   Disk& disk;
   const Trace& trace;
 
-  // Paths inside this folder are told relative to it.
+  // Paths inside this folder are traced relative to it.
   std::filesystem::path home;
 
-  // Whether the driver is to write a file there (host/documents/captured.h); empty where there is no driver.
+  // Whether the driver will write the file (host/documents/captured.h); empty without a driver.
   std::function<bool(const std::filesystem::path&)> isDestination = {};
 };
 
-// `world` outlives the path and all paths made from it. The path's text has the platform's own separators.
+// `world` outlives the path and all paths derived from it. The path's text uses the platform's separators.
 //
-// Listings are in the order of the names' 16-bit units, and leave out links to folders: whoever walks through folders
-// stays inside them.
+// Listings are sorted by the names' 16-bit units, and omit links to folders, so that a recursive walk cannot leave the
+// tree.
 Kiln::SmartPtr<Kiln::Services::Path> makePath(const FileWorld& world, std::filesystem::path path);
 
-// What one of this host's paths stands for.
+// The file system path of one of this host's paths.
 std::filesystem::path nativePath(Kiln::Services::Path& path);
 
-// A path as the trace tells it: with "/" on every system, relative to the home where it lies inside.
+// A path in the form of the trace: with "/" on every system, relative to the home if inside it.
 std::u16string tracedPath(const FileWorld& world, const std::filesystem::path& path);
 
-// Makes `bytes` the content of the file, and tells the trace; false, and nothing is told, when that was its content.
+// Replaces the content of the file by `bytes` and traces it; false, without a trace, when the content is unchanged.
 // Throws Exception.
 bool saveTraced(const FileWorld& world, const std::filesystem::path& path, std::string_view bytes);
 
-// Whether a name fits a pattern, in which * stands for any units and ? for any one.
+// Whether a name matches a pattern, with * for any units and ? for exactly one.
 bool fits(std::u16string_view name, std::u16string_view pattern);
 
 }  // namespace Refhost

@@ -5,7 +5,7 @@
 namespace Refhost {
 namespace {
 
-// Wide names are UTF-16 already, narrow ones are taken as UTF-8.
+// Wide names are UTF-16 already; narrow ones are treated as UTF-8.
 template <class Unit>
 std::u16string fromNative(const std::basic_string<Unit>& native) {
   if constexpr (sizeof(Unit) == sizeof(char16_t))

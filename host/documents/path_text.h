@@ -1,4 +1,4 @@
-// Paths as text, and back. Text is UTF-16 on every system; unpaired surrogates in it keep.
+// Paths to text and back. Text is UTF-16 on every system and may hold unpaired surrogates.
 #pragma once
 
 #include <filesystem>
@@ -7,17 +7,17 @@
 
 namespace Refhost {
 
-// With the separators that the path has.
+// With the path's own separators.
 std::u16string pathText(const std::filesystem::path& path);
 std::filesystem::path pathFromText(std::u16string_view text);
 
 // The path as UTF-8, for messages.
 std::string shownPath(const std::filesystem::path& path);
 
-// The folder that `path` lies in, "." for a name alone.
+// The parent folder of `path`; "." for a bare name.
 std::filesystem::path folderOf(const std::filesystem::path& path);
 
-// Whether the unit parts names in a path: "/", on Windows also "\".
+// Whether the unit separates path components: "/", on Windows also "\".
 bool isSeparator(char16_t unit);
 
 }  // namespace Refhost

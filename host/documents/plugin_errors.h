@@ -1,4 +1,4 @@
-// Failures of files, as plug-ins are told of them.
+// Converts file errors to plug-in exceptions.
 #pragma once
 
 #include "host/documents/disk.h"
@@ -6,7 +6,7 @@
 
 namespace Refhost {
 
-// Runs work on a disk for a plug-in. Throws Exception where the work throws DiskError.
+// Runs disk operations for a plug-in. Throws Exception for a DiskError.
 template <class Work>
 decltype(auto) forPlugin(const Work& work) {
   try {

@@ -18,7 +18,7 @@ class FileStore final : public Kiln::Services::FileBackingStoreIO {
   }
   void write(Kiln::StringView bytes) override { pending += bytes.view(); }
 
-  // What could not be stored is not kept for the next commit, which would store it twice.
+  // Drops the bytes of a failed commit, which the next one would store as well.
   void commit() override { saveTraced(world, file, std::exchange(pending, {})); }
 
  private:

@@ -1,4 +1,4 @@
-// Texts in order, as plug-ins take them.
+// Lists of texts for plug-ins.
 #pragma once
 
 #include "kiln/services.h"

@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 constexpr std::string_view nameStart = ".kiln-";
 constexpr std::string_view nameEnd = ".tmp";
 
-// No file takes as long to write; a process of an older one's number is another.
+// Longer than any write. PIDs are reused, so files older than this are removed even if their process seems to run.
 constexpr std::chrono::hours longestWrite{1};
 
 fs::path temporaryIn(Disk& disk, const fs::path& folder) {
@@ -25,7 +25,7 @@ fs::path temporaryIn(Disk& disk, const fs::path& folder) {
   }
 }
 
-// The process in the name of a temporary file; none for other names.
+// The process id in a temporary file's name; nothing for other names.
 std::optional<long> writerOf(const fs::path& name) {
   const std::string text = shownPath(name);
   std::string_view rest = text;
@@ -48,12 +48,12 @@ PendingFile::PendingFile(Disk& fileDisk, fs::path filePath)
       file(disk.create(place, target)) {}
 
 PendingFile::~PendingFile() {
-  file.reset();  // an open file cannot be removed everywhere
+  file.reset();  // some systems cannot remove open files
   if (!isOurs) return;
   try {
     disk.remove(place);
   } catch (const DiskError&) {
-    // What failed first is what is told; the next sweep tries again.
+    // The first failure is reported; the next sweep retries.
   }
 }
 
@@ -76,13 +76,13 @@ bool holds(Disk& disk, const fs::path& path, std::string_view bytes) {
   try {
     return disk.read(path, bytes.size()) == bytes;
   } catch (const DiskError&) {
-    return false;  // larger, or unreadable: writing it tells
+    return false;  // larger or unreadable: the write reports the error
   }
 }
 
 bool replaceWhole(Disk& disk, const fs::path& path, std::string_view bytes) {
   if (holds(disk, path, bytes)) {
-    // Whoever put it there may have died before its last step.
+    // The process that wrote it may have died before its last step.
     disk.syncFolder(folderOf(path));
     return false;
   }
@@ -109,7 +109,7 @@ void sweepTemporaries(Disk& disk, const fs::path& folder) {
     try {
       if (!processRuns(*writer) || disk.age(path) > longestWrite) disk.remove(path);
     } catch (const DiskError&) {
-      // It harms nobody, and the next sweep tries again.
+      // Harmless; the next sweep retries.
     }
   }
 }

@@ -1,7 +1,7 @@
-// Files that are replaced whole or not at all.
+// Atomic file replacement.
 //
-// The bytes go to a temporary file in the same folder, are flushed to the medium, and take the old file's place by
-// renaming; then the folder is flushed. Whenever the power fails, the old content or the new one is there.
+// The bytes go to a temporary file in the same folder, are flushed to the storage medium, and replace the old file by
+// renaming; then the folder is flushed. After a power loss the file has its old or its new content.
 #pragma once
 
 #include "host/documents/disk.h"
@@ -10,11 +10,11 @@
 
 namespace Refhost {
 
-// The new content of a file, on its way to taking the old one's place. Its temporary file goes with this object, unless
-// it was put in place or left to somebody else. All operations throw DiskError; `disk` outlives the object.
+// The new content of a file before it replaces the old one. The destructor removes the temporary file, unless it was
+// put in place or released. All operations throw DiskError; `disk` outlives the object.
 class PendingFile {
  public:
-  // Begins the new content of `path`, which stays as it is meanwhile.
+  // Creates the temporary file for `path`, which is unchanged for now.
   PendingFile(Disk& fileDisk, std::filesystem::path filePath);
   ~PendingFile();
   PendingFile(const PendingFile&) = delete;
@@ -27,13 +27,13 @@ class PendingFile {
 
   void write(std::string_view bytes);
 
-  // Returns when all that was written is on the medium. The name of the temporary file may still be lost.
+  // Returns when everything written is on the storage medium. The temporary file's name may still be lost.
   void finish();
 
-  // After finish: the content becomes that of `path`, on the medium when it returns.
+  // Call after finish: replaces `path`; the new content is on the storage medium when it returns.
   void putInPlace();
 
-  // From now on the temporary file stays whatever becomes of this object.
+  // Releases the temporary file: the destructor no longer removes it.
   void leave() { isOurs = false; }
 
  private:
@@ -44,19 +44,19 @@ class PendingFile {
   bool isOurs = true;
 };
 
-// Makes `bytes` the content of `path`, on the medium when it returns. False when that was its content already, in which
-// case nothing is written. On failure throws DiskError, and `path` is as it was; only when the very last step failed,
-// the flush of the folder, it has the new content, which may still be lost.
+// Replaces the content of `path` by `bytes`, durably. False, without writing, when the content is unchanged. On
+// DiskError `path` is unchanged; only if the last step, the flush of the folder, fails, it has the new content, which
+// may still be lost.
 bool replaceWhole(Disk& disk, const std::filesystem::path& path, std::string_view bytes);
 
-// Whether that is the content of the file now; false, too, for one that cannot be read.
+// Whether the file has that content; false for an unreadable file.
 bool holds(Disk& disk, const std::filesystem::path& path, std::string_view bytes);
 
-// Makes a folder and those above it, each on the medium when it returns. Throws DiskError.
+// Creates a folder and its parents durably. Throws DiskError.
 void createFolders(Disk& disk, const std::filesystem::path& folder);
 
-// Removes from `folder` the temporary files that programs have left behind which died while writing. Called when a
-// folder is opened; what cannot be removed stays, and a folder that is not there is none to sweep.
+// Removes the temporary files that crashed programs have left in `folder`. Called when a folder is opened; ignores
+// files that cannot be removed, and a missing folder.
 void sweepTemporaries(Disk& disk, const std::filesystem::path& folder);
 
 }  // namespace Refhost

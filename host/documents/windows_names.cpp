@@ -8,7 +8,7 @@
 namespace Refhost {
 namespace {
 
-// Devices, in every folder and whatever follows the first dot.
+// Devices: reserved in every folder, with any extension.
 bool isDevice(std::u16string_view name) {
   std::u16string stem(name.substr(0, name.find(u'.')));
   stem.erase(stem.find_last_not_of(u' ') + 1);

@@ -1,4 +1,4 @@
-// Names that Windows does not keep as they are given, or that stand for something else than a file.
+// Names that Windows changes or reserves.
 #pragma once
 
 #include <string>
@@ -6,8 +6,8 @@
 
 namespace Refhost {
 
-// Why a part of a path ("." and ".." apart) can be no file's or folder's name on Windows, as the end of a sentence;
-// empty when it can.
+// Why Windows does not accept a path component (other than "." and "..") as a file or folder name, as the end of a
+// sentence; empty when it does.
 std::string windowsNameProblem(std::u16string_view name);
 
 }  // namespace Refhost

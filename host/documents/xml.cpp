@@ -13,7 +13,7 @@
 namespace Refhost {
 namespace {
 
-constexpr char separator = '\n';  // no namespace or name holds one
+constexpr char separator = '\n';  // does not occur in namespaces and names
 
 struct ParserDeleter {
   void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
@@ -41,7 +41,7 @@ struct ExpatName {
   }
 };
 
-// Drives expat over one document. What a callback throws is carried past expat's C frames.
+// Runs expat on one document. Carries exceptions of callbacks past expat's C frames.
 class Parser {
  public:
   Parser(std::string sourceName, const XmlLimits& xmlLimits)
@@ -63,7 +63,7 @@ class Parser {
     if (status == XML_STATUS_ERROR) throw std::runtime_error(message(XML_ErrorString(XML_GetErrorCode(expat.get()))));
   }
 
-  // Runs a callback's work, and stops the parser when it throws.
+  // Runs a callback; stops the parser when it throws.
   template <class Work>
   void guarded(const Work& work) {
     if (caught) return;
@@ -163,7 +163,7 @@ struct DocumentParser : Parser {
   std::vector<std::pair<std::string, std::string>> declarations;
 };
 
-// Parses a string table as the internal subset of a document that holds nothing else.
+// Parses a string table as the internal subset of an otherwise empty document.
 struct EntityParser : Parser {
   using Declared = std::function<void(std::string_view, std::string_view)>;
 
@@ -208,7 +208,7 @@ class TreeBuilder final : public XmlHandler {
   XmlTree root;
 
  private:
-  std::vector<XmlTree> open;  // from the root down to the innermost element
+  std::vector<XmlTree> open;  // from the root to the innermost element
 };
 
 }  // namespace

@@ -1,7 +1,7 @@
-// XML parsing with limits: every document that this host reads goes through here.
+// XML parsing with limits, for every document that this host reads.
 //
-// A DOCTYPE is refused, but in a string table, so no entity of a document is ever expanded. Costs are linear in the
-// size of the input, and a document costs no more than a small multiple of itself.
+// A DOCTYPE is rejected except in string tables, so entities in documents are never expanded. Time and memory are
+// linear in the size of the input.
 #pragma once
 
 #include <cstddef>
@@ -14,7 +14,7 @@
 
 namespace Refhost {
 
-// What one format allows. Depth counts elements in one another, the root being 1.
+// The limits of a format. Depth counts nested elements, 1 for the root.
 struct XmlLimits {
   std::size_t bytes = 1 << 20;
   std::size_t depth = 32;
@@ -35,14 +35,14 @@ struct XmlElement {
   std::vector<XmlAttribute> attributes;
   std::size_t line = 0;  // of its start tag, from 1
 
-  // Prefixes declared on this very element, each with its namespace.
+  // Prefixes declared on this element, with their namespaces.
   std::vector<std::pair<std::string, std::string>> declarations;
 
-  // The value of an attribute without a namespace; null when it has none of that name.
+  // The value of an attribute without a namespace; null when the element has none with that name.
   const std::string* find(std::string_view attribute) const;
 };
 
-// Receives a document's parts in order. What it throws passes through parseXml.
+// Receives a document's parts in order. Its exceptions propagate through parseXml.
 class XmlHandler {
  public:
   virtual ~XmlHandler() = default;
@@ -52,25 +52,25 @@ class XmlHandler {
   virtual void comment(std::string_view) {}
 };
 
-// Parses UTF-8 (or what the XML declaration says, of the encodings that expat knows). `source` names the document in
+// Parses UTF-8, or the encoding of the XML declaration if expat supports it. `source` is the document's name in
 // messages. Throws std::runtime_error: one sentence with source and line.
 void parseXml(std::string_view bytes, const std::string& source, const XmlLimits& limits, XmlHandler& handler);
 
-// Reads the entities that a string table declares, in order; other declarations are allowed and ignored. In the texts,
-// character references are resolved, references to entities are not. Throws as parseXml.
+// Reads the entities that a string table declares, in order; ignores other declarations. Resolves character references
+// in the texts, but not entity references. Throws like parseXml.
 void parseEntities(std::string_view bytes, const std::string& source, const XmlLimits& limits,
                    const std::function<void(std::string_view name, std::string_view text)>& declared);
 
-// A whole document as a tree, for the small ones that describe this host's own things.
+// A whole document as a tree, for the host's own small documents.
 struct XmlTree {
   XmlElement element;
   std::vector<XmlTree> children;
-  std::string text;  // of the element itself, all of it joined
+  std::string text;  // of the element itself, concatenated
 };
 
 XmlTree readXmlTree(const std::filesystem::path& file, const XmlLimits& limits);
 
-// "FILE:LINE: what", the form of every message about a document.
+// "FILE:LINE: what", the form of all messages about documents.
 std::string located(const std::string& source, std::size_t line, std::string_view what);
 
 }  // namespace Refhost

@@ -22,15 +22,15 @@ class Writer {
   }
 
  private:
-  // What one element says of prefixes.
+  // An element's prefixes.
   struct Scope {
-    std::map<std::u16string, std::u16string> settled;  // prefixes declared or used here: they cannot change any more
+    std::map<std::u16string, std::u16string> settled;  // prefixes declared or used on the element, which are fixed now
     std::string declarations;                          // as attributes of the start tag
-    std::vector<std::pair<std::u16string, std::optional<std::u16string>>> hidden;  // what was visible before
+    std::vector<std::pair<std::u16string, std::optional<std::u16string>>> hidden;  // previous declarations
   };
 
   void element(const Node& node, std::size_t depth) {
-    // What is written must be readable again.
+    // Written documents must be readable.
     if (depth > documentLimits.depth) fail(node, "lies deeper in other elements than this host reads.");
     if (++elements > documentLimits.nodes) fail(node, "is one more than this host reads.");
 
@@ -72,11 +72,11 @@ class Writer {
     out += "</" + tag + ">\n";
   }
 
-  // The prefix, with its colon, under which a name of `nameSpace` is written here; declares it where it must.
+  // The prefix, with a colon, for a name in `nameSpace`; declares it if necessary.
   std::string qualified(Scope& scope, const Node& node, const std::u16string& nameSpace, std::u16string prefix,
                         bool isAttribute) {
     if (nameSpace.empty()) {
-      // An attribute without a prefix has no namespace; an element has the default one.
+      // Unprefixed attributes have no namespace; unprefixed elements have the default one.
       if (!isAttribute && !isBound(u"", u"")) declare(scope, node, u"", u"");
       return {};
     }
@@ -89,7 +89,7 @@ class Writer {
     return prefix.empty() ? std::string() : toNarrow(prefix) + ":";
   }
 
-  // The first of ns1, ns2 ... that stands for nothing here, or for this very namespace.
+  // The first of ns1, ns2 and so on that is undeclared, or already declared for this namespace.
   std::u16string freePrefix(const Scope& scope, const std::u16string& nameSpace) const {
     for (int number = 1;; ++number) {
       const std::u16string prefix = u"ns" + toWide(std::to_string(number));
@@ -120,13 +120,13 @@ class Writer {
     return escaping == NameEscaping::on ? escapedName(name) : plainName(node, name);
   }
 
-  // Attributes come from documents alone, so their names need no escaping.
+  // Attributes are only created by reading documents, so their names need no escaping.
   static std::string plainName(const Node& node, std::u16string_view name) {
     if (!isPlainName(name)) fail(node, "has a name that XML cannot carry: \"" + toNarrow(name) + "\".");
     return toNarrow(name);
   }
 
-  // White space around a text that shares its element with children would read as formatting.
+  // White space around a text in mixed content would be read as formatting.
   std::string elementText(const Node& node, std::u16string_view text, bool hasChildren) const {
     if (escaping == NameEscaping::on) return markup(node, escapedText(text, hasChildren), false);
     return markup(node, text, false);
@@ -136,8 +136,7 @@ class Writer {
     return markup(node, escaping == NameEscaping::on ? escapedText(text, false) : std::u16string(text), true);
   }
 
-  // With the characters that mean something to XML written as references, carriage returns among them: a reader makes
-  // line feeds of the others.
+  // Replaces markup characters by references, also carriage returns, which readers normalise to line feeds.
   std::string markup(const Node& node, std::u16string_view text, bool isAttribute) const {
     std::string marked;
     marked.reserve(text.size());
@@ -168,7 +167,7 @@ class Writer {
   const NameEscaping escaping;
   std::string out;
   std::size_t elements = 0;
-  std::map<std::u16string, std::u16string> visible;  // prefixes that elements around here declare
+  std::map<std::u16string, std::u16string> visible;  // prefixes declared by enclosing elements
 };
 
 }  // namespace

@@ -12,7 +12,7 @@ namespace {
 
 char lowered(char letter) { return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter; }
 
-// Reads one description; a part of it that is not understood is an error with its place.
+// Reads one description; rejects unknown content with its position.
 class Reader {
  public:
   explicit Reader(const std::filesystem::path& modelFile) : file(modelFile) {}
@@ -41,7 +41,7 @@ class Reader {
     return toWide(*value);
   }
 
-  // The property that an attribute names, which must stand above.
+  // The property in an attribute; must be declared before.
   PropertyDescription& property(const XmlElement& element, std::string_view attribute) {
     const auto name = demand(element, attribute);
     const auto found = std::find_if(model.properties.begin(), model.properties.end(),

@@ -1,4 +1,4 @@
-// Model descriptions: what a printer model can do, as data.
+// Model descriptions: the capabilities of a printer model, as data.
 #pragma once
 
 #include <filesystem>
@@ -11,14 +11,14 @@ struct PropertyDescription {
   std::u16string name;
   std::u16string defaultValue;
 
-  // Empty where any text is allowed.
+  // Empty when any text is allowed.
   std::vector<std::u16string> options;
 
-  // A fact of the printer or the job, which no user changes, and which no settings keep.
+  // A read-only fact of the printer or the job; never saved with the settings.
   bool isContext = false;
 };
 
-// Makes an option unavailable while every condition holds.
+// Makes an option unavailable while all conditions hold.
 struct RuleDescription {
   struct Condition {
     std::u16string property;
@@ -32,17 +32,17 @@ struct RuleDescription {
 struct ModelDescription {
   std::u16string name;
 
-  // What people call it; may be a string-table reference.
+  // The display name; may be a string-table reference.
   std::u16string label;
   std::vector<PropertyDescription> properties;
   std::vector<RuleDescription> rules;
 };
 
-// Reads a description that ships with the host (`nameOrPath` without a folder or ending, whatever its case, looked up
-// in `shipped`) or one of the user's, by its path. Throws std::runtime_error: one sentence with file and line.
+// Reads a description that ships with the host (`nameOrPath` without a folder or ending, case-insensitive, in
+// `shipped`) or a user's file by its path. Throws std::runtime_error: one sentence with file and line.
 ModelDescription readModel(const std::filesystem::path& shipped, const std::string& nameOrPath);
 
-// The names of the shipped descriptions, "standard" first, then in order.
+// The names of the shipped descriptions: "standard" first, the others sorted.
 std::vector<std::string> shippedModels(const std::filesystem::path& shipped);
 
 }  // namespace Refhost

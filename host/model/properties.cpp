@@ -15,7 +15,7 @@ Kiln::XUL::KeyError unknown(std::u16string_view name) {
 
 }  // namespace
 
-// One property of the model, as plug-ins hold it.
+// One property of the model, as seen by plug-ins.
 class ModelProperty final : public Kiln::Property {
  public:
   ModelProperty(PropertyModel& owner, const PropertyDescription& propertyDescription, const Trace& eventTrace)
@@ -38,7 +38,7 @@ class ModelProperty final : public Kiln::Property {
   bool hasChild(Kiln::WStringView) override { return false; }
   Kiln::SmartPtr<Kiln::Property> child(Kiln::WStringView) override { return {}; }
 
-  // Whether an option can be chosen: neither a rule nor the host's hand keeps it away.
+  // Whether an option can be chosen: neither a rule nor setAvailable disables it.
   bool isAvailable(const std::u16string& option) const {
     return !ruledOut.contains(option) && !forbidden.contains(option);
   }
@@ -46,8 +46,8 @@ class ModelProperty final : public Kiln::Property {
     return std::find(description.options.begin(), description.options.end(), option) != description.options.end();
   }
 
-  // Moves a value that a rule has made unavailable to the default, or to the first option there is; false when the
-  // value can stay.
+  // Moves a value that a rule has disabled to the default or the first available option; false when the value is
+  // allowed.
   bool leaveRuledOut() {
     if (!ruledOut.contains(value)) return false;
     const auto standard = description.defaultValue;
@@ -69,11 +69,11 @@ class ModelProperty final : public Kiln::Property {
   std::set<std::u16string, std::less<>> ruledOut;
   std::set<std::u16string, std::less<>> forbidden;
 
-  // What submit and applyRules compare with.
+  // The previous state, for submit and applyRules.
   std::u16string valueBefore;
   std::set<std::u16string, std::less<>> ruledOutBefore;
 
-  // The selection changes fired, and the enable changes of each option: tells whether one was overtaken.
+  // Counters of the fired signals, to detect superseded ones.
   unsigned long selectionsFired = 0;
   std::map<std::u16string, unsigned long> enablesFired;
   int selectionsInDelivery = 0;
@@ -82,7 +82,7 @@ class ModelProperty final : public Kiln::Property {
   Kiln::SmartPtr<HostSignal<Kiln::ModelSelectionChange&>> selectionChange;
 };
 
-// Counts a delivery for as long as it lasts.
+// Increments a counter for the lifetime of the object.
 struct InDelivery {
   explicit InDelivery(int& deliveries) : count(deliveries) { ++count; }
   InDelivery(const InDelivery&) = delete;
@@ -173,10 +173,10 @@ void PropertyModel::announce() {
   }
 }
 
-// Runs the rules until nothing changes, and tells which options became available or unavailable.
+// Runs the rules until nothing changes; returns the options that became available or unavailable.
 std::vector<PropertyModel::EnableSignal> PropertyModel::applyRules() {
   for (const auto& property : properties) property->ruledOutBefore = property->ruledOut;
-  // Each round that goes on has moved a property away from an option; rules that chase one another end all the same.
+  // Each round but the last moves a property away from an option; the limit ends cyclic rules.
   for (std::size_t round = 0; round <= model.rules.size(); ++round) {
     for (const auto& property : properties) property->ruledOut.clear();
     for (const RuleDescription& rule : model.rules) {

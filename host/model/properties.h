@@ -1,15 +1,14 @@
-// The property model: values, option availability, rules, and the signals that tell of their changes.
+// The property model: values, option availability, rules, and change signals.
 //
-// A transition is applied, the rules run until nothing changes, then the signals fire, all before submit returns:
+// Submit applies a transition, runs the rules until nothing changes, and then fires the signals:
 //
-//   - A rule that makes a chosen option unavailable moves its property to the default, or, where that is unavailable
-//   too,
-//     to the first available option. An option that the host forbids by hand stays chosen, and is not printed.
-//   - First each option whose availability changed, in the model's order; then the selection changes: the submitted
-//     properties in the order of their first pair, then the others that changed, in the model's order.
-//   - A submitted pair fires even when its value is the one that the property had, except while that property's own
-//     selection change is being delivered: then only a new value fires.
-//   - A signal that a nested transition has overtaken, by a newer one for the same property or option, is dropped.
+//   - A rule that makes a chosen option unavailable sets its property to the default, or, if that is unavailable
+//     too, to the first available option. An option disabled by setAvailable stays chosen, but does not print.
+//   - First the availability changes, in the model's order, then the selection changes: the submitted properties in
+//     the order of their first pair, then other changed ones in the model's order.
+//   - A submitted pair fires even if the value is unchanged, except while that property's own selection change is
+//     being delivered: then only a new value fires.
+//   - A signal superseded by a nested transition's newer signal for the same property or option is dropped.
 #pragma once
 
 #include "host/model/description.h"
@@ -36,36 +35,34 @@ class PropertyModel final : public Kiln::ModelRoot {
 
   const ModelDescription& description() const { return model; }
 
-  // The value; empty optional for a name that the model does not have.
+  // The value; nothing for an unknown name.
   std::optional<std::u16string> value(std::u16string_view name) const;
 
-  // Sets what the property has when the run opens; no signals, and the rules wait for `started`. False for an unknown
-  // name.
+  // Sets a property's value when the run opens, without signals; rules run in `started`. False for an unknown name.
   bool start(std::u16string_view name, std::u16string_view value);
   void started() { applyRules(); }
 
-  // Whether the option can be chosen now. True for any value of a property whose text is free; false for an unknown
-  // property or option.
+  // Whether the option can be chosen now. True for any value of a free-text property; false for an unknown property or
+  // option.
   bool allows(std::u16string_view name, std::u16string_view option) const;
 
-  // Applies pairs as above. Throws Kiln::XUL::KeyError, and changes nothing, when a name is unknown.
+  // Applies pairs as above. Throws Kiln::XUL::KeyError, without a change, when a name is unknown.
   void submit(const TracePairs& pairs);
 
-  // Makes an option available or unavailable by hand, whatever the rules say until they run again. Throws KeyError for
-  // a property that the model does not have.
+  // Overrides an option's availability until the rules run again. Throws KeyError for an unknown property.
   void setAvailable(std::u16string_view name, std::u16string_view option, bool available);
 
-  // Fires the state as it is: property by property in the model's order, an enable change for each unavailable option,
-  // then a selection change.
+  // Fires the current state: for each property in the model's order, an enable change for each unavailable option, then
+  // a selection change.
   void announce();
 
-  // Called after the outermost submit or setAvailable has fired its signals, and after a value was written straight.
+  // Called after the outermost submit or setAvailable has fired its signals, and after a direct write of a value.
   void onChange(std::function<void()> listener) { listeners.push_back(std::move(listener)); }
 
-  // Every property's value in the model's order.
+  // All properties and values in the model's order.
   TracePairs values() const;
 
-  // The values that print: as values(), with each option that cannot be chosen now replaced by the default.
+  // The values to print: values() with each unavailable option replaced by the default.
   TracePairs printedValues() const;
 
   // Kiln::ModelRoot
@@ -79,14 +76,14 @@ class PropertyModel final : public Kiln::ModelRoot {
   Kiln::SmartPtr<Kiln::Signal<Kiln::ModelEnableChange&>> enableChangeSignal(Kiln::WStringView name) override;
   Kiln::SmartPtr<Kiln::Signal<Kiln::ModelSelectionChange&>> selectionChangeSignal(Kiln::WStringView name) override;
 
-  // Whether the model has a property of that name, and whether it is one that a user may set.
+  // Whether the model has a property with that name, and whether users may not set it.
   bool isKnown(std::u16string_view name) const { return find(name) != nullptr; }
   bool isContext(std::u16string_view name) const;
 
  private:
   friend class ModelProperty;
 
-  // A signal that a change calls for, and how many of its kind had been fired when it did.
+  // A signal to fire for a change, and the number of its kind fired before.
   struct EnableSignal {
     ModelProperty* property;
     std::u16string option;
@@ -115,7 +112,7 @@ class PropertyModel final : public Kiln::ModelRoot {
   std::vector<Kiln::SmartPtr<ModelProperty>> properties;
   std::map<std::u16string, ModelProperty*, std::less<>> byName;
   std::vector<std::function<void()>> listeners;
-  int depth = 0;  // of submits and setAvailables within one another
+  int depth = 0;  // nesting of submits and setAvailables
 };
 
 }  // namespace Refhost

@@ -1,4 +1,4 @@
-// Settings by key: the host's configuration, the XML customisation.
+// Settings by key: the host's configuration and the XML customisation.
 #pragma once
 
 #include "host/object.h"
@@ -11,10 +11,10 @@
 
 namespace Refhost {
 
-// Whether a value means yes: "True", "true" or "1".
+// Whether a value is true: "True", "true" or "1".
 bool readsAsTrue(std::u16string_view value);
 
-// A property that only holds a value, for settings and for the arguments of events.
+// A property without children, for settings and event arguments.
 class PlainProperty final : public Kiln::Property {
  public:
   explicit PlainProperty(std::u16string_view startValue) : value(startValue) {}
@@ -31,7 +31,7 @@ class PlainProperty final : public Kiln::Property {
   std::u16string value;
 };
 
-// A root that holds settings by key.
+// A root of settings by key.
 class Settings final : public Kiln::Property {
  public:
   // Nothing when the key does not exist.

@@ -1,5 +1,4 @@
-// Folders packed into one file, a ZIP archive, and unpacked again. Archives come from anywhere, so nothing of one is
-// believed.
+// Packs folders into ZIP archives and unpacks them. Archives are untrusted input.
 #pragma once
 
 #include "host/documents/disk.h"
@@ -11,33 +10,33 @@
 
 namespace Refhost {
 
-// Told now and then how far a long task is, in a unit of the task's own; gives false to stop it.
+// Called periodically with the progress of a long task, in task-specific units; returns false to stop it.
 using Progress = std::function<bool(int done, int total)>;
 
-// What a task throws that its progress has stopped. Nothing of it is left.
+// Thrown by a task that its progress callback has stopped. The task leaves nothing behind.
 class Stopped final : public std::exception {
  public:
   const char* what() const noexcept override { return "The task was stopped."; }
 };
 
-// The most that an archive may hold, folders included.
+// The limits of an archive's content, including folders.
 struct ArchiveLimits {
   std::size_t entries = 10'000;
   std::uint64_t fileBytes = std::uint64_t{256} << 20;
   std::uint64_t allBytes = std::uint64_t{2} << 30;
 };
 
-// Names in an archive are paths of ASCII characters, with "/" between parts that are plain names on every system.
+// Names in an archive are ASCII paths separated by "/", with components that are valid file names on every system.
 
-// Packs all files below `folder` into `file`, which is replaced whole; the same content gives the same bytes. `first`
-// goes before the others, which are in the order of their names. Throws std::runtime_error, one sentence, and Stopped;
-// `file` is as it was then.
+// Packs all files below `folder` into `file`, which is replaced atomically; equal content gives equal bytes. `first`
+// precedes the others, which are sorted by name. Throws std::runtime_error, one sentence, and Stopped; `file` is then
+// unchanged.
 void pack(Disk& disk, const std::filesystem::path& folder, const std::filesystem::path& first,
           const std::filesystem::path& file, const ArchiveLimits& limits, const Progress& progress);
 
-// Unpacks `file` into `folder`, which is there and empty. Throws std::runtime_error, one sentence, and Stopped; what
-// has been unpacked by then is in the folder, and nothing is outside. Refused are links, devices, what is encrypted,
-// names that lead out of the folder or differ only in case, and more than the limits.
+// Unpacks `file` into `folder`, which must exist and be empty. Throws std::runtime_error, one sentence, and Stopped;
+// files already unpacked remain in the folder, and never outside. Rejects links, devices, encrypted entries, names that
+// leave the folder or differ only in case, and archives beyond the limits.
 void unpack(const std::filesystem::path& file, const std::filesystem::path& folder, const ArchiveLimits& limits,
             const Progress& progress);
 

@@ -9,7 +9,7 @@
 namespace Refhost {
 namespace {
 
-// The library stays loaded.
+// The library is never unloaded.
 const ArchiveFunctions& archives() {
   static const ArchiveFunctions functions = [] {
     const auto file = programFolder() / "kiln-archives.so";

@@ -1,5 +1,5 @@
-// The library kiln-archives, whose two functions are those of archive.h. It is loaded by name when something is packed
-// or unpacked, since what it links brings half a dozen libraries more along, which nothing else has a use for.
+// The library kiln-archives, which implements the functions of archive.h. It is loaded when needed, since it links half
+// a dozen libraries that nothing else uses.
 #pragma once
 
 #include "host/profiles/archive.h"

@@ -8,7 +8,7 @@
 namespace Refhost {
 namespace {
 
-// Together with the folder that it is unpacked into, shorter than any system's longest path.
+// Short enough that folder and name stay below every system's path limit.
 constexpr std::size_t longestName = 200;
 
 constexpr bool isPlain(char unit) { return unit >= ' ' && unit <= '~'; }

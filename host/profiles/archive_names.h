@@ -1,4 +1,4 @@
-// The names of files in an archive, which has to be unpacked on any system.
+// File names in archives, which must unpack on every system.
 #pragma once
 
 #include <string>
@@ -6,11 +6,11 @@
 
 namespace Refhost {
 
-// Why a name cannot be that of a file or folder in an archive, as the end of a sentence; empty when it can. A folder's
-// may end with "/".
+// Why a name cannot be a file or folder name in an archive, as the end of a sentence; empty when it can. A folder's
+// name may end with "/".
 std::string archiveNameProblem(std::string_view name);
 
-// The same for all names that differ only in case.
+// Equal for names that differ only in case.
 std::string withoutCase(std::string_view name);
 
 }  // namespace Refhost

@@ -1,4 +1,4 @@
-// The journal of an import, in a home.
+// The journal of an import into a home.
 #pragma once
 
 #include <filesystem>

@@ -13,7 +13,7 @@ constexpr std::u16string_view versionName = u"version";
 constexpr std::u16string_view modelName = u"model";
 constexpr std::u16string_view valuesName = u"values";
 
-// The version that this program writes, and the newest that it reads.
+// The version that this program writes, and the latest that it can read.
 constexpr int presentVersion = 1;
 
 // Property values are short, and a model has a hundred.
@@ -31,7 +31,7 @@ std::u16string childText(Node& node, std::u16string_view name) {
   return child->value().str();
 }
 
-// A whole number without a sign; -1 for what is none.
+// An unsigned integer; -1 when invalid.
 int number(std::u16string_view digits) {
   int value = 0;
   if (digits.empty() || digits.size() > 6) return -1;

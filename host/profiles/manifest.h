@@ -1,4 +1,4 @@
-// What a profile says of itself, and the property values in it: its file profile.xml.
+// The manifest of a profile: its model and property values, in the file profile.xml.
 #pragma once
 
 #include "host/trace.h"
@@ -11,7 +11,7 @@ namespace Refhost {
 inline constexpr std::string_view manifestName = "profile.xml";
 
 struct Manifest {
-  // The name of the model that the values are of.
+  // The model that the values belong to.
   std::u16string model;
 
   // By property name, in the model's order.
@@ -20,7 +20,7 @@ struct Manifest {
 
 std::string manifestBytes(const Manifest& manifest);
 
-// Throws std::runtime_error, the end of a sentence, for what is no manifest, or one of a newer version.
+// Throws std::runtime_error, the end of a sentence, for an invalid manifest or a newer version.
 Manifest readManifest(std::string_view bytes);
 
 }  // namespace Refhost

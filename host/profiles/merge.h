@@ -1,5 +1,5 @@
-// How what a profile brings comes to what a home has: nothing of the home changes. What both have is not taken twice,
-// and where both have something of one name that is not the same, the profile's gets a number behind its name.
+// Merges a profile's watermarks and overlays into a home's, which stay unchanged. Identical entries are not duplicated;
+// a different one with a taken name gets a number appended.
 #pragma once
 
 #include "host/documents/disk.h"
@@ -15,29 +15,29 @@
 
 namespace Refhost {
 
-// What a profile calls by a name that is another in the home.
+// From a name in the profile to its name in the home.
 using Renamed = std::map<std::u16string, std::u16string>;
 
-// The text of a string-table reference; any other text as it is.
+// Resolves a string-table reference; returns other texts unchanged.
 using Translate = std::function<std::u16string(std::u16string_view)>;
 
 struct MergedWatermarks {
-  // The new content of the home's file; nothing when it has all.
+  // The new content of the home's file; nothing when unchanged.
   std::optional<std::string> file;
 
-  // By the names of the elements in the profile's file.
+  // By element names in the profile's file.
   Renamed ids;
 };
 
 // The records of a watermark file. Throws std::runtime_error: one sentence with source and line.
 Kiln::SmartPtr<Node> readWatermarks(std::string_view bytes, const std::string& source);
 
-// A home's records, null for none, and a profile's.
+// `home` are the home's records, null for none.
 MergedWatermarks mergeWatermarks(Kiln::SmartPtr<Node> home, Node& profile, const Translate& translate);
 
 struct MergedOverlays {
-  // The new content of the home's index, and the files of the profile's folder that come into the home's, with their
-  // names there. No files: the home has all.
+  // The new content of the home's index, and the files to copy from the profile's folder with their names in the home.
+  // Without files the home is unchanged.
   std::string index;
   std::vector<std::pair<std::filesystem::path, std::u16string>> files;
 
@@ -49,7 +49,7 @@ struct MergedOverlays {
 MergedOverlays mergeOverlays(Disk& disk, const std::filesystem::path& homeFolder,
                              const std::filesystem::path& profileFolder);
 
-// `name` with a number from 2 on behind it, no longer than `units`.
+// `name` with a number, from 2, appended, truncated to `units`.
 std::u16string numbered(std::u16string_view name, int number, std::size_t units);
 
 }  // namespace Refhost

@@ -33,7 +33,7 @@ class OverlayMerge {
     for (const OverlayEntry& entry : entries) {
       take(entry.file);
       take(thumbnailOf(entry.file));
-      // Of several with one name the last one counts, and of those without a file none.
+      // Of entries with the same name the last one wins; entries without a file are ignored.
       if (isFile(fileIn(home, entry.file))) known[entry.name] = {entry.file, home, entry.file};
     }
     if (disk.kind(home) != EntryKind::folder) return;
@@ -56,7 +56,7 @@ class OverlayMerge {
   }
 
  private:
-  // An overlay that the home has or will have, and where its file is now.
+  // An overlay of the home after the merge, and the current location of its file.
   struct Overlay {
     std::u16string inHome;
     fs::path folder;
@@ -72,7 +72,7 @@ class OverlayMerge {
            bytesOf(overlay.folder, thumbnailOf(overlay.file)) == bytesOf(profile, thumbnailOf(inProfile));
   }
 
-  // Empty for no file.
+  // Empty when there is no file.
   std::string bytesOf(const fs::path& folder, std::u16string_view name) const {
     const fs::path file = fileIn(folder, name);
     return isFile(file) ? disk.read(file, fileLimit) : std::string();
@@ -83,7 +83,7 @@ class OverlayMerge {
     copy(inProfile, file);
     if (isFile(fileIn(profile, thumbnailOf(inProfile)))) copy(thumbnailOf(inProfile), thumbnailOf(file));
     note(inProfile, file);
-    std::erase_if(entries, [&](const OverlayEntry& entry) { return entry.name == name; });  // those without a file
+    std::erase_if(entries, [&](const OverlayEntry& entry) { return entry.name == name; });  // entries without a file
     entries.push_back({name, file});
     known[name] = {file, profile, inProfile};
   }
@@ -97,7 +97,7 @@ class OverlayMerge {
     if (inProfile != inHome) merged.names[inProfile] = inHome;
   }
 
-  // The name that the file has, or else the next free one of those that plug-ins give.
+  // The file's own name, or the next free one in the plug-in's scheme.
   std::u16string freeName(const std::u16string& file) const {
     const auto isFree = [this](const std::u16string& name) { return !isTaken(name) && !isTaken(thumbnailOf(name)); };
     if (isFree(file)) return file;
@@ -113,8 +113,8 @@ class OverlayMerge {
   const fs::path& home;
   const fs::path& profile;
   std::vector<OverlayEntry> entries;
-  std::map<std::u16string, Overlay> known;  // by the name that people see
-  std::set<std::string> taken;              // names of files, without case
+  std::map<std::u16string, Overlay> known;  // by displayed name
+  std::set<std::string> taken;              // file names, in lower case
   MergedOverlays merged;
 };
 

@@ -11,7 +11,7 @@ namespace {
 
 using Record = Kiln::SmartPtr<Node>;
 
-// The record that is no watermark, in every file.
+// The record for no watermark, in every file.
 constexpr std::u16string_view noneId = u"0";
 constexpr std::u16string_view noneName = u"$IDS_NONE;";
 
@@ -22,7 +22,7 @@ std::u16string field(Node& record, std::u16string_view name) {
   return found ? found->value().str() : std::u16string();
 }
 
-// A record without a name goes by its text, one without an id by its element's.
+// Falls back to the text for records without a name, and to the element's name for records without an id.
 std::u16string nameOf(Node& record) {
   const bool isNamed = static_cast<bool>(record.child(u"stylename"));
   return field(record, isNamed ? u"stylename" : u"label");
@@ -45,8 +45,8 @@ void collect(const Node& node, const std::u16string& path, Fields& fields) {
   }
 }
 
-// What a person sees of a record; who named and numbered it does not count. The face of a record that came with the
-// program was given to it by the language of the first opening.
+// The displayed content of a record, for comparison; names and ids are ignored. The font face of a built-in record
+// depends on the language at the first opening.
 Fields contentOf(Node& record) {
   Fields fields;
   collect(record, {}, fields);
@@ -65,7 +65,7 @@ class WatermarkMerge {
     for (const Record& record : root->children()) take(record);
   }
 
-  // Gives the record's id in the home.
+  // Returns the record's id in the home.
   std::u16string add(Node& record) {
     const std::u16string wanted = nameOf(record);
     std::u16string name = wanted;
@@ -79,10 +79,10 @@ class WatermarkMerge {
 
   bool hasAdded() const { return isChanged; }
 
-  // No id that the profile has is given to another of its records.
+  // Reserves an id of the profile, so that no other record gets it.
   void reserve(const std::u16string& id) { reserved.insert(id); }
 
-  // In the order in which watermark files are written.
+  // In the order of watermark files.
   std::string bytes() const {
     std::multimap<std::pair<bool, std::u16string>, Record> inOrder;
     for (const Record& record : root->children())
@@ -145,7 +145,7 @@ MergedWatermarks mergeWatermarks(Kiln::SmartPtr<Node> home, Node& profile, const
   MergedWatermarks merged;
   for (const Record& record : profile.children()) {
     const std::u16string name = nameOf(*record);
-    if (name.empty() || name == noneName) continue;  // no watermark, in any file
+    if (name.empty() || name == noneName) continue;  // the record for no watermark
     const std::u16string id = merge.add(*record);
     if (id != record->localNameText()) merged.ids[record->localNameText()] = id;
   }

@@ -1,5 +1,5 @@
-// The index of overlays as plug-ins keep it in a home and in a profile: records of 154 bytes, a name of up to 64
-// UTF-16LE units and a file name of up to 13, each ended by a zero where it is shorter.
+// The index of overlays in a home or a profile: records of 154 bytes with a name of up to 64 UTF-16LE units and a file
+// name of up to 13, each zero-terminated when shorter.
 #pragma once
 
 #include <string>
@@ -10,7 +10,7 @@ namespace Refhost {
 
 inline constexpr std::u16string_view overlayIndexName = u"ovlNmFl.flo";
 
-// The most units of a name.
+// The maximum number of units in a name.
 inline constexpr std::size_t overlayNameUnits = 64;
 
 struct OverlayEntry {
@@ -18,10 +18,10 @@ struct OverlayEntry {
   std::u16string file;
 };
 
-// The complete records; what is left behind the last one is ignored.
+// The complete records; ignores a partial record at the end.
 std::vector<OverlayEntry> readOverlayIndex(std::string_view bytes);
 
-// What is too long is cut.
+// Truncates texts that are too long.
 std::string overlayIndexBytes(const std::vector<OverlayEntry>& entries);
 
 // The picture beside an overlay file.

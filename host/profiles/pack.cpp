@@ -27,7 +27,7 @@ struct SourceFile {
   std::uint64_t bytes;
 };
 
-// The files below the folder, `first` before the others. Throws when they are not what the limits allow.
+// The files below the folder, `first` before the others. Throws when they exceed the limits.
 std::vector<SourceFile> filesBelow(const fs::path& folder, const fs::path& first, const ArchiveLimits& limits) {
   std::vector<SourceFile> files;
   std::uint64_t allBytes = 0;
@@ -52,18 +52,18 @@ std::vector<SourceFile> filesBelow(const fs::path& folder, const fs::path& first
 
 int inKilobytes(std::uint64_t bytes) { return static_cast<int>(bytes >> 10); }
 
-// An archive that is being written into a file.
+// An archive being written to a file.
 class Packer {
  public:
   Packer(Disk& disk, const fs::path& file) : target(disk, file) {
-    // One block after another as it comes, and none filled up at the end.
+    // Write blocks as they come, without padding the last one.
     check(archive_write_set_format_zip(archive.get()));
     check(archive_write_set_bytes_per_block(archive.get(), static_cast<int>(blockBytes)));
     check(archive_write_set_bytes_in_last_block(archive.get(), 1));
     check(archive_write_open2(archive.get(), this, nullptr, write, nullptr, nullptr));
   }
 
-  // Without a time, owner or permissions of its own.
+  // Starts an entry without time, owner and permissions.
   void begin(const std::string& name, std::uint64_t bytes) {
     const Entry entry(archive_entry_new(), archive_entry_free);
     if (!entry) throw std::bad_alloc();
@@ -86,7 +86,7 @@ class Packer {
   }
 
  private:
-  // An exception must not pass through the library; it waits outside.
+  // Exceptions must not propagate through the library; stores them for later.
   static la_ssize_t write(struct archive*, void* packer, const void* bytes, std::size_t count) {
     Packer& self = *static_cast<Packer*>(packer);
     try {

@@ -17,13 +17,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The plug-in's files, below the folder of a profile as below one of local data.
+// The plug-in's files, relative to a profile's folder or to local data.
 constexpr std::string_view watermarkName = "ZVeffect.xml";
 constexpr std::string_view overlayFolderName = "overlays";
 
 constexpr ArchiveLimits limits;
 
-// An unpacked profile, of which everything has been checked.
+// An unpacked and validated profile.
 class Unpacked {
  public:
   Unpacked(Disk& filesDisk, const fs::path& profileFile, const Progress& progress)
@@ -43,7 +43,7 @@ class Unpacked {
   const Manifest& contents() const { return manifest; }
   fs::path overlays() const { return folder.path() / overlayFolderName; }
 
-  // Null when the profile brings none.
+  // Null when the profile has none.
   const Kiln::SmartPtr<Node>& watermarks() const { return records; }
 
   std::string bytesOf(const fs::path& path) const {
@@ -56,7 +56,7 @@ class Unpacked {
     return readManifest(bytesOf(path));
   }
 
-  // Every file is one that an import puts somewhere, and every overlay of the index has its file.
+  // Rejects files that an import would ignore, and index entries without a file.
   void demandKnownFiles() const {
     std::set<std::u16string> known = {u"profile.xml", u"ZVeffect.xml"};
     const auto in = [](std::u16string_view name) { return u"overlays/" + std::u16string(name); };
@@ -85,7 +85,7 @@ class Unpacked {
   Kiln::SmartPtr<Node> records;
 };
 
-// The new contents of a home's files.
+// The new contents of the home's files.
 class HomeImport {
  public:
   HomeImport(Disk& filesDisk, const ProfileHome& intoHome, const Unpacked& profile, const Progress& toTell)
@@ -114,7 +114,7 @@ class HomeImport {
     return merged.ids;
   }
 
-  // Null for none.
+  // Null when there are none.
   Kiln::SmartPtr<Node> presentWatermarks() const {
     if (disk.kind(home.watermarkFile) == EntryKind::none) return {};
     const std::string bytes = disk.read(home.watermarkFile, documentLimits.bytes);

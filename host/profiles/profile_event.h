@@ -1,4 +1,4 @@
-// One profile export or import, as plug-ins see it.
+// A profile export or import event for plug-ins.
 #pragma once
 
 #include "host/documents/path.h"
@@ -11,13 +11,13 @@
 
 namespace Refhost {
 
-// Where a plug-in's files of a profile are: the folder of local data followed by the target, or the target itself when
-// that is an absolute path.
+// The folder of a plug-in's files in a profile: `target` below the folder of local data, or `target` itself if
+// absolute.
 std::filesystem::path profileLocation(const std::filesystem::path& localData, const std::filesystem::path& target);
 
 class ProfileEvent final : public Kiln::ImportExportEvent {
  public:
-  // `world` outlives the event. Without a value for "IncludeUserdata" the event has no such argument: an import.
+  // `world` outlives the event. Without `includeUserdataValue`, as in an import, the event has no such argument.
   ProfileEvent(const FileWorld& fileWorld, std::filesystem::path profileTarget,
                std::optional<std::u16string> includeUserdataValue)
       : world(fileWorld),

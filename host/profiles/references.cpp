@@ -12,7 +12,7 @@ const Text& renamed(const Renamed& names, const Text& name) {
   return found == names.end() ? name : found->second;
 }
 
-// A path to an overlay's file, written on any system.
+// A path of an overlay file, from any system.
 Text renamedPath(const Text& path, const Renamed& overlays, const std::filesystem::path& overlayFolder) {
   const auto found = overlays.find(path.substr(path.find_last_of(u"/\\") + 1));
   return found == overlays.end() ? path : pathText(overlayFolder / pathFromText(found->second));

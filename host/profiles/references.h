@@ -1,4 +1,4 @@
-// The properties that name a person's watermarks and overlays.
+// The properties that refer to the user's watermarks and overlays.
 #pragma once
 
 #include "host/profiles/merge.h"
@@ -6,8 +6,8 @@
 
 namespace Refhost {
 
-// Makes values that a profile brings name what the home has: watermarks by their ids, overlays by the names of their
-// files, which lie in `overlayFolder`.
+// Rewrites a profile's values to refer to the home's content: watermarks by id, overlays by file name in
+// `overlayFolder`.
 void rename(TracePairs& values, const Renamed& watermarks, const Renamed& overlays,
             const std::filesystem::path& overlayFolder);
 

@@ -21,11 +21,11 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t blockBytes = std::size_t{1} << 16;
 
-// The archive's table of contents is read whole before its first entry, whatever its length; with this much it is far
-// longer than the entries of the limits need.
+// The archive's table of contents is read completely before the first entry, at any length; this is far more than the
+// limited number of entries needs.
 constexpr std::uint64_t mostBytesOfContents = std::uint64_t{4} << 20;
 
-// The bytes of an archive, as the library asks for them.
+// Feeds an archive's bytes to the library.
 class Source {
  public:
   explicit Source(const fs::path& file) : stream(file, std::ios::binary), block(blockBytes) {
@@ -35,11 +35,11 @@ class Source {
     stream.seekg(0);
   }
 
-  // The place that was last read, of `size`.
+  // The end of what was read so far, out of `size`.
   std::int64_t place() const { return furthest; }
   std::int64_t size() const { return length; }
 
-  // How much may be read from now on.
+  // Sets the number of bytes that may be read from now on.
   void allow(std::uint64_t bytes) { left = bytes; }
 
   static la_ssize_t read(archive* reader, void* data, const void** bytes) {
@@ -83,7 +83,7 @@ class Source {
   std::uint64_t left = 0;
 };
 
-// A path in the units of the system: bytes, or wide on Windows.
+// A path in the system's units: bytes, or wide on Windows.
 template <class Unit>
 void setPath(archive_entry* entry, const std::basic_string<Unit>& path) {
   if constexpr (sizeof(Unit) == 1)
@@ -92,7 +92,7 @@ void setPath(archive_entry* entry, const std::basic_string<Unit>& path) {
     archive_entry_copy_pathname_w(entry, path.c_str());
 }
 
-// What is unpacked from one archive into one folder, by the library's own writer with its guards on.
+// Unpacks one archive into one folder, with the library's own writer and its security options.
 class Unpacker {
  public:
   Unpacker(const fs::path& archiveFile, const fs::path& folder, const ArchiveLimits& most, const Progress& toTell)
@@ -127,13 +127,13 @@ class Unpacker {
   void unpack(archive_entry& entry) {
     const char* name = archive_entry_pathname(&entry);
     admit(entry, name != nullptr ? name : "");
-    if (archive_entry_filetype(&entry) == AE_IFDIR) return;  // it is made with what is in it
+    if (archive_entry_filetype(&entry) == AE_IFDIR) return;  // folders are created with their content
     begin(name);
     copyData(name);
     if (archive_write_finish_entry(writer.get()) != ARCHIVE_OK) failToWrite();
   }
 
-  // Throws when the entry is none that a profile can have.
+  // Throws when the entry is not allowed in a profile.
   void admit(archive_entry& entry, const std::string& name) {
     if (++entries > limits.entries) refuse("it has more than " + std::to_string(limits.entries) + " entries.");
     const auto say = [&](const std::string& problem) { refuse("its entry \"" + shown(name) + "\": " + problem); };
@@ -149,7 +149,7 @@ class Unpacker {
       demandRoom(static_cast<std::uint64_t>(std::max<la_int64_t>(archive_entry_size(&entry), 0)), 0);
   }
 
-  // Whether the sizes are as the archive says is not known before they have been read.
+  // Enforces the limits while unpacking, since the sizes in the archive may be wrong.
   void demandRoom(std::uint64_t more, std::uint64_t inThisFile) {
     if (inThisFile + more > limits.fileBytes || unpacked + more > limits.allBytes)
       refuse("it unpacks to more than a profile can hold.");
@@ -181,7 +181,7 @@ class Unpacker {
 
   static int inKilobytes(std::int64_t bytes) { return static_cast<int>(bytes >> 10); }
 
-  // Control characters would write over a terminal.
+  // Escape sequences must not reach a terminal.
   static std::string shown(const std::string& name) {
     std::string text = name.substr(0, 100);
     std::replace_if(text.begin(), text.end(), [](char unit) { return unit < ' ' || unit > '~'; }, '?');
@@ -212,7 +212,7 @@ class Unpacker {
   Source source;
   const std::unique_ptr<archive, decltype(&archive_read_free)> reader{archive_read_new(), archive_read_free};
   const std::unique_ptr<archive, decltype(&archive_write_free)> writer{archive_write_disk_new(), archive_write_free};
-  std::set<std::string> names;  // of files, without case
+  std::set<std::string> names;  // of files, in lower case
   std::size_t entries = 0;
   std::uint64_t unpacked = 0;
 };
@@ -220,7 +220,7 @@ class Unpacker {
 }  // namespace
 
 void unpack(const fs::path& file, const fs::path& folder, const ArchiveLimits& limits, const Progress& progress) {
-  // Opening a pipe would wait for its writer for ever.
+  // Opening a pipe would wait for its writer.
   const EntryKind kind = realDisk().kind(file);
   if (kind != EntryKind::file)
     throw std::runtime_error("The file " + shownPath(file) + " cannot be read: " +

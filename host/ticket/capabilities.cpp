@@ -70,7 +70,7 @@ class CapabilitiesWriter {
     return node;
   }
 
-  // A rule whose conditions are facts of the printer is the device's; every other, a user's settings can lift.
+  // Rules that depend only on context properties are device constraints; users can resolve all others.
   std::u16string_view constraintOn(const PropertyDescription& property, const std::u16string& value) const {
     if (model.allows(property.name, value)) return u"None";
     const auto& rules = model.description().rules;

@@ -1,4 +1,4 @@
-// PrintCapabilities: what a model can do, in the words of the schema that its tickets are made with.
+// PrintCapabilities: a model's capabilities, in the vocabulary of its ticket schema.
 #pragma once
 
 #include "host/model/properties.h"
@@ -6,8 +6,8 @@
 
 namespace Refhost {
 
-// The root of the document: each feature of a property that the model has, with the options that the model lists and
-// whether each can be chosen now; each parameter, with its type, range, unit and default.
+// The document's root: each feature of a property in the model, with the model's options and their current
+// availability; each parameter, with type, range, unit and default.
 Kiln::SmartPtr<Node> capabilitiesOf(const TicketSchema& schema, const PropertyModel& model);
 
 }  // namespace Refhost

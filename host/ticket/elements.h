@@ -5,20 +5,20 @@
 
 namespace Refhost {
 
-// Makes elements with a schema's prefixes. The schema outlives it.
+// Creates elements with a schema's prefixes. The schema outlives it.
 class Elements {
  public:
   explicit Elements(const TicketSchema& ticketSchema) : schema(ticketSchema) {}
 
-  // An element of the framework, with a name of its own or without one.
+  // An element of the framework, with or without a name attribute.
   Kiln::SmartPtr<Node> element(std::u16string_view type) const;
   Kiln::SmartPtr<Node> element(std::u16string_view type, const QName& name) const;
 
-  // A Value; `dataType` is a local name of the XML Schema types, for example "integer".
+  // A Value element; `dataType` is a local name of the XML Schema types, for example "integer".
   Kiln::SmartPtr<Node> value(std::u16string_view dataType, std::u16string_view text) const;
   Kiln::SmartPtr<Node> value(const ValueType& type, std::u16string_view text) const;
 
-  // Gives a document's root its namespace, its version, and the declarations of all prefixes, beside those that it has.
+  // Sets a document root's namespace and version, and adds the declarations of all prefixes.
   void makeRoot(Node& root) const;
 
  private:

@@ -5,7 +5,7 @@
 
 namespace Refhost {
 
-// Divides a ticket's elements into what the schema knows and what is kept.
+// Separates a ticket's elements into known and foreign ones.
 class ForeignContent::Reader {
  public:
   Reader(const TicketSchema& ticketSchema, Kiln::Property& tree) : schema(ticketSchema), properties(tree) {}
@@ -18,7 +18,7 @@ class ForeignContent::Reader {
   }
 
  private:
-  // Keeps the children that `isKnown` does not take.
+  // Keeps the children for which `isKnown` is false.
   template <class IsKnown>
   Content divide(const Node& element, const Scope& scope, const IsKnown& isKnown) const {
     Content content;
@@ -34,8 +34,8 @@ class ForeignContent::Reader {
                        [&](const auto& own) { return own.first == prefix; });
   }
 
-  // Whether the node's name has a prefix that nobody declares where it was found. In a document of this system's own
-  // the same name would mean something, perhaps what the document has already.
+  // Whether the node's name has a prefix that is undeclared at its place. In a document of this system the same name
+  // would have a meaning, perhaps one that the document has already.
   bool isMeaningless(const Node& node, const Scope& around) const {
     const std::u16string* name = attributeOf(node, {}, u"name");
     if (name == nullptr || name->find(u':') == name->npos) return false;
@@ -43,7 +43,8 @@ class ForeignContent::Reader {
     return isOwnPrefix(prefix) && Scope(node, around).nameSpaceOf(prefix) == nullptr;
   }
 
-  // A copy that takes along what the prefixes of this system's own documents stand for where it was found.
+  // A copy with declarations of the prefixes that are in scope at its place, as far as this system's documents use them
+  // differently.
   Kiln::SmartPtr<Node> kept(const Node& node, const Scope& around) const {
     auto copy = node.copy();
     for (const auto& [prefix, nameSpace] : schema.prefixes)
@@ -64,7 +65,7 @@ class ForeignContent::Reader {
     return known != schema.parameterTypes.end() && properties.hasChild(known->second.property);
   }
 
-  // False when the node is none of the mapped features; else what is foreign in it is added to `features`.
+  // False when the node is not one of the mapped features; otherwise adds its foreign content to `features`.
   bool readFeature(const std::vector<FeatureMapping>& mapped, const Node& node, const Scope& around,
                    std::vector<Feature>& features) const {
     if (!isFrameworkElement(node, u"Feature")) return false;

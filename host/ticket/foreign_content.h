@@ -1,8 +1,8 @@
-// What a loaded ticket says beyond the schema: other drivers' features, parameters and properties. It is kept, and goes
-// into the next ticket unchanged.
+// Content of a loaded ticket beyond the schema: other drivers' features, parameters and properties. It is kept and
+// added to the next ticket unchanged.
 //
-// A part of a feature of the schema's own (a scored property beside those that the schema knows, for example) is kept
-// for as long as the ticket has that feature, with that option.
+// Foreign parts of a feature in the schema (an unknown scored property, for example) are kept as long as the ticket has
+// that feature with the same option.
 #pragma once
 
 #include "host/ticket/schema.h"
@@ -19,14 +19,14 @@ class ForeignContent {
  public:
   ForeignContent() = default;
 
-  // Of a ticket that was read without an error.
+  // `root` is a ticket that was read without an error.
   ForeignContent(const TicketSchema& schema, Kiln::Property& properties, const Node& root);
 
-  // Adds it to the root of a ticket that was written with the same schema.
+  // Adds the content to the root of a ticket written with the same schema.
   void addTo(const TicketSchema& schema, Node& root) const;
 
  private:
-  // What is foreign in one element that is not, and the prefixes which that element declared for it.
+  // The foreign content of a known element, and the prefixes that the element declared for it.
   struct Content {
     std::vector<std::pair<std::u16string, std::u16string>> declarations;
     std::vector<Kiln::SmartPtr<Node>> nodes;

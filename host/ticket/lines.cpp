@@ -5,7 +5,7 @@
 namespace Refhost {
 namespace {
 
-// Counts the elements of `root` up to and with the one that is looked for; true when it is reached.
+// Counts the elements of `root` up to and including `element`; true when found.
 bool countTo(const Node& element, const Node& root, std::size_t& count) {
   ++count;
   if (&element == &root) return true;

@@ -1,5 +1,5 @@
-// Names in namespaces, as tickets and schemas hold them in their attributes: a prefix counts only for the namespace
-// that it stands for at its place.
+// Namespaced names in attributes of tickets and schemas; a prefix means the namespace that is declared for it at that
+// place.
 #pragma once
 
 #include "host/documents/node.h"
@@ -28,7 +28,7 @@ inline constexpr std::u16string_view instance = u"http://www.w3.org/2001/XMLSche
 inline constexpr std::u16string_view dataTypes = u"http://www.w3.org/2001/XMLSchema";
 }  // namespace PrintSchema
 
-// The prefixes in force inside an element. The element and the scope around it outlive the scope.
+// The prefixes declared for an element. The element and the enclosing scope outlive the scope.
 class Scope {
  public:
   explicit Scope(const Node& root) : Scope(root, nullptr) {}
@@ -39,23 +39,23 @@ class Scope {
   // The namespace of a prefix; null for one that is not declared.
   const std::u16string* nameSpaceOf(std::u16string_view prefix) const;
 
-  // The name that a text such as "psk:Text" stands for. Nothing for a text without a prefix, or with one that is not
-  // declared: in a Print Schema document every name has to have one.
+  // Resolves a name such as "psk:Text". Nothing for a text without a prefix, which Print Schema documents require, or
+  // with an undeclared one.
   std::optional<QName> resolve(std::u16string_view text) const;
 
-  // The same of an element's attribute without a namespace; nothing where it lacks the attribute too.
+  // The same for an element's attribute without a namespace; nothing also when the attribute is missing.
   std::optional<QName> resolveAttribute(const Node& element, std::u16string_view attribute) const;
 
  private:
   Scope(const Node& element, const Scope* around);
 
-  // The nearest scope, this one or one around it, whose element declares something; null for none.
+  // The nearest scope, this or an enclosing one, whose element declares prefixes; null for none.
   const Scope* declaring = nullptr;
   const Scope* outer = nullptr;
   std::map<std::u16string_view, const std::u16string*> declared;
 };
 
-// An attribute's value; null when the element has none of that name.
+// An attribute's value; null when the element has none with that name.
 const std::u16string* attributeOf(const Node& element, std::u16string_view nameSpace, std::u16string_view name);
 
 inline bool isFrameworkElement(const Node& element, std::u16string_view name) {

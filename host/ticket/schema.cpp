@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::u16string_view schemaNameSpace = u"urn:kilnworks:ticket-schema:1";
 
-// Reads one schema document. Every name is checked where it stands, so that what a schema means is never guessed.
+// Reads one schema document. Validates every name, so that a schema is never ambiguous.
 class SchemaReader {
  public:
   TicketSchema read(const Node& root) {
@@ -66,7 +66,7 @@ class SchemaReader {
     return *std::move(value);
   }
 
-  // The framework's own prefixes, and those that the schema's root gives its other namespaces.
+  // The framework's own prefixes, and the schema root's prefixes for other namespaces.
   void choosePrefixes(const Node& root) {
     schema.prefixes = {{u"psf", std::u16string(PrintSchema::framework)},
                        {u"psk", std::u16string(PrintSchema::keywords)},
@@ -93,7 +93,7 @@ class SchemaReader {
     return *std::move(resolved);
   }
 
-  // A name that nothing else of the same kind and place has.
+  // Registers a name; throws when another element of the same kind and place has it.
   static void claim(std::set<QName>& taken, const Node& node, const QName& name) {
     if (!taken.insert(name).second) throw DocumentError(node, "the name " + toNarrow(name.name) + " stands twice.");
   }

@@ -1,5 +1,5 @@
-// Ticket schemas: which property becomes which feature or parameter of a PrintTicket, as data. The format is described
-// in docs/print-ticket.md.
+// Ticket schemas: the mapping of properties to features and parameters of a PrintTicket, as data. docs/print-ticket.md
+// describes the format.
 #pragma once
 
 #include "host/ticket/names.h"
@@ -16,7 +16,7 @@
 
 namespace Refhost {
 
-// What is wrong with a document, and the element at which it is. The element's document outlives it.
+// An error in a document, with the element concerned. The element's document outlives it.
 class DocumentError : public std::runtime_error {
  public:
   DocumentError(const Node& place, const std::string& what) : std::runtime_error(what), element(&place) {}
@@ -24,7 +24,7 @@ class DocumentError : public std::runtime_error {
   const Node* element;
 };
 
-// The parameter of this system's own that carries a property's value as it is, where the public form does not.
+// A parameter of this system's own with the exact value of a property that the public form cannot represent.
 struct ExactParameter {
   QName name;
   ValueType type;
@@ -38,11 +38,11 @@ struct ParameterMapping {
   OutOfRange outOfRange = OutOfRange::refused;
   std::u16string unit;
 
-  // What the ticket says in the place of a value that its type does not have, in the ticket's form.
+  // The stand-in, in the ticket's form, for a value that the type cannot represent.
   std::optional<std::u16string> standIn;
   std::optional<ExactParameter> exact;
 
-  // The property's value where the ticket says nothing; without one the property stays as it is.
+  // The property's value when the ticket has no such parameter; without one the property is unchanged.
   std::optional<std::u16string> absent;
 };
 
@@ -50,7 +50,7 @@ struct OptionMapping {
   QName name;
   std::u16string value;
 
-  // Scored properties, each with the parameter that it refers to, an index into TicketSchema::parameters.
+  // Scored properties, each with the index of its parameter in TicketSchema::parameters.
   std::vector<std::pair<QName, std::size_t>> scored;
 };
 
@@ -60,11 +60,11 @@ struct FeatureMapping {
   Kiln::PTLevel scope;
   std::vector<OptionMapping> options;
 
-  // The property's value that leaves the feature out, and that a ticket without the feature gives.
+  // The property's value when the ticket does not have the feature; writing that value omits the feature.
   std::optional<std::u16string> absent;
 
-  // For the property's value while the feature around this one is left out; a feature that can be left out has only
-  // features with one.
+  // Holds the property's value while the enclosing feature is omitted; required in features below one that can be
+  // omitted.
   std::optional<ExactParameter> exact;
   std::vector<FeatureMapping> features;
 
@@ -73,12 +73,12 @@ struct FeatureMapping {
 };
 
 struct TicketSchema {
-  // The prefixes with which documents are written, each with its namespace; one for every namespace of the names below.
+  // The prefixes of written documents, with their namespaces; covers the namespaces of all names below.
   std::vector<std::pair<std::u16string, std::u16string>> prefixes;
   std::vector<FeatureMapping> features;
   std::vector<ParameterMapping> parameters;
 
-  // Every parameter that a ticket can have, exact ones included, with the property that it is of.
+  // All parameters that a ticket can have, including exact ones, with their properties.
   struct Parameter {
     std::u16string property;
     ValueType type;
@@ -88,14 +88,14 @@ struct TicketSchema {
   // The prefix of one of the namespaces above.
   const std::u16string& prefixOf(std::u16string_view nameSpace) const;
 
-  // A name as documents write it.
+  // The prefixed name, as written in documents.
   std::u16string written(const QName& name) const;
 
-  // The same for a message, which may have any name.
+  // The same for messages, where any name may occur.
   std::string shown(const QName& name) const;
 };
 
-// Throws DocumentError: one sentence without its place.
+// Throws DocumentError: one sentence without the position.
 TicketSchema readSchema(const Node& document);
 
 }  // namespace Refhost

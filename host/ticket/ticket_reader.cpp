@@ -24,7 +24,7 @@ class TicketReader {
   }
 
  private:
-  // A text in the ticket, and the element that has it.
+  // A text in the ticket, and its element.
   struct Found {
     std::u16string text;
     const Node* node;
@@ -39,7 +39,7 @@ class TicketReader {
       throw DocumentError(root, "the root element PrintTicket does not have the version \"1\".");
   }
 
-  // Only elements without children have text; elsewhere its place would be lost when the ticket is written back.
+  // Only elements without children may have text; the position of other text would be lost in the next ticket.
   static void refuseMixedText(const Node& node) {
     if (!node.children().empty() && !node.text().empty())
       throw DocumentError(node, "there is text beside the elements in " + toNarrow(node.localNameText()) + ".");
@@ -58,7 +58,7 @@ class TicketReader {
     if (!isNew) throw DocumentError(node, schema.shown(*name) + " stands twice.");
   }
 
-  // The text of a Value of that type.
+  // The text of a Value with that type.
   std::u16string textOf(const Node& value, const Scope& around, const ValueType& type, const QName& name) const {
     if (!isFrameworkElement(value, u"Value") || !value.children().empty())
       throw DocumentError(value, schema.shown(name) + " does not have one Value.");
@@ -72,7 +72,7 @@ class TicketReader {
     return value.text();
   }
 
-  // The features that `parent` holds, or, where it is null, those that a left out feature would have held.
+  // The features below `parent`, or, when null, those below an omitted feature.
   void readFeatures(const std::vector<FeatureMapping>& features, const Node* parent, const Scope& scope) {
     std::set<const FeatureMapping*> read;
     if (parent != nullptr)
@@ -139,7 +139,7 @@ class TicketReader {
     }
   }
 
-  // A scored property holds its value, or refers to the parameter that does.
+  // A scored property holds its value, or refers to a parameter.
   void readScored(const QName& name, std::size_t index, const Node& node, const Scope& scope) {
     const ParameterMapping& parameter = schema.parameters[index];
     if (node.children().size() != 1)
@@ -170,7 +170,7 @@ class TicketReader {
       settings.emplace_back(parameter.property, *parameter.absent);
   }
 
-  // Whether the public text is the one that is written for the exact value.
+  // Whether the public text is unchanged since it was written for the exact value.
   static bool standsFor(const ParameterMapping& parameter, const std::u16string& open, const std::u16string& exact) {
     const auto written = publicValue(parameter, propertyForm(parameter.exact->type, exact));
     return written && propertyForm(parameter.type, *written) == propertyForm(parameter.type, open);
@@ -185,7 +185,7 @@ class TicketReader {
   const TicketSchema& schema;
   Kiln::Property& properties;
   std::map<QName, Found> inits;
-  std::map<std::size_t, Found> literals;  // by parameter: what a scored property holds itself
+  std::map<std::size_t, Found> literals;  // by parameter: values in scored properties
   std::vector<std::pair<std::u16string, std::u16string>> settings;
 };
 

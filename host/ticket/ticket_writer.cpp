@@ -33,7 +33,7 @@ class TicketWriter {
     throw std::runtime_error("No PrintTicket can be made: the property " + toNarrow(property) + " " + what);
   }
 
-  // Empty for a feature that is left out.
+  // Empty for an omitted feature.
   Kiln::SmartPtr<Node> featureNode(const FeatureMapping& feature) {
     if (!isWritten(feature.property, feature.scope)) return {};
     const OptionMapping* option = chosenOption(feature);
@@ -48,12 +48,13 @@ class TicketWriter {
     return node;
   }
 
-  // Null for the value that leaves the feature out.
+  // Null for the value that omits the feature.
   const OptionMapping* chosenOption(const FeatureMapping& feature) const {
     const auto value = valueOf(feature.property);
     const OptionMapping* option = feature.optionOf(value);
     if (option == nullptr && value != feature.absent)
-      refuse(feature.property, "is " + inQuotes(value) + ", for which " + schema.shown(feature.name) + " has no option.");
+      refuse(feature.property,
+             "is " + inQuotes(value) + ", for which " + schema.shown(feature.name) + " has no option.");
     return option;
   }
 
@@ -87,7 +88,7 @@ class TicketWriter {
       nodes.push_back(initNode(parameter.name, parameter.type, *written));
       return;
     }
-    // Checked even where it is not needed, so that what a ticket carries does not depend on what is switched on.
+    // Validated even when not written, so that a value's validity does not depend on other settings.
     const ValueType& exactType = parameter.exact->type;
     if (!faultOf(exactType, value).empty() || propertyForm(exactType, value) != value || !written)
       refuseValue(parameter.property, exactType, value);
@@ -111,7 +112,7 @@ class TicketWriter {
   Kiln::Property& properties;
   const Kiln::PTLevel level;
   const Elements make;
-  std::vector<bool> isReferred;  // by parameter: whether an option that is written refers to it
+  std::vector<bool> isReferred;  // by parameter: whether a written option refers to it
   std::vector<Kiln::SmartPtr<Node>> nodes;
   std::vector<Kiln::SmartPtr<Node>> exactOfFeatures;
 };

@@ -16,7 +16,7 @@ namespace {
 
 using Values = std::vector<std::pair<std::u16string, std::u16string>>;
 
-// Writes all values, or none when one cannot be written.
+// Writes all values, or none on failure.
 void writeAll(Kiln::Property& properties, const Values& values) {
   Values before;
   for (const auto& [name, value] : values) before.emplace_back(name, properties.child(name)->wideValue().str());
@@ -35,7 +35,7 @@ void bringBack(PropertyModel& model, const Values& values) {
     if (model.value(name) != value) model.child(name)->setValue(value);
 }
 
-// What a plug-in's operation throws becomes the host's own kind of error.
+// Converts a plug-in's exceptions to the host's.
 template <class Work>
 auto asHost(const Work& work) {
   try {

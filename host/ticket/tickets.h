@@ -1,10 +1,9 @@
-// PrintTickets of this host: the service that plug-ins convert with, and whole documents for the host's own use.
+// This host's PrintTickets: the conversion service for plug-ins, and complete documents for the host itself.
 //
-//   1. a plug-in answers getSchema with loadSchema, and its two conversions call propertiesToTicket and
+//   1. a plug-in implements getSchema by loadSchema, and its two conversions by propertiesToTicket and
 //      ticketToProperties;
-//   2. the host calls document, load and capabilities, which ask the plug-in and do the rest: XML, line numbers, and
-//   what
-//      a loaded ticket says that the plug-in's schema does not know.
+//   2. the host calls document, load and capabilities, which call the plug-in and add the rest: XML, line numbers, and
+//      content of a loaded ticket that is not in the plug-in's schema.
 #pragma once
 
 #include "host/chrome/addresses.h"
@@ -21,30 +20,29 @@
 
 namespace Refhost {
 
-// For one run and one plug-in. `chromeFolders` outlives it.
+// Serves one run and one plug-in. `chromeFolders` outlives it.
 class TicketService final : public Kiln::Services::Tickets {
  public:
   explicit TicketService(const ChromeFolders& chromeFolders) : folders(chromeFolders) {}
 
-  // The PrintTicket of the properties: UTF-8 with an XML declaration. It has what the last loaded ticket had beyond the
-  // schema. With the level `job` it says everything; with a narrower one, job settings are left out. Throws
-  // std::runtime_error: one sentence that names the property.
+  // The PrintTicket of the properties: UTF-8 with an XML declaration, including foreign content of the last loaded
+  // ticket. With the level `job` it is complete; narrower levels omit job settings. Throws std::runtime_error: one
+  // sentence that names the property.
   std::string document(Kiln::PTPlugin& plugin, PropertyModel& model, Kiln::PTLevel level);
 
-  // Writes a PrintTicket's settings into the properties: neither rules run nor selection changes fire. `source` names
-  // the document in messages. Throws std::runtime_error, one sentence with source, line and name; all properties are
-  // then as they were.
+  // Writes a PrintTicket's settings into the properties, without rules or selection changes. `source` is the document's
+  // name in messages. Throws std::runtime_error, one sentence with source, line and name; all properties are then
+  // unchanged.
   void load(Kiln::PTPlugin& plugin, PropertyModel& model, std::string_view bytes, const std::string& source);
 
-  // The PrintCapabilities of the model as it is now, by the plug-in's schema. Throws std::runtime_error.
+  // The PrintCapabilities of the model's current state, by the plug-in's schema. Throws std::runtime_error.
   std::string capabilities(Kiln::PTPlugin& plugin, const PropertyModel& model);
 
   // The plug-in's schema as a document. Throws std::runtime_error.
   std::string schemaDocument(Kiln::PTPlugin& plugin);
 
-  // Kiln::Services::Tickets. A schema is read once; the plug-in is not to change it. The element of propertiesToTicket
-  // is one of this host's named PrintTicket; it becomes the root of a valid document, whatever namespace it was made
-  // with.
+  // Kiln::Services::Tickets. A schema is loaded once and must not be modified. propertiesToTicket requires an element
+  // of this host named PrintTicket, and makes it the root of a valid document, whatever its namespace.
   Kiln::SmartPtr<Kiln::Dom::INode> loadSchema(Kiln::WStringView url) override;
   void propertiesToTicket(Kiln::PTPlugin& plugin, Kiln::SmartPtr<Kiln::Dom::INode> element, Kiln::Property& properties,
                           Kiln::PTLevel level) override;
@@ -57,7 +55,7 @@ class TicketService final : public Kiln::Services::Tickets {
     TicketSchema mapping;
   };
 
-  // The document that `load` is reading.
+  // The document being read by `load`.
   struct Reading {
     const Node& root;
     std::string_view bytes;

@@ -20,7 +20,7 @@ std::u16string_view trimmed(std::u16string_view text) {
   return text;
 }
 
-// An xsd:integer; one beyond 64 bits is the greatest or the least that they hold. Nothing for what is none.
+// An xsd:integer, clamped to 64 bits. Nothing for invalid text.
 std::optional<std::int64_t> integerOf(std::u16string_view text) {
   text = trimmed(text);
   const bool isNegative = text.starts_with(u'-');
@@ -48,7 +48,7 @@ bool isColour(std::u16string_view text) {
          std::all_of(text.begin() + 1, text.end(), [](char16_t unit) { return hexDigit(unit) >= 0; });
 }
 
-// The colour with its first component, opacity or transparency, turned into the other of the two.
+// Converts between the colour forms: inverts the first component, opacity or transparency.
 std::u16string otherColourForm(std::u16string_view colour) {
   constexpr std::u16string_view digits = u"0123456789ABCDEF";
   const auto opposite = [&](char16_t unit) { return digits[static_cast<std::size_t>(15 - hexDigit(unit))]; };

@@ -1,5 +1,4 @@
-// The values of parameters: what types there are, what is wrong with a text, and the two forms that a value has, one in
-// the property and one in the ticket.
+// Parameter values: types, validation, and conversion between the property's and the ticket's form.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +8,7 @@
 
 namespace Refhost {
 
-// How a parameter's value is written.
+// The representation of a parameter's value.
 enum class ValueForm {
   text,     // xsd:string, the same in the property
   integer,  // xsd:integer, a plain decimal number in the property
@@ -19,29 +18,29 @@ enum class ValueForm {
 struct ValueType {
   ValueForm form = ValueForm::text;
 
-  // The least and the greatest number, or of a text the fewest and the most characters; a colour has no range.
+  // The range of a number, or of a text's length in characters; unused for colours.
   std::int64_t least = 0;
   std::int64_t most = 0;
 };
 
-// What becomes of a number that the ticket's type does not have.
+// The treatment of a number outside the ticket type's range.
 enum class OutOfRange {
   refused,
-  wrapped,  // as angles are: one beyond the greatest is the least
-  clamped,  // moved to the nearest
+  wrapped,  // modulo the range, for angles: past the maximum comes the minimum
+  clamped,  // to the nearest valid number
 };
 
-// What is wrong with a text as a value of the type in a ticket, as the end of a sentence that begins with the value's
-// name; empty when nothing is.
+// Why a text is not a valid ticket value of the type, as the end of a sentence that starts with the value's name; empty
+// when it is valid.
 std::string faultOf(const ValueType& type, std::u16string_view ticketText);
 
-// A property's value as the ticket's type has it, or the nearest that it has; nothing when no value is near.
+// A property's value in the ticket's form, exact or nearest; nothing when it cannot be represented.
 std::optional<std::u16string> ticketForm(const ValueType& type, OutOfRange outOfRange, std::u16string_view value);
 
-// The property's value for a text without fault.
+// The property's value for a valid ticket text.
 std::u16string propertyForm(const ValueType& type, std::u16string_view ticketText);
 
-// A text's start in quotation marks, for a sentence.
+// A text, truncated and in quotation marks, for a message.
 std::string inQuotes(std::u16string_view text);
 
 }  // namespace Refhost

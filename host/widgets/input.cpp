@@ -23,7 +23,7 @@ class TextChange final : public Kiln::XUL::TextChangeEvent {
   bool composition;
 };
 
-// Gives a variable a value for as long as the scope lasts.
+// Sets a variable for the duration of a scope.
 template <class T>
 class During {
  public:
@@ -37,7 +37,7 @@ class During {
   T before;
 };
 
-// The text cut to so many units, never between the two of a surrogate pair.
+// The text truncated to `units`, never within a surrogate pair.
 std::u16string_view cut(std::u16string_view text, std::size_t units) {
   if (text.size() <= units) return text;
   const bool splitsPair = units > 0 && (text[units - 1] & 0xFC00) == 0xD800 && (text[units] & 0xFC00) == 0xDC00;
@@ -97,7 +97,7 @@ void TextBoxImpl<Interface>::start(std::u16string text, std::optional<std::size_
   limit = startLimit;
 }
 
-// A change that a handler makes meanwhile has overtaken this one.
+// Gives way to a change that a handler makes meanwhile.
 template <class Interface>
 bool TextBoxImpl<Interface>::change(std::u16string text, Edit how) {
   const Kiln::SmartPtr<Kiln::XUL::Widget> self(this);

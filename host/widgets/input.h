@@ -1,25 +1,25 @@
-// What a user writes, moves and picks in: text boxes, radio buttons, scroll bars, colour pickers.
+// Widgets for input: text boxes, radio buttons, scroll bars, colour pickers.
 #pragma once
 
 #include "host/widgets/widget.h"
 
 namespace Refhost {
 
-// How a user changes a text. A composition is an input method's text that is not settled yet.
+// The kinds of a user's edit. A composition is unsettled text of an input method.
 enum class Edit { typed, pasted, composing };
 
-// What faces see of a text box, whichever it is.
+// The interface of all text boxes for faces.
 class TextBoxNode {
  public:
   virtual ~TextBoxNode() = default;
   virtual const std::u16string& content() const = 0;
 
-  // The most UTF-16 units that the user can enter; nothing for any number.
+  // The maximum number of UTF-16 units that the user can enter; nothing for no limit.
   virtual std::optional<std::size_t> maximumLength() const = 0;
 
-  // The user's edit makes `text` the box's whole text, cut to the maximum length. False when a handler refuses it, or
-  // throws, or the box cannot be operated; the box then keeps what it has. The text that it has already is told again
-  // only when it settles a composition.
+  // The user changes the box's whole text to `text`, truncated to the maximum length. False, with the text unchanged,
+  // when a handler refuses or throws, or the box is disabled. Unchanged text is only reported when it settles a
+  // composition.
   virtual bool edit(std::u16string_view text, Edit how) = 0;
 
   // The box loses the input focus.
@@ -29,9 +29,8 @@ class TextBoxNode {
   virtual void start(std::u16string text, std::optional<std::size_t> limit) = 0;
 };
 
-// A change is told before it is made. A text that is set fires the signals even when the box has it already, except
-// while a change of this box to that very text is being told, where a handler that sets what it was told would never
-// end.
+// Handlers run before the change. Setting the text fires the signals even when it is unchanged, except from a handler
+// of a change to the same text, which would recurse endlessly.
 template <class Interface>
 class TextBoxImpl final : public WidgetImpl<Interface>, public TextBoxNode {
  public:
@@ -59,9 +58,9 @@ class TextBoxImpl final : public WidgetImpl<Interface>, public TextBoxNode {
 
   std::u16string held;
   std::optional<std::size_t> limit;
-  const std::u16string* told = nullptr;  // the change that is being told
+  const std::u16string* told = nullptr;  // the change being reported to handlers
   unsigned changesMade = 0;
-  bool isComposition = false;  // whether the text holds one
+  bool isComposition = false;  // whether the text contains one
   Kiln::SmartPtr<ChangeSignal> typings;
   Kiln::SmartPtr<ChangeSignal> pastes;
   Kiln::SmartPtr<BlurSignal> blurs;
@@ -70,14 +69,14 @@ class TextBoxImpl final : public WidgetImpl<Interface>, public TextBoxNode {
 using TextBox = TextBoxImpl<Kiln::XUL::TextBox>;
 using IntegerTextBox = TextBoxImpl<Kiln::XUL::IntegerTextBox>;
 
-// One of the choices of the <radiogroup> around it, of which at most one is checked.
+// A choice of the enclosing <radiogroup>; at most one is checked.
 class RadioButton final : public ToggleImpl<Kiln::XUL::RadioButton> {
  public:
   using ToggleImpl::ToggleImpl;
 
   void setChecked(bool mark) override;
 
-  // The user chooses it; nothing happens while it cannot be operated, or when it is the one chosen.
+  // The user chooses it; does nothing while disabled or already checked.
   void choose();
 
  private:
@@ -88,8 +87,7 @@ class ScrollBar final : public WidgetImpl<Kiln::XUL::ScrollBar> {
  public:
   ScrollBar(WidgetWorld& world, WidgetKind kind, const std::u16string& id);
 
-  // A position that is set fires the signal even when the bar is there already, except while that very position is
-  // being told.
+  // Setting a position fires the signal even when it is unchanged, except from a handler of the same position.
   std::int32_t position() override { return current; }
   void setPosition(std::int32_t position) override;
   Kiln::SmartPtr<Kiln::Signal<Kiln::XUL::EventArg<Kiln::XUL::ScrollBar>>> scrollSignal() override { return scrolls; }
@@ -97,8 +95,7 @@ class ScrollBar final : public WidgetImpl<Kiln::XUL::ScrollBar> {
   std::int32_t least() const { return lowest; }
   std::int32_t most() const { return highest; }
 
-  // The user moves the bar, to its nearer end when `position` lies outside; nothing happens while it cannot be
-  // operated, or when it is there already.
+  // The user moves the bar; `position` is clamped. Does nothing while disabled or when it is unchanged.
   void scroll(std::int32_t position);
 
   // For the layout reader.
@@ -121,7 +118,7 @@ class ColorPicker final : public WidgetImpl<Kiln::XUL::ColorPicker> {
   std::uint32_t colour() override { return picked; }
   Kiln::SmartPtr<Kiln::Signal<Kiln::XUL::EventArg<Kiln::XUL::ColorPicker>>> changeSignal() override { return changes; }
 
-  // The user picks a colour, 0xRRGGBB, perhaps the one it has; nothing happens while it cannot be operated.
+  // The user picks a colour, 0xRRGGBB, possibly the current one; does nothing while disabled.
   void pick(std::uint32_t colour);
 
  private:

@@ -44,7 +44,7 @@ class ListData final : public Kiln::XUL::ListData {
  public:
   explicit ListData(const StringTables& tables) : strings(tables) {}
 
-  // Whether items that are appended from now on are placed by their displayed text.
+  // Whether items appended from now on are inserted in order of their displayed text.
   void setSorted(bool sort) { sorted = sort; }
 
   std::int32_t count() override { return static_cast<std::int32_t>(items.size()); }
@@ -59,18 +59,17 @@ class ListData final : public Kiln::XUL::ListData {
   std::vector<Kiln::SmartPtr<Kiln::XUL::ListItem>> items;
 };
 
-// What faces see of a list box or a combo box, whichever it is.
+// The interface of list and combo boxes for faces.
 class SelectorNode {
  public:
   virtual ~SelectorNode() = default;
   virtual Kiln::XUL::ListData& items() = 0;
   virtual std::int32_t selection() = 0;
 
-  // For the layout reader: selects the first item where none is selected.
+  // For the layout reader: selects the first item when none is selected.
   virtual void startWithFirst() = 0;
 
-  // The user chooses the item at `index`; nothing happens while the widget cannot be operated, or when it is the
-  // selected one, or when there is none.
+  // The user chooses the item at `index`; does nothing while disabled, for the selected item, or out of range.
   virtual void choose(std::int32_t index) = 0;
 };
 
@@ -99,7 +98,7 @@ class SelectorImpl : public WidgetImpl<Interface>, public SelectorNode {
   void choose(std::int32_t index) override;
 
  protected:
-  // Without a trace of it. What an item shows may have changed even when it is the selected one.
+  // Does not trace. Updates faces even for the selected item, whose display may have changed.
   void selectItem(Kiln::SmartPtr<Kiln::XUL::ListItem> item);
 
  private:
@@ -115,8 +114,7 @@ class ComboBox final : public SelectorImpl<Kiln::XUL::ComboBox> {
   using SelectorImpl::SelectorImpl;
   void setSorted(bool sort) override;
 
-  // For a combo box of the host's own, beside what the trace records of plug-ins: what follows the user's choice, and
-  // what it shows.
+  // For the host's own combo boxes, not traced: a listener for the user's choice, and what to show.
   void onChoice(std::function<void(const std::u16string& value)> listener) { chosen = std::move(listener); }
   void show(std::u16string_view value, bool operable);
   void choose(std::int32_t index) override;

@@ -1,11 +1,11 @@
-// The preview of a text watermark: it keeps what it was told, and faces draw it.
+// The preview of a text watermark: stores the values that faces draw.
 #pragma once
 
 #include "host/widgets/widget.h"
 
 namespace Refhost {
 
-// A watermark as the preview was told it; the units are those of Kiln::XUL::WMPreview.
+// The previewed watermark, in the units of Kiln::XUL::WMPreview.
 struct PreviewedWatermark {
   std::u16string text;
   std::u16string colour = u"#000000";

@@ -1,4 +1,4 @@
-// The widget tree: the state of every widget, and what a user can do with it. Nothing is drawn here; faces show it.
+// The widget tree: the state of every widget, and the user's actions on it. Nothing is drawn here; faces show it.
 #pragma once
 
 #include "host/object.h"
@@ -21,7 +21,7 @@ enum class WidgetKind {
   box,       // arranges its children in a row or a column
   groupBox,  // a box with a frame and a caption (its label)
   tab,       // a page of the preferences; its label is the tab's
-  spacer,    // room that stretches
+  spacer,    // flexible space
   label,
   image,
   button,
@@ -41,7 +41,7 @@ const char* nameOf(WidgetKind kind);
 
 class WidgetNode;
 
-// What the widgets of one layout share.
+// The environment shared by the widgets of a layout.
 struct WidgetWorld {
   const Trace& trace;
   const StringTables& strings;
@@ -49,14 +49,14 @@ struct WidgetWorld {
   // The screen that shows the widgets; may be null.
   Kiln::NativeWindow window;
 
-  // Runs what a user's action sets off; it stops what plug-in code throws.
+  // Runs a user action and handles exceptions of plug-in code.
   std::function<void(const std::function<void()>&)> dispatch;
 
-  // Called after a widget's state changed, by the plug-in or by the user.
+  // Called after the plug-in or the user changed a widget's state.
   std::function<void(WidgetNode&)> changed;
 };
 
-// One widget as faces see it. Its parent owns it; plug-ins hold it too, through its Kiln interface.
+// A widget as seen by faces. Its parent owns it; plug-ins hold references through its Kiln interface.
 class WidgetNode {
  public:
   WidgetNode(WidgetWorld& widgetWorld, WidgetKind widgetKind, std::u16string widgetId)
@@ -69,29 +69,29 @@ class WidgetNode {
 
   WidgetKind kind() const { return widgetKind; }
 
-  // Empty for a widget that the layout gives none.
+  // Empty when the layout gives the widget none.
   const std::u16string& id() const { return widgetId; }
 
-  // What the plug-in made of the widget itself; a widget is seen and operated only while all above it are, too.
+  // The widget's own state; isShown and isOperable include all ancestors.
   bool isVisible() const { return visible; }
   bool isEnabled() const { return enabled; }
   bool isShown() const;
   bool isOperable() const;
 
-  // The label as it was set, and as the user reads it.
+  // The label as set, and as displayed.
   const std::u16string& label() const { return labelText; }
   std::u16string shownLabel() const;
 
-  // What the layout says besides: "orient", "flex", "control", "accesskey" ...; empty for none of that name.
+  // Other layout attributes: "orient", "flex", "control", "accesskey" and so on; empty for an unknown name.
   std::u16string attribute(const std::string& name) const;
 
   WidgetNode* parent() const { return parentNode; }
   const std::vector<WidgetNode*>& children() const { return childNodes; }
 
-  // The interface by which plug-ins hold this widget.
+  // The interface for plug-ins.
   virtual Kiln::XUL::Widget& asWidget() = 0;
 
-  // For the layout reader: states that a layout declares, recorded nowhere.
+  // For the layout reader: initial states, not traced.
   void adopt(WidgetNode& child);
   void setAttribute(const std::string& name, std::u16string value) { attributes[name] = std::move(value); }
   void initialise(bool startsVisible, bool startsEnabled, std::u16string startLabel);
@@ -101,7 +101,7 @@ class WidgetNode {
   void changeEnabled(bool value);
   void changeLabel(std::u16string_view label);
 
-  // One "widget" event of the trace.
+  // Records a "widget" event in the trace.
   void record(std::string_view operation, std::optional<TraceValue> value = {}) const;
   void changed() { world.changed(*this); }
 
@@ -119,7 +119,7 @@ class WidgetNode {
   std::vector<Kiln::SmartPtr<Kiln::XUL::Widget>> owned;
 };
 
-// The operations of Kiln::XUL::Widget over the node's state, for an interface that extends it.
+// Implements Kiln::XUL::Widget on the node's state, for a derived interface.
 template <class Interface>
 class WidgetImpl : public Interface, public WidgetNode {
  public:
@@ -147,7 +147,7 @@ class Container final : public WidgetImpl<Kiln::XUL::Container> {
  public:
   using WidgetImpl::WidgetImpl;
 
-  // Whether the captions of the groups in it are lined up.
+  // Whether the captions of the groups in it are aligned.
   bool sharesColumns() const { return columnsShared; }
   void shareColumns();
 
@@ -174,14 +174,14 @@ class Button final : public WidgetImpl<Kiln::XUL::Button> {
   void setLabel(Kiln::WStringView label) override { changeLabel(label); }
   Kiln::SmartPtr<Kiln::Signal<Kiln::XUL::EventArg<Kiln::XUL::Button>>> clickSignal() override { return clicks; }
 
-  // The user presses the button; nothing happens while it cannot be operated.
+  // The user presses the button; does nothing while disabled.
   void click();
 
  private:
   Kiln::SmartPtr<HostSignal<Kiln::XUL::EventArg<Kiln::XUL::Button>>> clicks;
 };
 
-// The mark and the signals that check boxes and radio buttons share.
+// The check mark and the signals of check boxes and radio buttons.
 template <class Interface>
 class ToggleImpl : public WidgetImpl<Interface> {
  public:
@@ -229,17 +229,17 @@ class CheckBox final : public ToggleImpl<Kiln::XUL::CheckBox> {
  public:
   using ToggleImpl::ToggleImpl;
 
-  // The user clicks the box: the mark turns, then the signals fire; nothing happens while it cannot be operated.
+  // The user clicks the box: the mark changes, then the signals fire; does nothing while disabled.
   void click();
 };
 
-// An entry of a context menu: the text that its choice sends, and the one that a user reads, unresolved.
+// An entry of a context menu: the text that its choice sends, and the displayed label, unresolved.
 struct MenuItem {
   std::u16string text;
   std::u16string label;
 };
 
-// An image in the layout. The layout's droptarget="true" lets items of lists be dropped on it.
+// An image in the layout. The attribute droptarget="true" allows dropping list items on it.
 class ImageBox final : public WidgetImpl<Kiln::XUL::ImageBox> {
  public:
   ImageBox(WidgetWorld& world, WidgetKind kind, const std::u16string& id);
@@ -249,18 +249,18 @@ class ImageBox final : public WidgetImpl<Kiln::XUL::ImageBox> {
   Kiln::SmartPtr<Kiln::Signal<Kiln::WString>> dropSignal() override { return drops; }
   Kiln::SmartPtr<Kiln::Signal<Kiln::WString>> menuSignal() override { return menus; }
 
-  // Empty while none is shown.
+  // Empty while no picture is shown.
   const Kiln::SmartPtr<Kiln::XUL::Image>& image() const { return shownImage; }
 
-  // The name of the resource shown; empty when a picture is shown, or nothing.
+  // The name of the resource shown; empty otherwise.
   const std::u16string& resource() const { return shownResource; }
 
-  // The entries of its context menu; mostly none.
+  // The entries of its context menu; usually none.
   const std::vector<MenuItem>& menu() const { return menuItems; }
   bool isDropTarget() const { return attribute("droptarget") == u"true"; }
 
-  // The user drops the list item of that value on it, chooses a text of its context menu; nothing happens while it
-  // cannot be operated, or takes no drops, or has no such text.
+  // The user drops the list item with that value, or chooses an entry of the context menu; does nothing while disabled,
+  // or when drops are not accepted, or there is no such entry.
   void drop(const std::u16string& value);
   void choose(const std::u16string& text);
 
