@@ -23,12 +23,12 @@ std::string bitmapFile(const Picture& picture) {
   appendNumber(bytes, width, 4);
   appendNumber(bytes, height, 4);
   appendNumber(bytes, 1, 2);   // planes
-  appendNumber(bytes, 24, 2);  // bits to a pixel
-  appendNumber(bytes, 0, 4);   // not compressed
+  appendNumber(bytes, 24, 2);  // bits per pixel
+  appendNumber(bytes, 0, 4);   // uncompressed
   appendNumber(bytes, rowBytes * height, 4);
   for (int unused = 0; unused < 4; ++unused) appendNumber(bytes, 0, 4);  // resolution and palette
 
-  for (std::size_t row = height; row-- > 0;) {  // from the bottom
+  for (std::size_t row = height; row-- > 0;) {  // bottom-up
     const std::size_t start = bytes.size();
     for (std::size_t column = 0; column < width; ++column)
       appendNumber(bytes, picture.argb[row * width + column] & 0xFFFFFF, 3);  // blue, green, red

@@ -6,7 +6,7 @@
 
 namespace Press {
 
-/// The picture as the bytes of a BMP file of 24 bits to a pixel.
+/// Encodes the picture as a BMP file with 24 bits per pixel.
 std::string bitmapFile(const Picture& picture);
 
 }  // namespace Press

@@ -5,7 +5,7 @@
 namespace Press {
 
 std::string number(double value, int decimals) {
-  char text[400];  // Room for the largest.
+  char text[400];  // enough for the largest number
   const std::to_chars_result result =
       std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, decimals);
   std::string digits(text, result.ptr);

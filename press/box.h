@@ -13,10 +13,10 @@ struct Box {
   double x0 = 0, y0 = 0, x1 = 0, y1 = 0;
 };
 
-/// A number as PDF content writes it, without an exponent and with at most so many decimals.
+/// A number in PDF syntax, without an exponent and with at most `decimals` decimals.
 std::string number(double value, int decimals = 6);
 
-/// The operands and operator of a rectangle path, without a line end.
+/// The operands and operator of a rectangle path, without a line break.
 std::string rectangle(const Box& box);
 
 }  // namespace Press

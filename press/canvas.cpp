@@ -9,8 +9,7 @@ namespace Press {
 
 namespace {
 
-// Widths of Helvetica's characters from space to tilde, in thousandths of the size; those of the bold face are a little
-// more.
+// Widths of Helvetica's characters from space to tilde, in thousandths of the size; the bold face is slightly wider.
 constexpr std::array<int, 95> widths = {278,  278, 355, 556, 556, 889, 667, 191, 333, 333, 389, 584, 278, 333, 278, 278,
                                         556,  556, 556, 556, 556, 556, 556, 556, 556, 556, 278, 278, 584, 584, 584, 556,
                                         1015, 667, 667, 722, 722, 667, 611, 778, 722, 278, 500, 667, 556, 833, 722, 778,
@@ -40,7 +39,7 @@ void Canvas::fill(Ink ink, double x, double y, double width, double height) {
 }
 
 void Canvas::stroke(Ink ink, double lineWidth, double x0, double y0, double x1, double y1) {
-  // The operators that set colours for lines are those for fills in capitals.
+  // The stroke colour operators are the fill operators in upper case.
   std::string line(ink);
   for (char& c : line) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
   raw(line + " " + number(lineWidth) + " w " + number(x0) + " " + number(y0) + " m " + number(x1) + " " + number(y1) +

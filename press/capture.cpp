@@ -12,7 +12,7 @@ namespace Press {
 namespace {
 
 constexpr int longestSide = 256;  ///< Pixels of a thumbnail.
-constexpr double coarseDpi = 9;   ///< Enough to measure a page by, and no effort even for posters.
+constexpr double coarseDpi = 9;   ///< Enough to measure a page, and cheap even for posters.
 
 Picture thumbnail(const std::string& pdf) {
   const Picture sketch = drawPage(pdf, 1, coarseDpi);

@@ -25,8 +25,7 @@ Kind kindOf(char c) { return kinds[static_cast<unsigned char>(c)]; }
 
 bool isOfNumber(char c) { return (c >= '0' && c <= '9') || c == '-' || c == '.' || c == '+'; }
 
-/// The letters of an operator in one number, so that a switch can tell operators apart. Longer words, which no operator
-/// is, all give zero.
+/// The letters of an operator packed into a number, for a switch. Longer words, which are not operators, give zero.
 constexpr std::uint32_t packed(std::string_view word) {
   if (word.size() > 3) return 0;
   std::uint32_t value = 0;

@@ -26,22 +26,22 @@ void refuseWhatIsNoPdf(const fs::path& file) {
     throw Error(quoted(file) + " is not an ordinary file: name the PDF file that is to be printed.");
   std::ifstream stream(file, std::ios::binary);
   if (!stream) throw Error(quoted(file) + " cannot be read: ask its owner for permission to read it.");
-  std::string start(1024, '\0');  // Some programs put a few bytes before the PDF, which every reader skips.
+  std::string start(1024, '\0');  // Readers skip leading junk before the PDF header.
   stream.read(start.data(), static_cast<std::streamsize>(start.size()));
   start.resize(static_cast<std::size_t>(stream.gcount()));
   if (start.find("%PDF-") == std::string::npos)
     throw Error(quoted(file) + " is not a PDF file: save or export the document as PDF and print that.");
 }
 
-/// What a page inherits from the nodes above it, and the kids of the innermost node that are still to be visited.
+/// The inherited attributes of a node, and its kids still to be visited.
 struct Level {
   PageEntry inherited;
   std::vector<QPDFObjectHandle> kids;
   std::size_t next = 0;
 };
 
-/// Walks the page tree without recursion, each node once, so that loops and great depths in a hostile file cost
-/// nothing.
+/// Walks the page tree iteratively, visiting each node once, so that loops and deep nesting in hostile files are
+/// harmless.
 class PageWalk {
  public:
   explicit PageWalk(QPDF& document) : pdf(document) {}
@@ -58,14 +58,14 @@ class PageWalk {
       QPDFObjectHandle kid = level.kids[level.next++];
       if (kid.isDictionary())
         visit(kid, level.inherited);
-      else if (!kid.isNull() || pdf.anyWarnings())  // A sound file may name nothing where a page has been deleted.
+      else if (!kid.isNull() || pdf.anyWarnings())  // A valid file may have a null reference where a page was deleted.
         throw std::runtime_error("page " + std::to_string(pages.size() + 1) + " cannot be read");
     }
     return std::move(pages);
   }
 
  private:
-  // `entry` by value: entering a node may move the level that it comes from.
+  // `entry` by value: entering a node may reallocate the level that it comes from.
   void visit(QPDFObjectHandle node, PageEntry entry) {
     entry.page = node;
     QPDFObjectHandle kids = node.getKey("/Kids");
@@ -79,7 +79,7 @@ class PageWalk {
     }
     if (node.isIndirect() && !seen.insert(node.getObjGen()).second) return;
     if (entry.resources.isDictionary() && !entry.resources.isIndirect()) {
-      // Many pages will refer to these; as an object of their own they are stored once.
+      // Many pages will refer to the resources; an indirect object is stored once.
       entry.resources = pdf.makeIndirectObject(entry.resources);
       node.replaceKey("/Resources", entry.resources);
     }
@@ -97,7 +97,7 @@ class PageWalk {
   std::set<QPDFObjGen> seen;
 };
 
-/// The library writes with a key of the length that the file tells, but reads with one that it knows to be right.
+/// The library writes with the key length in the file, but reads with the correct one: fix the file's entry.
 void tellLengthOfKey(QPDF& pdf) {
   QPDFObjectHandle encryption = pdf.getTrailer().getKey("/Encrypt");
   if (!pdf.isEncrypted() || !encryption.isDictionary()) return;

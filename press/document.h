@@ -8,7 +8,7 @@
 
 namespace Press {
 
-/// A page as the document holds it, with what it inherits. An entry that the page has nowhere is null.
+/// A page with its inherited attributes. Missing entries are null.
 struct PageEntry {
   QPDFObjectHandle page;  ///< A dictionary.
   QPDFObjectHandle resources;
@@ -20,11 +20,12 @@ struct PageEntry {
 /// An open job.
 struct Document {
   std::unique_ptr<QPDF> pdf;
-  std::vector<PageEntry> pages;  ///< In printing order, at least one. A page that is named twice stands here twice.
+  std::vector<PageEntry>
+      pages;  ///< In printing order, at least one. A page that the page tree lists twice appears twice.
 };
 
-/// Opens a job for printing. Throws `Error` when the file is missing, is no PDF, is damaged beyond repair,
-/// needs a password, may not be printed, or has no pages.
+/// Opens a job for printing. Throws `Error` when the file is missing, not a PDF, damaged beyond repair,
+/// password-protected, not allowed to be printed, or without pages.
 Document openDocument(const std::filesystem::path& file);
 
 }  // namespace Press

@@ -7,7 +7,7 @@ namespace Press {
 
 namespace {
 
-constexpr int curvePieces = 16;  ///< As how many straight pieces a curve is looked at.
+constexpr int curvePieces = 16;  ///< The number of line segments that approximate a curve.
 
 Point operator-(const Point& a, const Point& b) { return {a.x - b.x, a.y - b.y}; }
 double cross(const Point& a, const Point& b) { return a.x * b.y - a.y * b.x; }
@@ -43,21 +43,21 @@ class Side {
   const Point& start() const { return control[0]; }
   Point end() const { return control[3]; }
 
-  /// On the straight pieces, `t` from 0 to 1.
+  /// The point on the segments at `t` from 0 to 1.
   Point at(double t) const {
     const std::size_t piece = pieceAt(t);
     return between(points[piece], points[piece + 1], t * pieces() - static_cast<double>(piece));
   }
   Point direction(double t) const { return points[pieceAt(t) + 1] - points[pieceAt(t)]; }
 
-  /// Adds where the other one meets this one.
+  /// Adds the positions where the other side crosses this one.
   void addCrossings(const Side& other, std::vector<double>& crossings) const {
     for (std::size_t mine = 0; mine + 1 < points.size(); ++mine) {
       const Point along = points[mine + 1] - points[mine];
       for (std::size_t its = 0; its + 1 < other.points.size(); ++its) {
         const Point across = other.points[its + 1] - other.points[its];
         const double slant = cross(along, across);
-        if (slant == 0) continue;  // What runs beside this one ends in something that does not.
+        if (slant == 0) continue;  // The end of a parallel side belongs to another side that is not parallel.
         const Point apart = other.points[its] - points[mine];
         const double t = cross(apart, across) / slant, u = cross(apart, along) / slant;
         if (isWithin(t) && isWithin(u)) crossings.push_back((static_cast<double>(mine) + t) / pieces());
@@ -65,7 +65,7 @@ class Side {
     }
   }
 
-  /// How often a ray from the point to the right crosses this from below less how often from above.
+  /// The winding contribution of this side to the point, for a ray to the right.
   int turnsAround(const Point& point) const {
     if (point.y < box.y0 || point.y >= box.y1 || point.x > box.x1) return 0;
     int turns = 0;
@@ -80,7 +80,7 @@ class Side {
     return turns;
   }
 
-  /// What is drawn from the place `from` to the place `to`.
+  /// The part of the side between the parameters `from` and `to`.
   PathStep part(double from, double to) const {
     if (!isCurve) return {PathStep::Kind::line, {to < 1 ? at(to) : end(), {}, {}}};
     if (from <= 0 && to >= 1) return {PathStep::Kind::curve, {control[1], control[2], control[3]}};
@@ -188,7 +188,7 @@ class Edge {
     if (isDrawing && isWhole) edge.push_back({PathStep::Kind::close, {}});
   }
 
-  /// The places on the side, from 0 to 1, between which it is inside or outside as a whole.
+  /// Positions on the side, from 0 to 1, that divide it into parts entirely inside or outside.
   std::vector<double> crossingsOf(const Side& side) const {
     std::vector<double> places = {0, 1};
     for (const Letter* letter : near)
@@ -204,7 +204,7 @@ class Edge {
     return apart;
   }
 
-  /// Whether there is letter at both hands.
+  /// Whether both sides of the line are filled.
   bool isInside(const Side& side, double t) const {
     const Point at = side.at(t), along = side.direction(t);
     const double length = std::hypot(along.x, along.y);
@@ -223,7 +223,7 @@ class Edge {
 
   double touching;
   std::vector<Letter> letters;
-  std::vector<const Letter*> near;  ///< To the letter that is being drawn, that one too.
+  std::vector<const Letter*> near;  ///< Letters near the one being drawn, including itself.
   Path edge;
 };
 

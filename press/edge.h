@@ -6,9 +6,8 @@
 
 namespace Press {
 
-/// The edge of letters as of one shape: where they overlap or meet, no line runs through what they enclose together.
-/// Each letter is a path of closed contours, filled by the nonzero rule. Letters nearer to each other than `touching`
-/// meet.
+/// The outline of the union of all letters: no line runs where letters overlap or meet. Each letter is a path of closed
+/// contours, filled by the nonzero rule. Letters nearer to each other than `touching` count as meeting.
 Path edgeOf(const std::vector<Path>& letters, double touching);
 
 }  // namespace Press

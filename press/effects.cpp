@@ -38,7 +38,7 @@ Effects effectsFromProperties(const std::map<std::string, std::string>& properti
   effects.mirrorImage = holds("MirrorImage", "MirrorImage");
   effects.negativeImage = holds("NegativeImage", "Negative");
   effects.rotate180 = holds("Rotate180", "Rotate180");
-  // The same word as for Rotate180: the ticket has no word of its own for this one.
+  // The "on" value is the same as for Rotate180.
   effects.rotate180ForA3Ledger = holds("Rotate180ForA3LD", "Rotate180");
   effects.overlaysOverPage = holds("OverlayLayering", "Overlay");
   effects.overlaysOnEachPage = holds("OverlayOccurance", "PerPage");

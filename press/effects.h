@@ -9,32 +9,33 @@
 
 namespace Press {
 
-/// What is done to a job as it is printed. docs/printing.md has the order.
+/// The effects to print a job with. docs/printing.md describes the order.
 struct Effects {
-  bool mirrorImage = false;           ///< Left and right exchanged, as the page is seen.
-  bool negativeImage = false;         ///< Every colour turned into its opposite, bare paper into black.
-  bool rotate180 = false;             ///< Every page turned half round.
-  bool rotate180ForA3Ledger = false;  ///< Pages of A3 or Ledger size turned half round; never a second time.
+  bool mirrorImage = false;    ///< Exchanges left and right of the displayed page.
+  bool negativeImage = false;  ///< Inverts all colours; blank paper becomes black.
+  bool rotate180 = false;      ///< Rotates every page by 180 degrees.
+  bool rotate180ForA3Ledger =
+      false;  ///< Rotates A3 and Ledger pages by 180 degrees; no effect on pages already rotated by rotate180.
   Watermark watermark = {};
-  std::vector<Overlay> overlays = {};  ///< The lowest first.
-  bool overlaysOverPage = false;       ///< Over the page's content instead of under it.
-  bool overlaysOnEachPage = false;     ///< With several pages on a sheet: on each of them, not once on the sheet.
+  std::vector<Overlay> overlays = {};  ///< From bottom to top.
+  bool overlaysOverPage = false;       ///< Above the page's content instead of below it.
+  bool overlaysOnEachPage = false;     ///< With several pages per sheet: on each page instead of once per sheet.
   int pagesOnSheet = 1;                ///< 1, 2 or 4.
 
-  /// What is wrong with the properties that these were read from: a sentence that printing fails with. Mostly empty.
+  /// Error to throw when printing, for properties that cannot be applied; usually empty.
   std::string refusal = {};
 
-  /// Whether a page can come out different from how it went in.
+  /// Whether any effect can change a page.
   bool any() const;
-  /// Whether it can matter where in the job a page stands.
+  /// Whether the result can depend on a page's number in the job.
   bool dependOnPlace() const;
 };
 
 bool operator==(const Effects& a, const Effects& b);
 inline bool operator!=(const Effects& a, const Effects& b) { return !(a == b); }
 
-/// Reads the effects from the properties of a ticket, by property name. A property that is absent or holds anything
-/// but its own word for "on" is off; names that are not effects are passed over.
+/// Reads the effects from a ticket's properties by name. A property that is missing or does not have its "on" value is
+/// off; unknown names are ignored.
 Effects effectsFromProperties(const std::map<std::string, std::string>& properties);
 
 }  // namespace Press

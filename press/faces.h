@@ -13,31 +13,31 @@
 
 namespace Press {
 
-/// An installed face, ready to shape text. Lengths are in the face's own units.
+/// An installed font face for shaping. Lengths are in font units.
 struct Face {
   std::unique_ptr<hb_font_t, decltype(&hb_font_destroy)> font{nullptr, hb_font_destroy};
-  std::string name;  ///< Of its family.
+  std::string name;  ///< The family name.
   double unitsToEm = 1000;
-  bool isToBeThickened = false;  ///< Bold was asked for, and the face has none.
+  bool isToBeThickened = false;  ///< Bold was requested, but the face has no bold design.
 
   bool has(char32_t character) const;
 };
 
-/// A letter with the accents and joiners that belong to it, which come from one face.
+/// A base letter with its accents and joiners, which must come from one face.
 struct Cluster {
   std::size_t begin = 0, end = 0;
 };
 
-/// The faces that one text is printed in: the one that was asked for, or the nearest to it, and behind it those that
-/// have the letters which it lacks. Faces of colours and pixels are passed over; they have no outlines.
+/// The faces of one text: the requested or nearest face, and fallback faces for its missing letters. Bitmap and colour
+/// faces are skipped, since they have no outlines.
 class Faces {
  public:
-  /// Takes what `watermark` asks for. Throws `Error` when no face is installed.
+  /// Selects faces for `watermark`. Throws `Error` when no face is installed.
   Faces(const Watermark& watermark, const std::u32string& text);
 
-  /// For each character of the text the face that prints it.
+  /// The face of each character of the text.
   const std::vector<const Face*>& ofCharacters() const { return chosen; }
-  /// Sentences on what is missing.
+  /// Sentences about missing faces and letters.
   const std::vector<std::string>& notes() const { return sentences; }
 
  private:

@@ -11,16 +11,16 @@ namespace Press {
 
 namespace {
 
-// As readers draw fields, to the size of the text.
+// Metrics that PDF readers use for fields, relative to the text size.
 constexpr double capitals = 0.7;        ///< Height of a capital.
 constexpr double firstBaseline = 0.95;  ///< Below the upper edge.
 constexpr double leading = 1.15;
 constexpr double wordSpace = 0.28;
-constexpr double ofHeight = 0.67;  ///< The size, to a field's height.
+constexpr double ofHeight = 0.67;  ///< Text size relative to the field's height.
 constexpr double flowingSize = 12;
 constexpr double smallestSize = 4;
 
-/// What is written, at a size that can be tried out. Each piece is shaped once.
+/// Text to be written at any size. Shapes each piece once.
 class Writing {
  public:
   explicit Writing(const FieldText& text) {
@@ -35,7 +35,7 @@ class Writing {
     return drawn.empty() ? 0 : drawn.bounds.x1 * size / shapedSize;
   }
 
-  /// Content that draws it from this place on along the baseline.
+  /// Content that draws the piece at this position on the baseline.
   std::string drawn(const std::string& piece, double x, double y) {
     const Outlines& shapes = outlines(piece);
     if (shapes.empty()) return {};
@@ -44,7 +44,7 @@ class Writing {
            "Q\n";
   }
 
-  /// The lines of the text, those broken that are wider. A word that is wider by itself has a line to itself.
+  /// The lines of the text, wrapped to `width`. A word that is too wide gets its own line.
   std::vector<std::string> linesWithin(double width, const FieldText& text) {
     std::vector<std::string> lines;
     for (const std::string& line : text.lines) {
@@ -114,7 +114,7 @@ std::string inCells(Writing& writing, const FieldText& text, const Box& room, do
   return drawn;
 }
 
-/// Gives text that has no size of its own one at which all of it fits.
+/// Chooses a size for text without one, so that all of it fits.
 void fit(Writing& writing, const FieldText& text, const Box& room) {
   const double width = room.x1 - room.x0, height = room.y1 - room.y0;
   if (text.flows) {

@@ -7,29 +7,29 @@
 
 namespace Press {
 
-/// What is written in a form field, and how.
+/// The content and style of a form field.
 struct FieldText {
   std::vector<std::string> lines;  ///< UTF-8.
   std::string face = "Helvetica";
   bool isBold = false;
   bool isItalic = false;
-  double size = 0;     ///< Points; 0 makes it fit the field.
-  std::string colour;  ///< Content that sets the colour to fill with; empty is black.
-  int alignment = 0;   ///< 0 to the left, 1 in the middle, 2 to the right.
-  bool flows = false;  ///< From the top downwards, lines that are too long being broken.
-  int cells = 0;       ///< As many boxes of the same width take a letter each; 0 without.
+  double size = 0;     ///< Points; 0 fits the text into the field.
+  std::string colour;  ///< Content that sets the fill colour; empty for black.
+  int alignment = 0;   ///< 0 left, 1 centre, 2 right.
+  bool flows = false;  ///< Multi-line: starts at the top and wraps long lines.
+  int cells = 0;       ///< The number of equal cells with one letter each; 0 for none.
 };
 
 /// The field's rectangle.
 struct FieldFrame {
   double width = 0, height = 0;
-  std::string background;  ///< Content that sets the colour to fill with; empty leaves it bare.
-  std::string border;      ///< Content that sets the colour of its border; empty draws none.
+  std::string background;  ///< Content that sets the fill colour; empty for no background.
+  std::string border;      ///< Content that sets the border colour; empty for no border.
   double borderWidth = 1;
 };
 
-/// The field as a form, from 0, 0 to its width and height. The text is drawn as shapes, so that it can be of any
-/// script.
+/// Draws the field as a form XObject from (0, 0) to its width and height. Text is drawn as outlines, to support all
+/// scripts.
 QPDFObjectHandle fieldLook(PageContent& content, const FieldFrame& frame, const FieldText& text);
 
 }  // namespace Press

@@ -14,7 +14,7 @@ namespace Press {
 
 namespace {
 
-// What is more is left to the reader.
+// Limits; fields beyond them are left to the reader.
 constexpr int mostFields = 5'000;
 constexpr std::size_t mostCharacters = 2'000;
 constexpr std::size_t mostCharactersOfAll = 100'000;
@@ -35,7 +35,7 @@ std::vector<std::string> linesOf(const std::string& text) {
   return lines;
 }
 
-/// What a choice is called, of which the field has this value.
+/// The display name of a choice, given its export value.
 std::string nameOfChoice(QPDFObjectHandle options, const std::string& value) {
   if (!options.isArray()) return value;
   for (QPDFObjectHandle option : options.getArrayAsVector()) {
@@ -64,7 +64,7 @@ std::vector<std::string> writtenIn(QPDFFormFieldObjectHelper& field) {
   return lines;
 }
 
-/// Reads the operands and operators that a field's text is to be written with.
+/// Parses the operands and operators of a default appearance string.
 void readManner(const std::string& manner, FieldText& text, std::string& font) {
   std::istringstream words(manner);
   std::vector<std::string> operands;
@@ -90,7 +90,7 @@ void readManner(const std::string& manner, FieldText& text, std::string& font) {
   text.size = std::clamp(text.size, 0.0, 1000.0);
 }
 
-/// The face of a font, by the name of its file's face: "ABCDEF+Arial-BoldItalicMT".
+/// Parses a font's PostScript name: "ABCDEF+Arial-BoldItalicMT".
 void readFace(const std::string& font, FieldText& text) {
   std::string name = font.substr(std::min(font.find_first_not_of('/'), font.size()));
   if (name.size() > 7 && name[6] == '+') name.erase(0, 7);
@@ -127,7 +127,7 @@ FieldText textOf(QPDFFormFieldObjectHelper& field) {
   return text;
 }
 
-/// Content that sets a colour of an annotation; empty for none. The operators are those for one part, three and four.
+/// Content that sets a colour of an annotation; empty for none. The operators are for one, three and four components.
 std::string colourFrom(QPDFObjectHandle colour, const char* grey, const char* rgb, const char* cmyk) {
   if (!colour.isArray()) return {};
   std::string content;
@@ -161,14 +161,14 @@ void draw(PageContent& content, QPDFObjectHandle annotation, const FieldText& te
   annotation.replaceKey("/AP", QPDFObjectHandle::newDictionary({{"/N", look}}));
 }
 
-/// Has a box show the state that its field says it has.
+/// Selects a button's appearance state by the value of its field.
 void showState(QPDFObjectHandle annotation, QPDFObjectHandle value) {
   if (!value.isName()) return;
   const bool isOn = annotation.getKeyIfDict("/AP").getKeyIfDict("/N").hasKey(value.getName());
   annotation.replaceKey("/AS", isOn ? value : QPDFObjectHandle::newName("/Off"));
 }
 
-/// Draws fields until there are too many of them.
+/// Draws fields up to the limits.
 class Fields {
  public:
   Fields(QPDF& pdf, bool redrawsAll) : content(pdf), isForAll(redrawsAll) {}

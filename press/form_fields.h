@@ -4,8 +4,8 @@
 
 namespace Press {
 
-/// Gives form fields that print the look that the document leaves to the reader to give them, from their values: all
-/// fields where it asks for that, otherwise those that have none. Fields beyond a few thousand stay as they are.
+/// Generates appearances from the values of printable form fields: for all fields if the document has /NeedAppearances,
+/// otherwise for fields without one. Fields beyond a few thousand are left unchanged.
 void drawWaitingFields(Document& document);
 
 }  // namespace Press

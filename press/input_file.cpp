@@ -21,11 +21,11 @@ InputFile::InputFile(const std::filesystem::path& path)
   size = file.tellg();
 }
 
-/// What is kept of the file from the current place on; nothing at the file's end.
+/// The cached bytes from the current position on; empty at the end of the file.
 std::string_view InputFile::kept() {
   if (position >= size) return {};
   if (position < pieceStart || position >= pieceStart + static_cast<qpdf_offset_t>(piece.size())) {
-    pieceStart = position - position % (pieceSize / 2);  // What is read next often lies a little before.
+    pieceStart = position - position % (pieceSize / 2);  // The next read is often slightly before this one.
     piece.resize(static_cast<std::size_t>(std::min(pieceSize, size - pieceStart)));
     file.seekg(pieceStart);
     if (!file.read(piece.data(), static_cast<std::streamsize>(piece.size())))

@@ -9,8 +9,8 @@
 
 namespace Press {
 
-/// A file for the library, which reads a few bytes here and a few there, dozens of times for each object. The piece of
-/// the file around the last place is kept, so that most of that does not go to the system.
+/// An input source that caches the part of the file around the last position, since the library reads a few bytes at a
+/// time, dozens of times per object.
 class InputFile : public InputSource {
  public:
   explicit InputFile(const std::filesystem::path& path);

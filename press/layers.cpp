@@ -26,7 +26,7 @@ std::set<QPDFObjGen> namedIn(QPDFObjectHandle list) {
   return named;
 }
 
-/// What a document says of its layers by itself, without a reader's wishes.
+/// A document's default layer visibility, ignoring the viewer's settings.
 class LayerStates {
  public:
   explicit LayerStates(QPDFObjectHandle configuration)
@@ -63,7 +63,7 @@ void takeLayers(QPDF& from, QPDF& to) {
     if (isNestedTooDeeply(layer)) throw std::runtime_error("its layers are nested too deeply");
     QPDFObjectHandle copy = to.copyForeignObject(layer);
     append(ours, "/OCGs", copy);
-    // Some readers know a layer by its entries, and take two of one name for the same.
+    // Some readers identify layers by their entries, and merge layers with equal names.
     copy.replaceKey("/KilnLayer", QPDFObjectHandle::newInteger(ours.getKey("/OCGs").getArrayNItems()));
     append(configuration, states.isSeen(layer) ? "/ON" : "/OFF", copy);
   }

@@ -5,47 +5,46 @@
 
 namespace Press {
 
-/// Takes a point to (a x + c y + e, b x + d y + f), as `cm` in PDF content does.
+/// An affine transformation of (x, y) to (a x + c y + e, b x + d y + f), like `cm` in PDF content.
 struct Matrix {
   double a = 1, b = 0, c = 0, d = 1, e = 0, f = 0;
 };
 
-/// First `first`, then `second`.
+/// Applies `first`, then `second`.
 Matrix operator*(const Matrix& first, const Matrix& second);
 
-/// What undoes the matrix, which must not flatten anything.
+/// The inverse of a non-singular matrix.
 Matrix inverse(const Matrix& matrix);
 
-/// The operator that puts the matrix in force, without a line end.
+/// The `cm` operator with its operands, without a line break.
 std::string concatenation(const Matrix& matrix);
 
-/// The rectangle around a rectangle that a matrix has moved.
+/// The bounding box of the transformed rectangle.
 Box moved(const Box& box, const Matrix& matrix);
 
-/// A page as marks are placed on it.
+/// The geometry of a page for placing marks.
 struct PageFrame {
-  Box visible;      ///< What is seen of the page, in its own units.
-  int turn = 0;     ///< Degrees clockwise by which the page is turned to be seen: 0, 90, 180 or 270.
-  double unit = 1;  ///< Points to a unit of the page.
+  Box visible;      ///< The visible area, in the page's units.
+  int turn = 0;     ///< The page's rotation for display, in degrees clockwise: 0, 90, 180 or 270.
+  double unit = 1;  ///< Points per unit of the page.
 };
 
-/// The size of the page as it is seen, in points from (0, 0).
+/// The size of the displayed page, in points from (0, 0).
 Box seenBox(const PageFrame& page);
 
-/// From the page as it is seen, in points from its bottom left corner, to the page's own units.
+/// Maps the displayed page, in points from its bottom left corner, to the page's units.
 Matrix fromSeen(const PageFrame& page);
 
-/// What makes a page, as it is seen, as large as fits into a box, in its middle: from the page's own units to the
-/// box's.
+/// Scales and centres a displayed page into a box: from the page's units to the box's.
 Matrix fitInto(const Box& box, const PageFrame& page);
 
-/// Where a mark with these bounds (`Outlines::bounds`) goes: from its own points to the page's own units. The one rule
-/// for the printed page, its picture and the editor's preview: the middle of the mark's bounds is the point that it
-/// turns about; at an edge, its turned bounds keep `markMargin` from that edge.
+/// Places a mark with these bounds (`Outlines::bounds`): maps its points to the page's units. Used for the printed
+/// page, its picture and the editor's preview. The mark rotates about the centre of its bounds; at an edge, its rotated
+/// bounds keep a distance of `markMargin`.
 Matrix placeMark(const PageFrame& page, const Box& bounds, const Watermark& watermark);
 
-/// How far marks stay away from the edges, in points: a quarter of an inch, which most printers leave bare; on tiny
-/// pages a twentieth of the shorter side.
+/// The distance of marks from the edges, in points: a quarter of an inch, which is the unprintable margin of most
+/// printers; on tiny pages a twentieth of the shorter side.
 double markMargin(const PageFrame& page);
 
 }  // namespace Press

@@ -18,13 +18,13 @@ namespace Press {
 
 namespace {
 
-/// Whether something is drawn at this turn that is wanted once a sheet or, `onEachPage`, on each of its pages.
+/// Whether to draw at this turn a mark wanted once per sheet or, with `onEachPage`, on each of its pages.
 bool isTimeFor(const Turn& turn, bool onEachPage) {
   return turn.kind == Turn::Kind::page || (turn.kind == Turn::Kind::pageOnSheet) == onEachPage;
 }
 
 fs::file_time_type timeOf(const fs::path& file) {
-  std::error_code ignored;  // What cannot be asked cannot be opened either.
+  std::error_code ignored;  // A file without a time cannot be opened either.
   return fs::last_write_time(file, ignored);
 }
 
@@ -71,7 +71,7 @@ void Marks::prepareOverlays() {
   }
 }
 
-/// The file's first page, brought into the job. A file that has changed since it was opened is opened anew.
+/// Copies the file's first page into the job. Reopens a file that has changed.
 const Marks::Source& Marks::open(const fs::path& file) {
   const auto known = sources.find(file);
   if (known != sources.end() && isCurrent(*known)) return known->second;
@@ -120,7 +120,7 @@ std::string Marks::draw(bool isOver, const PageFrame& page, const Turn& turn, QP
   return content;
 }
 
-/// Content that draws a form. A page that has forms of its own has this one added to them, the others share one list.
+/// Content that draws a form. Adds it to the page's own /XObject dictionary; pages without one share one.
 std::string Marks::call(Form& form, const Matrix& matrix, QPDFObjectHandle resources) {
   QPDFObjectHandle forms = resources.getKey("/XObject");
   if (!forms.isDictionary()) {

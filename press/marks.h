@@ -12,42 +12,42 @@
 
 namespace Press {
 
-/// A page or a sheet among those that are printed.
+/// A page or sheet of the printed job.
 struct Turn {
   enum class Kind { page, pageOnSheet, sheet };
   Kind kind = Kind::page;
   int number = 1;  ///< From 1.
 };
 
-/// The watermark and the overlays of a job: each is stored once in the document, and drawn from each page by a line of
-/// content.
+/// The watermark and overlays of a job. Each is stored once in the document and drawn by a line of content on each
+/// page.
 class Marks {
  public:
-  /// The document must outlive this object, and this object the writing of the document.
+  /// The document must outlive this object, and this object must exist until the document is written.
   explicit Marks(QPDF& document);
 
-  /// Makes ready what these effects draw. Throws `Error` for a mark that cannot be printed, naming its file.
+  /// Prepares the marks of these effects. Throws `Error` with the file's name for a mark that cannot be printed.
   void prepare(const Effects& effects);
 
-  /// The content that draws what lies under or over the page's content, with line ends; empty when nothing does. Forms
-  /// that it names are added to `resources`.
+  /// Content to draw below or above the page's content, with line breaks; empty for none. Adds the forms it uses to
+  /// `resources`.
   std::string under(const PageFrame& page, const Turn& turn, QPDFObjectHandle resources);
   std::string over(const PageFrame& page, const Turn& turn, QPDFObjectHandle resources);
 
-  /// Whether there is a watermark of which anything is seen.
+  /// Whether there is a visible watermark.
   bool drawsWatermark() const { return watermark.object.isInitialized(); }
-  /// Sentences on what is printed otherwise than asked.
+  /// Sentences about deviations from the requested effects.
   const std::vector<std::string>& notes() const { return sentences; }
-  /// The first version of PDF that has all that is drawn; empty where nothing asks for one.
+  /// The minimum PDF version that the marks need; empty for any.
   const std::string& pdfVersion() const { return version; }
 
  private:
   struct Form {
     QPDFObjectHandle object;
-    std::string name;  ///< In resources.
+    std::string name;  ///< In the resources.
   };
   struct Source {
-    std::filesystem::file_time_type time;  ///< When the file was last changed before it was opened.
+    std::filesystem::file_time_type time;  ///< The file's last change before it was opened.
     Document document;
     PageFrame frame;
     QPDFObjectHandle form;  ///< In the job.
@@ -68,9 +68,9 @@ class Marks {
   Effects effects;
   Form watermark;
   Box watermarkBounds;
-  std::vector<PreparedOverlay> overlays;  ///< As in `effects`.
+  std::vector<PreparedOverlay> overlays;  ///< In the order of `effects`.
   std::map<std::filesystem::path, Source> sources;
-  QPDFObjectHandle allForms;  ///< The forms of pages that have no others.
+  QPDFObjectHandle allForms;  ///< The shared /XObject dictionary of pages without one of their own.
   std::vector<std::string> sentences;
   std::string version;
   bool isReady = false;

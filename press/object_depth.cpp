@@ -20,7 +20,7 @@ std::vector<QPDFObjectHandle> partsOf(QPDFObjectHandle object) {
 
 }  // namespace
 
-// Goes the library's way, without its recursion: in the same order, and to each object that others refer to once.
+// Traverses objects like the library, but iteratively: in the same order, each shared object once.
 bool isNestedTooDeeply(const QPDFObjectHandle& object) {
   struct Level {
     std::vector<QPDFObjectHandle> parts;
@@ -36,7 +36,7 @@ bool isNestedTooDeeply(const QPDFObjectHandle& object) {
     }
     QPDFObjectHandle part = level.parts[level.next++];
     if (part.isIndirect() && !seen.insert(part.getObjGen()).second) continue;
-    if (part.isPagesObject() || part.isPageObject()) continue;  // Not copied along.
+    if (part.isPagesObject() || part.isPageObject()) continue;  // Not copied by the library.
     std::vector<QPDFObjectHandle> parts = partsOf(part);
     if (parts.empty()) continue;
     if (levels.size() == deepest) return true;

@@ -4,8 +4,7 @@
 
 namespace Press {
 
-/// Whether following an object to all that it refers to leads deeper than the library can go when it copies the object
-/// into another document.
+/// Whether copying the object into another document would exceed the library's recursion depth.
 bool isNestedTooDeeply(const QPDFObjectHandle& object);
 
 }  // namespace Press

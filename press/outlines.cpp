@@ -17,11 +17,11 @@ namespace Press {
 namespace {
 
 constexpr std::size_t mostCharacters = 1000;
-constexpr double outlineOfSize = 1.0 / 48;     ///< Width of the edge's line to the text's size.
-constexpr double thickeningOfSize = 1.0 / 36;  ///< The same for a bold that the face does not have.
-constexpr double touchingOfSize = 1.0 / 1000;  ///< Letters are designed to meet in a grid as fine as this.
+constexpr double outlineOfSize = 1.0 / 48;     ///< Stroke width relative to the text size.
+constexpr double thickeningOfSize = 1.0 / 36;  ///< Stroke width of synthetic bold, relative to the text size.
+constexpr double touchingOfSize = 1.0 / 1000;  ///< The tolerance for adjacent letters, relative to the text size.
 
-/// One line: what would break it becomes a space.
+/// A single line: replaces line breaks by spaces.
 std::u32string lineOf(const std::string& utf8) {
   std::u32string text = charactersOf(utf8);
   if (text.size() > mostCharacters)
@@ -35,7 +35,7 @@ std::u32string lineOf(const std::string& utf8) {
   return text;
 }
 
-/// Takes a glyph's shape and appends it where the pen stands.
+/// Appends a glyph's outline at the pen position.
 struct Pen {
   Path& path;
   Point origin;
@@ -56,8 +56,7 @@ void line(hb_draw_funcs_t*, void* pen, hb_draw_state_t*, float x, float y, void*
   to.path.push_back({PathStep::Kind::line, {to.at(x, y), {}, {}}});
 }
 
-// Curves with one point that steers arrive as curves with two: that is what the library does with those for which it
-// has no function.
+// Only cubic curves: the library converts quadratic ones, for which no function is set.
 void curve(hb_draw_funcs_t*, void* pen, hb_draw_state_t*, float x1, float y1, float x2, float y2, float x, float y,
            void*) {
   const Pen& to = *static_cast<Pen*>(pen);
@@ -79,7 +78,7 @@ DrawFunctions drawFunctions() {
   return functions;
 }
 
-/// The empty box that stands for a letter which no face has; as wide as an ordinary letter.
+/// The empty box for a letter that no face has, of average width.
 double drawMissing(Path& path, const Point& origin, double size) {
   const auto ring = [&](double inset, bool isInner) {
     const double left = origin.x + 0.06 * size + inset, right = origin.x + 0.54 * size - inset;
@@ -95,11 +94,11 @@ double drawMissing(Path& path, const Point& origin, double size) {
   return 0.6 * size;
 }
 
-/// Shapes a run, appends its letters and moves the pen past it.
+/// Shapes a run, appends its letters, and advances the pen.
 void drawRun(const std::u32string& text, const TextRun& run, double size, hb_draw_funcs_t* functions,
              std::vector<Path>& letters, Point& pen) {
   const std::unique_ptr<hb_buffer_t, decltype(&hb_buffer_destroy)> buffer(hb_buffer_create(), hb_buffer_destroy);
-  // The whole text, so that letters at the run's ends join what lies beyond them.
+  // Pass the whole text as context, so that letters at the run's ends join their neighbours.
   hb_buffer_add_utf32(buffer.get(), reinterpret_cast<const std::uint32_t*>(text.data()), static_cast<int>(text.size()),
                       static_cast<unsigned>(run.begin), static_cast<int>(run.end - run.begin));
   hb_buffer_set_direction(buffer.get(), run.direction);
@@ -132,7 +131,7 @@ Path joined(const std::vector<Path>& letters) {
   return path;
 }
 
-/// The smallest and largest coordinate that a path reaches in one direction.
+/// The range of coordinates that a path covers in one direction.
 class Reach {
  public:
   void include(double value) {
@@ -140,10 +139,10 @@ class Reach {
     high = std::max(high, value);
   }
 
-  /// A curve's own extremes; its steering points lie further out.
+  /// Includes a curve's extrema; its control points lie further out.
   void includeCurve(double p0, double p1, double p2, double p3) {
     include(p3);
-    // Where the derivative, a t^2 + b t + c, is zero.
+    // Zeros of the derivative a t^2 + b t + c.
     const double a = p3 - 3 * p2 + 3 * p1 - p0, b = 2 * (p2 - 2 * p1 + p0), c = p1 - p0;
     const auto includeAt = [&](double t) {
       if (!(t > 0 && t < 1)) return;

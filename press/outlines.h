@@ -8,8 +8,7 @@
 
 namespace Press {
 
-/// One step of a path. Points are used from the front: one by `move` and `line`, three by `curve` (two that steer, and
-/// where it ends), none by `close`.
+/// A step of a path. `move` and `line` use one point, `curve` three (two control points and the end), `close` none.
 struct PathStep {
   enum class Kind { move, line, curve, close };
   Kind kind = Kind::close;
@@ -17,25 +16,24 @@ struct PathStep {
 };
 using Path = std::vector<PathStep>;
 
-/// Letters that are drawn alike: what their path encloses (by the nonzero rule), a line along it, or both.
+/// Letters with the same style: a filled path (nonzero rule), a stroked one, or both.
 struct OutlinePart {
   Path path;
   bool isFilled = true;
-  double lineWidth = 0;  ///< Points, with round corners; 0 draws no line.
+  double lineWidth = 0;  ///< Points, with round joins; 0 for no stroke.
 };
 
-/// A text as shapes. In points at the text's own size, y upwards, the baseline along y = 0 from x = 0.
+/// Text as outlines: in points at the text's size, y upwards, with the baseline on y = 0 from x = 0.
 struct Outlines {
   std::vector<OutlinePart> parts;
-  Box bounds;  ///< Of all that is drawn, lines included. Empty when nothing is seen.
-  std::vector<std::string>
-      notes;  ///< Sentences on what had to be printed otherwise than asked: faces that are missing.
+  Box bounds;                      ///< Of everything drawn, including strokes. Empty when nothing is visible.
+  std::vector<std::string> notes;  ///< Sentences about missing faces.
 
   bool empty() const { return parts.empty(); }
 };
 
-/// Shapes the watermark's text in its face, style and size; letters that the face lacks come from other installed
-/// faces. Colour, transparency and place are left to who draws it. Throws `Error` when the text cannot be drawn at all.
+/// Shapes the watermark's text in its face, style and size, with other installed faces for missing letters. The caller
+/// applies colour, transparency and position. Throws `Error` when the text cannot be drawn.
 Outlines outlinesOf(const Watermark& watermark);
 
 }  // namespace Press

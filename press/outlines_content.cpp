@@ -4,7 +4,7 @@ namespace Press {
 
 namespace {
 
-/// A thousandth of a point is beyond what any printer shows.
+/// A thousandth of a point is finer than any printer's resolution.
 constexpr int decimals = 3;
 
 void append(std::string& content, const Path& path) {

@@ -6,7 +6,7 @@
 
 namespace Press {
 
-/// Content that draws outlines in the colours that are set, filled and along their lines.
+/// Content that fills and strokes outlines in the current colours.
 std::string contentOf(const Outlines& outlines);
 
 }  // namespace Press

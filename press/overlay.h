@@ -9,7 +9,7 @@
 
 namespace Press {
 
-/// A form that is printed on pages: the first page of a PDF file.
+/// A form to print on pages: the first page of a PDF file.
 struct Overlay {
   std::filesystem::path file;
   PageRule pages;
@@ -17,9 +17,8 @@ struct Overlay {
   friend bool operator==(const Overlay& a, const Overlay& b) { return a.file == b.file && a.pages == b.pages; }
 };
 
-/// Reads the overlays from the properties of a ticket, by property name, the lowest first. `OverlayImage` says whether
-/// `OverlaySourceFileName` is one file or several as "file;pages$file;pages$". Throws `Error` when that value cannot be
-/// understood.
+/// Reads the overlays from a ticket's properties by name, from bottom to top. `OverlayImage` tells whether
+/// `OverlaySourceFileName` is one file or a list "file;pages$file;pages$". Throws `Error` for an invalid value.
 std::vector<Overlay> overlaysFromProperties(const std::map<std::string, std::string>& properties);
 
 }  // namespace Press

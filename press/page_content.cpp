@@ -19,7 +19,7 @@ constexpr std::size_t mostToScan = 512 * mebibyte;
 constexpr std::size_t mostToJoin = 256 * mebibyte;
 constexpr int mostParts = 4'000'000;
 
-/// Collects decoded data and breaks off where there is too much of it.
+/// Collects decoded data up to a limit.
 class Collector : public Pipeline {
  public:
   Collector(std::string& collected, std::size_t most)
@@ -95,7 +95,7 @@ bool PageContent::standsAlone(const Streams& streams) {
   return known->second;
 }
 
-/// How much of the content came out of it.
+/// Returns how much of the content could be decoded.
 PageContent::Decoded PageContent::decode(const Streams& streams, std::string& content) {
   content.clear();
   Decoded result = Decoded::whole;
@@ -106,14 +106,13 @@ PageContent::Decoded PageContent::decode(const Streams& streams, std::string& co
     if (!isKnown || collector.hadTooMuch()) result = Decoded::none;
     if (result == Decoded::none) break;
     if (!isSound) result = Decoded::untilItIsDamaged;
-    content += '\n';  // The end of a stream ends a word.
+    content += '\n';  // A stream ends a token.
   }
   bytesToScan -= std::min(bytesToScan, content.size());
   return result;
 }
 
-/// The bytes of a single stream as they are, several streams joined, as far as they are sound. Null when they cannot be
-/// joined.
+/// A single stream unchanged, or several streams joined, up to any damage. Null when they cannot be joined.
 QPDFObjectHandle PageContent::inOneStream(const Streams& streams) {
   if (streams.size() == 1) {
     QPDFObjectHandle single = streams.front();

@@ -12,8 +12,8 @@ namespace Press {
 
 using Streams = std::vector<QPDFObjectHandle>;
 
-/// Reads and adds page content, within bounds on what a document may cost: a few kilobytes can describe terabytes of
-/// content. What goes beyond them is still printed, by means that need not look into it, or refused with an exception.
+/// Reads and adds page content within limits, since a few kilobytes can decompress to terabytes. Content beyond the
+/// limits is printed without being parsed, or rejected with an exception.
 class PageContent {
  public:
   /// The document must outlive this object.
@@ -21,20 +21,20 @@ class PageContent {
 
   Streams streamsOf(QPDFObjectHandle page);
 
-  /// Whether other content may be put before and after this content: it leaves everything as it found it.
+  /// Whether other content may precede and follow this content (see content_scan.h).
   bool standsAlone(const Streams& streams);
 
-  /// The page's content as a form of its own, which nothing in it can get out of; `box` cuts it. Null when the content
-  /// cannot be put into one.
+  /// The page's content as a form clipped to `box`, which isolates its graphics state. Null when it cannot be
+  /// converted.
   QPDFObjectHandle asForm(const Box& box, const Streams& streams, QPDFObjectHandle resources);
 
-  /// A form of new content.
+  /// A form with new content.
   QPDFObjectHandle newForm(const Box& box, const std::string& content, QPDFObjectHandle resources);
 
-  /// A stream with this content, the same one each time.
+  /// A stream with this content; equal content shares one stream.
   QPDFObjectHandle shared(const std::string& content);
 
-  /// Counts towards the parts that pages may consist of.
+  /// Counts against the limit of page parts; throws when it is exceeded.
   void countParts(int parts);
 
  private:
@@ -46,13 +46,13 @@ class PageContent {
   QPDF& pdf;
   std::unordered_map<std::string, QPDFObjectHandle> streamsByContent;
   std::map<QPDFObjGen, bool> standAloneByStream;
-  std::string scratch;  ///< Decoded content; a member so that its memory serves page after page.
+  std::string scratch;  ///< Decoded content; a member to reuse its memory.
   std::size_t bytesToScan;
   std::size_t bytesToJoin;
   int partsLeft;
 };
 
-/// A dictionary inside another one, made when it is not there.
+/// A dictionary inside another one, created when missing.
 QPDFObjectHandle dictionaryIn(QPDFObjectHandle parent, const std::string& key);
 
 }  // namespace Press

@@ -6,8 +6,7 @@ namespace Press {
 
 namespace {
 
-/// The appearance that an annotation is printed with, or null. It is a stream of its own so that it can carry the
-/// annotation's layer.
+/// The appearance to print an annotation with, or null. A separate stream, so that it can carry the annotation's layer.
 QPDFObjectHandle printedAppearance(QPDFAnnotationObjectHelper& annotation) {
   QPDFObjectHandle appearance = annotation.getAppearanceStream("/N");
   if (!appearance.isStream()) return QPDFObjectHandle::newNull();
@@ -20,7 +19,7 @@ QPDFObjectHandle printedAppearance(QPDFAnnotationObjectHelper& annotation) {
   return appearance;
 }
 
-/// Links and pop-ups have nothing to print, nor have fields that are not filled in.
+/// Excludes links, pop-ups and empty fields, which do not print.
 bool printsWithoutLook(QPDFObjectHandle annotation) {
   QPDFObjectHandle flags = annotation.getKeyIfDict("/F");
   if (!flags.isInteger() || (flags.getIntValueAsInt() & (an_print | an_hidden)) != an_print) return false;
@@ -29,7 +28,7 @@ bool printsWithoutLook(QPDFObjectHandle annotation) {
   return true;
 }
 
-/// The group that the page is blended in, which the form must blend in, too.
+/// Copies the page's transparency group to the form.
 void keepGroup(QPDFObjectHandle page, QPDFObjectHandle form) {
   QPDFObjectHandle group = page.getKey("/Group");
   if (group.isDictionary()) form.getDict().replaceKey("/Group", group);

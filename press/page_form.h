@@ -4,19 +4,19 @@
 
 namespace Press {
 
-/// The annotations of a page that print, as content of the page.
+/// Draws the printable annotations of a page as page content.
 class Annotations {
  public:
   explicit Annotations(PageContent& pageContent) : content(pageContent) {}
 
-  /// Content that draws what the page's annotations print, as the page's content sees them; their appearances are added
-  /// to `resources`. Empty when there are none. The annotations themselves are left as they are.
+  /// Content that draws the page's printable annotations in the page's coordinates; adds their appearances to
+  /// `resources`. Empty when there are none. Leaves the annotations unchanged.
   std::string draw(QPDFObjectHandle page, const PageShape& shape, QPDFObjectHandle resources);
 
-  /// Whether an annotation says itself how it looks. The others, links among them, are not drawn here: readers show
-  /// them as they will.
+  /// Whether an annotation has an appearance. Others, such as links, are not drawn here; their rendering is up to the
+  /// reader.
   static bool hasLook(QPDFObjectHandle annotation);
-  /// Whether there was one that prints without saying how it looks.
+  /// Whether a printable annotation without an appearance was found.
   bool metOneWithoutLook() const { return metWithoutLook; }
 
  private:
@@ -25,8 +25,8 @@ class Annotations {
   bool metWithoutLook = false;
 };
 
-/// A whole page as a form: its content and its annotations, cut to what is visible, in the page's own units. Null when
-/// its content cannot be put into a form.
+/// A page as a form: its content and annotations, clipped to the visible area, in the page's units. Null when its
+/// content cannot be converted.
 QPDFObjectHandle pageAsForm(PageContent& content, Annotations& annotations, const PageEntry& entry,
                             const PageShape& shape);
 

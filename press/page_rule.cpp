@@ -19,7 +19,7 @@ std::string_view trimmed(std::string_view text) {
   return text;
 }
 
-/// A page number; one beyond all jobs is as good as the largest.
+/// A page number, clamped to the maximum.
 std::optional<int> pageIn(std::string_view text) {
   text = trimmed(text);
   int page = 0;

@@ -7,14 +7,14 @@
 
 namespace Press {
 
-/// Which pages of a job something is printed on, as print dialogs write it: "All", "Even", "Odd", or page numbers and
-/// ranges with commas between them. "5-" goes on to the last page, "-5" begins at the first, "9-5" is "5-9"; pages that
-/// the job does not have count for nothing, and naming a page twice is naming it. Pages count from 1.
+/// The pages of a job that something is printed on, in the syntax of print dialogs: "All", "Even", "Odd", or
+/// comma-separated page numbers and ranges. "5-" ends at the last page, "-5" starts at the first, "9-5" is "5-9"; pages
+/// that do not exist and duplicates are ignored. Pages count from 1.
 class PageRule {
  public:
   /// All pages.
   PageRule() = default;
-  /// Throws `Error` when the text is no such rule.
+  /// Throws `Error` for an invalid rule.
   explicit PageRule(std::string_view text);
 
   bool has(int page) const;
@@ -24,7 +24,7 @@ class PageRule {
   using Range = std::pair<int, int>;  ///< First and last page.
 
   Kind kind = Kind::all;
-  std::vector<Range> ranges;  ///< In order, apart from each other.
+  std::vector<Range> ranges;  ///< Sorted, without overlaps.
 
   friend bool operator==(const PageRule& a, const PageRule& b) { return a.kind == b.kind && a.ranges == b.ranges; }
 };

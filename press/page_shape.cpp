@@ -12,7 +12,7 @@ constexpr double pointsPerMillimetre = 72.0 / 25.4;
 constexpr Box letter{0, 0, 612, 792};
 
 std::optional<Box> boxFrom(QPDFObjectHandle object) {
-  constexpr double farthest = 1e7;  // 140 times what any reader takes; keeps sums and numbers in range.
+  constexpr double farthest = 1e7;  // 140 times the limit of PDF readers; keeps sums and numbers in range.
   if (!object.isInitialized() || !object.isRectangle()) return std::nullopt;
   const QPDFObjectHandle::Rectangle corners = object.getArrayAsRectangle();
   const Box box{corners.llx, corners.lly, corners.urx, corners.ury};
@@ -27,7 +27,7 @@ std::optional<Box> common(const Box& a, const Box& b) {
 }
 
 Box around(const Box& a, const Box& b) {
-  constexpr double margin = 1;  // Rasterisers round a page's edge outwards.
+  constexpr double margin = 1;  // Rasterisers round page edges outwards.
   return {std::min(a.x0, b.x0) - margin, std::min(a.y0, b.y0) - margin, std::max(a.x1, b.x1) + margin,
           std::max(a.y1, b.y1) + margin};
 }
@@ -73,7 +73,7 @@ bool isA3OrLedger(const PageShape& shape) {
 std::string placement(const PageShape& shape, const Effects& effects) {
   const bool halfTurn = effects.rotate180 || (effects.rotate180ForA3Ledger && isA3OrLedger(shape));
   const bool liesOnItsSide = shape.turn == 90 || shape.turn == 270;
-  // Half a turn flips both axes; the mirror flips the axis that runs left to right as the page is seen.
+  // Half a turn flips both axes; the mirror flips the displayed page's horizontal axis.
   const bool flipX = halfTurn != (effects.mirrorImage && !liesOnItsSide);
   const bool flipY = halfTurn != (effects.mirrorImage && liesOnItsSide);
   if (!flipX && !flipY) return {};

@@ -8,19 +8,19 @@
 
 namespace Press {
 
-/// How a page lies before the eye. What is visible is the part of the crop box that lies inside the media box.
+/// A page's geometry for display. The visible area is the crop box clipped to the media box.
 struct PageShape : PageFrame {
-  Box reach;  ///< Covers all that any reader shows of the page, with a margin; in the page's units.
+  Box reach;  ///< Covers everything that any reader shows of the page, with a margin; in the page's units.
 };
 
-/// Reads boxes and rotation as readers do: swapped corners are put right, and what makes no sense is taken as absent.
+/// Reads boxes and rotation tolerantly, like PDF readers: normalises swapped corners and ignores invalid values.
 PageShape shapeOf(const PageEntry& entry);
 
-/// Whether the page as seen is A3 (297 x 420 mm) or Ledger (11 x 17 in) paper, upright or on its side.
+/// Whether the displayed page is A3 (297 x 420 mm) or Ledger (11 x 17 in), in portrait or landscape.
 bool isA3OrLedger(const PageShape& shape);
 
-/// The operator that mirrors and turns a page within its visible box, with a line end, or nothing when the page stays
-/// as it lies.
+/// The `cm` operator that mirrors and rotates a page within its visible box, with a line break; empty when there is
+/// nothing to do.
 std::string placement(const PageShape& shape, const Effects& effects);
 
 }  // namespace Press

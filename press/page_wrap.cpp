@@ -8,8 +8,8 @@ namespace Press {
 
 namespace {
 
-/// The resources that the page's content sees. Adding a name that nothing uses yet changes no page, so resources that
-/// pages share are extended where they are.
+/// The resources of the page's content. Shared resources are extended in place, since adding an unused name affects no
+/// page.
 QPDFObjectHandle resourcesFor(const PageEntry& entry) {
   QPDFObjectHandle page = entry.page;
   QPDFObjectHandle resources = entry.resources;
@@ -17,11 +17,11 @@ QPDFObjectHandle resourcesFor(const PageEntry& entry) {
                                   : page.replaceKeyAndGetNew("/Resources", QPDFObjectHandle::newDictionary());
 }
 
-/// Whether the page may paint with patterns. They keep to the page whatever is put before the content, but move with a
-/// form that uses them.
+/// Whether the page may paint with patterns. These are anchored to the page, regardless of content before, but move
+/// with a form that uses them.
 bool hasPatterns(QPDFObjectHandle resources) { return resources.getKeyIfDict("/Pattern").isDictionary(); }
 
-/// Content that leaves everything as it found it; nothing when there is none.
+/// Content wrapped in q and Q; empty for empty content.
 std::string enclosed(const std::string& content) { return content.empty() ? content : "q\n" + content + "Q\n"; }
 
 }  // namespace
@@ -52,7 +52,7 @@ void PageWrap::apply(const PageEntry& entry, const Turn& turn) {
   std::string before = "q\n" + placed + under;
   std::string after = "\nQ\n" + enclosed(over.empty() ? over : placed + over);
   if (effects.negativeImage) {
-    // Paper has no colour of its own that could be turned into its opposite.
+    // Paint the paper white, since blank paper cannot be inverted.
     before.insert(0, "q 1 1 1 rg " + rectangle(shape.reach) + " f Q\n");
     after += negate(shape, resources);
     page.replaceKey("/Group", rgbGroup);
@@ -71,8 +71,7 @@ std::vector<std::string> PageWrap::notes() const {
   return {};
 }
 
-/// Puts the content into a form of its own, which nothing in it can get out of. Content that cannot be put there stays
-/// as it is.
+/// Moves the content into a form, which isolates its graphics state. Leaves content that cannot be converted unchanged.
 void PageWrap::enclose(const PageEntry& entry, const PageShape& shape, Streams& streams, QPDFObjectHandle& resources) {
   QPDFObjectHandle form = content.asForm(shape.reach, streams, resources);
   if (form.isNull()) return;
@@ -84,8 +83,8 @@ void PageWrap::enclose(const PageEntry& entry, const PageShape& shape, Streams& 
   streams = {content.shared("/KilnPage Do\n")};
 }
 
-/// Content that turns everything under it into its opposite. It relies on the page being a group in RGB, where the
-/// difference to white is the opposite of a colour whatever space the colour was given in.
+/// Content that inverts everything below it. Requires an RGB page group, in which the difference to white inverts
+/// colours of any colour space.
 std::string PageWrap::negate(const PageShape& shape, QPDFObjectHandle& resources) {
   if (!negativeState.isInitialized()) {
     rgbGroup = pdf.makeIndirectObject("<< /S /Transparency /CS /DeviceRGB /I true >>"_qpdf);

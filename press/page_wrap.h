@@ -13,25 +13,25 @@
 
 namespace Press {
 
-/// Puts effects around the content of a document's pages. The content itself stays as it is: each effect is content
-/// before and after it, and what is the same on many pages is stored once.
+/// Wraps effects around the content of a document's pages. The content itself is unchanged: each effect is content
+/// before and after it, shared between pages where possible.
 class PageWrap {
  public:
-  /// The document and the marks on it must outlive this object.
+  /// The document and its marks must outlive this object.
   PageWrap(QPDF& document, Marks& marks);
 
-  /// The effects that `apply` and `sheetOf` put on pages. Throws `Error` when a mark cannot be printed.
+  /// Sets the effects for `apply` and `sheetOf`. Throws `Error` when a mark cannot be printed.
   void prepare(const Effects& effects);
 
-  /// Changes the dictionary `entry.page` so that the page prints with the effects. Annotations that print become part
-  /// of the page; the annotations themselves are left as they are. Call once for a page.
+  /// Modifies the dictionary `entry.page` so that the page prints with the effects. Draws printable annotations as part
+  /// of the page, but leaves the annotations unchanged. Call once per page.
   void apply(const PageEntry& entry, const Turn& turn);
 
-  /// A new page, a sheet with these pages on it and all effects; the first of them is the job's page `firstNumber`. The
-  /// sheet has the size of its first page.
+  /// A new page: a sheet with these pages and all effects; the first one is the job's page `firstNumber`. The sheet has
+  /// the size of its first page.
   QPDFObjectHandle sheetOf(const std::vector<PageEntry>& pages, int firstNumber);
 
-  /// Sentences on what was not given the effects.
+  /// Sentences about content that could not get the effects.
   std::vector<std::string> notes() const;
 
  private:

@@ -7,12 +7,11 @@
 
 namespace Press {
 
-/// Draws a page of a PDF file held in memory, as a printed page is (`printPage`). Pages count from 1; dpi are pixels to
-/// an inch. The library that draws is loaded from the program's own folder by the first call and stays loaded. Throws
-/// `Error`.
+/// Draws a page of an in-memory PDF file (see `printPage`). Pages count from 1; dpi are pixels per inch. The first call
+/// loads the drawing library from the program's folder, and it stays loaded. Throws `Error`.
 Picture drawPage(const std::string& pdf, int page, double dpi);
 
-/// Draws a page and saves it as a PNG file.
+/// Draws a page to a PNG file.
 void drawPageToPng(const std::string& pdf, int page, double dpi, const std::filesystem::path& png);
 
 }  // namespace Press

@@ -51,7 +51,7 @@ std::vector<std::uint32_t> pixelsOf(const poppler::image& image) {
 }
 
 void save(const poppler::image& image, const char* path, double dpi) {
-  // Poppler itself crashes where a file cannot be opened.
+  // Poppler crashes when the file cannot be opened.
   if (!std::ofstream(path, std::ios::binary) || !image.save(path, "png", static_cast<int>(std::lround(dpi))))
     throw std::runtime_error("the picture cannot be saved there");
 }

@@ -6,7 +6,7 @@
 
 namespace Press {
 
-/// A drawn page, rows from the top, without gaps.
+/// A rendered page: rows from the top, without padding.
 struct Picture {
   int width = 0;
   int height = 0;
@@ -15,17 +15,17 @@ struct Picture {
 
 }  // namespace Press
 
-// The one function of the library that draws pages. Everything crosses as plain C, and nothing is handed over: what the
-// receiver is given lasts until it returns.
+// The interface of the library that draws pages. It is plain C, and no ownership crosses it: data is valid for the
+// duration of a call.
 extern "C" {
 
-/// Takes the result, once. `error` is null and `argb` holds width times height pixels; or `error` is a sentence without
-/// the file's name, and there are no pixels.
+/// Receives the result, once: `error` is null and `argb` has width times height pixels, or `error` is a sentence
+/// without the file's name, and there are no pixels.
 using KilnPictureReceiver = void (*)(void* context, int width, int height, const std::uint32_t* argb,
                                      const char* error);
 
-/// Draws a page of a PDF file held in memory. Pages count from 1. Where `pngPath` is not null, the picture is also
-/// saved there as PNG, under a path in the system's own encoding.
+/// Draws a page of an in-memory PDF file. Pages count from 1. If `pngPath` is not null, also saves the picture there as
+/// PNG; the path is in the system's encoding.
 using KilnDrawPage = void (*)(const char* pdf, std::size_t size, int page, double dpi, const char* pngPath,
                               KilnPictureReceiver receiver, void* context);
 

@@ -23,7 +23,7 @@ namespace Press {
 
 namespace {
 
-/// Where the library writes to. It swallows some exceptions of a pipeline, but here there are none.
+/// The library's output. The library swallows some pipeline exceptions, so this throws none.
 class FilePipeline : public Pipeline {
  public:
   explicit FilePipeline(WriteBehind& file) : Pipeline("printed file", nullptr), out(file) {}
@@ -37,8 +37,7 @@ class FilePipeline : public Pipeline {
   WriteBehind& out;
 };
 
-/// Tells the caller how far a job is. Putting the effects on the pages is the first half of the work, writing the file
-/// the second.
+/// Reports progress to the caller. Applying the effects is the first half of the work, writing the file the second.
 class Steps : public QPDFWriter::ProgressReporter {
  public:
   Steps(const Progress& function, int pages) : progress(function), total(pages) {}
@@ -57,7 +56,7 @@ class Steps : public QPDFWriter::ProgressReporter {
   int total;
 };
 
-/// Turns what went wrong while a job was printed into a sentence. For a catch block.
+/// Converts the current exception of a failed print into an `Error`. Call in a catch block.
 [[noreturn]] void sayWhyNot(const fs::path& in, const fs::path& out) {
   try {
     throw;
@@ -78,14 +77,14 @@ void write(QPDF& pdf, Pipeline& out, const Marks& marks, bool isNegative, std::s
   QPDFWriter writer(pdf);
   writer.setOutputPipeline(&out);
   writer.setStreamDataMode(qpdf_s_preserve);
-  if (isNegative) writer.setMinimumPDFVersion("1.4");  // the first with transparency
+  if (isNegative) writer.setMinimumPDFVersion("1.4");  // the first version with transparency
   if (!marks.pdfVersion().empty()) writer.setMinimumPDFVersion(marks.pdfVersion());
   if (steps) writer.registerProgressReporter(std::move(steps));
   writer.write();
 }
 
-/// Annotations that have become part of their page must not be seen a second time, nor those that do not print at all.
-/// What has no look of its own stays as it is; most of it are links.
+/// Hides annotations that were drawn into their page, and those that do not print. Annotations without an appearance,
+/// mostly links, are left unchanged.
 void hideAnnotations(QPDFObjectHandle page) {
   QPDFObjectHandle annotations = page.getKey("/Annots");
   if (!annotations.isArray()) return;
@@ -109,11 +108,11 @@ void wrapPages(Document& document, PageWrap& wrap, Steps& steps) {
     }
     steps.pageDone(done);
   }
-  // Only now, because pages may share annotations.
+  // At the end, because pages may share annotations.
   for (const QPDFObjectHandle& page : wrapped) hideAnnotations(page);
 }
 
-/// The pages of a sheet, of which the first has this number.
+/// The pages of the sheet that starts with page `number`.
 std::vector<PageEntry> pagesFrom(const Document& document, int number, int count) {
   const auto first = document.pages.begin() + (number - 1);
   return {first, first + std::min<std::ptrdiff_t>(count, document.pages.end() - first)};
@@ -128,14 +127,14 @@ void putPagesOnSheets(Document& document, PageWrap& wrap, int pagesOnSheet, Step
   }
   QPDFObjectHandle catalog = document.pdf->getTrailer().getKey("/Root");
   setPages(*document.pdf, catalog, sheets);
-  // What leads to pages that are no more.
+  // Entries that refer to the removed pages.
   for (const char* key : {"/AcroForm", "/Dests", "/Names", "/OpenAction", "/Outlines", "/PageLabels", "/PageMode",
                           "/StructTreeRoot", "/MarkInfo", "/Threads"})
     catalog.removeKey(key);
 }
 
-/// Leaves none of the document's pages listed: the writing has its own ways to them, and needs the room. Returns
-/// sentences on what comes out otherwise than asked.
+/// Clears the document's page list, which is no longer needed, to free memory. Returns sentences about deviations from
+/// the requested effects.
 std::vector<std::string> putEffectsOn(Document& document, Marks& marks, const Effects& effects, Steps& steps) {
   PageWrap wrap(*document.pdf, marks);
   wrap.prepare(effects);
@@ -145,7 +144,7 @@ std::vector<std::string> putEffectsOn(Document& document, Marks& marks, const Ef
     putPagesOnSheets(document, wrap, effects.pagesOnSheet, steps);
   else if (effects.any())
     wrapPages(document, wrap, steps);
-  document.pages = std::vector<PageEntry>();  // an empty list would keep its room
+  document.pages = std::vector<PageEntry>();  // clear() would keep the memory
   std::vector<std::string> notes = marks.notes();
   for (std::string& note : wrap.notes()) notes.push_back(std::move(note));
   return notes;
@@ -163,7 +162,7 @@ std::vector<std::string> printOpened(Document& document, WholeFile& file, const 
   return notes;
 }
 
-/// A copy of a dictionary, in which also these dictionaries are copies; what they hold is not copied.
+/// A shallow copy of a dictionary, with shallow copies of the dictionaries in `keys`.
 QPDFObjectHandle copyWith(QPDFObjectHandle dictionary, std::initializer_list<const char*> keys) {
   if (!dictionary.isInitialized() || !dictionary.isDictionary()) return QPDFObjectHandle::newDictionary();
   QPDFObjectHandle copy = dictionary.shallowCopy();
@@ -174,8 +173,8 @@ QPDFObjectHandle copyWith(QPDFObjectHandle dictionary, std::initializer_list<con
   return copy;
 }
 
-/// A page by itself that leads to no other page: only what is seen, with what it inherits. What effects add to it does
-/// not reach the document.
+/// A standalone page without references to other pages: only visible parts, with inherited attributes. Effects on it do
+/// not modify the document.
 PageEntry alone(const PageEntry& entry) {
   PageEntry copy = entry;
   QPDFObjectHandle page = entry.page;
@@ -218,7 +217,7 @@ struct Job::State {
   Document document;
   Marks marks;
   PageWrap wrap;
-  QPDFObjectHandle catalog;  ///< Leads to the one page that is being printed.
+  QPDFObjectHandle catalog;  ///< Refers to the page being printed.
 
   explicit State(const fs::path& path)
       : file(path),
@@ -230,7 +229,7 @@ struct Job::State {
     QPDFObjectHandle trailer = document.pdf->getTrailer();
     catalog.replaceKey("/Type", QPDFObjectHandle::newName("/Catalog"));
     const QPDFObjectHandle layers = trailer.getKeyIfDict("/Root").getKeyIfDict("/OCProperties");
-    catalog.replaceKey("/OCProperties", layers);  // says which layers are seen
+    catalog.replaceKey("/OCProperties", layers);  // layer visibility
     trailer.replaceKey("/Root", catalog);
     trailer.removeKey("/Info");
   }

@@ -11,24 +11,23 @@
 
 namespace Press {
 
-/// Called while a job is printed, on the thread that prints it: `done` of `total` pages' worth of work, `done` never
-/// less than before. Returning false stops the job.
+/// Called while a job is printed, on the printing thread: `done` of `total` units of work, never decreasing. Returning
+/// false stops the job.
 using Progress = std::function<bool(int done, int total)>;
 
-/// Prints the job `in`, or only these pages of it, into the PDF file `out` with these effects on every page. Overlays
-/// and the first page are counted among the pages that are printed. `out` is replaced whole, or, when anything fails,
-/// stays as it was; it must not be the job's own file. Everything of the document but its pages' look is kept; with
-/// several pages on a sheet, also all that leads to a page goes. Returns sentences on what was printed otherwise than
-/// asked, such as faces that are not installed. Throws `Error`, or `Cancelled` when `progress` asked to stop.
+/// Prints the job `in`, or the pages in `pages`, to the PDF file `out` with these effects on every page. Overlay page
+/// rules and the first page refer to the printed pages. Replaces `out` atomically, and leaves it unchanged on failure;
+/// it must not be the job's own file. Everything else in the document is kept, except that several pages per sheet drop
+/// what links to pages. Returns sentences about deviations from the requested effects, such as missing faces. Throws
+/// `Error`, or `Cancelled` when `progress` returned false.
 std::vector<std::string> printPdf(const std::filesystem::path& in, const std::filesystem::path& out,
                                   const Effects& effects, const Progress& progress = {}, const PageRule& pages = {});
 
-/// One page as `printPdf` prints it: the bytes of a PDF of that page alone, with what it prints of its annotations
-/// drawn. Pages count from 1; with several on a sheet, the sheet that this one is on. Throws `Error`.
+/// Prints one page as `printPdf` does: returns a PDF of that page with its printable annotations drawn. Pages count
+/// from 1; with several per sheet, prints the sheet with that page. Throws `Error`.
 std::string printPage(const std::filesystem::path& in, int page, const Effects& effects);
 
-/// A job that is kept open, for looking at many of its printed pages. The file must not change meanwhile. For one
-/// thread at a time.
+/// An open job, for printing many of its pages one at a time. The file must not change meanwhile. Not thread-safe.
 class Job {
  public:
   /// Throws `Error` when the file cannot be printed.
@@ -39,9 +38,9 @@ class Job {
 
   /// At least 1.
   int pageCount() const;
-  /// As the function `printPage`.
+  /// Like the function `printPage`.
   std::string printPage(int page, const Effects& effects);
-  /// Sentences on what `printPage` last printed otherwise than asked.
+  /// Sentences about deviations in the last `printPage`.
   const std::vector<std::string>& notes() const;
 
  private:

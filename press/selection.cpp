@@ -13,7 +13,7 @@ void setInherited(QPDFObjectHandle page, const char* key, QPDFObjectHandle value
   if (value.isInitialized() && !value.isNull()) page.replaceKey(key, value);
 }
 
-/// Has the document consist of the pages that are listed, none of which inherits anything any more.
+/// Rebuilds the page tree from the listed pages, with inherited attributes resolved.
 void setListedPages(Document& document) {
   std::vector<QPDFObjectHandle> pages;
   for (const PageEntry& entry : document.pages) {
@@ -26,8 +26,8 @@ void setListedPages(Document& document) {
   setPages(*document.pdf, document.pdf->getTrailer().getKey("/Root"), pages);
 }
 
-/// The labels of the pages that these numbers, from 0, name, as the labels of a document of them alone. Null where
-/// there are none, or none that can be read.
+/// The labels of the pages with these indexes, from 0, as the labels of a new document. Null when there are none, or
+/// they cannot be read.
 QPDFObjectHandle labelsOf(QPDF& pdf, const std::vector<std::size_t>& pages) {
   try {
     QPDFPageLabelDocumentHelper labels(pdf);
@@ -80,7 +80,7 @@ bool keepPages(Document& document, const PageRule& rule) {
   setListedPages(document);
   QPDFObjectHandle catalog = pdf.getTrailer().getKey("/Root");
   catalog.replaceKey("/PageLabels", labelsOf(pdf, keptNumbers));
-  // Links and outlines would bring the left out pages back into the file, and their whole tree with them.
+  // Links and outlines would keep the removed pages and the old page tree in the file.
   for (const QPDFObjGen& page : leftOut)
     if (keptObjects.count(page) == 0) pdf.replaceObject(page, QPDFObjectHandle::newNull());
   return true;

@@ -9,13 +9,13 @@ namespace Press {
 
 namespace {
 
-/// Whether what an element or a reference says of its page allows it to be this one.
+/// Whether an element or reference is on this page, or names no page.
 bool isOn(QPDFObjectHandle page, QPDFObjectHandle object) {
   QPDFObjectHandle named = object.getKey("/Pg");
   return named.isNull() || named.isSameObjectAs(page);
 }
 
-/// What an element has among its kids, leading into the form where it is content of the page.
+/// Converts a kid of a structure element to refer to the form, if it is content of the page.
 QPDFObjectHandle inForm(QPDFObjectHandle kid, QPDFObjectHandle page, QPDFObjectHandle form) {
   if (kid.isInteger()) {
     QPDFObjectHandle reference = QPDFObjectHandle::parse("<< /Type /MCR >>");
@@ -31,7 +31,7 @@ QPDFObjectHandle inForm(QPDFObjectHandle kid, QPDFObjectHandle page, QPDFObjectH
 
 }  // namespace
 
-// The tree of parents has, under the page's number, the elements that its marked content belongs to.
+// The parent tree maps the page's number to the elements of its marked content.
 void moveStructure(QPDF& pdf, PageContent& content, QPDFObjectHandle page, QPDFObjectHandle form) {
   QPDFObjectHandle number = page.getKey("/StructParents");
   QPDFObjectHandle parents = pdf.getRoot().getKeyIfDict("/StructTreeRoot").getKeyIfDict("/ParentTree");
@@ -51,7 +51,7 @@ void moveStructure(QPDF& pdf, PageContent& content, QPDFObjectHandle page, QPDFO
         kids.setArrayItem(index, inForm(kids.getArrayItem(index), page, form));
     }
   } catch (const std::exception&) {
-    return;  // It is damaged, and leads nowhere else either.
+    return;  // The damaged structure is unusable anyway.
   }
 }
 

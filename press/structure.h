@@ -4,8 +4,8 @@
 
 namespace Press {
 
-/// Has the document's structure find what it describes of the page's content in this form, which the content has been
-/// put into as it is. A structure that cannot be read, or is too much, stays as it is; on paper nothing is seen of it.
+/// Redirects the document's structure tree from the page's content to this form, which contains it unchanged. Leaves a
+/// structure that is unreadable or too large unchanged; printing does not need it.
 void moveStructure(QPDF& pdf, PageContent& content, QPDFObjectHandle page, QPDFObjectHandle form);
 
 }  // namespace Press

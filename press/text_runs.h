@@ -9,7 +9,7 @@
 
 namespace Press {
 
-/// A piece of a line that is shaped in one go.
+/// A part of a line that is shaped at once.
 struct TextRun {
   std::size_t begin = 0, end = 0;  ///< In characters of the text.
   const Face* face = nullptr;
@@ -17,7 +17,7 @@ struct TextRun {
   hb_direction_t direction = HB_DIRECTION_LTR;
 };
 
-/// The pieces of a line from left to right as they are read off the paper. `faces` names the face of each character.
+/// The runs of a line in visual order, from left to right. `faces` has the face of each character.
 std::vector<TextRun> runsOf(const std::u32string& text, const std::vector<const Face*>& faces);
 
 }  // namespace Press

@@ -6,7 +6,7 @@ namespace {
 
 constexpr char32_t replacement = 0xFFFD;
 
-/// How many bytes a character with this first byte has; 0 where none begins so.
+/// The length of a UTF-8 sequence with this first byte; 0 when invalid.
 std::size_t lengthFrom(unsigned char first) {
   if (first < 0x80) return 1;
   if (first >= 0xC2 && first < 0xE0) return 2;

@@ -5,7 +5,7 @@
 
 namespace Press {
 
-/// The characters of a text in UTF-8; what is no UTF-8 becomes U+FFFD.
+/// Decodes UTF-8; invalid sequences become U+FFFD.
 std::u32string charactersOf(std::string_view utf8);
 
 std::string utf8Of(char32_t character);

@@ -35,7 +35,7 @@ double numberIn(const Properties& properties, const char* name, double ordinary,
   double value = 0;
   const char* end = text.data() + text.size();
   const std::from_chars_result read = std::from_chars(text.data(), end, value);
-  // Written so that what is no number at all is refused, too.
+  // Written so that NaN is rejected too.
   if (read.ec != std::errc() || read.ptr != end || !(value >= least && value <= most)) refuse(name, text, what);
   return value;
 }
@@ -59,7 +59,7 @@ bool flagIn(const Properties& properties, const char* name) {
   refuse(name, text, "is True or False");
 }
 
-/// The one of three codes, each a letter, that a property holds.
+/// The place of a property's value in three one-letter codes.
 template <typename Place>
 Place placeIn(const Properties& properties, const char* name, const char* codes, const char* what) {
   const std::string text = valueOf(properties, name);

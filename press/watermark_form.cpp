@@ -24,7 +24,7 @@ QPDFObjectHandle watermarkForm(QPDF& pdf, const Watermark& watermark, const Outl
   QPDFObjectHandle letters = content.newForm(box, drawn, QPDFObjectHandle::newDictionary());
   if (watermark.transparency <= 0) return letters;
 
-  // Seen through as a whole, so that lines and overlapping letters do not show through each other.
+  // A transparency group, so that strokes and overlapping letters do not show through each other.
   letters.getDict().replaceKey("/Group", QPDFObjectHandle::parse("<< /S /Transparency >>"));
   const std::string opacity = number(1 - watermark.transparency / 100, decimals);
   QPDFObjectHandle resources =

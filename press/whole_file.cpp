@@ -23,7 +23,7 @@ namespace {
 
 [[noreturn]] void fail(int code) { throw std::system_error(code, std::generic_category()); }
 
-// Each of these answers as its POSIX namesake does: a negative number for failure, the reason in errno.
+// Each of these works like its POSIX namesake: negative on failure, with the reason in errno.
 #ifdef _WIN32
 
 int createNew(const fs::path& path) {
@@ -36,11 +36,11 @@ long writeSome(int handle, const void* data, std::size_t size) {
 int syncFile(int handle) { return _commit(handle); }
 int closeFile(int handle) { return _close(handle); }
 bool writable(const fs::path& path) { return _waccess(path.c_str(), 2) == 0; }
-void syncFolder(const fs::path&) {}                   // The replacement below is written through.
-void beginSync(int, std::uint64_t, std::uint64_t) {}  // The system writes soon enough.
+void syncFolder(const fs::path&) {}                   // replace() below is synchronous
+void beginSync(int, std::uint64_t, std::uint64_t) {}  // the system starts writing soon enough
 
 void replace(const fs::path& from, const fs::path& to) {
-  // Virus scanners and indexers hold fresh files open for a moment.
+  // Virus scanners and indexers open new files briefly.
   for (int attempt = 0;; ++attempt) {
     if (MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) return;
     const DWORD code = GetLastError();
@@ -60,8 +60,7 @@ int closeFile(int handle) { return ::close(handle); }
 bool writable(const fs::path& path) { return ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0; }
 void replace(const fs::path& from, const fs::path& to) { fs::rename(from, to); }
 
-/// Has the disk begin with some bytes, so that less is left to wait for at the end. A hint: what cannot be begun is
-/// still flushed then.
+/// Starts writing back a range, to shorten the final flush. Failures are ignored, since that flushes everything.
 void beginSync([[maybe_unused]] int handle, [[maybe_unused]] std::uint64_t from, [[maybe_unused]] std::uint64_t size) {
 #ifdef __linux__
   ::sync_file_range(handle, static_cast<off64_t>(from), static_cast<off64_t>(size), SYNC_FILE_RANGE_WRITE);
@@ -70,11 +69,11 @@ void beginSync([[maybe_unused]] int handle, [[maybe_unused]] std::uint64_t from,
 
 void syncFolder(const fs::path& folder) {
   const int handle = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (handle < 0) return;  // A folder that may be written but not listed; the file itself is safely on the disk.
+  if (handle < 0) return;  // A folder may be writable but not listable; the file itself is on the disk.
   const int result = ::fsync(handle);
   const int code = errno;
   ::close(handle);
-  if (result != 0 && code != EINVAL)  // Some file systems cannot flush folders, and say so like this.
+  if (result != 0 && code != EINVAL)  // Some file systems cannot flush folders, and report it with this error.
     fail(code);
 }
 
@@ -113,7 +112,7 @@ WholeFile::~WholeFile() {
 }
 
 void WholeFile::write(const void* data, std::size_t size) {
-  constexpr std::size_t most = std::size_t{1} << 30;  // what every platform takes in one call
+  constexpr std::size_t most = std::size_t{1} << 30;  // the maximum per call on every platform
   const char* next = static_cast<const char*>(data);
   while (size > 0) {
     const long taken = writeSome(handle, next, size < most ? size : most);

@@ -6,13 +6,13 @@
 
 namespace Press {
 
-/// A file that is replaced whole or not at all. Bytes go to a temporary file in the target's folder; `commit` flushes
-/// them to the disk and puts them in the target's place. Until then, and after any failure, the target is as it was.
-/// Every failure is a `std::system_error`.
+/// Atomic file replacement. Bytes go to a temporary file in the target's folder; `commit` flushes them to the disk and
+/// renames the file to the target. Until then, and after a failure, the target is unchanged. All failures are
+/// `std::system_error`s.
 class WholeFile {
  public:
-  /// Creates the temporary file. A target that is a symbolic link stands for the file that it points to; one that
-  /// exists must be an ordinary file that may be written, and its permissions are kept.
+  /// Creates the temporary file. A symbolic link is followed; an existing target must be a writable regular file, and
+  /// its permissions are kept.
   explicit WholeFile(const std::filesystem::path& target);
   /// Removes the temporary file unless `commit` has succeeded.
   ~WholeFile();
@@ -20,7 +20,7 @@ class WholeFile {
   WholeFile& operator=(const WholeFile&) = delete;
 
   void write(const void* data, std::size_t size);
-  /// The last call: after it, nothing more may be written.
+  /// Must be the last call.
   void commit();
 
  private:
@@ -28,7 +28,7 @@ class WholeFile {
   std::filesystem::path temporary;
   int handle = -1;
   std::uint64_t written = 0;     ///< Bytes.
-  std::uint64_t onTheirWay = 0;  ///< Bytes, of which the system was asked to bring them to the disk.
+  std::uint64_t onTheirWay = 0;  ///< Bytes whose write-back was started.
 };
 
 }  // namespace Press

@@ -22,7 +22,7 @@ WriteBehind::~WriteBehind() {
 }
 
 void WriteBehind::write(const char* data, std::size_t size) {
-  // A picture comes whole, and is to be out of the way while the next one is read.
+  // A picture is written at once, and should be finished while the next one is read.
   const std::size_t most = std::min(fewPieces + size / pieceSize, mostPieces);
   while (size > 0) {
     current.reserve(pieceSize);
@@ -40,10 +40,10 @@ void WriteBehind::complete() {
   if (failure) std::rethrow_exception(failure);
 }
 
-/// Gives the current piece to the thread and takes an empty one; where there are that many already, when one is empty.
+/// Passes the current piece to the thread and takes an empty one; waits for one when `most` exist already.
 void WriteBehind::handOver(std::size_t most) {
   if (!writer.joinable()) {
-    waiting.reserve(mostPieces);  // so that the thread allocates nothing, for which it would be given memory of its own
+    waiting.reserve(mostPieces);  // so that the thread does not allocate, which would create a separate heap arena
     spare.reserve(mostPieces);
     writer = std::thread([this] { run(); });
   }
@@ -60,7 +60,7 @@ void WriteBehind::handOver(std::size_t most) {
   }
 }
 
-/// Writes pieces as they come, until there are no more to come.
+/// Writes pieces until there are no more.
 void WriteBehind::run() {
   std::unique_lock hold(lock);
   for (;;) {

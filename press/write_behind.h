@@ -12,19 +12,19 @@
 
 namespace Press {
 
-/// Writes to a file from a thread of its own: while the system takes one piece, the next is being made.
+/// Writes to a file in a background thread, so that producing and writing overlap.
 class WriteBehind {
  public:
-  /// The file outlives this object, and is nobody else's until it is complete.
+  /// `destination` outlives this object, and must not be used otherwise until `complete` returns.
   explicit WriteBehind(WholeFile& destination) : file(destination) {}
-  /// What still waits is not written any more.
+  /// Discards what is not written yet.
   ~WriteBehind();
   WriteBehind(const WriteBehind&) = delete;
   WriteBehind& operator=(const WriteBehind&) = delete;
 
-  /// The bytes are copied. Returns before they are written, unless too many wait already; a failure is kept.
+  /// Copies the bytes. Returns before they are written, unless the queue is full; errors are kept for `complete`.
   void write(const char* data, std::size_t size);
-  /// The last call: returns when everything is written, and throws the first failure, a `std::system_error`.
+  /// Must be the last call: returns when everything is written; throws the first error, a `std::system_error`.
   void complete();
 
  private:
@@ -36,12 +36,12 @@ class WriteBehind {
 
   WholeFile& file;
   Piece current;
-  std::thread writer;  ///< Runs from the first full piece on. It shares what follows, under the lock.
+  std::thread writer;  ///< Started with the first full piece. Shares the members below, guarded by the lock.
   std::mutex lock;
   std::condition_variable changed;
   std::vector<Piece> waiting;  ///< In order.
   std::vector<Piece> spare;
-  std::size_t pieces = 1;  ///< All that there are.
+  std::size_t pieces = 1;  ///< Buffers allocated.
   bool isEnding = false;
   std::exception_ptr failure;
 };
