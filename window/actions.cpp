@@ -1,4 +1,4 @@
-// What the user does in the window, besides the tabs.
+// User actions in the window, apart from the tabs.
 #include "host/unicode.h"
 #include "press/print.h"
 #include "window/background_run.h"
@@ -17,7 +17,7 @@
 
 namespace Window {
 
-// Nothing that goes wrong passes through Qt.
+// Exceptions must not propagate through Qt.
 void PreferencesWindow::guarded(const std::function<void()>& action) {
   try {
     action();
@@ -41,7 +41,7 @@ QString PreferencesWindow::nameOfJob() {
   return isSample() ? texts()("SAMPLE") : toQt(document.filename().u16string());
 }
 
-// Files are looked for beside the job, or, for the sample job, in the user's documents.
+// File dialogs start in the job's folder, or for the sample job in the user's documents.
 QString PreferencesWindow::folderOfJob() const {
   return isSample() ? QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)
                     : toQt(std::filesystem::absolute(document).parent_path().u16string());
@@ -55,7 +55,7 @@ void PreferencesWindow::openDocument() {
   }
 }
 
-// Whether the plug-in would let the user press OK now: a job prints under the same condition.
+// Whether the plug-in would accept OK now; printing a job has the same condition.
 bool PreferencesWindow::isAccepted() {
   bool accepted = false;
   preferences().dispatch([&] { accepted = preferences().gui()->panel().firePreAccept(); });
@@ -86,7 +86,7 @@ void PreferencesWindow::print() {
   }
 }
 
-// The box waits for nobody.
+// The message box is modeless.
 void PreferencesWindow::announce(const News& news) {
   auto* box = new QMessageBox(QMessageBox::Information, news.title, news.sentence, QMessageBox::NoButton, this);
   box->setTextFormat(Qt::PlainText);
@@ -105,14 +105,14 @@ void PreferencesWindow::announce(const News& news) {
   box->open();
 }
 
-// The user's watermarks and overlays have changed on the disk, and with them these values: the plug-in reads them anew.
+// Makes the plug-in reload the user's watermarks and overlays after a change on disk, along with these values.
 void PreferencesWindow::takeUp(const Refhost::TracePairs& values) {
   preferences().importProfile({}, values);
   pages->redraw();
 }
 
-// False when the preferences were not accepted. Once they are their widgets are gone, and the window has to go too;
-// settings that cannot be kept are told of before.
+// False when the preferences were not accepted. Accepting destroys their widgets, so the window must close; failures to
+// save the settings are reported before.
 bool PreferencesWindow::keep() {
   bool accepted = false;
   try {
@@ -146,7 +146,7 @@ void PreferencesWindow::closeEvent(QCloseEvent* event) {
   event->setAccepted(isOver || mayClose());
 }
 
-// Closing by the frame or the menu: what to do with changed settings is asked.
+// Asks what to do with changed settings when the window is closed by its frame or the menu.
 bool PreferencesWindow::mayClose() {
   if (!session.isChanged()) {
     discard();
@@ -168,7 +168,7 @@ void PreferencesWindow::undo() { preferences().undo(); }
 
 void PreferencesWindow::restoreDefaults() { preferences().restoreDefaults(); }
 
-// A tab that the plug-in has no help for gets the help on the window.
+// Shows the window's help when the plug-in has none for the tab.
 void PreferencesWindow::help() {
   helpShown = false;
   preferences().help();

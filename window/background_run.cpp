@@ -17,7 +17,7 @@
 namespace Window {
 namespace {
 
-// What is done sooner shows no bar at all.
+// Shorter tasks show no progress bar.
 constexpr int patienceMs = 300;
 constexpr int barSteps = 1000;
 
@@ -63,9 +63,9 @@ RunResult runWithProgress(const std::function<void(const RunProgress&)>& task, c
     bar.setMinimumDuration(0);
     QEventLoop loop;
     QObject::connect(worker.get(), &QThread::finished, &loop, &QEventLoop::quit);
-    // The bar stays until the task has stopped, so that nobody works in the window before.
+    // Keep the bar until the task has stopped, so that the windows stay disabled.
     auto* stop = bar.findChild<QPushButton*>();
-    QObject::disconnect(&bar, SIGNAL(canceled()), &bar, SLOT(cancel()));  // as it was connected
+    QObject::disconnect(&bar, SIGNAL(canceled()), &bar, SLOT(cancel()));  // must match Qt's connection
     const auto askToStop = [&shared, stop] {
       shared.stop = true;
       stop->setEnabled(false);

@@ -1,4 +1,4 @@
-// Runs what takes long in the background, with a bar that tells how far it is and a way to stop it.
+// Runs long tasks in the background, with a progress bar that can stop them.
 #pragma once
 
 #include "window/texts.h"
@@ -16,21 +16,21 @@ enum class RunEnd { done, stopped, failed };
 struct RunResult {
   RunEnd end = RunEnd::done;
 
-  // Why it failed, as one sentence; else empty.
+  // The error, as one sentence; empty unless failed.
   QString failure;
 };
 
-// What the bar says.
+// The texts of the progress bar.
 struct RunName {
   QString title;
   QString doing;
 };
 
-// Told by a task how far it is, in a unit of its own; false when it is to stop.
+// Reports a task's progress, in task-specific units; false when the task must stop.
 using RunProgress = std::function<bool(int done, int total)>;
 
-// Runs `task` on a thread of its own and returns when it is over. Meanwhile the windows stay alive, and the user can
-// only stop it. `task` tells its progress, and throws Press::Cancelled or Refhost::Stopped when that says so.
+// Runs `task` in a thread and returns when it has finished. Meanwhile the windows are responsive, but the user can only
+// stop the task. `task` reports its progress, and throws Press::Cancelled or Refhost::Stopped when told to stop.
 RunResult runWithProgress(const std::function<void(const RunProgress&)>& task, const RunName& name, const Texts& texts,
                           QWidget* parent);
 

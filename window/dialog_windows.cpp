@@ -53,7 +53,7 @@ DialogWindow::DialogWindow(Refhost::Dialog& shownDialog, const Surroundings& aro
   fitOnScreen(*column);
 }
 
-// Where there is no room for all of it, what is not a button scrolls.
+// When the dialog does not fit on the screen, everything but the buttons scrolls.
 void DialogWindow::fitOnScreen(QVBoxLayout& column) {
   const QSize room = screen()->availableSize() * 0.9;
   const QSize wanted = sizeHint();
@@ -78,7 +78,7 @@ void DialogWindow::runModally() {
   if (!finished) running.exec();
   loop = nullptr;
 
-  // The application is quitting and runs no more loops.
+  // The application is quitting and runs no more event loops.
   if (!finished) dialog.cancel();
 }
 
@@ -98,7 +98,7 @@ void DialogWindow::reject() {
 }
 
 DialogWindow& DialogWindows::add(Refhost::Dialog& dialog, const Surroundings& around, QWidget* parent) {
-  // Over the dialog that is open already, if there is one.
+  // Over the topmost open dialog, if any.
   QWidget* below = QApplication::activeModalWidget();
   auto* window = new DialogWindow(dialog, around, below != nullptr ? below : parent);
   windows[&dialog] = window;

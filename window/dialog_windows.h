@@ -26,10 +26,10 @@ class DialogWindow final : public QDialog {
   // Opens the window and returns once the dialog has closed.
   void runModally();
 
-  // The dialog has closed and its widgets are about to go.
+  // Called when the dialog has closed, before its widgets are destroyed.
   void finish();
 
-  // Closing the window, by its frame or the escape key, is the dialog's Cancel.
+  // Closing the window or pressing Escape cancels the dialog.
   void reject() override;
 
  private:
@@ -41,7 +41,7 @@ class DialogWindow final : public QDialog {
   bool finished = false;
 };
 
-// All that are open.
+// All open dialog windows.
 class DialogWindows {
  public:
   void runModally(Refhost::Dialog& dialog, const Surroundings& around, QWidget* parent);

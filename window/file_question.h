@@ -13,20 +13,19 @@ class QWidget;
 namespace Window {
 
 struct FileQuestion {
-  // Names of texts: what the dialog is called, and which files it shows.
+  // Names of texts: the dialog's title and its file filter.
   const char* title;
   const char* files;
 
-  // Where it looks first; empty for where the last one looked.
+  // The initial folder; empty for the last one used.
   QString folder = {};
 
-  // For a file to write: the ending that a name gets that has none, and the name that is offered. Without an ending it
-  // is a file to read.
+  // To save a file: the default suffix, and the suggested name. Without a suffix, the dialog opens a file.
   QString ending = {};
   QString offered = {};
 };
 
-// Nothing when the user gives none.
+// Nothing when the user cancels.
 std::optional<std::filesystem::path> askForFile(const FileQuestion& question, const Texts& texts, QWidget* parent);
 
 }  // namespace Window

@@ -5,8 +5,8 @@
 
 namespace Window {
 
-// Has the application's font draw what the locale's script needs. Chinese and Japanese share characters that they draw
-// differently, so which font stands in for them cannot be left to chance.
+// Makes the application's font support the locale's script. Chinese and Japanese draw shared characters differently, so
+// the fallback font must be chosen explicitly.
 void useFontsFor(const std::string& locale);
 
 }  // namespace Window

@@ -20,7 +20,7 @@ class HelpViewer final : public QDialog {
   // Stays open beside `parent` until the user closes it.
   explicit HelpViewer(QWidget* parent);
 
-  // Shows the page at a chrome:// address, at the place `topic` of it if it has one. False when there is no such page.
+  // Shows the page at a chrome:// address, scrolled to `topic` if it exists. False when there is no such page.
   bool show(const std::u16string& url, const std::u16string& topic, const Refhost::ChromeFolders& chrome,
             const Texts& texts);
 

@@ -11,7 +11,7 @@
 namespace Window {
 namespace {
 
-// Anybody may have written the file: it is read as nothing but a bitmap, and one of an absurd size is not read at all.
+// The file is untrusted: decodes only bitmaps, and rejects excessive sizes.
 QPixmap bitmapIn(const std::filesystem::path& file) {
   QFile bytes(toQt(file.u16string()));
   if (!bytes.open(QIODevice::ReadOnly)) return {};

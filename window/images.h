@@ -1,4 +1,4 @@
-// The pictures of a plug-in and its layouts, as Qt draws them.
+// The pictures of a plug-in and its layouts, for Qt.
 #pragma once
 
 #include "host/chrome/addresses.h"
@@ -14,20 +14,20 @@ class QWidget;
 
 namespace Window {
 
-// The picture for showing on that widget; nothing for none, and for one that cannot be read. Pictures keep the size
-// that they have at 96 dots an inch; swatches were made in the screen's own pixels.
+// The picture for display on that widget; null for none, and for an unreadable one. Pictures are sized for 96 dots per
+// inch; swatches are in device pixels.
 QPixmap pixmapOf(const Kiln::SmartPtr<Kiln::XUL::Image>& image, const QWidget& on);
 
-// The picture of that address; nothing for none.
+// The picture at an address; null for none.
 QPixmap pixmapAt(std::u16string_view address, const Refhost::ChromeFolders& chrome);
 
-// The edge of a page, which may be as white as what lies around it.
+// The colour of a page's edge, since pages may be as white as the background.
 inline constexpr QColor pageEdge(150, 158, 168);
 
-// A page as large as fits into that room, with an edge.
+// A page scaled to fit into `room`, with an edge.
 QPixmap pageWithEdge(const QPixmap& page, const QSize& room, const QColor& edge, const QWidget& on);
 
-// A patch of one colour, of so many of the screen's own pixels, with an edge that a patch as light as the window needs.
+// A single-colour swatch in device pixels, with an edge that makes light colours visible.
 QPixmap swatch(const QColor& colour, const QSize& pixels, const QWidget& on);
 
 }  // namespace Window

@@ -16,10 +16,10 @@
 namespace Window {
 namespace {
 
-// Older events than these make room for new ones.
+// The limit of events; older ones are removed.
 constexpr int mostEvents = 20000;
 
-// The options of a property that cannot be chosen now, as a list in words.
+// The currently unavailable options of a property, as readable text.
 QString unavailable(const Refhost::PropertyModel& model, const Refhost::PropertyDescription& property) {
   QStringList options;
   for (const std::u16string& option : property.options)

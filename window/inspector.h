@@ -1,4 +1,4 @@
-// The pane for those who look behind the preferences: every property as it is, every event as it happens.
+// The inspector pane: all properties, and all events as they happen.
 #pragma once
 
 #include "host/model/properties.h"
@@ -24,10 +24,10 @@ class Inspector final : public QDockWidget {
 
   QSize sizeHint() const override { return {400, 300}; }
 
-  // Starts over with the events of `trace`. The pane outlives the trace.
+  // Clears the pane and shows the events of `trace` from now on. The pane outlives the trace.
   void follow(Refhost::Trace& trace);
 
-  // Shows the properties as they are now: values in bold that are not the default.
+  // Shows the current properties: values other than the default in bold.
   void showProperties(const Refhost::PropertyModel& model);
 
  private:

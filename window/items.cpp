@@ -46,7 +46,7 @@ bool canWrite(QFont font, const QString& text) {
 
 }  // namespace
 
-// The units as they are: a value may be no proper text.
+// Raw UTF-16 units, since a value may have unpaired surrogates.
 QString valueIn(const QMimeData& data) {
   const QByteArray bytes = data.data(itemFormat);
   return QString(reinterpret_cast<const QChar*>(bytes.constData()), bytes.size() / qsizetype(sizeof(QChar)));
@@ -91,7 +91,7 @@ void showInOwnFaces(QComboBox& combo) {
   combo.setItemDelegate(new FaceNames(&combo));
   auto* view = qobject_cast<QListView*>(combo.view());
   if (view != nullptr) view->setUniformItemSizes(true);
-  // Measuring every name would load every face.
+  // Measuring all names would load all faces.
   combo.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   combo.setMinimumContentsLength(16);
 }

@@ -11,23 +11,23 @@ class QMimeData;
 
 namespace Window {
 
-// What carries an item's value while it is dragged, and how it is read there.
+// The MIME format of a dragged item's value, and how to read it.
 inline constexpr const char* itemFormat = "application/x-kiln-item";
 QString valueIn(const QMimeData& data);
 
-// A list whose items may be dragged, by their pictures.
+// A list whose items may be dragged by their pictures.
 class ItemList final : public QListWidget {
   Q_OBJECT
 
  public:
   using QListWidget::QListWidget;
 
-  // Shows an item's picture as a page, as large as fits into a square of this side. A page has an edge, which is in the
-  // item's colour while it is selected; items without such pictures have their texts in it.
+  // Shows the items' pictures as pages that fit into a square with this side. The edge of a selected page has the
+  // item's colour; items without pictures use it for their texts.
   void showPages(int side);
   bool showsPages() const { return hasPages; }
 
-  // The height of a row, with room above and below text and picture.
+  // The height of a row, including padding.
   int rowHeight() const;
 
  protected:
@@ -39,8 +39,8 @@ class ItemList final : public QListWidget {
   bool hasPages = false;
 };
 
-// Shows the names of faces each in its own face. A face is asked for when its name comes into sight, so that a thousand
-// of them open as fast as ten; one that cannot write its name is named in the list's own.
+// Shows font names in their own faces. Faces are loaded when their names become visible, so that long lists open fast;
+// a face that lacks the characters of its name is shown in the list's font.
 class FaceNames final : public QStyledItemDelegate {
   Q_OBJECT
 
@@ -52,10 +52,10 @@ class FaceNames final : public QStyledItemDelegate {
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
 };
 
-// Has a combo box of face names show them so.
+// Makes a combo box of font names show them in their faces.
 void showInOwnFaces(QComboBox& combo);
 
-// Replaces what is shown by these items: text, colour, picture. Leaves none selected.
+// Replaces the items shown, with text, colour and picture. Selects none.
 void showItems(ItemList& list, Kiln::XUL::ListData& items);
 void showItems(QComboBox& combo, Kiln::XUL::ListData& items);
 

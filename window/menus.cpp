@@ -20,7 +20,7 @@ QAction* addChoice(QMenu& menu, QActionGroup& group, const QString& text, bool i
   return choice;
 }
 
-// A language's name for itself.
+// A language's own name.
 QString ownName(const Refhost::ChromeFolders& chrome, const std::string& locale) {
   const auto file = chrome.file(Refhost::toWide("chrome://window/content/" + locale + "/strings.dtd"));
   const Refhost::StringTable table = Refhost::readStrings(*file);
@@ -66,7 +66,7 @@ void PreferencesWindow::buildMenus() {
   addEntry(*helpMenu, "HELP_WINDOW", {}, &PreferencesWindow::helpOnWindow);
 }
 
-// A choice reopens the preferences, and with them the menus: that waits until the menu is done.
+// A choice reopens the preferences and rebuilds the menus, so it is queued until the menu has closed.
 void PreferencesWindow::fillModelMenu(QMenu& menu) {
   menu.setObjectName("models");
   const auto folder = preferences().options().resources / "models";

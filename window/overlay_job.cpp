@@ -1,4 +1,4 @@
-// "Print into overlay...": the job that is shown becomes one of the user's overlays.
+// "Print into overlay...": makes an overlay of the current job.
 #include "press/capture.h"
 #include "press/error.h"
 #include "window/background_run.h"
@@ -6,7 +6,7 @@
 
 namespace Window {
 
-// Made before it has a place, so that an overlay which it is printed on, and replaces, is still there.
+// Captured before the destination is prepared, since the job may print on the overlay that it replaces.
 void PreferencesWindow::printIntoOverlay() {
   Press::Capture overlay;
   const auto task = [&overlay, file = document, effects = effects()](const RunProgress& progress) {
@@ -22,8 +22,8 @@ void PreferencesWindow::printIntoOverlay() {
   }
 }
 
-// By a job of its own, with a print-time step of its own: what the plug-in sets for it does not stay in the
-// preferences. That the plug-in prepares no destination, the user knows: it was their wish, or they were told why.
+// Runs the print-time step in a separate job, so that the plug-in's settings do not stay in the preferences. When the
+// plug-in prepares no destination, the user has cancelled or was told why.
 void PreferencesWindow::store(const Press::Capture& overlay) {
   Refhost::Options options = preferences().options();
   options.mode = Refhost::Mode::prePrint;
@@ -39,7 +39,7 @@ void PreferencesWindow::store(const Press::Capture& overlay) {
   try {
     job.writeJob(overlay.pdf, overlay.thumbnail);
   } catch (...) {
-    job.set(u"CancelJob", u"True");  // an overlay that was to be replaced is there again
+    job.set(u"CancelJob", u"True");  // restores an overlay that was to be replaced
     takeUp({});
     throw;
   }

@@ -13,13 +13,13 @@ namespace {
 
 constexpr double millimetresPerInch = 25.4;
 
-// A page is measured by sketches: one too coarse to cost anything, whatever the page's size, then one as fine as the
-// units that pages are made in, if that is no huge picture.
+// A page's size is measured on drafts: a coarse one that is cheap for any size, then one at the resolution of page
+// units, unless that is huge.
 constexpr double coarseDpi = 9;
 constexpr double fineDpi = 72;
 constexpr double mostPixels = 8e6;
 
-// Beyond this a small page is not enlarged.
+// The limit for enlarging small pages.
 constexpr double finestDpi = 600;
 
 QImage toImage(const Press::Picture& picture) {
@@ -30,7 +30,7 @@ QImage toImage(const Press::Picture& picture) {
 
 }  // namespace
 
-// What is at hand on the artist's thread: the job that was opened last, and the sizes of its sheets.
+// The artist thread's cache: the last job opened, and the sizes of its sheets.
 class PageArtist::Desk final : public QObject {
  public:
   PagePicture draw(const PageOrder& order) {
@@ -55,7 +55,7 @@ class PageArtist::Desk final : public QObject {
   }
 
  private:
-  // Its number, from 0, and how many pages are on each.
+  // Its index, from 0, and the number of pages per sheet.
   using Sheet = std::pair<int, int>;
 
   void open(const std::filesystem::path& file) {
@@ -66,7 +66,7 @@ class PageArtist::Desk final : public QObject {
     job.emplace(file);
   }
 
-  // When the file was last changed; whether it can be read at all turns out when it is opened.
+  // The file's last change; opening the file reports errors.
   static std::filesystem::file_time_type timeOf(const std::filesystem::path& file) {
     std::error_code ignored;
     return std::filesystem::last_write_time(file, ignored);

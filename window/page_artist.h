@@ -1,4 +1,4 @@
-// Draws pages as they will print, on a thread of its own, so that a click never waits for a picture.
+// Draws pages as they will print, in a background thread, so that clicks never wait for a picture.
 #pragma once
 
 #include "press/effects.h"
@@ -16,13 +16,13 @@
 
 namespace Window {
 
-// What to draw.
+// A request for a picture.
 struct PageOrder {
   std::filesystem::path document;
   Press::Effects effects;
   int page = 1;
 
-  // The pixels that the picture must fit into.
+  // The size in pixels that the picture must fit into.
   QSize room;
 };
 
@@ -31,10 +31,10 @@ struct PagePicture {
   int pages = 0;
   int pagesOnSheet = 1;
 
-  // The page's size as it is seen; with several on a sheet, the sheet's.
+  // The size of the displayed page; with several per sheet, of the sheet.
   QSizeF millimetres;
 
-  // What is printed otherwise than asked, as sentences; mostly empty.
+  // Sentences about deviations from the requested effects; usually empty.
   QString notes;
 
   // Why there is no picture, as one sentence; empty when there is one.
@@ -48,14 +48,14 @@ class PageArtist final : public QObject {
   PageArtist();
   ~PageArtist() override;
 
-  // Draws soon. Of several orders given while one is being drawn only the last is carried out.
+  // Requests a picture. While one is being drawn, only the latest further request is kept.
   void draw(const PageOrder& order);
 
-  // Whether the picture of the last order has been told.
+  // Whether the latest request's picture was delivered.
   bool isIdle() const { return told == latest.load(); }
 
  Q_SIGNALS:
-  // The picture of the last order.
+  // The picture for the latest request.
   void drawn(const Window::PagePicture& picture);
 
  private:

@@ -53,7 +53,7 @@ void PaperView::paintEvent(QPaintEvent*) {
   }
 }
 
-// A picture drawn for this size is shown pixel by pixel; while another is on its way the last one is stretched.
+// A picture of the current size is drawn pixel by pixel; an outdated one is scaled until the next arrives.
 void PaperView::paintPaper(QPainter& painter) const {
   const double ratio = devicePixelRatioF();
   const QSize pixels = shown.image.size().scaled(room(), Qt::KeepAspectRatio);

@@ -1,4 +1,4 @@
-// The page as it will print, with the way to the other pages.
+// The page as it will print, with controls to turn pages.
 #pragma once
 
 #include "window/page_artist.h"
@@ -11,14 +11,14 @@ class QToolButton;
 
 namespace Window {
 
-// A sheet of paper lying on the window, drawn to fit.
+// A sheet of paper, scaled to fit.
 class PaperView final : public QWidget {
   Q_OBJECT
 
  public:
   explicit PaperView(QWidget* parent);
 
-  // The pixels of the screen that a page may take.
+  // The size available for a page, in device pixels.
   QSize room() const;
   void show(const PagePicture& newPicture);
   const PagePicture& picture() const { return shown; }
@@ -51,17 +51,17 @@ class PagePanel final : public QWidget {
 
   void setTexts(const Texts& texts);
 
-  // What is shown follows these from now on.
+  // The settings of the page shown.
   void setDocument(const std::filesystem::path& file);
   void setEffects(const Press::Effects& newEffects);
 
-  // Draws anew what the files hold now.
+  // Redraws from the files' current content.
   void redraw();
 
   int page() const { return order.page; }
   void goTo(int page);
 
-  // Whether the picture is that of the present document, page, effects and size.
+  // Whether the picture shows the current document, page, effects and size.
   bool isSettled() const { return artist.isIdle(); }
   const PagePicture& picture() const { return paper->picture(); }
 

@@ -40,7 +40,7 @@ void paintSheet(QPainter& painter, const QRectF& sheet) {
   painter.save();
   painter.setPen(Qt::NoPen);
   painter.save();
-  // What the sheet hides of its shadow is most of it.
+  // The sheet hides most of its shadow.
   const QRect around = sheet.adjusted(-shadowWidth, -shadowWidth, shadowWidth, shadowWidth + 3).toAlignedRect();
   const QRect hidden = sheet.toAlignedRect().adjusted(1, 1, -1, -1);
   painter.setClipRegion(QRegion(around) - QRegion(hidden), Qt::IntersectClip);

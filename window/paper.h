@@ -1,4 +1,4 @@
-// Paper: its sizes, and how a sheet lies on the window.
+// Paper sizes, and drawing of sheets.
 #pragma once
 
 #include <QRectF>
@@ -11,19 +11,19 @@ class QWidget;
 
 namespace Window {
 
-// Between a sheet and the edge of its view; the shadow falls into it.
+// The distance between a sheet and the edge of its view, with room for the shadow.
 inline constexpr int roundSheet = 20;
 
-// The upright sheet that the property "PaperSize" names, in points. A4 for a name that is not known here.
+// The portrait sheet for a value of the property "PaperSize", in points. A4 for an unknown name.
 QSizeF paperOf(std::u16string_view name);
 
-// The largest sheet of that shape that lies in the middle of the view, on whole pixels of the screen.
+// The largest centred sheet of that shape in the view, aligned to device pixels.
 QRectF sheetWithin(const QWidget& view, const QSizeF& shape);
 
-// Fills the view with what paper lies on.
+// Fills the view with the background of the paper.
 void paintDesk(QPainter& painter, const QWidget& view);
 
-// The sheet itself, white, with its edge and shadow.
+// The sheet itself: white, with an edge and a shadow.
 void paintSheet(QPainter& painter, const QRectF& sheet);
 
 }  // namespace Window

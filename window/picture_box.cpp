@@ -32,7 +32,7 @@ void PictureBox::setMenu(std::vector<Entry> menuEntries) {
   if (!entries.empty()) setFocusPolicy(Qt::StrongFocus);
 }
 
-// A box that the layout gives a size keeps it, whatever it shows.
+// A size in the layout takes precedence over the picture's.
 QSize PictureBox::sizeHint() const {
   const QSize own = shown.deviceIndependentSize().toSize();
   return {minimumWidth() > 0 ? minimumWidth() : own.width(), minimumHeight() > 0 ? minimumHeight() : own.height()};
@@ -71,7 +71,7 @@ void PictureBox::keyPressEvent(QKeyEvent* event) {
   openMenu(mapToGlobal(rect().center()));
 }
 
-void PictureBox::mousePressEvent(QMouseEvent*) {}  // takes the focus and stays here
+void PictureBox::mousePressEvent(QMouseEvent*) {}  // takes the focus, without propagating
 
 void PictureBox::contextMenuEvent(QContextMenuEvent* event) {
   if (entries.empty()) return event->ignore();

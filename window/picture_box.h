@@ -1,4 +1,4 @@
-// A picture, as large as its room lets it be, on which entries of lists may be dropped and which may have a menu.
+// A scaled picture that can accept drops of list entries and have a context menu.
 #pragma once
 
 #include <QPixmap>
@@ -16,24 +16,24 @@ class PictureBox final : public QWidget {
 
  public:
   struct Entry {
-    QString text;   // what `chosen` tells
-    QString label;  // what the user reads
+    QString text;   // the value sent by `chosen`
+    QString label;  // the displayed label
   };
 
   explicit PictureBox(QWidget* parent);
 
-  // A page has an edge.
+  // Pages are shown with an edge.
   void show(const QPixmap& picture, bool isPage = false);
   const QPixmap& picture() const { return shown; }
 
-  // A box that takes drops, or has a menu, also takes the focus.
+  // A box with drops or a menu also accepts the focus.
   void takeDrops();
   void setMenu(std::vector<Entry> menuEntries);
 
   QSize sizeHint() const override;
 
  Q_SIGNALS:
-  // Once the drop is over, so that what follows may open a dialog.
+  // Emitted after the drop has finished, so that handlers may open a dialog.
   void dropped(const QString& value);
   void chosen(const QString& text);
 

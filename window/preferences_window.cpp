@@ -31,14 +31,14 @@
 namespace Window {
 namespace {
 
-// Pixels between the tabs, the page and the row of buttons, and beside the text of a button.
+// Pixels between the tabs, the page and the row of buttons, and beside a button's text.
 constexpr int between = 12;
 constexpr int besideText = 14;
 
-// Pixels that the name of an overlay has room in.
+// The width for an overlay's name, in pixels.
 constexpr int nameWidth = 320;
 
-// What the plug-in is told of the machine where the request does not say it.
+// Adds facts about this machine that the request does not set.
 Refhost::Options onThisMachine(Refhost::Options options) {
   const QScreen* screen = QGuiApplication::primaryScreen();
   options.dpi = static_cast<int>(std::lround(screen->logicalDotsPerInchX() * screen->devicePixelRatio()));
@@ -89,7 +89,7 @@ void PreferencesWindow::build() {
   inspector = new Inspector(this);
   addDockWidget(Qt::RightDockWidgetArea, inspector);
 
-  // The pane takes its room from the screen rather than from the tabs and the page, as far as there is some.
+  // Opening the pane enlarges the window, if the screen has room.
   connect(inspector->toggleViewAction(), &QAction::triggered, this, [this](bool isShown) {
     const int change = isShown ? inspector->sizeHint().width() : -inspector->width();
     resize(std::min(width() + change, screen()->availableSize().width()), height());
@@ -121,13 +121,13 @@ void PreferencesWindow::build() {
 }
 
 void PreferencesWindow::changeEvent(QEvent* event) {
-  // The job may have been saved anew by the program that the user comes from.
+  // Another program may have saved the job again.
   if (event->type() == QEvent::ActivationChange && isActiveWindow()) pages->redraw();
   QMainWindow::changeEvent(event);
 }
 
-// As in any dialog: the return key presses the button in focus, else OK; the escape key presses Cancel. Keys come here
-// that nothing in the window has a use for; an open list is a window of its own.
+// As in dialogs, Return presses the focused button or OK, and Escape presses Cancel. Receives keys that no widget
+// handles; an open list is a window of its own.
 void PreferencesWindow::keyPressEvent(QKeyEvent* event) {
   auto* focused = qobject_cast<QPushButton*>(QApplication::focusWidget());
   switch (event->key()) {
@@ -154,7 +154,7 @@ void PreferencesWindow::open() {
   resize(sizeHint().boundedTo(screen()->availableSize() * 0.95));
 }
 
-// Everything that depends on the model or the language of preferences that have just opened.
+// Updates everything that depends on the model or language of newly opened preferences.
 void PreferencesWindow::showOpened() {
   QLocale::setDefault(QLocale(QString::fromStdString(session.locale())));
   useFontsFor(session.locale());
@@ -165,7 +165,7 @@ void PreferencesWindow::showOpened() {
     button->setText(texts()(name));
     button->setMinimumWidth(button->fontMetrics().horizontalAdvance(button->text()) + 2 * besideText);
   }
-  undoButton->setShortcut(QKeySequence::Undo);  // a new text takes a button's shortcut away
+  undoButton->setShortcut(QKeySequence::Undo);  // setting a text clears a button's shortcut
   tabs->setAccessibleName(texts()("TITLE"));
   pages->setTexts(texts());
   inspector->setTexts(texts());
@@ -203,7 +203,7 @@ void PreferencesWindow::showTabs() {
   }
 }
 
-// The tab key goes from the tabs to the page and on to the buttons, though the tabs were filled last.
+// Tab order: tabs, page, buttons, although the tabs were filled last.
 void PreferencesWindow::orderFocus() {
   QWidget* last = tabs;
   for (QWidget* each = tabs->nextInFocusChain(); each != tabs; each = each->nextInFocusChain())
@@ -222,7 +222,7 @@ void PreferencesWindow::leaveTabs() {
   for (const auto& view : views) view->forget();
   const QSignalBlocker quiet(tabs);
   while (tabs->count() > 0) {
-    // One of its widgets may be handling the very click or key that ends it, or wait to; their view stays for that.
+    // A widget may be handling the event that ends the tabs, or waiting to; keep its view until it is destroyed.
     QWidget* page = tabs->widget(0);
     QObject::connect(page, &QObject::destroyed, [view = views.at(0)] {});
     views.erase(views.begin());
@@ -280,7 +280,7 @@ void PreferencesWindow::widgetChanged(Refhost::WidgetNode& widget) {
 }
 
 void PreferencesWindow::showHelp(const std::u16string& url, const std::u16string& topic) {
-  // While a dialog is modal only what belongs to it can be used.
+  // While a dialog is modal, only its children are usable.
   QWidget* modal = QApplication::activeModalWidget();
   QWidget* owner = modal != nullptr ? modal : this;
   if (helpViewer == nullptr || helpViewer->parentWidget() != owner) {
@@ -291,14 +291,14 @@ void PreferencesWindow::showHelp(const std::u16string& url, const std::u16string
   if (!helpShown) showFailure(texts()("NOT_OPENED").arg(toQt(url)).toStdString());
 }
 
-// The names in use are offered while one is written: to create an overlay anew, its own name is given again.
+// Offers the existing names for completion: entering one recreates that overlay.
 std::optional<std::u16string> PreferencesWindow::askJobStep() {
   QInputDialog question(this);
   question.setWindowTitle(texts()("OVERLAY_TITLE"));
   question.setLabelText(texts()("JOB_STEP"));
   auto* completer = new QCompleter(namesInUse(), &question);
   completer->setCaseSensitivity(Qt::CaseInsensitive);
-  question.setTextValue({});  // makes the line that the completer is for
+  question.setTextValue({});  // creates the line edit for the completer
   auto* line = question.findChild<QLineEdit*>();
   line->setCompleter(completer);
   line->setMinimumWidth(nameWidth);
@@ -306,7 +306,7 @@ std::optional<std::u16string> PreferencesWindow::askJobStep() {
   return isGiven ? std::optional(toWide(question.textValue())) : std::nullopt;
 }
 
-// The overlays of the tab's list, behind the entries for none and for several.
+// The overlays in the tab's list, after the entries for none and for several.
 QStringList PreferencesWindow::namesInUse() {
   QStringList names;
   Refhost::Gui* gui = preferences().gui();
@@ -319,7 +319,7 @@ QStringList PreferencesWindow::namesInUse() {
   return names;
 }
 
-// The box waits for nobody, so that what went wrong ends first.
+// The message box is modeless, so that the failed action can return first.
 void PreferencesWindow::showFailure(const std::string& sentence) {
   const QString text = QString::fromStdString(sentence);
   told << text;

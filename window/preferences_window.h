@@ -1,4 +1,4 @@
-// "Printing preferences": the tabs of the plug-in on one side, the page as it will print on the other.
+// "Printing preferences": the plug-in's tabs on one side, the page as it will print on the other.
 #pragma once
 
 #include "host/face.h"
@@ -30,15 +30,15 @@ class HelpViewer;
 class Inspector;
 class PagePanel;
 
-// What the user is told when something is done.
+// A message to the user about a finished action.
 struct News {
   QString title;
   QString sentence;
 
-  // What is not quite as asked, as sentences.
+  // Deviations from what was requested, as sentences.
   std::vector<std::string> notes = {};
 
-  // The file that has come of it, which the user may look at; empty for none.
+  // The resulting file, which the message offers to show; empty for none.
   std::filesystem::path file = {};
 };
 
@@ -54,13 +54,13 @@ class PreferencesWindow final : public QMainWindow, private Refhost::Face {
 
   Refhost::Preferences& preferences() { return session.preferences(); }
 
-  // Whether the picture of the page is that of the present settings.
+  // Whether the picture of the page shows the current settings.
   bool isSettled() const;
 
   // Why there is no picture of the page, as one sentence; empty when there is one.
   QString pageFailure() const;
 
-  // All that went wrong so far, each as one sentence.
+  // All failures so far, each as one sentence.
   const QStringList& failures() const { return told; }
 
  protected:
@@ -80,10 +80,10 @@ class PreferencesWindow final : public QMainWindow, private Refhost::Face {
 
   QStringList namesInUse();
 
-  // In the language of the preferences that are open; valid until they are opened anew.
+  // In the language of the open preferences; valid until they are reopened.
   Texts texts() { return Texts(preferences().strings()); }
 
-  // What the tabs and dialogs of these preferences are shown in.
+  // The environment of these preferences' tabs and dialogs.
   Surroundings surroundings();
 
   // Building, in preferences_window.cpp.
@@ -104,7 +104,7 @@ class PreferencesWindow final : public QMainWindow, private Refhost::Face {
   void fillModelMenu(QMenu& menu);
   void fillLanguageMenu(QMenu& menu);
 
-  // What the user does, in actions.cpp, overlay_job.cpp, profiles.cpp and tickets.cpp.
+  // User actions, in actions.cpp, overlay_job.cpp, profiles.cpp and tickets.cpp.
   void openDocument();
   void openTicket();
   void saveTicket();
@@ -142,7 +142,7 @@ class PreferencesWindow final : public QMainWindow, private Refhost::Face {
   QPushButton* undoButton = nullptr;
   QPushButton* okButton = nullptr;
   QPushButton* cancelButton = nullptr;
-  std::vector<std::shared_ptr<TreeView>> views;  // of the tabs, in their order
+  std::vector<std::shared_ptr<TreeView>> views;  // of the tabs, in order
   DialogWindows dialogs;
   QStringList told;
   bool helpShown = false;
@@ -150,7 +150,7 @@ class PreferencesWindow final : public QMainWindow, private Refhost::Face {
   // Whether the preferences have changed since they were last shown.
   bool stale = false;
 
-  // Last, so that it goes first, while what it tells of its end is still there.
+  // Last, so that it is destroyed first: its end still uses the other members.
   Session session;
 };
 

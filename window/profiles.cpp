@@ -1,4 +1,4 @@
-// Profiles exported and imported from the window's menu.
+// Profile export and import from the window's menu.
 #include "host/profiles/profile.h"
 #include "window/background_run.h"
 #include "window/file_question.h"

@@ -8,7 +8,7 @@ struct Translation {
   const char* name;
 };
 
-// By Qt's own words; the same words mean the same wherever they appear in this window.
+// Keyed by Qt's texts; equal texts mean the same throughout this window.
 constexpr Translation translations[] = {
     {"OK", "OK"},
     {"&OK", "OK"},

@@ -1,4 +1,4 @@
-// What Qt says of its own accord (file dialogs, context menus), in the language of the preferences.
+// Qt's own texts (file dialogs, context menus) in the language of the preferences.
 #pragma once
 
 #include "window/texts.h"
@@ -12,7 +12,7 @@ class QtTexts final : public QTranslator {
   Q_OBJECT
 
  public:
-  // The language from now on; install the translator again to have it used by what is on the screen.
+  // Sets the language; install the translator again to update visible texts.
   void setTexts(const Texts& texts);
 
   // QTranslator

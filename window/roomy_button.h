@@ -1,4 +1,4 @@
-// A push button with more room beside its text than the desktop's style may leave.
+// A push button with more padding than some desktop styles provide.
 #pragma once
 
 #include <QPushButton>
@@ -7,7 +7,7 @@ namespace Window {
 
 class RoomyButton final : public QPushButton {
  public:
-  // Pixels on either side of the text: what is good, and what it can do with.
+  // Padding on either side of the text in pixels: preferred and minimum.
   static constexpr int beside = 12;
   static constexpr int leastBeside = 8;
 

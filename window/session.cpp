@@ -32,12 +32,12 @@ void Session::reopen(std::string model, std::string locale) {
     throw;
   }
   if (!wasChanged)
-    valuesWhenKept = userValues(false);  // which differ in the texts that the plug-in writes in the user's language
+    valuesWhenKept = userValues(false);  // differs in texts that the plug-in writes in the user's language
   else if (!sameModel)
-    valuesWhenKept.clear();  // changes that were carried to another model are still not kept anywhere
+    valuesWhenKept.clear();  // changes carried to another model are not saved yet
 }
 
-// Opens with what was kept for the model, then what the run was asked for, then what is carried over.
+// Opens with the model's saved settings, then the run's options, then the carried values.
 void Session::start(const Refhost::TracePairs& carried) {
   const Refhost::ModelDescription model = Refhost::readModel(options.resources / "models", options.model);
   const Refhost::KeptSettings kept = Refhost::readSettings(Refhost::settingsFile(options.home, model.name));

@@ -1,5 +1,5 @@
-// The preferences over the time that their window is open: opened anew for another model or language, and kept for the
-// next time when the user accepts them.
+// The preferences during the life of their window: reopened for another model or language, and saved when the user
+// accepts them.
 #pragma once
 
 #include "host/preferences.h"
@@ -14,33 +14,32 @@ namespace Window {
 
 class Session {
  public:
-  // Opens nothing yet. `face` outlives the session.
+  // Does not open anything yet. `face` outlives the session.
   Session(Refhost::Options runOptions, Refhost::Face& face);
 
-  // Called with each new preferences before they open, so that nothing of their trace is missed.
+  // Called with each new preferences before they open, so that no trace event is missed.
   std::function<void(Refhost::Preferences&)> onOpening;
 
-  // Called when a damaged settings file was put out of the way.
+  // Called with the new path when a damaged settings file was moved away.
   std::function<void(const std::filesystem::path&)> onSetAside;
 
-  // Opens the preferences as they were kept. Throws std::runtime_error: one sentence, and nothing is open.
+  // Opens the preferences with the saved settings. On std::runtime_error (one sentence) nothing is open.
   void open();
 
-  // Opens the preferences for that model and locale. What the user changed stays where the model has it. Throws
-  // std::runtime_error: one sentence, and the preferences are open as before. The widgets of before are gone either
-  // way.
+  // Reopens the preferences for that model and locale. Keeps the user's changes as far as the model supports them. On
+  // std::runtime_error (one sentence) the preferences are open as before. Destroys the previous widgets in either case.
   void reopen(std::string model, std::string locale);
 
-  // Valid from open on.
+  // Valid after open.
   Refhost::Preferences& preferences() { return *opened; }
   const std::string& model() const { return options.model; }
   const std::string& locale() const { return options.locale; }
 
-  // Whether the next opening would show something else if the preferences were cancelled now.
+  // Whether there are unsaved changes.
   bool isChanged();
 
-  // Accepts the preferences and keeps their values; false when that is refused. Throws std::runtime_error, one
-  // sentence, when they are accepted but cannot be kept.
+  // Accepts the preferences and saves their values; false when vetoed. Throws std::runtime_error, one sentence, when
+  // they are accepted but cannot be saved.
   bool keep();
 
  private:

@@ -25,7 +25,7 @@ int fail(int status, const std::string& sentence) {
   return status;
 }
 
-// A screen for drawing without a display; the toolkit's own is too small for the window.
+// A screen for drawing without a display; Qt's default one is too small for the window.
 class ImaginaryScreen {
  public:
   ImaginaryScreen() {
@@ -60,7 +60,7 @@ int save(QWidget& shown, const std::filesystem::path& picture) {
                               "\" cannot be written: check that its folder exists and may be written.");
 }
 
-// Pressing returns when the dialog has closed, so that it is drawn and closed from within.
+// Clicking returns when the dialog has closed, so the dialog is drawn and closed from its event loop.
 int drawDialog(QAbstractButton& opener, const std::filesystem::path& picture) {
   std::optional<int> status;
   QTimer::singleShot(0, &opener, [&status, &picture] {

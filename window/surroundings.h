@@ -1,4 +1,4 @@
-// What a view needs besides the tree that it shows. A value: it only knows where things are.
+// The environment of a view, besides its widget tree. Holds references only.
 #pragma once
 
 #include "host/chrome/addresses.h"
@@ -14,10 +14,10 @@ namespace Window {
 struct Surroundings {
   Texts texts;
 
-  // Outlives all that is shown.
+  // Outlives all views.
   const Refhost::ChromeFolders& chrome;
 
-  // The sheet that previews show, in points.
+  // The sheet shown in previews, in points.
   QSizeF paper;
 
   // The address of a picture that the plug-in has registered under a name; empty for none.

@@ -17,7 +17,7 @@ namespace {
 
 using Refhost::Edit;
 
-// Whether half a character stands in front of the caret: what is left of one that the line's length has cut.
+// Whether an unpaired high surrogate precedes the caret, left over by the line's length limit.
 bool endsInHalf(const QString& text, int caret) {
   return caret > 0 && caret <= text.size() && text[caret - 1].isHighSurrogate() &&
          (caret == text.size() || !text[caret].isLowSurrogate());
@@ -25,8 +25,8 @@ bool endsInHalf(const QString& text, int caret) {
 
 }  // namespace
 
-// Qt asks a validator about every change before it tells anyone, and takes a refused one back by itself: the text, the
-// caret, the selection and the steps of undo are then as they were.
+// Qt calls a validator for every change before notifying anyone, and reverts rejected ones completely: text, caret,
+// selection and undo steps.
 class TextField::Referee final : public QValidator {
  public:
   explicit Referee(TextField& line) : QValidator(&line), field(line) {}
@@ -39,7 +39,7 @@ class TextField::Referee final : public QValidator {
 TextField::TextField(Refhost::TextBoxNode& box, QWidget* parent) : QLineEdit(parent), node(&box) {
   setValidator(new Referee(*this));
   connect(this, &QLineEdit::textChanged, this, &TextField::putRight);
-  // Qt takes a refused change back only after it has told of it.
+  // Qt reverts a rejected change only after reporting it.
   connect(this, &QLineEdit::inputRejected, this, &TextField::putRight, Qt::QueuedConnection);
   refresh();
 }
@@ -55,7 +55,7 @@ void TextField::refresh() {
   show(text);
 }
 
-// A text of the tree's may be longer than what a user can enter; Qt would cut it.
+// The tree's text may exceed the user's limit, at which Qt would truncate it.
 void TextField::show(const QString& text) {
   const QScopedValueRollback following(isFollowing, true);
   agreed = text;
@@ -83,8 +83,7 @@ bool TextField::tell(const QString& text, Edit how) {
   return isTaken;
 }
 
-// The changes that Qt does not take back when they are refused, undo among them, and a refusal that came with another
-// text.
+// Corrects rejected changes that Qt does not revert, such as undo, and rejections that set another text.
 void TextField::putRight() {
   if (node == nullptr || isFollowing || isTelling || !composition.isEmpty()) return;
   if (known != agreed) {
@@ -124,8 +123,8 @@ void TextField::contextMenuEvent(QContextMenuEvent* event) {
   menu->popup(event->globalPos());
 }
 
-// A text that an input method is still composing is shown by Qt within the line without being of it; the tree is told
-// the whole, so that a preview follows.
+// Qt shows a composition in the line without adding it to the text; the tree gets the whole, so that previews are
+// updated.
 void TextField::inputMethodEvent(QInputMethodEvent* event) {
   composition = event->preeditString();
   QLineEdit::inputMethodEvent(event);

@@ -1,5 +1,5 @@
-// A line of text whose every edit the tree decides. In all else it is the desktop's own: caret, selection, undo, input
-// methods, menu.
+// A line edit whose text is controlled by the widget tree, which accepts or rejects every edit. Caret, selection, undo,
+// input methods and menu are Qt's.
 #pragma once
 
 #include "host/widgets/input.h"
@@ -13,13 +13,13 @@ class TextField final : public QLineEdit {
   Q_OBJECT
 
  public:
-  // The box outlives the field, or the field is told to forget it.
+  // The box outlives the field, unless the field is told to forget it.
   TextField(Refhost::TextBoxNode& box, QWidget* parent);
 
-  // Shows the box's text where it is no longer the one that the field has told or was told.
+  // Shows the box's text if it differs from the last known one.
   void refresh();
 
-  // The box is gone or about to go: nothing of it is touched any more.
+  // Drops the reference to the box, which is about to be destroyed.
   void forget() { node = nullptr; }
 
  protected:
@@ -39,12 +39,12 @@ class TextField final : public QLineEdit {
   void putRight();
 
   Refhost::TextBoxNode* node;
-  Refhost::Edit way = Refhost::Edit::typed;  // how the user is editing at the moment
-  QString agreed;                            // the text of the line that the tree has agreed to
-  QString known;                             // the box's text as it was last seen: that, and a composition within it
+  Refhost::Edit way = Refhost::Edit::typed;  // the kind of the current edit
+  QString agreed;                            // the line's text as last accepted by the tree
+  QString known;                             // the box's last known text: `agreed` with a composition
   QString composition;
   int limit = -1;
-  bool isFollowing = false;  // while a text of the tree's is put into the line
+  bool isFollowing = false;  // while the tree's text is set in the line
   bool isTelling = false;
 };
 

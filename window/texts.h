@@ -1,4 +1,4 @@
-// Texts of the user interface, from the string tables into Qt.
+// Conversion of user interface texts for Qt.
 #pragma once
 
 #include "host/chrome/strings.h"
@@ -13,22 +13,21 @@ namespace Window {
 QString toQt(std::u16string_view text);
 std::u16string toWide(const QString& text);
 
-// A label whose access key Qt underlines and obeys with Alt: where the label has it in brackets, as East Asian labels
-// have, else where it first occurs. A key that the label does not contain is put behind it in brackets; an empty key
-// leaves the label without one. An ampersand in the label stays an ampersand.
+// A label with its access key in Qt's form: the key in brackets, as in East Asian labels, if present, else its first
+// occurrence. A missing key is appended in brackets; an empty key gives no access key. Escapes ampersands.
 QString withAccessKey(const QString& label, const QString& key);
 
-// The window's own texts in the language of the preferences. A value: it only knows where the texts are.
+// The window's own texts in the language of the preferences. Holds a reference only.
 class Texts {
  public:
   // The tables outlive the texts and their copies.
   explicit Texts(const Refhost::StringTables& stringTables) : tables(&stringTables) {}
 
-  // The text of "IDS_KILN_" and this name. What stands in the table as {1} and {2}, since a percent sign means
-  // something else there, comes out as %1 and %2 for QString::arg. Throws std::logic_error when no table has the text.
+  // The text "IDS_KILN_" + name. Its placeholders {1} and {2} (percent signs have another meaning in tables) become %1
+  // and %2 for QString::arg. Throws std::logic_error when no table has the text.
   QString operator()(const char* name) const;
 
-  // What the user reads for a text that may be a string-table reference.
+  // The displayed form of a text that may be a string-table reference.
   QString shown(std::u16string_view text) const { return toQt(tables->resolve(text)); }
 
  private:

@@ -1,4 +1,4 @@
-// PrintTickets opened and saved from the window's menu.
+// Opening and saving PrintTickets from the window's menu.
 #include "host/documents/disk.h"
 #include "host/documents/whole_file.h"
 #include "window/file_question.h"

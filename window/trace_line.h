@@ -1,4 +1,4 @@
-// One line for each trace event.
+// Formats trace events.
 #pragma once
 
 #include "host/trace.h"
@@ -7,7 +7,7 @@
 
 namespace Window {
 
-// The event as one line of JSON, its members in their order.
+// The event as one line of JSON, with its members in order.
 QString traceLine(const Refhost::TraceEvent& event);
 
 }  // namespace Window

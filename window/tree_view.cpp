@@ -25,7 +25,7 @@ namespace {
 using Refhost::WidgetKind;
 using Refhost::WidgetNode;
 
-// A check box whose mark only the tree changes: the click is told, the mark follows.
+// A check box whose mark only the tree changes: clicks are forwarded, the mark follows.
 class FollowingCheckBox final : public QCheckBox {
  public:
   using QCheckBox::QCheckBox;
@@ -36,7 +36,7 @@ class FollowingCheckBox final : public QCheckBox {
 
 bool isCaption(const WidgetNode& node) { return node.attribute("element") == u"caption"; }
 
-// Whether anything can be seen in a container, besides its caption and empty space.
+// Whether a container shows anything besides its caption and empty space.
 bool hasContent(const WidgetNode& container) {
   for (const WidgetNode* child : container.children()) {
     if (!child->isVisible() || isCaption(*child) || child->kind() == WidgetKind::spacer) continue;
@@ -50,13 +50,13 @@ bool runsAcross(const WidgetNode& box) {
   return box.attribute("element") == u"hbox" || box.attribute("orient") == u"horizontal";
 }
 
-// Whether a container has nothing to show of what it holds: it would only be a gap.
+// Whether all of a container's content is hidden, so that it would only be a gap.
 bool isEmptied(const WidgetNode& node) {
   if (node.kind() == WidgetKind::box) return !node.children().empty() && !hasContent(node);
   return node.kind() == WidgetKind::groupBox && !hasContent(node);
 }
 
-// Whether the node is one of the dialog's own buttons, which stand beside OK and Cancel.
+// Whether the node is a dialog button, which is shown beside OK and Cancel.
 bool isDialogButton(const WidgetNode& node) { return !node.attribute("dlgtype").empty(); }
 
 int number(const WidgetNode& node, const char* attribute, int otherwise = 0) {
@@ -65,7 +65,7 @@ int number(const WidgetNode& node, const char* attribute, int otherwise = 0) {
   return isNumber ? value : otherwise;
 }
 
-// Where a child lies in what the box has more than the child needs; nothing where it fills it.
+// The alignment of a child across the box's direction; nothing when it fills the box.
 Qt::Alignment crossAlignment(const WidgetNode& box) {
   const std::u16string align = box.attribute("align");
   if (align == u"center") return runsAcross(box) ? Qt::AlignVCenter : Qt::AlignHCenter;
@@ -129,7 +129,7 @@ void TreeView::adopt(Refhost::Button& node, QPushButton* button, std::function<v
   show(node, button, [this, &node, button] { button->setText(shownLabel(node)); });
 }
 
-// Shows the states that all kinds have, now and after each change, then what `refresh` shows.
+// Updates the states common to all kinds, now and after each change, then calls `refresh`.
 void TreeView::show(const WidgetNode& node, QWidget* widget, std::function<void()> refresh) {
   widget->setObjectName(toQt(node.id()));
   if (const int width = number(node, "width"); width > 0) widget->setMinimumWidth(width);
@@ -180,7 +180,7 @@ QWidget* TreeView::buildContainer(WidgetNode& node, QWidget* parent) {
   return box;
 }
 
-// The caption above, then what the group holds in the desktop's own frame.
+// The caption above, and the content in the desktop's frame.
 QWidget* TreeView::buildGroup(WidgetNode& node, QWidget* parent) {
   auto* section = new QWidget(parent);
   auto* layout = new QVBoxLayout(section);
@@ -232,7 +232,7 @@ QWidget* TreeView::buildLabel(Refhost::Label& node, QWidget* parent) {
   if (!text->wordWrap() && align != u"end") layout->addStretch();
   show(node, row, [this, &node, text, picture] {
     const QString label = shownLabel(node);
-    // Only a label that leads to another widget has an access key, and only it doubles ampersands.
+    // Only labels with a buddy have access keys and escape ampersands.
     text->setText(text->buddy() != nullptr ? label : texts.shown(node.label()));
     picture->setPixmap(pixmapOf(node.image(), *picture));
     picture->setVisible(bool(node.image()));
@@ -265,7 +265,7 @@ QPixmap TreeView::pictureIn(const Refhost::ImageBox& node, const QWidget& on) co
   return pixmapAt(address, surroundings.chrome);
 }
 
-// A button of a set width is as wide as that, or as its text needs: most are wider than a symbol on them.
+// A button's set width is a minimum: most texts are wider than a symbol.
 QWidget* TreeView::buildButton(Refhost::Button& node, QWidget* parent) {
   auto* button = new RoomyButton(parent);
   adopt(node, button, [&node] { node.click(); });
@@ -294,7 +294,7 @@ QWidget* TreeView::buildList(WidgetNode& node, QWidget* parent) {
   list->setFixedHeight(rows * list->rowHeight() + 2 * list->frameWidth());
   if (number(node, "flex") > 0) list->setMaximumHeight(QWIDGETSIZE_MAX);
 
-  // The choice waits for the list to be done with the key or click: what it sets off may fill the list anew.
+  // Queued until the list has handled the key or click, since the choice may refill the list.
   QObject::connect(
       list, &QListWidget::currentRowChanged, list,
       [this, &node, &selector](int row) {

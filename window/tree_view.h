@@ -1,5 +1,5 @@
-// A view of a widget tree: Qt widgets that show what the tree says and tell it what the user does. It has no behaviour
-// of its own: a click changes nothing here until the tree says so.
+// A view of a widget tree: Qt widgets that show the tree's state and forward user input to it. Input changes nothing
+// here until the tree changes.
 #pragma once
 
 #include "host/widgets/input.h"
@@ -24,22 +24,22 @@ namespace Window {
 
 class TreeView {
  public:
-  // Builds the widgets of `root` and all below it as children of `parent`. The tree outlives the view, or the view is
-  // told to forget it.
+  // Builds the widgets for `root` and its descendants as children of `parent`. The tree outlives the view, unless the
+  // view is told to forget it.
   TreeView(Refhost::WidgetNode& root, const Surroundings& around, QWidget* parent);
   TreeView(const TreeView&) = delete;
   TreeView& operator=(const TreeView&) = delete;
 
-  // Belongs to the parent given at construction. Its widgets carry the ids of the tree as object names.
+  // Owned by the parent given to the constructor. Object names are the ids of the tree's widgets.
   QWidget* widget() const { return top; }
 
-  // Shows a widget of the tree as it is now; nothing for a widget of another tree.
+  // Updates the view of a widget; ignores widgets of other trees.
   void update(const Refhost::WidgetNode& node);
 
-  // Also shows that button of the tree in `button`, which then tells `press` of clicks.
+  // Also shows a button of the tree in `button`, whose clicks call `press`.
   void adopt(Refhost::Button& node, QPushButton* button, std::function<void()> press);
 
-  // The tree is gone or about to go: nothing of it is touched any more.
+  // Drops all references to the tree, which is about to be destroyed.
   void forget();
 
  private:
@@ -68,10 +68,10 @@ class TreeView {
   void fill(QBoxLayout* layout, Refhost::WidgetNode& node, QWidget* parent, std::size_t first = 0);
   void show(const Refhost::WidgetNode& node, QWidget* widget, std::function<void()> refresh = [] {});
 
-  // The widget that `follower` names in that attribute, each change of which it shows from now on; null for none.
+  // The widget named by an attribute of `follower`; updates `follower` with it from now on. Null for none.
   Refhost::WidgetNode* follow(const Refhost::WidgetNode& follower, const char* attribute);
 
-  // What relates widgets to each other: labels to what they lead to, groups to what they hold, rows to rows.
+  // Relations between widgets: labels and their buddies, groups and their contents, aligned rows.
   void relate(Refhost::WidgetNode& root);
   void leadLabels(Refhost::WidgetNode& root);
   void nameForReaders(Refhost::WidgetNode& node, const QString& group);
@@ -87,7 +87,7 @@ class TreeView {
   std::unordered_map<const Refhost::WidgetNode*, Shown> shown;
   std::unordered_map<const Refhost::WidgetNode*, std::unordered_set<const Refhost::WidgetNode*>> followers;
   std::unordered_map<const Refhost::WidgetNode*, QButtonGroup*> radioGroups;
-  std::unordered_set<const QWidget*> led;  // those that a label leads to
+  std::unordered_set<const QWidget*> led;  // widgets with a label buddy
   Refhost::WidgetNode* tree;
   QWidget* top;
 };

@@ -1,4 +1,4 @@
-// What a user writes, moves and picks in.
+// Input widgets: text boxes, radio buttons, sliders, colour pickers.
 #include "window/images.h"
 #include "window/roomy_button.h"
 #include "window/text_field.h"
@@ -19,7 +19,7 @@ namespace {
 
 using Refhost::WidgetNode;
 
-// The side of a picker's swatch, at 96 dots an inch.
+// The side of a picker's swatch, at 96 dots per inch.
 constexpr int swatchSide = 15;
 
 // A radio button whose mark only the tree changes.
@@ -31,7 +31,7 @@ class FollowingRadioButton final : public QRadioButton {
   void nextCheckState() override {}
 };
 
-// Shows just that mark: a group by itself would not let its last one go.
+// Sets the mark; an exclusive button group would not clear its last one.
 void showMark(QRadioButton& button, bool isMarked) {
   QButtonGroup* group = button.group();
   if (group != nullptr) group->setExclusive(false);
@@ -61,7 +61,7 @@ QWidget* TreeView::buildRadio(Refhost::RadioButton& node, QWidget* parent) {
   return button;
 }
 
-// The radio buttons of a <radiogroup> are one to the arrow keys and to the tabulator, wherever in it they stand.
+// The radio buttons of a <radiogroup> are one group for arrow keys and Tab, at any depth.
 QButtonGroup* TreeView::groupOf(const WidgetNode& radio) {
   const WidgetNode* group = radio.parent();
   while (group != nullptr && group->attribute("element") != u"radiogroup") group = group->parent();
@@ -69,7 +69,7 @@ QButtonGroup* TreeView::groupOf(const WidgetNode& radio) {
   return known == radioGroups.end() ? nullptr : known->second;
 }
 
-// A scroll bar of a layout sets an amount, for which the desktop has sliders.
+// A layout's scroll bar sets an amount, which is a slider on the desktop.
 QWidget* TreeView::buildScroll(Refhost::ScrollBar& node, QWidget* parent) {
   auto* slider = new QSlider(node.attribute("orient") == u"vertical" ? Qt::Vertical : Qt::Horizontal, parent);
   const int length = node.most() - node.least();
@@ -106,7 +106,7 @@ QWidget* TreeView::buildColourPicker(Refhost::ColorPicker& node, QWidget* parent
   return button;
 }
 
-// What is picked last may have been overtaken by a choice in the list of colours that the picker belongs to.
+// The colour list that a picker belongs to may have a newer choice than the picker.
 QColor TreeView::startColour(Refhost::ColorPicker& node) {
   auto* list = dynamic_cast<Refhost::SelectorNode*>(follow(node, "list"));
   const auto item = list == nullptr ? Kiln::SmartPtr<Kiln::XUL::ListItem>() : list->items().at(list->selection());

@@ -29,7 +29,7 @@ bool showsNoWords(const WidgetNode& node) {
   }
 }
 
-// A button with nothing to read on it, such as an arrow.
+// A button without letters or digits, such as an arrow.
 bool isSymbol(const QWidget& widget) {
   const auto* button = qobject_cast<const QAbstractButton*>(&widget);
   if (button == nullptr) return false;
@@ -48,7 +48,7 @@ std::vector<WidgetNode*> rowsOf(const WidgetNode& container) {
 
 bool beginsWithLabel(const WidgetNode* row) { return !row->children().front()->attribute("control").empty(); }
 
-// The width that the layout asks for; 0 for none.
+// The width set in the layout; 0 for none.
 int ownWidth(const WidgetNode& node) { return toQt(node.attribute("width")).toInt(); }
 
 }  // namespace
@@ -76,8 +76,8 @@ void TreeView::leadLabels(WidgetNode& node) {
   for (WidgetNode* child : node.children()) leadLabels(*child);
 }
 
-// What shows no words of its own is called by the label that the layout gives it for that, else, where none leads to it
-// from outside, by the caption of its group.
+// Accessible names for widgets without text: the layout's label for the widget, or, when no label outside refers to it,
+// its group's caption.
 void TreeView::nameForReaders(WidgetNode& node, const QString& group) {
   QString name = group;
   if (node.kind() == WidgetKind::groupBox && !node.children().empty() &&
@@ -93,8 +93,8 @@ void TreeView::nameForReaders(WidgetNode& node, const QString& group) {
   for (WidgetNode* child : node.children()) nameForReaders(*child, name);
 }
 
-// Rows of label and control have their controls below each other, also over groups that follow each other. In a
-// container that shares columns, the groups have all their columns below each other.
+// Aligns the controls of label and control rows, also across consecutive groups. In a container that shares columns,
+// all columns of the groups are aligned.
 void TreeView::lineUp(WidgetNode& container) {
   for (WidgetNode* child : container.children()) lineUp(*child);
   std::vector<WidgetNode*> labelled = rowsOf(container);

@@ -41,7 +41,7 @@ std::uint32_t rgbOf(const std::u16string& colour) {
   return known.isValid() ? known.rgb() & 0xFFFFFF : 0;
 }
 
-// Whether both have the same letters in the same shapes, wherever and in whatever colour they lie.
+// Whether both have the same outlines, regardless of position and colour.
 bool haveSameShapes(const Press::Watermark& a, const Press::Watermark& b) {
   return a.text == b.text && a.face == b.face && a.isBold == b.isBold && a.isItalic == b.isItalic && a.size == b.size &&
          a.isOutlined == b.isOutlined;
@@ -57,7 +57,7 @@ Press::Watermark printedAs(const Refhost::PreviewedWatermark& told, bool isOutli
   mark.isItalic = told.italic;
   mark.size = told.size;
   mark.colour = rgbOf(told.colour);
-  mark.angle = 360 - told.rotation;  // told counter-clockwise
+  mark.angle = 360 - told.rotation;  // clockwise in print
   const char16_t down = told.position.empty() ? u'C' : told.position[0];
   const char16_t across = told.position.size() < 2 ? u'C' : told.position[1];
   mark.down = down == u'U' ? Press::Down::upper : down == u'L' ? Press::Down::lower : Press::Down::centre;
@@ -80,7 +80,7 @@ void WatermarkView::show(const Press::Watermark& newWatermark) {
   update(before | markedArea());
 }
 
-// What the mark may have touched: a large sheet takes long to draw anew.
+// The area that the mark may cover, since redrawing a large sheet is slow.
 QRect WatermarkView::markedArea() const {
   if (!refusal.isEmpty()) return rect();
   if (parts.empty()) return {};
@@ -117,7 +117,7 @@ void WatermarkView::paintEvent(QPaintEvent*) {
   }
 }
 
-// From the points of the text to the view.
+// From the text's points to the view.
 QTransform WatermarkView::placement(const QRectF& sheet) const {
   Press::PageFrame page;
   page.visible = boxOf(QRectF(QPointF(), paper));
@@ -127,8 +127,8 @@ QTransform WatermarkView::placement(const QRectF& sheet) const {
          QTransform(scale, 0, 0, -scale, sheet.left(), sheet.top() + paper.height() * scale);
 }
 
-// Letters and lines that overlap must not show through each other, as they do not on paper: what is seen through is
-// painted opaque first, and then laid on the sheet as a whole.
+// Overlapping letters and strokes must not show through each other, as on paper: transparent marks are painted opaque
+// first, and then composed as a whole.
 void WatermarkView::paintMark(QPainter& painter, const QRectF& sheet) {
   const QTransform place = placement(sheet);
   const double opacity = 1 - watermark.transparency / 100;

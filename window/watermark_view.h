@@ -1,4 +1,4 @@
-// A sheet with a watermark as it will be printed: the shapes and the place are those that the print side uses.
+// A preview sheet with a watermark, with the print side's outlines and position.
 #pragma once
 
 #include "host/widgets/preview.h"
@@ -13,19 +13,19 @@
 
 namespace Window {
 
-// What was told to a preview, as the print side takes it. How the letters are drawn is told apart from the rest.
+// Converts a preview's values for the print side. The outline style is separate.
 Press::Watermark printedAs(const Refhost::PreviewedWatermark& told, bool isOutlined);
 
 class WatermarkView final : public QWidget {
   Q_OBJECT
 
  public:
-  // `paper` in points.
+  // `paper` is in points.
   WatermarkView(const QSizeF& paper, QWidget* parent);
 
   void show(const Press::Watermark& newWatermark);
 
-  // Why nothing can be drawn, as one sentence; empty when something can.
+  // Why nothing can be drawn, as one sentence; empty on success.
   const QString& failure() const { return refusal; }
 
   QSize sizeHint() const override { return {380, 520}; }
