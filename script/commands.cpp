@@ -19,12 +19,12 @@ namespace {
 using Arguments = std::vector<std::u16string>;
 using Refhost::toNarrow;
 
-// Keeps a widget while its handlers run, which may close the dialog that owns it.
+// Keeps a widget alive while its handlers run, which may close the dialog that owns it.
 using Held = Kiln::SmartPtr<Kiln::XUL::Widget>;
 
 std::string inQuotes(const std::u16string& name) { return '"' + toNarrow(name) + '"'; }
 
-// The widget of that id, which the user can operate now. `deed` says what its kind has to be able to.
+// The widget with that id, if the user can operate it now. `deed` describes the required kind in the error message.
 template <class Kind>
 Kind& operable(Session& session, const std::u16string& id, const std::string& deed) {
   Refhost::WidgetNode& widget = session.widget(id);
@@ -79,7 +79,7 @@ Json pick(Session& session, const Arguments& words) {
   return Json::object();
 }
 
-// The place of the first item of that value.
+// The index of the first item with that value.
 std::int32_t indexOf(Refhost::SelectorNode& list, const std::u16string& id, const std::u16string& value) {
   for (std::int32_t i = 0; i < list.items().count(); ++i)
     if (list.items().at(i)->value().view() == value) return i;
@@ -149,7 +149,7 @@ Json cancel(Session& session, const Arguments&) {
   return Json::object();
 }
 
-// What can only be done to the preferences while no dialog lies over them.
+// Rejects commands on the preferences while a dialog is open.
 void demandNoDialog(Session& session) {
   if (Refhost::Dialog* dialog = session.topmost())
     throw std::runtime_error("The dialog " + toNarrow(dialog->url()) + " is open; close it first.");
@@ -256,7 +256,7 @@ Json ticket(Session& session, const Arguments&) { return {{"xml", session.prefer
 
 Json schema(Session& session, const Arguments&) { return {{"xml", session.preferences().ticketSchema()}}; }
 
-// Profiles need no user interface, but one that was closed is not there to show what they bring.
+// Profiles need no user interface, but cannot be imported once it is closed.
 void demandProfiles(Session& session) {
   demandNoDialog(session);
   if (session.preferences().options().mode != Refhost::Mode::rootless) session.gui();
@@ -277,7 +277,7 @@ Json importProfile(Session& session, const Arguments& words) {
 }
 
 struct Command {
-  // The words that follow the name, as a sentence names them, and how many there may be.
+  // The arguments after the name, as shown in messages, and their minimum and maximum number.
   const char* usage;
   std::size_t least;
   std::size_t most;
@@ -288,7 +288,7 @@ constexpr std::size_t anyNumber = std::numeric_limits<std::size_t>::max();
 
 const std::map<std::string, Command, std::less<>>& commandTable() {
   static const std::map<std::string, Command, std::less<>> table = {
-      // What a user does.
+      // User actions.
       {"click", {"ID", 1, 1, click}},
       {"select", {"ID VALUE", 2, 2, select}},
       {"select-index", {"ID N", 2, 2, selectIndex}},
@@ -303,7 +303,7 @@ const std::map<std::string, Command, std::less<>>& commandTable() {
       {"tab", {"ID", 1, 1, tab}},
       {"help", {"", 0, 0, help}},
 
-      // What the host does.
+      // Host actions.
       {"set", {"NAME VALUE", 2, 2, set}},
       {"allow", {"NAME OPTION", 2, 2, allow}},
       {"forbid", {"NAME OPTION", 2, 2, forbid}},
@@ -315,7 +315,7 @@ const std::map<std::string, Command, std::less<>>& commandTable() {
       {"load-ticket", {"FILE", 1, 1, loadTicket}},
       {"reload", {"", 0, 0, reload}},
 
-      // What can be read.
+      // Queries.
       {"get", {"NAME", 1, 1, get}},
       {"properties", {"", 0, 0, properties}},
       {"setting", {"KEY", 1, 1, setting}},
@@ -328,7 +328,7 @@ const std::map<std::string, Command, std::less<>>& commandTable() {
   return table;
 }
 
-// An argument as wide text. Bytes that are no UTF-8 would be changed on their way, so they are refused.
+// Converts an argument. Rejects invalid UTF-8, which would be changed by the conversion.
 std::u16string toArgument(const std::string& word) {
   std::u16string wide = Refhost::toWide(word);
   if (toNarrow(wide) != word) throw std::runtime_error("The line is not UTF-8.");

@@ -11,11 +11,11 @@ namespace Script {
 
 class Session;
 
-// Obeys one command, its name first. Gives the members that it adds to its answer. Throws std::exception, one sentence,
-// when it cannot be obeyed; nothing has happened then.
+// Executes one command; its name is the first word. Returns additional members of the answer. Throws std::exception,
+// one sentence, without a change, when the command is invalid.
 Json obey(Session& session, const std::vector<std::string>& words);
 
-// What the word after "job-step" stands for: "-" for leaving OverlayImageName as it is, else the name.
+// Parses the argument of "job-step": "-" leaves OverlayImageName unchanged.
 std::optional<std::u16string> jobStepOf(const std::u16string& word);
 
 }  // namespace Script

@@ -16,7 +16,7 @@ namespace {
 using Refhost::WidgetKind;
 using Refhost::WidgetNode;
 
-// Whether the widget and all above it are enabled, seen or not.
+// Whether the widget and its ancestors are enabled, visible or not.
 bool isEnabled(const WidgetNode& widget) {
   const WidgetNode* parent = widget.parent();
   return widget.isEnabled() && (parent == nullptr || isEnabled(*parent));
@@ -36,8 +36,7 @@ bool hasLabel(WidgetKind kind) {
 
 Json textOrNull(std::u16string_view wide) { return wide.empty() ? Json(nullptr) : text(wide); }
 
-// The height in pixels that a bitmap file states, which is negative there when its rows go from the top down; null for
-// any other file.
+// The height in a bitmap file's header, negative for top-down rows; null for other files.
 Json heightOf(const std::filesystem::path& bitmap) {
   std::array<char, 26> header = {};
   std::ifstream file(bitmap, std::ios::binary);
@@ -84,7 +83,7 @@ Json describeItems(Kiln::XUL::ListData& items) {
   return list;
 }
 
-// A whole number without a fraction, as ids and positions are.
+// Writes integers, such as ids and positions, without a fraction.
 Json number(double value) {
   const bool isWhole = std::nearbyint(value) == value && std::abs(value) < 1e15;
   return isWhole ? Json(static_cast<std::int64_t>(value)) : Json(value);

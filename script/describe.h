@@ -1,4 +1,4 @@
-// What the host holds, as scripts read it.
+// The host's objects as JSON for scripts.
 #pragma once
 
 #include "host/model/properties.h"
@@ -8,13 +8,13 @@
 
 namespace Script {
 
-// A widget's state: the members that every kind has, then those of its own.
+// A widget's state: the common members first, then those of its kind.
 Json describe(Refhost::WidgetNode& widget);
 
 // An event of the trace: its "op", then its members.
 Json describe(const Refhost::TraceEvent& event);
 
-// Names and values, as the members of an object.
+// Names and values as an object.
 Json describe(const Refhost::TracePairs& values);
 
 }  // namespace Script

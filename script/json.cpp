@@ -39,7 +39,7 @@ void appendText(std::string& line, const std::string& narrow) {
   line += '"';
 }
 
-// The library's own writer refuses unpaired surrogates, so only numbers and literals are left to it.
+// The library's writer rejects unpaired surrogates, so it is used only for numbers and literals.
 void append(std::string& line, const Json& value) {
   const char* separator = "";
   if (value.is_object()) {

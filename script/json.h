@@ -1,4 +1,4 @@
-// JSON as answers and traces are written.
+// The JSON of answers and traces.
 #pragma once
 
 #include <nlohmann/json.hpp>
@@ -8,14 +8,13 @@
 
 namespace Script {
 
-// Members keep the order in which they were added. Texts are UTF-8 in which an unpaired surrogate is three bytes of its
-// own, as Refhost::toNarrow makes it.
+// Members keep their insertion order. Texts are UTF-8, with unpaired surrogates as three bytes (see Refhost::toNarrow).
 using Json = nlohmann::ordered_json;
 
-// A wide text as a value.
+// A wide text as a JSON value.
 Json text(std::u16string_view wide);
 
-// One line without its end: UTF-8, an unpaired surrogate as its \uDXXX escape, a byte that is no text as U+FFFD.
+// One line without a line break: UTF-8, unpaired surrogates as \uDXXX escapes, invalid bytes as U+FFFD.
 std::string toLine(const Json& value);
 
 }  // namespace Script

@@ -1,5 +1,4 @@
-// The script face: runs the preferences without a window, by a script of commands. docs/drive.md describes its
-// language.
+// The script face: runs the preferences without a window, controlled by a script. docs/drive.md describes the language.
 #pragma once
 
 #include "host/preferences.h"
@@ -12,18 +11,18 @@
 namespace Script {
 
 struct Request {
-  // An empty home is a temporary one that lives as long as the run, reloads included.
+  // An empty home is a temporary one for the run, including reloads.
   Refhost::Options preferences;
 
-  // What the host's modal job step answers from the opening on; nothing leaves OverlayImageName as it is.
+  // The initial answer to the host's modal job step; nothing leaves OverlayImageName unchanged.
   std::optional<std::u16string> jobStep;
 
-  // The file that every trace event is written to as it happens; empty for none.
+  // The file to write trace events to immediately; empty for none.
   std::filesystem::path trace;
 };
 
-// Obeys the commands, one a line, and writes one answer a line. Gives the exit status: 0 when every command was
-// answered with "ok" true, else 1. Throws std::runtime_error, one sentence, when the preferences cannot be opened.
+// Executes one command per line, and writes one answer per line. Returns the exit status: 0 when all answers have "ok"
+// true, else 1. Throws std::runtime_error, one sentence, when the preferences cannot be opened.
 int run(const Request& request, std::istream& commands, std::ostream& answers);
 
 }  // namespace Script

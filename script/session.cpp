@@ -13,7 +13,7 @@
 namespace Script {
 namespace {
 
-// A plug-in that opens a dialog whenever one is cancelled would keep a script from ending.
+// Prevents an endless loop with a plug-in that opens a dialog whenever one is cancelled.
 constexpr int mostDialogsAfterEnd = 100;
 
 }  // namespace
@@ -130,7 +130,7 @@ void Session::close() {
   opened.reset();
 }
 
-// A modal dialog that opens meanwhile may have taken commands already. Each gets its answer, also when the opening then
+// A modal dialog during the opening may have executed commands already. Their answers are written even if the opening
 // fails.
 void Session::openFirst() {
   try {
@@ -171,7 +171,7 @@ void Session::fail(const std::string& sentence) {
     unanswered->error = sentence;
 }
 
-// A refusal by an exception is told as that.
+// An exception takes precedence over a veto.
 void Session::addVeto() {
   if (unanswered && !unanswered->error) unanswered->members["vetoed"] = true;
 }

@@ -1,8 +1,8 @@
-// One run of a script: the face that the host's core sees while commands operate it.
+// One run of a script: the face of the host's core, operated by commands.
 //
-// At most one command is unanswered at a time. A modal dialog that opens answers it and takes the commands that follow;
-// the command that closes the dialog stays unanswered while the code that opened the dialog runs on, to its end or to
-// the next modal dialog. What comes to light meanwhile, a veto or an exception, belongs to that command.
+// At most one command is unanswered at a time. A modal dialog that opens answers it and executes the following
+// commands; the command that closes the dialog stays unanswered until the code that opened the dialog ends or opens
+// another modal dialog. A veto or an exception in between belongs to that command.
 #pragma once
 
 #include "host/face.h"
@@ -24,26 +24,26 @@ class Session final : public Refhost::Face {
  public:
   Session(const Request& scriptRequest, std::istream& commandLines, std::ostream& answerLines);
 
-  // Opens the preferences, obeys the script to its end and closes them. False when a command was not answered with
-  // "ok". Throws std::runtime_error when the preferences cannot be opened.
+  // Opens the preferences, executes the script and closes them. False when a command failed. Throws std::runtime_error
+  // when the preferences cannot be opened.
   bool run();
 
-  // What commands act on. They throw std::runtime_error, one sentence, when there is nothing to act on: after a reload
-  // that failed, and, for the user interface, also after OK or Cancel and where there is none.
+  // The objects that commands act on. Throw std::runtime_error, one sentence, when they do not exist: after a failed
+  // reload, and for the user interface also after OK or Cancel, or in mode rootless.
   Refhost::Preferences& preferences();
   Refhost::Gui& gui();
 
   // The topmost open dialog; null when none is open.
   Refhost::Dialog* topmost();
 
-  // The widget of that id where a user looks: in the topmost dialog, or in the tabs. Throws when there is none.
+  // The widget with that id in the topmost dialog, or in the tabs when no dialog is open. Throws when there is none.
   Refhost::WidgetNode& widget(const std::u16string& id);
 
-  // Presses OK of a dialog or of the preferences; a veto is told by the command that is unanswered when it falls.
+  // Presses OK of a dialog or of the preferences; a veto is reported in the answer of the current command.
   void accept(Refhost::Dialog& dialog);
   void acceptPreferences();
 
-  // Closes the preferences and opens them again on the same home and options.
+  // Closes the preferences and reopens them with the same home and options.
   void reload();
 
   void setJobStep(std::optional<std::u16string> name) { jobStep = std::move(name); }
@@ -62,7 +62,7 @@ class Session final : public Refhost::Face {
   void tell(const std::string& sentence) override;
 
  private:
-  // What a command is answered with, as far as it is known.
+  // The answer to a command, as far as known.
   struct Answer {
     std::size_t command;
     std::optional<std::string> error;
@@ -92,10 +92,10 @@ class Session final : public Refhost::Face {
   std::size_t commandsRead = 0;
   bool allOk = true;
 
-  // A modal dialog that opened while no command was unanswered; the next answer tells of it.
+  // A modal dialog that opened while no command was unanswered; the next answer reports it.
   std::optional<std::u16string> dialogToTell;
 
-  // What failed while no command was unanswered: while opening, or after the end of the script.
+  // Failures while no command was unanswered: during the opening, or after the end of the script.
   std::vector<std::string> failures;
   int dialogsAfterEnd = 0;
 };

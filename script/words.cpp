@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::string_view blanks = " \t\r\n\v\f";
 
-// Appends quoted text to `word`; `index` is behind the opening mark, and is moved behind the closing one.
+// Appends quoted text to `word`; advances `index` from after the opening mark past the closing one.
 void takeQuoted(std::string_view line, std::size_t& index, char mark, std::string& word) {
   for (; index < line.size(); ++index) {
     if (line[index] == mark) {

@@ -1,4 +1,4 @@
-// The words of a script line.
+// Splits script lines into words.
 #pragma once
 
 #include <string>
@@ -7,12 +7,12 @@
 
 namespace Script {
 
-// Splits a line as a POSIX shell splits words: blanks separate, "..." and '...' keep text whole, and a backslash takes
-// the next character as it is outside single quotes, inside double ones too. Nothing is expanded. Throws
-// std::runtime_error when a quotation mark or a last backslash has no partner.
+// Splits a line like a POSIX shell: blanks separate words, "..." and '...' quote, and a backslash escapes the next
+// character, except in single quotes. No expansion. Throws std::runtime_error for an unterminated quote or a trailing
+// backslash.
 std::vector<std::string> splitWords(std::string_view line);
 
-// Whether a line is no command: it holds nothing but blanks, or begins with "#".
+// Whether a line is blank or a comment, which starts with "#".
 bool isComment(std::string_view line);
 
 }  // namespace Script
