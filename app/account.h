@@ -7,11 +7,11 @@
 namespace App {
 
 struct Account {
-  // Empty when the system knows no name for it.
+  // Empty when unknown.
   std::string name;
 
-  // The folder for what this account's person keeps. It goes by the system's list of users where the environment does
-  // not name one, since schedulers give their filters another HOME. Empty when there is none.
+  // The data folder of this account. Falls back to the user database when the environment does not set it, since
+  // schedulers run filters with another HOME. Empty when there is none.
   std::filesystem::path folder;
 };
 

@@ -27,7 +27,7 @@ std::string alternatives(const std::vector<std::u16string>& names) {
 
 char16_t toLower(char16_t unit) { return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + 32) : unit; }
 
-// How many units have to be put in, taken out or changed to make one name of the other, whatever their case.
+// The case-insensitive edit distance of two names.
 std::size_t distance(std::u16string_view a, std::u16string_view b) {
   std::vector<std::size_t> row(b.size() + 1);
   std::iota(row.begin(), row.end(), std::size_t{0});
@@ -41,7 +41,7 @@ std::size_t distance(std::u16string_view a, std::u16string_view b) {
   return row.back();
 }
 
-// The names that somebody who wrote `name` may have meant, the nearest first.
+// Suggestions for a misspelt `name`, best match first.
 std::vector<std::u16string> nearNames(const PropertyModel& model, const std::u16string& name) {
   constexpr std::size_t most = 3;
   const std::size_t farthest = std::max<std::size_t>(2, name.size() / 3);

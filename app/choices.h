@@ -1,4 +1,4 @@
-// The settings that a command line names, made as a user would make them.
+// Applies settings of a command line as a user would.
 #pragma once
 
 #include "app/silent_face.h"
@@ -6,12 +6,12 @@
 
 namespace App {
 
-// Throws std::runtime_error, one sentence, when the model has no property of that name, or one that no user sets.
+// Throws std::runtime_error, one sentence, when the model has no such property, or users may not set it.
 void demandSettable(const Refhost::PropertyModel& model, const std::u16string& name);
 
-// Gives the properties their values, one after another, each as if it had been chosen in the preferences: the plug-in's
-// handlers and the model's rules run. Throws std::runtime_error, one sentence, for a property that the model does not
-// have or no user sets, for an option that cannot be chosen, and when the rules have not kept a choice.
+// Sets the properties one by one, as if chosen in the preferences: the plug-in's handlers and the model's rules run.
+// Throws std::runtime_error, one sentence, for a property that does not exist or that users may not set, for an
+// unavailable option, and when a rule has overridden a choice.
 void choose(Refhost::Preferences& preferences, SilentFace& face, const Refhost::TracePairs& choices);
 
 }  // namespace App

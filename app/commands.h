@@ -7,11 +7,11 @@
 
 namespace App {
 
-// What the chosen subcommand does; gives the exit status.
+// Executes the chosen subcommand; returns the exit status.
 using Run = std::function<int()>;
 
-// Each declares a subcommand, which puts what it does into `run` when it is chosen. Throw nothing; what `run` throws is
-// Failure, or std::exception for a failure of status 1.
+// Each declares a subcommand that sets `run` when it is chosen. They do not throw; `run` throws Failure, or
+// std::exception for exit status 1.
 void addDrive(CLI::App& kiln, Run& run);
 void addFilter(CLI::App& kiln, Run& run);
 void addOverlay(CLI::App& kiln, Run& run);

@@ -27,7 +27,7 @@ const std::map<std::string, Refhost::Mode> modes = {{"DocProp", Refhost::Mode::d
                                                     {"PrePrint", Refhost::Mode::prePrint},
                                                     {"rootless", Refhost::Mode::rootless}};
 
-// What was given on the command line, as it was given.
+// The command line's values, unprocessed.
 struct DriveOptions {
   HostOptions host;
   std::string script;

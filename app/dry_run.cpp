@@ -7,7 +7,7 @@
 namespace App {
 namespace {
 
-// On one line of a terminal, whatever the texts that people have written hold.
+// Replaces control characters, which user texts may contain, for output on one line of a terminal.
 std::string onOneLine(std::string sentence) {
   std::ranges::replace_if(sentence, [](char unit) { return (unit >= 0 && unit < ' ') || unit == '\x7F'; }, ' ');
   return sentence;
@@ -21,17 +21,17 @@ std::string capitalised(std::string sentence) {
   return sentence;
 }
 
-// Without a fraction where there is none.
+// Omits a zero fraction.
 std::string number(double value) {
   char text[32];
   std::snprintf(text, sizeof text, "%g", value);
   return text;
 }
 
-// From 0 to less than 360.
+// Normalises to the range from 0 to below 360.
 double wholeTurnsLess(double degrees) { return std::fmod(std::fmod(degrees, 360) + 360, 360); }
 
-// Empty for the middle of the page.
+// Empty for the centre of the page.
 std::string placeInWords(const Press::Watermark& mark) {
   std::string side = mark.across == Press::Across::left ? "left" : mark.across == Press::Across::right ? "right" : "";
   if (mark.down == Press::Down::centre) return side;
@@ -44,7 +44,7 @@ bool contains(const std::vector<int>& numbers, int wanted) {
   return std::binary_search(numbers.begin(), numbers.end(), wanted);
 }
 
-// The words for one effect after another.
+// Describes the effects one after another.
 class Description {
  public:
   Description(const Press::Plan& printed, const Press::Effects& wanted) : plan(printed), effects(wanted) {}
@@ -81,14 +81,14 @@ class Description {
         (kept == 1 ? " is printed." : " are printed; from here on they count from 1."));
   }
 
-  // The marks that come before several pages are put on a sheet, or those that come after.
+  // Describes the marks drawn before several pages are put on a sheet, or those drawn after.
   void sayMarks(bool areOnPages, const std::map<std::string, std::string>& overlayNames) {
     if (isOnPages(effects.overlaysOnEachPage) == areOnPages)
       for (const Press::Overlay& overlay : effects.overlays) sayOverlay(overlay, overlayNames);
     if (isOnPages(effects.watermark.onEachPage) == areOnPages && !effects.watermark.text.empty()) sayWatermark();
   }
 
-  // Whether a mark is on each page; otherwise it is once on the sheet.
+  // Whether a mark is on each page instead of once per sheet.
   bool isOnPages(bool isOnEachPage) const { return isOnEachPage || effects.pagesOnSheet == 1; }
 
   template <class IsMeant>

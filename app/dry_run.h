@@ -1,4 +1,4 @@
-// What printing would do, in words.
+// Describes in words what printing would do.
 #pragma once
 
 #include "press/effects.h"
@@ -10,12 +10,12 @@
 
 namespace App {
 
-// One sentence for each thing that is done, in the order in which it is done, with the pages that it is done to.
-// `overlayNames`: what people call the overlays, by the names of their files.
+// One sentence per step, in order, with the pages concerned. `overlayNames`: display names of overlays by file name.
 std::vector<std::string> describe(const Press::Plan& plan, const Press::Effects& effects,
                                   const std::map<std::string, std::string>& overlayNames);
 
-// "every page", "no page", "page 3", "pages 1-3, 5": those of `count` pages that `isMeant`, with the word for one.
+// "every page", "no page", "page 3", "pages 1-3, 5": the pages of `count` for which `isMeant` is true; `word` is the
+// singular noun.
 template <class IsMeant>
 std::string pagesInWords(int count, const std::string& word, const IsMeant& isMeant) {
   std::string listed;

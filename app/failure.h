@@ -1,4 +1,4 @@
-// What ends a command early.
+// Exceptions that end a command.
 #pragma once
 
 #include <stdexcept>
@@ -6,13 +6,13 @@
 
 namespace App {
 
-// Exit statuses that every command shares. Other failures end with 1.
+// Exit statuses shared by all commands. Other failures exit with 1.
 constexpr int wrongUsage = 2;
 constexpr int cannotOpen = 2;
 
 class Failure : public std::runtime_error {
  public:
-  // `sentence` says what the user can mend.
+  // `sentence` tells the user what to fix.
   Failure(int status, const std::string& sentence) : std::runtime_error(sentence), exitStatus(status) {}
   int status() const { return exitStatus; }
 

@@ -1,4 +1,4 @@
-// kiln filter: a filter of a print queue, in the calling form of CUPS.
+// kiln filter: a print queue filter with the CUPS command line.
 #include "app/account.h"
 #include "app/choices.h"
 #include "app/commands.h"
@@ -44,7 +44,7 @@ struct FilterOptions {
   bool countsPages = false;
 };
 
-// The words of the call.
+// The arguments of the filter.
 struct Call {
   std::string user;
   std::string copies;
@@ -70,13 +70,13 @@ Call toCall(const std::vector<std::string>& words) {
   return {words[1], words[3], words[4], words.size() == 6 ? words[5] : "-"};
 }
 
-// What everybody may write is nobody's word on how others print.
+// Rejects world-writable files, which must not affect other users' jobs.
 void demandGuarded(const fs::path& path) {
   if ((fs::status(path).permissions() & fs::perms::others_write) != fs::perms::none)
     throw std::runtime_error(path.string() + " may be changed by everybody: take that permission from others.");
 }
 
-// The ticket that the administrator put there for the queue; empty when there is none.
+// The queue's ticket, set by the administrator; empty when there is none.
 fs::path ticketOfQueue(const fs::path& folder) {
   const char* printer = std::getenv("PRINTER");
   const std::string queue = printer == nullptr ? "" : printer;
@@ -90,8 +90,8 @@ fs::path ticketOfQueue(const fs::path& folder) {
   return ticket;
 }
 
-// Opens the preferences with what was accepted in the window for the model: in the home that the administrator names,
-// else in the own one of the job's user. Where nothing was, no such home is made.
+// Sets up the settings saved in the window for the model: from the administrator's home, else from the job's user. Does
+// not create a home.
 void takeKeptSettings(Refhost::Options& options, const std::string& user) {
   fs::path home = options.home;
   const Account account = runningAccount();
@@ -104,8 +104,8 @@ void takeKeptSettings(Refhost::Options& options, const std::string& user) {
   options.properties = *kept;
 }
 
-// Jobs may choose only properties with listed options. So no job brings a path or a text into a process that is not its
-// user's.
+// Jobs may only set properties with listed options, so that they cannot pass paths or texts to a process that runs as
+// another user.
 void demandAllowable(const std::string& property, const Refhost::PropertyModel& model) {
   const std::u16string name = Refhost::toWide(property);
   demandSettable(model, name);
@@ -115,7 +115,7 @@ void demandAllowable(const std::string& property, const Refhost::PropertyModel& 
                              "\" takes any text and so cannot be allowed to jobs: take it from the options of kiln.");
 }
 
-// The settings that the job itself chooses, of the properties that the administrator has named.
+// The job's settings, limited to properties that the administrator allows.
 Refhost::TracePairs jobChoices(const Call& call, const FilterOptions& given, const Refhost::PropertyModel& model) {
   constexpr std::string_view prefix = "kiln-";
   for (const std::string& property : given.allowed) demandAllowable(property, model);
@@ -148,7 +148,7 @@ Press::Effects effectsOf(const Call& call, const FilterOptions& given) {
   return Press::effectsFromProperties(run.accept());
 }
 
-// Tells the scheduler how far the job is, in its own pages, at most once a second.
+// Reports progress to the scheduler, in pages of the job, at most once a second.
 class ProgressMessages {
  public:
   void show(int done, int total) {
@@ -206,7 +206,7 @@ void addFilter(CLI::App& kiln, Run& run) {
   const auto given = std::make_shared<FilterOptions>();
   CLI::App& command = *kiln.add_subcommand("filter", "Puts the effects on the jobs of a print queue");
   command.footer(footer);
-  // Everything from the job's number on is somebody else's words, among them a title that may look like an option.
+  // Everything from the job's number on is untrusted, including a title that may look like an option.
   command.prefix_command();
   command.add_option("--tickets", given->tickets, "The folder of the queues' PrintTickets")
       ->type_name("DIR")

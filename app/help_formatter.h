@@ -1,4 +1,4 @@
-// How the help texts list their options: each with what it takes, and its default at the end of its description.
+// Formats options in help texts: with their values, and the default at the end of the description.
 #pragma once
 
 #include <CLI/CLI.hpp>

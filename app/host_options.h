@@ -1,4 +1,4 @@
-// The options that every command which opens the preferences shares.
+// The options shared by all commands that open the preferences.
 #pragma once
 
 #include "host/preferences.h"
@@ -13,31 +13,31 @@
 namespace App {
 
 struct HostOptions {
-  // Empty for the standard one, or the profile's where there is one.
+  // Empty for the standard model, or the profile's if there is one.
   std::string model;
   std::string home;
   std::string plugin;
   std::string resources;
 
-  // Declares them on a command. They must live until it runs.
+  // Declares them on a command. This object must live until the command runs.
   void declare(CLI::App& command, const std::string& homeHelp);
 
-  // The same without the model and the plug-in, for commands that open nothing.
+  // The same without model and plug-in, for commands that do not open the preferences.
   void declarePlaces(CLI::App& command, const std::string& homeHelp);
 
-  // What was given, and for the plug-in and the resources the ones beside this executable where nothing was; with this
-  // machine's fonts.
+  // The options given, with the plug-in and resources beside this executable as defaults, and with this machine's
+  // fonts.
   Refhost::Options resolve() const;
 };
 
-// A file by its UTF-8 name.
+// Converts a UTF-8 file name.
 std::filesystem::path toPath(const std::string& utf8);
 
-// "NAME=VALUE" in two at its first "="; `option` is for the sentence that a word without one is refused with.
+// Splits "NAME=VALUE" at the first "="; `option` is for the error message when there is none.
 std::pair<std::u16string, std::u16string> toPair(const std::string& option, const std::string& word);
 Refhost::TracePairs toPairs(const std::string& option, const std::vector<std::string>& words);
 
-// An option that takes one value each time it is given.
+// An option that may be repeated, with one value each time.
 CLI::Option* addRepeatable(CLI::App& command, const std::string& name, std::vector<std::string>& values,
                            const std::string& help);
 

@@ -7,7 +7,7 @@
 
 namespace App {
 
-// The names of the installed font faces, each once, in order; nothing when the system does not tell them.
+// The sorted, unique names of the installed font faces; nothing when the system does not provide them.
 std::optional<std::vector<std::u16string>> installedFonts();
 
 }  // namespace App

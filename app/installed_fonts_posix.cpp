@@ -18,7 +18,7 @@ std::optional<std::vector<std::u16string>> installedFonts() {
   if (!fonts) return std::nullopt;
   std::set<std::u16string> names;
   for (int i = 0; i < fonts->nfont; ++i) {
-    // The first name of a face is its own; the others are the same in other languages.
+    // The first name of a face is its own; the others are translations.
     FcChar8* name = nullptr;
     if (FcPatternGetString(fonts->fonts[i], FC_FAMILY, 0, &name) == FcResultMatch)
       names.insert(Refhost::toWide(reinterpret_cast<const char*>(name)));

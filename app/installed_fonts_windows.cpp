@@ -11,7 +11,7 @@ using Names = std::set<std::u16string>;
 
 int CALLBACK note(const LOGFONTW* font, const TEXTMETRICW*, DWORD, LPARAM names) {
   const std::wstring_view name = font->lfFaceName;
-  // A face whose name begins like this is another one turned for vertical writing.
+  // "@" marks the vertical writing variant of another face.
   if (!name.starts_with(L'@')) reinterpret_cast<Names*>(names)->emplace(name.begin(), name.end());
   return 1;  // go on
 }

@@ -1,10 +1,10 @@
-// The user's wish to stop: by Ctrl-C, by ending the process, or by closing its terminal.
+// The user's request to stop: Ctrl-C, a termination signal, or a closed terminal.
 #pragma once
 
 namespace App {
 
-// While it lives, the first such wish is noted instead of ending the process; a second one ends it. What the process
-// was started to ignore, as under nohup, stays ignored. One at a time.
+// While an object exists, the first request is recorded instead of ending the process; a second one ends it. Ignored
+// signals, as under nohup, stay ignored. Only one object may exist at a time.
 class Interruption {
  public:
   Interruption();
@@ -12,7 +12,7 @@ class Interruption {
   Interruption(const Interruption&) = delete;
   Interruption& operator=(const Interruption&) = delete;
 
-  // The number of the signal that came; 0 for none.
+  // The signal received; 0 for none.
   int signal() const;
 };
 

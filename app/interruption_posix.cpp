@@ -9,11 +9,11 @@ volatile std::sig_atomic_t caught = 0;
 
 extern "C" void noteSignal(int number) { caught = number; }
 
-// Ctrl-C, the wish of another program, and a terminal that is closed.
+// Ctrl-C, termination by another program, and a closed terminal.
 constexpr int signals[] = {SIGINT, SIGTERM, SIGHUP};
 
-// Has a signal do this, unless it was ignored when the process began: whoever starts a program that outlives its
-// terminal, or leaves Ctrl-C to another one, does so.
+// Sets a signal handler, unless the signal was ignored when the process started, as nohup and shells in the background
+// do.
 void handle(int number, void (*handler)(int)) {
   struct sigaction action = {};
   sigaction(number, nullptr, &action);

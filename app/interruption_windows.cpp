@@ -7,7 +7,7 @@ namespace {
 
 volatile std::sig_atomic_t caught = 0;
 
-// The system takes a handler away when it has been called, so that a second wish ends the process.
+// The system resets the handler when it is called, so that a second signal ends the process.
 extern "C" void noteSignal(int number) { caught = number; }
 
 constexpr int signals[] = {SIGINT, SIGTERM};

@@ -5,7 +5,7 @@ namespace {
 
 bool isSpace(char unit) { return unit == ' ' || unit == '\t' || unit == '\n' || unit == '\r'; }
 
-// The value at the start of `text`, which is moved behind it.
+// Removes and returns the value at the start of `text`.
 std::string takeValue(std::string_view& text) {
   std::string value;
   char mark = 0;

@@ -1,4 +1,4 @@
-// The options of a print job, as a scheduler hands them to its filters.
+// The options of a print job, as passed to scheduler filters.
 #pragma once
 
 #include <string>
@@ -8,9 +8,9 @@
 
 namespace App {
 
-// The names and values of "NAME=VALUE NAME='A VALUE' NAME", in order; one without a value has none. Quotation marks of
-// both kinds, a backslash before a character, and nested braces keep spaces in a value; the braces stay. What is not
-// closed ends with the text.
+// Parses "NAME=VALUE NAME='A VALUE' NAME" into names and values, in order; the value may be empty. Quotation marks of
+// both kinds, backslash escapes, and nested braces protect spaces; the braces are kept. Unterminated quotes and braces
+// end with the text.
 std::vector<std::pair<std::string, std::string>> parseJobOptions(std::string_view text);
 
 }  // namespace App

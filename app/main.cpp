@@ -1,4 +1,4 @@
-// The kiln command. Its subcommands are each a few lines over the host, the press and the faces.
+// The kiln command. Its subcommands are thin layers over the host, the print side and the faces.
 #include "app/commands.h"
 #include "app/failure.h"
 #include "app/help_formatter.h"
@@ -24,7 +24,7 @@ Examples:
                                R"(  kiln ticket --set MirrorImage=MirrorImage
   echo 'widget ePTKWPageMirrorImage' | kiln drive)";
 
-// The help of kiln itself, whichever command was chosen.
+// The help of kiln itself, regardless of the chosen subcommand.
 std::string overview(const CLI::App& kiln) {
   return kiln.get_formatter()->make_help(&kiln, kiln.get_name(), CLI::AppFormatMode::Normal);
 }
@@ -49,13 +49,13 @@ void addHelp(CLI::App& kiln, App::Run& run) {
   });
 }
 
-// The command that the line names, with how to learn about it, for a line that cannot be understood.
+// The help command to suggest for an invalid command line.
 std::string helpCommand(const CLI::App& kiln) {
   const auto chosen = kiln.get_subcommands();
   return chosen.empty() ? "kiln --help" : "kiln " + chosen.front()->get_name() + " --help";
 }
 
-// What the words ask for. The parser is gone when it runs, and leaves its memory to it.
+// Parses the command line. Frees the parser's memory before the result runs.
 App::Run parse(std::vector<std::string> words) {
   CLI::App kiln("The effect tab of a printer driver's preferences: watch it, test it, and print with it.", "kiln");
   kiln.footer(footer);
@@ -77,7 +77,7 @@ App::Run parse(std::vector<std::string> words) {
   App::addTicket(kiln, run);
   App::addDrive(kiln, run);
   addHelp(kiln, run);
-  std::reverse(words.begin(), words.end());  // as the parser takes them
+  std::reverse(words.begin(), words.end());  // the parser expects reverse order
   try {
     kiln.parse(words);
   } catch (const CLI::Success& help) {
@@ -93,7 +93,7 @@ App::Run parse(std::vector<std::string> words) {
 int main(int count, char** words) {
   int status = 1;
   std::string sentence;
-  // A scheduler, which reads what a filter says, passes over lines that begin in another way.
+  // A scheduler ignores messages of a filter without a known prefix.
   bool isFilter = false;
   try {
     App::prepareStreams();

@@ -15,7 +15,7 @@ constexpr const char16_t* watermarkList = u"lst_selectedWatermark";
 constexpr const char16_t* overlayList = u"cmb_EffOverlay";
 constexpr const char16_t* overlayDetails = u"but_EffDet";
 
-// Values of the overlays' list that are no overlays.
+// Values in the list of overlays that are not overlays.
 constexpr std::u16string_view noOverlay = u"None";
 constexpr std::u16string_view severalOverlays = u"Multiple";
 
@@ -33,7 +33,7 @@ void choose(SilentRun& run, Refhost::SelectorNode& list, const ShownItem& item, 
 
 bool isOverlay(const ShownItem& item) { return item.value != noOverlay && item.value != severalOverlays; }
 
-// The overlay of that name, or else the entry for none; null where the name is neither's.
+// The overlay with that name, or the entry for none; null when there is neither.
 const ShownItem* overlayNamed(const std::vector<ShownItem>& items, const std::string& name) {
   const ShownItem* none = nullptr;
   for (const ShownItem& item : items) {
@@ -57,7 +57,7 @@ PlacedOverlay toPlaced(const std::vector<ShownItem>& items, const std::string& w
                            (names.empty() ? "; there are none yet." : "; there are " + listed(names) + '.'));
 }
 
-// Opens the dialog as a user does: by choosing several overlays or, where they are chosen, by the button for details.
+// Opens the dialog as a user does: by choosing several overlays, or if already chosen, by the details button.
 void chooseSeveral(SilentRun& run, const OverlaySlots& slots) {
   auto& list = onTab<Refhost::SelectorNode>(run, overlayList);
   const auto items = shownItems(list);

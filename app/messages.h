@@ -7,10 +7,10 @@ namespace App {
 
 enum class Message { error, warning, info, debug, page };
 
-// "ERROR: " and so on: what a line of that kind begins with.
+// The prefix of a line of that kind, such as "ERROR: ".
 const char* messageStart(Message kind);
 
-// Writes one; control characters in it, which could begin another line, become spaces.
+// Writes a message; replaces control characters, which could start another line, by spaces.
 void message(Message kind, std::string text);
 
 }  // namespace App

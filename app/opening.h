@@ -1,4 +1,4 @@
-// Where the preferences of a command open, and with what.
+// Decides where and with which settings a command opens the preferences.
 #pragma once
 
 #include "app/host_options.h"
@@ -11,22 +11,21 @@
 
 namespace App {
 
-// Whether there is such a file or folder. Throws std::runtime_error, one sentence, where that cannot be told, and for a
-// link that leads nowhere: jobs must not print without what may be there.
+// Whether the file or folder exists. Throws std::runtime_error, one sentence, when that cannot be determined, and for a
+// dangling link: jobs must not print without files that may exist.
 bool isThere(const std::filesystem::path& path);
 
-// What was accepted in the window for the model of `options` and is kept in `home`; nothing when nothing was. Throws
-// std::runtime_error, one sentence, when it cannot be read.
+// The settings saved by the window in `home` for the model of `options`; nothing when there are none. Throws
+// std::runtime_error, one sentence, when they cannot be read.
 std::optional<Refhost::TracePairs> keptIn(const std::filesystem::path& home, const Refhost::Options& options);
 
-// A home that exists while this object does, and holds what a profile brings. So a profile can be printed with, and the
-// user's home stays as it is.
+// A temporary home with a profile's content, to print with a profile without changing the user's home.
 class ProfileHome {
  public:
   enum class Model { ofProfile, ofOptions };
 
-  // Has `options` open there, with one of the two models. Throws std::runtime_error, one sentence, when the profile
-  // cannot be taken, and Refhost::Stopped when the user wants to stop.
+  // Sets `options` to open this home, with one of the two models. Throws std::runtime_error, one sentence, when the
+  // profile cannot be imported, and Refhost::Stopped when the user interrupts.
   ProfileHome(const std::filesystem::path& profile, Refhost::Options& options, Model model,
               const Interruption& interruption);
 

@@ -1,5 +1,5 @@
-// kiln overlay: the user's overlays, listed and deleted through the plug-in, as in the preferences. They are made where
-// there is printing.
+// kiln overlay: lists and deletes the user's overlays through the plug-in, as in the preferences. Overlays are created
+// where printing is available.
 #include "app/commands.h"
 #include "app/failure.h"
 #include "app/silent_run.h"
@@ -45,7 +45,7 @@ Refhost::ComboBox& listIn(SilentRun& run) {
 }
 
 std::vector<Listed> overlaysIn(Refhost::ComboBox& list) {
-  constexpr std::int32_t firstOverlay = 2;  // behind the entries for none and for several
+  constexpr std::int32_t firstOverlay = 2;  // after the entries for none and for several
   std::vector<Listed> overlays;
   for (std::int32_t i = firstOverlay; i < list.items().count(); ++i) {
     const auto item = list.items().at(i);
@@ -54,7 +54,7 @@ std::vector<Listed> overlaysIn(Refhost::ComboBox& list) {
   return overlays;
 }
 
-// A name on one line of a terminal, whatever an index from outside has for one.
+// Replaces control characters, which names in a foreign index may contain, for output on one line of a terminal.
 std::string onOneLine(std::string name) {
   for (char& unit : name)
     if (static_cast<unsigned char>(unit) < ' ' || unit == '\x7F') unit = '?';
@@ -70,7 +70,7 @@ int list(const OverlayOptions& given) {
   return 0;
 }
 
-// The user's own overlay of that name, or else the downloaded one.
+// The user's own overlay with that name, or else the downloaded one.
 std::optional<Listed> overlayNamed(const std::vector<Listed>& overlays, const std::string& name) {
   for (const bool isDownloaded : {false, true})
     for (const Listed& overlay : overlays)

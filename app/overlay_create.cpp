@@ -1,4 +1,4 @@
-// kiln overlay create: the first page of a PDF becomes an overlay, through the plug-in, as in the preferences.
+// kiln overlay create: makes an overlay of a PDF's first page through the plug-in, as in the preferences.
 #include "app/commands.h"
 #include "app/silent_run.h"
 #include "host/unicode.h"
@@ -17,7 +17,7 @@ struct CreationOptions {
   bool replaces = false;
 };
 
-// Accepts the preferences of a job that is printed into an overlay of the name: the plug-in prepares the destination.
+// Accepts the preferences of a job that creates an overlay with the name: the plug-in prepares the destination.
 void prepare(SilentRun& run, const CreationOptions& given) {
   std::string refusal = "An overlay needs a name.";
   run.face().jobStep = Refhost::toWide(given.name);
@@ -41,14 +41,14 @@ int create(const CreationOptions& given) {
   options.properties.emplace_back(u"PrintJob", u"Overlay");
   SilentRun run(options);
   given.settings.makeIn(run);
-  // Before it has a place, so that an overlay which it is printed on, and replaces, is still there.
+  // Captured before the destination is prepared, since the job may print on the overlay that it replaces.
   const Press::Capture capture =
       Press::captureOverlay(toPath(given.in), Press::effectsFromProperties(run.printedValues()));
   prepare(run, given);
   try {
     run.preferences().writeJob(capture.pdf, capture.thumbnail);
   } catch (...) {
-    // The overlay that was to be replaced is there again.
+    // Restores an overlay that was to be replaced.
     run.preferences().set(u"CancelJob", u"True");
     throw;
   }

@@ -10,7 +10,7 @@ namespace {
 
 using Refhost::toWide;
 
-// Slots are counted from 0 here, and from 1 in the names of their widgets.
+// Slot indexes start at 0 here, and at 1 in widget ids.
 class Assignment {
  public:
   Assignment(Refhost::Dialog& opened, const OverlaySlots& wanted) : dialog(opened), slots(wanted) {}

@@ -1,4 +1,4 @@
-// The dialog for several overlays, operated as a user operates it.
+// Operates the dialog for several overlays like a user.
 #pragma once
 
 #include "app/overlay_slots.h"
@@ -6,8 +6,8 @@
 
 namespace App {
 
-// Puts these overlays, by the names that people see, into the dialog's slots and accepts it. Throws std::runtime_error,
-// one sentence, when the dialog does not take them.
+// Sets the dialog's slots to these overlays, by display names, and accepts it. Throws std::runtime_error, one sentence,
+// when the dialog rejects them.
 void assignOverlays(Refhost::Dialog& dialog, const OverlaySlots& slots);
 
 }  // namespace App

@@ -8,7 +8,7 @@ namespace {
 
 bool isParity(const PlacedOverlay& placed) { return placed.pages == "Even" || placed.pages == "Odd"; }
 
-// Those for which there is no slot of their kind are lists that say the same.
+// Those without a free slot of their kind become equivalent lists.
 std::vector<PlacedOverlay> takeMasters(std::vector<PlacedOverlay>& overlays) {
   std::vector<PlacedOverlay> parities;
   std::ranges::copy_if(overlays, std::back_inserter(parities), isParity);

@@ -1,4 +1,4 @@
-// The small commands that make files to try things on and to look at: a sample job, a picture of a page.
+// Commands that create sample files: a sample job, a picture of a page.
 #include "app/commands.h"
 #include "app/host_options.h"
 #include "press/picture_loader.h"

@@ -1,16 +1,16 @@
-// What the system says of its screen, for commands that want it otherwise.
+// Overrides the screen resolution that the system reports.
 #pragma once
 
 #include <optional>
 
 namespace App {
 
-// Lets the system report these horizontal pixels per inch to this process, where that is a matter of the system's.
-// Nothing: this process goes on. A number: another process, to which the system reports them, has done the whole
-// command in the place of this one, and ended with that status.
+// Makes the system report these horizontal pixels per inch to this process, if the system controls that. Nothing: the
+// process continues. A number: another process with that resolution has run the whole command, and this one must exit
+// with that status.
 //
-// To be called first of all, before standard input is read. What cannot be had stays as it is; whoever needs it finds
-// out.
+// Call before anything else, before standard input is read. Failures are ignored here; the host detects a wrong
+// resolution later.
 std::optional<int> reportPixelsPerInch(int wanted);
 
 }  // namespace App

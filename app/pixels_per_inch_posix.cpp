@@ -2,7 +2,7 @@
 
 namespace App {
 
-// There it is the host that tells plug-ins.
+// On POSIX systems the host itself reports the resolution.
 std::optional<int> reportPixelsPerInch(int) { return std::nullopt; }
 
 }  // namespace App

@@ -1,6 +1,6 @@
-// Windows reads its pixels per inch at log-on, Wine at the start of each process, both from the same place of the
-// registry. So Windows allows two values: 96 for programs that know of no other, which is what kiln is, and the
-// screen's own for those that do. Wine allows every value: it is set for as long as a second process takes to start.
+// Windows reads the resolution at log-on, Wine at the start of each process, from the same registry value. So Windows
+// allows two values: 96 for programs that are not DPI-aware, like kiln, and the screen's own for others. Wine allows
+// any value: it is set only while a second process starts.
 #include "app/pixels_per_inch.h"
 
 #include <windows.h>
@@ -11,7 +11,7 @@
 namespace App {
 namespace {
 
-// Names the event by which the second process tells that it has read the value.
+// The environment variable with the name of the event that signals that the second process has read the value.
 constexpr const wchar_t* startedVariable = L"KILN_PIXELS_PER_INCH_READ";
 
 constexpr const wchar_t* desktopKey = L"Control Panel\\Desktop";
@@ -42,7 +42,7 @@ int reported() {
 
 bool isWine() { return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr; }
 
-// One process at a time sets the value; the others wait for it to be as it was.
+// A lock: one process at a time sets the value; the others wait until it is restored.
 class Turn {
  public:
   Turn() : mutex(CreateMutexW(nullptr, FALSE, L"Local\\KilnPixelsPerInch")) {
@@ -56,7 +56,7 @@ class Turn {
   Handle mutex;
 };
 
-// The value in the registry, until the object goes.
+// Sets the value in the registry; the destructor restores it.
 class Setting {
  public:
   explicit Setting(int pixelsPerInch) {
@@ -83,7 +83,7 @@ class Setting {
   bool isSetBefore = false;
 };
 
-// Starts this command once more, in this process's place on its standard streams; null when it cannot be started.
+// Starts this command again on the same standard streams; null on failure.
 HANDLE startAgain() {
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
@@ -101,7 +101,7 @@ HANDLE startAgain() {
   return started.hProcess;
 }
 
-// Ends the process as soon as the job's handle is closed, which the system does also when this process is killed.
+// Ends the process when the job's handle is closed, also when this process is killed.
 void bind(HANDLE process, HANDLE job) {
   JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
   limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
@@ -109,7 +109,7 @@ void bind(HANDLE process, HANDLE job) {
   AssignProcessToJobObject(job, process);
 }
 
-// The same, at another number of pixels per inch; returns as soon as the process has read it.
+// Starts the command at another resolution; returns when the new process has read it.
 HANDLE startAgainAt(int pixelsPerInch, HANDLE job) {
   const std::wstring eventName = L"Local\\KilnPixelsPerInch" + std::to_wstring(GetCurrentProcessId());
   const Handle event(CreateEventW(nullptr, TRUE, FALSE, eventName.c_str()));

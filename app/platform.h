@@ -1,4 +1,4 @@
-// What the operating system knows of this process.
+// Functions of the operating system for this process.
 #pragma once
 
 #include <string>
@@ -6,17 +6,16 @@
 
 namespace App {
 
-// The words after the command's name, in UTF-8.
+// The arguments after the command's name, in UTF-8.
 std::vector<std::string> arguments(int count, char** words);
 
-// Lets the standard streams carry bytes as they are, and a console take them for UTF-8.
+// Makes the standard streams binary, and a console accept UTF-8.
 void prepareStreams();
 
-// Lets memory that was freed serve again instead of being given back: a job of pictures asks for some megabytes
-// hundreds of times.
+// Keeps freed memory for reuse: a job of pictures allocates some megabytes hundreds of times.
 void prepareMemory();
 
-// Whether someone sees what is written to the standard error stream, and the line can be written anew.
+// Whether standard error is a terminal on which a line can be overwritten.
 bool isErrorSeen();
 
 }  // namespace App

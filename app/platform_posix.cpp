@@ -11,11 +11,11 @@ std::vector<std::string> arguments(int count, char** words) {
   return count < 1 ? std::vector<std::string>() : std::vector<std::string>(words + 1, words + count);
 }
 
-void prepareStreams() {}  // as they are from the start
+void prepareStreams() {}  // nothing to do
 
 void prepareMemory() {
 #ifdef __GLIBC__
-  mallopt(M_MMAP_THRESHOLD, 32 << 20);  // the most that it takes
+  mallopt(M_MMAP_THRESHOLD, 32 << 20);  // the maximum allowed
   mallopt(M_TRIM_THRESHOLD, 64 << 20);
 #endif
 }

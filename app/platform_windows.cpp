@@ -13,7 +13,7 @@
 
 namespace App {
 
-// The words of main are in the system's narrow encoding, which not every text has a form in.
+// The arguments of main are in the system's narrow encoding, which cannot represent all texts.
 std::vector<std::string> arguments(int, char**) {
   int count = 0;
   const std::unique_ptr<wchar_t*, decltype(&LocalFree)> words(CommandLineToArgvW(GetCommandLineW(), &count),
@@ -32,9 +32,9 @@ void prepareStreams() {
   SetConsoleOutputCP(CP_UTF8);
 }
 
-void prepareMemory() {}  // as it is from the start
+void prepareMemory() {}  // nothing to do
 
-// A console of the system's own takes control sequences only when it is asked to.
+// A Windows console must be switched to interpret control sequences.
 bool isErrorSeen() {
   const HANDLE console = GetStdHandle(STD_ERROR_HANDLE);
   DWORD mode = 0;

@@ -36,7 +36,7 @@ struct PrintOptions {
   bool isDryRun = false;
 };
 
-// What a job is to be printed with.
+// The settings to print a job with.
 struct Wanted {
   Press::Effects effects;
   Press::PageRule pages;

@@ -27,7 +27,7 @@ struct ProfileOptions {
   std::string file;
   bool leavesOutUserData = false;
 
-  // The model whose settings an import sets; empty for the profile's own.
+  // The model whose settings are imported; empty for the profile's own.
   std::string model;
 };
 
@@ -38,7 +38,7 @@ Refhost::Options resolve(const ProfileOptions& given) {
   return options;
 }
 
-// Runs the task, which the user can stop; `what` says what it does, `unharmed` what stays as it was.
+// Runs an interruptible task; `what` describes it, `unharmed` what an interruption leaves unchanged.
 void runWithProgress(const std::string& what, const std::string& unharmed,
                      const std::function<void(const Refhost::Progress&)>& task) {
   const Interruption interruption;
@@ -53,7 +53,7 @@ void runWithProgress(const std::string& what, const std::string& unharmed,
   }
 }
 
-// With the settings that the window keeps for the model.
+// Opens the preferences with the settings that the window has saved for the model.
 std::unique_ptr<SilentRun> openAsKept(Refhost::Options options) {
   try {
     const auto model = Refhost::readModel(options.resources / "models", options.model);

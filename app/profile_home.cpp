@@ -10,7 +10,7 @@
 namespace App {
 namespace {
 
-// Of a profile only the name of a shipped model is believed; a path could lead anywhere.
+// Accepts only names of shipped models from a profile; a path could point anywhere.
 std::string shippedModel(const std::filesystem::path& shipped, const std::u16string& name) {
   const auto names = Refhost::shippedModels(shipped);
   const std::string model = Refhost::toNarrow(name);

@@ -1,4 +1,4 @@
-// One line on the terminal that tells how far a job is.
+// A progress line on the terminal.
 #pragma once
 
 #include <chrono>
@@ -6,10 +6,10 @@
 
 namespace App {
 
-// Silent where standard error is no terminal, and for jobs that are done before anybody wonders.
+// Silent when standard error is not a terminal, and for short jobs.
 class ProgressLine {
  public:
-  // `what` says what is being done, and `unit` what is counted; without one the line tells per cent.
+  // `doing` describes the task, and `countedUnit` the unit counted; without a unit the line shows per cent.
   explicit ProgressLine(std::string doing, std::string countedUnit = {});
   ~ProgressLine();
   ProgressLine(const ProgressLine&) = delete;

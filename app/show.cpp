@@ -48,8 +48,8 @@ Window::Request toRequest(const ShowOptions& given) {
   return request;
 }
 
-// The window brings a windowing toolkit, which the other commands have no use for; so it is loaded here and now, and
-// stays loaded: the toolkit does not unload cleanly.
+// The window needs a windowing toolkit, which the other commands do not; so it is loaded on demand. It is never
+// unloaded, which the toolkit does not support.
 Window::Show loadWindow() {
   const auto file = Refhost::programFolder() / "kiln-window.so";
   void* library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);

@@ -1,4 +1,4 @@
-// The preferences' widgets, and what their lists show, for commands that do what a user does there.
+// The preferences' widgets and displayed list items, for commands that act like a user.
 #pragma once
 
 #include "host/widgets/list.h"
@@ -10,7 +10,7 @@
 
 namespace App {
 
-// An item of a list as the user reads it.
+// A list item as displayed.
 struct ShownItem {
   std::string name;
   std::u16string value;
@@ -21,10 +21,10 @@ std::vector<ShownItem> shownItems(Refhost::SelectorNode& list);
 
 std::string inQuotes(const std::string& name);
 
-// "A", "B" ...: names in quotes with commas between them.
+// "A", "B" ...: quoted names separated by commas.
 std::string listed(const std::vector<std::string>& names);
 
-// The widget of that id and kind in a GUI or a layout. Throws std::runtime_error, one sentence, when there is none.
+// The widget with that id and type in a GUI or a layout. Throws std::runtime_error, one sentence, when there is none.
 template <class Kind, class Widgets>
 Kind& demandWidget(const Widgets& widgets, const std::u16string& id) {
   auto* const widget = dynamic_cast<Kind*>(widgets.find(id));

@@ -1,4 +1,4 @@
-// The face of a run that has nobody to ask.
+// The face of a run without user interaction.
 #pragma once
 
 #include "host/face.h"
@@ -10,20 +10,20 @@
 
 namespace App {
 
-// What goes wrong is kept. Dialogs are cancelled as they open, unless there is somebody for them.
+// Records failures. Cancels dialogs when they open, unless an operation is set.
 class SilentFace final : public Refhost::Face {
  public:
-  // `messageStart` goes before each line that it writes on standard error.
+  // `messageStart` is the prefix of lines on standard error.
   explicit SilentFace(std::string messageStart) : start(std::move(messageStart)) {}
 
-  // What is done in dialogs that open from now on, before they are cancelled if they are still open; empty for nothing.
-  // What it throws is a failure.
+  // Called for dialogs that open from now on; a dialog still open afterwards is cancelled. Empty for no operation. Its
+  // exceptions are recorded as failures.
   void operateDialogs(std::function<void(Refhost::Dialog&)> operation) { inDialog = std::move(operation); }
 
-  // What the host's job step is answered with.
+  // The answer to the host's job step.
   std::optional<std::u16string> jobStep;
 
-  // Throws std::runtime_error with the first failure since the last call, if there is one.
+  // Throws std::runtime_error with the first failure since the last call, if any.
   void check();
 
   void runModally(Refhost::Dialog& dialog) override;

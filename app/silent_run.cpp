@@ -58,7 +58,7 @@ std::map<std::string, std::string> SilentRun::printedValues() {
 }
 
 void SettingOptions::declare(CLI::App& command) {
-  // An empty word is a script's variable that was never set: nobody wants to print without what it was to name.
+  // An empty argument is probably an unset script variable: reject it instead of printing without the file.
   const CLI::Validator isNamed([](const std::string& word) { return word.empty() ? "a file has to be named" : ""; },
                                "");
   command

@@ -22,8 +22,7 @@ namespace {
   throw std::runtime_error(what + " (" + std::generic_category().message(errno) + ").");
 }
 
-// Returns when a read or write of a few bytes will not wait. A signal may come just before the waiting, so that looks
-// up now and then.
+// Waits until a short read or write will not block. Polls, since a signal may arrive just before the wait.
 void waitFor(int handle, short event, const Interruption& interruption) {
   constexpr int milliseconds = 100;
   pollfd waiting = {handle, event, 0};
@@ -50,7 +49,7 @@ class OpenFile {
 void writeAll(const char* bytes, std::size_t size, const Interruption& interruption) {
   while (size > 0) {
     waitFor(STDOUT_FILENO, POLLOUT, interruption);
-    // More than this might wait, for a printer that is switched off, and hear no signal.
+    // A larger write could block, for example on a printer that is off, and delay the handling of signals.
     const ssize_t written = write(STDOUT_FILENO, bytes, std::min<std::size_t>(size, PIPE_BUF));
     if (written < 0 && errno == EINTR) continue;
     if (written < 0) fail("Standard output cannot be written");
@@ -70,7 +69,7 @@ StandardFiles::StandardFiles(const std::string& in, const std::string& out, cons
     : interruption(wishToStop),
       input(toPath(in)),
       output(toPath(out)) {
-  // When the program behind this one has ended, writing fails and says so.
+  // When the reader of standard output exits, writing must fail with an error.
   std::signal(SIGPIPE, SIG_IGN);
   if (in == "-" || out == "-") folder.emplace();
   if (out == "-") output = folder->path() / "out.pdf";

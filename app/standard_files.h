@@ -1,4 +1,4 @@
-// Standard input and output in the place of files.
+// Standard input and output in place of files.
 #pragma once
 
 #include "app/interruption.h"
@@ -10,12 +10,12 @@
 
 namespace App {
 
-// The job and the printed pages of a command, either of which may be "-": standard input and output. Printing has to
-// look anywhere in a job, and must leave nothing half printed; so both pass through files, which go with the object.
+// The job and the output of a command, either of which may be "-" for standard input or output. Printing needs random
+// access and atomic output, so both go through temporary files, which are deleted with the object.
 class StandardFiles {
  public:
-  // Reads all of standard input, if it is asked for. Throws Press::Cancelled when the user wants to stop meanwhile, and
-  // std::runtime_error, one sentence, when it cannot be read or kept.
+  // Reads all of standard input if requested. Throws Press::Cancelled when interrupted, and std::runtime_error, one
+  // sentence, on read or write errors.
   StandardFiles(const std::string& in, const std::string& out, const Interruption& interruption);
   StandardFiles(const StandardFiles&) = delete;
   StandardFiles& operator=(const StandardFiles&) = delete;
@@ -23,11 +23,10 @@ class StandardFiles {
   const std::filesystem::path& in() const { return input; }
   const std::filesystem::path& out() const { return output; }
 
-  // Writes what is in `out` on standard output, if that is asked for. Throws as the constructor; then a part of it may
-  // have been written.
+  // Copies `out` to standard output if requested. Throws like the constructor, possibly after writing a part.
   void deliver() const;
 
-  // A sentence about `in` and `out`, with the names that the user knows them by.
+  // Replaces the paths of `in` and `out` in a sentence by the names that the user knows.
   std::string inUsersWords(std::string sentence) const;
 
  private:

@@ -5,9 +5,9 @@
 namespace App {
 namespace {
 
-// The one of `locales` that serves somebody who wants this one; empty when none does.
+// The best match in `locales` for the wanted one; empty when there is none.
 std::string servingLocale(const std::vector<std::string>& locales, std::string wanted) {
-  // Where Chinese is written in traditional characters.
+  // Regions with traditional Chinese characters.
   if (wanted == "zh-HK" || wanted == "zh-MO") wanted = "zh-TW";
   if (std::ranges::find(locales, wanted) != locales.end()) return wanted;
   const std::string language = wanted.substr(0, wanted.find('-')) + '-';

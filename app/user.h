@@ -1,4 +1,4 @@
-// Where a person's own things are when no command line says so.
+// Default locations of a user's data.
 #pragma once
 
 #include <filesystem>
@@ -7,18 +7,17 @@
 
 namespace App {
 
-// The folder for what the user of this system keeps. Throws std::runtime_error when the system names none.
+// The data folder of the current user. Throws std::runtime_error when the system has none.
 std::filesystem::path userFolder();
 
-// The same for a user whose home folder is known. Empty when neither the environment names a folder nor `home` is one.
-// On POSIX systems alone.
+// The same for a user with this home folder. Empty when neither the environment nor `home` gives a folder. POSIX only.
 std::filesystem::path dataFolder(const std::filesystem::path& home);
 
-// The one of `locales` that the user wants: the first of the wanted languages that is among them, with its country or
-// else with another; "en-US" when none is.
+// The user's locale among `locales`: the first preferred language that is available, with the same country if possible;
+// "en-US" when none is.
 std::string userLocale(const std::vector<std::string>& locales);
 
-// The languages that the system says the user wants, the dearest first: "de-CH", "ja-JP", or "de" alone.
+// The user's preferred locales, in order of preference: "de-CH", "ja-JP", or "de" alone.
 std::vector<std::string> wantedLocales();
 
 }  // namespace App

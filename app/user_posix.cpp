@@ -27,7 +27,7 @@ std::filesystem::path userFolder() {
   return folder;
 }
 
-// "de-CH" of "de_CH.UTF-8@euro".
+// "de-CH" from "de_CH.UTF-8@euro".
 std::vector<std::string> wantedLocales() {
   std::string wanted;
   for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"})
