@@ -1,8 +1,8 @@
-// From a typed character to the preview drawn: the watermark editor fills a 4K screen at 200 %, one character more is
-// typed, and what is on the screen has followed. A frame lasts 16 ms.
+// Latency from a typed character to the updated preview: the watermark editor fills a 4K screen at 200 %, one character
+// is typed, and the screen is painted. A frame lasts 16 ms.
 //
-//   Typing            in black letters, the commonest case
-//   TypingSeeThrough  half transparent, turned and in a face that has no bold of its own
+//   Typing            black text, the most common case
+//   TypingSeeThrough  half transparent, rotated and in a face without a bold design
 //   Turning           one step of the angle's scroll bar
 #include "tests/window/open_window.h"
 #include "window/dialog_windows.h"
@@ -39,7 +39,7 @@ void startWith(const QString& text) {
   type(text);
 }
 
-// Each round types one letter more, and starts anew before the box is full.
+// Each iteration types one letter, and restarts before the box is full.
 void typeOn(benchmark::State& state) {
   int typed = 0;
   for (auto _ : state) {
@@ -74,7 +74,7 @@ BENCHMARK(Typing)->Unit(benchmark::kMillisecond);
 BENCHMARK(TypingSeeThrough)->Unit(benchmark::kMillisecond);
 BENCHMARK(Turning)->Unit(benchmark::kMillisecond);
 
-// The toolkit reads its screen from a file.
+// Qt reads its offscreen configuration from a file.
 QString screenFile(const QTemporaryDir& folder) {
   QFile file(folder.filePath("screen.json"));
   if (!file.open(QIODevice::WriteOnly)) std::abort();

@@ -1,10 +1,10 @@
 // The overlay store and its formats.
 //
-//   Opening    the store on a home with 20 overlays in each of many local-data folders
-//   Deleting   one overlay of such a home, its index written
-//   ReadIndex  records of an index, in bytes a second
-//   FileList   a list of several overlays, in bytes a second
-//   Thumbnail  the host's look at a thumbnail before a face is given it
+//   Opening    the store of a home with 20 overlays in each of many local-data folders
+//   Deleting   one overlay of such a home, with the index written
+//   ReadIndex  parsing an index, in bytes per second
+//   FileList   parsing a list of overlays, in bytes per second
+//   Thumbnail  the host's validation of a thumbnail
 #include "effect/overlay/file_list.h"
 #include "tests/overlay/overlay_home.h"
 #include "tests/overlay/thumbnails.h"

@@ -1,12 +1,12 @@
-// From a click to the page drawn: the window shows a page of text of a job of 1000, a setting is clicked, and the
-// picture of the page has followed, on the screen. A person takes up to 50 ms for at once.
+// Latency from a click to the drawn page: the window shows a page of a 1000-page text job, a setting is clicked, and
+// the new picture is on the screen. Up to 50 ms feel instantaneous.
 //
-//   Mirror, Negative  a page effect ticked, or unticked
-//   Watermark         another watermark chosen
-//   Overlay           the overlay under the page put over it, or back
+//   Mirror, Negative  toggles a page effect
+//   Watermark         chooses another watermark
+//   Overlay           moves the overlay above or below the page
 //
-// Each as the window opens, and with the window filling a 4K screen. The CPU column has the time of all threads: on a
-// machine that does other things too it tells more than the clock.
+// Each with the window in its initial size, and filling a 4K screen. The CPU column is the time of all threads, which
+// is more reliable than wall-clock time on a busy machine.
 #include "bench/press/sample_jobs.h"
 #include "tests/window/open_window.h"
 
@@ -86,7 +86,7 @@ void writeFile(const std::filesystem::path& name, const std::string& bytes) {
   if (!file) std::abort();
 }
 
-// A home with one overlay: its file, and the record that names it.
+// A home with one overlay: its file and its index record.
 void storeOverlay(const std::filesystem::path& home) {
   const auto folder = home / "profile" / "overlays";
   std::filesystem::create_directories(folder);

@@ -1,4 +1,4 @@
-// PrintTickets: what one round trip costs, and how that grows with what a ticket holds of other drivers.
+// PrintTickets: the cost of a round trip, and its growth with foreign content.
 #include "host/documents/disk.h"
 #include "host/documents/documents.h"
 #include "host/model/properties.h"
@@ -37,7 +37,7 @@ std::string write(World& world, const ForeignContent& foreign) {
   return writeXml(*root);
 }
 
-// Reads a ticket's bytes into the properties, and says what is foreign in it.
+// Reads a ticket's bytes into the properties, and collects its foreign content.
 ForeignContent read(World& world, const std::string& bytes) {
   const auto root = readXml(bytes, "ticket", documentLimits);
   for (const auto& [name, value] : readTicket(world.schema, *world.model, *root))
@@ -45,7 +45,7 @@ ForeignContent read(World& world, const std::string& bytes) {
   return {world.schema, *world.model, *root};
 }
 
-// Properties to bytes and back, with so many features of other drivers in the ticket.
+// Properties to bytes and back, with a number of foreign features in the ticket.
 void roundTrip(benchmark::State& state) {
   World world;
   std::string foreignFeatures;
@@ -72,7 +72,7 @@ BENCHMARK(roundTrip)
     ->Range(1 << 8, 1 << 16)
     ->Complexity(benchmark::oN);
 
-// The conversions alone, without XML.
+// The conversions without XML.
 void nodesOnly(benchmark::State& state) {
   World world;
   for (auto step : state) {

@@ -1,11 +1,11 @@
-// Opening the watermark store on a home with many local-data folders of 20 records each.
+// Opens the watermark store on a home with many local-data folders of 20 records each.
 //
-//   FirstOpening   the files are not in the written form yet: each is written once, and the merged copy
+//   FirstOpening   the files are not in the written form yet: each is rewritten, and the merged copy created
 //   LaterOpening   nothing is written
-//   Adding         one watermark more: the user's file and the merged copy are written
+//   Adding         adds a watermark: the user's file and the merged copy are written
 //
-// "bytes" and "files" are what one round writes. The times grow linearly with the folders (see BigO), and hold the
-// flush of each written file to the disk.
+// "bytes" and "files" count what one iteration writes. The times grow linearly with the folders (see BigO), and include
+// flushing each written file to the disk.
 #include "tests/watermark/store_world.h"
 
 #include <benchmark/benchmark.h>
@@ -36,7 +36,7 @@ void putLocalData(const Home& home, std::int64_t folders) {
   }
 }
 
-// A store's world that counts what is written.
+// A store's world that counts writes.
 struct Counted {
   explicit Counted(const Home& home) : world(home.folder.path) {
     world.set(u"kilnworks.tips.userdata.support", u"True");

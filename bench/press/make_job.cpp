@@ -1,4 +1,4 @@
-// Writes the jobs that press_bench.sh prints: pages of text on A4, or pages that are each one large picture.
+// Writes the jobs for press_bench.sh: text pages on A4, or pages with one large picture each.
 #include "bench/press/sample_jobs.h"
 
 #include <cstdlib>

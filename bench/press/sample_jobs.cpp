@@ -36,7 +36,7 @@ std::string deflated(const std::string& data) {
   return result;
 }
 
-/// Ends a job whose pages are these objects' texts without their braces.
+/// Completes a job whose page dictionaries have this content.
 std::string finished(Press::PdfBytes& pdf, int pages, const std::vector<std::string>& sheets) {
   using Press::reference;
   std::string kids;
@@ -53,7 +53,7 @@ std::string finished(Press::PdfBytes& pdf, int pages, const std::vector<std::str
 std::string textJob(int pageCount) {
   using Press::reference;
   Press::PdfBytes pdf;
-  std::mt19937 random(1);  // the same job every time
+  std::mt19937 random(1);  // always the same job
   const int pages = pdf.reserve();
   const int font = pdf.add("<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>");
   std::vector<std::string> sheets;

@@ -1,10 +1,10 @@
-// The jobs that the benchmarks print and draw, the same every time.
+// The jobs for the benchmarks, always the same.
 #pragma once
 
 #include <string>
 
-// The bytes of a PDF of so many pages of text on A4.
+// A PDF with `pageCount` pages of text on A4.
 std::string textJob(int pageCount);
 
-// The same of pages that are each one picture of four megabytes, which nothing makes smaller.
+// The same with an incompressible picture of four megabytes on each page.
 std::string scanJob(int pageCount);
