@@ -1,4 +1,4 @@
-// The built library's table of symbols.
+// The built library's symbol table.
 #include <gtest/gtest.h>
 
 #include <elf.h>

@@ -1,4 +1,4 @@
-// The tables of what is built for Windows, read from the files.
+// The import and export tables of the Windows binaries, read from the files.
 #include <gmock/gmock.h>
 
 #include <windows.h>
@@ -18,7 +18,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsSubsetOf;
 
-// A 64-bit program or library, as it lies on the disk.
+// A 64-bit PE file.
 class Image {
  public:
   explicit Image(const std::string& file) {
@@ -41,7 +41,7 @@ class Image {
     return names;
   }
 
-  // The libraries that it asks for, in small letters.
+  // The imported libraries, in lower case.
   std::vector<std::string> imports() const {
     std::vector<std::string> names;
     std::size_t offset = directory(IMAGE_DIRECTORY_ENTRY_IMPORT);
@@ -68,7 +68,7 @@ class Image {
 
   std::string textAt(std::size_t offset) const { return bytes.c_str() + offset; }
 
-  // Where an address of the loaded image lies in the file.
+  // The file offset of an address in the loaded image.
   std::size_t offsetOf(DWORD address) const {
     const std::size_t sections =
         headerOffset + offsetof(IMAGE_NT_HEADERS64, OptionalHeader) + header.FileHeader.SizeOfOptionalHeader;
@@ -90,7 +90,7 @@ class Image {
   IMAGE_NT_HEADERS64 header{};
 };
 
-// A text of the version resource.
+// A string of the version resource.
 std::wstring versionText(const char* file, const std::wstring& name) {
   const std::wstring path = std::filesystem::path(file).wstring();
   std::vector<char> resource(GetFileVersionInfoSizeW(path.c_str(), nullptr));

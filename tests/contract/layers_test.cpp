@@ -1,4 +1,4 @@
-// Who may include whom.
+// The include rules between layers.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -13,7 +13,7 @@ namespace {
 
 const std::filesystem::path source = SOURCE_FOLDER;
 
-// The layers that each layer may include, itself apart.
+// The layers that each layer may include, besides itself.
 const std::map<std::string, std::set<std::string>> allowed = {
     {"kiln", {}},
     {"effect", {"kiln"}},
@@ -26,7 +26,7 @@ const std::map<std::string, std::set<std::string>> allowed = {
 
 bool isSource(const std::filesystem::path& file) { return file.extension() == ".h" || file.extension() == ".cpp"; }
 
-// Calls `visit` with each source file of a layer and each path that it includes by quotes.
+// Calls `visit` with each source file of a layer and each path that it includes in quotes.
 template <class Visit>
 void forEachInclude(const std::string& layer, const Visit& visit) {
   const std::regex include("^\\s*#\\s*include\\s*\"([^\"]+)\"");

@@ -1,4 +1,4 @@
-// An application that prints loads and unloads the plug-in with every job: nothing of it may stay behind.
+// An application that prints loads and unloads the plug-in with every job, so it must not leak.
 #include "tests/support/world.h"
 
 #include <gmock/gmock.h>
@@ -16,7 +16,7 @@ namespace {
 
 using Testing::World;
 
-// What this process has of the system.
+// The system resources used by this process.
 struct Footprint {
   std::size_t memory = 0;  // bytes in use on the heaps
   std::size_t pages = 0;   // bytes of private memory
@@ -53,7 +53,7 @@ std::size_t privatePages() {
   return bytes;
 }
 
-// By trying them: Wine does not count.
+// Found by probing, since Wine does not count handles.
 unsigned openHandles() {
   constexpr ULONG_PTR highest = 0x8000;
   unsigned count = 0;
@@ -63,7 +63,7 @@ unsigned openHandles() {
   return count;
 }
 
-// How many slots can still be had, counted from an upper bound.
+// The number of free slots, up to a limit.
 template <class Allocate, class Free>
 unsigned usedSlots(const Allocate& allocate, const Free& free) {
   constexpr unsigned bound = 10'000;
@@ -77,7 +77,7 @@ unsigned usedSlots(const Allocate& allocate, const Free& free) {
   return bound - static_cast<unsigned>(slots.size());
 }
 
-// Windows counts them; Wine does not, but numbers them, and gives the number of one that went to the next.
+// Windows counts them. Wine does not, but numbers them and reuses freed numbers.
 unsigned drawingObjects() {
   if (const DWORD counted = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS)) return counted;
   const HBRUSH next = CreateSolidBrush(RGB(1, 2, 3));
@@ -95,8 +95,8 @@ Footprint footprint() {
   return now;
 }
 
-// Loads the plug-in, lets it do what it does in a dialog, and unloads it. Some of what it reads is damaged, so that it
-// catches exceptions of the host's, and one passes through it.
+// Loads the plug-in, exercises a dialog, and unloads it. Some of its input is damaged, so that it catches exceptions of
+// the host, and one passes through it.
 void useOnce(const std::filesystem::path& home) {
   auto options = Testing::builtOptions();
   options.home = home;
@@ -126,7 +126,7 @@ TEST(Loading, TwoThousandTimesLeavesNothingBehind) {
   const Footprint after = footprint();
   EXPECT_EQ(GetModuleHandleW(L"Zorvueffect.dll"), nullptr);
 
-  // The heaps' own housekeeping moves within some pages; 4 bytes a load would be seen.
+  // The heaps' own bookkeeping varies by some pages; a leak of 4 bytes per load is detected.
   EXPECT_LE(after.memory, before.memory + 8'000) << before << '\n' << after;
   EXPECT_LE(after.pages, before.pages + 128 * 1024) << before << '\n' << after;
   EXPECT_EQ(after.handles, before.handles);

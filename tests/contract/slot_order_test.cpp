@@ -1,4 +1,4 @@
-// Hosts and plug-ins find each other's operations by their places, so nobody may reorder them.
+// The binary interface depends on the order of virtual functions, so it must not change.
 #include "kiln/host.h"
 #include "kiln/plugin.h"
 #include "kiln/profile.h"
@@ -11,7 +11,7 @@ namespace {
 using namespace Kiln;
 using namespace Kiln::XUL;
 
-// The life cycle, then what a plug-in inherits.
+// The life cycle, then the inherited functions.
 TEST(SlotOrder, OfUIPlugin) {
   expectSlots(afterDestructors,
               {slotOf(&UIPlugin::create), slotOf(&UIPlugin::initialise), slotOf(&UIPlugin::configureUI),

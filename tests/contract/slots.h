@@ -1,4 +1,4 @@
-// The places of virtual functions in their class's table.
+// Indexes of virtual functions in vtables.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -7,8 +7,8 @@
 #include <cstring>
 #include <vector>
 
-// The slot of a virtual function, from how this compiler's interface represents a pointer to one: its offset in the
-// table of functions, plus one.
+// The vtable index of a virtual function, taken from the ABI's representation of member function pointers: the vtable
+// offset plus one.
 template <class Function>
 std::size_t slotOf(Function function) {
   std::uintptr_t representation = 0;
@@ -17,7 +17,7 @@ std::size_t slotOf(Function function) {
   return static_cast<std::size_t>(representation - 1) / sizeof(void*);
 }
 
-// Classes with a destructor that crosses the boundary have it in the first two places of this compiler's tables.
+// Virtual destructors occupy the first two vtable entries in this ABI.
 inline constexpr std::size_t afterDestructors = 2;
 
 inline void expectSlots(std::size_t first, const std::vector<std::size_t>& slots) {

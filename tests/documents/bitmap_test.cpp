@@ -1,4 +1,4 @@
-// Which bytes are a picture that a face is given.
+// Validation of picture files before faces load them.
 #include "host/documents/bitmap.h"
 
 #include "scratch.h"

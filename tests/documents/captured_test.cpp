@@ -1,4 +1,4 @@
-// An overlay file and its picture, which come and go together.
+// An overlay file and its picture, which are replaced and deleted together.
 #include "host/documents/captured.h"
 
 #include "failing_disk.h"
@@ -29,7 +29,7 @@ std::unique_ptr<ModelDisk> diskWith(const Files& files) {
   return disk;
 }
 
-// What a folder holds after it was opened, temporary files apart.
+// The files in a folder after it was opened, except temporary ones.
 Files opened(const Files& files) {
   const auto disk = diskWith(files);
   putAllBack(*disk, folder);
@@ -38,7 +38,7 @@ Files opened(const Files& files) {
   return left;
 }
 
-// Does the work, and gives all that a folder may hold after a loss of power in it and the next opening.
+// Runs the work; returns all possible contents of the folder after a loss of power during it and the next opening.
 template <class Work>
 std::set<Files> afterLosses(const Files& before, const Work& work) {
   const auto disk = diskWith(before);

@@ -21,7 +21,7 @@ std::string written(const NodePointer& root) {
 
 NodePointer readBack(std::string bytes) { return makeDocuments()->read(memoryStore(std::move(bytes))); }
 
-// A document's root with one child, and the child as it comes back.
+// Writes and reads a document with one child; returns that child.
 NodePointer afterRoundTrip(std::u16string_view name, std::u16string_view value) {
   const NodePointer root = makeDocuments()->createElement(u"root", u"", u"");
   root->childOrNew(name)->setValue(value);
@@ -99,7 +99,7 @@ TEST(Documents, CarryTheTextOfAnElementWithChildren) {
   }
 }
 
-// Pieces that meet in awkward ways.
+// Fragments whose combinations are error-prone.
 class RandomTexts {
  public:
   std::u16string next(std::size_t most) {

@@ -1,4 +1,4 @@
-// A disk of which one operation fails, as on a medium that is full or going bad.
+// A disk on which one operation fails, as on a full or defective medium.
 #pragma once
 
 #include "tests/documents/stepping_disk.h"
@@ -9,11 +9,11 @@ class FailingDisk : public SteppingDisk {
  public:
   explicit FailingDisk(Refhost::Disk& trueDisk) : SteppingDisk(trueDisk) {}
 
-  // The operation from now on that fails, counted from 1; those after it work. 0 for none.
+  // The index of the next operation to fail, from 1; later ones succeed. 0 for none.
   int failing = 0;
   std::errc reason = std::errc::no_space_on_device;
 
-  // How it fails.
+  // The failure to simulate.
   std::function<void(const Path&)> fail = [this](const Path& path) {
     throw Refhost::DiskError(path, "written", std::make_error_code(reason));
   };

@@ -21,7 +21,7 @@ const Path home = "home";
 const Path journal = home / "import.journal";
 const Path marks = home / "user" / "marks.xml";
 const Path index = home / "overlays" / "index.flo";
-const Path form = home / "overlays" / "12345.opa";  // not there before
+const Path form = home / "overlays" / "12345.opa";  // does not exist before
 const Files before = {{index, "old index"}, {marks, "old marks"}};
 const Files after = {{form, "form"}, {index, "new index"}, {marks, "new marks"}};
 
@@ -29,7 +29,7 @@ void writeAll(FileSet& set) {
   for (const auto& [path, bytes] : after) set.write(path, bytes);
 }
 
-// Somebody's way of replacing them.
+// A function that replaces the files.
 using Writer = void (*)(Disk&);
 
 void replaceTogether(Disk& disk) {
@@ -42,7 +42,7 @@ void replaceOneByOne(Disk& disk) {
   for (const auto& [path, bytes] : after) replaceWhole(disk, path, bytes);
 }
 
-// With a journal whose files may be lost.
+// With a journal whose entries may be lost.
 void replaceWithoutFlushingFolders(Disk& disk) {
   class Hasty final : public Disk {
    public:
@@ -73,7 +73,7 @@ Files withoutTemporaries(Files files) {
   return files;
 }
 
-// What the next opening finds after a loss of power that left these files.
+// The files after the next opening, given the files left by a loss of power.
 Files opened(const Files& left) {
   ModelDisk disk;
   for (const auto& [path, bytes] : left) disk.place(path, bytes);
@@ -149,7 +149,7 @@ TEST(FileSet, ThatFailsAtAnyStepIsAsBeforeOrIsCompletedAsItSays) {
     const std::string sentence = sentenceOf<DiskError>([&] { replaceTogether(disk); });
     const bool isLeftToTheNextOpening = sentence.find("at the next opening") != std::string::npos;
     EXPECT_THAT(damageIn(model.afterPowerLoss()), IsEmpty()) << failing;
-    if (disk.operations < failing) break;  // none was left to fail
+    if (disk.operations < failing) break;  // no more operations
     ++failures;
     if (sentence.empty() || isLeftToTheNextOpening)
       EXPECT_EQ(opened(model.seen()), after) << failing;
@@ -184,7 +184,7 @@ TEST(FileSet, MovesWithItsFolderBeforeItIsCompleted) {
     FailingDisk disk(realDisk());
     FileSet set(disk, first / "import.journal");
     set.write(first / "user" / "marks.xml", "new");
-    disk.failing = disk.operations + 9;  // the renaming
+    disk.failing = disk.operations + 9;  // the rename
     EXPECT_THAT(sentenceOf<DiskError>([&] { set.commit(); }), HasSubstr("at the next opening"));
   }
   ASSERT_TRUE(std::filesystem::exists(first / "import.journal"));

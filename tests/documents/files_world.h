@@ -1,4 +1,4 @@
-// A home of a test's own, and what the trace was told.
+// A private home, and the recorded trace.
 #pragma once
 
 #include "scratch.h"

@@ -1,4 +1,4 @@
-// A disk, by default that of the system, for tests to change an operation or two of.
+// A disk that forwards to another one, by default the real file system. Tests override single operations.
 #pragma once
 
 #include "host/documents/disk.h"

@@ -1,9 +1,9 @@
-// A disk in memory that knows what a loss of power may leave of it.
+// An in-memory disk that models a loss of power.
 //
-// What was written, created, renamed or removed is only promised after the matching flush. Until then each change to a
-// folder may have reached the medium or not, whatever came before or after it; and a file may hold what it held at any
-// moment since its last flush, also half of a write. After every operation the model hands all states that a loss of
-// power at this moment may leave to `look`.
+// Writes, creations, renames and removals are only durable after the matching flush. Until then each change to a folder
+// may or may not have reached the medium, independently of others, and a file may have any content since its last
+// flush, including half a write. After every operation the model passes all possible states after a loss of power at
+// this moment to `look`.
 #pragma once
 
 #include "host/documents/disk.h"
@@ -19,25 +19,25 @@
 class ModelDisk final : public Refhost::Disk {
  public:
   using Path = std::filesystem::path;
-  using Files = std::map<Path, std::string>;  // by path, what they hold
+  using Files = std::map<Path, std::string>;  // content by path
 
-  // Called after every operation with every state that may be found when the power comes back.
+  // Called after every operation with all possible states after a loss of power.
   std::function<void(const std::set<Files>&)> look = [](const auto&) {};
 
-  // Everything so far, as programs see it.
+  // The current state as programs see it.
   Files seen() const {
     Files files;
     for (const auto& [path, content] : names) files[path] = content->now;
     return files;
   }
 
-  // A file as it lies on the medium.
+  // Adds a file that is on the medium.
   void place(const Path& path, const std::string& bytes) {
     names[path] = std::make_shared<Content>(Content{bytes, {bytes}});
     keptNames = names;
   }
 
-  // What a loss of power now may leave.
+  // All possible states after a loss of power now.
   std::set<Files> afterPowerLoss() const {
     std::set<Files> states;
     const std::size_t subsets = std::size_t{1} << changes.size();
@@ -78,7 +78,7 @@ class ModelDisk final : public Refhost::Disk {
     return std::make_unique<ModelFile>(*this, content);
   }
 
-  // Not of a Disk: opens a file where it lies and empties it, as careless programs do.
+  // Not part of Disk: truncates a file and writes in place, as careless programs do.
   std::unique_ptr<File> openInPlace(const Path& path) {
     const auto content = names.at(path);
     content->become("");
@@ -100,7 +100,7 @@ class ModelDisk final : public Refhost::Disk {
     return true;
   }
 
-  // Folders are on the medium at once: what becomes of files in a folder is what is asked here.
+  // Folders are durable immediately: the model is about the files in them.
   void createFolder(const Path& folder) override { folders.insert(folder); }
 
   void syncFolder(const Path& folder) override {
@@ -113,7 +113,7 @@ class ModelDisk final : public Refhost::Disk {
  private:
   struct Content {
     std::string now;
-    std::vector<std::string> possible = {""};  // what the medium may hold
+    std::vector<std::string> possible = {""};  // possible contents on the medium
 
     void become(std::string bytes) {
       now = std::move(bytes);
@@ -162,7 +162,7 @@ class ModelDisk final : public Refhost::Disk {
 
   void done() const { look(afterPowerLoss()); }
 
-  // All that the files of `left` from `at` on may hold, each with each.
+  // All combinations of possible contents of the files of `left` from `at` on.
   static void addContents(const Names& left, Names::const_iterator at, Files files, std::set<Files>& states) {
     if (at == left.end()) {
       states.insert(std::move(files));
@@ -175,7 +175,7 @@ class ModelDisk final : public Refhost::Disk {
   }
 
   Names names;      // as programs see them
-  Names keptNames;  // as they are promised
+  Names keptNames;  // durable
   std::vector<Change> changes;
   std::set<Path> folders;
 };

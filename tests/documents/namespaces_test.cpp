@@ -16,7 +16,7 @@ std::string again(const std::string& document) {
   return bytes;
 }
 
-// What is written in its own form comes back byte for byte.
+// Documents in the canonical form are unchanged by a round trip.
 void expectKept(const std::string& body) { EXPECT_EQ(again(head + body), head + body); }
 
 TEST(Namespaces, PrefixesAndAttributesAreKept) {
@@ -105,7 +105,7 @@ TEST(Namespaces, DeclarationsThatXmlDoesNotAllowAreRefused) {
       {{u"xml", u"urn:p"}},
       {{u"a b", u"urn:p"}},
       {{u"p", u"urn:1"}, {u"p", u"urn:2"}},
-      {{u"", u"urn:p"}}};  // on an element that has no namespace
+      {{u"", u"urn:p"}}};  // on an element without a namespace
   for (const auto& declarations : wrong) {
     const auto root = make<Node>(u"root");
     root->declarations = declarations;

@@ -134,7 +134,7 @@ TEST(Node, RefusesNoNode) {
   EXPECT_THROW(node->setChild(u"a", {}), Kiln::Exception);
 }
 
-// The same with the index that many children have.
+// Also with the index for many children.
 TEST(Node, FindsItsChildrenHoweverManyAndWhateverWasDoneToThem) {
   const NodePointer node = make<Node>(u"root");
   const auto name = [](int i) {
@@ -166,7 +166,7 @@ TEST(Node, TakesAHundredThousandChildrenInASecond) {
     node->childOrNew(std::u16string(digits.begin(), digits.end()));
   }
   EXPECT_EQ(node->childCount(), 100'000);
-  EXPECT_LT(std::clock() - start, CLOCKS_PER_SEC);  // of the processor's time
+  EXPECT_LT(std::clock() - start, CLOCKS_PER_SEC);  // CPU time
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Symbolic links, and a backslash, which is a character of names like any other.
+// Symbolic links, and backslashes, which are ordinary characters in POSIX names.
 #include "files_world.h"
 
 #include <gtest/gtest.h>

@@ -10,7 +10,7 @@ using Texts = std::vector<std::u16string>;
 
 namespace {
 
-// With this system's separators.
+// Converts to this system's separators.
 std::u16string native(std::u16string text) {
   std::replace(text.begin(), text.end(), u'/', char16_t{fs::path::preferred_separator});
   return text;
@@ -25,7 +25,7 @@ TEST(Path, JoinsOneNameOrMore) {
   EXPECT_EQ(joined("", u"b"), u"b");
 }
 
-// What is joined lies below, whatever it looks like.
+// The joined path is always below, even if the name looks absolute.
 TEST(Path, JoinsANameThatLooksLikeAWholePath) { EXPECT_EQ(joined("a", u"/etc//b"), native(u"a/etc/b")); }
 
 TEST(Path, HasAFolderAndALastPart) {
@@ -48,7 +48,7 @@ TEST(Path, KnowsFilesAndFolders) {
 
 TEST(Path, ListsByTheUnitsOfNames) {
   const FilesWorld world;
-  // U+FF21 comes before U+1F5A8 as code points, and after its surrogates as units.
+  // By code points U+FF21 comes before U+1F5A8; by units it comes after its surrogates.
   for (const auto name : {u"b", u"C", u"a10", u"a2", u"\uFF21", u"\U0001F5A8", u".hidden"})
     put(world.scratch.folder / pathFromText(name), "");
   fs::create_directory(world.scratch.folder / "d");
@@ -129,7 +129,7 @@ TEST(Path, IsTracedInFullOutsideTheHome) {
   const auto outside = world.scratch.folder.parent_path() / "elsewhere" / "file";
   EXPECT_EQ(tracedPath(world.files, outside), toWide(outside.generic_string()));
   EXPECT_EQ(tracedPath(world.files, world.scratch.folder / "user" / "x" / ".." / "file"), u"user/file");
-  // Begins like the home, and is another folder.
+  // Another folder with the home's path as a prefix.
   EXPECT_EQ(tracedPath(world.files, world.scratch.folder.string() + "x/file"),
             toWide(world.scratch.folder.generic_string() + "x/file"));
 }
@@ -172,7 +172,7 @@ TEST(Pattern, StarAndQuestionMark) {
   EXPECT_FALSE(fits(u"ABC", u"abc"));
 }
 
-// Quadratic at worst, not exponential.
+// The worst case is quadratic, not exponential.
 TEST(Pattern, ThatAlmostFitsManyTimesIsToldSoon) {
   std::u16string pattern;
   for (int i = 0; i < 60; ++i) pattern += u"*a";

@@ -53,7 +53,7 @@ TEST(RealDisk, NeitherWaitsForAPipeNorReplacesIt) {
   EXPECT_TRUE(fs::is_fifo(pipe));
 }
 
-// Runs in a process without an administrator's rights, for whom nothing is write-protected.
+// Runs in an unprivileged process, since root ignores write protection.
 template <class Work>
 bool asOrdinaryUser(const Work& work) {
   const pid_t child = ::fork();

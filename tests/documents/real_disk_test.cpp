@@ -70,7 +70,7 @@ TEST(RealDisk, TakesLongPaths) {
   EXPECT_TRUE(realDisk().remove(folder / "marks.xml"));
 }
 
-// Whoever reads up to a zero would find another file.
+// A NUL would truncate the path and name another file.
 TEST(RealDisk, RefusesAZeroInAName) {
   const Scratch scratch;
   put(scratch.folder / "other", "a person's own");

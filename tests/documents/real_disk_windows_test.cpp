@@ -1,4 +1,4 @@
-// Forbidden names, attributes, and files that another program has its hand on.
+// Forbidden names, attributes, and files that other programs have open.
 #include "scratch.h"
 
 #include "host/documents/whole_file.h"
@@ -16,7 +16,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Another program's hand on a file: nobody else may open it, or put another in its place, meanwhile.
+// Opens a file exclusively, as another program might.
 class Hold {
  public:
   explicit Hold(const fs::path& file)
@@ -29,7 +29,7 @@ class Hold {
   HANDLE handle;
 };
 
-// Does the work while another program has its hand on the file for a time.
+// Runs the work while another program has the file open for some time.
 template <class Work>
 void whileHeld(const fs::path& file, std::chrono::milliseconds time, const Work& work) {
   auto hold = std::make_unique<Hold>(file);

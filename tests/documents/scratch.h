@@ -1,4 +1,4 @@
-// A folder of a test's own, gone with it.
+// A temporary folder for a test.
 #pragma once
 
 #include "host/documents/disk.h"
@@ -36,7 +36,7 @@ inline std::string contentOf(const std::filesystem::path& file) {
   return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-// The names in a folder, hidden ones included, in order.
+// The sorted names in a folder, including hidden ones.
 inline std::vector<std::string> namesIn(const std::filesystem::path& folder) {
   std::vector<std::string> names;
   for (const auto& entry : std::filesystem::directory_iterator(folder))
@@ -45,7 +45,7 @@ inline std::vector<std::string> namesIn(const std::filesystem::path& folder) {
   return names;
 }
 
-// The sentence that the work fails with; empty when it does not fail.
+// The message of the exception that the work throws; empty when it succeeds.
 template <class Failure, class Work>
 std::string sentenceOf(const Work& work) {
   try {

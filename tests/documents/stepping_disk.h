@@ -1,4 +1,4 @@
-// A disk that tells of each step of changing something before it is done, so that a test can have it end there.
+// A disk that announces each modifying step before it is executed, so that tests can interrupt it there.
 #pragma once
 
 #include "tests/documents/forwarding_disk.h"
@@ -32,7 +32,7 @@ class SteppingDisk : public ForwardingDisk {
   }
 
  protected:
-  // Throws to end the operation. A writing is half done by then.
+  // Throws to interrupt the operation; writes are then half done.
   virtual void step(const Path& path) = 0;
 
  private:

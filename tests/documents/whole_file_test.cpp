@@ -15,10 +15,10 @@ const std::filesystem::path file = folder / "marks.xml";
 const std::string oldBytes = "the old content";
 const std::string newBytes = "the new content, which is longer";
 
-// Someone's way of saving a file.
+// A function that saves a file.
 using Writer = void (*)(ModelDisk&, std::string_view);
 
-// What may be wrong with a file after a loss of power at any moment of its saving; empty when nothing may.
+// The possible defects of the file after a loss of power at any moment; empty when there are none.
 std::set<std::string> damageBy(Writer save, ModelDisk& disk) {
   std::set<std::string> damage;
   bool isSaved = false;
@@ -95,7 +95,7 @@ TEST(WholeFile, IsOnTheMediumWhenItWasNotThereBefore) {
   EXPECT_EQ(disk.afterPowerLoss(), std::set<ModelDisk::Files>({{{file, newBytes}}}));
 }
 
-// A program that died between renaming and flushing the folder leaves a file that reads as new and may be lost.
+// A process that died between the rename and the flush of the folder leaves a file that may still be lost.
 TEST(WholeFile, WithTheSameContentIsStillMadeSureOf) {
   ModelDisk disk;
   disk.place(file, oldBytes);
@@ -105,7 +105,7 @@ TEST(WholeFile, WithTheSameContentIsStillMadeSureOf) {
   EXPECT_EQ(disk.afterPowerLoss(), std::set<ModelDisk::Files>({{{file, newBytes}}}));
 }
 
-// The four classic mistakes: the model disk finds each, so that what passes on it is right.
+// The four classic mistakes: the model disk detects each of them, which validates the tests based on it.
 TEST(ModelDisk, FindsWritingInPlace) {
   EXPECT_EQ(damageBy(saveInPlace), Damage{"neither the old nor the new content"});
 }
@@ -146,12 +146,12 @@ TEST(WholeFile, ThatWouldNotChangeIsNotWritten) {
   ASSERT_TRUE(replaceWhole(disk, path, newBytes));
   disk.operations = 0;
   EXPECT_FALSE(replaceWhole(disk, path, newBytes));
-  EXPECT_EQ(disk.operations, 2);  // read, and the folder flushed
+  EXPECT_EQ(disk.operations, 2);  // read, and flush of the folder
   EXPECT_TRUE(replaceWhole(disk, path, newBytes.substr(1)));
   EXPECT_EQ(contentOf(path), newBytes.substr(1));
 }
 
-// Each operation fails in turn, until there is none left to fail.
+// Every operation fails in turn.
 TEST(WholeFile, IsOldOrNewWhicheverOperationFails) {
   int failures = 0;
   for (int failing = 1;; ++failing) {
@@ -179,7 +179,7 @@ TEST(WholeFile, IsOldOrNewWhicheverOperationFails) {
     replaceWhole(disk, path, newBytes);
     EXPECT_EQ(contentOf(path), newBytes);
   }
-  EXPECT_EQ(failures, 6);  // all but the first: what cannot be read is written anew
+  EXPECT_EQ(failures, 6);  // all but the first: an unreadable file is rewritten
 }
 
 TEST(WholeFile, IsOldWhenAFlushFailsAndTheFlushIsNotRetried) {
@@ -191,7 +191,7 @@ TEST(WholeFile, IsOldWhenAFlushFailsAndTheFlushIsNotRetried) {
   disk.reason = std::errc::io_error;
   EXPECT_THROW(replaceWhole(disk, path, newBytes), DiskError);
   EXPECT_EQ(contentOf(path), oldBytes);
-  EXPECT_EQ(disk.operations, 5);  // after the flush nothing but the removal of the temporary file
+  EXPECT_EQ(disk.operations, 5);  // after the flush only the removal of the temporary file
 }
 
 TEST(WholeFile, NeedsItsFolder) {
@@ -209,7 +209,7 @@ TEST(WholeFile, DoesNotReplaceAFolder) {
 
 std::string temporaryOf(long process) { return ".kiln-" + std::to_string(process) + "-7.tmp"; }
 
-constexpr long nobody = 2147483645;  // no process has this number
+constexpr long nobody = 2147483645;  // an unused PID
 
 TEST(Sweep, RemovesWhatDeadProgramsLeft) {
   const Scratch scratch;
@@ -226,7 +226,7 @@ TEST(Sweep, LeavesWhatAProgramIsWriting) {
   EXPECT_EQ(namesIn(scratch.folder).size(), 1u);
 }
 
-// A number is used again by other programs, so that a running one of that number proves nothing after a while.
+// PIDs are reused, so a running process proves nothing after a while.
 TEST(Sweep, RemovesWhatIsTooOldToBeWritten) {
   const Scratch scratch;
   const auto stale = scratch.folder / temporaryOf(processNumber());

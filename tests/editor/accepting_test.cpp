@@ -40,7 +40,7 @@ TEST_F(Editor, KeepsThePossibleSizesAsWholeNumbersOnOk) {
   }
 }
 
-// A tab whose list has some watermarks, the second of which is selected.
+// A tab whose list has some watermarks; the second one is selected.
 class EditorOverAList : public Editor {
  protected:
   EditorOverAList() {
@@ -48,7 +48,7 @@ class EditorOverAList : public Editor {
     world.list().select(2);
   }
 
-  // Names the record and presses OK; whether the editor was accepted and closed.
+  // Enters the name and presses OK; whether the editor was accepted and closed.
   bool accept(const std::string& name, bool isNew, bool saysYes) {
     bool isClosed = false;
     const auto record = world.newRecord({{"label", "Text"}, {"stylename", "second"}});
@@ -167,7 +167,7 @@ TEST_F(EditorOverAList, ShowsTheSizeOfAnOkThatWasRefused) {
   });
 }
 
-// A host may close a dialog that has neither been accepted nor cancelled.
+// A host may close a dialog that was neither accepted nor cancelled.
 TEST_F(EditorOverAList, StaysAcceptedAfterARefusedOkUntilItIsCancelled) {
   EXPECT_TRUE(world.edit(world.newRecord({{"label", "Text"}, {"stylename", "second"}}), [](Hand& hand) {
     hand.type("txt_EffWMStyleName", "third");
@@ -192,7 +192,7 @@ TEST(EditorOverwriting, IsRefusedWhereTheQuestionCannotBeAsked) {
   }));
 }
 
-// The name follows the text even where there is no box for it, so nothing is replaced without a question there either.
+// The name follows the text even without a box for it, so the question is needed there too.
 TEST(EditorOverwriting, IsAskedAboutWithoutABoxOfTheNameToo) {
   EditorOptions options;
   options.without = {u"txt_EffWMStyleName"};

@@ -1,4 +1,4 @@
-// Angle, print style and transparency: boxes and scroll bars that follow each other, and edits that are refused.
+// Angle, print style and transparency: linked boxes and scroll bars, and rejected edits.
 #include "editor_world.h"
 
 namespace {
@@ -11,7 +11,7 @@ constexpr const char* angleBar = "scr_EffWMAngScroll";
 constexpr const char* opacityBox = "txt_EffWMOpa";
 constexpr const char* opacityBar = "scr_EffWMOpaScroll";
 
-// An editor of a transparent watermark at 10 degrees.
+// An editor with a transparent watermark at 10 degrees.
 class Amounts : public Editor {
  protected:
   void edit(const std::function<void(Hand&)>& deeds) {

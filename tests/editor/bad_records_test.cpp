@@ -1,4 +1,4 @@
-// Records that no editor would write: the dialog opens, shows something sensible, and writes what is valid.
+// Invalid records: the dialog opens, shows a valid value, and writes valid fields.
 #include "editor_world.h"
 
 #include "effect/watermark/editor_values.h"
@@ -8,7 +8,7 @@ namespace {
 
 using testing::IsEmpty;
 
-// Whether every field is one that the editor itself could have made.
+// Checks that all fields have values that the editor can produce.
 void expectValid(const Effect::Node& record) {
   const auto wide = [&](const char* name) { return Refhost::toWide(fieldOf(record, name)); };
   for (const char* name : {"label", "stylename"}) {

@@ -1,4 +1,4 @@
-// The watermark editor over this host, with no plug-in around it: what a person does in it, and the record meanwhile.
+// The watermark editor in this host, without a plug-in: user input, and the resulting record.
 #pragma once
 
 #include "effect/watermark/editor.h"
@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-// A field of a record, in UTF-8; "intensity" is the one of its transparency.
+// A field of a record in UTF-8; "intensity" is the field inside its transparency.
 inline std::string fieldOf(const Effect::Node& record, const std::string& name) {
   const auto holder = name == "intensity" ? record->child(Effect::Field::transparency) : record;
   return holder ? Refhost::toNarrow(Effect::fieldText(*holder, Refhost::toWide(name)).view()) : "";
@@ -22,7 +22,7 @@ inline void setFieldOf(const Effect::Node& record, const std::string& name, cons
   Effect::setField(*holder, Refhost::toWide(name), Refhost::toWide(text));
 }
 
-// The hand of a person in the open editor. Texts are UTF-8.
+// The user's input in the open editor. Texts are UTF-8.
 class Hand {
  public:
   Hand(Refhost::Dialog& openDialog, const Effect::Node& editedRecord) : dialog(openDialog), record(editedRecord) {}
@@ -47,7 +47,7 @@ class Hand {
   bool accept() { return dialog.accept(); }
   void cancel() { dialog.cancel(); }
 
-  // What the person does in a question that the editor asks.
+  // The user's reaction to a question of the editor.
   void answer(Refhost::Dialog& question) {
     questions.push_back(Refhost::toNarrow(question.url()));
     if (onAnswer) onAnswer();
@@ -68,7 +68,7 @@ class Hand {
     return widget<Refhost::WatermarkPreview>("txt_EffWMText").watermark();
   }
 
-  // A field of the record as it is now.
+  // The current value of a field of the record.
   std::string field(const std::string& name) { return fieldOf(record, name); }
 
   Refhost::Dialog& dialog;
@@ -78,7 +78,7 @@ class Hand {
   std::vector<std::string> questions;  // their addresses
 };
 
-// What differs between the runs of an editor.
+// Parameters of a run of the editor.
 struct EditorOptions {
   std::string locale = "en-US";
   std::optional<std::vector<std::u16string>> fonts = {{u"Zeta", u"Arial", u"beta"}};
@@ -87,7 +87,7 @@ struct EditorOptions {
   std::filesystem::path resources = RESOURCES_FOLDER;
 };
 
-// The preferences with the effect tab's layout, whose list the test fills.
+// The preferences with the effect tab's layout; the test fills its list.
 class EditorWorld : public StoreWorld {
  public:
   explicit EditorWorld(EditorOptions options = {})
@@ -101,14 +101,14 @@ class EditorWorld : public StoreWorld {
     gui->loadTab(Effect::Address::tabLayout);
   }
 
-  // A record as a file has it: the NoneRecord with these fields.
+  // A record as read from a file: the NoneRecord with these fields.
   Effect::Node newRecord(const Fields& fields = {{"label", "Text"}, {"stylename", "Name"}}) {
     const auto record = Effect::noneRecord(host, u"");
     for (const auto& [name, text] : fields) setFieldOf(record, name, text);
     return record;
   }
 
-  // Edits the record; whether it was accepted. The dialog is closed when `deeds` returns, as when the program quits.
+  // Edits the record; whether it was accepted. The dialog is closed when `deeds` returns, as on exit of the program.
   bool edit(const Effect::Node& record, const std::function<void(Hand&)>& deeds, bool isNew = false) {
     std::optional<Hand> hand;
     face.onModal = [&](Refhost::Dialog& dialog) {
@@ -120,13 +120,13 @@ class EditorWorld : public StoreWorld {
   }
   bool edit(const std::function<void(Hand&)>& deeds) { return edit(newRecord(), deeds); }
 
-  // Colours for watermarks that the model has.
+  // Sets the watermark colours that the model supports.
   void allowColours(bool hasBlack, bool hasOthers) {
     manager->model->setAvailable(u"Watermark-Color", u"Black", hasBlack);
     manager->model->setAvailable(u"Watermark-Color", u"Non-Black", hasOthers);
   }
 
-  // The tab's list of watermarks; ids are made up.
+  // The tab's list of watermarks, with arbitrary ids.
   Refhost::ListBox& list() { return dynamic_cast<Refhost::ListBox&>(*gui->find(u"lst_selectedWatermark")); }
   Kiln::SmartPtr<Kiln::XUL::ListItem> addToList(const std::u16string& name) {
     const auto item = list().items().append(name, u"WM_" + name);
@@ -155,7 +155,7 @@ class EditorWorld : public StoreWorld {
     return text.back() == '.' ? text.substr(0, text.size() - 1) : text;
   }
 
-  // As the preferences do: a failure is told, and stops here.
+  // Reports failures and continues, like the preferences.
   void dispatch(const std::function<void()>& action) {
     try {
       action();

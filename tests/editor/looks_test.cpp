@@ -1,4 +1,4 @@
-// Colour, face, style, size and place.
+// Colour, face, style, size and position.
 #include "editor_world.h"
 
 #include "effect/watermark/numbers.h"

@@ -1,4 +1,4 @@
-// The text of a watermark and its name: how one follows the other, and when the editor can be accepted.
+// The text and the name of a watermark: when the name follows the text, and when OK is enabled.
 #include "editor_world.h"
 
 namespace {

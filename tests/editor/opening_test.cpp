@@ -1,4 +1,4 @@
-// What the editor does while it opens: what it connects, what the model lets it offer, and what the preview is told.
+// Opening the editor: connections, the options that the model allows, and the initial preview.
 #include "editor_world.h"
 
 namespace {
@@ -43,7 +43,7 @@ TEST_F(Editor, ShowsTheRecord) {
   });
 }
 
-// Transparency is told twice: when it is put into its box, and when the print style is applied.
+// Transparency is sent twice: when its box is set, and when the print style is applied.
 TEST_F(Editor, TellsThePreviewEachValueInOrder) {
   world.edit(world.newRecord(transparentRecord), [this](Hand&) {
     EXPECT_THAT(world.takePreview(),
@@ -153,7 +153,7 @@ TEST_F(Editor, HidesTheRowOfTheNameWhereNamesAreNotSupported) {
   }
 }
 
-// Which colours a model has, whether it is a monochrome one, and what the editor makes of that.
+// The colours of a model, whether it is monochrome, and the editor's reaction.
 struct ColourModel {
   const char* name;
   bool hasBlack;
@@ -211,7 +211,7 @@ TEST_F(Editor, TellsABlackOnlyModelsPreviewBlackThreeTimes) {
   });
 }
 
-// Every id that the editor looks for; without any one of them the others go on.
+// All widget ids of the editor; each is optional.
 constexpr const char* everyId[] = {"txt_EffWMText",
                                    "txt_EffWMTxtBox",
                                    "txt_EffWMStyleName",

@@ -1,8 +1,8 @@
-// A record that is opened and accepted without a change stays as it is.
+// Opening and accepting a record without a change leaves it unchanged.
 //
-// What is written anew, and only this: a text or name that is a reference becomes its translation; a colour that has no
-// entry is written in upper case; an angle and a transparency in their shortest form; and what is not transparent has a
-// transparency of 0.
+// Only these fields are rewritten: a string-table reference becomes its translation; a colour without an entry becomes
+// upper case; angle and transparency get their shortest form; the transparency is 0 unless the print style is
+// transparent.
 #include "editor_world.h"
 
 #include <random>
@@ -35,7 +35,7 @@ class RandomRecords {
     return all[static_cast<std::size_t>(between(0, static_cast<int>(all.size()) - 1))];
   }
 
-  // What is no reference may have any characters, a "$" among them, but not in front.
+  // Texts that are not references may have any characters, including "$", except at the start.
   std::string text() {
     std::string made = oneOf({"a", "Ü", "下", "\U0001F600", "\"", "&", " "});
     for (int length = between(0, 20); length > 0; --length)
@@ -106,7 +106,7 @@ TEST_P(BuiltIn, RecordsOnlyGetTheirTextsTranslated) {
       const auto translation = world.host.translate(Refhost::toWide(fieldOf(before, name)));
       EXPECT_EQ(fieldOf(record, name), Refhost::toNarrow(translation.view()));
     }
-    // The store gives a record that names no face the user's language's one; so does the editor.
+    // A record without a face gets the default face for the user's language, in the store and in the editor.
     EXPECT_EQ(fieldOf(record, "fontname"), Refhost::toNarrow(Effect::defaultFace(world.host)));
     EXPECT_EQ(fieldOf(record->child(Effect::Field::defaultSetting), "label"),
               fieldOf(before->child(Effect::Field::defaultSetting), "label"));

@@ -1,5 +1,5 @@
-// The scripts in scripts/: behind a command stands what its answer must have, as "# -> {...}"; without such a line it
-// must be "ok". Of a trace that is what the preview was told.
+// The scripts in scripts/: a line "# -> {...}" after a command lists required members of its answer; without such a
+// line the answer must be "ok". For traces these are the preview events.
 #include "script/run.h"
 #include "tests/support/world.h"
 

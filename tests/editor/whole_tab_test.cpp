@@ -1,4 +1,4 @@
-// The editor in the plug-in, opened by the tab's buttons: files, failures, and what replaces what.
+// The editor in the plug-in, opened by the tab's buttons: files, failures, and replacement.
 #include "editor_world.h"
 
 namespace {
@@ -7,7 +7,7 @@ using testing::ElementsAre;
 using testing::SizeIs;
 using Testing::World;
 
-// The preferences on a home of their own, with the first built-in watermark selected.
+// The preferences with a new home, with the first built-in watermark selected.
 class Tab {
  public:
   explicit Tab(Refhost::Options options = Testing::builtOptions()) {
@@ -16,7 +16,7 @@ class Tab {
     world->preferences.set(u"WatermarkSel", u"1");
   }
 
-  // What the person does in the editor that the button opens.
+  // The user's input in the editor that the button opens.
   void open(const char16_t* button, const std::function<void(Hand&)>& deeds) {
     world->face.onModal = [&](Refhost::Dialog& dialog) {
       Hand hand(dialog, {});
@@ -50,7 +50,7 @@ TEST(EditorInTheTab, WritesWhatWasEditedAndItsDetails) {
   EXPECT_NE(bytes.find("<angle>-30</angle>"), bytes.npos);
 }
 
-// A text that cannot be looked at is refused with a sentence; the editor goes on.
+// A text that cannot be parsed is rejected with a message; the editor stays usable.
 TEST(EditorInTheTab, GoesOnAfterAFailure) {
   Testing::TemporaryFolder resources;
   Testing::copyResources(resources.path / "kiln");

@@ -1,4 +1,4 @@
-// createPlugin, through the built library.
+// createPlugin of the built library.
 #include "host/documents/disk.h"
 #include "host/library.h"
 #include "host/reference_host.h"

@@ -1,4 +1,4 @@
-// A host of another compiler's making whose exceptions unwind past the plug-in.
+// A host built by another compiler, whose exceptions unwind past the plug-in.
 #include "tests/support/foreign_exception.h"
 #include "tests/support/world.h"
 

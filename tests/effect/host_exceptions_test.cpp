@@ -1,4 +1,4 @@
-// What the host throws while the plug-in calls it passes through the plug-in, back to the host.
+// Exceptions that the host throws to the plug-in propagate through it, back to the host.
 #include "host/allocator.h"
 #include "tests/support/world.h"
 
@@ -10,7 +10,7 @@ namespace {
 
 using Testing::World;
 
-// Throws at one event of the trace: while the plug-in calls the host, which records it.
+// Throws at one trace event: during a call of the plug-in to the host.
 struct Thrower {
   void operator()(const Refhost::TraceEvent&) {
     if (++*events != at) return;
@@ -34,7 +34,7 @@ TEST(HostExceptions, PassThroughThePluginAndLeaveNothingBehind) {
       world.box(u"chk_EffRot180Deg").click();
       world.box(u"ePTKWPageNegativeImage").click();
       isThrown = events >= thrownAt;
-      events = thrownAt;  // and never again
+      events = thrownAt;  // only once
       EXPECT_EQ(world.face.failures, std::vector<std::string>(isThrown ? 1 : 0, "The host's own.")) << thrownAt;
 
       world.box(u"ePTKWPageMirrorImage").click();

@@ -1,4 +1,4 @@
-// How the plug-in is brought to life, and what it connects to.
+// The life cycle of the plug-in, and its connections.
 #include "tests/support/world.h"
 
 #include <gtest/gtest.h>
@@ -26,7 +26,7 @@ std::vector<std::string> loaded(const World& world) {
   return urls;
 }
 
-// The connections that begin with a signal's name, in order.
+// The connections whose signal has this prefix, in order.
 std::vector<std::string> connectionsOf(const World& world, const std::string& signal) {
   auto all = connections(world.events);
   std::erase_if(all, [&signal](const std::string& line) { return !line.starts_with(signal + " "); });
@@ -155,7 +155,7 @@ TEST(OnGUIReady, DisablesTheSecurityPatternsInPDCAlone) {
   }
 }
 
-// Every id of the tab, so that each can be left out in turn.
+// All ids of the tab, to omit each in turn.
 std::vector<std::u16string> idsOfTheTab() {
   World world;
   std::vector<std::u16string> ids;
@@ -174,7 +174,7 @@ TEST(OnGUIReady, ManagesWithoutAnyOneWidgetInEveryMode) {
       options.withoutWidgets = {id};
       World world(options);
       EXPECT_EQ(world.preferences.gui()->find(id), nullptr);
-      // Everything that the tab follows happens once without the widget.
+      // Exercise all handlers of the tab without the widget.
       for (const auto& property : world.preferences.model().description().properties)
         for (const auto& option : property.options) {
           world.preferences.set(property.name, option);

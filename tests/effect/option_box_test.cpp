@@ -1,4 +1,4 @@
-// The boxes that mirror one option of a property.
+// The check boxes bound to an option of a property.
 #include "tests/support/world.h"
 
 #include <gtest/gtest.h>
@@ -72,7 +72,7 @@ TEST(OverlayLayering, AvailabilityIsNotFollowed) {
   EXPECT_TRUE(Testing::widgetOperations(world.take()).empty());
 }
 
-// A layout may show a box disabled until something is selected; these two are operable from the start.
+// A layout may disable a box until something is selected; these two are enabled initially.
 TEST(WatermarkBoxes, ClickWritesTheProperty) {
   World world;
   world.take();

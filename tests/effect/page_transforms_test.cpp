@@ -196,7 +196,7 @@ TEST(MirrorImage, IsShownOnOtherModelsAndForNamesThatOnlyResemble) {
     EXPECT_TRUE(World(with(property, value)).box(mirrorBox).isVisible());
 }
 
-// The operations on both rotation boxes when one of the two properties loses its on value.
+// The operations on both rotation boxes when one of the properties loses its "on" value.
 Lines afterForbidding(World& world, const std::u16string& property) {
   world.take();
   world.preferences.setAvailable(property, u"Rotate180", false);

@@ -1,4 +1,4 @@
-// The plug-in's part in PrintTickets: multiple overlays travel as the plain option.
+// The plug-in's PrintTicket conversion: multiple overlays are written as the plain option.
 #include "host/documents/documents.h"
 #include "tests/support/world.h"
 
@@ -15,7 +15,7 @@ void select(World& world, std::u16string overlay, std::u16string source) {
   world.preferences.set(u"OverlaySourceFileName", source);
 }
 
-// The overlay option of a new run after it has read a ticket.
+// The overlay option of a new run after reading a ticket.
 std::u16string afterReading(const std::string& ticket) {
   World reader;
   reader.preferences.loadTicket(ticket, "ticket.xml");

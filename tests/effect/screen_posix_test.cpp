@@ -10,7 +10,7 @@ struct FixedScreen final : Kiln::ScreenWindow {
   int dpi;
 };
 
-// One test, since the first factor that can be had is kept for the life of the process.
+// A single test, since the first known factor is cached for the life of the process.
 TEST(ScreenScale, KeepsTheFirstFactorThatCanBeHad) {
   EXPECT_FLOAT_EQ(Effect::screenScaleFactor(nullptr), 1.0F);
   const FixedScreen unknown(0);

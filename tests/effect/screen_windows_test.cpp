@@ -7,7 +7,7 @@
 
 namespace {
 
-// One test, since the first factor that can be had is kept for the life of the process. It runs in a second process, to
+// A single test, since the first known factor is cached for the life of the process. It runs in a second process, to
 // which the system reports more than 96 pixels per inch.
 TEST(ScreenScale, KeepsTheFirstFactorThatCanBeHad) {
   if (const auto status = App::reportPixelsPerInch(120)) {

@@ -1,4 +1,4 @@
-// The plug-in's pieces that stand by themselves.
+// The plug-in's independent units.
 #include "effect/list_order.h"
 #include "effect/screen_scale.h"
 #include "host/chrome/strings.h"

@@ -1,4 +1,4 @@
-// Model descriptions, string tables and layouts as data: those that ship, and broken ones.
+// Model descriptions, string tables and layouts: shipped and invalid ones.
 #include "host/chrome/layout.h"
 #include "host/chrome/strings.h"
 #include "host/model/description.h"
@@ -20,7 +20,7 @@ const std::filesystem::path resources = RESOURCES_FOLDER;
 const Refhost::ChromeFolders chrome(resources);
 const std::vector<std::string> locales = {"de-DE", "en-US", "fr-FR", "ja-JP", "zh-CN", "zh-TW"};
 
-// The sentence that an action fails with.
+// The message of an action's exception.
 template <class Action>
 std::string failureOf(const Action& action) {
   try {
@@ -100,7 +100,7 @@ TEST(StringTables, HaveTheSameTextsInEveryLocale) {
   }
 }
 
-// Every "$IDS_...;" in a shipped file, and in the sources, has a text in every locale.
+// Every "$IDS_...;" in shipped files and in the sources has a text in every locale.
 TEST(StringTables, HaveATextForEveryReference) {
   const std::regex reference("\\$(IDS_[A-Za-z0-9_]+);");
   std::map<std::string, std::string> used;
@@ -117,7 +117,7 @@ TEST(StringTables, HaveATextForEveryReference) {
       for (std::sregex_iterator match(text.begin(), text.end(), reference), end; match != end; ++match)
         used[(*match)[1]] = entry.path().string();
     }
-  used.erase("IDS_NAME");  // how comments write a reference
+  used.erase("IDS_NAME");  // the placeholder in comments
   EXPECT_GT(used.size(), 50U);
   for (const std::string& locale : locales) {
     const Refhost::StringTables tables(chrome, locale);

@@ -85,7 +85,7 @@ TEST(ApplicableSettings, AreThoseThatAUserMaySetOnTheModel) {
   EXPECT_TRUE(applicable({{u"Nin1", u"8in1"}}, model).empty());
 }
 
-// Else the next job into an overlay would have the name and the file of the last one, and be asked about neither.
+// Otherwise the next job into an overlay would reuse the last one's name and file without asking.
 TEST(ApplicableSettings, LeaveOutWhatIsSaidOfOneJob) {
   const TracePairs ofTheJob{{u"PrintJob", u"Overlay"},
                             {u"OverlayImageCreate", u"On"},

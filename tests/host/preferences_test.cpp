@@ -1,4 +1,4 @@
-// What a user does with the preferences as a whole, and their dialogs.
+// User actions on the preferences as a whole, and their dialogs.
 #include "host/preferences.h"
 #include "host/unicode.h"
 #include "tests/support/world.h"
@@ -165,7 +165,7 @@ TEST(CheckBox, CannotBeClickedWhileItIsDisabledOrHidden) {
   EXPECT_EQ(world.value(u"MirrorImage"), u"None");
 }
 
-// The answers of a dialog, kept.
+// Records the events of a dialog.
 struct Answers : Kiln::SignalTarget {
   void onOk(Kiln::XUL::SubDialogEventArg& event) {
     ++oks;

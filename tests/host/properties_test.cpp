@@ -1,4 +1,4 @@
-// The property model: rules, availability, and which signals fire when.
+// The property model: rules, availability, and the order of signals.
 #include "host/model/properties.h"
 #include "tests/support/world.h"
 
@@ -22,7 +22,7 @@ Refhost::ModelDescription description() {
   return model;
 }
 
-// A model whose signals can be followed.
+// A model with recorded signals.
 struct Model : Kiln::SignalTarget {
   explicit Model(Refhost::ModelDescription described = description())
       : properties(Refhost::make<PropertyModel>(std::move(described), trace)) {
@@ -76,7 +76,7 @@ TEST(PropertyModel, RunsTheRulesBeforeAnySignalFires) {
   model.take();
   model.follow(u"Paper", [&](auto&) { EXPECT_EQ(model.properties->value(u"Staple"), u"Off"); });
   model.properties->submit({{u"Paper", u"A3"}});
-  // Paper takes duplex away, and that takes the staple away.
+  // Paper disables duplex, which disables the staple.
   EXPECT_EQ(model.take(), (Lines{"Duplex:On false", "Staple:On false", "Paper=A3", "Duplex=Off", "Staple=Off"}));
   model.properties->submit({{u"Paper", u"A4"}});
   EXPECT_EQ(model.take(), (Lines{"Duplex:On true", "Staple:On true", "Paper=A4"}));
@@ -115,7 +115,7 @@ TEST(PropertyModel, AResetFromWithinTheSelectionChangeEnds) {
     model.properties->submit({{u"Text", u"reset"}});
   });
   model.properties->submit({{u"Text", u"x"}});
-  EXPECT_EQ(deliveries, 2);  // "x", then "reset", which is then no longer new
+  EXPECT_EQ(deliveries, 2);  // "x", then "reset", whose repetition is not new
   EXPECT_EQ(model.properties->value(u"Text"), u"reset");
 }
 

@@ -1,4 +1,4 @@
-// What opening the preferences tidies in the folders of the user's data.
+// Cleanup of the user's data folders when the preferences open.
 #include "tests/support/world.h"
 
 #include <gtest/gtest.h>
@@ -8,7 +8,7 @@ namespace {
 using Testing::builtOptions;
 using Testing::writeFile;
 
-// Left by a process that is no more: process numbers do not go as high.
+// Left by a dead process: PIDs are smaller.
 constexpr const char* left = ".kiln-2147483646-1.tmp";
 
 class UserFolders : public testing::Test {

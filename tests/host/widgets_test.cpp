@@ -1,4 +1,4 @@
-// What a user writes, moves and picks in, and what the handlers are told of it.
+// User input to input widgets, and the events that handlers get.
 #include "host/chrome/layout.h"
 #include "tests/support/function_slot.h"
 #include "tests/support/world.h"
@@ -15,7 +15,7 @@ using Change = Kiln::SmartPtr<Kiln::XUL::TextChangeEventArg>;
 
 class Widgets : public testing::Test {
  protected:
-  // Reads a tab of that content.
+  // Loads a tab with that content.
   void read(const std::string& content) {
     std::filesystem::create_directories(folder.path / "test/content/en-US");
     Testing::writeFile(folder.path / "test/content/tab.xul",
@@ -42,7 +42,7 @@ class Widgets : public testing::Test {
     Testing::follow<Arg>(target, signal, std::move(handler));
   }
 
-  // Keeps what the box's handlers are told.
+  // Records the events of the box's handlers.
   void listen() {
     follow<Change>(box().typingSignal(), [this](Change change) { typed.push_back(change->text().str()); });
     follow<Change>(box().pastingSignal(), [this](Change change) { pasted.push_back(change->text().str()); });

@@ -14,7 +14,7 @@ using testing::SizeIs;
 const std::string full = "chrome://effect/content/dlg_overlayfull.xul";
 const std::string overwrite = "chrome://base/content/dlg_overwrite.xul";
 
-// The preferences of a job that is to become an overlay.
+// The preferences of a job to be captured as an overlay.
 Refhost::Options overlayJob(Refhost::Mode mode = Refhost::Mode::docProp) {
   auto options = builtOptions();
   options.mode = mode;
@@ -221,7 +221,7 @@ TEST_F(OverlayCreation, IsDoneAlreadyWhereTheJobHasAName) {
   EXPECT_EQ(creation.value(u"OverlayDestFileName"), "/earlier.opa");
 }
 
-// The face answers the job step while the print-time step opens.
+// The face answers the job step while the print-time step runs.
 struct PrintTime {
   PrintTime(const OverlayHome& home, std::optional<std::u16string> name, Refhost::Options options) {
     face.jobStep = std::move(name);
@@ -343,7 +343,7 @@ TEST_F(OverlayCreation, LeavesTheOldOverlayWhicheverFileOperationFails) {
     disk.failing = failing;
     const bool isAccepted = creation.accept();
     if (disk.operations < failing) break;
-    if (isAccepted) continue;  // what failed was a comparison that only saves work
+    if (isAccepted) continue;  // only an optional comparison failed
     ++failures;
     EXPECT_THAT(creation.world->face.failures, SizeIs(1)) << failing;
     EXPECT_EQ(creation.value(u"OverlayDestFileName"), "") << failing;

@@ -1,4 +1,4 @@
-// The overlay index, and the list form of several overlays: pure functions.
+// The overlay index, and the text format of several overlays: pure functions.
 #include "effect/overlay/file_list.h"
 #include "overlay_home.h"
 
@@ -126,7 +126,7 @@ TEST(LastPart, FollowsTheLastSeparatorOfEitherKind) {
   EXPECT_EQ(Effect::lastPartOf(u"folder/"), u"");
 }
 
-// "FILE|PAGES" of each entry, "FILE" alone for one without a ";".
+// "FILE|PAGES" of each entry, or "FILE" for one without a ";".
 std::vector<std::string> entriesOf(std::u16string_view list) {
   std::vector<std::string> lines;
   while (!list.empty()) {

@@ -1,4 +1,4 @@
-// The process killed at every step of creating and deleting overlays.
+// Kills the process at every step of creating and deleting overlays.
 #include "overlay_tab.h"
 #include "tests/documents/cut_disk.h"
 
@@ -9,7 +9,7 @@ namespace {
 constexpr const char* oldFile = "00001.opa";
 constexpr const char* oldPicture = "thumbnail";
 
-// What a home has after it was opened again: each overlay's file and picture, by its name.
+// The state of a home after reopening: each overlay's file and picture, by name.
 std::map<std::string, std::pair<std::string, std::string>> overlaysOf(const OverlayHome& home) {
   OverlayTab tab(home);
   EXPECT_TRUE(tab.world->face.failures.empty());
@@ -23,7 +23,7 @@ std::map<std::string, std::pair<std::string, std::string>> overlaysOf(const Over
   return overlays;
 }
 
-// The overlay files of the user, listed or not.
+// The user's overlay files, listed or not.
 std::set<std::string> filesOf(const OverlayHome& home) {
   std::set<std::string> names;
   if (std::filesystem::exists(home.userFolder()))
@@ -32,7 +32,7 @@ std::set<std::string> filesOf(const OverlayHome& home) {
   return names;
 }
 
-// Prints a job into an overlay of that name, the driver's part included.
+// Prints a job into an overlay with that name, including the driver's part.
 void create(const OverlayHome& home, Refhost::Disk& disk, const std::u16string& name) {
   auto options = Testing::builtOptions();
   options.properties = {{u"PrintJob", u"Overlay"}};
@@ -43,7 +43,7 @@ void create(const OverlayHome& home, Refhost::Disk& disk, const std::u16string& 
   if (tab.world->preferences.accept()) tab.world->preferences.writeJob("new", "new picture");
 }
 
-// Deletes the overlay of that file.
+// Deletes the overlay with that file.
 void remove(const OverlayHome& home, Refhost::Disk& disk) {
   auto options = Testing::builtOptions();
   options.disk = &disk;
@@ -52,7 +52,7 @@ void remove(const OverlayHome& home, Refhost::Disk& disk) {
   tab.remove();
 }
 
-// Does the work with the process killed at each file operation in turn, and looks at what is left each time.
+// Runs the work with the process killed at each file operation in turn, and inspects the result each time.
 template <class Work, class Look>
 int killEverywhere(const OverlayHome::Names& overlays, const Work& work, const Look& look) {
   for (int killedAt = 1;; ++killedAt) {
@@ -64,7 +64,7 @@ int killEverywhere(const OverlayHome::Names& overlays, const Work& work, const L
       work(home, disk);
     } catch (const Killed&) {
     } catch (const std::exception&) {
-      // What a dead process would have done no more.
+      // A dead process would not have done it.
     }
     look(home, killedAt);
     if (disk.operations < killedAt) return killedAt - 1;

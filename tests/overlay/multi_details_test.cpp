@@ -1,4 +1,4 @@
-// The texts that the dialog for several overlays saves and reads, and the rules of pages.
+// The saved texts of the dialog for several overlays, and the page rules.
 #include "effect/overlay/multiple_overlay_details.h"
 #include "host/unicode.h"
 
@@ -133,7 +133,7 @@ TEST(ReadingDetails, TakesTimeInProportionToTheValue) {
   }
 }
 
-// What the dialog can save: labels without the two separators, a rule only where there is an overlay.
+// Contents that the dialog can save: labels without separators, and rules only with overlays.
 SlotContents randomSlots(std::mt19937& random) {
   const auto below = [&random](std::size_t end) { return std::size_t{random()} % end; };
   const auto text = [&](std::u16string_view units, std::size_t least) {

@@ -1,4 +1,4 @@
-// The dialog for several overlays over a home with overlays, in the reference host but without the tab's handlers.
+// The dialog for several overlays in the reference host, on a home with overlays, without the tab's handlers.
 #pragma once
 
 #include "effect/list_order.h"
@@ -18,7 +18,7 @@
 #include <string>
 #include <vector>
 
-// The open dialog, as a user sees and operates it. Slots are numbered from 1, as they are shown.
+// The open dialog, for input and inspection. Slots are numbered from 1, as displayed.
 class OpenDialog {
  public:
   explicit OpenDialog(Refhost::Dialog& openDialog) : dialog(openDialog) {}
@@ -35,8 +35,8 @@ class OpenDialog {
   }
   Refhost::TextBox& field(int slot) { return widget<Refhost::TextBox>("edt_MulOvl" + std::to_string(slot) + "Manual"); }
 
-  // What a slot shows: its picture's name without ".bmp" and its rule, or "-" for the blank page. A rule that is chosen
-  // is that of its radio button; "?" for none.
+  // A slot's display: its picture's name without ".bmp" and its rule, or "-" for the blank page. A master's rule is
+  // that of the selected radio button, "?" for none.
   std::string slot(int number) {
     std::string picture = "-";
     if (image(number).image()) {
@@ -93,10 +93,10 @@ class OpenDialog {
   Refhost::Dialog& dialog;
 };
 
-// Overlays are named by letters, each with a file of five such letters: "AAAAA.opa" is labelled "A".
+// Overlays are named by letters, with a file of five such letters: "AAAAA.opa" is labelled "A".
 inline std::string fileOf(char letter) { return std::string(5, letter) + ".opa"; }
 
-// A value of MultipleOverlayDetails: the entries given, and free ones up to eight.
+// A value of MultipleOverlayDetails: the given entries, padded with free ones to eight.
 inline std::string details(std::vector<std::string> entries) {
   entries.resize(std::max<std::size_t>(entries.size(), 8), ";");
   std::string value;
@@ -121,7 +121,7 @@ class MultiDialog : public testing::Test {
   std::filesystem::path thumbnail(char letter) const { return home.userFolder() / (std::string(5, letter) + ".bmp"); }
   std::string path(char letter) { return Refhost::toNarrow(world.host.path(file(letter).u16string())->text().view()); }
 
-  // Opens the dialog as the tab does, lets the user operate it, and returns when it has closed.
+  // Opens the dialog like the tab, runs the user's input, and returns when it has closed.
   void open(const User& user) {
     const auto store = world.open();
     const Refhost::LayoutReader layouts(world.chrome, without);
@@ -144,7 +144,7 @@ class MultiDialog : public testing::Test {
     Kiln::XUL::MultiOverlayDlg({world.host, world.manager, *store}, *gui).run();
   }
 
-  // What the dialog shows when it opens on that value.
+  // The slots shown when the dialog opens with that value.
   std::vector<std::string> shown(const std::string& savedDetails) {
     std::vector<std::string> slots;
     openOn(savedDetails, [&slots](OpenDialog& dialog) { slots = dialog.slots(); });
@@ -155,7 +155,7 @@ class MultiDialog : public testing::Test {
     open(user);
   }
 
-  // The value of MultipleOverlayDetails that is saved when what the user did is accepted.
+  // The value of MultipleOverlayDetails that is saved after the user's input is accepted.
   std::string saved(const User& user) {
     open([&user](OpenDialog& dialog) {
       user(dialog);
@@ -174,7 +174,7 @@ class MultiDialog : public testing::Test {
 
   OverlayHome home;
   OverlayStore world{home.folder.path};
-  std::set<std::u16string, std::less<>> without;  // widgets that the layouts do not have
+  std::set<std::u16string, std::less<>> without;  // widgets omitted from the layouts
   std::vector<Refhost::TraceEvent> events;
   std::function<void()> afterTheStoreIsRead = [] {};
   std::u16string blankPage;  // the address that the dialog registers for it

@@ -1,4 +1,4 @@
-// The dialog for several overlays: what it opens with, and what it leaves behind when it closes.
+// The dialog for several overlays: its initial state, and the result of closing it.
 #include "tests/overlay/multi_dialog.h"
 
 #include <algorithm>
@@ -11,7 +11,7 @@ using Testing::transitions;
 
 const std::vector<std::string> defaults = {"BBBBB All", "- ?", "- ", "- ", "- ", "- ", "- ", "- "};
 
-// The first slots as given, and free ones behind them.
+// The given slots, padded with free ones.
 std::vector<std::string> withFree(std::vector<std::string> slots) {
   const std::vector<std::string> free = {"- ?", "- ?", "- ", "- ", "- ", "- ", "- ", "- "};
   for (std::size_t i = slots.size(); i < free.size(); ++i) slots.push_back(free[i]);
@@ -255,7 +255,7 @@ TEST_F(MultiDialog, ShowsItsHelpInEveryLanguage) {
   }
 }
 
-// All that a user may read of a widget, as it is set.
+// All texts of a widget that a user can read, as set.
 std::vector<std::u16string> textsOf(Refhost::WidgetNode& widget) {
   std::vector<std::u16string> texts = {widget.label(), widget.attribute("tooltiptext"), widget.attribute("accesskey")};
   if (auto* list = dynamic_cast<Refhost::SelectorNode*>(&widget))
@@ -303,7 +303,7 @@ TEST_F(MultiDialog, WorksWithoutAnyOfItsWidgets) {
   EXPECT_EQ(saved([](OpenDialog&) {}), value);
 }
 
-// A file name may be the user's own overlay's and a downloaded one's.
+// The user's own overlay and a downloaded one with the same file name.
 class DownloadedOverlay : public MultiDialog {
  protected:
   DownloadedOverlay() : MultiDialog("A") {

@@ -1,4 +1,4 @@
-// Several overlays from the tab to the properties and back, by script: the plug-in as it is built.
+// Several overlays from the tab to the properties and back, by scripts with the built plug-in.
 #include "tests/overlay/overlay_home.h"
 #include "tests/overlay/thumbnails.h"
 #include "tests/support/scripted_run.h"

@@ -1,4 +1,4 @@
-// What a user does with the slots of the dialog for several overlays: filling, giving pages, clearing.
+// User input to the slots of the dialog for several overlays: filling, choosing pages, clearing.
 #include "tests/overlay/multi_dialog.h"
 
 #include <random>
@@ -7,7 +7,7 @@ namespace {
 
 using testing::ElementsAre;
 
-// A dialog in which the first slots are as given and the others are free.
+// A dialog with the given first slots; the others are free.
 const std::string onlyA = details({"AAAAA.opa;All"});
 
 class EachSlot : public MultiDialog, public testing::WithParamInterface<int> {
@@ -15,7 +15,7 @@ class EachSlot : public MultiDialog, public testing::WithParamInterface<int> {
   int slot() const { return GetParam(); }
   std::string withoutPages() const { return slot() == 1 ? "All" : slot() == 2 ? "Even" : ""; }
 
-  // A value with AAAAA.opa in this slot alone, and its rule there.
+  // A value with only AAAAA.opa in this slot, and a rule for it.
   std::string rule() const { return slot() <= 2 ? "Odd" : "2-" + std::to_string(slot()); }
   std::string filled(const std::string& file = "AAAAA.opa") const {
     std::vector<std::string> entries(8, ";");
@@ -269,7 +269,7 @@ TEST_P(EachManualSlot, IsNotPrintedOnceItsPagesAreEmptied) {
   EXPECT_EQ(value(u"OverlaySourceFileName"), path('B') + ";All$");
 }
 
-// What a random user does, and what the dialog may never show.
+// A user with random input, and the invariants of the dialog.
 class RandomUser {
  public:
   explicit RandomUser(unsigned seed) : random(seed) {}
@@ -298,7 +298,7 @@ class RandomUser {
   std::mt19937 random;
 };
 
-// The value that stands for what the dialog shows; a rule without an overlay is not saved.
+// The value for the dialog's display; a rule without an overlay is not saved.
 std::string detailsOf(const std::vector<std::string>& slots) {
   std::vector<std::string> entries;
   for (const std::string& slot : slots) {

@@ -1,4 +1,4 @@
-// A home with overlays in it, as a test puts them there.
+// A home with overlays, created by tests.
 #pragma once
 
 #include "effect/overlay/overlays.h"
@@ -13,7 +13,7 @@
 
 using Testing::bytesOf;
 
-// A record of an index, written out by hand: the name, the file name, each followed by zeros.
+// An index record, assembled by hand: the name and the file name, each padded with zeros.
 inline std::string recordBytes(std::u16string_view name, std::u16string_view fileName) {
   std::string bytes(Effect::indexRecordBytes, '\0');
   const auto put = [&bytes](std::size_t at, std::u16string_view text) {
@@ -27,7 +27,7 @@ inline std::string recordBytes(std::u16string_view name, std::u16string_view fil
   return bytes;
 }
 
-// The names in an index's bytes and the files that they stand for: "NAME=FILE".
+// The names and files in an index: "NAME=FILE".
 inline std::vector<std::string> listed(const std::string& indexBytes) {
   std::vector<std::string> lines;
   for (const auto& [name, fileName] : Effect::readIndex(indexBytes))
@@ -35,12 +35,12 @@ inline std::vector<std::string> listed(const std::string& indexBytes) {
   return lines;
 }
 
-// Whether a name is one that the store draws: five digits and ".opa".
+// Whether a name has the store's random form: five digits and ".opa".
 inline bool isDrawnName(const std::string& name) {
   return name.size() == 9 && name.find_first_not_of("0123456789") == 5 && name.ends_with(".opa");
 }
 
-// A path's text, or one with paths in it, with the same separators on every system.
+// A text with paths, with the same separators on every system.
 inline std::string inSlashes(std::string text) {
   std::replace(text.begin(), text.end(), static_cast<char>(std::filesystem::path::preferred_separator), '/');
   return text;
@@ -59,7 +59,7 @@ struct OverlayHome {
   Path localFolder(const std::string& name) const { return folder.path / "localdata" / name / "overlays"; }
   static Path index(const Path& in) { return in / "ovlNmFl.flo"; }
 
-  // An index of names and file names, the files, each holding its own name, and their thumbnails.
+  // Writes an index, its files, each containing its own name, and their thumbnails.
   static void put(const Path& in, const Names& overlays) {
     std::string bytes;
     for (const auto& [name, fileName] : overlays) {
@@ -75,7 +75,7 @@ struct OverlayHome {
     Testing::writeFile(file.replace_extension(".bmp"), "thumbnail");
   }
 
-  // NUMBER overlays of the names "form 0", "form 1" ...
+  // `number` overlays with the names "form 0", "form 1" and so on.
   static Names forms(int number) {
     Names names;
     for (int i = 0; i < number; ++i) {
@@ -92,14 +92,14 @@ struct OverlayHome {
   Testing::TemporaryFolder folder;
 };
 
-// The overlay store over a home, without a plug-in around it.
+// The overlay store on a home, without a plug-in.
 class OverlayStore : public Testing::HostWorld {
  public:
   using HostWorld::HostWorld;
 
   Kiln::SmartPtr<Overlays> open(bool isMerged = false) { return Refhost::make<Overlays>(host, manager, isMerged); }
 
-  // "LABEL=FILE" of each record, with "*" behind a downloaded one.
+  // "LABEL=FILE" of each record, with "*" appended for a downloaded one.
   static std::vector<std::string> records(const Overlays& store) {
     std::vector<std::string> lines;
     for (std::int32_t i = 0; i < store.count(); ++i) {

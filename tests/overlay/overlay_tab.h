@@ -1,4 +1,4 @@
-// The tab in the reference host, over a home with overlays.
+// The tab in the reference host, on a home with overlays.
 #pragma once
 
 #include "host/gui.h"
@@ -20,7 +20,7 @@ inline std::vector<std::string> sent(const std::vector<Refhost::TraceEvent>& eve
 }
 
 struct OverlayTab {
-  // Opens the preferences on a home.
+  // Opens the preferences with a home.
   explicit OverlayTab(const OverlayHome& openedHome, Refhost::Options options = Testing::builtOptions())
       : home(openedHome) {
     options.home = home.folder.path;
@@ -36,7 +36,7 @@ struct OverlayTab {
   Refhost::Button& button(std::u16string_view id) { return world->widget<Refhost::Button>(id); }
   bool isEnabled(std::u16string_view id) { return world->preferences.gui()->find(id)->isEnabled(); }
 
-  // The ids of the overlay controls that can be operated.
+  // The ids of the enabled overlay controls.
   std::vector<std::string> operable() {
     std::vector<std::string> ids;
     for (const char* id : {"lbl_Ovl", "cmb_EffOverlay", "but_EffDet", "btn_OvlDel", "ePTKWJobOverlayImage_Layering",
@@ -61,7 +61,7 @@ struct OverlayTab {
     return own == nullptr ? "-" : Refhost::toNarrow(own->scope);
   }
 
-  // "VALUE=TEXT" of each item, with "*" behind a downloaded one.
+  // "VALUE=TEXT" of each item, with "*" appended for a downloaded one.
   std::vector<std::string> items() {
     std::vector<std::string> lines;
     for (std::int32_t i = 0; i < list().items().count(); ++i) {
@@ -82,7 +82,7 @@ struct OverlayTab {
     world->preferences.set(std::u16string(property), std::u16string(text));
   }
 
-  // Deletes the selected overlay, and says yes.
+  // Deletes the selected overlay, and confirms.
   void remove() {
     onDialog = [](Refhost::Dialog& dialog) { dialog.accept(); };
     button(u"btn_OvlDel").click();
@@ -92,14 +92,14 @@ struct OverlayTab {
 
   const OverlayHome& home;
   std::unique_ptr<Testing::World> world;
-  std::vector<Refhost::TraceEvent> announced;  // what happened while opening
+  std::vector<Refhost::TraceEvent> announced;  // events while opening
   std::vector<std::string> dialogs;            // the dialogs opened since
   std::function<void(Refhost::Dialog&)> onDialog;
 };
 
 inline OverlayHome::Names twoOverlays() { return {{u"terms", u"00002.opa"}, {u"Letterhead", u"00001.opa"}}; }
 
-// The overlay group of a tab on a home with these two.
+// The overlay group of a tab on a home with two overlays.
 class OverlayGroup : public testing::Test {
  protected:
   OverlayGroup() { home.putUser(twoOverlays()); }

@@ -1,4 +1,4 @@
-// Overlays by the drive script, as a driver team tests them.
+// Overlays in the drive script, as used by driver teams.
 #include "overlay_home.h"
 #include "tests/support/scripted_run.h"
 

@@ -1,4 +1,4 @@
-// The files that a selection names: kept, found where they have moved to, or dropped.
+// The files of a selection: kept, replaced by the store's, or removed.
 #include "overlay_tab.h"
 
 namespace {

@@ -1,4 +1,4 @@
-// The overlay store: what it reads, finds, adds, removes, lists and writes.
+// The overlay store: reading, lookup, adding, removing, listing and writing.
 #include "overlay_home.h"
 
 #include "host/widgets/list.h"
@@ -17,7 +17,7 @@ using Refhost::toNarrow;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// "LABEL=FILE" with a drawn file name.
+// "LABEL=FILE" with a random file name.
 MATCHER_P(IsNew, label, "") {
   const std::string start = std::string(label) + "=";
   return arg.starts_with(start) && isDrawnName(arg.substr(start.size()));
@@ -31,7 +31,7 @@ class OverlayStoreTest : public testing::Test {
     return *store;
   }
 
-  // The list: "VALUE=TEXT" of each item, and behind it whether it has an icon, is red, is marked.
+  // The list: "VALUE=TEXT" of each item, followed by whether it has an icon, is red, is marked.
   std::vector<std::string> list(bool withMultiple = true, bool withIcon = true) {
     const auto items = world.host.listData();
     store->fillList(*items, withMultiple,
@@ -225,7 +225,7 @@ TEST_F(OverlayStoreTest, GivesAKnownLabelThePathOfItsOverlay) {
   EXPECT_EQ(store->count(), 1);
 }
 
-// Every overlay file is there but one.
+// All overlay file names but one are taken.
 class NearlyFullDisk final : public ForwardingDisk {
  public:
   Refhost::EntryKind kind(const Path& path) override {

@@ -1,4 +1,4 @@
-// The overlay group of the tab: the list, what a selection sends, and what it follows.
+// The overlay group of the tab: the list, the transitions of a selection, and reactions to changes.
 #include "overlay_tab.h"
 
 namespace {
@@ -12,7 +12,7 @@ using Testing::widgetOperations;
 
 const std::vector<std::string> nothing;
 
-// What can be operated while an overlay is selected.
+// The controls that are enabled while an overlay is selected.
 const std::vector<std::string> everything = {"lbl_Ovl",
                                              "cmb_EffOverlay",
                                              "but_EffDet",
@@ -336,7 +336,7 @@ TEST_F(OverlayGroup, WorksWithEveryWidgetMissing) {
   }
 }
 
-// The user's data lies in the folder that the print path knows it by.
+// The user's data is in the folder that the print path recognises.
 struct UserDataHome : OverlayHome {
   UserDataHome() {
     putUser({{u"form", u"00001.opa"}, {u"mine", u"00002.opa"}});

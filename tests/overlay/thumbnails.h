@@ -1,10 +1,10 @@
-// Thumbnails as drivers make them.
+// Thumbnails as written by drivers.
 #pragma once
 
 #include <cstdint>
 #include <string>
 
-// A bitmap of that many pixels, 24 bits each, all of one grey.
+// A bitmap of that size, 24 bits per pixel, uniformly grey.
 inline std::string bitmap(std::uint32_t width, std::uint32_t height) {
   const auto number = [](std::uint32_t value, int count) {
     std::string bytes;

@@ -6,11 +6,11 @@
 #include "tests/press/rendering.h"
 #include "tests/press/test_job.h"
 
-/// A page that tools get wrong.
+/// A page that tools often render wrongly.
 struct AwkwardPage {
   const char* name;
   TestJob job;
-  Renderer renderer = Renderer::poppler;  ///< One that shows the untouched page as it is meant.
+  Renderer renderer = Renderer::poppler;  ///< A renderer that shows the untouched page correctly.
   int tolerance = 0;
 };
 

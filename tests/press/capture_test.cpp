@@ -81,7 +81,7 @@ TEST_F(Capture, DrawsASmallPictureOfThePage) {
   EXPECT_NEAR(static_cast<double>(numberAt(picture, 22)), 256, 3);
   const std::size_t row = (3 * numberAt(picture, 18) + 3) / 4 * 4;
   const std::size_t top = 54 + (numberAt(picture, 22) - 10) * row + 30;
-  EXPECT_NEAR(byteAt(picture, top + 1), 0x5B, 2);  // the letter's green head
+  EXPECT_NEAR(byteAt(picture, top + 1), 0x5B, 2);  // the letter's green header
 }
 
 TEST_F(Capture, IsPrintedAsItIsCaptured) {

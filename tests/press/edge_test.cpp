@@ -1,4 +1,4 @@
-// The edge that letters have together.
+// The common outline of letters.
 
 #include <cmath>
 #include <utility>
@@ -42,7 +42,7 @@ Path circle(double x, double y, double radius) {
 
 double distance(const Point& a, const Point& b) { return std::hypot(b.x - a.x, b.y - a.y); }
 
-/// How long the line is that a path draws.
+/// The length of a path's line.
 double length(const Path& path) {
   double sum = 0;
   Point start, at;
@@ -105,7 +105,7 @@ TEST(EdgeOfLetters, KeepsTheHolesInThem) {
 }
 
 TEST(EdgeOfLetters, FollowsCurvesToWhereTheyMeet) {
-  // Two circles, each through the other's middle: two thirds of both are seen.
+  // Two circles, each through the other's centre: two thirds of both are visible.
   EXPECT_NEAR(length(edgeOf({circle(0, 0, 30), circle(30, 0, 30)}, touching)), 2 * length(circle(0, 0, 30)) * 2 / 3,
               0.2);
   // Half a circle on a square.
@@ -125,7 +125,7 @@ TEST(EdgeOfLetters, RunsAroundJoinedLettersNotBetweenThem) {
   const auto [apart, apartEdge] = lengths("abc");
   EXPECT_NEAR(apartEdge, apart, 1e-9);
   const auto [joined, joinedEdge] = lengths("ببب");
-  constexpr double strokeWidth = 6;  // at least; two joins have the ends of two letters each
+  constexpr double strokeWidth = 6;  // a minimum; two joins have the ends of two letters each
   EXPECT_LT(joinedEdge, joined - 2 * 2 * strokeWidth);
   EXPECT_GT(joinedEdge, joined / 2);
 }

@@ -1,4 +1,4 @@
-// Form fields that the document leaves to the reader to draw.
+// Form fields without an appearance.
 
 #include <algorithm>
 #include <string>
@@ -16,7 +16,7 @@ using testing::Not;
 
 namespace {
 
-/// A page with one field, 160 wide and 60 high from 20, 220, or 20 points below the upper left corner as it is seen.
+/// A page with one field, 160 wide and 60 high at (20, 220), or 20 points below the upper left corner as displayed.
 TestJob fieldJob(const std::string& entries, bool readersDraw = false) {
   return {.contents = {""},
           .page = "/Annots [4 0 R]",
@@ -27,7 +27,7 @@ TestJob fieldJob(const std::string& entries, bool readersDraw = false) {
           .objects = {"<< /Type /Annot /Subtype /Widget /F 4 /T (Field) /Rect [20 220 180 280] " + entries + " >>"}};
 }
 
-/// The page when something is printed on it that is not seen.
+/// The page printed with an invisible effect.
 Picture printedPage(const TestJob& job) {
   Effects effects;
   effects.watermark.text = ".";
@@ -38,7 +38,7 @@ Picture printedPage(const TestJob& job) {
 
 Picture drawn(const std::string& entries) { return printedPage(fieldJob(entries)); }
 
-/// What is not paper, in pixels from the top left.
+/// The bounds of non-white pixels, from the top left.
 struct Ink {
   int left = 1 << 20, top = 1 << 20, right = -1, bottom = -1;
 };
@@ -133,7 +133,7 @@ TEST(FormFields, KeepPasswordsSecret) {
 
 TEST(FormFields, OfCellsHaveALetterInEach) {
   const Ink ink = inkOf(drawn("/FT /Tx /Ff 16777216 /MaxLen 4 /V (HHH)"));
-  EXPECT_NEAR((ink.left + ink.right) / 2, 20 + 60, 3);  // the middle of three of four cells
+  EXPECT_NEAR((ink.left + ink.right) / 2, 20 + 60, 3);  // the centre of three of four cells
   EXPECT_NEAR(ink.right - ink.left, 80 + 14, 4);
 }
 

@@ -1,5 +1,5 @@
-// Prints a watermark on awkward pages and looks at them: the mark has to lie where and as large as on a plain page that
-// looks the same, and the page's own content has to stay as it is.
+// Prints a watermark on awkward pages and compares pictures: the mark must have the same position and size as on a
+// plain page that looks the same, and the page's own content must be unchanged.
 
 #include <cmath>
 #include <string>
@@ -19,7 +19,7 @@ using Press::Picture;
 
 namespace {
 
-constexpr unsigned markColour = 0xFF00FF;  // The pages have none of it.
+constexpr unsigned markColour = 0xFF00FF;  // Does not occur in the pages.
 
 Effects marked(double angle = 0, Across across = Across::centre, Down down = Down::centre) {
   Effects effects;
@@ -34,14 +34,14 @@ Effects marked(double angle = 0, Across across = Across::centre, Down down = Dow
   return effects;
 }
 
-/// An empty page that looks as large.
+/// An empty page of the same size.
 std::string emptyPage(int width, int height) {
   return TestJob{.boxes = "/MediaBox [0 0 " + std::to_string(width) + " " + std::to_string(height) + "]",
                  .contents = {""}}
       .bytes();
 }
 
-/// Whether two colours are the same to the eye: what covers a pixel almost is not always told from what covers it.
+/// Whether two colours are visually the same: a nearly covered pixel may differ slightly.
 bool isAlike(unsigned a, unsigned b) {
   constexpr int unseen = 12;
   for (const int shift : {0, 8, 16})
@@ -49,8 +49,8 @@ bool isAlike(unsigned a, unsigned b) {
   return true;
 }
 
-/// In how many pixels the picture of a page with the mark differs from what it has to be: the page where the mark
-/// alone, on an empty page, leaves the paper bare, and the mark's colour where it covers it.
+/// The number of wrong pixels in the picture of a page with the mark. Expected is the page where the mark alone, on an
+/// empty page, leaves the paper blank, and the mark's colour where it covers it.
 int faults(const Picture& page, const Picture& mark, const Picture& both) {
   if (mark.argb.size() != page.argb.size() || both.argb.size() != page.argb.size()) return 1 << 20;
   int count = 0;
@@ -78,7 +78,7 @@ struct Ink {
   int left = 1 << 20, top = 1 << 20, right = -1, bottom = -1;
 };
 
-/// The box around everything that is not paper.
+/// The bounding box of everything that is not white.
 Ink inkOf(const Picture& picture) {
   Ink ink;
   for (int y = 0; y < picture.height; ++y)
@@ -106,7 +106,7 @@ TEST_P(MarkedPages, AreMirroredAndTurnedWithTheMark) {
   Effects effects = marked(315);
   const Picture straight = render(printed(page.job.bytes(), effects), page.renderer);
   effects.mirrorImage = effects.negativeImage = effects.rotate180 = true;
-  // The edges of letters lie between pixels, and are smoothed a little differently when turned.
+  // Letter edges are anti-aliased slightly differently when rotated.
   const Picture after = render(printed(page.job.bytes(), effects), page.renderer);
   const Picture wanted = withEffects(straight, effects);
   ASSERT_EQ(after.argb.size(), wanted.argb.size());
@@ -125,14 +125,14 @@ TEST(MarkedPage, HasTheMarkInTheMiddleInEveryRenderer) {
     const Ink ink = inkOf(picture);
     EXPECT_NEAR(ink.left + ink.right + 1, 300, 2) << static_cast<int>(renderer);
     EXPECT_NEAR(ink.top + ink.bottom + 1, 200, 2) << static_cast<int>(renderer);
-    EXPECT_NEAR(ink.bottom - ink.top + 1, 36 * 0.729, 2) << static_cast<int>(renderer);  // as high as the capitals
+    EXPECT_NEAR(ink.bottom - ink.top + 1, 36 * 0.729, 2) << static_cast<int>(renderer);  // the height of capitals
   }
 }
 
 TEST(MarkedPage, LooksTheSameInEveryRenderer) {
   Effects effects = marked(315);
   effects.watermark.transparency = 60;
-  effects.watermark.text = "Draft 草稿";  // A thickened face beside one with a bold of its own.
+  effects.watermark.text = "Draft 草稿";  // Synthetic bold beside a face with a bold design.
   for (const bool isOutlined : {false, true}) {
     effects.watermark.isOutlined = isOutlined;
     const std::string after = printed(TestJob{.boxes = "/MediaBox [0 0 200 300] /Rotate 90"}.bytes(), effects);
@@ -140,7 +140,7 @@ TEST(MarkedPage, LooksTheSameInEveryRenderer) {
     for (const Renderer renderer : {Renderer::mupdf, Renderer::ghostscript}) {
       const Picture other = render(after, renderer);
       ASSERT_EQ(other.argb.size(), poppler.argb.size());
-      std::size_t different = 0;  // They smooth edges in different ways.
+      std::size_t different = 0;  // Renderers anti-alias differently.
       for (std::size_t index = 0; index < other.argb.size(); ++index)
         different += std::abs(static_cast<int>(poppler.argb[index] & 0xFF00) -
                               static_cast<int>(other.argb[index] & 0xFF00)) > 100 * 256;
@@ -217,7 +217,7 @@ TEST(MarkedPage, RefusesWhatThePropertiesDoNotMakeSenseOf) {
   EXPECT_THAT(folder.names(), testing::ElementsAre("in.pdf"));
 }
 
-// The same page in every form that a file can have.
+// The same page in all kinds of PDF files.
 TEST(MarkedPage, IsTheSameInEveryKindOfFile) {
   const TestFolder folder;
   write(folder / "plain.pdf", TestJob{.boxes = "/MediaBox [0 0 200 300] /Rotate 90"}.bytes());
@@ -269,7 +269,7 @@ TEST(MarkedPage, IsMarkedByItsPlaceWhereAnotherPlaceHasTheSamePage) {
 }
 
 TEST(MarkedPage, KeepsItsPartInTheStructureOfTheDocument) {
-  // An open state, for which the content is put into a form.
+  // An unbalanced q, for which the content is moved into a form.
   const TestJob job{.contents = {"q /P << /MCID 0 >> BDC BT /F 30 Tf 20 200 Td (Tagged) Tj ET EMC "
                                  "/P << /MCID 1 >> BDC BT /F 30 Tf 20 100 Td (text) Tj ET EMC"},
                     .resources = "/Font << /F << /Type /Font /Subtype /Type1 /BaseFont /Helvetica >> >>",

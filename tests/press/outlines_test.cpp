@@ -1,4 +1,4 @@
-// A watermark's text as shapes. The faces are those of tools/install-packages.
+// A watermark's text as outlines. The faces are those of tools/install-packages.
 
 #include <algorithm>
 #include <string>
@@ -29,7 +29,7 @@ Watermark text(const char* words, const char* face = "DejaVu Sans") {
 double width(const Outlines& outlines) { return outlines.bounds.x1 - outlines.bounds.x0; }
 double height(const Outlines& outlines) { return outlines.bounds.y1 - outlines.bounds.y0; }
 
-/// How high a text rises within so many points from its left end.
+/// The highest point of a text in its leftmost `points`.
 double topOfLeft(const Outlines& outlines, double points) {
   double top = 0;
   for (const PathStep& step : outlines.parts.at(0).path)
@@ -57,7 +57,7 @@ TEST(OutlinesOfText, HaveTheLettersOwnShapes) {
 TEST(OutlinesOfText, AreOfTheSizeThatIsAsked) {
   Watermark mark = text("H");
   mark.size = 100;
-  EXPECT_NEAR(height(outlinesOf(mark)), 72.9, 0.1);  // the face's capitals
+  EXPECT_NEAR(height(outlinesOf(mark)), 72.9, 0.1);  // the height of capitals
   EXPECT_NEAR(outlinesOf(mark).bounds.y0, 0, 0.01);
   mark.size = 50;
   EXPECT_NEAR(height(outlinesOf(mark)), 36.45, 0.05);
@@ -67,7 +67,7 @@ TEST(OutlinesOfText, HaveBoundsThatCurvesDoNotLeave) {
   Watermark mark = text("O");
   mark.size = 100;
   const Outlines o = outlinesOf(mark);
-  EXPECT_NEAR(o.bounds.y0, -1.4, 0.1);  // A round letter reaches a little over both lines, no more.
+  EXPECT_NEAR(o.bounds.y0, -1.4, 0.1);  // Round letters overshoot both lines slightly.
   EXPECT_NEAR(o.bounds.y1, 74.2, 0.1);
 }
 
@@ -119,7 +119,7 @@ TEST(OutlinesOfText, JoinLettersOfScriptsThatJoinThem) {
 }
 
 TEST(OutlinesOfText, PutAVowelWhereItIsReadNotWhereItIsWritten) {
-  // Its bow rises above the consonant, and stands at its left.
+  // Its bow rises above the consonant, and is drawn at its left.
   const Outlines consonant = outlinesOf(text("क")), withVowel = outlinesOf(text("कि"));
   EXPECT_GT(topOfLeft(withVowel, 20), topOfLeft(consonant, 20) + 5);
 }

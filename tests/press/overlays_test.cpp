@@ -20,7 +20,7 @@ using testing::HasSubstr;
 
 namespace {
 
-/// A job of plain pages, each with a small mark of its own in the middle.
+/// A job of plain pages, each with a small mark in the centre.
 std::string pagesJob(int count, const std::string& entries = "") {
   using Press::reference;
   Press::PdfBytes pdf;
@@ -37,7 +37,7 @@ std::string pagesJob(int count, const std::string& entries = "") {
   return pdf.finish(1);
 }
 
-/// A form with a square of one colour, at a place of its own.
+/// A form with a square of one colour at a given position.
 std::string square(const std::string& colour, int x, int y, const std::string& box = "[0 0 100 100]") {
   return TestJob{.boxes = "/MediaBox " + box,
                  .contents = {colour + " rg " + std::to_string(x) + " " + std::to_string(y) + " 10 10 re f"}}
@@ -79,7 +79,7 @@ Effects with(std::vector<Overlay> overlays) {
 }  // namespace
 
 TEST(OverlayProperties, NameOneFileForAllPages) {
-  // A single file may have any name, also one with the signs that separate several.
+  // A single file may have any name, including the separators of the list format.
   EXPECT_EQ(Press::overlaysFromProperties({{"OverlayImage", "OverlayImage"}, {"OverlaySourceFileName", "/o/a;1$.opa"}}),
             (std::vector<Overlay>{{"/o/a;1$.opa", PageRule()}}));
 }
@@ -179,7 +179,7 @@ TEST_F(Overlays, FillPagesOfOtherSizesWithoutBeingStretched) {
   const Picture twice = on("[0 0 200 200]");
   EXPECT_EQ(pixel(twice, 19, 181), 0xFF0000u);
   EXPECT_EQ(pixel(twice, 21, 181), 0xFFFFFFu);
-  const Picture wide = on("[0 0 200 100]");  // in the middle: from 50 to 150
+  const Picture wide = on("[0 0 200 100]");  // centred: from 50 to 150
   EXPECT_EQ(pixel(wide, 51, 99), 0xFF0000u);
   EXPECT_EQ(pixel(wide, 59, 91), 0xFF0000u);
   EXPECT_EQ(pixel(wide, 49, 99), 0xFFFFFFu);
@@ -270,7 +270,7 @@ TEST_F(Overlays, ThatLoopArePrinted) {
   EXPECT_EQ(sentence(pagesJob(1), with({{form("loop.opa", job.bytes()), PageRule()}})), "printed");
 }
 
-// The page of an overlay may be as awkward as any.
+// Overlay pages may be awkward pages too.
 class AwkwardOverlays : public testing::TestWithParam<AwkwardPage> {};
 
 INSTANTIATE_TEST_SUITE_P(All, AwkwardOverlays, testing::ValuesIn(awkwardPages()),
@@ -285,7 +285,7 @@ TEST_P(AwkwardOverlays, LookAsTheirPage) {
   const std::string empty = TestJob{.boxes = "/MediaBox " + box, .contents = {""}}.bytes();
   const std::string after = printed(empty, with({{folder / "form.opa", PageRule()}}));
   EXPECT_EQ(complaints(after), "");
-  // Inside a form, renderers smooth the edges of fills differently; so few pixels may differ, whatever their colour.
+  // Inside a form, renderers anti-alias fills differently; so a few pixels may differ, in any colour.
   const Picture picture = render(after, page.renderer);
   ASSERT_EQ(picture.argb.size(), alone.argb.size());
   std::size_t different = 0;

@@ -1,4 +1,4 @@
-// Prints awkward pages and looks at them: the picture of a printed page has to be the picture of the untouched page
+// Prints awkward pages and compares pictures: the picture of a printed page must be the picture of the untouched page
 // with the effect applied to its pixels.
 
 #include <string>
@@ -47,7 +47,7 @@ TEST_P(AwkwardPages, LookTheSameInThePreview) {
   EXPECT_EQ(complaints(previewed), "");
 }
 
-/// How far the first page of a job with these boxes is turned by the effect for A3 and Ledger.
+/// Whether the effect for A3 and Ledger rotates the first page of a job with these boxes.
 bool turnsForA3Ledger(const std::string& boxes) {
   const std::string job = TestJob{.boxes = boxes}.bytes();
   const Press::Picture before = render(job, Renderer::mupdf);
@@ -95,7 +95,7 @@ TEST(TextPages, LookRightWithEveryEffect) {
                                   .resources = "/Font << /F << /Type /Font /Subtype /Type1 /BaseFont /Helvetica >> >>"}
                               .bytes();
   const Effects effects{.mirrorImage = true, .negativeImage = true, .rotate180 = true};
-  // Glyphs are smoothed by rows, so their edges differ upside down.
+  // Glyphs are anti-aliased by rows, so their edges differ upside down.
   EXPECT_LT(
       difference(render(printed(job, effects), Renderer::mupdf), withEffects(render(job, Renderer::mupdf), effects)),
       100);

@@ -10,7 +10,7 @@ using Press::PageRule;
 
 namespace {
 
-/// The pages of a job of ten that a rule names, as digits; page ten is "X".
+/// The pages of a ten-page job that a rule includes, as digits; page ten is "X".
 std::string pages(const char* rule) {
   const PageRule parsed(rule);
   std::string named;

@@ -1,5 +1,4 @@
-// Prints a job with effects, with the same arguments as the program's own command:
-// press_print IN OUT [--set PROPERTY=VALUE]...
+// Prints a job with effects, with the arguments of the kiln command: press_print IN OUT [--set PROPERTY=VALUE]...
 
 #include <iostream>
 #include <map>

@@ -28,7 +28,7 @@ namespace {
 
 const Effects everything{.mirrorImage = true, .negativeImage = true, .rotate180 = true, .rotate180ForA3Ledger = true};
 
-/// The sentence that printing `in` into `out` fails with.
+/// The error message of printing `in` to `out`.
 std::string failure(const fs::path& in, const fs::path& out) {
   try {
     printPdf(in, out, everything);
@@ -38,12 +38,12 @@ std::string failure(const fs::path& in, const fs::path& out) {
   return "printed";
 }
 
-/// Has qpdf write a job in another form, and returns its exit status.
+/// Converts a job with qpdf; returns its exit status.
 int converted(const fs::path& in, const fs::path& out, const std::string& options) {
   return run("qpdf " + options + " '" + in.string() + "' '" + out.string() + "'").status;
 }
 
-/// A job of many pages of text that share their resources.
+/// A job of many text pages with shared resources.
 std::string longJob(int count, const std::string& page = "/Resources 4 0 R") {
   using Press::reference;
   Press::PdfBytes pdf;
@@ -60,7 +60,7 @@ std::string longJob(int count, const std::string& page = "/Resources 4 0 R") {
   return pdf.finish(1);
 }
 
-/// Runs as a user that may not write everywhere, where the tests run as root.
+/// Runs as an unprivileged user, if the tests run as root.
 class AsOrdinaryUser {
  public:
   AsOrdinaryUser() { changed = ::geteuid() == 0 && ::setegid(65534) == 0 && ::seteuid(65534) == 0; }
@@ -72,7 +72,7 @@ class AsOrdinaryUser {
   bool changed;
 };
 
-/// A folder with a sound job, and an old printed file that must survive what fails.
+/// A folder with a valid job, and an old printed file that must survive failures.
 class Printing : public testing::Test {
  protected:
   Printing() {
@@ -302,7 +302,7 @@ TEST_F(Printing, DoesNotEncodeAnythingAnew) {
   job.page = "/Contents 4 0 R";
   job.objects = {streamObject("/Filter /ASCIIHexDecode", encoded)};
   EXPECT_THAT(printed(job.bytes(), everything), HasSubstr(encoded));
-  job.objects[0] = streamObject("/Filter /ASCIIHexDecode", "51" + encoded);  // starts with a Q too many
+  job.objects[0] = streamObject("/Filter /ASCIIHexDecode", "51" + encoded);  // starts with an unmatched Q
   EXPECT_THAT(printed(job.bytes(), everything), HasSubstr("51" + encoded));
 }
 

@@ -1,4 +1,4 @@
-// Poppler, MuPDF and Ghostscript have to show the same printed page.
+// Poppler, MuPDF and Ghostscript must show the same printed page.
 
 #include <string>
 
@@ -97,8 +97,8 @@ TEST(Isolation, HoldsForContentThatLeavesItsStateOpen) {
         << "renderer " << static_cast<int>(renderer);
 }
 
-// On an untouched page, MuPDF and most readers pass over a Q without its q; Ghostscript goes back to the page's first
-// state there, and Poppler drops the rest of the page. In a form of its own both of the first two pass over it.
+// On an untouched page, MuPDF and most readers ignore a Q without its q; Ghostscript restores the page's initial state,
+// and Poppler drops the rest of the page. In a form the first two ignore it.
 TEST(Isolation, HoldsForContentThatClosesItsStateTooOften) {
   const Effects effects{.mirrorImage = true, .negativeImage = true};
   for (const char* start : {"1 0 1 rg Q 60 30 30 200 re f ", "0.5 0 0 1 30 20 cm Q Q "}) {

@@ -47,7 +47,7 @@ Picture render(const std::string& pdf, Renderer renderer) {
               ? "mutool draw -q -r 72 -F ppm -o " + out + " " + in + " 1"
               : "gs -q -dSAFER -dBATCH -dNOPAUSE -dUseCropBox -dLastPage=1 -sDEVICE=ppmraw -r72 -sOutputFile=" + out +
                     " " + in);
-  if (!std::filesystem::exists(folder / "page.ppm"))  // Complaints about strange content are no failure.
+  if (!std::filesystem::exists(folder / "page.ppm"))  // Warnings about strange content are not failures.
     throw std::runtime_error(result.output);
   return fromPpm(read(folder / "page.ppm"));
 }
@@ -96,6 +96,6 @@ bool isTelling(const Picture& picture) {
          difference(mirrored(picture), turnedHalf(picture)) > 64;
 }
 
-// Fontconfig keeps what it read until the process ends, which the leak sanitizer takes for lost.
+// Fontconfig caches data until the process ends, which the leak sanitizer reports.
 extern "C" const char* __lsan_default_suppressions();
 extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig\n"; }

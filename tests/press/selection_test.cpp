@@ -16,7 +16,7 @@ using testing::Not;
 
 namespace {
 
-/// A job of ten pages, each as wide as ten times its number; everything else is inherited, and an outline leads to
+/// A job of ten pages, each as wide as ten times its number; everything else is inherited, and an outline refers to
 /// pages two and five.
 std::string tenPages() {
   using Press::reference;
@@ -47,7 +47,7 @@ class Selection : public testing::Test {
  protected:
   Selection() { write(folder / "in.pdf", tenPages()); }
 
-  /// The heights of the printed pages, which are turned.
+  /// The heights of the printed pages, which are rotated.
   std::vector<int> print(const char* pages, const Effects& effects = {}) {
     Press::printPdf(folder / "in.pdf", folder / "out.pdf", effects, {}, PageRule(pages));
     EXPECT_EQ(complaints(read(folder / "out.pdf")), "");

@@ -19,7 +19,7 @@ namespace {
 constexpr unsigned white = 0xFFFFFF;
 const unsigned colours[] = {0xFF0000, 0x00FF00, 0x0000FF, 0xFFFF00, 0xFF00FF};
 
-/// A job of five pages, each all of one colour.
+/// A job of five pages, each in a single colour.
 std::string colourJob(const std::string& page = "/MediaBox [0 0 200 300]") {
   using Press::reference;
   Press::PdfBytes pdf;
@@ -39,7 +39,7 @@ std::string colourJob(const std::string& page = "/MediaBox [0 0 200 300]") {
 
 class Sheets : public testing::Test {
  protected:
-  /// The sheets that a job prints on, as pictures.
+  /// Pictures of the sheets that a job prints.
   std::vector<Picture> print(const std::string& job, const Effects& effects) {
     write(folder / "in.pdf", job);
     Press::printPdf(folder / "in.pdf", folder / "out.pdf", effects);
@@ -59,7 +59,7 @@ Effects on(int pagesOnSheet) {
   return effects;
 }
 
-/// Effects with a black square in the middle of pages or sheets.
+/// Effects with a black square in the centre of pages or sheets.
 Effects squareOn(int pagesOnSheet, bool onEachPage) {
   Effects effects = on(pagesOnSheet);
   effects.watermark.text = "■";
@@ -83,7 +83,7 @@ TEST_F(Sheets, WithTwoUprightPagesLieOnTheirSide) {
   EXPECT_EQ(pixel(sheets[1], 225, 100), colours[3]);
   EXPECT_EQ(pixel(sheets[2], 75, 100), colours[4]);
   EXPECT_EQ(pixel(sheets[2], 225, 100), white);
-  // 200 x 300 fits into 150 x 200 at two thirds, and lies in the middle.
+  // 200 x 300 fits into 150 x 200 at two thirds, centred.
   EXPECT_EQ(pixel(sheets[0], 10, 100), colours[0]);
   EXPECT_EQ(pixel(sheets[0], 6, 100), white);
 }

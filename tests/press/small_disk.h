@@ -3,7 +3,7 @@
 #include <csignal>
 #include <sys/resource.h>
 
-/// Lets no file of this process grow beyond a size.
+/// Limits the size of files that this process can write.
 class SmallDisk {
  public:
   explicit SmallDisk(rlim_t bytes) {

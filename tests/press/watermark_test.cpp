@@ -127,7 +127,7 @@ TEST(WatermarkProperties, ARefusalIsKeptUntilSomethingIsPrinted) {
   EXPECT_THAT(effects.refusal, testing::HasSubstr("WatermarkTextFontSize is \"abc\""));
 }
 
-// The mark's bounds after placing tell everything about its place.
+// The mark's bounds after placing determine its position completely.
 
 namespace {
 
@@ -166,7 +166,7 @@ TEST(PlaceOfAMark, CountsTheTurnedMark) {
 TEST(PlaceOfAMark, TurnsClockwiseWithTheAngle) {
   const Press::Matrix up = placeMark(a4, bounds, at(Across::centre, Down::centre, 315));
   EXPECT_NEAR(up.a, std::sqrt(0.5), 1e-12);
-  EXPECT_NEAR(up.b, std::sqrt(0.5), 1e-12);  // The line of text climbs to the upper right.
+  EXPECT_NEAR(up.b, std::sqrt(0.5), 1e-12);  // The text rises to the upper right.
   const Press::Matrix full = placeMark(a4, bounds, at(Across::centre, Down::centre, 360));
   EXPECT_EQ(full.a, 1);
   EXPECT_EQ(full.b, 0);
@@ -174,7 +174,7 @@ TEST(PlaceOfAMark, TurnsClockwiseWithTheAngle) {
 
 TEST(PlaceOfAMark, IsAsThePageIsSeen) {
   const Watermark mark = at(Across::left, Down::upper);
-  expectAt({{0, 0, 600, 800}, 90, 1}, mark, {18, 18, 58, 118});  // The seen left is the page's bottom.
+  expectAt({{0, 0, 600, 800}, 90, 1}, mark, {18, 18, 58, 118});  // The displayed left is the page's bottom.
   expectAt({{0, 0, 600, 800}, 180, 1}, mark, {482, 18, 582, 58});
   expectAt({{0, 0, 600, 800}, 270, 1}, mark, {542, 682, 582, 782});
   expectAt({{100, -50, 700, 750}, 0, 1}, mark, {118, 692, 218, 732});

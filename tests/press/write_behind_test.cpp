@@ -14,7 +14,7 @@ using testing::IsEmpty;
 
 namespace {
 
-/// Text of this length in which each part is another.
+/// A text of this length without repetition.
 std::string text(std::size_t size) {
   std::string made;
   while (made.size() < size) made += std::to_string(made.size()) + ' ';

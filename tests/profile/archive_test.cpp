@@ -1,4 +1,4 @@
-// Archives from anywhere: what is refused, and that nothing of it gets out of its folder.
+// Untrusted archives: rejection, and that nothing is written outside the folder.
 #include "tests/profile/profile_world.h"
 #include "tests/profile/zip.h"
 
@@ -26,7 +26,7 @@ using Path = std::filesystem::path;
 
 class Archive : public testing::Test {
  protected:
-  // The sentence with which the archive is refused; empty when it is not.
+  // The error message for the archive; empty when it is accepted.
   std::string refusal(const std::string& bytes, const ArchiveLimits& limits = {}) {
     writeFile(file, bytes);
     std::filesystem::remove_all(to);
@@ -143,7 +143,7 @@ TEST_F(Archive, OfTooManyEntriesIsRefused) {
   EXPECT_EQ(refusal(entries), "");
 }
 
-// The library would read it all into memory first: ten million entries take gigabytes.
+// The library would read it into memory completely: ten million entries take gigabytes.
 TEST_F(Archive, WithATableOfContentsBeyondMeasureIsRefusedBeforeItIsRead) {
   std::vector<Zip::Entry> entries(100'000);
   for (std::size_t i = 0; i < entries.size(); ++i) entries[i].name = std::to_string(i);
@@ -169,7 +169,7 @@ TEST_F(Archive, ThatUnpacksToMoreThanTheLimitsIsRefused) {
   EXPECT_EQ(refusal(bytesOf(file), limits), "");
 }
 
-// A megabyte of zeros is a kilobyte in the archive, which says that it is ten bytes.
+// A megabyte of zeros is a kilobyte in the archive, which claims a size of ten bytes.
 TEST_F(Archive, ThatLiesAboutItsSizesIsRefused) {
   put(from / "a", std::string(1 << 20, '\0'));
   packTo(file);
@@ -231,7 +231,7 @@ TEST_F(Archive, ThatIsStoppedWhileItIsPackedLeavesTheFileAsItWas) {
     int calls = 0;
     EXPECT_THROW(packTo(file, [&](int, int) { return calls++ < last; }), Stopped);
   }
-  EXPECT_EQ(treeOf(folder.path()).size(), 3U);  // nothing beside the folder, the file in it, and the archive
+  EXPECT_EQ(treeOf(folder.path()).size(), 3U);  // only the folder, the file in it, and the archive
   EXPECT_EQ(bytesOf(file), "as it was");
 }
 

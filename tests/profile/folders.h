@@ -1,4 +1,4 @@
-// Folders of a test's own, and what is in them.
+// Temporary folders for tests, and their content.
 #pragma once
 
 #include "host/temporary_folder.h"
@@ -10,7 +10,7 @@
 
 namespace Testing {
 
-// All files below a folder: their bytes by their path below it, and folders with "/" at the end.
+// All files below a folder: their content by relative path; folders have a trailing "/".
 using Tree = std::map<std::string, std::string>;
 
 inline Tree treeOf(const std::filesystem::path& folder) {

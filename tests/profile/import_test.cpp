@@ -1,4 +1,4 @@
-// What an import does to a home: everything or nothing.
+// The atomicity of imports into a home.
 #include "tests/documents/cut_disk.h"
 #include "tests/documents/failing_disk.h"
 #include "tests/profile/profile_world.h"
@@ -14,7 +14,7 @@ using testing::AllOf;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-// Where the system's temporary files go as long as this is there.
+// Redirects the system's temporary folder for the object's lifetime.
 class TemporaryPlace {
  public:
   explicit TemporaryPlace(const std::filesystem::path& folder) : before(std::filesystem::temp_directory_path()) {
@@ -38,7 +38,7 @@ class TemporaryPlace {
 
 class Import : public ProfileWorld {
  protected:
-  // A profile with something of each kind, and a home that has something else of each kind.
+  // A profile with content of each kind, and a home with different content of each kind.
   void putMany() {
     putWatermarks(watermark("WM_1", "Profile"));
     putOverlays(from / "overlays", {{u"Letterhead", u"12345.opa"}, {u"Form", u"23456.opa"}});
@@ -52,7 +52,7 @@ class Import : public ProfileWorld {
     put(settingsFile(home, u"standard"), settingsBytes({{u"MirrorImage", u"None"}}));
   }
 
-  // Opens the home as the next one who looks into it does.
+  // Opens the home like the next process.
   Tree opened() {
     completeFileSet(realDisk(), importJournal(home));
     Tree tree = treeOf(home);

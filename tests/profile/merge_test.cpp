@@ -1,4 +1,4 @@
-// What a profile brings, and what a home has already.
+// Merging a profile into a home with content.
 #include "tests/profile/profile_world.h"
 
 namespace {
@@ -66,7 +66,7 @@ TEST_F(Merge, OfAnotherWatermarkOfTheIdGivesANewId) {
   EXPECT_EQ(bytesOf(watermarks), merged);
 }
 
-// What came with the program is named by the user's language, and has a face of that language.
+// Built-in watermarks have translated names, and a face for the user's language.
 TEST_F(Merge, OfWatermarksThatCameWithTheProgramLooksPastTheFace) {
   const auto draft = [](const std::string& face, const std::string& size) {
     return watermarkFile(
@@ -85,8 +85,8 @@ TEST_F(Merge, OfWatermarksThatCameWithTheProgramLooksPastTheFace) {
   EXPECT_THAT(bytesOf(watermarks), testing::HasSubstr("<stylename>Draft (2)</stylename>"));
 }
 
-// Downloaded records keep the ids and names of their own files, so a profile may have one of the user's and one
-// downloaded by the same name.
+// Downloaded records keep the ids and names of their own files, so a profile may have a user's and a downloaded one
+// with the same name.
 TEST_F(Merge, OfTwoWatermarksOfOneNameInAProfileKeepsBoth) {
   putManifest({{u"WatermarkSel", u"WM_1_G"}});
   put(from / "ZVeffect.xml", watermarkFile(watermark("WM_1", "Draft") +

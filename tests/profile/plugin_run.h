@@ -60,7 +60,7 @@ struct PluginRun {
   World world;
 
  private:
-  // "VALUE=TEXT" of each item, with "*" behind a downloaded one.
+  // "VALUE=TEXT" of each item, with "*" appended for a downloaded one.
   static std::vector<std::string> itemsOf(Refhost::SelectorNode& list) {
     std::vector<std::string> lines;
     for (std::int32_t i = 0; i < list.items().count(); ++i) {

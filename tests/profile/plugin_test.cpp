@@ -1,5 +1,4 @@
-// The plug-in's part in profiles: what it writes at the export signal, and how it takes up what an import has put in
-// place.
+// The plug-in's handling of profiles: the files written by the export signal, and reloading after an import.
 #include "tests/documents/failing_disk.h"
 #include "tests/profile/plugin_run.h"
 
@@ -79,7 +78,7 @@ TEST_F(Plugin, ExportsWhatWasChangedSinceTheOpening) {
   EXPECT_THAT(bytesOf(location / "ZVeffect.xml"), AllOf(HasSubstr("<_x0031_>"), Not(HasSubstr("<_x0032_>"))));
 }
 
-// An index that could not be written when an overlay was deleted is written by the export.
+// The export writes an index that could not be written when an overlay was deleted.
 TEST_F(Plugin, ExportSavesWhatIsStillUnsaved) {
   int unsaved = 0;
   for (int failing = 1;; ++failing) {
@@ -107,8 +106,7 @@ TEST_F(Plugin, ExportSavesWhatIsStillUnsaved) {
   EXPECT_GT(unsaved, 0);
 }
 
-// A store that is not merged is saved, and another is built over the same files: one that sees what others have
-// written.
+// An unmerged store is saved, and another one opened on the same files, which sees changes by others.
 TEST_F(Plugin, ExportsTheFilesAsTheyAreNow) {
   PluginRun run(home);
   putWatermarkFile(home, watermark("WM_9", "Of another process"));
@@ -118,7 +116,7 @@ TEST_F(Plugin, ExportsTheFilesAsTheyAreNow) {
   EXPECT_TRUE(std::filesystem::exists(location / "overlays" / "12345.opa"));
 }
 
-// A merged store is exported as it is.
+// A merged store is exported itself.
 TEST_F(Plugin, ExportsAMergedStoreItself) {
   for (const char* data : {"a", "b"}) {
     put(home / "localdata" / data / "ZVeffect.xml", watermarkFile(watermark(std::string("WM_") + data, data)));
@@ -245,7 +243,7 @@ TEST_F(Plugin, ImportWithoutWhatIsSelectedFallsBackToNone) {
   EXPECT_THAT(run.world.face.failures, IsEmpty());
 }
 
-// The paths of another machine lead nowhere; the overlay is found by its file's name.
+// The paths of another machine do not exist; the overlay is found by its file name.
 TEST_F(Plugin, ImportFindsTheOverlaysOfAnotherMachine) {
   PluginRun run(home);
   putOverlays(overlaysOf(home), {{u"Form", u"12345.opa"}});
@@ -272,7 +270,7 @@ TEST_F(Plugin, ImportTakesNoFactsOfThePrinterAndNoStrangers) {
   EXPECT_THAT(run.world.face.failures, IsEmpty());
 }
 
-// The one block that there is memory for is the event's. The next selection finds no store, and builds one.
+// Memory suffices for one block, the event. The next selection opens the missing store.
 TEST_F(Plugin, ImportWithoutMemoryForAStoreLeavesItEmpty) {
   PluginRun run(home);
   putWatermarkFile(home, watermark("WM_9", "New"));
@@ -301,7 +299,7 @@ TEST_F(Plugin, GoesOnAfterAnImportThatRanOutOfMemory) {
     Refhost::heap().failAfter(-1);
     isWhole = run.world.face.failures.empty();
 
-    // Several overlays cannot stand where there is no store.
+    // Several overlays are not valid without a store.
     run.world.preferences.setAvailable(u"OverlayImage", u"OverlayImage", false);
     run.overlayList().select(1);
     run.world.take();

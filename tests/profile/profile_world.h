@@ -1,4 +1,4 @@
-// Profiles and homes made by hand, without a plug-in.
+// Profiles and homes created by hand, without a plug-in.
 #pragma once
 
 #include "tests/profile/folders.h"
@@ -18,7 +18,7 @@ namespace Testing {
 
 inline const Refhost::Progress goOn = [](int, int) { return true; };
 
-// A record of a watermark file, by its id as XML can carry it.
+// A record of a watermark file; `id` is in the escaped form.
 inline std::string watermark(const std::string& id, const std::string& name, const std::string& colour = "#808080") {
   return "  <" + id + ">\n    <label>" + name + "</label>\n    <stylename>" + name + "</stylename>\n    <colour>" +
          colour + "</colour>\n    <value>" + id + "</value>\n    <downloaded>False</downloaded>\n  </" + id + ">\n";
@@ -27,14 +27,14 @@ inline std::string watermark(const std::string& id, const std::string& name, con
 inline const std::string noneRecord =
     "  <_x0030_>\n    <label>$IDS_NONE;</label>\n    <stylename>$IDS_NONE;</stylename>\n  </_x0030_>\n";
 
-// As the host writes it.
+// In the form that the host writes.
 inline std::string watermarkFile(const std::string& records) {
   return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Watermarks>\n" + noneRecord + records + "</Watermarks>\n";
 }
 
 using Overlays = std::vector<std::pair<std::u16string, std::u16string>>;  // name, file
 
-// An index with the files that it lists: the content of each is its name and `content`, and it has a thumbnail.
+// An index with the files that it lists: each contains its name and `content`, and has a thumbnail.
 inline void putOverlays(const std::filesystem::path& folder, const Overlays& overlays,
                         const std::string& content = "") {
   std::vector<Refhost::OverlayEntry> entries;
@@ -46,7 +46,7 @@ inline void putOverlays(const std::filesystem::path& folder, const Overlays& ove
   put(folder / "ovlNmFl.flo", Refhost::overlayIndexBytes(entries));
 }
 
-// A profile in the making: its files in a folder, and a home of a test's own to import it into.
+// The files of a profile in a folder, and a home to import it into.
 class ProfileWorld : public testing::Test {
  protected:
   ProfileWorld() { putManifest({{u"MirrorImage", u"MirrorImage"}}); }
@@ -58,7 +58,7 @@ class ProfileWorld : public testing::Test {
 
   void pack() { Refhost::pack(Refhost::realDisk(), from, "profile.xml", file, {}, goOn); }
 
-  // Into the home, with settings that are kept.
+  // Imports into the home, with its saved settings.
   Refhost::Manifest importPacked(Refhost::Disk& disk = Refhost::realDisk(), const Refhost::Progress& progress = goOn) {
     Refhost::ProfileHome into = Refhost::ProfileHome::closed(home);
     into.translate = [](std::u16string_view text) {
@@ -72,7 +72,7 @@ class ProfileWorld : public testing::Test {
     return importPacked();
   }
 
-  // The sentence with which the profile is refused; empty when it is not.
+  // The error message for the profile; empty when it is accepted.
   std::string refusal() {
     try {
       importPacked();

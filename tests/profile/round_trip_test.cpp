@@ -1,4 +1,4 @@
-// All that a person has, exported from one home and imported into another.
+// All user data, exported from one home and imported into another.
 #include "tests/documents/failing_disk.h"
 #include "tests/profile/plugin_run.h"
 
@@ -19,7 +19,7 @@ constexpr int many = 20;
 
 class RoundTrip : public ProfileHomes {
  protected:
-  // 20 watermarks beside those that came with the program, no two with the same fields, and 20 overlays.
+  // 20 watermarks besides the built-in ones, all different, and 20 overlays.
   void putMany() {
     std::string records = builtInRecords();
     Overlays overlays;
@@ -34,7 +34,7 @@ class RoundTrip : public ProfileHomes {
     putOverlays(overlaysOf(home), overlays);
     for (int i = 0; i < many; ++i)
       put(overlaysOf(home) / (std::to_string(30000 + 7 * i) + ".opa"), noise(i, 5000 * i));  // the first is empty
-    PluginRun first(home);  // brings the files into the form in which the stores write them
+    PluginRun first(home);  // rewrites the files in the stores' form
   }
 
   static std::string builtInRecords() {
@@ -76,7 +76,7 @@ class RoundTrip : public ProfileHomes {
     return importProfile(realDisk(), file, closed, goOn);
   }
 
-  // As the window opens a home.
+  // Opens a home like the window.
   static Options asKept(const Path& kept) {
     Options options = optionsFor(kept);
     const auto model = readModel(options.resources / "models", options.model);
@@ -181,7 +181,7 @@ TEST_F(RoundTrip, WithoutUserDataBringsTheSettingsAlone) {
   EXPECT_EQ(PluginRun(asKept(other)).value(u"MirrorImage"), "MirrorImage");
 }
 
-// Also where the plug-in would go on without the file that cannot be read.
+// Even if the plug-in would skip an unreadable file.
 TEST_F(RoundTrip, OfAnExportThatFailsLeavesNoProfile) {
   putWatermarkFile(home, watermark("WM_1", "Draft"));
   putOverlays(overlaysOf(home), {{u"Form", u"12345.opa"}});
@@ -212,7 +212,7 @@ TEST_F(RoundTrip, OfAnExportThatFailsLeavesNoProfile) {
   EXPECT_GT(failures, 15);
 }
 
-// What a killed import has left.
+// Remains of an interrupted import.
 TEST_F(RoundTrip, IsCompletedByTheNextOpening) {
   putWatermarkFile(home, watermark("WM_1", "Old"));
   {
@@ -229,7 +229,7 @@ TEST_F(RoundTrip, IsCompletedByTheNextOpening) {
   EXPECT_THAT(run.world.face.failures, IsEmpty());
 }
 
-// Of a process that was killed before its import was decided.
+// Of a process that was killed before its import was committed.
 TEST_F(RoundTrip, LeavesNothingOfAnImportThatDied) {
   constexpr const char* left = ".kiln-2147483646-1.tmp";
   for (const Path& in : {home, home / "user", home / "profile", overlaysOf(home)}) put(in / left, "half a file");

@@ -1,4 +1,4 @@
-// ZIP archives made by hand, so that they can be what no honest program writes.
+// ZIP archives assembled by hand, to create invalid ones.
 #pragma once
 
 #include <cstdint>
@@ -11,9 +11,9 @@ namespace Zip {
 struct Entry {
   std::string name;
   std::string bytes;
-  unsigned mode = 0100644;  // as Unix has it: the kind of file, and its permissions
+  unsigned mode = 0100644;  // Unix file type and permissions
 
-  // What the archive says of the size; nothing for the truth.
+  // The size in the archive's headers; nothing for the actual one.
   std::optional<std::uint64_t> saidSize = std::nullopt;
   bool isEncrypted = false;
 };
@@ -31,14 +31,14 @@ inline void append(std::string& to, std::uint64_t number, int bytes) {
   for (int i = 0; i < bytes; ++i) to += static_cast<char>(static_cast<unsigned char>(number >> 8 * i & 0xFF));
 }
 
-// What the entry's own header and the table of contents both say: from the version needed to the length of the extra
+// The fields common to the local header and the central directory: from the required version to the length of the extra
 // field. Sizes above 4 GB are in that field.
 inline std::string facts(const Entry& entry) {
   const bool isLarge = entry.saidSize && *entry.saidSize > 0xFFFFFFFE;
   std::string header;
   append(header, 45, 2);
   append(header, entry.isEncrypted ? 1 : 0, 2);
-  append(header, 0, 2);           // stored as it is
+  append(header, 0, 2);           // stored uncompressed
   append(header, 0x00210000, 4);  // 1980
   append(header, checksum(entry.bytes), 4);
   append(header, entry.bytes.size(), 4);

@@ -1,4 +1,4 @@
-// The kiln command as people meet it: help, wrong usage, and the options of drive.
+// General use of the kiln command: help, usage errors, and the options of drive.
 #include "tests/script/usage.h"
 
 #include <gmock/gmock.h>
@@ -26,7 +26,7 @@ Outcome drive(std::vector<std::string> words, const std::string& script) {
   return runKiln(words, script);
 }
 
-// The fake plug-in, whose tab needs no more than the fake resources.
+// The fake plug-in, whose tab only needs the fake resources.
 std::vector<std::string> withFake(std::vector<std::string> words) {
   words.insert(words.end(), {"--plugin", FAKE_PLUGIN, "--resources", FAKE_RESOURCES});
   return words;

@@ -1,4 +1,4 @@
-// What each command does and answers.
+// The effect and the answer of each command.
 #include "tests/script/scripted.h"
 
 #include <gmock/gmock.h>

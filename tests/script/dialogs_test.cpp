@@ -1,4 +1,4 @@
-// How commands and answers go while dialogs are open.
+// Commands and answers while dialogs are open.
 #include "tests/script/scripted.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-// A plug-in whose buttons do, one each, what a script has to cope with: dialogs over dialogs, vetoes, exceptions.
+// A plug-in with a button for each situation that a script must handle: nested dialogs, vetoes, exceptions.
 #include "kiln/exception.h"
 #include "kiln/plugin.h"
 

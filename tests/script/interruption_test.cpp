@@ -8,7 +8,7 @@ namespace {
 
 constexpr int wishes[] = {SIGINT, SIGTERM, SIGHUP};
 
-// However the tests themselves were started.
+// Resets signal handling, which depends on how the tests were started.
 class Interruption : public testing::Test {
  protected:
   Interruption() {

@@ -1,2 +1,2 @@
-// A library without the factory of a plug-in.
+// A library without a plug-in factory.
 extern "C" __attribute__((visibility("default"))) int unrelated() { return 0; }

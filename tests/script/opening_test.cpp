@@ -1,4 +1,4 @@
-// What kiln says when the preferences cannot be opened: one sentence that names what to mend, and exit status 2.
+// Errors when the preferences cannot be opened: one sentence that names the problem, and exit status 2.
 #include "tests/script/usage.h"
 
 #include <gmock/gmock.h>
@@ -13,14 +13,14 @@ using testing::AllOf;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-// The resources that kiln is built with, to be spoilt.
+// A copy of the built resources, to be damaged.
 path copyOfResources() {
   const path copy = testFolder() / "resources";
   std::filesystem::copy(std::filesystem::canonical(KILN_RESOURCES), copy, std::filesystem::copy_options::recursive);
   return copy;
 }
 
-// The line of `text` that `part` first stands in, from 1.
+// The line of the first occurrence of `part` in `text`, from 1.
 std::ptrdiff_t lineOf(const std::string& text, const std::string& part) {
   return 1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(text.find(part)), '\n');
 }

@@ -1,4 +1,4 @@
-// kiln overlay: overlays made, listed and deleted on the command line.
+// kiln overlay: creating, listing and deleting overlays on the command line.
 #include "tests/script/process.h"
 
 #include <gmock/gmock.h>
@@ -23,7 +23,7 @@ class OverlayCommand : public testing::Test {
   }
   std::string listed() const { return overlay({"list"}).out; }
 
-  // The files of the user's overlays of that ending.
+  // The files of the user's overlays with that suffix.
   std::vector<path> files(const std::string& ending) const {
     std::vector<path> found;
     for (const auto& entry : std::filesystem::directory_iterator(home / "profile" / "overlays"))

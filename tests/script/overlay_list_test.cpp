@@ -1,4 +1,4 @@
-// kiln overlay list and delete, which need no printing.
+// kiln overlay list and delete, which work without printing.
 #include "tests/script/process.h"
 
 #include <gmock/gmock.h>
@@ -8,7 +8,7 @@ namespace {
 using std::filesystem::path;
 using testing::HasSubstr;
 
-// A record of an index: two fields of UTF-16, of 128 and 26 bytes.
+// An index record: two UTF-16 fields, of 128 and 26 bytes.
 std::string record(const std::string& name, const std::string& file) {
   std::string bytes(154, '\0');
   for (std::size_t i = 0; i < name.size(); ++i) bytes[2 * i] = name[i];

@@ -6,7 +6,7 @@
 
 namespace {
 
-// "SLOT=OVERLAY:PAGES" of each slot that is not free, counted from 1.
+// "SLOT=OVERLAY:PAGES" of each occupied slot, numbered from 1.
 std::string slots(const std::vector<App::PlacedOverlay>& overlays) {
   std::string text;
   const auto taken = App::slotsFor(overlays);

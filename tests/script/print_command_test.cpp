@@ -1,4 +1,4 @@
-// kiln print: settings made as a user would make them, and the job printed with what comes of them.
+// kiln print: settings are applied as by a user, and the job is printed with the result.
 #include "tests/script/usage.h"
 
 #include <gmock/gmock.h>
@@ -12,7 +12,7 @@ using testing::AllOf;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-// A blank A4 page. Its cross-reference table is left to be rebuilt, which keeps this text readable.
+// A blank A4 page. Without a cross-reference table, for readability; readers rebuild it.
 const std::string blankPage = R"(%PDF-1.4
 1 0 obj << /Type /Catalog /Pages 2 0 R >> endobj
 2 0 obj << /Type /Pages /Kids [3 0 R] /Count 1 >> endobj

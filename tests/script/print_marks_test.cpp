@@ -1,4 +1,4 @@
-// Watermarks and overlays that a command line names, and what is said of them beforehand.
+// Watermarks and overlays on the command line, and their description by --dry-run.
 #include "tests/script/process.h"
 
 #include <gmock/gmock.h>
@@ -15,7 +15,7 @@ using testing::StartsWith;
 
 namespace fs = std::filesystem;
 
-// A field of an overlay index: UTF-16, with zeros behind it.
+// A field of an overlay index: UTF-16, padded with zeros.
 std::string field(const std::string& text, std::size_t bytes) {
   std::string units;
   for (const char unit : text) units += {unit, '\0'};
@@ -30,7 +30,7 @@ class PrintMarks : public testing::Test {
     putOverlays({"Letterhead", "Footer", "A:1"});
   }
 
-  // A user's overlays, each the sample job's first page.
+  // Creates overlays of the user, each the sample job's first page.
   void putOverlays(const std::vector<std::string>& names) const {
     const path folder = home / "profile" / "overlays";
     fs::create_directories(folder);
@@ -48,7 +48,7 @@ class PrintMarks : public testing::Test {
     return runKiln(words);
   }
 
-  // What --dry-run says; nothing is to be written by it.
+  // The output of --dry-run, which must not write anything.
   std::string said(std::vector<std::string> words) {
     words.push_back("--dry-run");
     const auto outcome = print(words);

@@ -20,7 +20,7 @@ constexpr const char* beforeThePageFilter = "*cupsFilter2: \"application/vnd.cup
 // A queue on which kiln is the only filter.
 constexpr const char* alone = "*cupsFilter2: \"application/pdf application/pdf 0 kiln\"\n";
 
-// How bright the bare paper in the middle of the first page's left margin is, from 0 to 255.
+// The brightness of the paper in the middle of the first page's left margin, from 0 to 255.
 int paperOf(const std::string& pdf) {
   const path file = testFolder() / "picture.pdf";
   writeFile(file, pdf);
@@ -107,7 +107,7 @@ TEST_F(PrintQueue, CountsThePagesWhereNoOtherFilterDoes) {
 }
 
 TEST_F(PrintQueue, EndsAJobThatIsCancelledAndLeavesNothing) {
-  // A printer that takes nothing, so that kiln waits for it with a job that no pipe holds.
+  // A printer that accepts nothing, so that kiln blocks with a job larger than a pipe buffer.
   scheduler.installFilter("stalled", "exec sleep 60");
   scheduler.addQueue("office", "*cupsFilter2: \"application/vnd.cups-pdf application/pdf 0 -\"\n"
                                "*cupsFilter2: \"application/pdf application/pdf 0 stalled\"\n"

@@ -1,4 +1,4 @@
-// kiln print between other programs and at a terminal: standard input and output, chosen pages, progress, Ctrl-C.
+// kiln print in pipelines and at a terminal: standard input and output, page selection, progress, Ctrl-C.
 #include "tests/script/process.h"
 #include "tests/script/started.h"
 
@@ -48,7 +48,7 @@ class PrintStreams : public testing::Test {
   }
   std::vector<std::string> environment() const { return {"TMPDIR=" + temporary.string()}; }
 
-  // Starts the printing of a file with this standard input and these files for what it says.
+  // Starts printing a file with this standard input, and files for its messages.
   Started start(const path& in, const path& to, const path& input, const path& messages) const {
     std::vector<std::string> all = words(in, to);
     all.insert(all.begin(), KILN);

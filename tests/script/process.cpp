@@ -38,7 +38,7 @@ std::filesystem::path testFolder() {
   static const auto* lastTest = test;
   static std::filesystem::path folder;
   if (folder.empty() || test != lastTest) {
-    // Each build has its own, since several may be tested at once.
+    // One per build, since several builds may be tested concurrently.
     const std::string build = std::to_string(std::hash<std::string>()(KILN));
     folder = std::filesystem::path(testing::TempDir()) / ("kiln-tests-" + build) /
              (std::string(test->test_suite_name()) + '.' + test->name());

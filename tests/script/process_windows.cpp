@@ -16,7 +16,7 @@ std::wstring wide(const std::string& text) {
   return {units.begin(), units.end()};
 }
 
-// A word as programs take it from their command line: a quotation mark, and the backslashes before one, are escaped.
+// Quotes an argument for a Windows command line: escapes quotation marks, and backslashes before them.
 std::wstring inQuotes(const std::wstring& word) {
   std::wstring quoted = L"\"";
   std::size_t backslashes = 0;
@@ -28,11 +28,11 @@ std::wstring inQuotes(const std::wstring& word) {
   return quoted.append(backslashes, L'\\') + L'"';
 }
 
-// A file as one of the standard streams of a process that is started.
+// A file as a standard stream of a new process.
 class Stream {
  public:
   Stream(const std::filesystem::path& file, DWORD access, DWORD disposition) {
-    // The system's own processes may still hold those of the process before.
+    // System processes may still have the previous process's files open.
     constexpr DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     SECURITY_ATTRIBUTES inheritable{sizeof inheritable, nullptr, TRUE};
     handle = CreateFileW(file.c_str(), access, share, &inheritable, disposition, 0, nullptr);
@@ -45,7 +45,7 @@ class Stream {
   HANDLE handle;
 };
 
-// This process's environment with settings of a test's, which processes that are started get, until the object goes.
+// Sets environment variables for new processes during the object's lifetime.
 class Environment {
  public:
   explicit Environment(const std::vector<std::string>& settings) {

@@ -1,4 +1,4 @@
-// kiln profile: settings, watermarks and overlays that leave as one file and come back.
+// kiln profile: exporting and importing settings, watermarks and overlays.
 #include "tests/script/process.h"
 
 #include <gmock/gmock.h>

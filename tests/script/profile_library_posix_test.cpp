@@ -1,4 +1,4 @@
-// The library that reads and writes profiles, which is loaded by name.
+// The library that reads and writes profiles, which is loaded dynamically.
 #include "tests/script/process.h"
 
 #include <gmock/gmock.h>

@@ -13,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// What every printer's description has to have. Its page has no margins, so that pages keep their size.
+// The minimal description of a printer. Its page has no margins, so that pages keep their size.
 constexpr const char* description = R"ppd(*PPD-Adobe: "4.3"
 *FormatVersion: "4.3"
 *FileVersion: "1.0"
@@ -43,7 +43,7 @@ constexpr const char* description = R"ppd(*PPD-Adobe: "4.3"
 *PaperDimension A4/A4: "595 842"
 )ppd";
 
-// A port of the loopback that nobody listens on.
+// An unused port of the loopback interface.
 int freePort() {
   const int handle = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   sockaddr_in name = {};
@@ -141,7 +141,7 @@ void Scheduler::send(const std::string& queue, const fs::path& job, const std::v
 }
 
 std::string Scheduler::client(const std::string& program, std::vector<std::string> words) {
-  // Not as the user who runs the test, whose own settings would count.
+  // Not the user who runs the test, whose settings would be used.
   words.insert(words.begin(), {"-h", address, "-U", "somebody"});
   const Outcome outcome = runProgram(program, words, "", {"HOME=" + folder.string()});
   return outcome.out + outcome.err;

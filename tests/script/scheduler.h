@@ -1,5 +1,5 @@
-// A print scheduler of the test's own: a real one, which listens on the loopback alone and keeps all that it has in one
-// folder. Nothing of the system's printing is touched.
+// A real print scheduler for tests, which listens on the loopback interface only and keeps all its files in one folder.
+// Does not affect the system's printing.
 #pragma once
 
 #include "tests/script/process.h"
@@ -12,32 +12,32 @@
 
 class Scheduler {
  public:
-  // Installs kiln in `folder`, as docs/print-queue.md says, and starts.
+  // Installs kiln in `folder`, as in docs/print-queue.md, and starts.
   explicit Scheduler(const std::filesystem::path& folder);
 
-  // Ends the scheduler, with what it still runs.
+  // Stops the scheduler and its jobs.
   ~Scheduler();
   Scheduler(const Scheduler&) = delete;
   Scheduler& operator=(const Scheduler&) = delete;
 
-  // Installs a filter program with this text. Those that are there are the scheduler's own "pdftopdf", and "kiln" with
-  // the options that `installKiln` names.
+  // Installs a filter program with this text. Predefined are the scheduler's own "pdftopdf", and "kiln" with the
+  // options of `installKiln`.
   void installFilter(const std::string& name, const std::string& script);
   void installKiln(const std::string& options);
 
-  // Adds a queue that prints into a file, with these lines in its description (PPD).
+  // Adds a queue that prints to a file, with these lines in its description (PPD).
   void addQueue(const std::string& name, const std::string& lines);
 
-  // Sends a job, with further words for "lp".
+  // Sends a job, with additional arguments for "lp".
   void send(const std::string& queue, const std::filesystem::path& job, const std::vector<std::string>& words = {});
 
-  // Runs a client program ("lpadmin", "cancel") on this scheduler; what it said.
+  // Runs a client program ("lpadmin", "cancel") for this scheduler; returns its output.
   std::string client(const std::string& program, std::vector<std::string> words);
 
-  // The bytes that were printed, once the queue has nothing more to do.
+  // The printed bytes, once the queue is idle.
   std::string printed(const std::string& queue);
 
-  // What the scheduler has logged so far of its jobs.
+  // The scheduler's log of its jobs so far.
   std::string log() const;
   std::string pageLog() const;
 

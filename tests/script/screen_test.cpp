@@ -1,4 +1,4 @@
-// The screen's scale factor, as it is seen from outside: in the swatches of the watermark editor.
+// The screen's scale factor, as visible in the swatches of the watermark editor.
 #include "tests/script/process.h"
 
 #include <gmock/gmock.h>

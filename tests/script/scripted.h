@@ -1,4 +1,4 @@
-// Scripts run in this process, on the fake plug-in.
+// Runs scripts in this process, with the fake plug-in.
 #pragma once
 
 #include "tests/support/scripted_run.h"

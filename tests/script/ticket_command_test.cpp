@@ -1,4 +1,4 @@
-// kiln ticket: settings that leave as a PrintTicket and come back.
+// kiln ticket: exporting settings as a PrintTicket and importing them.
 #include "tests/script/process.h"
 
 #include <gmock/gmock.h>

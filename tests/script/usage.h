@@ -1,4 +1,4 @@
-// What every command of kiln owes whoever calls it.
+// The common error behaviour of all kiln commands.
 #pragma once
 
 #include "tests/script/process.h"
@@ -20,7 +20,7 @@ inline void expectHelp(const std::string& command) {
   for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 120u) << line;
 }
 
-// One sentence that names every one of `parts`, and nothing else.
+// Expects a single sentence that contains all of `parts`.
 inline void expectRefusal(const Outcome& outcome, const std::vector<std::string>& parts = {}) {
   EXPECT_EQ(outcome.status, 2);
   EXPECT_EQ(outcome.out, "");

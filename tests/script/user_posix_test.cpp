@@ -9,7 +9,7 @@ namespace {
 
 const std::vector<std::string> shipped = {"de-DE", "en-US", "fr-FR", "ja-JP", "zh-CN", "zh-TW"};
 
-// The environment of one test; what is not named does not exist.
+// The environment of one test; variables not listed are unset.
 class User : public testing::Test {
  protected:
   void SetUp() override {

@@ -1,4 +1,4 @@
-// Exceptions that another compiler made. They unwind the stack, but run no destructors of ours and no catch on the way.
+// Exceptions of another compiler. They unwind the stack without running our destructors and catch blocks.
 #pragma once
 
 #include <functional>
@@ -8,7 +8,7 @@ namespace Testing {
 // Throws one.
 void throwForeignException();
 
-// Does the work; whether such an exception ended it.
+// Runs the work; whether such an exception ended it.
 bool endsByForeignException(const std::function<void()>& work);
 
 }  // namespace Testing

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr DWORD foreignCode = 0xE06D7363;  // what Microsoft's compiler throws by
+constexpr DWORD foreignCode = 0xE06D7363;  // the exception code of Microsoft's compiler
 
 }  // namespace
 
@@ -18,7 +18,7 @@ namespace {
 
 void run(const std::function<void()>* work) { (*work)(); }
 
-// Apart from what has destructors: a function is guarded in one of the two ways.
+// Separate from code with destructors: a function cannot use both kinds of exception handling.
 __attribute__((noinline)) bool endsEarly(void (*call)(const std::function<void()>*),
                                          const std::function<void()>* work) {
   volatile bool isDone = false;

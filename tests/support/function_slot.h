@@ -1,4 +1,4 @@
-// A handler of signals in a test.
+// Signal handlers for tests.
 #pragma once
 
 #include "host/object.h"

@@ -1,4 +1,4 @@
-// The reference host over a home of a test's own, without a plug-in: for what the plug-in is made of.
+// The reference host with a new home and without a plug-in, for testing the plug-in's classes.
 #pragma once
 
 #include "host/documents/disk.h"

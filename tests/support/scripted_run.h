@@ -1,4 +1,4 @@
-// Scripts run in this process.
+// Runs scripts in this process.
 #pragma once
 
 #include "script/run.h"
@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-// What a script was answered, line by line, and the exit status.
+// The answers to a script, line by line, and the exit status.
 struct Scripted {
   std::vector<nlohmann::json> answers;
   int status = -1;

@@ -1,4 +1,4 @@
-// A run of the preferences for a test: the built plug-in in the reference host, with a face that keeps what it is told.
+// A run of the preferences for a test: the built plug-in in the reference host, with a recording face.
 #pragma once
 
 #include "host/preferences.h"
@@ -25,7 +25,7 @@ class RecordingFace : public Refhost::Face {
   std::optional<std::u16string> askJobStep() override { return jobStep; }
   void showFailure(const std::string& sentence) override { failures.push_back(sentence); }
 
-  // What the user does in a modal dialog; one that is still open when this returns closes, neither accepted nor
+  // The user's input in a modal dialog; a dialog that is still open afterwards is closed, neither accepted nor
   // cancelled.
   std::function<void(Refhost::Dialog&)> onModal;
   std::optional<std::u16string> jobStep;
@@ -42,7 +42,7 @@ struct World {
   // Opens the preferences.
   explicit World(Refhost::Options options = builtOptions());
 
-  // The widget of that id, which must be there and of that kind.
+  // The widget with that id and kind, which must exist.
   template <class Kind>
   Kind& widget(std::u16string_view id) {
     auto* found = dynamic_cast<Kind*>(preferences.gui()->find(id));
@@ -70,10 +70,10 @@ std::vector<std::string> connections(const std::vector<Refhost::TraceEvent>& eve
 // "ID DO [VALUE]" of each widget operation among the events, in order.
 std::vector<std::string> widgetOperations(const std::vector<Refhost::TraceEvent>& events);
 
-// The pairs of each transition among the events, as member gives them.
+// The pairs of each transition among the events, formatted like member.
 std::vector<std::string> transitions(const std::vector<Refhost::TraceEvent>& events);
 
-// A folder of its own, which goes with the object.
+// A temporary folder, removed by the destructor.
 class TemporaryFolder {
  public:
   TemporaryFolder();
@@ -86,7 +86,7 @@ class TemporaryFolder {
 
 void writeFile(const std::filesystem::path& file, std::string_view bytes);
 
-// A copy of the build's resources that a test may damage.
+// Copies the build's resources, for tests to damage.
 void copyResources(const std::filesystem::path& to);
 
 }  // namespace Testing

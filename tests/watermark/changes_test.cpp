@@ -1,4 +1,4 @@
-// Adding, editing and deleting watermarks by the tab's buttons.
+// Adding, editing and deleting watermarks with the tab's buttons.
 #include "store_world.h"
 
 #include <gmock/gmock.h>
@@ -22,7 +22,7 @@ constexpr const char* threeRecords = R"(<Watermarks>
   <WM_3><label>three</label><value>WM_3</value></WM_3>
 </Watermarks>)";
 
-// The tab, and what the user does in the dialogs that it opens. Watermarks have names of their own.
+// The tab, and user input in its dialogs. Watermarks have separate names.
 class Changes : public testing::Test {
  protected:
   Changes() {
@@ -43,7 +43,7 @@ class Changes : public testing::Test {
 
   using Edits = std::vector<std::pair<std::u16string, std::u16string>>;
 
-  // What the user types into the next dialog's boxes before accepting it. A question is accepted as it is.
+  // The input for the next dialog's boxes before it is accepted. Questions are just accepted.
   void willAccept(const Edits& edits) {
     world->face.onModal = [this, edits](Refhost::Dialog& dialog) {
       if (auto* name = dynamic_cast<Refhost::TextBox*>(dialog.layout().find(nameBox))) {
@@ -71,7 +71,7 @@ class Changes : public testing::Test {
     return found;
   }
 
-  // What another store finds on the disk.
+  // The names that another store reads from the disk.
   std::vector<std::string> namesOnDisk() {
     StoreWorld other(folder.path / "home");
     std::vector<std::string> found;

@@ -1,4 +1,4 @@
-// What the store writes, byte by byte, and where.
+// The store's output, byte by byte, and its location.
 #include "effect/watermark/numbers.h"
 #include "store_world.h"
 
@@ -159,7 +159,7 @@ TEST_F(Store, WritesEachLocalRecordBackToItsOwnFileAsItWas) {
   EXPECT_EQ(world.namesIn(world.localFile("b"), Field::value), (Names{{"0", ""}, {"WM_b_G", "WM_b"}}));
   EXPECT_EQ(world.namesIn(world.userFile()), (Names{{"0", "$IDS_NONE;"}, {"WM_u", "user's"}}));
 
-  // And the next time they are the same records.
+  // Reopening gives the same records.
   EXPECT_EQ(world.list(*world.open()), world.list(*store));
 }
 
@@ -309,7 +309,7 @@ TEST_F(Store, ReadingManyRecordsWritesEachFileOnce) {
     home.putLocalFile("folder" + std::to_string(folder), watermarkFile(elements));
   }
   world.open();
-  EXPECT_EQ(world.writes.size(), 1 + 1 + 10 + 1U);  // the seed, the merged copy, each folder's file, the user's
+  EXPECT_EQ(world.writes.size(), 1 + 1 + 10 + 1U);  // the initial file, the merged copy, each folder's file, the user's
 }
 
 }  // namespace

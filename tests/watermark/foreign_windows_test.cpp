@@ -1,4 +1,4 @@
-// A host of another compiler's making whose exceptions unwind past the store.
+// A host built by another compiler, whose exceptions unwind past the store.
 #include "store_changes.h"
 #include "tests/documents/failing_disk.h"
 #include "tests/support/foreign_exception.h"

@@ -1,4 +1,4 @@
-// The process killed, and the power cut, at every step of opening, adding, editing and deleting.
+// Kills the process, and cuts the power, at every step of opening, adding, editing and deleting.
 #include "store_changes.h"
 #include "tests/documents/cut_disk.h"
 #include "tests/documents/failing_disk.h"
@@ -67,7 +67,7 @@ TEST_P(Kill, LeavesEachFileWholeWhateverThePowerLossKeeps) {
 
 INSTANTIATE_TEST_SUITE_P(While, Kill, testing::ValuesIn(changes), [](const auto& each) { return each.param.name; });
 
-// A step that fails, with a store that goes on.
+// A step that fails, after which the store must still work.
 class Failure : public testing::TestWithParam<Change> {};
 
 TEST_P(Failure, LosesNothingThatIsSavedLater) {

@@ -1,4 +1,4 @@
-// Symbolic links and pipes in the places of the store's files.
+// Symbolic links and pipes in place of the store's files.
 #include "store_world.h"
 
 #include <gmock/gmock.h>

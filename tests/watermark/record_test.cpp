@@ -1,4 +1,4 @@
-// Ids, numbers and sentences: pure functions.
+// Ids, numbers and messages: pure functions.
 #include "effect/sentence.h"
 #include "effect/watermark/numbers.h"
 #include "effect/watermark/record_id.h"

@@ -1,4 +1,4 @@
-// Every kind of change that a person makes to the watermarks.
+// All kinds of changes that a user makes to watermarks.
 #pragma once
 
 #include "store_world.h"
@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-// The user's file before.
+// The user's initial file.
 inline const std::string userFileBytes = watermarkFile(element("WM_1", {{"label", "one"}, {"value", "WM_1"}}) +
                                                        element("WM_2", {{"label", "two"}, {"value", "WM_2"}}));
 
@@ -17,7 +17,7 @@ inline void renameRecord(Watermarks& store, std::u16string_view id, std::u16stri
   store.updateRecord(id, edited);
 }
 
-// One change, and the names of which one must be there whenever the process dies in it.
+// A change, and alternative names of which one must exist after a crash during it.
 struct Change {
   const char* name;
   void (*make)(Watermarks& store);

@@ -1,4 +1,4 @@
-// What is in the store, and what the list shows of it.
+// The content of the store, and the list.
 #include "effect/watermark/numbers.h"
 #include "store_world.h"
 

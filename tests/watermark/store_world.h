@@ -1,4 +1,4 @@
-// A watermark store in a home of a test's own, without a plug-in around it.
+// A watermark store with a new home, without a plug-in.
 #pragma once
 
 #include "effect/watermark/watermarks.h"
@@ -18,14 +18,14 @@ using Testing::bytesOf;
 
 using Fields = std::vector<std::pair<std::string, std::string>>;
 
-// A record's element; `element` is the id as XML can carry it ("_x0031_" for "1").
+// A record's element; `element` is the escaped id ("_x0031_" for "1").
 inline std::string element(const std::string& element, const Fields& fields) {
   std::string xml = "<" + element + ">";
   for (const auto& [name, text] : fields) xml += "<" + name + ">" + text + "</" + name + ">";
   return xml + "</" + element + ">";
 }
 
-// A watermark file's text.
+// The text of a watermark file.
 inline std::string watermarkFile(const std::string& elements) { return "<Watermarks>" + elements + "</Watermarks>"; }
 
 // A file with one record, whose id is its element's name.
@@ -45,7 +45,7 @@ class StoreWorld : public Testing::HostWorld {
   }
   std::filesystem::path mergedCopy() const { return home / "localdata" / "ZVeffect.xml"; }
 
-  // A record made from the NoneRecord, as the editor makes one.
+  // A record made from the NoneRecord, like in the editor.
   static Effect::Node newRecord(Watermarks& store, std::u16string_view name) {
     auto record = store.makeNoneRecord();
     Effect::setField(*record, Effect::Field::label, name);
@@ -57,7 +57,7 @@ class StoreWorld : public Testing::HostWorld {
     return store.addRecord(newRecord(store, name));
   }
 
-  // The list that the store fills: "ID=TEXT" of each item, with "*" behind a downloaded one.
+  // The store's list: "ID=TEXT" of each item, with "*" appended for a downloaded one.
   std::vector<std::string> list(const Watermarks& store, bool withIcon = true) {
     const auto items = host.listData();
     store.fillList(*items, withIcon ? host.image(u"chrome://base/content/bitmaps/tips_UD_tb.bmp", u"global") : nullptr);
@@ -71,7 +71,7 @@ class StoreWorld : public Testing::HostWorld {
     return lines;
   }
 
-  // The records in a file: a field of each by id; none where there is no file.
+  // The records in a file: a field of each by id; empty when there is no file.
   using Names = std::map<std::string, std::string>;
   Names namesIn(const std::filesystem::path& file, std::u16string_view field = Effect::Field::stylename) {
     const auto path = host.path(file.u16string());
@@ -83,7 +83,7 @@ class StoreWorld : public Testing::HostWorld {
   }
 };
 
-// A home with the folder of a user who has never opened the tab.
+// A home whose user has never opened the tab.
 struct Home {
   Home() { std::filesystem::create_directories(folder.path / "user"); }
 
@@ -96,7 +96,7 @@ struct Home {
   Testing::TemporaryFolder folder;
 };
 
-// A store over a home on the disk.
+// A store on a home on the disk.
 class Store : public testing::Test {
  protected:
   Home home;

@@ -1,4 +1,4 @@
-// The watermark group of the tab: the list, what a selection writes, and what it follows.
+// The watermark group of the tab: the list, the values written by a selection, and reactions to changes.
 #include "tests/support/world.h"
 
 #include "host/unicode.h"
@@ -30,7 +30,7 @@ const char* const oneOfAKind = R"(<Watermarks>
   <WM_3><label>$IDS_WM_DRAFT;</label><stylename>Äpfel</stylename><value>WM_3</value></WM_3>
 </Watermarks>)";
 
-// A run on a home of its own.
+// A run with a new home.
 struct Tab {
   explicit Tab(const std::string& userFile = oneOfAKind, Refhost::Options options = builtOptions()) {
     std::filesystem::create_directories(home.path / "user");
@@ -65,7 +65,7 @@ struct Tab {
   std::unique_ptr<World> world;
 };
 
-// "NAME=VALUE" of each value written straight to a property.
+// "NAME=VALUE" of each direct write to a property.
 std::vector<std::string> written(const std::vector<Refhost::TraceEvent>& events) {
   std::vector<std::string> lines;
   for (const auto& event : events)
@@ -101,7 +101,7 @@ TEST(WatermarkSelection, ByTheUserIsOneTransition) {
   tab.choose(u"WM_1");
   EXPECT_THAT(transitions(tab.world->take()), ElementsAre("WatermarkSel=WM_1,Watermark=Watermark"));
   tab.choose(u"0");
-  // The second one is what the selection of none sets off.
+  // The second one is a consequence of selecting none.
   EXPECT_THAT(transitions(tab.world->take()), ElementsAre("WatermarkSel=0,Watermark=None", "Watermark=None"));
 }
 
@@ -192,7 +192,7 @@ TEST(WatermarkSelection, OfAnUnknownIdIsNone) {
   EXPECT_THAT(tab.world->face.failures, IsEmpty());
 }
 
-// A record that was selected before data was marked as downloaded has another id since.
+// A record selected before downloaded data was marked has got another id.
 TEST(WatermarkSelection, FindsTheDownloadedRecordOfThatIdWhereDownloadedDataIsOn) {
   for (const bool isOn : {true, false}) {
     Testing::TemporaryFolder home;
@@ -252,7 +252,7 @@ TEST(DisableWM, EnablesEditAndDeleteWhileAWatermarkIsSelected) {
   tab.choose(u"WM_1");
   tab.world->take();
   tab.world->preferences.setAvailable(u"Watermark", u"None", false);
-  // The group is off whichever option it is; a selection made meanwhile is offered with the rest.
+  // Every option disables the group; a selection made meanwhile is shown when it is enabled.
   tab.world->preferences.set(u"WatermarkSel", u"WM_1");
   tab.world->take();
   tab.world->preferences.setAvailable(u"Watermark", u"None", true);

@@ -1,4 +1,4 @@
-// Two stores on one home, as two processes have them.
+// Two stores on one home, as in two processes.
 #include "store_world.h"
 
 #include <gmock/gmock.h>

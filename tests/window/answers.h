@@ -1,4 +1,4 @@
-// What a user answers to dialogs that a menu entry opens one after the other.
+// The user's answers to the dialogs that a menu entry opens in sequence.
 #pragma once
 
 #include "tests/window/open_window.h"
@@ -18,9 +18,8 @@
 
 namespace Testing {
 
-// Triggers entries of the window's menus; what the user was told before is out of the way by then. Each dialog that
-// then waits for the user gets the next answer; one that comes when there is none left is closed, and counts as
-// unexpected.
+// Triggers entries of the window's menus, after closing earlier messages. Each dialog that waits for the user gets the
+// next answer; one without an answer is closed, and recorded as unexpected.
 class Answers {
  public:
   explicit Answers(OpenWindow& openWindow) : open(openWindow) {
@@ -38,7 +37,7 @@ class Answers {
     open.settle();
   }
 
-  // The titles of dialogs that no answer was meant for.
+  // The titles of dialogs without an answer.
   QStringList unexpected;
 
  private:
@@ -63,7 +62,7 @@ class Answers {
   QPointer<QWidget> last;
 };
 
-// Types a text, letter by letter, into what has the focus there.
+// Types a text, letter by letter, into the focused widget.
 inline void type(QWidget& dialog, const QString& text) {
   QWidget* line = dialog.findChild<QLineEdit*>();
   for (const QChar letter : text) {

@@ -145,7 +145,7 @@ TEST_F(MultipleOverlaysTest, HaveAHelpThatCanBeUsedWhileTheyRun) {
     help = helpOver(dialog);
     ASSERT_FALSE(help.isNull());
     EXPECT_NE(help->findChild<QTextBrowser*>()->toPlainText(), QString());
-    // What a modal dialog blocks gets no key.
+    // Modal dialogs block keys to other windows.
     Testing::press(*help, Qt::Key_Escape);
     EXPECT_FALSE(help->isVisible());
     EXPECT_TRUE(dialog.isVisible());

@@ -1,5 +1,5 @@
-// Every tab and dialog, in every language: nothing is cut off, nothing lies over anything else. The program runs these
-// tests at 100 and at 200 %.
+// Every tab and dialog in every language: no text is cut off, no widgets overlap. The program runs these tests at 100
+// and at 200 %.
 #include "tests/window/misfits.h"
 #include "tests/window/open_window.h"
 #include "window/dialog_windows.h"
@@ -48,7 +48,7 @@ class FitTest : public testing::TestWithParam<std::string> {
     });
   }
 
-  // A dialog must not be larger than a small screen, either.
+  // A dialog must also fit on a small screen.
   static void expectToFit(DialogWindow& dialog) {
     QCoreApplication::processEvents();
     EXPECT_THAT(Testing::misfits(dialog), IsEmpty());
@@ -74,7 +74,7 @@ class FitTest : public testing::TestWithParam<std::string> {
 };
 
 TEST_P(FitTest, TheTabs) {
-  // The box for A3 and Ledger says the more where the printer turns these pages itself.
+  // The check box for A3 and Ledger has a longer text when the printer itself rotates these pages.
   for (const char16_t* turnsPages : {u"False", u"True"}) {
     Testing::OpenWindow open = windowOf("standard", [&](Request& request) {
       request.preferences.settings.emplace_back(u"kilnworks.A3LDRotate180.rotation", turnsPages);
@@ -133,7 +133,7 @@ TEST_P(FitTest, TheOtherDialogs) {
 INSTANTIATE_TEST_SUITE_P(Each, FitTest, testing::ValuesIn(locales),
                          [](const auto& tested) { return tested.param.substr(0, 2) + tested.param.substr(3); });
 
-// What the tests above find.
+// The detection used by the tests above.
 TEST(Misfits, AreTextsWithoutRoomAndWidgetsOverOthers) {
   QWidget window;
   auto* row = new QHBoxLayout(&window);

@@ -1,4 +1,4 @@
-// Every language and every model, in the window.
+// All languages and models in the window.
 #include "tests/window/open_window.h"
 
 #include <gmock/gmock.h>

@@ -1,5 +1,5 @@
-// The tests of the window run on a screen that is only imagined. With "--show" the program is instead a caller of the
-// window's library, as `kiln show` is.
+// The window tests run on an offscreen platform. With "--show" the program instead calls the window library, like `kiln
+// show`.
 #include "window/window.h"
 
 #include <gtest/gtest.h>

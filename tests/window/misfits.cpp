@@ -27,7 +27,7 @@ int widthOf(const QString& text, const QWidget& widget) {
   return widget.fontMetrics().size(Qt::TextShowMnemonic, text).width();
 }
 
-// The width that a widget's text has, and the width that there is for it.
+// The width that a widget's text needs, and the available width.
 struct Width {
   int needed = 0;
   int given = 0;
@@ -38,13 +38,13 @@ Width widthIn(const QLabel& label) {
 }
 
 Width widthIn(const QAbstractButton& button) {
-  // A push button need not be as wide as the desktop has them, but as its text and an edge.
+  // A push button may be narrower than the desktop's default, as long as its text fits.
   const bool isPush = qobject_cast<const QPushButton*>(&button) != nullptr;
   const int iconWidth = button.icon().isNull() ? 0 : button.iconSize().width() + 4;
   return {isPush ? widthOf(button.text(), button) + iconWidth + 8 : button.sizeHint().width(), button.width()};
 }
 
-// Faces may have names of any length.
+// Face names may have any length.
 Width widthIn(const QComboBox& combo) {
   if (combo.sizeAdjustPolicy() == QComboBox::AdjustToMinimumContentsLengthWithIcon) return {};
   QStyleOptionComboBox option;
@@ -58,7 +58,7 @@ Width widthIn(const QComboBox& combo) {
   return {widest, field.width()};
 }
 
-// A line of text scrolls; a short one, such as a number, must not have to.
+// A line edit scrolls, but short texts such as numbers must fit.
 Width widthIn(const QLineEdit& line) {
   if (line.text().size() > 5) return {};
   QStyleOptionFrame option;
@@ -67,7 +67,7 @@ Width widthIn(const QLineEdit& line) {
   return {widthOf(line.text(), line) + 4, contents.width()};
 }
 
-// What people name themselves may be of any length; what is in a list at first must fit.
+// User-defined names may have any length; the initial items must fit.
 Width widthIn(const QListWidget& list) {
   constexpr int beside = 6;
   int widest = 0;
@@ -105,7 +105,7 @@ int heightNeeded(const QWidget& widget) {
   return hasText ? widget.sizeHint().height() : 0;
 }
 
-// The children that a layout arranges; others, such as the parts of a scroll area, lie where they lie.
+// The children managed by a layout; others, such as parts of a scroll area, have fixed positions.
 std::vector<const QWidget*> arranged(const QWidget& parent) {
   std::vector<const QWidget*> children;
   if (parent.layout() == nullptr) return children;

@@ -1,4 +1,4 @@
-// Whether all that a window shows has room.
+// Checks that all texts and widgets of a window fit.
 #pragma once
 
 #include <QWidget>
@@ -8,8 +8,8 @@
 
 namespace Testing {
 
-// What is cut off, or lies over something else, among what is seen below `root`: each as a sentence. Texts are measured
-// against the widgets that show them.
+// Texts that are cut off, and overlapping widgets, among the visible ones below `root`: one sentence each. Texts are
+// measured against their widgets.
 std::vector<std::string> misfits(const QWidget& root);
 
 }  // namespace Testing

@@ -1,4 +1,4 @@
-// A window for a test, over the built plug-in, and what a user does with it.
+// A window with the built plug-in, and user input, for tests.
 #pragma once
 
 #include "host/unicode.h"
@@ -46,7 +46,7 @@ inline void press(QWidget& widget, Qt::Key key, Qt::KeyboardModifiers modifiers 
   QCoreApplication::sendEvent(&widget, &up);
 }
 
-// Drags `data` into the widget, over it, and drops it there, as far as the widget lets that happen; whether it did.
+// Drags `data` into and over the widget and drops it there, as far as the widget accepts it; whether it did.
 inline bool drop(QWidget& widget, const QMimeData& data, QPoint place) {
   QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, {});
   QCoreApplication::sendEvent(&widget, &enter);
@@ -95,7 +95,7 @@ class OpenWindow {
       if (tabs.widget(i)->objectName() == id) tabs.setCurrentIndex(i);
   }
 
-  // Chooses an entry of a menu by the data that it carries.
+  // Chooses a menu entry by its data.
   void choose(const char* menu, const QString& data) {
     for (QAction* action : window->findChild<QMenu*>(menu)->actions())
       if (action->data().toString() == data) action->trigger();

@@ -1,4 +1,4 @@
-// "Print into overlay...": the questions, the overlay, and what the tab has of it.
+// "Print into overlay...": the questions, the overlay, and the updated tab.
 #include "press/pdf_bytes.h"
 #include "press/sample.h"
 #include "tests/documents/failing_disk.h"
@@ -25,7 +25,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using Testing::name;
 
-// A job of one page, black all over.
+// A one-page job, all black.
 std::string blackPage() {
   using Press::reference;
   Press::PdfBytes pdf;
@@ -39,7 +39,7 @@ std::string blackPage() {
   return pdf.finish(catalog);
 }
 
-// A disk with no room for overlays.
+// A disk without space for overlays.
 class FullDisk final : public FailingDisk {
  public:
   FullDisk() : FailingDisk(Refhost::realDisk()) {}
@@ -57,7 +57,7 @@ class OverlayJobTest : public testing::Test {
     return std::filesystem::path(open.home.path().toStdString()) / "profile/overlays";
   }
 
-  // The names of the files in the overlays' folder, without the hidden ones.
+  // The names of the files in the overlays' folder, except hidden ones.
   std::vector<std::string> endings() {
     std::vector<std::string> found;
     for (const auto& entry : std::filesystem::directory_iterator(overlays())) found.push_back(entry.path().extension());
@@ -118,7 +118,7 @@ TEST_F(OverlayJobTest, PrintsTheOverlayAsTheJobWouldPrint) {
   chooseLast();
   open.find<QCheckBox>("ePTKWJobOverlayImage_Layering").click();
   open.settle();
-  // The mirrored page covers the page but for what is bare on it; so the page's own head is under it.
+  // The mirrored page is opaque except where blank, so it covers the page's own header.
   EXPECT_EQ(open.page().pixelColor(30, 30), mirrored.pixelColor(30, 30));
 }
 
@@ -144,7 +144,7 @@ TEST_F(OverlayJobTest, AsksBeforeItReplacesAndShowsTheNewOne) {
   const QImage before = open.page();
   const QImage thumbnail = open.find<PictureBox>("img_EffOverlay").picture().toImage();
 
-  // A new form in the place of the first.
+  // Replaces the first form by a new one.
   std::ofstream(folder.filePath("letter.pdf").toStdString(), std::ios::binary) << blackPage();
   const std::string file = open.value(u"OverlaySel");
   print({name("Letterhead"), button("Replace")});

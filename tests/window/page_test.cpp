@@ -1,4 +1,4 @@
-// The page beside the tabs: it follows each click, and leads to the other pages.
+// The page beside the tabs: it is updated with each click, and has controls for the other pages.
 #include "press/print.h"
 #include "press/sample.h"
 #include "tests/window/open_window.h"
@@ -23,7 +23,7 @@ class PageTest : public testing::Test {
   Testing::OpenWindow open;
 };
 
-// A mirrored drawing is not the drawing mirrored, to the last shade of an edge; their sum of differences is small.
+// Rendering a mirrored page differs from mirroring its picture in shades of edges; the sum of differences is small.
 double difference(const QImage& one, const QImage& other) {
   if (one.size() != other.size()) return 255;
   double sum = 0;

@@ -1,4 +1,4 @@
-// Pictures in the window: what they show, what is dropped on them, and their menus.
+// Pictures in the window: display, drops, and context menus.
 #include "window/images.h"
 #include "window/items.h"
 #include "window/picture_box.h"
@@ -52,7 +52,7 @@ class PicturesTest : public testing::Test {
   PictureBox& box(const char* id) { return shown.find<PictureBox>(id); }
   ItemList& list() { return shown.find<ItemList>("list"); }
 
-  // What the list gives away when that row is dragged.
+  // The data of dragging that row.
   std::unique_ptr<QMimeData> dragged(int row) {
     return std::unique_ptr<QMimeData>(list().model()->mimeData({list().model()->index(row, 0)}));
   }
@@ -61,7 +61,7 @@ class PicturesTest : public testing::Test {
 
   QColor colourAt(const char* id, QPoint place) { return box(id).grab().toImage().pixelColor(place); }
 
-  // The labels of the menu that is open, which is closed.
+  // The labels of the open menu, which is then closed.
   QStringList menuLabels(const char* id) {
     QStringList labels;
     auto* menu = box(id).findChild<QMenu*>();

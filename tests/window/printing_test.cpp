@@ -1,4 +1,4 @@
-// "Print...": the file dialog, and what is said of the end.
+// "Print...": the file dialog, and the final message.
 #include "press/sample.h"
 #include "tests/window/open_window.h"
 

@@ -1,4 +1,4 @@
-// Profiles in the window: exported, imported, refused.
+// Profiles in the window: export, import, errors.
 #include "tests/window/answers.h"
 
 #include <gmock/gmock.h>
@@ -32,7 +32,7 @@ QStringList overlays(OpenWindow& open) {
 
 class ProfilesTest : public testing::Test {
  protected:
-  // A person with an overlay, chosen, and the page mirrored.
+  // A user with an overlay, which is selected, and a mirrored page.
   ProfilesTest() {
     answers.choose("PRINT_OVERLAY", {name("Letterhead")});
     Testing::press(open.find<QComboBox>("cmb_EffOverlay"), Qt::Key_End);

@@ -1,4 +1,4 @@
-// The window drawn into a picture, as a program does that loads its library and has no display.
+// Drawing the window to a picture, as by a program that loads the library and has no display.
 #include <gmock/gmock.h>
 
 #include <QCoreApplication>

@@ -1,4 +1,4 @@
-// A layout of a test's own, shown in a window over nothing but the host's widgets.
+// A test layout, shown in a window with the host's widgets only.
 #pragma once
 
 #include "host/chrome/layout.h"
@@ -16,7 +16,7 @@ namespace Testing {
 
 class ShownLayout {
  public:
-  // Shows a tab of that content, beside which lie `files`.
+  // Shows a tab with that content, with `files` beside it.
   explicit ShownLayout(const std::string& content, const std::map<std::string, std::string>& files = {}) {
     QDir(folder.path()).mkpath("test/content/en-US");
     write("tab.xul",

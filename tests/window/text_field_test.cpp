@@ -1,4 +1,4 @@
-// Writing in a text box as a user does: keys, clipboard, input methods, undo; and what a refusal leaves behind.
+// Editing a text box: keys, clipboard, input methods, undo; and the state after a rejected edit.
 #include "window/text_field.h"
 
 #include "tests/window/shown_layout.h"
@@ -25,7 +25,7 @@ class TextFieldTest : public testing::Test {
   TextField& field() { return shown.find<TextField>("box"); }
   Refhost::TextBox& box() { return shown.node<Refhost::TextBox>(u"box"); }
 
-  // Keeps what the handlers are told, "~" before what is still being composed and "+" before what is pasted.
+  // Records the events of the handlers, with "~" before compositions and "+" before pasted text.
   void listen() {
     shown.follow<Change>(box().typingSignal(), [this](Change change) {
       told.push_back((change->isProvisional() ? "~" : "") + Refhost::toNarrow(change->text().view()));
@@ -34,7 +34,7 @@ class TextFieldTest : public testing::Test {
                          [this](Change change) { told.push_back("+" + Refhost::toNarrow(change->text().view())); });
   }
 
-  // Refuses every text with a letter that is no digit.
+  // Rejects every text with a character that is not a digit.
   void takeDigitsOnly() {
     const auto judge = [](Change change) {
       const auto text = change->text();

@@ -51,7 +51,7 @@ TEST_F(TreeViewTest, TellsTheTreeOfAClickAndShowsWhatBecomesOfIt) {
 }
 
 TEST_F(TreeViewTest, ShowsNoMarkThatTheTreeDoesNotHave) {
-  // A widget that cannot be operated takes no click, however it reaches it.
+  // A disabled or hidden widget ignores all clicks.
   open.node<Refhost::CheckBox>(u"ePTKWPageMirrorImage").setVisible(false);
   open.find<QCheckBox>(mirror).click();
   EXPECT_FALSE(open.find<QCheckBox>(mirror).isChecked());

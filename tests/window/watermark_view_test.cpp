@@ -1,4 +1,4 @@
-// The preview of a watermark: where the text lies on the sheet, and how.
+// The preview of a watermark: the position and rendering of the text.
 #include "window/watermark_view.h"
 
 #include "press/mark_place.h"
@@ -26,7 +26,7 @@ class WatermarkViewTest : public testing::Test {
   QImage picture() { return view().grab().toImage(); }
   QRectF sheet() { return sheetWithin(view(), paperOf(u"A4")); }
 
-  // Around everything that is not as it is on a bare sheet.
+  // The bounds of the differences to a blank sheet.
   QRect marked() {
     const QImage with = picture();
     const std::u16string text = node().watermark().text;
@@ -40,7 +40,7 @@ class WatermarkViewTest : public testing::Test {
     return around;
   }
 
-  // Pixels that are coloured through and through.
+  // The number of pixels with the full colour.
   int inked(const QColor& colour) {
     const QImage image = picture();
     int count = 0;
@@ -94,7 +94,7 @@ TEST_F(WatermarkViewTest, PutsTheTextInEachOfNinePlaces) {
   }
 }
 
-// Around everything that is as red as the mark.
+// The bounds of all pixels with the mark's red.
 QRectF redIn(const QImage& image) {
   QRect around;
   for (int y = 0; y < image.height(); ++y)
@@ -105,7 +105,7 @@ QRectF redIn(const QImage& image) {
   return QRectF(around);
 }
 
-// Also on sheets that the text is too large for, and whatever the shape of the window.
+// Also when the text is larger than the sheet, and for any shape of the window.
 TEST(WatermarkOnPaper, KeepsItsMarginInEachOfNinePlaces) {
   for (const QSizeF paper : {paperOf(u"A4"), paperOf(u"Ledger"), QSizeF(298, 420), QSizeF(216, 144), QSizeF(90, 60)}) {
     WatermarkView view(paper, nullptr);
@@ -178,7 +178,7 @@ TEST_F(WatermarkViewTest, IsOpaqueFromOneUpwards) {
 }
 
 TEST_F(WatermarkViewTest, LetsOverlappingLettersNotShowThroughEachOther) {
-  // A face without a bold of its own is thickened by a line, which overlaps what it goes round.
+  // Synthetic bold strokes the outline, which overlaps the fill.
   node().setFontFace(u"Droid Sans Fallback");
   node().setBold(true);
   node().setOpacity(0.5);

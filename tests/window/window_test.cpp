@@ -1,4 +1,4 @@
-// The window as a whole: its buttons, its menus, its end.
+// The window as a whole: buttons, menus, closing.
 #include "tests/window/open_window.h"
 
 #include <gmock/gmock.h>
@@ -33,13 +33,13 @@ class WindowTest : public testing::Test {
   }
   bool isMirrored() { return open.find<QCheckBox>("ePTKWPageMirrorImage").isChecked(); }
 
-  // Opens the window anew on the same home.
+  // Reopens the window with the same home.
   std::string mirrorAfterwards() {
     Testing::OpenWindow next([&](Request& request) { request.preferences.home = open.home.path().toStdString(); });
     return next.value(u"MirrorImage");
   }
 
-  // Presses that button of the question that closing asks.
+  // Presses that button of the question on closing.
   void answerWhenAsked(const QString& text) {
     QTimer::singleShot(0, open.window.get(), [text] {
       auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
