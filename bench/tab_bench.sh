@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Times the tab as a script sees it: from the start of the process to its first answer, and one click with all that it
-# sets off. Usage: tab_bench.sh FOLDER, where FOLDER holds the built programs.
+# Times the tab in scripts: from the start of the process to its first answer, and one click with all its effects.
+# Usage: tab_bench.sh FOLDER, where FOLDER contains the built programs.
 set -euo pipefail
 kiln=${1:?Usage: tab_bench.sh FOLDER-OF-THE-BUILT-PROGRAMS}/kiln
 rounds=${ROUNDS:-31}
@@ -8,7 +8,7 @@ clicks=2000
 script=$(mktemp)
 trap 'rm -f "$script"' EXIT
 
-# Microseconds that a script of so many clicks takes, its process included.
+# The time of a script with $1 clicks in microseconds, including its process.
 timed() {
   for ((i = 0; i < $1; ++i)); do echo 'click chk_EffRot180Deg'; done > "$script"
   local start=${EPOCHREALTIME/[.,]/}

@@ -1,4 +1,4 @@
-# LibArchive::LibArchive; on Windows it is linked statically, and needs to be told so.
+# LibArchive::LibArchive; static linking on Windows needs a definition and zlib.
 find_package(LibArchive REQUIRED)
 if(WIN32)
   find_package(ZLIB REQUIRED)

@@ -1,5 +1,5 @@
-# A library of the product's own that lies beside the program, is loaded by name and exports what it marks as visible.
-# What it links is so no burden to those who have no use for it.
+# A library of the product that is installed beside the program and loaded dynamically, so that its dependencies are
+# loaded on demand only. It exports only symbols marked as visible.
 function(kiln_module name)
   add_library(${name} MODULE ${ARGN})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})

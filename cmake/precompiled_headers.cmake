@@ -1,5 +1,5 @@
-# What nearly every source of the product includes, compiled once for each target. Sources include what they use all the
-# same: the style check compiles each without this.
+# Headers that nearly every source of the product includes, precompiled once per target. Sources must still include what
+# they use: the style check compiles them without this.
 set(ZORVU_STANDARD_HEADERS <algorithm> <array> <charconv> <cstdint> <filesystem> <functional> <map> <memory> <optional>
   <set> <stdexcept> <string> <string_view> <utility> <vector>)
 

@@ -1,7 +1,7 @@
-# What the host reads at run time, laid out below share/kiln beside bin: one folder a chrome package, and the models.
+# The host's run-time files below share/kiln beside bin: one folder per chrome package, and the models.
 set(ZORVU_RESOURCES ${CMAKE_BINARY_DIR}/share/kiln)
 
-# Copies each file of a folder there when it changes; a file added later is seen at the next build.
+# Copies each file of a folder there when it changes; detects added files at the next build.
 function(zorvu_resources folder destination)
   file(GLOB_RECURSE files CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}/${folder} ${PROJECT_SOURCE_DIR}/${folder}/*)
   set(copies)

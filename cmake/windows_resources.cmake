@@ -11,7 +11,7 @@ function(zorvu_windows_resource target description)
   set(ICON ${PROJECT_SOURCE_DIR}/cmake/windows/product.ico)
   string(REPLACE "." "," VERSION_NUMBERS "${PROJECT_VERSION},0")
   set(script ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc)
-  # In two steps: the first fills in what is known now, the second the file's name, which generating alone tells.
+  # Two steps: the file's name is only known at generation time.
   configure_file(${PROJECT_SOURCE_DIR}/cmake/windows/version.rc.in ${script}.in @ONLY)
   file(GENERATE OUTPUT ${script} INPUT ${script}.in TARGET ${target})
   set_source_files_properties(${script} PROPERTIES OBJECT_DEPENDS ${ICON})

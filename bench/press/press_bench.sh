@@ -1,6 +1,6 @@
 #!/bin/bash
-# Times printing against other programs, in turns: a job of text, one of ten times as many pages, and one of large pictures.
-# Usage: press_bench.sh FOLDER, where FOLDER holds the built programs. ROUNDS=20 for more turns; PAGES and
+# Compares printing times with other programs: a text job, one with ten times as many pages, and one with pictures.
+# Usage: press_bench.sh FOLDER, where FOLDER contains the built programs. ROUNDS=20 for more rounds; PAGES and
 # SCANS for jobs of other sizes.
 set -eu
 
@@ -24,7 +24,7 @@ watermark=(--set WatermarkSel=1 --set Watermark=Watermark)
 overlay=(--set OverlayImage=OverlayImage --set "OverlaySourceFileName=$work/form.pdf")
 
 cat > overlay.js <<'END'
-// A form on every page, by MuPDF's own loop.
+// Adds a form to every page with MuPDF.
 var doc = new PDFDocument(scriptArgs[0])
 var form = doc.addStream("0.5 g 100 100 300 40 re f", {Type: "XObject", Subtype: "Form", BBox: [0, 0, 600, 850]})
 for (var i = 0, n = doc.countPages(); i < n; ++i) {
@@ -40,7 +40,7 @@ for (var i = 0, n = doc.countPages(); i < n; ++i) {
 doc.save(scriptArgs[1], "")
 END
 
-# Copies a file as it is printed: with all of it on the disk before it is there.
+# Copies a file as durably as printing does: flushed to the disk before it is renamed.
 copyWhole() { cp "$1" "$2.new" && sync "$2.new" && mv "$2.new" "$2" && sync "$(dirname "$2")"; }
 
 names=() commands=()
@@ -49,8 +49,8 @@ add() { names+=("$1"); shift; commands+=("$(printf '%q ' "$@")"); }
 least() { sort -n "$1" | head -1; }
 memoryOf() { has /usr/bin/time && eval "/usr/bin/time -f %M $1" 2>&1 > /dev/null | tail -1 || true; }
 
-# Runs all that was added in turns, so that what else the machine does meets all alike, and tells the least time of each:
-# on the clock, and computing. Times are compared with the first program's, and with the second's.
+# Runs all added commands in turns, so that other load affects them equally, and prints the minimum of each: elapsed and
+# CPU time, also relative to the first and the second command.
 compare() {
   local title=$1 index round
   rm -f wall.* cpu.*

@@ -1,10 +1,10 @@
 #!/bin/bash
-# Prints every PDF in some folders in several ways, each in a process of its own, and tells what is wrong with the results.
+# Prints every PDF in some folders in several ways, each in a separate process, and reports defects of the results.
 # Usage: print_documents.sh PRESS_PRINT FOLDER...
 #
-# Each has to end as a printed file or as a sentence, soon and in little memory. A printed file has as many pages as
-# it should, and no fault that the document itself does not have; where there is a sentence there is no file. Files that
-# end in .gz are unpacked, and those in .fuzz count as PDFs. SECONDS_EACH and MEBIBYTES_EACH set the bounds.
+# Each must give a printed file or an error message without a file, within limits of time and memory. A printed file
+# must have the right number of pages, and no defects that the document itself does not have. Files ending in .gz are
+# unpacked, and those in .fuzz treated as PDFs. SECONDS_EACH and MEBIBYTES_EACH set the limits.
 set -u
 shopt -s nullglob
 
@@ -32,14 +32,14 @@ fault() {
   echo "$1: $2"
 }
 
-# What qpdf thinks of a file: 0 for sound, 1 for warnings, 2 for damage.
+# The result of qpdf --check: 0 for valid, 1 for warnings, 2 for damaged.
 soundness() {
   local status=0
   qpdf --check "$1" > /dev/null 2>&1 || status=$?
   case $status in 0) echo 0 ;; 3) echo 1 ;; *) echo 2 ;; esac
 }
 
-# Prints the document in one way. The name is for people.
+# Prints the document in one way. The name is for messages.
 attempt() {
   local name=$1 document=$2 way=$3 pages=$4 soundness=$5
   local -n effects=$way
