@@ -1,5 +1,5 @@
-// Fails unless libarchive packs and unpacks compressed ZIP archives. Without zlib it still builds, and then stores what
-// it packs and reads nothing that is compressed.
+// Fails unless libarchive packs and unpacks compressed ZIP archives. Without zlib it also builds, but packs without
+// compression and cannot read compressed entries.
 
 #include <archive.h>
 #include <archive_entry.h>
@@ -33,7 +33,7 @@ std::vector<char> packed() {
   return bytes;
 }
 
-/// What the archive's file holds.
+/// The content of the archive's file.
 std::string unpacked(const std::vector<char>& bytes) {
   std::string text(content.size() + 1, '\0');
   archive* reader = archive_read_new();

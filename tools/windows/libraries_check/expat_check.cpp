@@ -1,5 +1,5 @@
-// Fails unless expat was built with everything that the host's readers count on. Each of these can be
-// configured away without an error: files then read as empty, or a hostile one is read to its end.
+// Fails unless expat was built with all features that the host's readers rely on. Each can be disabled without an
+// error: files are then read as empty, or hostile ones are not rejected.
 
 #include <expat.h>
 
@@ -35,7 +35,7 @@ void XMLCALL appendName(void* text, const XML_Char* name, const XML_Char**) {
   static_cast<std::string*>(text)->append(name).append("|");
 }
 
-/// A document's character data, or what was wrong with it.
+/// A document's character data, or the error.
 std::string textOf(std::string_view document) {
   std::string text;
   XML_Parser parser = XML_ParserCreate(nullptr);
@@ -59,7 +59,7 @@ std::string elementNames(std::string_view document) {
   return names;
 }
 
-/// Thirty entities, each twice the one before: a gigabyte of text unless something stops it.
+/// Thirty entities, each doubling the previous one: a gigabyte of text unless rejected.
 std::string amplifyingDocument() {
   std::string document = "<!DOCTYPE r [<!ENTITY e0 'x'>";
   for (int level = 1; level <= 30; ++level) {
