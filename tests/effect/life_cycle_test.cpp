@@ -1,15 +1,22 @@
-// The life cycle of the plug-in, and its connections.
+// How the plug-in is brought to life, and what it connects to.
+#include "plugin_object.h"
+#include "tests/support/host_around.h"
 #include "tests/support/world.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <algorithm>
 
 namespace {
 
 using Refhost::Mode;
+using testing::AllOf;
 using Testing::builtOptions;
 using Testing::connections;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::Not;
+using Testing::widgetOperations;
 using Testing::World;
 
 Refhost::Options inMode(Mode mode, bool active = true) {
@@ -31,6 +38,21 @@ std::vector<std::string> connectionsOf(const World& world, const std::string& si
   auto all = connections(world.events);
   std::erase_if(all, [&signal](const std::string& line) { return !line.starts_with(signal + " "); });
   return all;
+}
+
+// The connections and the operations on widgets, in one order.
+std::vector<std::string> steps(const std::vector<Refhost::TraceEvent>& events) {
+  std::vector<std::string> lines;
+  for (const auto& event : events)
+    for (const auto& part : {connections({event}), widgetOperations({event})})
+      lines.insert(lines.end(), part.begin(), part.end());
+  return lines;
+}
+
+// The `count` lines from the one that equals `first` on.
+std::vector<std::string> linesFrom(const std::vector<std::string>& lines, const std::string& first, int count) {
+  const auto found = std::find(lines.begin(), lines.end(), first);
+  return {found, found + std::min<std::ptrdiff_t>(count, lines.end() - found)};
 }
 
 const std::vector<std::string> tabLayout = {"chrome://effect/content/tab_effect.xul"};
@@ -85,6 +107,14 @@ TEST(RootlessActivation, FollowsTheWatermarkSelectionAndNothingElse) {
   EXPECT_EQ(connections(world.events), std::vector<std::string>{"selection-change WatermarkSel"});
 }
 
+TEST(RootlessActivation, NeverAsksToBeAskedAgain) {
+  for (const bool isActive : {true, false}) {
+    Testing::PluginObject object;
+    object.world.host.active = isActive;
+    EXPECT_FALSE(object.make(object.world.host).rootlessActivation());
+  }
+}
+
 TEST(RootlessActivation, ConnectsNothingWhenThePluginIsInactive) {
   EXPECT_TRUE(connections(World(inMode(Mode::rootless, false)).events).empty());
 }
@@ -131,6 +161,66 @@ TEST(OnGUIReady, BindsSidesThenPropertiesThenPanelThenBoxesThenProfiles) {
   EXPECT_EQ(all.back(), "profile-export PropertyManager");
 }
 
+// A host whose alignments tell what they are bound to.
+class LeftBoxes final : public Testing::HostAround {
+ public:
+  LeftBoxes(Kiln::Host& answering, std::vector<std::string>& toldLines) : HostAround(answering), lines(toldLines) {}
+
+  Kiln::SmartPtr<Kiln::XUL::Alignment> alignment(std::int32_t flags) override {
+    ++made;
+    return Refhost::make<Told>("alignment " + std::to_string(made) + " with " + std::to_string(flags) + " bound to ",
+                               lines);
+  }
+
+  int made = 0;
+
+ private:
+  class Told final : public Kiln::XUL::Alignment {
+   public:
+    Told(std::string lineStart, std::vector<std::string>& toldLines) : start(std::move(lineStart)), lines(toldLines) {}
+    void bind(Kiln::SmartPtr<Kiln::XUL::Widget> container) override {
+      const std::u16string id = container ? container->id().str() : u"nothing";
+      lines.push_back(start + std::string(id.begin(), id.end()));
+    }
+
+   private:
+    std::string start;
+    std::vector<std::string>& lines;
+  };
+
+  std::vector<std::string>& lines;
+};
+
+TEST(OnGUIReady, BindsTheLeftBoxesOfBothSidesBeforeAnythingElse) {
+  std::vector<std::string> lines;
+  Testing::PluginObject object;
+  object.world.trace.listen([&lines](const Refhost::TraceEvent& event) {
+    for (const std::string& line : steps({event})) lines.push_back(line);
+  });
+  LeftBoxes host(object.world.host, lines);
+  object.open(host);
+  lines.resize(4);
+  EXPECT_THAT(lines, ElementsAre("gui-ready GUI", "alignment 1 with 1 bound to effect_common_leftbox",
+                                 "alignment 2 with 1 bound to effect_common_leftbox", "change lst_selectedWatermark"));
+  EXPECT_EQ(host.made, 2);
+  object.plugin.reset();
+}
+
+TEST(OnGUIReady, SwitchesTheA3LedgerBoxOffBetweenTheSidesAndTheProperties) {
+  auto options = builtOptions();
+  options.customisation = {{u"XMLCustomisation", u"true"}, {u"A3LD180Degree", u"false"}};
+  EXPECT_THAT(linesFrom(steps(World(options).events), "change ePTKWJobOverlayImage_PrintPerPage", 4),
+              ElementsAre("change ePTKWJobOverlayImage_PrintPerPage", "chk_EffRot180DegForA3LD setVisible false",
+                          "chk_EffRot180DegForA3LD disable", "enable-change Watermark"));
+}
+
+TEST(OnGUIReady, HidesTheMirrorImageOnceItsClickIsConnected) {
+  auto options = builtOptions();
+  options.model = "kvt";
+  EXPECT_THAT(linesFrom(steps(World(options).events), "click ePTKWPageMirrorImage", 2),
+              ElementsAre("click ePTKWPageMirrorImage", "ePTKWPageMirrorImage hide"));
+}
+
 TEST(OnGUIReady, LinesUpTheLeftBox) {
   World world;
   EXPECT_TRUE(world.widget<Refhost::Container>(u"effect_common_leftbox").sharesColumns());
@@ -155,7 +245,23 @@ TEST(OnGUIReady, DisablesTheSecurityPatternsInPDCAlone) {
   }
 }
 
-// All ids of the tab, to omit each in turn.
+TEST(OnGUIReady, DisablesTheSecurityPatternsInOrderAndLast) {
+  EXPECT_THAT(linesFrom(steps(World(inMode(Mode::pdc)).events), "profile-export PropertyManager", 4),
+              ElementsAre("profile-export PropertyManager", "but_EffSecPatEdt disable", "but_EffSecPatDel disable",
+                          "ePTKWJobOverlayImage_Layering_HSP_Overlay disable"));
+}
+
+// Everything that the tab follows happens once.
+void changeEverything(World& world) {
+  for (const auto& property : world.preferences.model().description().properties)
+    for (const auto& option : property.options) {
+      world.preferences.set(property.name, option);
+      world.preferences.setAvailable(property.name, option, false);
+      world.preferences.setAvailable(property.name, option, true);
+    }
+}
+
+// Every id of the tab, so that each can be left out in turn.
 std::vector<std::u16string> idsOfTheTab() {
   World world;
   std::vector<std::u16string> ids;
@@ -174,15 +280,40 @@ TEST(OnGUIReady, ManagesWithoutAnyOneWidgetInEveryMode) {
       options.withoutWidgets = {id};
       World world(options);
       EXPECT_EQ(world.preferences.gui()->find(id), nullptr);
-      // Exercise all handlers of the tab without the widget.
-      for (const auto& property : world.preferences.model().description().properties)
-        for (const auto& option : property.options) {
-          world.preferences.set(property.name, option);
-          world.preferences.setAvailable(property.name, option, false);
-          world.preferences.setAvailable(property.name, option, true);
-        }
+      changeEverything(world);
       EXPECT_TRUE(world.face.failures.empty());
     }
+}
+
+// As one that is missing.
+TEST(OnGUIReady, LeavesAloneAWidgetOfAnotherKind) {
+  Testing::TemporaryFolder folder;
+  const auto resources = folder.path / "resources";
+  Testing::copyResources(resources);
+  const auto file = resources / "effect" / "content" / "tab_effect.xul";
+  const std::string layout = Testing::bytesOf(file);
+  for (const auto& [tag, id] :
+       {std::pair("checkbox", "chk_EffRot180Deg"), std::pair("checkbox", "chk_EffRot180DegForA3LD"),
+        std::pair("checkbox", "ePTKWPageNegativeImage"), std::pair("checkbox", "ePTKWPageMirrorImage"),
+        std::pair("checkbox", "ePTKWPageWatermark_PrintFirstPageOnly"),
+        std::pair("checkbox", "ePTKWPageWatermark_PrintPerPage"),
+        std::pair("checkbox", "ePTKWJobOverlayImage_Layering"),
+        std::pair("checkbox", "ePTKWJobOverlayImage_PrintPerPage"), std::pair("listbox", "lst_selectedWatermark"),
+        std::pair("menulist", "cmb_EffOverlay"), std::pair("button", "btn_WMAdd"), std::pair("button", "btn_WMEdit"),
+        std::pair("button", "btn_WMDel"), std::pair("button", "btn_OvlDel"), std::pair("button", "but_EffDet"),
+        std::pair("image", "img_EffOverlay")}) {
+    const std::string own = std::string("<") + tag + " id=\"" + id + "\"";
+    const auto place = layout.find(own);
+    ASSERT_NE(place, layout.npos) << id;
+    Testing::writeFile(file, std::string(layout).replace(place, own.size(), std::string("<caption id=\"") + id + "\""));
+    auto options = builtOptions();
+    options.resources = resources;
+    World world(options);
+    EXPECT_THAT(connections(world.events),
+                AllOf(Not(Contains(std::string("click ") + id)), Not(Contains(std::string("change ") + id))));
+    changeEverything(world);
+    EXPECT_TRUE(world.face.failures.empty()) << id;
+  }
 }
 
 TEST(Help, IsShownForTheEffectTab) {
