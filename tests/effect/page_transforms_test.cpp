@@ -169,6 +169,20 @@ TEST(MirrorImage, UnavailableOnKVTIsHiddenToo) {
             (Lines{"ePTKWPageMirrorImage setVisible false", "ePTKWPageMirrorImage hide"}));
 }
 
+TEST(MirrorImage, AvailableAgainIsShownWhereItIsHiddenFromTheStart) {
+  for (const char* model : {"kvt", "pclxl", "pscript"}) {
+    World world(onModel(model));
+    ASSERT_FALSE(world.box(mirrorBox).isVisible()) << model;
+    world.preferences.setAvailable(u"MirrorImage", u"MirrorImage", false);
+    world.take();
+    world.preferences.setAvailable(u"MirrorImage", u"MirrorImage", true);
+    EXPECT_EQ(widgetOperations(world.take()),
+              (Lines{"ePTKWPageMirrorImage setVisible true", "ePTKWPageMirrorImage enable"}))
+        << model;
+    EXPECT_TRUE(world.box(mirrorBox).isVisible()) << model;
+  }
+}
+
 TEST(MirrorImage, IgnoresOtherOptions) {
   World world;
   world.take();
@@ -238,6 +252,22 @@ TEST(Rotate180ForA3LD, UnavailableIsGreyedAndHiddenOnTheModelsThatCannotDoIt) {
   }
 }
 
+TEST(Rotate180ForA3LD, UnavailableIsOnlyGreyedForNamesThatOnlyResemble) {
+  for (const auto& [property, name] : {std::pair(u"ModelNumber", u"KVT"), std::pair(u"ModelSelection", u"Tarra"),
+                                       std::pair(u"ModelSelection", u"Varnholt"),
+                                       std::pair(u"ModelSelection", u"Quellspire"), std::pair(u"Product", u"Tev")}) {
+    World same(with(property, name));
+    EXPECT_EQ(afterForbidding(same, u"Rotate180ForA3LD").size(), 2U);
+    const std::u16string whole(name);
+    std::u16string lower = whole;
+    for (char16_t& unit : lower) unit = static_cast<char16_t>(unit | 0x20);
+    for (const auto& other : {whole + u"2", u"New " + whole, whole + u" ", whole.substr(1), lower}) {
+      World world(with(property, other));
+      EXPECT_EQ(afterForbidding(world, u"Rotate180ForA3LD"), Lines{"chk_EffRot180DegForA3LD disable"});
+    }
+  }
+}
+
 TEST(Rotate180ForA3LD, AvailableAgainIsEnabledButNotShown) {
   World world(onModel("varnholt"));
   world.preferences.setAvailable(u"Rotate180ForA3LD", u"Rotate180", false);
@@ -300,8 +330,12 @@ TEST(A3LedgerCustomisation, ManagesWithoutTheBox) {
 }
 
 TEST(A3LedgerLabel, SaysWhoRotates) {
-  for (const auto& [setting, token] : {std::pair(u"True", u"$IDS_EFFECT_ROTATE_180_A3_LD_CONTROLLER;"),
-                                       std::pair(u"False", u"$IDS_EFFECT_ROTATE_180_A3_LD;")}) {
+  constexpr auto controller = u"$IDS_EFFECT_ROTATE_180_A3_LD_CONTROLLER;";
+  constexpr auto plain = u"$IDS_EFFECT_ROTATE_180_A3_LD;";
+  for (const auto& [setting, token] :
+       {std::pair(u"True", controller), std::pair(u"true", controller), std::pair(u"1", controller),
+        std::pair(u"False", plain), std::pair(u"false", plain), std::pair(u"0", plain), std::pair(u"TRUE", plain),
+        std::pair(u"", plain)}) {
     auto options = builtOptions();
     options.settings = {{u"kilnworks.A3LDRotate180.rotation", std::u16string(setting)}};
     World world(options);
