@@ -1,4 +1,5 @@
-// The check boxes bound to an option of a property.
+// The boxes that mirror one option of a property.
+#include "plugin_object.h"
 #include "tests/support/world.h"
 
 #include <gtest/gtest.h>
@@ -72,7 +73,22 @@ TEST(OverlayLayering, AvailabilityIsNotFollowed) {
   EXPECT_TRUE(Testing::widgetOperations(world.take()).empty());
 }
 
-// A layout may disable a box until something is selected; these two are enabled initially.
+TEST(OverlayLayering, BoxWouldFollowTheAvailabilityOfOver) {
+  Testing::PluginObject object;
+  auto& plugin = object.open(object.world.host);
+  auto& box = dynamic_cast<Refhost::CheckBox&>(*object.gui->find(u"ePTKWJobOverlayImage_Layering"));
+  const auto tell = [&](std::u16string_view option, bool isEnabled) {
+    Kiln::ModelEnableChange change{Refhost::text(u"OverlayLayering"), Refhost::text(option), isEnabled};
+    plugin.DisableOvlLayering(change);
+    return box.WidgetNode::isEnabled();
+  };
+  EXPECT_TRUE(tell(u"Overlay", true));
+  EXPECT_TRUE(tell(u"Underlay", false));
+  EXPECT_FALSE(tell(u"Overlay", false));
+  EXPECT_FALSE(tell(u"Underlay", true));
+}
+
+// A layout may show a box disabled until something is selected; these two are operable from the start.
 TEST(WatermarkBoxes, ClickWritesTheProperty) {
   World world;
   world.take();
@@ -80,6 +96,12 @@ TEST(WatermarkBoxes, ClickWritesTheProperty) {
   world.box(u"ePTKWPageWatermark_PrintFirstPageOnly").click();
   EXPECT_EQ(Testing::transitions(world.take()),
             (std::vector<std::string>{"FirstPageOnly=True", "FirstPageOnly=False"}));
+  world.preferences.set(u"WatermarkSel", u"2");
+  world.take();
+  world.box(u"ePTKWPageWatermark_PrintPerPage").click();
+  world.box(u"ePTKWPageWatermark_PrintPerPage").click();
+  EXPECT_EQ(Testing::transitions(world.take()),
+            (std::vector<std::string>{"WatermarkOccurance=PerPage", "WatermarkOccurance=None"}));
 }
 
 TEST(OverlayBoxes, ClickWritesTheProperty) {
