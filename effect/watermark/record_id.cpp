@@ -26,4 +26,10 @@ std::u16string RecordIds::next() {
   return recordId(static_cast<std::uint32_t>(std::time(nullptr)), draws);
 }
 
+std::u16string RecordIds::nextFree(const std::function<bool(const std::u16string& id)>& isTaken) {
+  std::u16string id = next();
+  while (isTaken(id)) id = next();
+  return id;
+}
+
 }  // namespace Effect

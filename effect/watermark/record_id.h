@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <random>
 #include <string>
 
@@ -21,6 +22,9 @@ class RecordIds {
   RecordIds();
 
   std::u16string next();
+
+  // The first one that is not taken.
+  std::u16string nextFree(const std::function<bool(const std::u16string& id)>& isTaken);
 
  private:
   std::mt19937 generator;

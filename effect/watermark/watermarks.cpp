@@ -119,7 +119,7 @@ std::u16string Watermarks::add(const Node& record, bool isFromLocalData) {
   if (const Text same = findIdByName(name); !same.empty())
     id = same;
   else if (id.empty() || id == noneId)
-    id = unusedId();
+    id = ids.nextFree([this](const Text& drawn) { return records.contains(drawn); });
   if (isFromLocalData && marksDownloaded) id += downloadedEnding;
   complete(*record, id, isFromLocalData);
   change(id, record);
@@ -140,12 +140,6 @@ void Watermarks::complete(Kiln::Dom::INode& record, const Text& id, bool isFromL
   if (!isFromLocalData) return;
   setField(record, Field::origId, idInItsFile);
   setField(record, Field::origName, fieldText(record, Field::stylename));
-}
-
-std::u16string Watermarks::unusedId() {
-  Text id = ids.next();
-  while (records.contains(id)) id = ids.next();
-  return id;
 }
 
 bool Watermarks::updateRecord(std::u16string_view id, const Node& record) {

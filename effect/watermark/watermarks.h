@@ -91,7 +91,6 @@ class Watermarks final : public Kiln::RefCount {
   void prepare(Kiln::Dom::INode& record, const Text& path) const;
   Text add(const Effect::Node& record, bool isFromLocalData);
   void complete(Kiln::Dom::INode& record, const Text& id, bool isFromLocalData) const;
-  Text unusedId();
 
   // Changing.
   void change(const Text& id, const Effect::Node& record);

@@ -49,6 +49,19 @@ TEST(RecordIds, OfTwoStoresOpenedAtOnceDiffer) {
   EXPECT_NE(one.next(), other.next());
 }
 
+TEST(RecordIds, DrawsAnewWhileTheIdIsTaken) {
+  Effect::RecordIds ids;
+  std::vector<std::u16string> drawn;
+  const std::u16string id = ids.nextFree([&drawn](const std::u16string& each) {
+    drawn.push_back(each);
+    return drawn.size() < 3;
+  });
+  ASSERT_EQ(drawn.size(), 3U);
+  EXPECT_EQ(id, drawn.back());
+  EXPECT_NE(drawn[0], drawn[1]);
+  EXPECT_NE(drawn[1], drawn[2]);
+}
+
 TEST(LeadingInteger, ReadsWhatTheTextBeginsWith) {
   EXPECT_EQ(leadingInteger(u"45"), 45);
   EXPECT_EQ(leadingInteger(u" \t-90 degrees"), -90);
