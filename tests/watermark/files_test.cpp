@@ -180,6 +180,36 @@ TEST_F(Store, ALocalRecordNamedLikeAUsersTakesItsPlaceWithDownloadedDataOff) {
   EXPECT_EQ(world.namesIn(world.localFile("a"), Field::value), (Names{{"0", ""}, {"WM_u", "WM_a"}}));
 }
 
+TEST_F(Store, OfTwoFoldersTheLaterOneInOrderGivesTheRecord) {
+  const auto named = [](const std::string& angle) {
+    return watermarkFile(element("WM_x", {{"label", "same"}, {"value", "WM_x"}, {"angle", angle}}));
+  };
+  for (const auto& [setting, id] : {std::pair(u"False", u"WM_x"), std::pair(u"True", u"WM_x_G")}) {
+    world.set(u"kilnworks.tips.userdata.support", setting);
+    home.putLocalFile("c", named("30"));
+    home.putLocalFile("a", named("10"));
+    home.putLocalFile("b", named("20"));
+    const Node record = world.open()->record(id);
+    ASSERT_TRUE(record);
+    EXPECT_EQ(fieldText(*record, Field::angle).view(), u"30");
+    EXPECT_EQ(fieldText(*record, Field::sourceFile).view(), world.localFile("c").u16string());
+  }
+}
+
+TEST_F(Store, TakesEveryWritingOfTrueForDownloadedDataBeingOn) {
+  home.putUserFile(oneRecord("WM_u", "user's"));
+  for (const char16_t* on : {u"True", u"true", u"1"}) {
+    home.putLocalFile("a", oneRecord("WM_a", "from a"));
+    world.set(u"kilnworks.tips.userdata.support", on);
+    EXPECT_THAT(world.list(*world.open()), ElementsAre("0=None", "WM_a_G=from a*", "WM_u=user's"));
+  }
+  for (const char16_t* off : {u"False", u"0", u"", u"TRUE", u"yes"}) {
+    home.putLocalFile("a", oneRecord("WM_a", "from a"));
+    world.set(u"kilnworks.tips.userdata.support", off);
+    EXPECT_THAT(world.list(*world.open()), ElementsAre("0=None", "WM_a=from a", "WM_u=user's"));
+  }
+}
+
 TEST_F(Store, ADownloadedRecordNamedLikeAUsersIsKeptBesideIt) {
   world.set(u"kilnworks.tips.userdata.support", u"True");
   home.putUserFile(oneRecord("WM_u", "same"));

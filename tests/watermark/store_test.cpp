@@ -200,6 +200,26 @@ TEST_F(Store, UpdatingARecordThatIsNotThereMakesIt) {
   EXPECT_EQ(world.namesIn(world.userFile()).at("WM_new"), "Made");
 }
 
+TEST_F(Store, AnUpdateWithoutASourceGoesIntoTheUsersFile) {
+  home.putLocalFile("a", oneRecord("WM_a", "from a"));
+  const auto store = world.open();
+  const Node record = world.newRecord(*store, u"Made");
+  record->removeChild(Field::sourceFile);
+  store->updateRecord(u"WM_new", record);
+  EXPECT_EQ(fieldText(*store->record(u"WM_new"), Field::sourceFile).view(), world.userFile().u16string());
+  EXPECT_EQ(world.namesIn(world.userFile()).at("WM_new"), "Made");
+}
+
+TEST_F(Store, AnUpdateStaysInTheFileOfItsSource) {
+  home.putLocalFile("a", oneRecord("WM_a", "from a"));
+  const auto store = world.open();
+  const Node record = store->record(u"WM_a")->clone();
+  setField(*record, Field::angle, u"30");
+  store->updateRecord(u"WM_a", record);
+  EXPECT_EQ(world.namesIn(world.localFile("a"), Field::angle).at("WM_a"), "30");
+  EXPECT_FALSE(world.namesIn(world.userFile()).contains("WM_a"));
+}
+
 TEST_F(Store, RemovingTellsWhetherThereWasARecord) {
   const auto store = world.open();
   EXPECT_TRUE(store->removeRecord(u"2"));
