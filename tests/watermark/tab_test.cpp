@@ -1,6 +1,8 @@
 // The watermark group of the tab: the list, the values written by a selection, and reactions to changes.
 #include "tests/support/world.h"
 
+#include "host/model/settings.h"
+#include "host/reference_host.h"
 #include "host/unicode.h"
 #include "host/widgets/list.h"
 
@@ -132,6 +134,22 @@ TEST(WatermarkSelection, TakesWhatIsNoNumberForZeroAndWhatIsNoColourAsItIs) {
   EXPECT_EQ(tab.value(u"WatermarkTextWidth"), "");
 }
 
+TEST(WatermarkSelection, TakesNoMoreThanSixDigitsOfAColour) {
+  Tab tab("<Watermarks><WM_1><label>a</label><value>WM_1</value><colour>#FF0000CC</colour></WM_1></Watermarks>");
+  tab.choose(u"WM_1");
+  EXPECT_EQ(tab.value(u"WatermarkTextColour"), "#00FF0000");
+}
+
+TEST(WatermarkSelection, WithoutAnIntensityIsNotTransparent) {
+  for (const char* transparency : {"", "<transparency/>", "<transparency><intensity>x</intensity></transparency>"}) {
+    Tab tab(std::string("<Watermarks><WM_1><label>a</label><value>WM_1</value><printStyle>Transparency</printStyle>") +
+            transparency + "</WM_1></Watermarks>");
+    tab.choose(u"WM_1");
+    EXPECT_EQ(tab.value(u"WatermarkTextTransparency"), "0") << transparency;
+    EXPECT_THAT(tab.world->face.failures, IsEmpty());
+  }
+}
+
 TEST(WatermarkSelection, TranslatesTheText) {
   Tab tab;
   tab.choose(u"WM_3");
@@ -194,7 +212,8 @@ TEST(WatermarkSelection, OfAnUnknownIdIsNone) {
 
 // A record selected before downloaded data was marked has got another id.
 TEST(WatermarkSelection, FindsTheDownloadedRecordOfThatIdWhereDownloadedDataIsOn) {
-  for (const bool isOn : {true, false}) {
+  for (const auto* setting : {u"True", u"true", u"1", u"False", u"0"}) {
+    const bool isOn = Refhost::readsAsTrue(setting);
     Testing::TemporaryFolder home;
     std::filesystem::create_directories(home.path / "localdata" / "a");
     Testing::writeFile(home.path / "localdata" / "a" / "ZVeffect.xml",
@@ -202,7 +221,7 @@ TEST(WatermarkSelection, FindsTheDownloadedRecordOfThatIdWhereDownloadedDataIsOn
                            "</value></x></Watermarks>");
     auto options = builtOptions();
     options.home = home.path;
-    options.settings = {{u"kilnworks.tips.userdata.support", isOn ? u"True" : u"False"}};
+    options.settings = {{u"kilnworks.tips.userdata.support", setting}};
     options.properties = {{u"WatermarkSel", u"WM_d"}};
     World world(options);
     EXPECT_EQ(toNarrow(world.value(u"WatermarkText")), isOn ? "Down" : "");
@@ -321,8 +340,11 @@ TEST(WatermarkTab, ShowsDownloadedRecordsRedWithAnIcon) {
   const auto item = Kiln::smartCast<Refhost::ListItem>(items.at(items.count() - 1));
   EXPECT_EQ(item->value().view(), u"WM_d_G");
   EXPECT_EQ(item->colour(), u"#FF0000");
-  EXPECT_TRUE(item->image());
   EXPECT_TRUE(item->isMarked());
+  const auto icon = Kiln::smartCast<Refhost::Image>(item->image());
+  ASSERT_TRUE(icon);
+  EXPECT_EQ(icon->source, u"chrome://base/content/bitmaps/tips_UD_tb.bmp");
+  EXPECT_EQ(icon->scope, u"global");
   const auto own = Kiln::smartCast<Refhost::ListItem>(items.at(1));
   EXPECT_EQ(own->colour(), u"");
   EXPECT_FALSE(own->image());
@@ -333,6 +355,24 @@ TEST(WatermarkTab, OpensOnADamagedFileAndTellsWhereItIsKept) {
   EXPECT_EQ(tab.items().size(), 6U);
   ASSERT_EQ(tab.world->face.failures.size(), 1U);
   EXPECT_NE(tab.world->face.failures[0].find("ZVeffect.damaged-1.xml"), std::string::npos);
+}
+
+// Nor is anything of the local data read then.
+TEST(WatermarkTab, ShowsNoneAloneWhereThereAreNoBuiltInWatermarks) {
+  Testing::TemporaryFolder folder;
+  auto options = builtOptions();
+  options.resources = folder.path / "resources";
+  Testing::copyResources(options.resources);
+  Testing::writeFile(options.resources / "effect" / "content" / "effect.xml", "<Watermarks/>");
+  options.home = folder.path / "home";
+  std::filesystem::create_directories(options.home / "localdata" / "a");
+  Testing::writeFile(options.home / "localdata" / "a" / "ZVeffect.xml",
+                     "<Watermarks><WM_a><label>from a</label><value>WM_a</value></WM_a></Watermarks>");
+  World world(options);
+  auto& items = world.widget<Refhost::ListBox>(listId).items();
+  ASSERT_EQ(items.count(), 1);
+  EXPECT_EQ(items.at(0)->value().view(), u"0");
+  EXPECT_THAT(world.face.failures, IsEmpty());
 }
 
 Refhost::Options withoutATab(const std::filesystem::path& home, const char16_t* uiMode) {
