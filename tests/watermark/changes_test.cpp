@@ -184,6 +184,29 @@ TEST_F(Changes, DeletingAsksFirstThenSelectsNone) {
   EXPECT_THAT(namesOnDisk(), ElementsAre("$IDS_NONE;", "one", "three"));
 }
 
+TEST_F(Changes, DeletingAsksByTheHostsOwnDialog) {
+  open();
+  world->preferences.set(u"WatermarkSel", u"WM_2");
+  std::vector<std::string> asked;
+  world->face.onModal = [&asked](Refhost::Dialog& dialog) { asked.push_back(toNarrow(dialog.url())); };
+  click(u"btn_WMDel");
+  EXPECT_THAT(asked, ElementsAre("chrome://base/content/dlg_confirmdelete.xul"));
+  EXPECT_THAT(names(), SizeIs(4));
+}
+
+// The list shows two entries of one name where the user's is named as a built-in one reads.
+TEST_F(Changes, EditingWithoutRenamingReplacesNothing) {
+  putUserFile(watermarkFile(element("_x0032_", {{"label", "$IDS_WM_DRAFT;"}, {"value", "2"}}) +
+                            element("WM_1", {{"label", "Draft"}, {"value", "WM_1"}})));
+  open();
+  world->preferences.set(u"WatermarkSel", u"WM_1");
+  willAccept({{angleBox, u"20"}});
+  click(u"btn_WMEdit");
+  EXPECT_EQ(list().items().count(), 3);
+  EXPECT_THAT(namesOnDisk(), ElementsAre("$IDS_NONE;", "$IDS_WM_DRAFT;", "Draft"));
+  EXPECT_EQ(toNarrow(world->value(u"WatermarkTextAngle")), "340");
+}
+
 TEST_F(Changes, AddIsDisabledWhileTheStoreIsFull) {
   std::string records;
   for (int i = 0; i < 19; ++i) {
