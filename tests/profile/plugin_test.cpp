@@ -116,7 +116,52 @@ TEST_F(Plugin, ExportsTheFilesAsTheyAreNow) {
   EXPECT_TRUE(std::filesystem::exists(location / "overlays" / "12345.opa"));
 }
 
-// A merged store is exported itself.
+std::vector<std::string> writes(const std::vector<Refhost::TraceEvent>& events) {
+  std::vector<std::string> files;
+  for (const auto& event : events)
+    if (event.op == "write") files.push_back(member(event, "path"));
+  return files;
+}
+
+TEST_F(Plugin, ExportsTheWatermarksThenTheOverlays) {
+  putWatermarkFile(home, watermark("WM_1", "Draft"));
+  putOverlays(overlaysOf(home), {{u"Form", u"12345.opa"}});
+  PluginRun run(home);
+  run.world.take();
+  run.exportTo("p");
+  const auto files = writes(run.world.take());
+  ASSERT_EQ(files.size(), 4U);
+  EXPECT_EQ(files.front(), "localdata/p/ZVeffect.xml");
+  EXPECT_THAT(std::vector(files.begin() + 1, files.end()),
+              UnorderedElementsAre("localdata/p/overlays/12345.opa", "localdata/p/overlays/12345.bmp",
+                                   "localdata/p/overlays/ovlNmFl.flo"));
+}
+
+// What it has is on the disk before the files are read anew: here the copy of all records.
+TEST_F(Plugin, ExportSavesTheWatermarksThatItHasFirst) {
+  put(home / "localdata" / "a" / "ZVeffect.xml", watermarkFile(watermark("WM_a", "Theirs")));
+  std::string first;
+  PluginRun run(home);
+  std::filesystem::remove(home / "localdata" / "ZVeffect.xml");
+  putWatermarkFile(home, watermark("WM_9", "Of another process"));
+  run.world.preferences.trace().listen([&](const Refhost::TraceEvent& event) {
+    if (event.op == "write" && first.empty()) first = bytesOf(home / "localdata" / "ZVeffect.xml");
+  });
+  run.exportTo(folder.path() / "p");
+  EXPECT_THAT(first, AllOf(HasSubstr("<_x0031_>"), HasSubstr("Theirs"), Not(HasSubstr("Of another process"))));
+}
+
+TEST_F(Plugin, ExportsTheFilesAsTheyAreNowAfterAnImportToo) {
+  PluginRun run(home);
+  run.world.preferences.importProfile("p", {});
+  putWatermarkFile(home, watermark("WM_9", "Of another process"));
+  putOverlays(overlaysOf(home), {{u"Form", u"12345.opa"}});
+  const Path location = run.exportTo(folder.path() / "p");
+  EXPECT_THAT(bytesOf(location / "ZVeffect.xml"), HasSubstr("Of another process"));
+  EXPECT_TRUE(std::filesystem::exists(location / "overlays" / "12345.opa"));
+}
+
+// A merged store is exported as it is.
 TEST_F(Plugin, ExportsAMergedStoreItself) {
   for (const char* data : {"a", "b"}) {
     put(home / "localdata" / data / "ZVeffect.xml", watermarkFile(watermark(std::string("WM_") + data, data)));
