@@ -118,6 +118,15 @@ TEST_F(EditorOverAList, AsksAboutDownloadedEntriesOnlyForOneOfThem) {
   EXPECT_TRUE(accept("third", false, false)) << "which is not downloaded";
 }
 
+TEST_F(EditorOverAList, ComparesANewRecordWithThoseThatAreDownloadedLikeTheSelectedOne) {
+  world.addToList(u"downloaded")->setMarked(true);
+  world.list().data()->at(2)->setMarked(true);
+  EXPECT_TRUE(accept("third", true, false));
+  EXPECT_THAT(questions, IsEmpty());
+  EXPECT_FALSE(accept("downloaded", true, false));
+  EXPECT_THAT(questions, ElementsAre(overwrite));
+}
+
 TEST_F(EditorOverAList, AsksAgainAfterARefusal) {
   const auto record = world.newRecord({{"label", "Text"}, {"stylename", "second"}});
   EXPECT_TRUE(world.edit(record, [](Hand& hand) {
@@ -167,7 +176,18 @@ TEST_F(EditorOverAList, ShowsTheSizeOfAnOkThatWasRefused) {
   });
 }
 
-// A host may close a dialog that was neither accepted nor cancelled.
+TEST_F(EditorOverAList, ReplacesAnImpossibleSizeBeforeItAsksAboutTheName) {
+  std::vector<std::string> sizes;
+  world.edit(world.newRecord({{"label", "Text"}, {"stylename", "second"}}), [&sizes](Hand& hand) {
+    hand.type("txt_EffWMFonSiz", "301");
+    hand.type("txt_EffWMStyleName", "third");
+    hand.onAnswer = [&] { sizes = {hand.text("txt_EffWMFonSiz"), hand.field("fontsize")}; };
+    EXPECT_FALSE(hand.accept());
+  });
+  EXPECT_THAT(sizes, ElementsAre("6", "6"));
+}
+
+// A host may close a dialog that has neither been accepted nor cancelled.
 TEST_F(EditorOverAList, StaysAcceptedAfterARefusedOkUntilItIsCancelled) {
   EXPECT_TRUE(world.edit(world.newRecord({{"label", "Text"}, {"stylename", "second"}}), [](Hand& hand) {
     hand.type("txt_EffWMStyleName", "third");
@@ -281,5 +301,42 @@ TEST_F(Editor, RestoresTheRecordsOwnDefaults) {
   });
   EXPECT_EQ(fieldOf(defaults, "label"), "$IDS_WM_DRAFT;") << "the defaults stay";
 }
+
+// What the defaults of a record say of its text and its name, and what is shown of that.
+struct Defaults {
+  const char* name;
+  Fields fields;
+  std::string label;
+  std::string stylename;
+  std::string nameOfANewText;  // typed after a name was typed and the defaults were restored
+};
+
+class EditorOfARecordWithDefaults : public Editor, public testing::WithParamInterface<Defaults> {};
+
+TEST_P(EditorOfARecordWithDefaults, LetsTheNameFollowTheTextAgainWhereTheyHaveNeither) {
+  const Defaults& test = GetParam();
+  const auto record = world.newRecord({{"label", "x"}, {"stylename", "y"}, {"fontsize", "9"}});
+  const auto defaults = record->childOrNew(Effect::Field::defaultSetting);
+  setFieldOf(defaults, "fontsize", "108");
+  for (const auto& [name, text] : test.fields) setFieldOf(defaults, name, text);
+  world.edit(record, [&test](Hand& hand) {
+    hand.type("txt_EffWMStyleName", "Mine");
+    hand.click("but_EffWMResDef");
+    EXPECT_EQ(hand.text("txt_EffWMTxtBox"), test.label);
+    EXPECT_EQ(hand.field("label"), test.label);
+    EXPECT_EQ(hand.text("txt_EffWMStyleName"), test.stylename);
+    EXPECT_EQ(hand.field("stylename"), test.stylename);
+    EXPECT_EQ(hand.field("fontsize"), "108");
+    EXPECT_FALSE(hand.canAccept());
+    hand.type("txt_EffWMTxtBox", "New");
+    EXPECT_EQ(hand.field("stylename"), test.nameOfANewText);
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(With, EditorOfARecordWithDefaults,
+                         testing::Values(Defaults{"NeitherTextNorName", {}, "", "", "New"},
+                                         Defaults{"NoText", {{"stylename", "Began"}}, "", "Began", "Began"},
+                                         Defaults{"NoName", {{"label", "Began"}}, "Began", "", ""}),
+                         [](const auto& test) { return test.param.name; });
 
 }  // namespace

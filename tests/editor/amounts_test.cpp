@@ -171,9 +171,20 @@ TEST_F(Amounts, ChoosingTransparencyTakesThePlaceOfTheBar) {
     EXPECT_EQ(hand.field("printStyle"), "Transparency");
     EXPECT_EQ(hand.field("intensity"), "30") << "the bar stays where it was";
     EXPECT_EQ(hand.text(opacityBox), "30");
+    EXPECT_THAT(Testing::widgetOperations(world.events), testing::Contains("scr_EffWMOpaScroll setPosition 30"));
     EXPECT_THAT(world.takePreview(), ElementsAre("opacity 0.7"));
     for (const char* id : {opacityBox, opacityBar, "lblTrans0", "lblTrans50", "lblTrans100", "lblTransUnit"})
       EXPECT_TRUE(hand.node(id).isEnabled()) << id;
+  });
+}
+
+TEST_F(Amounts, ChoosingTransparencyPutsThePlaceOfTheBarIntoTheBox) {
+  edit([&](Hand& hand) {
+    hand.type(opacityBox, "");
+    hand.choose("rad_EffWMSol");
+    EXPECT_EQ(hand.text(opacityBox), "");
+    hand.choose("rad_EffWMTrans");
+    EXPECT_EQ(hand.text(opacityBox), "0");
   });
 }
 

@@ -60,6 +60,49 @@ TEST_F(Editor, PutsThePickedColourIntoTheCustomEntry) {
   });
 }
 
+// A list item that keeps the states that it is given.
+class FollowedItem final : public Kiln::XUL::ListItem {
+ public:
+  FollowedItem(Kiln::SmartPtr<Kiln::XUL::ListItem> trueItem, std::vector<bool>& given)
+      : item(std::move(trueItem)),
+        states(given) {}
+
+  Kiln::WString text() override { return item->text(); }
+  void setText(Kiln::WStringView text) override { item->setText(text); }
+  Kiln::WString displayedText() override { return item->displayedText(); }
+  Kiln::WString value() override { return item->value(); }
+  void setValue(Kiln::WStringView value) override { item->setValue(value); }
+  void setColour(Kiln::WStringView colour) override { item->setColour(colour); }
+  Kiln::SmartPtr<Kiln::XUL::Image> image() override { return item->image(); }
+  void setImage(Kiln::SmartPtr<Kiln::XUL::Image> image) override { item->setImage(image); }
+  bool isMarked() override { return item->isMarked(); }
+  void setMarked(bool mark) override { item->setMarked(mark); }
+  bool flag() override { return item->flag(); }
+  void setFlag(bool flag) override {
+    states.push_back(flag);
+    item->setFlag(flag);
+  }
+
+ private:
+  Kiln::SmartPtr<Kiln::XUL::ListItem> item;
+  std::vector<bool>& states;
+};
+
+// A host may act on a state as it comes.
+TEST_F(Editor, TellsTheCustomEntryThatItHasNoColourAndThenThatItHasOne) {
+  world.edit([](Hand& hand) {
+    std::vector<bool> states;
+    auto& items = hand.widget<Refhost::ComboBox>(colours).items();
+    items.insert(10, Refhost::make<FollowedItem>(items.remove(10), states));
+    hand.select(colours, 0);
+    EXPECT_THAT(states, ElementsAre(true));
+    hand.pick(0xFF0080);
+    EXPECT_THAT(states, ElementsAre(true, true, false));
+    hand.select(colours, 4);
+    EXPECT_THAT(states, ElementsAre(true, true, false));
+  });
+}
+
 TEST_F(Editor, PicksEvenANamedColourAsACustomOne) {
   world.edit([](Hand& hand) {
     hand.pick(0x000000);

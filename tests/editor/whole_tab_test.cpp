@@ -71,6 +71,36 @@ TEST(EditorInTheTab, GoesOnAfterAFailure) {
   EXPECT_EQ(tab.value(u"WatermarkTextAngle"), "360");
 }
 
+// The text that the failure kept from the box has been taken by then.
+TEST(EditorInTheTab, StoresTheTextThatWasTypedBeforeAFailure) {
+  Testing::TemporaryFolder resources;
+  Testing::copyResources(resources.path / "kiln");
+  auto options = Testing::builtOptions();
+  options.resources = resources.path / "kiln";
+  Tab tab(options);
+  Testing::writeFile(resources.path / "kiln/base/content/fr-FR/strings.dtd", "<!ENTITY broken");
+  tab.open(u"btn_WMEdit", [&](Hand& hand) {
+    EXPECT_FALSE(hand.type("txt_EffWMTxtBox", "Other"));
+    EXPECT_TRUE(hand.accept());
+  });
+  EXPECT_EQ(tab.value(u"WatermarkText"), "Other");
+}
+
+TEST(EditorInTheTab, KnowsTheNamesOfNoneInTheLanguagesOfTheBase) {
+  const Testing::TemporaryFolder resources;
+  Testing::copyResources(resources.path / "kiln");
+  std::filesystem::create_directory(resources.path / "kiln/base/content/nl-NL");
+  Testing::writeFile(resources.path / "kiln/base/content/nl-NL/strings.dtd", "<!ENTITY IDS_NONE \"Geen\">");
+  auto options = Testing::builtOptions();
+  options.resources = resources.path / "kiln";
+  Tab tab(options);
+  tab.open(u"btn_WMEdit", [](Hand& hand) {
+    EXPECT_TRUE(hand.type("txt_EffWMTxtBox", "Geen"));
+    EXPECT_FALSE(hand.canAccept());
+    hand.cancel();
+  });
+}
+
 TEST(EditorInTheTab, KnowsTheNamesOfNoneForAsLongAsThePluginIsLoaded) {
   Tab first;
   first.open(u"btn_WMEdit", [](Hand& hand) {
