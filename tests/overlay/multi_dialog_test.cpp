@@ -43,6 +43,11 @@ TEST_F(MultiDialog, ListsTheOverlaysOfTheTabInItsOrder) {
   });
 }
 
+TEST_F(MultiDialog, ListsAnOverlayByTheTextThatTheTabShows) {
+  home.putUser({{u"$IDS_WM_DRAFT;", u"11111.opa"}});
+  open([](OpenDialog& dialog) { EXPECT_EQ(dialog.source().items().at(0)->text().view(), u"Draft"); });
+}
+
 TEST_F(MultiDialog, ShowsTheErrorPageForAThumbnailThatIsMissing) {
   std::filesystem::remove(thumbnail('A'));
   open([](OpenDialog& dialog) {
@@ -244,6 +249,14 @@ TEST_F(MultiDialog, RestoresTheDefaults) {
          });
 }
 
+TEST_F(MultiDialog, SelectsTheOverlayOfTheDefaultsThatItRestores) {
+  openOn(details({"AAAAA.opa;All"}), [](OpenDialog& dialog) {
+    dialog.select("CCCCC.opa");
+    dialog.click("but_MulOvlRestDef");
+    EXPECT_EQ(dialog.source().selectedItem()->value().view(), u"BBBBB.opa");
+  });
+}
+
 TEST_F(MultiDialog, ShowsItsHelpInEveryLanguage) {
   for (const char* locale : {"en-US", "de-DE", "fr-FR", "ja-JP", "zh-CN", "zh-TW"}) {
     OverlayStore abroad(home.folder.path, Refhost::realDisk(), locale);
@@ -343,6 +356,20 @@ TEST_F(DownloadedOverlay, IsTheDefaultWhereTheListHasItInThatPlace) {
     set(u"MultipleOverlayDetails", Refhost::toWide(saved));
     this->saved([](OpenDialog&) {});
     EXPECT_EQ(value(u"OverlaySourceFileName"), officePath("AAAAA.opa") + ";All$") << saved;
+  }
+}
+
+// The list of the dialog is: A, A of the office, D.
+TEST_F(DownloadedOverlay, IsDroppedWhereItIsTheSelectedOneOfItsFileName) {
+  for (const std::int32_t selected : {0, 1, 2}) {
+    set(u"MultipleOverlayDetails", Refhost::toWide(details({"DDDDD.opa;All"})));
+    saved([selected](OpenDialog& dialog) {
+      dialog.source().choose(2);
+      dialog.source().choose(selected);
+      dialog.drop("AAAAA.opa", 1);
+    });
+    EXPECT_EQ(value(u"OverlaySourceFileName"), (selected == 1 ? officePath("AAAAA.opa") : path('A')) + ";All$")
+        << selected;
   }
 }
 

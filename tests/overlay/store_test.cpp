@@ -190,6 +190,7 @@ TEST_F(OverlayStoreTest, IsMergedBySeveralFoldersOrByTheMarkOrByItsMaker) {
   EXPECT_TRUE(open(true).isMerged());
   std::filesystem::create_directories(home.folder.path / "localdata" / "a");
   EXPECT_FALSE(open().isMerged());
+  EXPECT_TRUE(open(true).isMerged()) << "one folder of local data takes nothing back";
   Testing::writeFile(home.folder.path / "localdata" / "~merge", "");
   EXPECT_TRUE(open().isMerged());
   std::filesystem::remove(home.folder.path / "localdata" / "~merge");

@@ -122,6 +122,17 @@ TEST_F(OverlayGroup, OffersNoDeletionOfSeveralAndPerPageOnlyWithSeveralPagesOnAS
   EXPECT_EQ(tab.value(u"OverlayName"), "Multiple");
 }
 
+TEST_F(OverlayGroup, HasNoOverlayAfterSeveralAreCancelledThatFollowedAnotherChoice) {
+  OverlayTab tab(home);
+  tab.choose(u"00001.opa");
+  tab.onDialog = [](Refhost::Dialog& dialog) { dialog.cancel(); };
+  tab.choose(u"Multiple");
+  EXPECT_EQ(tab.value(u"OverlaySel"), "None");
+  EXPECT_EQ(tab.value(u"OverlayImage"), "None");
+  EXPECT_EQ(tab.selected(), "None");
+  EXPECT_THAT(tab.operable(), ElementsAre("lbl_Ovl", "cmb_EffOverlay"));
+}
+
 TEST(OverlayGroupOfAnEmptyStore, RefusesSeveral) {
   const OverlayHome home;
   OverlayTab tab(home);
@@ -387,6 +398,16 @@ TEST(DownloadedOverlays, StayChosenBesideAnOwnOneOfTheSameFileName) {
     EXPECT_EQ(tab.list().selection(), chosen);
     const auto folder = chosen == 4 ? home.local() : home.userFolder();
     EXPECT_EQ(tab.value(u"OverlaySourceFileName"), (folder / "00001.opa").generic_string());
+  }
+}
+
+TEST(DownloadedOverlays, ShowTheirOwnThumbnail) {
+  const UserDataHome home;
+  for (const auto& folder : {home.local(), home.userFolder()}) Testing::writeFile(folder / "00001.bmp", bitmap(2, 3));
+  OverlayTab tab(home, home.options());
+  for (const std::int32_t chosen : {4, 3, 4}) {
+    tab.list().choose(chosen);
+    EXPECT_EQ(tab.picture(), ((chosen == 4 ? home.local() : home.userFolder()) / "00001.bmp").generic_string());
   }
 }
 
