@@ -46,29 +46,27 @@ TEST(RealDisk, WaitsForAProgramThatLooksIntoAFile) {
   const auto path = scratch.folder / "marks.xml";
   put(path, "old");
   std::string read;
-  whileHeld(path, 200ms, [&] { read = realDisk().read(path, 100); });
+  whileHeld(path, 60ms, [&] { read = realDisk().read(path, 100); });
   EXPECT_EQ(read, "old");
-  whileHeld(path, 200ms, [&] { EXPECT_TRUE(replaceWhole(realDisk(), path, "new")); });
+  whileHeld(path, 60ms, [&] { EXPECT_TRUE(replaceWhole(realDisk(), path, "new")); });
   EXPECT_EQ(contentOf(path), "new");
-  whileHeld(path, 200ms, [&] { EXPECT_TRUE(realDisk().remove(path)); });
+  whileHeld(path, 60ms, [&] { EXPECT_TRUE(realDisk().remove(path)); });
   EXPECT_FALSE(fs::exists(path));
 }
 
-TEST(RealDisk, WaitsNoLongerThanAPersonWould) {
+TEST(RealDisk, GivesAFileUpThatAnotherProgramKeeps) {
   const Scratch scratch;
   const auto path = scratch.folder / "marks.xml";
   put(path, "old");
   const auto temporary = scratch.folder / "temporary";
   put(temporary, "new");
   std::string sentence;
-  const auto before = std::chrono::steady_clock::now();
   {
     const Hold hold(path);
     sentence = sentenceOf<DiskError>([&] { realDisk().replace(temporary, path); });
   }
   EXPECT_EQ(sentence,
             shownPath(path) + " cannot be written: another program has it open; close it there and try again.");
-  EXPECT_LT(std::chrono::steady_clock::now() - before, 10s);
   EXPECT_EQ(contentOf(path), "old");
 }
 

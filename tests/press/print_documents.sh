@@ -2,9 +2,10 @@
 # Prints every PDF in some folders in several ways, each in a separate process, and reports defects of the results.
 # Usage: print_documents.sh PRESS_PRINT FOLDER...
 #
-# Each must give a printed file or an error message without a file, within limits of time and memory. A printed file
-# must have the right number of pages, and no defects that the document itself does not have. Files ending in .gz are
-# unpacked, and those in .fuzz treated as PDFs. SECONDS_EACH and MEBIBYTES_EACH set the limits.
+# Each has to end as a printed file or as a sentence, in little memory. A printed file has as many pages as it should, and
+# no fault that the document itself does not have; where there is a sentence there is no file. Files that end in .gz are
+# unpacked, and those in .fuzz count as PDFs. SECONDS_EACH is the processor time after which one counts as hung,
+# MEBIBYTES_EACH the most memory.
 set -u
 shopt -s nullglob
 
@@ -12,7 +13,7 @@ usage="Usage: print_documents.sh PRESS_PRINT FOLDER..."
 press_print=$(realpath -- "${1:?$usage}")
 shift
 (($#)) || { echo "$usage" >&2; exit 2; }
-seconds=${SECONDS_EACH:-20}
+seconds=${SECONDS_EACH:-300}
 mebibytes=${MEBIBYTES_EACH:-400}
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
