@@ -207,7 +207,8 @@ TEST(Documents, RefuseToWriteWhatTheyWouldNotRead) {
   EXPECT_EQ(contentOf(world.scratch.folder / "marks.xml"), "old");
 
   const NodePointer large = makeDocuments()->createElement(u"root", u"", u"");
-  large->setValue(std::u16string(documentLimits.bytes, u'a'));
+  constexpr std::size_t escapedBytes = 7;  // _x0001_
+  large->setValue(std::u16string(documentLimits.bytes / escapedBytes + 1, u'\u0001'));
   EXPECT_THROW(makeDocuments()->write(large, store), Kiln::Exception);
 
   const auto wide = make<Node>(u"root");

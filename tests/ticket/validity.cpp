@@ -65,30 +65,44 @@ class Checker {
     faults.push_back(std::to_string(element.xml.line) + ": " + element.xml.name + " " + what);
   }
 
-  Rule ruleOf(const std::string& name) const {
-    if (name == "PrintTicket") return {{"version"}, {"Feature", "ParameterInit", "Property"}};
-    if (name == "PrintCapabilities") return {{"version"}, {"Feature", "ParameterDef", "Property"}};
-    if (name == "Feature") return {{"name"}, {"Feature", "Option", "Property"}};
-    if (name == "Option" && isTicket) return {{"name"}, {"Property", "ScoredProperty"}};
-    if (name == "Option") return {{"name", "constrained"}, {"Property", "ScoredProperty"}};
-    if (name == "ScoredProperty") return {{"name"}, {"Property", "ScoredProperty", "Value", "ParameterRef"}};
-    if (name == "Property") return {{"name"}, {"Property", "Value"}};
-    if (name == "ParameterInit") return {{"name"}, {"Value"}};
-    if (name == "ParameterDef") return {{"name"}, {"Property"}};
-    if (name == "ParameterRef") return {{"name"}, {}};
-    return {{}, {}};  // Value
+  const Rule& ruleOf(const std::string& name) const {
+    static const std::map<std::string, Rule> rules = {
+        {"PrintTicket", {{"version"}, {"Feature", "ParameterInit", "Property"}}},
+        {"PrintCapabilities", {{"version"}, {"Feature", "ParameterDef", "Property"}}},
+        {"Feature", {{"name"}, {"Feature", "Option", "Property"}}},
+        {"Option", {{"name", "constrained"}, {"Property", "ScoredProperty"}}},
+        {"ScoredProperty", {{"name"}, {"Property", "ScoredProperty", "Value", "ParameterRef"}}},
+        {"Property", {{"name"}, {"Property", "Value"}}},
+        {"ParameterInit", {{"name"}, {"Value"}}},
+        {"ParameterDef", {{"name"}, {"Property"}}},
+        {"ParameterRef", {{"name"}, {}}},
+        {"Value", {}}};
+    static const Rule ticketOption = {{"name"}, {"Property", "ScoredProperty"}};
+    static const Rule nothing;
+    if (name == "Option" && isTicket) return ticketOption;
+    const auto found = rules.find(name);
+    return found == rules.end() ? nothing : found->second;
+  }
+
+  // Does something where the element's own declarations count, of which most elements have none.
+  template <class Work>
+  void withPrefixesOf(const Element& element, const Work& work) {
+    if (element.xml.declarations.empty()) return work();
+    const Prefixes around = prefixes;
+    for (const auto& [prefix, nameSpace] : element.xml.declarations) prefixes[prefix] = nameSpace;
+    work();
+    prefixes = around;
   }
 
   void checkElement(const Element& element) {
-    const Prefixes around = prefixes;
-    for (const auto& [prefix, nameSpace] : element.xml.declarations) prefixes[prefix] = nameSpace;
-    const Rule rule = ruleOf(element.xml.name);
-    checkAttributes(element, rule);
-    checkChildren(element, rule);
-    checkNumbers(element);
-    if (element.xml.name == "Value") checkValue(element);
-    for (const Element& child : element.children) checkElement(child);
-    prefixes = around;
+    withPrefixesOf(element, [&] {
+      const Rule& rule = ruleOf(element.xml.name);
+      checkAttributes(element, rule);
+      checkChildren(element, rule);
+      checkNumbers(element);
+      if (element.xml.name == "Value") checkValue(element);
+      for (const Element& child : element.children) checkElement(child);
+    });
   }
 
   void checkAttributes(const Element& element, const Rule& rule) {
@@ -197,10 +211,8 @@ class Checker {
   std::optional<std::string> nameOf(const Element& element) {
     const auto* name = element.xml.find("name");
     if (name == nullptr) return {};
-    const Prefixes around = prefixes;
-    for (const auto& [prefix, nameSpace] : element.xml.declarations) prefixes[prefix] = nameSpace;
-    const auto found = resolved(*name);
-    prefixes = around;
+    std::optional<std::string> found;
+    withPrefixesOf(element, [&] { found = resolved(*name); });
     return found;
   }
 
