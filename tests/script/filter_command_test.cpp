@@ -270,9 +270,15 @@ TEST_F(FilterCommand, EndsAtTheSchedulersWishAndLeavesNothing) {
 
 TEST_F(FilterCommand, ReaderThatHasGoneIsASentence) {
   const path err = testFolder() / "err";
-  const std::string line = "(sleep 1; cat '" + job.string() + "') | env TMPDIR='" + temporary.string() +
-                           "' '" KILN "' filter 7 somebody Title 1 '' 2>'" + err.string() + "' | true";
-  ASSERT_EQ(std::system(line.c_str()), 0);
+  const path pipe = testFolder() / "pipe";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  // Its writing end alone stays open.
+  const std::string line = "exec 4<>'" + pipe.string() + "' 5>'" + pipe.string() + "' 4<&-; env TMPDIR='" +
+                           temporary.string() + "' '" KILN "' filter 7 somebody Title 1 '' <'" + job.string() +
+                           "' >&5 5>&- 2>'" + err.string() + "'";
+  const int status = std::system(line.c_str());
+  EXPECT_TRUE(WIFEXITED(status));
+  EXPECT_EQ(WEXITSTATUS(status), 1);
   EXPECT_THAT(readFile(err), HasSubstr("ERROR: Standard output cannot be written"));
   EXPECT_TRUE(fs::is_empty(temporary));
 }

@@ -107,8 +107,8 @@ TEST_F(PrintQueue, CountsThePagesWhereNoOtherFilterDoes) {
 }
 
 TEST_F(PrintQueue, EndsAJobThatIsCancelledAndLeavesNothing) {
-  // A printer that accepts nothing, so that kiln blocks with a job larger than a pipe buffer.
-  scheduler.installFilter("stalled", "exec sleep 60");
+  // A printer that takes nothing, so that kiln waits for it with a job that no pipe holds.
+  scheduler.installFilter("stalled", "exec sleep 3600");
   scheduler.addQueue("office", "*cupsFilter2: \"application/vnd.cups-pdf application/pdf 0 -\"\n"
                                "*cupsFilter2: \"application/pdf application/pdf 0 stalled\"\n"
                                "*cupsPreFilter: \"application/pdf 0 kiln\"\n");

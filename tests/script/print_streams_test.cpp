@@ -9,7 +9,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <csignal>
+#include <thread>
 
 namespace {
 
@@ -149,7 +151,15 @@ TEST_F(PrintStreams, ProgressIsShownAtATerminalAloneAndWipedAway) {
   const int terminal = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
   ASSERT_GE(terminal, 0);
   ASSERT_EQ(grantpt(terminal) + unlockpt(terminal), 0);
-  EXPECT_EQ(start(job, out, "/dev/null", ptsname(terminal)).wait(), 0);
+  {
+    // However fast the machine is, the printing lasts long enough to be told of.
+    Started printing = start(job, out, "/dev/null", ptsname(terminal));
+    EXPECT_TRUE(waitUntil([this] { return !fs::is_empty(results); }));
+    printing.signal(SIGSTOP);
+    std::this_thread::sleep_for(std::chrono::milliseconds(400));
+    printing.signal(SIGCONT);
+    EXPECT_EQ(printing.wait(), 0);
+  }
   std::string shown(1 << 16, '\0');
   shown.resize(static_cast<std::size_t>(std::max<ssize_t>(0, read(terminal, shown.data(), shown.size()))));
   close(terminal);

@@ -58,7 +58,7 @@ int Started::wait() {
 
 bool waitUntil(const std::function<bool()>& holds) {
   using namespace std::chrono_literals;
-  const auto end = std::chrono::steady_clock::now() + 30s;
+  const auto end = std::chrono::steady_clock::now() + 5min;
   while (!holds()) {
     if (std::chrono::steady_clock::now() > end) return false;
     std::this_thread::sleep_for(10ms);

@@ -26,5 +26,5 @@ class Started {
   int process;
 };
 
-// Waits until `holds` does, at most half a minute; whether it did.
+// Waits until `holds` does; false when it has not for minutes, which no machine is too busy for.
 bool waitUntil(const std::function<bool()>& holds);
