@@ -17,8 +17,6 @@
 namespace Window {
 namespace {
 
-// Shorter tasks show no progress bar.
-constexpr int patienceMs = 300;
 constexpr int barSteps = 1000;
 
 struct Shared {
@@ -45,14 +43,14 @@ void run(const std::function<void(const RunProgress&)>& task, Shared& shared) {
 }  // namespace
 
 RunResult runWithProgress(const std::function<void(const RunProgress&)>& task, const RunName& name, const Texts& texts,
-                          QWidget* parent) {
+                          QWidget* parent, std::chrono::milliseconds patience) {
   Shared shared;
   const std::unique_ptr<QThread> worker(QThread::create([&] { run(task, shared); }));
-  QEventLoop patience;
-  QObject::connect(worker.get(), &QThread::finished, &patience, &QEventLoop::quit);
-  QTimer::singleShot(patienceMs, &patience, &QEventLoop::quit);
+  QEventLoop beforeBar;
+  QObject::connect(worker.get(), &QThread::finished, &beforeBar, &QEventLoop::quit);
+  QTimer::singleShot(patience, &beforeBar, &QEventLoop::quit);
   worker->start();
-  patience.exec(QEventLoop::ExcludeUserInputEvents);
+  beforeBar.exec(QEventLoop::ExcludeUserInputEvents);
 
   if (!worker->isFinished()) {
     QProgressDialog bar(name.doing, texts("STOP"), 0, barSteps, parent);

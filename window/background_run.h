@@ -5,6 +5,7 @@
 
 #include <QString>
 
+#include <chrono>
 #include <functional>
 
 class QWidget;
@@ -29,9 +30,12 @@ struct RunName {
 // Reports a task's progress, in task-specific units; false when the task must stop.
 using RunProgress = std::function<bool(int done, int total)>;
 
-// Runs `task` in a thread and returns when it has finished. Meanwhile the windows are responsive, but the user can only
-// stop the task. `task` reports its progress, and throws Press::Cancelled or Refhost::Stopped when told to stop.
+// What is done sooner shows no bar at all.
+inline constexpr std::chrono::milliseconds runPatience{300};
+
+// Runs `task` on a thread of its own and returns when it is over. Meanwhile the windows stay alive, and the user can
+// only stop it. `task` tells its progress, and throws Press::Cancelled or Refhost::Stopped when that says so.
 RunResult runWithProgress(const std::function<void(const RunProgress&)>& task, const RunName& name, const Texts& texts,
-                          QWidget* parent);
+                          QWidget* parent, std::chrono::milliseconds patience = runPatience);
 
 }  // namespace Window

@@ -12,16 +12,16 @@
 #include <QThread>
 #include <QTimer>
 
-#include <algorithm>
 #include <atomic>
+#include <chrono>
 
 namespace Window {
 namespace {
 
 class BackgroundRunTest : public testing::Test {
  protected:
-  RunResult run(const std::function<void(const RunProgress&)>& task) {
-    return runWithProgress(task, {"Packing", "Packing it..."}, texts, open.window.get());
+  RunResult run(const std::function<void(const RunProgress&)>& task, std::chrono::milliseconds patience = {}) {
+    return runWithProgress(task, {"Packing", "Packing it..."}, texts, open.window.get(), patience);
   }
 
   // Calls this every now and then while the bar is shown.
@@ -89,31 +89,47 @@ TEST_F(BackgroundRunTest, KeepsTheUserOutUntilItHasStopped) {
 }
 
 TEST_F(BackgroundRunTest, ShowsWhatItDoesAndHowFarItIs) {
-  int highest = 0;
+  std::atomic<int> highest = 0;
   QString title;
   QString doing;
   whileShown([&](QProgressDialog& bar) {
-    highest = std::max(highest, bar.value());
+    highest = bar.value();
     title = bar.windowTitle();
     doing = bar.labelText();
   });
-  const auto slow = [](const RunProgress& progress) {
-    for (int page = 0; page < 40; ++page) {
-      progress(page, 40);
-      QThread::msleep(25);
-    }
+  const auto slow = [&](const RunProgress& progress) {
+    progress(30, 40);
+    while (highest < 750) QThread::msleep(5);
   };
   EXPECT_EQ(run(slow).end, RunEnd::done);
-  EXPECT_GT(highest, 500);
+  EXPECT_EQ(highest, 750);
   EXPECT_EQ(title, "Packing");
   EXPECT_EQ(doing, "Packing it...");
 }
 
-TEST_F(BackgroundRunTest, ThatIsOverInABlinkShowsNoBar) {
+TEST_F(BackgroundRunTest, ThatIsOverSoonShowsNoBar) {
   bool isShown = false;
+  std::atomic<int> looks = 0;
+  QObject::connect(&ticks, &QTimer::timeout, &ticks, [&] { ++looks; });
   whileShown([&](QProgressDialog&) { isShown = true; });
-  run([](const RunProgress&) { QThread::msleep(100); });
+  run(
+      [&](const RunProgress&) {
+        while (looks < 3) QThread::msleep(5);
+      },
+      std::chrono::hours(1));
   EXPECT_FALSE(isShown);
+}
+
+TEST_F(BackgroundRunTest, ThatLastsShowsABarByItself) {
+  std::atomic<bool> isShown = false;
+  whileShown([&](QProgressDialog& bar) { isShown = bar.isVisible(); });
+  const RunResult result = run(
+      [&](const RunProgress&) {
+        while (!isShown) QThread::msleep(5);
+      },
+      runPatience);
+  EXPECT_EQ(result.end, RunEnd::done);
+  EXPECT_TRUE(isShown);
 }
 
 TEST_F(BackgroundRunTest, ThatFailsHasASentence) {

@@ -72,11 +72,15 @@ TEST_F(PrintingTest, ThatFailsSaysWhyAndLeavesTheFileAsItWas) {
   const QString out = folder.filePath("out.pdf");
   std::ofstream(out.toStdString()) << "as it was";
   std::ofstream(folder.filePath("letter.pdf").toStdString()) << "damaged meanwhile";
-  QTimer::singleShot(200, open.window.get(), [] {
-    // The question whether to replace the file.
-    for (QWidget* top : QApplication::topLevelWidgets())
-      if (auto* box = qobject_cast<QMessageBox*>(top)) box->button(QMessageBox::Yes)->click();
+  // The question whether to replace the file.
+  QTimer looks;
+  QObject::connect(&looks, &QTimer::timeout, &looks, [&looks] {
+    auto* question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (question == nullptr) return;
+    looks.stop();
+    question->button(QMessageBox::Yes)->click();
   });
+  looks.start(10);
   print(out);
   EXPECT_TRUE(said().contains("letter.pdf")) << said().toStdString();
   std::string kept;
