@@ -4,11 +4,13 @@
 //   Typing            black text, the most common case
 //   TypingSeeThrough  half transparent, rotated and in a face without a bold design
 //   Turning           one step of the angle's scroll bar
+//   OpeningFaces      the list of the machine's faces, each named in its own
 #include "tests/window/open_window.h"
 #include "window/dialog_windows.h"
 
 #include <benchmark/benchmark.h>
 
+#include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSlider>
@@ -70,9 +72,23 @@ void Turning(benchmark::State& state) {
   }
 }
 
+void OpeningFaces(benchmark::State& state) {
+  auto& faces = find<QComboBox>("cmb_EffWMFonNam");
+  for (auto _ : state) {
+    faces.showPopup();
+    QCoreApplication::processEvents();
+    state.PauseTiming();
+    faces.hidePopup();
+    QCoreApplication::processEvents();
+    state.ResumeTiming();
+  }
+  state.counters["faces"] = faces.count();
+}
+
 BENCHMARK(Typing)->Unit(benchmark::kMillisecond);
 BENCHMARK(TypingSeeThrough)->Unit(benchmark::kMillisecond);
 BENCHMARK(Turning)->Unit(benchmark::kMillisecond);
+BENCHMARK(OpeningFaces)->Unit(benchmark::kMillisecond);
 
 // Qt reads its offscreen configuration from a file.
 QString screenFile(const QTemporaryDir& folder) {

@@ -2,7 +2,8 @@
 //
 //   FirstOpening   the files are not in the written form yet: each is rewritten, and the merged copy created
 //   LaterOpening   nothing is written
-//   Adding         adds a watermark: the user's file and the merged copy are written
+//   Adding         one watermark more: the user's file and the merged copy are written
+//   ManyRecords    a user's file of many records, up to the most that are read
 //
 // "bytes" and "files" count what one iteration writes. The times grow linearly with the folders (see BigO), and include
 // flushing each written file to the disk.
@@ -101,9 +102,27 @@ void Adding(benchmark::State& state) {
   counted.report(state);
 }
 
+void ManyRecords(benchmark::State& state) {
+  std::string records;
+  for (std::int64_t i = 0; i < state.range(0); ++i) {
+    const std::string id = "WM_" + std::to_string(i);
+    records += element(id, {{"stylename", "name " + id}, {"value", id}});
+  }
+  const Home home;
+  home.putUserFile(watermarkFile(records));
+  StoreWorld world(home.folder.path);
+  for (auto _ : state) benchmark::DoNotOptimize(world.open());
+  state.SetComplexityN(state.range(0));
+}
+
 BENCHMARK(FirstOpening)->Arg(1)->Arg(10)->Arg(50)->Arg(200)->Unit(benchmark::kMillisecond)->Complexity(benchmark::oN);
 BENCHMARK(LaterOpening)->Arg(1)->Arg(10)->Arg(50)->Arg(200)->Unit(benchmark::kMillisecond)->Complexity(benchmark::oN);
 BENCHMARK(Adding)->Arg(1)->Arg(10)->Arg(50)->Arg(200)->Unit(benchmark::kMillisecond)->Complexity(benchmark::oN);
+BENCHMARK(ManyRecords)
+    ->RangeMultiplier(10)
+    ->Range(1'000, 100'000)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity(benchmark::oN);
 
 }  // namespace
 
