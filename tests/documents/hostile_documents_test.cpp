@@ -97,7 +97,8 @@ std::string attributesOf(int count) {
 }
 
 TEST(HostileDocument, WithManyAttributesIsReadInTimeLinearInThem) {
-  EXPECT_TRUE(growsLinearly(30'000, readingOf(attributesOf)));
+  EXPECT_TRUE(growsLinearly(3'000, readingOf(attributesOf)));
+  EXPECT_EQ(refusal(attributesOf(300'000)), "");
 }
 
 std::string prefixesOf(int count) {
@@ -107,7 +108,8 @@ std::string prefixesOf(int count) {
 }
 
 TEST(HostileDocument, WithManyPrefixesIsReadInTimeLinearInThem) {
-  EXPECT_TRUE(growsLinearly(10'000, readingOf(prefixesOf)));
+  EXPECT_TRUE(growsLinearly(3'000, readingOf(prefixesOf)));
+  EXPECT_EQ(refusal(prefixesOf(100'000)), "");
 }
 
 TEST(HostileDocument, OfOneLongTextIsReadInTimeLinearInIt) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <string>
 
 namespace Testing {
 namespace {
@@ -38,6 +39,7 @@ testing::AssertionResult growsLinearly(int size, const Preparation& prepare) {
   for (int attempt = 0; attempt < attempts; ++attempt) {
     few = std::min(few, timeOf(prepare, size));
     many = std::min(many, timeOf(prepare, factor * size));
+    testing::Test::RecordProperty("growth", std::to_string(many / few));
     if (many <= mostGrowth * few) return testing::AssertionSuccess();
   }
   return testing::AssertionFailure() << factor * size << " take " << many / few << " times the processor time of "

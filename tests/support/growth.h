@@ -16,7 +16,7 @@ using Preparation = std::function<std::function<void()>(int size)>;
 double processorTime();
 
 // Whether ten times the size takes about ten times the processor time: at most forty, since caches are small; a cost
-// that grows with the square takes a hundred.
+// that grows with the square takes a hundred. The test's report has the ratio, as the property "growth".
 testing::AssertionResult growsLinearly(int size, const Preparation& prepare);
 
 }  // namespace Testing
