@@ -199,6 +199,8 @@ TEST(OnGUIReady, BindsTheLeftBoxesOfBothSidesBeforeAnythingElse) {
   });
   LeftBoxes host(object.world.host, lines);
   object.open(host);
+  const auto isBinding = [](const std::string& line) { return line.starts_with("alignment"); };
+  EXPECT_EQ(std::count_if(lines.begin(), lines.end(), isBinding), 2);
   lines.resize(4);
   EXPECT_THAT(lines, ElementsAre("gui-ready GUI", "alignment 1 with 1 bound to effect_common_leftbox",
                                  "alignment 2 with 1 bound to effect_common_leftbox", "change lst_selectedWatermark"));
