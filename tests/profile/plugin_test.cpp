@@ -255,6 +255,26 @@ TEST_F(Plugin, ImportMarksDownloadedData) {
   EXPECT_EQ(run.tipOf(run.watermarkList(), static_cast<std::int32_t>(theirs)), tip);
 }
 
+// A file name alone does not tell a downloaded overlay from one of the user's; the file that is printed does.
+TEST_F(Plugin, ImportSelectsTheDownloadedOverlayWhereThatIsPrinted) {
+  auto options = optionsFor(home);
+  options.settings.emplace_back(u"kilnworks.tips.userdata.support", u"True");
+  putOverlays(overlaysOf(home), {{u"Form", u"12345.opa"}});
+  const Path theirs = home / "localdata" / "a" / "overlays";
+  putOverlays(theirs, {{u"Form", u"12345.opa"}});
+  PluginRun run(options);
+  run.world.take();
+  run.world.preferences.importProfile("p", {{u"OverlaySel", u"12345.opa"},
+                                            {u"OverlayImage", u"OverlayImage"},
+                                            {u"OverlaySourceFileName", (theirs / "12345.opa").u16string()}});
+  const auto events = run.world.take();
+  const auto first =
+      std::find_if(events.begin(), events.end(), [](const auto& event) { return event.op == "transition"; });
+  EXPECT_THAT(run.overlays(), ElementsAre("None=None", "Multiple=Multiple", "12345.opa=Form", "12345.opa=Form*"));
+  EXPECT_THAT(widgetOperations({events.begin(), first}), Contains("cmb_EffOverlay select 3"));
+  EXPECT_TRUE(run.overlayList().selectedItem()->isMarked());
+}
+
 TEST_F(Plugin, ImportOfAFullStoreDisablesTheAddButton) {
   PluginRun run(home);
   EXPECT_TRUE(run.isEnabled(u"btn_WMAdd"));
