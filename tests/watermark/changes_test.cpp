@@ -105,6 +105,77 @@ TEST_F(Changes, AddingANameThatIsThereReplacesItsItem) {
   EXPECT_THAT(namesOnDisk(), SizeIs(4));
 }
 
+TEST_F(Changes, AddingTheNameOfTheSelectedWatermarkIsAskedAboutToo) {
+  open();
+  world->preferences.set(u"WatermarkSel", u"WM_2");
+  std::vector<std::string> opened;
+  willName(u"two");
+  world->face.onModal = [&opened, type = world->face.onModal](Refhost::Dialog& dialog) {
+    opened.push_back(toNarrow(dialog.url()));
+    type(dialog);
+  };
+  click(u"btn_WMAdd");
+  EXPECT_THAT(opened,
+              ElementsAre("chrome://effect/content/dlg_watermark.xul", "chrome://base/content/dlg_overwrite.xul"));
+  EXPECT_THAT(names(), ElementsAre("None", "one", "three", "two"));
+}
+
+// Saving takes up what another process has added; the list shows that at the next opening.
+TEST_F(Changes, AddingReplacesARecordThatTheListDoesNotShow) {
+  open();
+  std::string bytes = bytesOf(userFile());
+  const std::string end = "</Watermarks>";
+  bytes.insert(bytes.rfind(end), element("WM_9", {{"label", "theirs"}, {"value", "WM_9"}}));
+  putUserFile(bytes);
+  willName(u"ours");
+  click(u"btn_WMAdd");
+  willName(u"theirs");
+  click(u"btn_WMAdd");
+  EXPECT_THAT(names(), ElementsAre("None", "one", "ours", "theirs", "three", "two"));
+  EXPECT_NE(selected(), "WM_9");
+  EXPECT_THAT(namesOnDisk(), testing::UnorderedElementsAre("$IDS_NONE;", "one", "two", "three", "ours", "theirs"));
+  EXPECT_THAT(world->face.failures, IsEmpty());
+}
+
+// Faces draw the list anew from its data, so it has that before the selection changes.
+TEST_F(Changes, ShowTheListBeforeTheySelect) {
+  open();
+  std::vector<std::string> shown;
+  int drawn = 0;
+  world->preferences.trace().listen([&](const Refhost::TraceEvent& event) {
+    if (event.op == "dialog") drawn = world->face.widgetChanges;
+    if (event.op != "transition" || drawn < 0) return;
+    EXPECT_GT(world->face.widgetChanges, std::exchange(drawn, -1));
+    shown = names();
+  });
+  willName(u"another");
+  click(u"btn_WMAdd");
+  EXPECT_THAT(shown, ElementsAre("None", "another", "one", "three", "two"));
+  willAccept({{nameBox, u"zebra"}});
+  click(u"btn_WMEdit");
+  EXPECT_THAT(shown, ElementsAre("None", "one", "three", "two", "zebra"));
+  willAccept({});
+  click(u"btn_WMDel");
+  EXPECT_THAT(shown, ElementsAre("None", "one", "three", "two"));
+}
+
+TEST_F(Changes, OfNoneAreNotMade) {
+  open();
+  std::vector<std::string> opened;
+  willAccept({});
+  world->face.onModal = [&opened, accept = world->face.onModal](Refhost::Dialog& dialog) {
+    opened.push_back(toNarrow(dialog.url()));
+    accept(dialog);
+  };
+  for (const char16_t* id : {u"btn_WMEdit", u"btn_WMDel"}) {
+    world->widget<Refhost::Button>(id).enable();
+    click(id);
+  }
+  EXPECT_THAT(opened, ElementsAre("chrome://base/content/dlg_confirmdelete.xul"));
+  EXPECT_THAT(names(), SizeIs(4));
+  EXPECT_THAT(transitions(world->take()), IsEmpty());
+}
+
 TEST_F(Changes, ReplacingIsOneWrite) {
   open();
   willName(u"two");
@@ -222,6 +293,25 @@ TEST_F(Changes, AddIsDisabledWhileTheStoreIsFull) {
   willAccept({});
   click(u"btn_WMDel");
   EXPECT_TRUE(isEnabled(u"btn_WMAdd"));
+}
+
+TEST_F(Changes, DeletingFromMoreThanFitLeavesAddDisabled) {
+  std::string records;
+  for (int i = 0; i < 21; ++i) {
+    const std::string id = "WM_" + std::to_string(i);
+    records += element(id, {{"label", id}, {"value", id}});
+  }
+  putUserFile(watermarkFile(records));
+  open();
+  willAccept({});
+  for (const bool isStillFull : {true, false}) {
+    world->preferences.set(u"WatermarkSel", isStillFull ? u"WM_1" : u"WM_2");
+    world->take();
+    click(u"btn_WMDel");
+    EXPECT_THAT(Testing::widgetOperations(world->take()),
+                testing::Contains(isStillFull ? "btn_WMAdd disable" : "btn_WMAdd enable"));
+    EXPECT_EQ(isEnabled(u"btn_WMAdd"), !isStillFull);
+  }
 }
 
 TEST_F(Changes, WhatCannotBeSavedIsToldAndChangesNothing) {
