@@ -210,6 +210,26 @@ TEST_F(Store, TakesEveryWritingOfTrueForDownloadedDataBeingOn) {
   }
 }
 
+// In its file it keeps the name that it has there; what is written since does not bring that back before the opening.
+TEST_F(Store, ARenamedLocalRecordHasItsNewNameUntilTheNextOpening) {
+  for (const auto& [setting, ending] : {std::pair(u"False", u""), std::pair(u"True", u"_G")}) {
+    world.set(u"kilnworks.tips.userdata.support", setting);
+    home.putLocalFile("a", watermarkFile(element("WM_a", {{"label", "one"}, {"value", "WM_a"}}) +
+                                         element("WM_b", {{"label", "two"}, {"value", "WM_b"}})));
+    const auto store = world.open();
+    const std::u16string id = std::u16string(u"WM_a") + ending;
+    const Node renamed = store->record(id)->clone();
+    setField(*renamed, Field::stylename, u"renamed");
+    store->updateRecord(id, renamed);
+    EXPECT_EQ(world.namesIn(world.localFile("a")).at(Refhost::toNarrow(id)), "one");
+
+    store->removeRecord(std::u16string(u"WM_b") + ending);
+    EXPECT_EQ(world.namesIn(world.localFile("a")), (Names{{"0", "$IDS_NONE;"}, {Refhost::toNarrow(id), "one"}}));
+    EXPECT_EQ(fieldText(*store->record(id), Field::stylename).view(), u"renamed");
+    EXPECT_EQ(fieldText(*world.open()->record(id), Field::stylename).view(), u"one");
+  }
+}
+
 TEST_F(Store, ADownloadedRecordNamedLikeAUsersIsKeptBesideIt) {
   world.set(u"kilnworks.tips.userdata.support", u"True");
   home.putUserFile(oneRecord("WM_u", "same"));

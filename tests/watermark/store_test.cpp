@@ -40,6 +40,7 @@ TEST_F(Store, BuiltInRecordsHaveDefaults) {
 
 TEST_F(Store, NoneRecordHasTheDefaults) {
   const Node none = world.open()->makeNoneRecord();
+  EXPECT_EQ(none->name().view(), u"0");
   EXPECT_EQ(fieldText(*none, Field::label).view(), u"$IDS_NONE;");
   EXPECT_EQ(fieldText(*none, Field::stylename).view(), u"$IDS_NONE;");
   EXPECT_EQ(fieldText(*none, Field::fontname).view(), u"Arial");
@@ -100,6 +101,27 @@ TEST_F(Store, LeavesOutANoneEntryThatTheListHas) {
   world.open()->fillList(*items, nullptr);
   EXPECT_EQ(items->count(), 6);
   EXPECT_EQ(items->at(1)->value().view(), u"1");
+}
+
+TEST_F(Store, FillsAListThatHasOtherEntries) {
+  for (const bool isHidden : {false, true}) {
+    world.set(u"kilnworks.defaultuserdata.hide", isHidden ? u"2" : u"0");
+    const auto items = world.host.listData();
+    items->append(u"Theirs", u"1");
+    world.open()->fillList(*items, nullptr);
+    EXPECT_EQ(items->count(), isHidden ? 1 : 7);
+    EXPECT_EQ(items->at(isHidden ? 0 : 1)->value().view(), u"0");
+  }
+}
+
+TEST_F(Store, HidesTheBuiltInIdsAlone) {
+  world.set(u"kilnworks.defaultuserdata.hide", u"2");
+  home.putUserFile(watermarkFile(element("_x0031_", {{"stylename", "one"}, {"value", "1"}}) +
+                                 element("_x0031_1", {{"stylename", "eleven"}, {"value", "11"}}) +
+                                 element("_x0035_", {{"stylename", "five"}, {"value", "5"}}) +
+                                 element("_x0036_", {{"stylename", "six"}, {"value", "6"}}) +
+                                 element("a", {{"stylename", "letter"}, {"value", "a"}})));
+  EXPECT_THAT(world.list(*world.open()), ElementsAre("0=None", "11=eleven", "6=six", "a=letter"));
 }
 
 TEST_F(Store, NeverReadsTheNoneRecordOfAFile) {
