@@ -1,4 +1,5 @@
 // Mirror image, negative image and the rotations: boxes, properties and model rules.
+#include "plugin_object.h"
 #include "tests/support/world.h"
 
 #include <gtest/gtest.h>
@@ -291,6 +292,19 @@ TEST(Rotations, TakeAnyOptionButNoneForTheirOwn) {
   world.take();
   world.preferences.setAvailable(u"Rotate180", u"Rotate90", false);
   EXPECT_EQ(widgetOperations(world.take()), Lines{"chk_EffRot180Deg disable"});
+}
+
+TEST(Rotations, IgnoreEveryOtherProperty) {
+  Testing::PluginObject object;
+  auto& plugin = object.open(object.world.host);
+  std::vector<Refhost::TraceEvent> events;
+  object.world.trace.listen([&events](const Refhost::TraceEvent& event) { events.push_back(event); });
+  for (const auto* property : {u"MirrorImage", u"rotate180", u"Rotate180 ", u""}) {
+    Kiln::ModelEnableChange change{Refhost::text(property), Refhost::text(u"Rotate180"), false};
+    plugin.DisableRotate180(change);
+  }
+  EXPECT_TRUE(widgetOperations(events).empty());
+  object.plugin.reset();
 }
 
 Refhost::Options customised(std::u16string flag, std::u16string degree) {
