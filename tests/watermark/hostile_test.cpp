@@ -62,6 +62,13 @@ TEST_F(Store, SetsTheNextDamagedFileAsideUnderTheNextName) {
   EXPECT_FALSE(std::filesystem::exists(damagedCopy(home, 3)));
 }
 
+TEST_F(Store, ACopyOfADamagedFileTakesNoNameOfWhatCannotBeRead) {
+  std::filesystem::create_directories(damagedCopy(home, 1));
+  home.putUserFile("damaged");
+  world.open();
+  EXPECT_EQ(bytesOf(damagedCopy(home, 2)), "damaged");
+}
+
 TEST_F(Store, LeavesDamagedLocalDataAloneAndReadsTheRest) {
   for (const std::string& damaged : damagedFiles) {
     home.putLocalFile("a", damaged);
@@ -93,6 +100,13 @@ TEST_F(Store, AUsersFileThatIsAFolderIsNeverWrittenOver) {
   }
   EXPECT_FALSE(store->hasName(u"Mine"));
   EXPECT_TRUE(std::filesystem::exists(world.userFile() / "inside"));
+
+  // Not even when it is gone, as long as the store lives.
+  std::filesystem::remove_all(world.userFile());
+  EXPECT_THROW(world.add(*store, u"Mine"), Kiln::Exception);
+  EXPECT_FALSE(std::filesystem::exists(world.userFile()));
+  world.add(*world.open(), u"Mine");
+  EXPECT_TRUE(world.open()->hasName(u"Mine"));
 }
 
 TEST_F(Store, AMissingUsersFolderIsTold) {
@@ -116,7 +130,8 @@ TEST_F(Store, AUsersFolderThatIsAFileIsTold) {
 TEST_F(Store, WithoutAUsersFolderInTheSettingsWritesNowhere) {
   world.manager->settings->remove(u"kilnworks.user.path");
   const auto store = world.open();
-  EXPECT_THAT(world.face.failures, ElementsAre(HasSubstr("kilnworks.user.path")));
+  EXPECT_THAT(world.face.failures,
+              ElementsAre("Watermarks cannot be kept: the host setting kilnworks.user.path is empty."));
   EXPECT_THROW(world.add(*store, u"Mine"), Kiln::Exception);
   EXPECT_TRUE(world.writes.empty());
 }
@@ -181,6 +196,103 @@ TEST(AFailingDisk, WhileChangingLeavesTheStoreAsItWas) {
   }
 }
 
+// A disk that nothing can be written to, or on which a file of local data fails when it is read a given time.
+class BadDisk final : public SteppingDisk {
+ public:
+  using SteppingDisk::SteppingDisk;
+
+  std::string read(const Path& file, std::size_t limit) override {
+    if (file.parent_path().filename() == "a" && ++reads == failingRead) fail(file);
+    return disk.read(file, limit);
+  }
+
+  bool isReadOnly = false;
+  int failingRead = 0;  // 0 for none
+
+ private:
+  void step(const Path& path) override {
+    if (isReadOnly) fail(path);
+  }
+  static void fail(const Path& path) {
+    throw Refhost::DiskError(path, "used", std::make_error_code(std::errc::io_error));
+  }
+
+  int reads = 0;
+};
+
+TEST(ABadDisk, WhileOpeningIsToldWhereAFileCannotBeBroughtIntoForm) {
+  Home home;
+  home.putUserFile(oneRecord("WM_1", "Mine"));
+  BadDisk disk(Refhost::realDisk());
+  disk.isReadOnly = true;
+  StoreWorld world(home.folder.path, disk);
+  EXPECT_THAT(world.list(*world.open()), ElementsAre("0=None", "WM_1=Mine"));
+  EXPECT_THAT(world.face.failures, ElementsAre(HasSubstr("ZVeffect.xml")));
+}
+
+TEST(ABadDisk, LeavesLocalDataThatCannotBeLookedAtAnewAsItWas) {
+  Home home;
+  home.putLocalFile("a", oneRecord("WM_a", "from a"));
+  BadDisk disk(Refhost::realDisk());
+  disk.failingRead = 2;
+  StoreWorld world(home.folder.path, disk);
+  EXPECT_TRUE(world.open()->hasName(u"from a"));
+  EXPECT_EQ(bytesOf(world.localFile("a")), oneRecord("WM_a", "from a"));
+  EXPECT_THAT(world.face.failures, SizeIs(1));
+}
+
+TEST_F(Store, AChangeThatIsGivenUpDidNotHappen) {
+  const auto store = world.open();
+  const auto before = world.list(*store);
+  EXPECT_THROW(store->changeTogether([&](Watermarks::Changes& changes) {
+    changes.remove(u"1");
+    changes.add(world.newRecord(*store, u"Mine"));
+    throw std::runtime_error("given up");
+  }),
+               std::runtime_error);
+  EXPECT_EQ(world.list(*store), before);
+  world.add(*store, u"Later");
+  EXPECT_EQ(world.namesIn(world.userFile()).at("1"), "$IDS_WM_CONFIDENTIAL;");
+  EXPECT_FALSE(world.open()->hasName(u"Mine"));
+}
+
+// When it got as far as the file, it is there; else it is not, and does not come with what is saved later.
+TEST_F(Store, AChangeThatRunsOutOfMemoryIsNotMadeLater) {
+  home.putUserFile(oneRecord("WM_1", "one"));
+  const auto store = world.open();
+  int thrown = 0;
+  bool isThrown = true;
+  for (long blocks = 0; isThrown; ++blocks) {
+    ASSERT_LT(blocks, 10'000);
+    const std::u16string name = u"name " + decimalText(blocks);
+    const Node record = world.newRecord(*store, name);
+    isThrown = false;
+    Refhost::heap().failAfter(blocks);
+    try {
+      store->addRecord(record);
+    } catch (const std::exception&) {
+      isThrown = true;
+    }
+    Refhost::heap().failAfter(-1);
+    const auto isOnDisk = [&] { return StoreWorld(home.folder.path).open()->hasName(name); };
+    const bool wasOnDisk = isOnDisk();
+    if (isThrown) ++thrown;
+    if (blocks % 2 == 0) {
+      store->save();
+    } else {
+      const Node later = store->record(u"WM_1")->clone();
+      setField(*later, Field::angle, decimalText(blocks));
+      store->updateRecord(u"WM_1", later);
+    }
+    EXPECT_EQ(isOnDisk(), wasOnDisk) << blocks;
+    if (blocks % 2 != 0) {
+      EXPECT_EQ(store->hasName(name), wasOnDisk) << blocks;
+    }
+    store->removeRecord(store->findIdByName(name));
+  }
+  EXPECT_GT(thrown, 0);
+}
+
 TEST_F(Store, AMergedCopyThatCannotBeWrittenDoesNotKeepAUserFromSaving) {
   home.putLocalFile("a", oneRecord("WM_a", "from a"));
   std::filesystem::create_directories(world.mergedCopy());
@@ -191,10 +303,21 @@ TEST_F(Store, AMergedCopyThatCannotBeWrittenDoesNotKeepAUserFromSaving) {
   EXPECT_EQ(world.namesIn(world.userFile()).size(), 8U);
 }
 
-std::string repeated(const std::string& element, int times) {
-  std::string all;
-  for (int i = 0; i < times; ++i) all += element;
-  return all;
+TEST_F(Store, AHundredThousandAndOneRecordsAreTooMany) {
+  std::string records;
+  for (int i = 0; i < 100'001; ++i) records += "<a/>";
+  home.putUserFile(watermarkFile(records));
+  EXPECT_EQ(world.list(*world.open()).size(), 6U);
+  EXPECT_THAT(world.face.failures,
+              ElementsAre(testing::StartsWith("A watermark file holds more than 100000 records.")));
+}
+
+// A time in which nobody would call it hung, with room for a loaded machine.
+template <class Work>
+void expectPrompt(const Work& work) {
+  const auto start = std::chrono::steady_clock::now();
+  work();
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30));
 }
 
 // One more than the store takes, more than a document may have, and more elements in fewer records.
