@@ -171,6 +171,14 @@ TEST_F(Store, KeepsBothOfTwoRecordsWithOneId) {
   EXPECT_EQ(world.namesIn(world.userFile()).size(), 3U);
 }
 
+TEST_F(Store, KeepsTheLaterInIdOrderOfTwoRecordsWithOneName) {
+  home.putUserFile(watermarkFile(element("WM_b", {{"stylename", "same"}, {"value", "WM_b"}, {"angle", "20"}}) +
+                                 element("WM_a", {{"stylename", "same"}, {"value", "WM_a"}, {"angle", "10"}})));
+  const auto store = world.open();
+  EXPECT_THAT(world.list(*store), ElementsAre("0=None", "WM_a=same"));
+  EXPECT_EQ(fieldText(*store->record(u"WM_a"), Field::angle).view(), u"20");
+}
+
 TEST_F(Store, AddingANameThatIsThereReplacesItsRecordAndKeepsTheId) {
   const auto store = world.open();
   const std::u16string id = world.add(*store, u"Mine");
@@ -240,6 +248,12 @@ TEST_F(Store, AnUpdateStaysInTheFileOfItsSource) {
   store->updateRecord(u"WM_a", record);
   EXPECT_EQ(world.namesIn(world.localFile("a"), Field::angle).at("WM_a"), "30");
   EXPECT_FALSE(world.namesIn(world.userFile()).contains("WM_a"));
+
+  const Node made = world.newRecord(*store, u"Made");
+  setField(*made, Field::sourceFile, world.localFile("a").u16string());
+  store->updateRecord(u"WM_new", made);
+  EXPECT_EQ(world.namesIn(world.localFile("a")).at("WM_new"), "Made");
+  EXPECT_FALSE(world.namesIn(world.userFile()).contains("WM_new"));
 }
 
 TEST_F(Store, RemovingTellsWhetherThereWasARecord) {

@@ -90,6 +90,51 @@ TEST_F(TwoStores, AFileThatWasDamagedMeanwhileIsSetAside) {
   EXPECT_THAT(world.face.failures[0], HasSubstr("ZVeffect.damaged-1.xml"));
 }
 
+TEST_F(TwoStores, ARecordOfTheirsThatClaimsTheNoneRecordsIdIsNotTakenUp) {
+  home.putUserFile(watermarkFile(element("_x0030_", {{"label", "trap"}, {"value", "0"}}) +
+                                 element("WM_1", {{"label", "one"}, {"value", "WM_1"}})));
+  world.add(*ours, u"ours");
+  EXPECT_EQ(fieldText(*ours->record(u"0"), Field::stylename).view(), u"$IDS_NONE;");
+  EXPECT_EQ(names().at("0"), "$IDS_NONE;");
+}
+
+// A record of that id that they add elsewhere is ours for as long as its own file may have it.
+TEST(TwoStoresOnLocalData, TakeUpARecordOfAnotherFileOnlyWhenItHasLeftThat) {
+  for (const auto& [userFile, name] :
+       {std::pair(oneRecord("WM_1", "mine"), "mine"), std::pair(oneRecord("WM_2", "other"), "theirs"),
+        std::pair(std::string("damaged"), "mine"), std::pair(std::string(), "theirs")}) {
+    Home home;
+    home.putUserFile(oneRecord("WM_1", "mine"));
+    home.putLocalFile("a", oneRecord("WM_a", "from a"));
+    StoreWorld world(home.folder.path);
+    const auto ours = world.open();
+    home.putLocalFile("a", watermarkFile(element("WM_1", {{"label", "theirs"}, {"value", "WM_1"}}) +
+                                         element("WM_a", {{"label", "from a"}, {"value", "WM_a"}})));
+    if (userFile.empty())
+      std::filesystem::remove(world.userFile());
+    else
+      home.putUserFile(userFile);
+    ours->removeRecord(u"WM_a");
+    EXPECT_EQ(Refhost::toNarrow(fieldText(*ours->record(u"WM_1"), Field::stylename).view()), name) << userFile;
+  }
+}
+
+TEST(TwoStoresOnLocalData, KnowDownloadedRecordsByTheIdsThatTheStoresWrote) {
+  Home home;
+  home.putLocalFile("a", watermarkFile(element("WM_1", {{"label", "one"}, {"value", "WM_1"}}) +
+                                       element("WM_2", {{"label", "two"}, {"value", "WM_2"}}) +
+                                       element("WM_3", {{"label", "three"}, {"value", "WM_3"}})));
+  StoreWorld world(home.folder.path);
+  StoreWorld other(home.folder.path);
+  for (StoreWorld* each : {&world, &other}) each->set(u"kilnworks.tips.userdata.support", u"True");
+  const auto ours = world.open();
+  const auto theirs = other.open();
+  theirs->removeRecord(u"WM_1_G");
+  ours->removeRecord(u"WM_2_G");
+  EXPECT_EQ(world.namesIn(world.localFile("a")), (Names{{"0", "$IDS_NONE;"}, {"WM_3_G", "three"}}));
+  EXPECT_FALSE(ours->record(u"WM_1_G"));
+}
+
 TEST(TwoStoresOnLocalData, TakeUpWhatEachOtherAdds) {
   Home home;
   home.putLocalFile("a", watermarkFile(element("WM_1", {{"label", "one"}, {"value", "WM_1"}}) +
@@ -103,6 +148,8 @@ TEST(TwoStoresOnLocalData, TakeUpWhatEachOtherAdds) {
   ours->removeRecord(u"WM_1_G");
   EXPECT_EQ(world.namesIn(world.localFile("a"), Field::value),
             (Names{{"0", ""}, {"WM_2_G", "WM_2"}, {"WM_3_G", "WM_3"}}));
+  EXPECT_THAT(world.list(*ours), testing::Contains("WM_3_G=three*"));
+  EXPECT_FALSE(ours->hasName(u"three"));
 }
 
 TEST(TwoStoresOnLocalData, ADamagedFileOfTheirsIsNotWrittenOver) {
@@ -114,6 +161,10 @@ TEST(TwoStoresOnLocalData, ADamagedFileOfTheirsIsNotWrittenOver) {
   EXPECT_THROW(store->removeRecord(u"WM_1"), Kiln::Exception);
   EXPECT_EQ(bytesOf(world.localFile("a")), "damaged");
   EXPECT_TRUE(store->record(u"WM_1"));
+
+  // Nor does it keep anything else from being saved.
+  world.add(*store, u"Mine");
+  EXPECT_TRUE(world.open()->hasName(u"Mine"));
 }
 
 }  // namespace
