@@ -307,6 +307,27 @@ TEST(Rotations, IgnoreEveryOtherProperty) {
   object.plugin.reset();
 }
 
+// A model need not say what no rule of its own asks for.
+TEST(Rotate180ForA3LD, UnavailableIsOnlyGreyedOnAModelWithoutTheFacts) {
+  Testing::TemporaryFolder folder;
+  const auto resources = folder.path / "resources";
+  Testing::copyResources(resources);
+  const auto file = resources / "models" / "standard.xml";
+  std::string model = Testing::bytesOf(file);
+  for (const char* fact : {"ModelNumber", "ModelSelection", "Product", "OutputPDL", "DriverTech"}) {
+    const auto start = model.find(std::string("<property name=\"") + fact + "\"");
+    ASSERT_NE(start, model.npos) << fact;
+    model.erase(start, model.find("/>", start) + 2 - start);
+  }
+  Testing::writeFile(file, model);
+  auto options = builtOptions();
+  options.resources = resources;
+  World world(options);
+  EXPECT_TRUE(world.box(mirrorBox).isVisible());
+  EXPECT_EQ(afterForbidding(world, u"Rotate180ForA3LD"), Lines{"chk_EffRot180DegForA3LD disable"});
+  EXPECT_TRUE(world.face.failures.empty());
+}
+
 Refhost::Options customised(std::u16string flag, std::u16string degree) {
   auto options = builtOptions();
   options.customisation = {{u"XMLCustomisation", std::move(flag)}, {u"A3LD180Degree", std::move(degree)}};
