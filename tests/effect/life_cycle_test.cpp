@@ -1,4 +1,5 @@
 // How the plug-in is brought to life, and what it connects to.
+#include "host/profiles/profile_event.h"
 #include "plugin_object.h"
 #include "tests/support/host_around.h"
 #include "tests/support/world.h"
@@ -331,6 +332,15 @@ TEST(Help, IsNotShownForAnyOtherTab) {
     world.preferences.help();
   }
   EXPECT_TRUE(world.face.helpTopics.empty());
+}
+
+TEST(Plugin, ExportsNothingWhereTheHostDoesNotSayWhetherItShould) {
+  Testing::PluginObject object;
+  object.open(object.world.host);
+  object.world.writes.clear();
+  object.world.manager->profileExport->fire(
+      Refhost::make<Refhost::ProfileEvent>(object.world.files, "p", std::nullopt));
+  EXPECT_TRUE(object.world.writes.empty());
 }
 
 TEST(Plugin, GivesAllItsMemoryBackWhenThePreferencesAreGone) {
