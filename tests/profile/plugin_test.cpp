@@ -70,6 +70,14 @@ TEST_F(Plugin, ExportsOverlaysIntoTheSettingsFolder) {
   EXPECT_TRUE(std::filesystem::exists(location / "pdl" / "forms" / "12345.opa"));
 }
 
+TEST_F(Plugin, ExportsOverlaysIntoTheLocationWhereThereIsNoSettingsFolder) {
+  auto options = optionsFor(home);
+  options.settings.emplace_back(u"kilnworks.pdlsettings.folder", std::nullopt);
+  putOverlays(home / "profile", {{u"Form", u"12345.opa"}});
+  PluginRun run(options);
+  EXPECT_TRUE(std::filesystem::exists(run.exportTo("p") / "12345.opa"));
+}
+
 TEST_F(Plugin, ExportsWhatWasChangedSinceTheOpening) {
   PluginRun run(home);
   run.deleteWatermark(u"2");
