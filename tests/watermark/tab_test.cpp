@@ -1,4 +1,5 @@
-// The watermark group of the tab: the list, the values written by a selection, and reactions to changes.
+// The watermark group of the tab: the list, what a selection writes, and what it follows.
+#include "tests/support/host_world.h"
 #include "tests/support/world.h"
 
 #include "host/model/settings.h"
@@ -199,6 +200,32 @@ TEST(WatermarkSelection, WithoutOneOfTheThreeEnablesNoneOfThem) {
     tab.world->preferences.set(u"WatermarkSel", u"WM_1");
     EXPECT_THAT(widgetOperations(tab.world->take()), ElementsAre("lst_selectedWatermark select WM_1"));
   }
+}
+
+TEST(WatermarkSelection, WritesTheDetailsThatTheModelHas) {
+  Testing::TemporaryFolder folder;
+  auto options = builtOptions();
+  options.resources = folder.path / "resources";
+  Testing::copyResources(options.resources);
+  const auto file = options.resources / "models" / "standard.xml";
+  std::string model = Testing::bytesOf(file);
+  const std::string detail = R"(<property name="WatermarkTextScale" value="True"/>)";
+  ASSERT_NE(model.find(detail), model.npos);
+  Testing::writeFile(file, model.replace(model.find(detail), detail.size(), ""));
+  Tab tab(oneOfAKind, options);
+  tab.choose(u"WM_1");
+  EXPECT_EQ(written(tab.world->take()).size(), 11U);
+  EXPECT_THAT(tab.world->face.failures, IsEmpty());
+}
+
+TEST(WatermarkSelection, OfAnUnknownIdIsNoneWithDownloadedDataToo) {
+  auto options = builtOptions();
+  options.settings = {{u"kilnworks.tips.userdata.support", u"True"}};
+  Tab tab(oneOfAKind, options);
+  tab.world->preferences.set(u"WatermarkSel", u"WM_gone");
+  EXPECT_EQ(tab.value(u"Watermark"), "None");
+  EXPECT_EQ(tab.selected(), "0");
+  EXPECT_THAT(tab.world->face.failures, IsEmpty());
 }
 
 TEST(WatermarkSelection, OfAnUnknownIdIsNone) {
