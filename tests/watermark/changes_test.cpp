@@ -33,8 +33,7 @@ class Changes : public testing::Test {
   void putUserFile(const std::string& bytes) { Testing::writeFile(userFile(), bytes); }
   std::filesystem::path userFile() const { return folder.path / "home" / "user" / "ZVeffect.xml"; }
 
-  void open() {
-    auto options = Testing::builtOptions();
+  void open(Refhost::Options options = Testing::builtOptions()) {
     options.home = folder.path / "home";
     options.settings = {{u"kilnworks.watermark.stylename.support", u"True"}};
     world = std::make_unique<World>(options);
@@ -157,6 +156,26 @@ TEST_F(Changes, ShowTheListBeforeTheySelect) {
   willAccept({});
   click(u"btn_WMDel");
   EXPECT_THAT(shown, ElementsAre("None", "one", "three", "two"));
+}
+
+TEST_F(Changes, WithoutTheListOnlyAdd) {
+  auto options = Testing::builtOptions();
+  options.withoutWidgets = {u"lst_selectedWatermark"};
+  open(options);
+  willName(u"another");
+  click(u"btn_WMAdd");
+  EXPECT_THAT(namesOnDisk(), testing::UnorderedElementsAre("$IDS_NONE;", "one", "two", "three", "another"));
+  EXPECT_EQ(toNarrow(world->value(u"WatermarkText")), "another");
+  willName(u"two");
+  click(u"btn_WMAdd");
+  const auto before = namesOnDisk();
+  EXPECT_THAT(before, SizeIs(5));
+  world->take();
+  willName(u"edited");
+  for (const char16_t* id : {u"btn_WMEdit", u"btn_WMDel"}) click(id);
+  EXPECT_EQ(namesOnDisk(), before);
+  EXPECT_THAT(transitions(world->take()), IsEmpty());
+  EXPECT_THAT(world->face.failures, IsEmpty());
 }
 
 TEST_F(Changes, OfNoneAreNotMade) {
