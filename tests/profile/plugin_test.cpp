@@ -300,6 +300,18 @@ TEST_F(Plugin, ImportOfAFullStoreDisablesTheAddButton) {
   EXPECT_FALSE(run.isEnabled(u"btn_WMAdd"));
 }
 
+TEST_F(Plugin, ImportManagesWithoutTheListOrTheAddButton) {
+  for (const char16_t* missing : {u"lst_selectedWatermark", u"btn_WMAdd", u"cmb_EffOverlay"}) {
+    auto options = optionsFor(home);
+    options.withoutWidgets = {missing};
+    PluginRun run(options);
+    putWatermarkFile(home, watermark("WM_1", "Draft"));
+    run.world.preferences.importProfile("p", {{u"WatermarkSel", u"WM_1"}, {u"Watermark", u"Watermark"}});
+    EXPECT_EQ(run.value(u"WatermarkText"), "Draft");
+    EXPECT_THAT(run.world.face.failures, IsEmpty());
+  }
+}
+
 TEST_F(Plugin, ImportWithoutWhatIsSelectedFallsBackToNone) {
   putWatermarkFile(home, watermark("WM_1", "Draft"));
   putOverlays(overlaysOf(home), {{u"Form", u"12345.opa"}});
