@@ -93,6 +93,19 @@ TEST_F(OverlayCreation, AsksBeforeItReplacesAndWritesToTheOldFile) {
   EXPECT_EQ(home.userIndex(), recordBytes(u"Letterhead", u"00001.opa"));
 }
 
+TEST_F(OverlayCreation, RemovesTheOldFileBeforeItWritesTheIndex) {
+  home.putUser({{u"Letterhead", u"00001.opa"}, {u"stale", u"00002.opa"}});
+  std::filesystem::remove(home.userFolder() / "00002.opa");
+  Creation creation(home, u"Letterhead");
+  creation.onDialog = [](Refhost::Dialog& dialog) { dialog.accept(); };
+  creation.world->take();
+  EXPECT_TRUE(creation.accept());
+  std::vector<std::string> steps;
+  for (const auto& event : creation.world->take())
+    if (event.op == "write" || event.op == "delete") steps.push_back(event.op + " " + Testing::member(event, "path"));
+  EXPECT_THAT(steps, ElementsAre("delete profile/overlays/00001.opa", "write profile/overlays/ovlNmFl.flo"));
+}
+
 TEST_F(OverlayCreation, IsOffWhenTheUserKeepsTheOldOne) {
   home.putUser({{u"Letterhead", u"00001.opa"}});
   Creation creation(home, u"Letterhead");
@@ -303,6 +316,18 @@ TEST_F(OverlayCreation, ThatFailedIsTriedAgainByTheNextOk) {
   EXPECT_TRUE(creation.accept());
   EXPECT_EQ(creation.value(u"OverlayImageName"), "Letterhead");
   EXPECT_EQ(creation.value(u"OvlDestCreated"), "True");
+}
+
+TEST_F(OverlayCreation, ThatFailedLeavesNothingOfItsNameInTheIndex) {
+  const auto inTheWay = home.folder.path / "profile" / "overlays";
+  Testing::writeFile(inTheWay, "a file in the way");
+  Creation creation(home, u"first");
+  EXPECT_FALSE(creation.accept());
+  std::filesystem::remove(inTheWay);
+  creation.world->face.jobStep = u"second";
+  EXPECT_TRUE(creation.accept());
+  const auto destination = std::filesystem::path(creation.value(u"OverlayDestFileName")).filename();
+  EXPECT_THAT(listed(home.userIndex()), ElementsAre("second=" + destination.string()));
 }
 
 TEST_F(OverlayCreation, IsRefusedWhereTheQuestionCannotBeAsked) {

@@ -56,6 +56,11 @@ TEST(IndexRecord, KeepsAnUnpairedSurrogate) {
   EXPECT_EQ(readIndex(indexBytes({{name, u"1"}}))[0].name, name);
 }
 
+TEST(IndexRecord, EndsAtNoUnitThatIsOnlyHalfZero) {
+  const std::u16string name = u"A\u0100\u0200z";
+  EXPECT_THAT(readIndex(recordBytes(name, u"1.opa")), ElementsAre(IndexEntry{name, u"1.opa"}));
+}
+
 TEST(Index, IsAsManyRecordsAsAreComplete) {
   const std::string two = recordBytes(u"one", u"1.opa") + recordBytes(u"two", u"2.opa");
   EXPECT_EQ(two.size(), 308U);

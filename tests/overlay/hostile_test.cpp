@@ -76,11 +76,15 @@ TEST_F(HostileIndex, OfAHundredMegabytesIsToldUnreadAndNeverWrittenOver) {
   } catch (const Kiln::Exception& problem) {
     EXPECT_EQ(problem.what(), watched.face.failures.front());
   }
+  EXPECT_NO_THROW(store->refresh());
   store->save();
   EXPECT_EQ(std::filesystem::file_size(index), 100'000'000U);
 }
 
 TEST_F(HostileIndex, OfMoreOverlaysThanAnybodyHasIsTold) {
+  putIndex(std::string(154 * 100'000, 'x'));
+  world.open();
+  EXPECT_THAT(world.face.failures, IsEmpty());
   putIndex(std::string(154 * 100'001, 'x'));
   world.open();
   EXPECT_THAT(world.face.failures, ElementsAre(HasSubstr("lists more than 100000 overlays")));
@@ -135,6 +139,24 @@ TEST_F(HostileIndex, InAHomeWithoutAProfileIsNoIndexAndOverlaysCannotBeKept) {
   } catch (const Kiln::Exception& problem) {
     EXPECT_STREQ(problem.what(), "Overlays cannot be kept: the host setting kilnworks.user.userprofile is empty.");
   }
+}
+
+// A disk on which folders cannot be listed.
+class UnlistableDisk final : public ForwardingDisk {
+ public:
+  std::vector<Refhost::Entry> entries(const Path& folder) override {
+    throw Refhost::DiskError(folder, "listed", std::make_error_code(std::errc::permission_denied));
+  }
+};
+
+TEST(LocalDataThatCannotBeListed, LeavesTheUserTheirOwn) {
+  OverlayHome home;
+  home.putUser({{u"mine", u"00001.opa"}});
+  home.putLocal("a", {{u"theirs", u"00002.opa"}});
+  UnlistableDisk disk;
+  OverlayStore world(home.folder.path, disk);
+  EXPECT_THAT(OverlayStore::records(*world.open()), ElementsAre("mine=00001.opa"));
+  EXPECT_THAT(world.face.failures, IsEmpty());
 }
 
 // A disk on which local data can only be read.

@@ -271,6 +271,32 @@ TEST_F(OverlayStoreTest, WritesEachRecordToTheIndexThatItCameFrom) {
   EXPECT_THAT(world.writes, ElementsAre("profile/overlays/ovlNmFl.flo"));
 }
 
+// A disk that tells which folders it was asked to make safe.
+class FollowedDisk final : public ForwardingDisk {
+ public:
+  void syncFolder(const Path& folder) override {
+    synced.push_back(folder.generic_string());
+    disk.syncFolder(folder);
+  }
+  std::vector<std::string> synced;
+};
+
+// The index of an overlay that is made anew under its name stays as it is, but it has to be safe on the disk.
+TEST(OverlayStoreWhoseIndexesStayAsTheyAre, CommitsThoseThatHaveBeenAddedToAlone) {
+  OverlayHome home;
+  home.putUser({{u"mine", u"00001.opa"}});
+  home.putLocal("a", {{u"theirs", u"00002.opa"}});
+  FollowedDisk disk;
+  OverlayStore world(home.folder.path, disk);
+  const auto store = world.open();
+  for (const auto& [label, folder] : {std::pair(u"mine", home.userFolder()), {u"theirs", home.localFolder("a")}}) {
+    disk.synced.clear();
+    store->addOverlay(label);
+    store->save();
+    EXPECT_THAT(disk.synced, ElementsAre(folder.generic_string()));
+  }
+}
+
 TEST_F(OverlayStoreTest, DropsAStaleRecordOfAnotherIndexWithTheNextSave) {
   home.putLocal("a", {{u"theirs", u"00002.opa"}, {u"stale", u"00003.opa"}});
   std::filesystem::remove(home.localFolder("a") / "00003.opa");
@@ -327,6 +353,7 @@ TEST_F(OverlayStoreTest, RemovesTheThumbnailThenTheFileAndLeavesTheIndexToTheNex
   EXPECT_THAT(world.deletions, ElementsAre("profile/overlays/00001.bmp", "profile/overlays/00001.opa"));
   EXPECT_THAT(records(), ElementsAre("two=00002.opa"));
   EXPECT_EQ(store->findByLabel(u"two", false), 0);
+  EXPECT_FALSE(store->hasLabel(u"one"));
   EXPECT_EQ(listed(home.userIndex()).size(), 2U);
   store->save();
   EXPECT_EQ(home.userIndex(), recordBytes(u"two", u"00002.opa"));
@@ -338,6 +365,24 @@ TEST_F(OverlayStoreTest, RemovesAnOverlayThatHasNoThumbnail) {
   open();
   EXPECT_TRUE(store->removeOverlay(u"00001.opa", false));
   EXPECT_FALSE(std::filesystem::exists(home.userFolder() / "00001.opa"));
+}
+
+TEST_F(OverlayStoreTest, LeavesAFolderInTheThumbnailsPlaceAlone) {
+  home.putUser({{u"one", u"00001.opa"}});
+  const auto folder = home.userFolder() / "00001.bmp";
+  std::filesystem::remove(folder);
+  std::filesystem::create_directory(folder);
+  open();
+  EXPECT_TRUE(store->removeOverlay(u"00001.opa", false));
+  EXPECT_TRUE(std::filesystem::is_directory(folder));
+}
+
+TEST_F(OverlayStoreTest, RemovesTheRecordOfAFileThatIsGoneAlready) {
+  home.putUser({{u"one", u"00001.opa"}});
+  open();
+  std::filesystem::remove(home.userFolder() / "00001.opa");
+  EXPECT_FALSE(store->removeOverlay(u"00001.opa", false));
+  EXPECT_THAT(records(), IsEmpty());
 }
 
 TEST_F(OverlayStoreTest, EmptiesAnIndexThatHasLostItsLastRecord) {
@@ -372,6 +417,44 @@ TEST_F(OverlayStoreTest, RemovesEveryRecordOfTheFileThatItDeletes) {
   EXPECT_EQ(home.userIndex(), recordBytes(u"two", u"00002.opa"));
 }
 
+// A disk that neither deletes nor moves the file of this name.
+class KeepingDisk final : public ForwardingDisk {
+ public:
+  bool remove(const Path& file) override {
+    refuse(file);
+    return disk.remove(file);
+  }
+  void replace(const Path& from, const Path& to) override {
+    refuse(from);
+    disk.replace(from, to);
+  }
+  std::string kept;
+
+ private:
+  void refuse(const Path& file) const {
+    if (file.filename() == kept)
+      throw Refhost::DiskError(file, "deleted", std::make_error_code(std::errc::permission_denied));
+  }
+};
+
+TEST(OverlayThatCannotBeDeleted, StaysInTheStore) {
+  for (const char* kept : {"00001.opa", "00001.bmp"}) {
+    OverlayHome home;
+    home.putUser({{u"one", u"00001.opa"}, {u"two", u"00002.opa"}});
+    KeepingDisk disk;
+    OverlayStore world(home.folder.path, disk);
+    const auto store = world.open();
+    disk.kept = kept;
+    EXPECT_THROW(store->removeOverlay(u"00001.opa", false), Kiln::Exception);
+    EXPECT_THAT(OverlayStore::records(*store), ElementsAre("one=00001.opa", "two=00002.opa")) << kept;
+    EXPECT_TRUE(std::filesystem::exists(home.userFolder() / "00001.opa")) << kept;
+    store->save();
+    EXPECT_EQ(listed(home.userIndex()).size(), 2U) << kept;
+    disk.kept.clear();
+    EXPECT_TRUE(store->removeOverlay(u"00001.opa", false)) << kept;
+  }
+}
+
 TEST_F(OverlayStoreTest, RemovesNothingForAnUnknownName) {
   home.putUser({{u"one", u"00001.opa"}});
   open();
@@ -392,6 +475,26 @@ TEST_F(OverlayStoreTest, KeepsWhatAnotherProcessHasPutIntoTheIndex) {
   store->save();
   EXPECT_THAT(records(), ElementsAre(IsNew("theirs")));
   EXPECT_EQ(listed(home.userIndex()), records());
+}
+
+TEST_F(OverlayStoreTest, KeepsWhatAnotherProcessHasPutIntoAnIndexOfLocalDataUnderANameOfTheUsers) {
+  world.set(u"kilnworks.tips.userdata.support", u"True");
+  home.putUser({{u"same", u"00001.opa"}});
+  home.putLocal("a", {{u"theirs", u"00002.opa"}});
+  open();
+  home.putLocal("a", {{u"theirs", u"00002.opa"}, {u"same", u"00003.opa"}});
+  store->addOverlay(u"new");
+  store->save();
+  EXPECT_THAT(listed(bytesOf(OverlayHome::index(home.localFolder("a")))),
+              ElementsAre("theirs=00002.opa", "same=00003.opa"));
+}
+
+TEST_F(OverlayStoreTest, KeepsItsOwnRecordsOfTheNamesThatAnotherProcessHasAdded) {
+  home.putUser({{u"one", u"00001.opa"}});
+  open();
+  home.putUser({{u"one", u"00002.opa"}, {u"two", u"00003.opa"}});
+  store->refresh();
+  EXPECT_THAT(records(), ElementsAre("one=00001.opa", "two=00003.opa"));
 }
 
 TEST_F(OverlayStoreTest, LearnsWhatAnotherProcessHasAdded) {
@@ -423,6 +526,7 @@ TEST_F(OverlayStoreTest, ExportsTwoOverlaysOfOneFileNameAsTwo) {
   home.putUser({{u"mine", u"00001.opa"}});
   home.putLocal("a", {{u"theirs", u"00001.opa"}});
   Testing::writeFile(home.localFolder("a") / "00001.opa", "the other");
+  Testing::writeFile(home.localFolder("a") / "00001.bmp", "the other's thumbnail");
   const auto to = home.folder.path / "exported";
   std::filesystem::create_directory(to);
   open().exportTo(world.host.path(to.u16string()));
@@ -430,6 +534,8 @@ TEST_F(OverlayStoreTest, ExportsTwoOverlaysOfOneFileNameAsTwo) {
   ASSERT_EQ(entries.size(), 2U);
   EXPECT_EQ(bytesOf(to / entries[0].fileName), "00001.opa");
   EXPECT_EQ(bytesOf(to / entries[1].fileName), "the other");
+  EXPECT_EQ(bytesOf(to / thumbnailOf(entries[0].fileName)), "thumbnail");
+  EXPECT_EQ(bytesOf(to / thumbnailOf(entries[1].fileName)), "the other's thumbnail");
 }
 
 TEST_F(OverlayStoreTest, ExportsTwoFileNamesThatDifferOnlyInCaseAsTwoThatDoNot) {
