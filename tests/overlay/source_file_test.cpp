@@ -35,6 +35,14 @@ TEST_F(OverlaySourceFile, DropsASourceFileThatNobodyHas) {
   }
 }
 
+TEST_F(OverlaySourceFile, DropsASourceFileThatIsGoneFromTheStoresFolderToo) {
+  OverlayTab tab(home);
+  std::filesystem::remove(home.userFolder() / "00001.opa");
+  tab.set(u"OverlaySourceFileName", u"/old/00001.opa");
+  tab.set(u"OverlaySel", u"00001.opa");
+  EXPECT_EQ(tab.value(u"OverlaySourceFileName"), "");
+}
+
 TEST_F(OverlaySourceFile, ValidatesEachFileOfSeveral) {
   OverlayTab tab(home);
   Testing::writeFile(home.folder.path / "here.opa", "");

@@ -1,5 +1,6 @@
 // The overlay group of the tab: the list, the transitions of a selection, and reactions to changes.
 #include "overlay_tab.h"
+#include "tests/documents/forwarding_disk.h"
 
 namespace {
 
@@ -112,6 +113,7 @@ TEST_F(OverlayGroup, SelectsSeveralAfterTheirDialogWhereThatIsWhatPrints) {
 
 TEST_F(OverlayGroup, OffersNoDeletionOfSeveralAndPerPageOnlyWithSeveralPagesOnASheet) {
   OverlayTab tab(home);
+  tab.choose(u"00001.opa");
   tab.set(u"OverlaySel", u"Multiple");
   EXPECT_EQ(tab.selected(), "Multiple");
   EXPECT_THAT(tab.operable(), ElementsAre("lbl_Ovl", "cmb_EffOverlay", "but_EffDet", "ePTKWJobOverlayImage_Layering"));
@@ -250,9 +252,15 @@ TEST_F(OverlayGroup, ShowsTheThumbnailOfTheSelectedOverlay) {
   EXPECT_EQ(tab.picture(), tab.userFile("00001.bmp"));
   tab.choose(u"00002.opa");
   EXPECT_EQ(tab.picture(), "") << "its thumbnail is no bitmap";
-  tab.choose(u"00001.opa");
-  tab.choose(u"None");
-  EXPECT_EQ(tab.picture(), "");
+  for (int i = 0; i < 2; ++i) {
+    tab.choose(u"00001.opa");
+    EXPECT_EQ(tab.picture(), tab.userFile("00001.bmp"));
+    if (i == 0)
+      tab.choose(u"None");
+    else
+      tab.world->preferences.setAvailable(u"OverlayImage", u"OverlayImage", false);
+    EXPECT_EQ(tab.picture(), "");
+  }
 }
 
 TEST_F(OverlayGroup, TellsOfUserDataByItsPicturesInTheTabOnly) {
@@ -260,6 +268,10 @@ TEST_F(OverlayGroup, TellsOfUserDataByItsPicturesInTheTabOnly) {
   OverlayTab tab(home, withUserData());
   EXPECT_EQ(tab.picture(), tip);
   EXPECT_EQ(tab.captionScope(), "global");
+  tab.choose(u"00001.opa");
+  EXPECT_EQ(tab.picture(), "") << "the overlay's thumbnail is no bitmap";
+  tab.choose(u"None");
+  EXPECT_EQ(tab.picture(), tip);
   auto options = withUserData();
   options.mode = Refhost::Mode::pdc;
   OverlayTab defaults(home, options);
@@ -291,6 +303,29 @@ TEST_F(OverlayGroup, LosesADeletedOverlayFromDiskAndListAndSelection) {
   using Entries = std::filesystem::directory_iterator;
   EXPECT_EQ(std::distance(Entries(home.userFolder()), Entries()), 3) << "the index, the other overlay, its thumbnail";
   EXPECT_FALSE(tab.world->preferences.canUndo()) << "nothing brings the file back";
+}
+
+// A disk on which the index cannot be written.
+class FixedIndex final : public ForwardingDisk {
+ public:
+  std::unique_ptr<File> create(const Path& temporary, const Path& target) override {
+    if (target.filename() == "ovlNmFl.flo")
+      throw Refhost::DiskError(target, "written", std::make_error_code(std::errc::no_space_on_device));
+    return disk.create(temporary, target);
+  }
+};
+
+TEST_F(OverlayGroup, LosesADeletedOverlayWhoseIndexCannotBeWritten) {
+  FixedIndex disk;
+  auto options = builtOptions();
+  options.disk = &disk;
+  OverlayTab tab(home, options);
+  tab.choose(u"00001.opa");
+  tab.remove();
+  EXPECT_THAT(tab.world->face.failures, testing::SizeIs(1));
+  EXPECT_THAT(tab.items(), ElementsAre("None=None", "Multiple=Multiple", "00002.opa=terms"));
+  EXPECT_EQ(tab.value(u"OverlaySel"), "None");
+  EXPECT_EQ(tab.value(u"OverlayImage"), "None");
 }
 
 TEST_F(OverlayGroup, LeavesATrueIndexWhenTheLastOverlayIsDeleted) {
@@ -374,12 +409,42 @@ TEST(DownloadedOverlays, AreTheMarkedOnesWhereTheSourceIsUserData) {
   EXPECT_EQ(tab.list().selection(), 4);
 }
 
-TEST(DownloadedOverlays, AreNotMeantByAnUnmarkedOnesName) {
+TEST(DownloadedOverlays, AreNotMeantByAnUnmarkedOnesNameOrFileName) {
   const UserDataHome home;
   OverlayTab tab(home, home.options());
-  tab.set(u"OverlaySourceFileName", u"C:\\local\\userdata\\x.opa");
-  tab.set(u"OverlaySel", u"mine");
-  EXPECT_EQ(tab.list().selection(), 0);
+  for (const char16_t* selection : {u"mine", u"00002.opa"}) {
+    tab.set(u"OverlaySourceFileName", u"C:\\local\\userdata\\x.opa");
+    tab.set(u"OverlaySel", selection);
+    EXPECT_EQ(tab.list().selection(), 0) << toNarrow(selection);
+  }
+}
+
+TEST(DownloadedOverlays, AreMeantWhereTheUserHasNoneOfTheFileName) {
+  const UserDataHome home;
+  OverlayTab tab(home, home.options());
+  tab.set(u"OverlaySourceFileName", u"/old/00003.opa");
+  tab.set(u"OverlaySel", u"00003.opa");
+  EXPECT_EQ(tab.selected(), "00003.opa");
+  EXPECT_EQ(tab.value(u"OverlaySourceFileName"), (home.local() / "00003.opa").generic_string());
+}
+
+// The source decides where it is there; where it is not, the user's own goes before.
+TEST(DownloadedOverlays, AreToldFromTheUsersByTheSourceInAnyFolder) {
+  OverlayHome home;
+  home.putUser({{u"second", u"00001.opa"}});
+  home.putLocal("office", {{u"first", u"00001.opa"}});
+  auto options = withUserData();
+  options.settings.emplace_back(u"kilnworks.user.localdata.path", (home.folder.path / "localdata").u16string());
+  OverlayTab tab(home, options);
+  ASSERT_THAT(tab.items(), ElementsAre("None=None", "Multiple=Multiple", "00001.opa=first*", "00001.opa=second"));
+  const std::pair<std::filesystem::path, std::int32_t> sources[] = {
+      {home.localFolder("office") / "00001.opa", 2}, {home.userFolder() / "00001.opa", 3}, {"/old/00001.opa", 3}};
+  for (const auto& [source, item] : sources) {
+    tab.set(u"OverlaySourceFileName", source.u16string());
+    tab.set(u"OverlaySel", u"None");
+    tab.set(u"OverlaySel", u"00001.opa");
+    EXPECT_EQ(tab.list().selection(), item) << source;
+  }
 }
 
 TEST(DownloadedOverlays, AreNotPreferredElsewhere) {
@@ -437,6 +502,7 @@ TEST(DownloadedOverlays, AreFoundAgainWhereTheyHaveMovedAmongSeveral) {
   tab.set(u"OverlaySel", u"Multiple");
   EXPECT_EQ(tab.value(u"OverlaySourceFileName"),
             (home.local() / "00001.opa").generic_string() + ";All$" + tab.userFile("00001.opa") + ";2$");
+  EXPECT_EQ(tab.selected(), "Multiple");
 }
 
 TEST_F(OverlayGroup, ComesBackWithItsSelection) {
