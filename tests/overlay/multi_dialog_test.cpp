@@ -58,12 +58,13 @@ TEST_F(MultiDialog, ShowsTheErrorPageForAThumbnailThatIsMissing) {
 }
 
 TEST_F(MultiDialog, ShowsTheErrorPageForAnOverlayWhoseFileHasAnotherName) {
-  home.putUser({{u"A", u"AAAAA.pdf"}, {u"B", u"B.opa.x"}});
-  Testing::writeFile(home.userFolder() / "AAAAA.bmp", bitmap(1, 1));
-  Testing::writeFile(home.userFolder() / "B.bmp", bitmap(1, 1));
+  home.putUser({{u"A", u"AAAAA.pdf"}, {u"B", u"B.opa.x"}, {u"C", u"C.opa.opa"}});
+  for (const char* name : {"AAAAA.bmp", "AAAAA.pdf.bmp", "B.bmp", "C.bmp", "C.opa.bmp"})
+    Testing::writeFile(home.userFolder() / name, bitmap(1, 1));
   open([](OpenDialog& dialog) {
     EXPECT_EQ(imageOf(*dialog.source().items().at(0)), "ovl_error.bmp");
     EXPECT_EQ(imageOf(*dialog.source().items().at(1)), "B.bmp");
+    EXPECT_EQ(imageOf(*dialog.source().items().at(2)), "C.bmp");
   });
 }
 
@@ -90,6 +91,11 @@ TEST_F(MultiDialog, OpensOnAnEmptyValueWithTheDefaults) { EXPECT_EQ(shown(""), d
 
 TEST_F(MultiDialog, SelectsTheDefaultOverlayInTheList) {
   open([](OpenDialog& dialog) { EXPECT_EQ(dialog.source().selectedItem()->value().view(), u"BBBBB.opa"); });
+}
+
+TEST_F(MultiDialog, SelectsTheFirstOfTheDefaultOverlaysNames) {
+  home.putUser({{u"A", u"11111.opa"}, {u"B", u"11111.opa"}});
+  open([](OpenDialog& dialog) { EXPECT_EQ(dialog.source().selectedItem()->text().view(), u"A"); });
 }
 
 class OneOverlay : public MultiDialog {

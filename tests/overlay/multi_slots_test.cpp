@@ -218,6 +218,16 @@ TEST_F(MultiDialog, TurnsTheRuleOfAFreeSecondMasterOnlyWhereItIsTheFirstOnes) {
   });
 }
 
+TEST_F(MultiDialog, LeavesTheSecondMasterAnotherRuleWhileTheFirstIsFree) {
+  const std::string value = details({"AAAAA.opa;All", "BBBBB.opa;All"});
+  set(u"MultipleOverlayDetails", Refhost::toWide(value));
+  EXPECT_EQ(saved([](OpenDialog& dialog) {
+              dialog.clearByMenu(1);
+              dialog.choose("rad1_Even");
+            }),
+            details({";", "BBBBB.opa;All"}));
+}
+
 TEST_F(MultiDialog, LeavesTheSecondMasterItsPagesBesideAFirstOnAll) {
   openOn(details({"AAAAA.opa;Even", "BBBBB.opa;Odd"}), [](OpenDialog& dialog) {
     dialog.choose("rad1_All");
