@@ -151,6 +151,12 @@ TEST_F(EditorOverAList, EachOfTwoClashesHasToBeConfirmed) {
   EXPECT_EQ(answers, 2);
 }
 
+TEST_F(EditorOverAList, AsksAboutEachOfTwoClashesWhateverTheFirstAnswer) {
+  world.addToList(u"third");
+  EXPECT_FALSE(accept("third", false, false));
+  EXPECT_THAT(questions, ElementsAre(overwrite, overwrite));
+}
+
 TEST_F(EditorOverAList, KnowsItsOwnNameAgainAfterOneOfTwoClashesWasConfirmed) {
   world.addToList(u"first");
   const auto record = world.newRecord({{"label", "Text"}, {"stylename", "second"}});

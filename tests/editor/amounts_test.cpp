@@ -5,6 +5,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::IsSupersetOf;
 
 constexpr const char* angleBox = "txt_EffWMAngle";
 constexpr const char* angleBar = "scr_EffWMAngScroll";
@@ -195,6 +196,50 @@ TEST_F(Editor, OffersHalfATransparencyToASolidWatermark) {
     hand.choose("rad_EffWMTrans");
     EXPECT_EQ(hand.field("intensity"), "50");
     EXPECT_EQ(hand.text(opacityBox), "50");
+  });
+}
+
+TEST(EditorWithoutABarOfTheTransparency, KeepsTheRecordsOwn) {
+  EditorOptions options;
+  options.without = {u"scr_EffWMOpaScroll"};
+  EditorWorld world(options);
+  const auto record =
+      world.newRecord({{"label", "x"}, {"stylename", "x"}, {"printStyle", "Transparency"}, {"intensity", "30"}});
+  world.edit(record, [](Hand& hand) {
+    EXPECT_EQ(hand.field("intensity"), "30");
+    EXPECT_EQ(hand.text(opacityBox), "30");
+  });
+}
+
+TEST(EditorWithoutBoxesOfTheAmounts, TakesThoseOfTheRecordAndOfTheBars) {
+  EditorOptions options;
+  options.without = {u"txt_EffWMAngle", u"txt_EffWMOpa"};
+  EditorWorld world(options);
+  const auto amounts = [](const char* angle, const char* intensity) {
+    return Fields{
+        {"label", "x"}, {"stylename", "x"}, {"angle", angle}, {"printStyle", "Transparency"}, {"intensity", intensity}};
+  };
+  const auto record = world.newRecord(amounts("-45", "30"));
+  const auto defaults = record->childOrNew(Effect::Field::defaultSetting);
+  for (const auto& [name, text] : amounts("45", "60")) setFieldOf(defaults, name, text);
+  world.edit(record, [&world](Hand& hand) {
+    const auto expect = [&](const std::string& angle, const std::string& rotation, const std::string& intensity,
+                            const std::string& opacity) {
+      EXPECT_EQ(hand.field("angle"), angle);
+      EXPECT_EQ(hand.position(angleBar), std::stoi(angle) + 90);
+      EXPECT_EQ(hand.field("intensity"), intensity);
+      EXPECT_EQ(hand.position(opacityBar), std::stoi(intensity));
+      EXPECT_THAT(world.takePreview(), IsSupersetOf({"rotation " + rotation, "opacity " + opacity}));
+    };
+    expect("-45", "315", "30", "0.7");
+    for (const int amount : {70, 20}) {
+      hand.scroll(angleBar, amount);
+      hand.scroll(opacityBar, amount);
+      expect(std::to_string(amount - 90), std::to_string(amount + 270), std::to_string(amount),
+             amount == 70 ? "0.3" : "0.8");
+    }
+    hand.click("but_EffWMResDef");
+    expect("45", "45", "60", "0.4");
   });
 }
 

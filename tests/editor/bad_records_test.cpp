@@ -65,11 +65,13 @@ INSTANTIATE_TEST_SUITE_P(
                     BadField{"angle", "1-", "0"}, BadField{"angle", "+5", "0"}, BadField{"angle", "", "0"},
                     BadField{"angle", std::string(100'000, '9'), "0"}, BadField{"fontsize", "1e9", "6"},
                     BadField{"fontsize", "", "6"}, BadField{"fontsize", "0", "6"}, BadField{"fontsize", "12pt", "12"},
+                    BadField{"fontsize", "12:5", "12"}, BadField{"fontsize", "12/5", "12"},
                     BadField{"fontsize", std::string(100'000, '9'), "6"}, BadField{"colour", "#12", "#808080"},
                     BadField{"colour", "", "#808080"}, BadField{"colour", "red", "#808080"},
                     BadField{"colour", "#00GG00", "#808080"}, BadField{"colour", "#00FF0000", "#808080"},
                     BadField{"colour", "custom", "#808080"}, BadField{"colour", endless, "#808080"},
-                    BadField{"positionX", "ZZ", "C"}, BadField{"positionX", "U", "C"}, BadField{"positionY", "", "C"},
+                    BadField{"positionX", "ZZ", "C"}, BadField{"positionX", "U", "C"}, BadField{"positionX", "RR", "C"},
+                    BadField{"positionY", "R", "C"}, BadField{"positionY", "", "C"},
                     BadField{"positionY", endless, "C"}, BadField{"fontstyle", "Wavy", "Regular"},
                     BadField{"fontstyle", "", "Regular"}, BadField{"fontname", "", "Arial"},
                     BadField{"fontname", "Nowhere Sans", "Nowhere Sans"}, BadField{"printStyle", "Sparkling", "Solid"},
@@ -120,12 +122,28 @@ TEST_F(Editor, ShowsARecordOfNothingButNonsense) {
   expectValid(record);
 }
 
+TEST_F(Editor, RestoresNoTransparencyOfDefaultsThatNameNone) {
+  for (const char* intensity : {"101", "-1", "", "x"}) {
+    const auto record =
+        world.newRecord({{"label", "x"}, {"stylename", "x"}, {"printStyle", "Transparency"}, {"intensity", "30"}});
+    const auto defaults = record->childOrNew(Effect::Field::defaultSetting);
+    setFieldOf(defaults, "printStyle", "Transparency");
+    setFieldOf(defaults, "intensity", intensity);
+    world.edit(record, [intensity](Hand& hand) {
+      hand.click("but_EffWMResDef");
+      EXPECT_EQ(hand.field("intensity"), "0") << intensity;
+      EXPECT_EQ(hand.position("scr_EffWMOpaScroll"), 0) << intensity;
+    });
+  }
+}
+
 TEST(CutToBox, SplitsNoCharacter) {
   const std::u16string smileys = u"\U0001F600\U0001F600";
   const std::u16string text = std::u16string(62, u'x') + smileys;
   EXPECT_EQ(Effect::cutToBox(text), std::u16string(62, u'x'));
   EXPECT_EQ(Effect::cutToBox(text.substr(1)), std::u16string(61, u'x') + smileys.substr(0, 2));
-  EXPECT_EQ(Effect::cutToBox(std::u16string(64, 0xD83D)).size(), 63U) << "halves of characters are kept";
+  for (const char16_t half : std::initializer_list<char16_t>{0xD83D, 0xDE00})
+    EXPECT_EQ(Effect::cutToBox(std::u16string(64, half)).size(), 63U) << "halves of characters are kept";
 }
 
 }  // namespace

@@ -222,6 +222,7 @@ TEST(LeadingNumber, ReadsWhatATextBeginsWith) {
   EXPECT_EQ(leadingNumber(u" +72.5pt"), 72.5);
   EXPECT_EQ(leadingNumber(u"-.5"), -0.5);
   EXPECT_EQ(leadingNumber(u"1e9"), 1e9);
+  EXPECT_EQ(leadingNumber(u"1E+2"), 100);
   EXPECT_EQ(leadingNumber(u"7,5"), 7);
   for (const char16_t* nothing : {u"", u".", u"e5", u"--1", u"nan", u"inf", u"７"})
     EXPECT_EQ(leadingNumber(nothing), 0);
@@ -231,6 +232,7 @@ TEST(LeadingNumber, IsNeverInfinite) {
   EXPECT_EQ(Effect::leadingNumber(u"1e999"), std::numeric_limits<double>::max());
   EXPECT_EQ(Effect::leadingNumber(u"-1e999"), std::numeric_limits<double>::lowest());
   EXPECT_EQ(Effect::leadingNumber(u"1e-999"), 0);
+  EXPECT_EQ(Effect::leadingNumber(u"1E-999"), 0);
   EXPECT_EQ(Effect::leadingNumber(std::u16string(100'000, u'9')), std::numeric_limits<double>::max());
 }
 

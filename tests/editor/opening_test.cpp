@@ -145,11 +145,13 @@ TEST_F(Editor, LeavesTheFacesAsTheyAreWhereFontsCannotBeTold) {
 }
 
 TEST_F(Editor, HidesTheRowOfTheNameWhereNamesAreNotSupported) {
-  for (const bool isSupported : {false, true}) {
+  for (const char16_t* setting : {u"", u"False", u"True"}) {
     EditorOptions options;
-    options.hasStyleNames = isSupported;
+    options.hasStyleNames = false;
     EditorWorld run(options);
-    run.edit([&](Hand& hand) { EXPECT_EQ(hand.node("wmStyleName").isVisible(), isSupported); });
+    const std::u16string support = setting;
+    if (!support.empty()) run.set(u"kilnworks.watermark.stylename.support", support);
+    run.edit([&](Hand& hand) { EXPECT_EQ(hand.node("wmStyleName").isVisible(), support == u"True"); });
   }
 }
 
