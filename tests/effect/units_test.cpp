@@ -1,6 +1,7 @@
 // The plug-in's independent units.
 #include "effect/list_order.h"
 #include "effect/screen_scale.h"
+#include "effect/sentence.h"
 #include "host/chrome/strings.h"
 #include "host/widgets/list.h"
 
@@ -12,9 +13,56 @@ TEST(ScreenScale, IsInHundredthsAndNeverBelowOne) {
   EXPECT_FLOAT_EQ(Effect::scaleOf(72), 1.0F);
   EXPECT_FLOAT_EQ(Effect::scaleOf(96), 1.0F);
   EXPECT_FLOAT_EQ(Effect::scaleOf(97), 1.01F);
+  EXPECT_FLOAT_EQ(Effect::scaleOf(110), 1.15F) << "114.58 hundredths";
   EXPECT_FLOAT_EQ(Effect::scaleOf(120), 1.25F);
   EXPECT_FLOAT_EQ(Effect::scaleOf(144), 1.5F);
   EXPECT_FLOAT_EQ(Effect::scaleOf(192), 2.0F);
+}
+
+// The first and the last character of each length in UTF-8.
+constexpr std::pair<std::string_view, std::u16string_view> boundaries[] = {{"\x7F", u"\u007F"},
+                                                                           {"\xC2\x80", u"\u0080"},
+                                                                           {"\xDF\xBF", u"\u07FF"},
+                                                                           {"\xE0\xA0\x80", u"\u0800"},
+                                                                           {"\xED\x9F\xBF", u"\uD7FF"},
+                                                                           {"\xEE\x80\x80", u"\uE000"},
+                                                                           {"\xEF\xBF\xBF", u"\uFFFF"},
+                                                                           {"\xF0\x90\x80\x80", u"\U00010000"},
+                                                                           {"\xF4\x8F\xBF\xBF", u"\U0010FFFF"}};
+
+TEST(Utf8, IsReadAndWrittenUpToTheLastCharacterOfEachLength) {
+  for (const auto& [narrow, wide] : boundaries) {
+    EXPECT_EQ(Effect::wideText(std::string(narrow) + "z"), std::u16string(wide) + u"z") << narrow;
+    EXPECT_EQ(Effect::narrowText(std::u16string(wide) + u"z"), std::string(narrow) + "z") << narrow;
+  }
+}
+
+TEST(Utf8, ThatIsNoneIsReadAsReplacements) {
+  constexpr std::pair<std::string_view, std::u16string_view> texts[] = {
+      {"\xC1\xBFz", u"\uFFFD\uFFFDz"},
+      {"\xE0\x9F\xBFz", u"\uFFFDz"},
+      {"\xF0\x8F\xBF\xBFz", u"\uFFFDz"},
+      {"\xF4\x90\x80\x80z", u"\uFFFDz"},
+      {"\xF5\x80z", u"\uFFFD\uFFFDz"},
+      {"\xBFz", u"\uFFFDz"},
+      {"\xC3z", u"\uFFFDz"},
+      {"\xC3\xC3\xA9", u"\uFFFDé"},
+      {"\xE2\x82", u"\uFFFD\uFFFD"},
+      {"\xF0\x9F\x98", u"\uFFFD\uFFFD\uFFFD"},
+      {"\xF0\x9F\x98z\x80", u"\uFFFD\uFFFD\uFFFDz\uFFFD"}};
+  for (const auto& [narrow, wide] : texts) EXPECT_EQ(Effect::wideText(narrow), wide);
+}
+
+TEST(Utf8, HasReplacementsForHalvesOfCharacters) {
+  const std::pair<std::u16string, std::string> texts[] = {
+      {{0xD800}, "\xEF\xBF\xBD"},
+      {{0xDBFF, u'z'}, "\xEF\xBF\xBDz"},
+      {{0xDBFF, 0xE000}, "\xEF\xBF\xBD\xEE\x80\x80"},
+      {{0xDC00, u'z'}, "\xEF\xBF\xBDz"},
+      {{0xDFFF, 0xDC00}, "\xEF\xBF\xBD\xEF\xBF\xBD"},
+      {{0xD800, 0xD800, 0xDC00}, "\xEF\xBF\xBD\xF0\x90\x80\x80"},
+      {{0xDC00, 0xDC00, 0xDFFF}, "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD"}};
+  for (const auto& [wide, narrow] : texts) EXPECT_EQ(Effect::narrowText(wide), narrow);
 }
 
 class ListOrder : public testing::Test {
