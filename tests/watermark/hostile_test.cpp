@@ -20,22 +20,24 @@ std::filesystem::path damagedCopy(const Home& home, int number) {
   return home.folder.path / "user" / ("ZVeffect.damaged-" + std::to_string(number) + ".xml");
 }
 
-std::string nested(int levels) {
-  std::string text;
-  for (int i = 0; i < levels; ++i) text += "<a>";
-  return text;
+std::string repeated(std::string_view text, long times) {
+  std::string all;
+  for (long i = 0; i < times; ++i) all += text;
+  return all;
 }
 
-const std::vector<std::string> damagedFiles = {
-    "",
-    "no XML at all",
-    std::string(1000, '\0'),
-    "<Watermarks><WM_1><stylename>Mine</stylename></WM_1>",
-    "<Watermarks><WM_1>\x01</WM_1></Watermarks>",
-    "<Watermarks>\xFF\xFE</Watermarks>",
-    nested(100000),
+const std::string entitiesOfEntities =
     "<!DOCTYPE w [<!ENTITY a \"ha\"><!ENTITY b \"&a;&a;&a;&a;&a;&a;&a;&a;\"><!ENTITY c \"&b;&b;&b;&b;&b;&b;&b;&b;\">]>"
-    "<Watermarks><WM_1><stylename>&c;</stylename></WM_1></Watermarks>"};
+    "<Watermarks><WM_1><stylename>&c;</stylename></WM_1></Watermarks>";
+
+const std::vector<std::string> damagedFiles = {"",
+                                               "no XML at all",
+                                               std::string(1000, '\0'),
+                                               "<Watermarks><WM_1><stylename>Mine</stylename></WM_1>",
+                                               "<Watermarks><WM_1>\x01</WM_1></Watermarks>",
+                                               "<Watermarks>\xFF\xFE</Watermarks>",
+                                               repeated("<a>", 100'000),
+                                               entitiesOfEntities};
 
 TEST_F(Store, SetsADamagedUsersFileAsideBeforeItSeedsANewOne) {
   for (const std::string& damaged : damagedFiles) {
