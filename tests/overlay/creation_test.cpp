@@ -345,10 +345,24 @@ TEST_F(OverlayCreation, IsRefusedWhereTheQuestionCannotBeAsked) {
   EXPECT_EQ(bytesOf(home.userFolder() / "00001.opa"), "00001.opa");
 }
 
-TEST_F(OverlayCreation, ThatFailsEndsThePropertyThatAskedForIt) {
+TEST_F(OverlayCreation, ThatCannotReadTheIndexLeavesNoEarlierDestination) {
+  Creation creation(home, u"Letterhead");
+  creation.set(u"OvlDestCreated", u"True");
+  std::filesystem::create_directories(OverlayHome::index(home.userFolder()));
+  EXPECT_FALSE(creation.accept());
+  EXPECT_THAT(creation.world->face.failures, SizeIs(1));
+  EXPECT_EQ(creation.value(u"OvlDestCreated"), "False");
+}
+
+TEST_F(OverlayCreation, ThatFailsEndsThePropertyThatAskedForItAndThenForgetsTheName) {
   Testing::writeFile(home.folder.path / "profile" / "overlays", "a file in the way");
   Creation creation(home, u"Letterhead");
   creation.set(u"OverlayImageCreate", u"On");
+  auto transitions = sent(creation.world->take());
+  ASSERT_GT(transitions.size(), 3U);
+  transitions.erase(transitions.begin(), transitions.end() - 3);
+  EXPECT_THAT(transitions,
+              ElementsAre("OvlDestCreated=False,OverlayDestFileName=", "OverlayImageCreate=Off", "OverlayImageName="));
   EXPECT_EQ(creation.value(u"OverlayImageCreate"), "Off");
   EXPECT_THAT(creation.world->face.failures, SizeIs(1));
 }

@@ -87,7 +87,10 @@ TEST_F(HostileIndex, OfMoreOverlaysThanAnybodyHasIsTold) {
   EXPECT_THAT(world.face.failures, IsEmpty());
   putIndex(std::string(154 * 100'001, 'x'));
   world.open();
-  EXPECT_THAT(world.face.failures, ElementsAre(HasSubstr("lists more than 100000 overlays")));
+  EXPECT_THAT(world.face.failures,
+              ElementsAre("The overlay index " + OverlayHome::index(home.userFolder()).string() +
+                          " lists more than 100000 overlays. It is not written over: move it elsewhere, and open the "
+                          "preferences again."));
 }
 
 TEST_F(HostileIndex, OfManyNamesForOneFileIsReadInTimeLinearInIt) {

@@ -225,11 +225,11 @@ TEST_F(OverlayStoreTest, GivesAKnownLabelThePathOfItsOverlay) {
   EXPECT_EQ(store->count(), 1);
 }
 
-// All overlay file names but one are taken.
+// Every overlay file that a store could name is there but one.
 class NearlyFullDisk final : public ForwardingDisk {
  public:
   Refhost::EntryKind kind(const Path& path) override {
-    const bool isTaken = path.extension() == ".opa" && path.filename() != "04711.opa";
+    const bool isTaken = isDrawnName(path.filename().string()) && path.filename() != "04711.opa";
     return isTaken ? Refhost::EntryKind::file : disk.kind(path);
   }
 };
@@ -295,6 +295,14 @@ TEST(OverlayStoreWhoseIndexesStayAsTheyAre, CommitsThoseThatHaveBeenAddedToAlone
     store->save();
     EXPECT_THAT(disk.synced, ElementsAre(folder.generic_string()));
   }
+}
+
+TEST_F(OverlayStoreTest, AddsToTheIndexOfTheOnlyRecordWhereItIsOfLocalData) {
+  home.putLocal("a", {{u"theirs", u"00002.opa"}, {u"stale", u"00003.opa"}});
+  std::filesystem::remove(home.localFolder("a") / "00003.opa");
+  open().addOverlay(u"theirs");
+  store->save();
+  EXPECT_THAT(world.writes, ElementsAre("localdata/a/overlays/ovlNmFl.flo"));
 }
 
 TEST_F(OverlayStoreTest, DropsAStaleRecordOfAnotherIndexWithTheNextSave) {
@@ -495,6 +503,9 @@ TEST_F(OverlayStoreTest, KeepsItsOwnRecordsOfTheNamesThatAnotherProcessHasAdded)
   home.putUser({{u"one", u"00002.opa"}, {u"two", u"00003.opa"}});
   store->refresh();
   EXPECT_THAT(records(), ElementsAre("one=00001.opa", "two=00003.opa"));
+  store->addOverlay(u"new");
+  store->save();
+  EXPECT_THAT(listed(home.userIndex()), ElementsAre("one=00001.opa", "two=00003.opa", IsNew("new")));
 }
 
 TEST_F(OverlayStoreTest, LearnsWhatAnotherProcessHasAdded) {
