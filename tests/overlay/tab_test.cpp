@@ -263,6 +263,26 @@ TEST_F(OverlayGroup, ShowsTheThumbnailOfTheSelectedOverlay) {
   }
 }
 
+TEST_F(OverlayGroup, ShowsTheThumbnailOfAnOverlayThatIsSelectedElsewhere) {
+  Testing::writeFile(home.userFolder() / "00001.bmp", bitmap(2, 3));
+  OverlayTab tab(home);
+  tab.set(u"OverlaySel", u"00001.opa");
+  EXPECT_EQ(tab.picture(), tab.userFile("00001.bmp"));
+}
+
+TEST_F(OverlayGroup, OffersAndShowsWhatIsSelectedWithoutAList) {
+  auto options = withUserData();
+  options.withoutWidgets.insert(u"cmb_EffOverlay");
+  OverlayTab tab(home, options);
+  tab.set(u"OverlaySel", u"Multiple");
+  tab.set(u"OverlayImage", u"MultipleOverlayImage");
+  EXPECT_EQ(tab.picture(), "chrome://base/content/bitmaps/tips_UD_tb.bmp");
+  tab.world->preferences.setAvailable(u"OverlayImage", u"OverlayImage", false);
+  tab.world->preferences.setAvailable(u"OverlayImage", u"OverlayImage", true);
+  EXPECT_TRUE(tab.isEnabled(u"but_EffDet"));
+  EXPECT_FALSE(tab.isEnabled(u"btn_OvlDel"));
+}
+
 TEST_F(OverlayGroup, TellsOfUserDataByItsPicturesInTheTabOnly) {
   constexpr const char* tip = "chrome://base/content/bitmaps/tips_UD_tb.bmp";
   OverlayTab tab(home, withUserData());
@@ -404,9 +424,23 @@ TEST(DownloadedOverlays, AreTheMarkedOnesWhereTheSourceIsUserData) {
   tab.set(u"OverlaySourceFileName", (home.local() / "00001.opa").u16string());
   tab.set(u"OverlaySel", u"00001.opa");
   EXPECT_EQ(tab.list().selection(), 4);
-  tab.set(u"OverlaySourceFileName", u"C:\\local\\userdata\\department\\overlays\\00001.opa");
-  tab.set(u"OverlaySel", u"form");
-  EXPECT_EQ(tab.list().selection(), 4);
+  for (const char16_t* source : {u"C:\\local\\userdata\\department\\overlays\\00001.opa", u"/gone/local/userdata/1.opa",
+                                 u"/gone\\local/userdata\\1.opa"})
+    for (const char16_t* selection : {u"form", u"00001.opa"}) {
+      tab.set(u"OverlaySourceFileName", source);
+      tab.set(u"OverlaySel", u"None");
+      tab.set(u"OverlaySel", selection);
+      EXPECT_EQ(tab.list().selection(), 4) << toNarrow(source) << ' ' << toNarrow(selection);
+    }
+}
+
+TEST(DownloadedOverlays, HaveThePictureOfAllPlugins) {
+  const UserDataHome home;
+  OverlayTab tab(home, home.options());
+  const auto icon = Kiln::smartCast<Refhost::Image>(tab.list().items().at(2)->image());
+  ASSERT_TRUE(icon);
+  EXPECT_EQ(icon->scope, u"global");
+  EXPECT_FALSE(tab.list().items().at(3)->image());
 }
 
 TEST(DownloadedOverlays, AreNotMeantByAnUnmarkedOnesNameOrFileName) {
@@ -426,6 +460,22 @@ TEST(DownloadedOverlays, AreMeantWhereTheUserHasNoneOfTheFileName) {
   tab.set(u"OverlaySel", u"00003.opa");
   EXPECT_EQ(tab.selected(), "00003.opa");
   EXPECT_EQ(tab.value(u"OverlaySourceFileName"), (home.local() / "00003.opa").generic_string());
+}
+
+// Another file than the selected overlay's may be printed; that of its own kind goes before.
+TEST(DownloadedOverlays, AreFoundByTheNameOfTheFileThatIsPrinted) {
+  const UserDataHome home;
+  OverlayTab tab(home, home.options());
+  const std::tuple<std::u16string, std::string, std::filesystem::path> cases[] = {
+      {u"00003.opa", "00001.opa", home.local()},
+      {u"00002.opa", "00001.opa", home.userFolder()},
+      {u"00003.opa", "00002.opa", home.userFolder()},
+      {u"00002.opa", "00003.opa", home.local()}};
+  for (const auto& [selection, file, folder] : cases) {
+    tab.set(u"OverlaySourceFileName", u"/old/" + Refhost::toWide(file));
+    tab.set(u"OverlaySel", selection);
+    EXPECT_EQ(tab.value(u"OverlaySourceFileName"), (folder / file).generic_string()) << toNarrow(selection);
+  }
 }
 
 // The source decides where it is there; where it is not, the user's own goes before.
