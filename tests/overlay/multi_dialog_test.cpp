@@ -80,6 +80,19 @@ TEST_F(MultiDialog, LeavesOutAnOverlayThatCannotEvenBeShownAsAnError) {
   });
 }
 
+TEST_F(MultiDialog, HasADefaultOverlayThatItsListLeavesOut) {
+  Testing::TemporaryFolder resources;
+  Testing::copyResources(resources.path / "all");
+  std::filesystem::remove(resources.path / "all/effect/content/bitmaps/ovl_error.bmp");
+  std::filesystem::remove(thumbnail('B'));
+  world.chrome = Refhost::ChromeFolders(resources.path / "all");
+  EXPECT_EQ(saved([](OpenDialog& dialog) {
+              EXPECT_EQ(dialog.source().selectedItem()->value().view(), u"AAAAA.opa");
+              EXPECT_EQ(dialog.slot(1), "nothing All");
+            }),
+            details({"BBBBB.opa;All"}));
+}
+
 TEST_F(MultiDialog, RegistersTheBlankPage) {
   openOn(details({"AAAAA.opa;All"}), [this](OpenDialog& dialog) {
     EXPECT_EQ(dialog.image(2).resource(), u"BlankBitmap");
@@ -114,7 +127,15 @@ class TwoOverlays : public MultiDialog {
   TwoOverlays() : MultiDialog("AB") {}
 };
 
-TEST_F(TwoOverlays, HaveTheFirstAsTheDefault) { EXPECT_EQ(shown(""), withFree({"AAAAA All"})); }
+TEST_F(TwoOverlays, HaveTheFirstAsTheDefault) {
+  EXPECT_EQ(shown(""), withFree({"AAAAA All"}));
+  openOn(details({"BBBBB.opa;All"}), [](OpenDialog& dialog) {
+    dialog.select("BBBBB.opa");
+    dialog.click("but_MulOvlRestDef");
+    EXPECT_EQ(dialog.slot(1), "AAAAA All");
+    EXPECT_EQ(dialog.source().selectedItem()->value().view(), u"AAAAA.opa");
+  });
+}
 
 class NoOverlays : public MultiDialog {
  protected:
@@ -177,6 +198,7 @@ TEST_F(MultiDialog, KeepsSavedMastersApart) {
   EXPECT_EQ(shown(details({"AAAAA.opa;Odd", "BBBBB.opa;Odd"})), withFree({"AAAAA Odd", "BBBBB Even"}));
   EXPECT_EQ(shown(details({"AAAAA.opa;Even", "BBBBB.opa;Even"})), withFree({"AAAAA Even", "BBBBB Odd"}));
   EXPECT_EQ(shown(details({"AAAAA.opa;All", "BBBBB.opa;Odd"})), withFree({"AAAAA All", "BBBBB Odd"}));
+  EXPECT_EQ(shown(details({"AAAAA.opa;Odd", "BBBBB.opa;All"})), withFree({"AAAAA Odd", "BBBBB Even"}));
 }
 
 TEST_F(MultiDialog, AcceptedSetsFourPropertiesInOneTransition) {
