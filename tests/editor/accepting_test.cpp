@@ -151,6 +151,13 @@ TEST_F(EditorOverAList, EachOfTwoClashesHasToBeConfirmed) {
   EXPECT_EQ(answers, 2);
 }
 
+TEST_F(EditorOverAList, AsksAboutTheEntryOfNoneForARecordThatCameWithItsName) {
+  world.edit(world.newRecord({{"label", "Text"}, {"stylename", "None"}}), [](Hand& hand) {
+    EXPECT_FALSE(hand.accept());
+    EXPECT_THAT(hand.questions, ElementsAre(overwrite));
+  });
+}
+
 TEST_F(EditorOverAList, AsksAboutEachOfTwoClashesWhateverTheFirstAnswer) {
   world.addToList(u"third");
   EXPECT_FALSE(accept("third", false, false));

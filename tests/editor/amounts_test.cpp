@@ -49,7 +49,7 @@ TEST_F(Amounts, AngleIsTakenFromTheBox) {
 
 TEST_F(Amounts, RefusedAngleLeavesBoxBarRecordAndPreview) {
   edit([&](Hand& hand) {
-    for (const char* text : {"-91", "91", "1-", "+5", "--", "-5-", "x", " 5", "5 ", "1.5", "999", "４５"}) {
+    for (const char* text : {"-91", "91", "1-", "+5", "--", "-5-", "x", "A", "1F", " 5", "5 ", "1.5", "999", "４５"}) {
       for (const auto how : {Refhost::Edit::typed, Refhost::Edit::pasted, Refhost::Edit::composing})
         EXPECT_FALSE(hand.type(angleBox, text, how)) << text;
       EXPECT_EQ(hand.text(angleBox), "10") << text;
@@ -113,7 +113,7 @@ TEST_F(Amounts, TransparencyIsTakenFromTheBox) {
 
 TEST_F(Amounts, RefusedTransparencyLeavesBoxBarRecordAndPreview) {
   edit([&](Hand& hand) {
-    for (const char* text : {"101", "-1", "1-", "+5", "x", " 5", "1.5", "999", "５"}) {
+    for (const char* text : {"101", "-1", "1-", "+5", "x", "A", "1F", " 5", "1.5", "999", "５"}) {
       EXPECT_FALSE(hand.type(opacityBox, text)) << text;
       EXPECT_EQ(hand.text(opacityBox), "30") << text;
       EXPECT_EQ(hand.position(opacityBar), 30) << text;

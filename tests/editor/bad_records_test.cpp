@@ -68,15 +68,16 @@ INSTANTIATE_TEST_SUITE_P(
                     BadField{"fontsize", "12:5", "12"}, BadField{"fontsize", "12/5", "12"},
                     BadField{"fontsize", std::string(100'000, '9'), "6"}, BadField{"colour", "#12", "#808080"},
                     BadField{"colour", "", "#808080"}, BadField{"colour", "red", "#808080"},
-                    BadField{"colour", "#00GG00", "#808080"}, BadField{"colour", "#00FF0000", "#808080"},
-                    BadField{"colour", "custom", "#808080"}, BadField{"colour", endless, "#808080"},
-                    BadField{"positionX", "ZZ", "C"}, BadField{"positionX", "U", "C"}, BadField{"positionX", "RR", "C"},
-                    BadField{"positionY", "R", "C"}, BadField{"positionY", "", "C"},
-                    BadField{"positionY", endless, "C"}, BadField{"fontstyle", "Wavy", "Regular"},
-                    BadField{"fontstyle", "", "Regular"}, BadField{"fontname", "", "Arial"},
-                    BadField{"fontname", "Nowhere Sans", "Nowhere Sans"}, BadField{"printStyle", "Sparkling", "Solid"},
-                    BadField{"printStyle", "", "Solid"}, BadField{"intensity", "101", "0"},
-                    BadField{"intensity", "-1", "0"}, BadField{"intensity", "abc", "0"}, BadField{"intensity", "", "0"},
+                    BadField{"colour", "#00GG00", "#808080"}, BadField{"colour", "#G00000", "#808080"},
+                    BadField{"colour", "#00FF0000", "#808080"}, BadField{"colour", "custom", "#808080"},
+                    BadField{"colour", endless, "#808080"}, BadField{"positionX", "ZZ", "C"},
+                    BadField{"positionX", "U", "C"}, BadField{"positionX", "RR", "C"}, BadField{"positionY", "R", "C"},
+                    BadField{"positionY", "", "C"}, BadField{"positionY", endless, "C"},
+                    BadField{"fontstyle", "Wavy", "Regular"}, BadField{"fontstyle", "", "Regular"},
+                    BadField{"fontname", "", "Arial"}, BadField{"fontname", "Nowhere Sans", "Nowhere Sans"},
+                    BadField{"printStyle", "Sparkling", "Solid"}, BadField{"printStyle", "", "Solid"},
+                    BadField{"intensity", "101", "0"}, BadField{"intensity", "-1", "0"},
+                    BadField{"intensity", "abc", "0"}, BadField{"intensity", "", "0"},
                     BadField{"label", endless, std::string(63, 'x')},
                     BadField{"label", "$" + endless, "$" + std::string(62, 'x')},
                     BadField{"stylename", endless, std::string(63, 'x')},
@@ -142,6 +143,7 @@ TEST(CutToBox, SplitsNoCharacter) {
   const std::u16string text = std::u16string(62, u'x') + smileys;
   EXPECT_EQ(Effect::cutToBox(text), std::u16string(62, u'x'));
   EXPECT_EQ(Effect::cutToBox(text.substr(1)), std::u16string(61, u'x') + smileys.substr(0, 2));
+  EXPECT_EQ(Effect::cutToBox(std::u16string(62, u'x') + u"\U0001F601"), std::u16string(62, u'x'));
   for (const char16_t half : std::initializer_list<char16_t>{0xD83D, 0xDE00})
     EXPECT_EQ(Effect::cutToBox(std::u16string(64, half)).size(), 63U) << "halves of characters are kept";
 }

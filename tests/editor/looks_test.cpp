@@ -28,6 +28,17 @@ TEST_F(Editor, HasTheCustomColourAtPlaceTen) {
   });
 }
 
+TEST(EditorWithoutAListOfWatermarks, HasSwatchesOfTheUsualSize) {
+  EditorOptions options;
+  options.without = {u"lst_selectedWatermark"};
+  EditorWorld world(options);
+  world.edit([](Hand& hand) {
+    const auto image = Kiln::smartCast<Refhost::Image>(hand.widget<Refhost::ComboBox>(colours).items().at(0)->image());
+    ASSERT_TRUE(image);
+    EXPECT_EQ(image->width, 15);
+  });
+}
+
 TEST_F(Editor, TakesANamedColour) {
   world.edit([this](Hand& hand) {
     world.takePreview();
@@ -223,6 +234,7 @@ TEST(LeadingNumber, ReadsWhatATextBeginsWith) {
   EXPECT_EQ(leadingNumber(u"-.5"), -0.5);
   EXPECT_EQ(leadingNumber(u"1e9"), 1e9);
   EXPECT_EQ(leadingNumber(u"1E+2"), 100);
+  EXPECT_EQ(leadingNumber(u"072.5"), 72.5);
   EXPECT_EQ(leadingNumber(u"7,5"), 7);
   for (const char16_t* nothing : {u"", u".", u"e5", u"--1", u"nan", u"inf", u"７"})
     EXPECT_EQ(leadingNumber(nothing), 0);

@@ -213,7 +213,16 @@ TEST_F(Editor, TellsABlackOnlyModelsPreviewBlackThreeTimes) {
   });
 }
 
-// All widget ids of the editor; each is optional.
+TEST(EditorWithoutAColourPicker, OpensOnABlackOnlyModel) {
+  EditorOptions options;
+  options.without = {u"colpic_WMBrowse"};
+  EditorWorld world(options);
+  world.allowColours(true, false);
+  EXPECT_TRUE(world.edit([](Hand& hand) { EXPECT_TRUE(hand.accept()); }));
+  EXPECT_THAT(world.face.failures, IsEmpty());
+}
+
+// Every id that the editor looks for; without any one of them the others go on.
 constexpr const char* everyId[] = {"txt_EffWMText",
                                    "txt_EffWMTxtBox",
                                    "txt_EffWMStyleName",

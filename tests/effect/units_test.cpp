@@ -43,7 +43,7 @@ TEST(Utf8, ThatIsNoneIsReadAsReplacements) {
       {"\xE0\x9F\xBFz", u"\uFFFDz"},
       {"\xF0\x8F\xBF\xBFz", u"\uFFFDz"},
       {"\xF4\x90\x80\x80z", u"\uFFFDz"},
-      {"\xF5\x80z", u"\uFFFD\uFFFDz"},
+      {"\xF5\x80\x80\x80z", u"\uFFFD\uFFFD\uFFFD\uFFFDz"},
       {"\xBFz", u"\uFFFDz"},
       {"\xC3z", u"\uFFFDz"},
       {"\xC3\xC3\xA9", u"\uFFFDé"},
