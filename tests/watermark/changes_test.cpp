@@ -178,6 +178,61 @@ TEST_F(Changes, WithoutTheListOnlyAdd) {
   EXPECT_THAT(world->face.failures, IsEmpty());
 }
 
+TEST_F(Changes, CancelledAfterEditsLeaveTheRecordAsItWas) {
+  open();
+  world->preferences.set(u"WatermarkSel", u"WM_2");
+  world->face.onModal = [](Refhost::Dialog& dialog) {
+    EXPECT_TRUE(dynamic_cast<Refhost::TextBoxNode&>(*dialog.layout().find(angleBox)).edit(u"20", Refhost::Edit::typed));
+    dialog.cancel();
+  };
+  click(u"btn_WMEdit");
+  world->preferences.set(u"WatermarkSel", u"WM_2");
+  EXPECT_EQ(toNarrow(world->value(u"WatermarkTextAngle")), "350");
+}
+
+// Its record holds a reference, and from then on the name.
+TEST_F(Changes, EditingABuiltInWatermarkKeepsItsItem) {
+  putUserFile(watermarkFile(element("_x0032_", {{"label", "$IDS_WM_DRAFT;"}, {"value", "2"}})));
+  open();
+  world->preferences.set(u"WatermarkSel", u"2");
+  willAccept({{angleBox, u"20"}});
+  click(u"btn_WMEdit");
+  EXPECT_THAT(names(), ElementsAre("None", "Draft"));
+  EXPECT_THAT(namesOnDisk(), ElementsAre("$IDS_NONE;", "Draft"));
+}
+
+TEST_F(Changes, AddingTheNameOfADownloadedWatermarkKeepsBoth) {
+  const auto theirs = folder.path / "home" / "localdata" / "a";
+  std::filesystem::create_directories(theirs);
+  Testing::writeFile(theirs / "ZVeffect.xml", oneRecord("WM_d", "theirs"));
+  auto options = Testing::builtOptions();
+  options.home = folder.path / "home";
+  options.settings = {{u"kilnworks.tips.userdata.support", u"True"}};
+  world = std::make_unique<World>(options);
+  willName(u"theirs");
+  click(u"btn_WMAdd");
+  EXPECT_THAT(names(), ElementsAre("None", "one", "theirs", "theirs", "three", "two"));
+}
+
+TEST_F(Changes, DeletingWithoutItsDialogOrTheAddButton) {
+  auto options = Testing::builtOptions();
+  options.withoutWidgets = {u"btn_WMAdd"};
+  options.resources = folder.path / "resources";
+  Testing::copyResources(options.resources);
+  open(options);
+  world->preferences.set(u"WatermarkSel", u"WM_2");
+  willAccept({});
+  click(u"btn_WMDel");
+  EXPECT_THAT(names(), ElementsAre("None", "one", "three"));
+  EXPECT_THAT(world->face.failures, IsEmpty());
+
+  std::filesystem::remove(options.resources / "base" / "content" / "dlg_confirmdelete.xul");
+  world->preferences.set(u"WatermarkSel", u"WM_1");
+  click(u"btn_WMDel");
+  EXPECT_THAT(names(), ElementsAre("None", "one", "three"));
+  EXPECT_THAT(world->face.failures, ElementsAre(testing::HasSubstr("dlg_confirmdelete.xul")));
+}
+
 TEST_F(Changes, OfNoneAreNotMade) {
   open();
   std::vector<std::string> opened;
@@ -270,7 +325,9 @@ TEST_F(Changes, DeletingAsksFirstThenSelectsNone) {
   click(u"btn_WMDel");
   EXPECT_THAT(names(), ElementsAre("None", "one", "three"));
   EXPECT_EQ(selected(), "0");
-  EXPECT_THAT(transitions(world->take()), ElementsAre("WatermarkSel=0,Watermark=None", "Watermark=None"));
+  const auto events = world->take();
+  EXPECT_THAT(transitions(events), ElementsAre("WatermarkSel=0,Watermark=None", "Watermark=None"));
+  EXPECT_THAT(Testing::widgetOperations(events), testing::Not(testing::Contains("btn_WMAdd enable")));
   EXPECT_THAT(namesOnDisk(), ElementsAre("$IDS_NONE;", "one", "three"));
 }
 
