@@ -220,6 +220,7 @@ TEST_F(Store, ARenamedLocalRecordHasItsNewNameUntilTheNextOpening) {
     const std::u16string id = std::u16string(u"WM_a") + ending;
     const Node renamed = store->record(id)->clone();
     setField(*renamed, Field::stylename, u"renamed");
+    setField(*renamed, Field::angle, u"30");
     store->updateRecord(id, renamed);
     EXPECT_EQ(world.namesIn(world.localFile("a")).at(Refhost::toNarrow(id)), "one");
 
@@ -246,7 +247,13 @@ TEST_F(Store, DownloadedRecordsAreMarkedOnlyWithAnIcon) {
   world.set(u"kilnworks.tips.userdata.support", u"True");
   home.putUserFile(oneRecord("WM_u", "user's"));
   home.putLocalFile("a", oneRecord("WM_a", "from a"));
-  EXPECT_THAT(world.list(*world.open(), false), ElementsAre("0=None", "WM_a_G=from a", "WM_u=user's"));
+  const auto store = world.open();
+  EXPECT_THAT(world.list(*store, false), ElementsAre("0=None", "WM_a_G=from a", "WM_u=user's"));
+  const auto items = world.host.listData();
+  store->fillList(*items, nullptr);
+  const auto item = Kiln::smartCast<Refhost::ListItem>(items->at(1));
+  EXPECT_EQ(item->colour(), u"");
+  EXPECT_FALSE(item->isMarked());
 }
 
 TEST_F(Store, AnEmptyIdInLocalDataStaysEmptyInItsFile) {

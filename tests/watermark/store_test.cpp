@@ -256,6 +256,13 @@ TEST_F(Store, AnUpdateStaysInTheFileOfItsSource) {
   EXPECT_FALSE(world.namesIn(world.userFile()).contains("WM_new"));
 }
 
+TEST_F(Store, ListsNoRecordWithoutAName) {
+  home.putUserFile(oneRecord("WM_1", "Mine"));
+  const auto store = world.open();
+  store->updateRecord(u"WM_2", world.newRecord(*store, u""));
+  EXPECT_THAT(world.list(*store), ElementsAre("0=None", "WM_1=Mine"));
+}
+
 TEST_F(Store, RemovingTellsWhetherThereWasARecord) {
   const auto store = world.open();
   EXPECT_TRUE(store->removeRecord(u"2"));
