@@ -29,7 +29,7 @@ class HostSignal final : public Kiln::Signal<Arg> {
   Kiln::Allocator& allocator() noexcept override { return heap(); }
 
   // Calls the slots in connection order, without those connected during the call. A slot may destroy the signal.
-  void fire(Arg argument) {
+  void fire(Arg argument) {  // NOLINT(performance-unnecessary-value-param): as slots take it
     const Kiln::SmartPtr<HostSignal> self(this);
     for (std::size_t i = 0, count = slots.size(); i < count; ++i) {
       const auto slot = slots[i];

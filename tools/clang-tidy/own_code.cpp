@@ -1,5 +1,5 @@
-// Lets clang-tidy look at this project's own declarations alone: by default it visits those of every system header, too,
-// which takes most of its time and finds nothing that it would print.
+// Lets clang-tidy look at this project's own declarations alone: by default it visits those of every system header,
+// too, which takes most of its time and finds nothing that it would print.
 #include <clang/AST/ASTConsumer.h>
 #include <clang/AST/ASTContext.h>
 #include <clang/Basic/SourceManager.h>
