@@ -15,7 +15,8 @@ namespace App {
 namespace {
 
 constexpr const char* footer =
-    R"(Settings go through the plug-in and the model's rules, as if they were clicked in the preferences. "-" as IN.pdf or
+    R"(Settings go through the plug-in and the model's rules, as if they were clicked in the preferences. )"
+    R"("-" as IN.pdf or
 OUT.pdf stands for standard input or output. Pages of overlays are counted among those that are printed.
 
 Examples:

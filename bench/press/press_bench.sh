@@ -13,7 +13,8 @@ cd "$work"
 
 for needed in "qpdf qpdf" "mutool mupdf-tools" "gs ghostscript" "pdftk pdftk-java" "/usr/bin/time time"; do
   read -r program package <<< "$needed"
-  command -v "$program" > /dev/null || echo "$program is missing, and with it what it would be compared with: install $package."
+  command -v "$program" > /dev/null ||
+    echo "$program is missing, and with it what it would be compared with: install $package."
 done
 has() { command -v "$1" > /dev/null; }
 

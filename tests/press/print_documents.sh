@@ -2,10 +2,10 @@
 # Prints every PDF in some folders in several ways, each in a separate process, and reports defects of the results.
 # Usage: print_documents.sh PRESS_PRINT FOLDER...
 #
-# Each has to end as a printed file or as a sentence, in little memory. A printed file has as many pages as it should, and
-# no fault that the document itself does not have; where there is a sentence there is no file. Files that end in .gz are
-# unpacked, and those in .fuzz count as PDFs. SECONDS_EACH is the processor time after which one counts as hung,
-# MEBIBYTES_EACH the most memory.
+# Each must end as a printed file or as an error message, in little memory. A printed file has the right number of pages
+# and no defect that the document itself does not have; after an error message there is no file. Files that end in .gz
+# are unpacked, and those in .fuzz are taken for PDFs. SECONDS_EACH limits the processor time of each, against hangs, and
+# MEBIBYTES_EACH its memory.
 set -u
 shopt -s nullglob
 
@@ -66,7 +66,8 @@ attempt() {
     printed=$((printed + 1))
     [[ ${left[*]##*/} == out.pdf ]] || fault "$name" "$way: leaves ${left[*]##*/}"
     after=$(soundness "$folder/out.pdf")
-    ((after <= soundness)) || fault "$name" "$way: is less sound printed: $(qpdf --check "$folder/out.pdf" 2>&1 | tail -2)"
+    ((after <= soundness)) ||
+      fault "$name" "$way: is less sound printed: $(qpdf --check "$folder/out.pdf" 2>&1 | tail -2)"
     expected=$pages
     [[ $way != sheets || -z $pages ]] || expected=$(((pages + 1) / 2))
     [[ -z $pages || $(qpdf --show-npages "$folder/out.pdf" 2> /dev/null) == "$expected" ]] ||
