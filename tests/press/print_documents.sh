@@ -4,7 +4,7 @@
 #
 # Each must end as a printed file or as an error message, in little memory. A printed file has the right number of pages
 # and no defect that the document itself does not have; after an error message there is no file. Files that end in .gz
-# are unpacked, and those in .fuzz are taken for PDFs. SECONDS_EACH limits the processor time of each, against hangs, and
+# are unpacked, and those in .fuzz are taken for PDFs. SECONDS_EACH limits the processor time of each, and
 # MEBIBYTES_EACH its memory.
 set -u
 shopt -s nullglob
