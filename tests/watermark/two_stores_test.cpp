@@ -135,6 +135,18 @@ TEST(TwoStoresOnLocalData, KnowDownloadedRecordsByTheIdsThatTheStoresWrote) {
   EXPECT_FALSE(ours->record(u"WM_1_G"));
 }
 
+TEST(TwoStoresOnLocalData, TakeUpWhatIsAddedToTheUsersFileAsNotDownloaded) {
+  Home home;
+  home.putUserFile(oneRecord("WM_1", "one"));
+  StoreWorld world(home.folder.path);
+  world.set(u"kilnworks.tips.userdata.support", u"True");
+  const auto ours = world.open();
+  home.putUserFile(watermarkFile(element("WM_1", {{"label", "one"}, {"value", "WM_1"}}) +
+                                 element("WM_2", {{"label", "two"}, {"value", "WM_2"}})));
+  ours->removeRecord(u"WM_1");
+  EXPECT_THAT(world.list(*ours), testing::ElementsAre("0=None", "WM_2=two"));
+}
+
 TEST(TwoStoresOnLocalData, TakeUpWhatEachOtherAdds) {
   Home home;
   home.putLocalFile("a", watermarkFile(element("WM_1", {{"label", "one"}, {"value", "WM_1"}}) +
