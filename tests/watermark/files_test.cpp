@@ -312,11 +312,22 @@ TEST_F(Store, SavingRestoresAMissingMergedCopy) {
   EXPECT_EQ(bytesOf(world.mergedCopy()), copy);
 }
 
+TEST_F(Store, ARefusedChangeWritesNothing) {
+  home.putLocalFile("a", oneRecord("WM_a", "from a"));
+  const auto store = world.open();
+  std::filesystem::remove(world.mergedCopy());
+  world.writes.clear();
+  world.add(*store, u"");
+  store->removeRecord(u"WM_unknown");
+  EXPECT_TRUE(world.writes.empty());
+}
+
 TEST_F(Store, IsMergedWithSeveralFoldersOrAMarker) {
   EXPECT_FALSE(world.open()->isMerged());
   EXPECT_TRUE(world.open(true)->isMerged());
   std::filesystem::create_directories(home.folder.path / "localdata" / "a");
   EXPECT_FALSE(world.open()->isMerged());
+  EXPECT_TRUE(world.open(true)->isMerged());
   Testing::writeFile(home.folder.path / "localdata" / "file", "no folder");
   EXPECT_FALSE(world.open()->isMerged());
   Testing::writeFile(home.folder.path / "localdata" / "~merge", "");

@@ -240,6 +240,24 @@ TEST_F(Store, AnUpdateWithoutASourceGoesIntoTheUsersFile) {
   EXPECT_EQ(world.namesIn(world.userFile()).at("WM_new"), "Made");
 }
 
+TEST_F(Store, ARecordThatIsAddedWithoutASourceGoesIntoTheUsersFile) {
+  const auto store = world.open();
+  const Node record = world.newRecord(*store, u"Made");
+  record->removeChild(Field::sourceFile);
+  const std::u16string id = store->addRecord(record);
+  EXPECT_EQ(fieldText(*store->record(id), Field::sourceFile).view(), world.userFile().u16string());
+  EXPECT_EQ(world.namesIn(world.userFile()).at(Refhost::toNarrow(id)), "Made");
+}
+
+TEST_F(Store, MarksNothingWhileDownloadedDataIsOff) {
+  home.putUserFile(oneRecord("WM_1", "Mine"));
+  const auto store = world.open();
+  const Node record = world.newRecord(*store, u"Theirs");
+  setField(*record, Field::downloaded, u"True");
+  store->updateRecord(u"WM_2", record);
+  EXPECT_THAT(world.list(*store), ElementsAre("0=None", "WM_1=Mine", "WM_2=Theirs"));
+}
+
 TEST_F(Store, AnUpdateStaysInTheFileOfItsSource) {
   home.putLocalFile("a", oneRecord("WM_a", "from a"));
   const auto store = world.open();
