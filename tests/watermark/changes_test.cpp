@@ -390,6 +390,18 @@ TEST_F(Changes, DeletingFromMoreThanFitLeavesAddDisabled) {
   }
 }
 
+// The editor moves the selection when the user agrees to replace an entry above it.
+TEST_F(Changes, AReplacementThatCannotBeSavedLeavesTheSelection) {
+  open();
+  world->preferences.set(u"WatermarkSel", u"WM_2");
+  std::filesystem::remove_all(folder.path / "home" / "user");
+  willAccept({{nameBox, u"one"}});
+  click(u"btn_WMEdit");
+  EXPECT_THAT(world->face.failures, SizeIs(1));
+  EXPECT_THAT(names(), ElementsAre("None", "one", "three", "two"));
+  EXPECT_EQ(selected(), "WM_2");
+}
+
 TEST_F(Changes, WhatCannotBeSavedIsToldAndChangesNothing) {
   open();
   world->preferences.set(u"WatermarkSel", u"WM_2");
