@@ -344,6 +344,16 @@ TEST_F(Store, WithoutTheLocalDataSettingReadsTheUsersFileAlone) {
   EXPECT_EQ(bytesOf(world.localFile("a")), oneRecord("WM_a", "from a"));
 }
 
+TEST_F(Store, WithoutTheLocalDataSettingWritesNoMergedCopy) {
+  world.manager->settings->remove(u"kilnworks.user.localdata.path");
+  const auto store = world.open();
+  world.writes.clear();
+  const Node record = world.newRecord(*store, u"Elsewhere");
+  setField(*record, Field::sourceFile, (home.folder.path / "elsewhere.xml").u16string());
+  store->updateRecord(u"WM_1", record);
+  EXPECT_THAT(world.writes, ElementsAre("elsewhere.xml"));
+}
+
 TEST_F(Store, ExportsEveryRecordAsItIsInItsFile) {
   world.set(u"kilnworks.tips.userdata.support", u"True");
   home.putUserFile(oneRecord("WM_u", "same"));
