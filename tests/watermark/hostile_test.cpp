@@ -314,14 +314,6 @@ TEST_F(Store, AHundredThousandAndOneRecordsAreTooMany) {
               ElementsAre(testing::StartsWith("A watermark file holds more than 100000 records.")));
 }
 
-// A time in which nobody would call it hung, with room for a loaded machine.
-template <class Work>
-void expectPrompt(const Work& work) {
-  const auto start = std::chrono::steady_clock::now();
-  work();
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30));
-}
-
 // One more than the store takes, more than a document may have, and more elements in fewer records.
 TEST_F(Store, SetsAFileOfTooManyRecordsAside) {
   int copies = 0;
