@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -82,6 +83,12 @@ class Disk {
 
 // The file system of this machine.
 Disk& realDisk();
+
+#ifdef _WIN32
+// Called by the real disk before it tries again to open, replace or delete a file that another program has open.
+// Sleeps; tests let the other program close the file instead.
+extern std::function<void()> pauseBetweenAttempts;
+#endif
 
 // The id of this process, and whether a process with that id is running on this machine.
 long processNumber();

@@ -55,7 +55,6 @@ std::wstring checked(const fs::path& path, std::string_view action) {
 template <class Call>
 bool patiently(const Call& call) {
   constexpr int attempts = 50;
-  constexpr DWORD pause = 20;  // ms
   for (int attempt = 1;; ++attempt) {
     if (call()) return true;
     const DWORD code = GetLastError();
@@ -64,7 +63,7 @@ bool patiently(const Call& call) {
       SetLastError(code);
       return false;
     }
-    Sleep(pause);
+    pauseBetweenAttempts();
   }
 }
 
@@ -247,6 +246,8 @@ class WindowsDisk final : public Disk {
 };
 
 }  // namespace
+
+std::function<void()> pauseBetweenAttempts = [] { Sleep(20); };  // ms
 
 Disk& realDisk() {
   static WindowsDisk disk;

@@ -7,12 +7,12 @@
 
 #include <windows.h>
 
-#include <chrono>
-#include <thread>
+#include <functional>
+#include <memory>
+#include <utility>
 
 using namespace Refhost;
 namespace fs = std::filesystem;
-using namespace std::chrono_literals;
 
 namespace {
 
@@ -29,16 +29,28 @@ class Hold {
   HANDLE handle;
 };
 
-// Runs the work while another program has the file open for some time.
+// What the disk does between two attempts, for as long as this lives.
+class Pause {
+ public:
+  explicit Pause(std::function<void()> pause) : usual(std::exchange(pauseBetweenAttempts, std::move(pause))) {}
+  ~Pause() { pauseBetweenAttempts = usual; }
+  Pause(const Pause&) = delete;
+  Pause& operator=(const Pause&) = delete;
+
+ private:
+  std::function<void()> usual;
+};
+
+// Runs the work while another program has the file open, and closes it after the third attempt.
 template <class Work>
-void whileHeld(const fs::path& file, std::chrono::milliseconds time, const Work& work) {
+void whileHeld(const fs::path& file, const Work& work) {
   auto hold = std::make_unique<Hold>(file);
-  std::thread other([&] {
-    std::this_thread::sleep_for(time);
-    hold.reset();
+  int pauses = 0;
+  const Pause pause([&] {
+    if (++pauses == 3) hold.reset();
   });
   work();
-  other.join();
+  EXPECT_EQ(pauses, 3);
 }
 
 TEST(RealDisk, WaitsForAProgramThatLooksIntoAFile) {
@@ -46,11 +58,11 @@ TEST(RealDisk, WaitsForAProgramThatLooksIntoAFile) {
   const auto path = scratch.folder / "marks.xml";
   put(path, "old");
   std::string read;
-  whileHeld(path, 60ms, [&] { read = realDisk().read(path, 100); });
+  whileHeld(path, [&] { read = realDisk().read(path, 100); });
   EXPECT_EQ(read, "old");
-  whileHeld(path, 60ms, [&] { EXPECT_TRUE(replaceWhole(realDisk(), path, "new")); });
+  whileHeld(path, [&] { EXPECT_TRUE(replaceWhole(realDisk(), path, "new")); });
   EXPECT_EQ(contentOf(path), "new");
-  whileHeld(path, 60ms, [&] { EXPECT_TRUE(realDisk().remove(path)); });
+  whileHeld(path, [&] { EXPECT_TRUE(realDisk().remove(path)); });
   EXPECT_FALSE(fs::exists(path));
 }
 
@@ -61,12 +73,15 @@ TEST(RealDisk, GivesAFileUpThatAnotherProgramKeeps) {
   const auto temporary = scratch.folder / "temporary";
   put(temporary, "new");
   std::string sentence;
+  int pauses = 0;
   {
     const Hold hold(path);
+    const Pause pause([&] { ++pauses; });
     sentence = sentenceOf<DiskError>([&] { realDisk().replace(temporary, path); });
   }
   EXPECT_EQ(sentence,
             shownPath(path) + " cannot be written: another program has it open; close it there and try again.");
+  EXPECT_EQ(pauses, 49);
   EXPECT_EQ(contentOf(path), "old");
 }
 
