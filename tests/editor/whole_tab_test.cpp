@@ -50,40 +50,42 @@ TEST(EditorInTheTab, WritesWhatWasEditedAndItsDetails) {
   EXPECT_NE(bytes.find("<angle>-30</angle>"), bytes.npos);
 }
 
-// A text that cannot be parsed is rejected with a message; the editor stays usable.
-TEST(EditorInTheTab, GoesOnAfterAFailure) {
+// A translation that cannot be parsed, found when the editor looks up reserved names.
+class EditorWithABrokenTranslation : public testing::Test {
+ protected:
+  EditorWithABrokenTranslation() {
+    Testing::copyResources(resources.path / "kiln");
+    auto options = Testing::builtOptions();
+    options.resources = resources.path / "kiln";
+    tab.emplace(options);
+    Testing::writeFile(resources.path / "kiln/base/content/fr-FR/strings.dtd", "<!ENTITY broken");
+  }
+
   Testing::TemporaryFolder resources;
-  Testing::copyResources(resources.path / "kiln");
-  auto options = Testing::builtOptions();
-  options.resources = resources.path / "kiln";
-  Tab tab(options);
-  Testing::writeFile(resources.path / "kiln/base/content/fr-FR/strings.dtd", "<!ENTITY broken");
-  tab.open(u"btn_WMEdit", [&](Hand& hand) {
+  std::optional<Tab> tab;
+};
+
+TEST_F(EditorWithABrokenTranslation, RejectsTheTextWithAMessageAndStaysUsable) {
+  tab->open(u"btn_WMEdit", [&](Hand& hand) {
     EXPECT_FALSE(hand.type("txt_EffWMTxtBox", "Other"));
     EXPECT_EQ(hand.text("txt_EffWMTxtBox"), "Confidential");
-    EXPECT_THAT(tab.world->face.failures, SizeIs(1));
+    EXPECT_THAT(tab->world->face.failures, SizeIs(1));
     EXPECT_TRUE(hand.type("txt_EffWMAngle", "12"));
     EXPECT_EQ(hand.position("scr_EffWMAngScroll"), 102);
     hand.scroll("scr_EffWMAngScroll", 90);
     EXPECT_EQ(hand.text("txt_EffWMAngle"), "0");
     EXPECT_TRUE(hand.accept());
   });
-  EXPECT_EQ(tab.value(u"WatermarkTextAngle"), "360");
+  EXPECT_EQ(tab->value(u"WatermarkTextAngle"), "360");
 }
 
 // The text that the failure kept from the box has been taken by then.
-TEST(EditorInTheTab, StoresTheTextThatWasTypedBeforeAFailure) {
-  Testing::TemporaryFolder resources;
-  Testing::copyResources(resources.path / "kiln");
-  auto options = Testing::builtOptions();
-  options.resources = resources.path / "kiln";
-  Tab tab(options);
-  Testing::writeFile(resources.path / "kiln/base/content/fr-FR/strings.dtd", "<!ENTITY broken");
-  tab.open(u"btn_WMEdit", [&](Hand& hand) {
+TEST_F(EditorWithABrokenTranslation, StoresTheTextThatWasTypedBeforeTheFailure) {
+  tab->open(u"btn_WMEdit", [&](Hand& hand) {
     EXPECT_FALSE(hand.type("txt_EffWMTxtBox", "Other"));
     EXPECT_TRUE(hand.accept());
   });
-  EXPECT_EQ(tab.value(u"WatermarkText"), "Other");
+  EXPECT_EQ(tab->value(u"WatermarkText"), "Other");
 }
 
 TEST(EditorInTheTab, KnowsTheNamesOfNoneInTheLanguagesOfTheBase) {
