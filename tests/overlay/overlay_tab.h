@@ -19,6 +19,12 @@ inline std::vector<std::string> sent(const std::vector<Refhost::TraceEvent>& eve
   return lines;
 }
 
+inline Refhost::Options withUserData() {
+  auto options = Testing::builtOptions();
+  options.settings = {{u"kilnworks.tips.userdata.support", u"True"}};
+  return options;
+}
+
 struct OverlayTab {
   // Opens the preferences with a home.
   explicit OverlayTab(const OverlayHome& openedHome, Refhost::Options options = Testing::builtOptions())
