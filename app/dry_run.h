@@ -1,8 +1,8 @@
 // Describes in words what printing would do.
 #pragma once
 
-#include "press/effects.h"
-#include "press/plan.h"
+#include "press/job/effects.h"
+#include "press/job/plan.h"
 
 #include <map>
 #include <string>

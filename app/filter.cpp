@@ -10,7 +10,7 @@
 #include "app/silent_run.h"
 #include "app/standard_files.h"
 #include "host/unicode.h"
-#include "press/print.h"
+#include "press/job/print.h"
 
 #include <algorithm>
 #include <charconv>

@@ -2,7 +2,7 @@
 #include "app/commands.h"
 #include "app/silent_run.h"
 #include "host/unicode.h"
-#include "press/capture.h"
+#include "press/job/capture.h"
 
 #include <iostream>
 #include <memory>

@@ -1,10 +1,10 @@
 // Commands that create sample files: a sample job, a picture of a page.
 #include "app/commands.h"
 #include "app/host_options.h"
-#include "press/picture_loader.h"
-#include "press/print.h"
-#include "press/sample.h"
-#include "press/whole_file.h"
+#include "press/job/print.h"
+#include "press/job/sample.h"
+#include "press/job/whole_file.h"
+#include "press/pictures/loader.h"
 
 #include <memory>
 

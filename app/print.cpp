@@ -1,4 +1,4 @@
-#include "press/print.h"
+#include "press/job/print.h"
 #include "app/commands.h"
 #include "app/dry_run.h"
 #include "app/failure.h"

@@ -4,7 +4,7 @@
 #include "fuzz/fuzzing.h"
 #include "host/unicode.h"
 #include "press/error.h"
-#include "press/overlay.h"
+#include "press/marks/overlay.h"
 
 #include <optional>
 #include <vector>

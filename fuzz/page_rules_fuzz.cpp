@@ -5,7 +5,7 @@
 #include "fuzz/fuzzing.h"
 #include "host/unicode.h"
 #include "press/error.h"
-#include "press/page_rule.h"
+#include "press/pages/rule.h"
 
 #include <limits>
 #include <optional>

@@ -1,8 +1,8 @@
 // Any bytes as a job that is printed with effects, which the last byte chooses; a line feed chooses them all. The job
 // is printed, and so is what comes out, or is refused with a sentence and leaves the file as it was.
 #include "fuzz/fuzzing.h"
-#include "press/print.h"
-#include "press/sample.h"
+#include "press/job/print.h"
+#include "press/job/sample.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 // its pixels. As pixels: the picture that the print side makes of them is taken, and no part of it is.
 #include "fuzz/fuzzing.h"
 #include "host/documents/bitmap.h"
-#include "press/bitmap.h"
+#include "press/pictures/bitmap.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "press/error.h"
 
-#include "press/unicode.h"
+#include "press/text/unicode.h"
 
 namespace Press {
 

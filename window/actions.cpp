@@ -1,6 +1,6 @@
 // User actions in the window, apart from the tabs.
 #include "host/unicode.h"
-#include "press/print.h"
+#include "press/job/print.h"
 #include "window/background_run.h"
 #include "window/file_question.h"
 #include "window/page_panel.h"

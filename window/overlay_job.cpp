@@ -1,6 +1,6 @@
 // "Print into overlay...": makes an overlay of the current job.
-#include "press/capture.h"
 #include "press/error.h"
+#include "press/job/capture.h"
 #include "window/background_run.h"
 #include "window/preferences_window.h"
 

@@ -1,7 +1,7 @@
 #include "window/page_artist.h"
 
-#include "press/picture_loader.h"
-#include "press/print.h"
+#include "press/job/print.h"
+#include "press/pictures/loader.h"
 
 #include <algorithm>
 #include <map>

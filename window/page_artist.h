@@ -1,7 +1,7 @@
 // Draws pages as they will print, in a background thread, so that clicks never wait for a picture.
 #pragma once
 
-#include "press/effects.h"
+#include "press/job/effects.h"
 
 #include <QImage>
 #include <QObject>

@@ -1,6 +1,6 @@
 #include "window/preferences_window.h"
 
-#include "press/sample.h"
+#include "press/job/sample.h"
 #include "window/fonts.h"
 #include "window/help_viewer.h"
 #include "window/inspector.h"

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "host/face.h"
-#include "press/capture.h"
-#include "press/effects.h"
+#include "press/job/capture.h"
+#include "press/job/effects.h"
 #include "window/dialog_windows.h"
 #include "window/qt_texts.h"
 #include "window/session.h"

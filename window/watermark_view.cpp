@@ -1,8 +1,8 @@
 #include "window/watermark_view.h"
 
 #include "press/error.h"
-#include "press/mark_place.h"
-#include "press/outlines.h"
+#include "press/marks/place.h"
+#include "press/text/outlines.h"
 #include "window/paper.h"
 #include "window/texts.h"
 

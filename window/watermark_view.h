@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/widgets/preview.h"
-#include "press/watermark.h"
+#include "press/marks/watermark.h"
 
 #include <QPainterPath>
 #include <QSizeF>

@@ -6,7 +6,7 @@
 #include <qpdf/Pl_Flate.hh>
 #include <qpdf/Pl_String.hh>
 
-#include "press/pdf_bytes.h"
+#include "press/pdf/bytes.h"
 
 namespace {
 

@@ -3,9 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "press/bitmap.h"
-#include "press/capture.h"
-#include "press/sample.h"
+#include "press/job/capture.h"
+#include "press/job/sample.h"
+#include "press/pictures/bitmap.h"
 #include "tests/press/rendering.h"
 #include "tests/press/test_job.h"
 

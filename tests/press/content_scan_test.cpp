@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "press/content_scan.h"
+#include "press/pages/content_scan.h"
 
 using Press::standsAlone;
 

@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "press/edge.h"
+#include "press/text/edge.h"
 
 using Press::edgeOf;
 using Press::Path;

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "press/effects.h"
+#include "press/job/effects.h"
 
 using Press::Effects;
 using Press::effectsFromProperties;

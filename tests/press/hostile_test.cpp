@@ -7,8 +7,8 @@
 
 #include <gtest/gtest.h>
 
-#include "press/pdf_bytes.h"
-#include "press/sample.h"
+#include "press/job/sample.h"
+#include "press/pdf/bytes.h"
 #include "tests/press/test_job.h"
 #include "tests/support/growth.h"
 

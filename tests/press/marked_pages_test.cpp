@@ -7,7 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "press/sample.h"
+#include "press/job/sample.h"
 #include "tests/press/awkward_pages.h"
 #include "tests/press/rendering.h"
 #include "tests/press/test_job.h"

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "press/error.h"
-#include "press/outlines.h"
+#include "press/text/outlines.h"
 
 using Press::Outlines;
 using Press::outlinesOf;

@@ -6,7 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "press/pdf_bytes.h"
+#include "press/pdf/bytes.h"
 #include "tests/press/awkward_pages.h"
 #include "tests/press/rendering.h"
 #include "tests/press/test_job.h"

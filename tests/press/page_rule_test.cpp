@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "press/error.h"
-#include "press/page_rule.h"
+#include "press/pages/rule.h"
 
 using Press::PageRule;
 

@@ -4,7 +4,7 @@
 #include <map>
 #include <string>
 
-#include "press/print.h"
+#include "press/job/print.h"
 
 int main(int count, char** arguments) {
   std::map<std::string, std::string> properties;

@@ -9,8 +9,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "press/pdf_bytes.h"
-#include "press/sample.h"
+#include "press/job/sample.h"
+#include "press/pdf/bytes.h"
 #include "tests/press/rendering.h"
 #include "tests/press/small_disk.h"
 #include "tests/press/test_job.h"

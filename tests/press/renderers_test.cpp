@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "press/picture_loader.h"
+#include "press/pictures/loader.h"
 #include "tests/press/rendering.h"
 #include "tests/press/test_job.h"
 

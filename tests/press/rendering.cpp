@@ -5,7 +5,7 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "press/picture_loader.h"
+#include "press/pictures/loader.h"
 #include "tests/press/test_job.h"
 
 using Press::Picture;

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "press/effects.h"
-#include "press/pictures.h"
+#include "press/job/effects.h"
+#include "press/pictures/picture.h"
 
 /// The programs that must agree on a page's appearance.
 enum class Renderer { poppler, mupdf, ghostscript };

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "press/sample.h"
+#include "press/job/sample.h"
 #include "tests/press/rendering.h"
 #include "tests/press/test_job.h"
 

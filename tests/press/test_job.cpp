@@ -10,7 +10,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "press/pdf_bytes.h"
+#include "press/pdf/bytes.h"
 
 namespace fs = std::filesystem;
 

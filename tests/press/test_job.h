@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "press/effects.h"
-#include "press/print.h"
+#include "press/job/effects.h"
+#include "press/job/print.h"
 
 /// A temporary folder for one test.
 class TestFolder {

@@ -4,10 +4,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "press/effects.h"
 #include "press/error.h"
-#include "press/mark_place.h"
-#include "press/watermark.h"
+#include "press/job/effects.h"
+#include "press/marks/place.h"
+#include "press/marks/watermark.h"
 
 using Press::Across;
 using Press::Box;

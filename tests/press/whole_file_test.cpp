@@ -5,7 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "press/whole_file.h"
+#include "press/job/whole_file.h"
 #include "tests/press/test_job.h"
 
 namespace fs = std::filesystem;

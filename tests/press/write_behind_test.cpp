@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "press/write_behind.h"
+#include "press/job/write_behind.h"
 #include "tests/press/small_disk.h"
 #include "tests/press/test_job.h"
 

@@ -1,6 +1,6 @@
 // "Print into overlay...": the questions, the overlay, and the updated tab.
-#include "press/pdf_bytes.h"
-#include "press/sample.h"
+#include "press/job/sample.h"
+#include "press/pdf/bytes.h"
 #include "tests/documents/failing_disk.h"
 #include "tests/window/answers.h"
 #include "window/picture_box.h"

@@ -1,6 +1,6 @@
 // The page beside the tabs: it is updated with each click, and has controls for the other pages.
-#include "press/print.h"
-#include "press/sample.h"
+#include "press/job/print.h"
+#include "press/job/sample.h"
 #include "tests/window/open_window.h"
 
 #include <gtest/gtest.h>

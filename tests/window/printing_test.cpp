@@ -1,5 +1,5 @@
 // "Print...": the file dialog, and the final message.
-#include "press/sample.h"
+#include "press/job/sample.h"
 #include "tests/window/open_window.h"
 
 #include <gtest/gtest.h>

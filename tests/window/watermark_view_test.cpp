@@ -1,8 +1,8 @@
 // The preview of a watermark: the position and rendering of the text.
 #include "window/watermark_view.h"
 
-#include "press/mark_place.h"
-#include "press/outlines.h"
+#include "press/marks/place.h"
+#include "press/text/outlines.h"
 #include "tests/window/shown_layout.h"
 
 #include <gtest/gtest.h>

@@ -1,0 +1,37 @@
+#include "press/job/capture.h"
+
+#include <algorithm>
+
+#include "press/error.h"
+#include "press/job/print.h"
+#include "press/pictures/bitmap.h"
+#include "press/pictures/loader.h"
+
+namespace Press {
+
+namespace {
+
+constexpr int longestSide = 256;  ///< Pixels of a thumbnail.
+constexpr double coarseDpi = 9;   ///< Enough to measure a page, and cheap even for posters.
+
+Picture thumbnail(const std::string& pdf) {
+  const Picture sketch = drawPage(pdf, 1, coarseDpi);
+  return drawPage(pdf, 1, coarseDpi * longestSide / std::max({sketch.width, sketch.height, 1}));
+}
+
+}  // namespace
+
+Capture captureOverlay(const std::filesystem::path& in, const Effects& effects) {
+  Job job(in);
+  Capture capture;
+  capture.pdf = job.printPage(1, effects);
+  capture.notes = job.notes();
+  try {
+    capture.thumbnail = bitmapFile(thumbnail(capture.pdf));
+  } catch (const Error& error) {
+    capture.notes.push_back("The overlay has no picture of its own. " + std::string(error.what()));
+  }
+  return capture;
+}
+
+}  // namespace Press

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "press/job/effects.h"
+
+namespace Press {
+
+/// An overlay made from a job.
+struct Capture {
+  std::string pdf;                       ///< A self-contained PDF of one page.
+  std::optional<std::string> thumbnail;  ///< A small BMP picture of it; none when the page cannot be drawn.
+  std::vector<std::string> notes;        ///< Sentences as returned by `printPdf`, and one when there is no picture.
+};
+
+/// Makes an overlay of a job: its first page as printed with these effects. Throws `Error`.
+Capture captureOverlay(const std::filesystem::path& in, const Effects& effects = {});
+
+}  // namespace Press

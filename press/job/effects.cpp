@@ -1,0 +1,56 @@
+#include "press/job/effects.h"
+
+#include <algorithm>
+#include <tuple>
+
+#include "press/error.h"
+
+namespace Press {
+
+namespace {
+
+auto allOf(const Effects& effects) {
+  return std::tie(effects.mirrorImage, effects.negativeImage, effects.rotate180, effects.rotate180ForA3Ledger,
+                  effects.watermark, effects.overlays, effects.overlaysOverPage, effects.overlaysOnEachPage,
+                  effects.pagesOnSheet, effects.refusal);
+}
+
+}  // namespace
+
+bool Effects::any() const {
+  return mirrorImage || negativeImage || rotate180 || rotate180ForA3Ledger || !watermark.text.empty() ||
+         !overlays.empty() || pagesOnSheet != 1;
+}
+
+bool Effects::dependOnPlace() const {
+  const auto isForSome = [](const Overlay& overlay) { return !(overlay.pages == PageRule()); };
+  return (watermark.firstOnly && !watermark.text.empty()) || std::any_of(overlays.begin(), overlays.end(), isForSome);
+}
+
+bool operator==(const Effects& a, const Effects& b) { return allOf(a) == allOf(b); }
+
+Effects effectsFromProperties(const std::map<std::string, std::string>& properties) {
+  const auto holds = [&](const char* name, const char* on) {
+    const auto found = properties.find(name);
+    return found != properties.end() && found->second == on;
+  };
+  Effects effects;
+  effects.mirrorImage = holds("MirrorImage", "MirrorImage");
+  effects.negativeImage = holds("NegativeImage", "Negative");
+  effects.rotate180 = holds("Rotate180", "Rotate180");
+  // The "on" value is the same as for Rotate180.
+  effects.rotate180ForA3Ledger = holds("Rotate180ForA3LD", "Rotate180");
+  effects.overlaysOverPage = holds("OverlayLayering", "Overlay");
+  effects.overlaysOnEachPage = holds("OverlayOccurance", "PerPage");
+  if (holds("Nin1", "2in1")) effects.pagesOnSheet = 2;
+  if (holds("Nin1", "4in1")) effects.pagesOnSheet = 4;
+  try {
+    effects.watermark = watermarkFromProperties(properties);
+    effects.overlays = overlaysFromProperties(properties);
+  } catch (const Error& error) {
+    effects.refusal = error.what();
+  }
+  return effects;
+}
+
+}  // namespace Press

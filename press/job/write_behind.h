@@ -1,0 +1,49 @@
+#pragma once
+
+#include <condition_variable>
+#include <cstddef>
+#include <exception>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "press/job/whole_file.h"
+
+namespace Press {
+
+/// Writes to a file in a background thread, so that producing and writing overlap.
+class WriteBehind {
+ public:
+  /// `destination` outlives this object, and must not be used otherwise until `complete` returns.
+  explicit WriteBehind(WholeFile& destination) : file(destination) {}
+  /// Discards what is not written yet.
+  ~WriteBehind();
+  WriteBehind(const WriteBehind&) = delete;
+  WriteBehind& operator=(const WriteBehind&) = delete;
+
+  /// Copies the bytes. Returns before they are written, unless the queue is full; errors are kept for `complete`.
+  void write(const char* data, std::size_t size);
+  /// Must be the last call: returns when everything is written; throws the first error, a `std::system_error`.
+  void complete();
+
+ private:
+  using Piece = std::string;
+
+  void handOver(std::size_t most);
+  void run();
+  void end();
+
+  WholeFile& file;
+  Piece current;
+  std::thread writer;  ///< Started with the first full piece. Shares the members below, guarded by the lock.
+  std::mutex lock;
+  std::condition_variable changed;
+  std::vector<Piece> waiting;  ///< In order.
+  std::vector<Piece> spare;
+  std::size_t pieces = 1;  ///< Buffers allocated.
+  bool isEnding = false;
+  std::exception_ptr failure;
+};
+
+}  // namespace Press

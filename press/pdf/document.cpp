@@ -1,0 +1,142 @@
+#include "press/pdf/document.h"
+
+#include <algorithm>
+#include <fstream>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <system_error>
+
+#include <qpdf/QPDFExc.hh>
+
+#include "press/error.h"
+#include "press/pdf/input_file.h"
+
+namespace fs = std::filesystem;
+
+namespace Press {
+
+namespace {
+
+void refuseWhatIsNoPdf(const fs::path& file) {
+  std::error_code code;
+  const fs::file_status status = fs::status(file, code);
+  if (!fs::exists(status)) throw Error(quoted(file) + " does not exist: check its name and its folder.");
+  if (!fs::is_regular_file(status))
+    throw Error(quoted(file) + " is not an ordinary file: name the PDF file that is to be printed.");
+  std::ifstream stream(file, std::ios::binary);
+  if (!stream) throw Error(quoted(file) + " cannot be read: ask its owner for permission to read it.");
+  std::string start(1024, '\0');  // Readers skip leading junk before the PDF header.
+  stream.read(start.data(), static_cast<std::streamsize>(start.size()));
+  start.resize(static_cast<std::size_t>(stream.gcount()));
+  if (start.find("%PDF-") == std::string::npos)
+    throw Error(quoted(file) + " is not a PDF file: save or export the document as PDF and print that.");
+}
+
+/// The inherited attributes of a node, and its kids still to be visited.
+struct Level {
+  PageEntry inherited;
+  std::vector<QPDFObjectHandle> kids;
+  std::size_t next = 0;
+};
+
+/// Walks the page tree iteratively, visiting each node once, so that loops and deep nesting in hostile files are
+/// harmless.
+class PageWalk {
+ public:
+  explicit PageWalk(QPDF& document) : pdf(document) {}
+
+  std::vector<PageEntry> run() {
+    QPDFObjectHandle root = pdf.getTrailer().getKeyIfDict("/Root").getKeyIfDict("/Pages");
+    if (root.isDictionary()) visit(root, {});
+    while (!levels.empty()) {
+      Level& level = levels.back();
+      if (level.next == level.kids.size()) {
+        levels.pop_back();
+        continue;
+      }
+      QPDFObjectHandle kid = level.kids[level.next++];
+      if (kid.isDictionary())
+        visit(kid, level.inherited);
+      else if (!kid.isNull() || pdf.anyWarnings())  // A valid file may have a null reference where a page was deleted.
+        throw std::runtime_error("page " + std::to_string(pages.size() + 1) + " cannot be read");
+    }
+    return std::move(pages);
+  }
+
+ private:
+  // `entry` by value: entering a node may reallocate the level that it comes from.
+  void visit(QPDFObjectHandle node, PageEntry entry) {
+    entry.page = node;
+    QPDFObjectHandle kids = node.getKey("/Kids");
+    inherit(node, "/Resources", entry.resources);
+    inherit(node, "/MediaBox", entry.mediaBox);
+    inherit(node, "/CropBox", entry.cropBox);
+    inherit(node, "/Rotate", entry.rotate);
+    if (!kids.isArray()) {
+      pages.push_back(std::move(entry));
+      return;
+    }
+    if (node.isIndirect() && !seen.insert(node.getObjGen()).second) return;
+    if (entry.resources.isDictionary() && !entry.resources.isIndirect()) {
+      // Many pages will refer to the resources; an indirect object is stored once.
+      entry.resources = pdf.makeIndirectObject(entry.resources);
+      node.replaceKey("/Resources", entry.resources);
+    }
+    levels.push_back({std::move(entry), kids.getArrayAsVector()});
+  }
+
+  static void inherit(QPDFObjectHandle& node, const char* key, QPDFObjectHandle& value) {
+    QPDFObjectHandle own = node.getKey(key);
+    if (!own.isNull() || !value.isInitialized()) value = own;
+  }
+
+  QPDF& pdf;
+  std::vector<PageEntry> pages;
+  std::vector<Level> levels;
+  std::set<QPDFObjGen> seen;
+};
+
+/// The library writes with the key length in the file, but reads with the correct one: fix the file's entry.
+void tellLengthOfKey(QPDF& pdf) {
+  QPDFObjectHandle encryption = pdf.getTrailer().getKey("/Encrypt");
+  if (!pdf.isEncrypted() || !encryption.isDictionary()) return;
+  const auto bits = static_cast<long long>(8 * pdf.getEncryptionKey().size());
+  encryption.replaceKey("/Length", QPDFObjectHandle::newInteger(bits));
+}
+
+Document open(const fs::path& file) {
+  Document document;
+  document.pdf = std::make_unique<QPDF>();
+  QPDF& pdf = *document.pdf;
+  pdf.setSuppressWarnings(true);
+  pdf.processInputSource(std::make_shared<InputFile>(file));
+  if (pdf.isEncrypted() && !pdf.allowPrintLowRes())
+    throw Error(quoted(file) + " may not be printed, its author says: ask for a copy that may.");
+  tellLengthOfKey(pdf);
+  document.pages = PageWalk(pdf).run();
+  if (document.pages.empty())
+    throw Error(quoted(file) + " has no pages: save or export the document as PDF again and print that.");
+  return document;
+}
+
+}  // namespace
+
+Document openDocument(const fs::path& file) {
+  refuseWhatIsNoPdf(file);
+  try {
+    return open(file);
+  } catch (const Error&) {
+    throw;
+  } catch (const QPDFExc& problem) {
+    if (problem.getErrorCode() == qpdf_e_password)
+      throw Error(quoted(file) + " needs a password: save a copy without protection and print that.");
+    throw Error(quoted(file) + " is damaged (" + problem.getMessageDetail() +
+                "): save or export the document as PDF again and print that.");
+  } catch (const std::exception& problem) {
+    throw Error(quoted(file) + " is damaged (" + problem.what() +
+                "): save or export the document as PDF again and print that.");
+  }
+}
+
+}  // namespace Press

@@ -1,0 +1,86 @@
+#include "press/pictures/loader.h"
+
+#include <utility>
+
+#include "press/error.h"
+#include "press/pictures/module.h"
+
+#ifdef _WIN32
+#include <windows.h>
+#else
+#include <dlfcn.h>
+#endif
+
+namespace fs = std::filesystem;
+
+namespace Press {
+
+namespace {
+
+constexpr const char* reinstall = "): install the program again, all of its files in one folder.";
+
+#ifdef _WIN32
+
+fs::path programFolder() {
+  wchar_t path[32768];
+  const DWORD length = GetModuleFileNameW(nullptr, path, 32768);
+  return fs::path(path, path + length).parent_path();
+}
+
+KilnDrawPage load() {
+  const fs::path file = programFolder() / "kiln-pictures.dll";
+  const HMODULE library = LoadLibraryW(file.c_str());
+  const FARPROC function = library ? GetProcAddress(library, drawPageSymbol) : nullptr;
+  if (!function) throw Error(quoted(file) + " cannot be loaded (error " + std::to_string(GetLastError()) + reinstall);
+  return reinterpret_cast<KilnDrawPage>(reinterpret_cast<void*>(function));
+}
+
+#else
+
+KilnDrawPage load() {
+  const fs::path file = fs::read_symlink("/proc/self/exe").parent_path() / "kiln-pictures.so";
+  void* library = ::dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+  void* function = library ? ::dlsym(library, drawPageSymbol) : nullptr;
+  if (!function) throw Error(quoted(file) + " cannot be loaded (" + ::dlerror() + reinstall);
+  return reinterpret_cast<KilnDrawPage>(function);
+}
+
+#endif
+
+struct Result {
+  Picture picture;
+  std::string error;
+};
+
+void receive(void* context, int width, int height, const std::uint32_t* argb, const char* error) {
+  Result& result = *static_cast<Result*>(context);
+  if (error)
+    result.error = error;
+  else
+    result.picture = {width, height, {argb, argb + static_cast<std::size_t>(width) * static_cast<std::size_t>(height)}};
+}
+
+Result draw(const std::string& pdf, int page, double dpi, const char* png) {
+  static const KilnDrawPage function = load();
+  Result result;
+  function(pdf.data(), pdf.size(), page, dpi, png, &receive, &result);
+  return result;
+}
+
+}  // namespace
+
+Picture drawPage(const std::string& pdf, int page, double dpi) {
+  Result result = draw(pdf, page, dpi, nullptr);
+  if (!result.error.empty())
+    throw Error("Page " + std::to_string(page) + " cannot be shown (" + result.error +
+                "): try another page or a smaller size.");
+  return std::move(result.picture);
+}
+
+void drawPageToPng(const std::string& pdf, int page, double dpi, const fs::path& png) {
+  const Result result = draw(pdf, page, dpi, png.string().c_str());
+  if (!result.error.empty())
+    throw Error(quoted(png) + " cannot be made (" + result.error + "): choose another page, size or place.");
+}
+
+}  // namespace Press

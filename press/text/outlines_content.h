@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+
+#include "press/text/outlines.h"
+
+namespace Press {
+
+/// Content that fills and strokes outlines in the current colours.
+std::string contentOf(const Outlines& outlines);
+
+}  // namespace Press
