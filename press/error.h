@@ -8,26 +8,26 @@
 
 namespace Press {
 
-/// An error that the user can fix: `what()` is one UTF-8 sentence with the file, the problem, and what to do.
+// An error that the user can fix: `what()` is one UTF-8 sentence with the file, the problem, and what to do.
 class Error : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
-/// Thrown when the caller's progress function stopped the job; nothing was written.
+// Thrown when the caller's progress function stopped the job; nothing was written.
 class Cancelled : public std::runtime_error {
  public:
   Cancelled() : std::runtime_error("printing was stopped") {}
 };
 
-/// The path in UTF-8.
+// The path in UTF-8.
 std::string utf8(const std::filesystem::path& path);
 
-/// The path in UTF-8 and in quotation marks, for messages.
+// The path in UTF-8 and in quotation marks, for messages.
 std::string quoted(const std::filesystem::path& path);
 
-/// The start of a text, of at most so many bytes, as it stands in a sentence: whole characters, "?" for what controls a
-/// terminal, and "..." for what is left out.
+// The start of a text, of at most so many bytes, as it stands in a sentence: whole characters, "?" for what controls a
+// terminal, and "..." for what is left out.
 std::string excerpt(std::string_view text, std::size_t most);
 
 }  // namespace Press

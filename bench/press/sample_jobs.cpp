@@ -1,12 +1,12 @@
 #include "bench/press/sample_jobs.h"
 
-#include <random>
-#include <vector>
+#include "press/pdf/bytes.h"
 
 #include <qpdf/Pl_Flate.hh>
 #include <qpdf/Pl_String.hh>
 
-#include "press/pdf/bytes.h"
+#include <random>
+#include <vector>
 
 namespace {
 
@@ -36,7 +36,7 @@ std::string deflated(const std::string& data) {
   return result;
 }
 
-/// Completes a job whose page dictionaries have this content.
+// Completes a job whose page dictionaries have this content.
 std::string finished(Press::PdfBytes& pdf, int pages, const std::vector<std::string>& sheets) {
   using Press::reference;
   std::string kids;

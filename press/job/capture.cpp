@@ -1,18 +1,17 @@
 #include "press/job/capture.h"
 
-#include <algorithm>
-
 #include "press/error.h"
 #include "press/job/print.h"
 #include "press/pictures/bitmap.h"
 #include "press/pictures/loader.h"
 
-namespace Press {
+#include <algorithm>
 
+namespace Press {
 namespace {
 
-constexpr int longestSide = 256;  ///< Pixels of a thumbnail.
-constexpr double coarseDpi = 9;   ///< Enough to measure a page, and cheap even for posters.
+constexpr int longestSide = 256;  // pixels of a thumbnail
+constexpr double coarseDpi = 9;   // enough to measure a page, and cheap even for posters
 
 Picture thumbnail(const std::string& pdf) {
   const Picture sketch = drawPage(pdf, 1, coarseDpi);

@@ -1,22 +1,22 @@
 #pragma once
 
+#include "press/job/effects.h"
+
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "press/job/effects.h"
-
 namespace Press {
 
-/// An overlay made from a job.
+// An overlay made from a job.
 struct Capture {
-  std::string pdf;                       ///< A self-contained PDF of one page.
-  std::optional<std::string> thumbnail;  ///< A small BMP picture of it; none when the page cannot be drawn.
-  std::vector<std::string> notes;        ///< Sentences as returned by `printPdf`, and one when there is no picture.
+  std::string pdf;                       // a self-contained PDF of one page
+  std::optional<std::string> thumbnail;  // a small BMP picture of it; none when the page cannot be drawn
+  std::vector<std::string> notes;        // sentences as returned by `printPdf`, and one when there is no picture
 };
 
-/// Makes an overlay of a job: its first page as printed with these effects. Throws `Error`.
+// Makes an overlay of a job: its first page as printed with these effects. Throws `Error`.
 Capture captureOverlay(const std::filesystem::path& in, const Effects& effects = {});
 
 }  // namespace Press

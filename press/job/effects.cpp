@@ -1,12 +1,11 @@
 #include "press/job/effects.h"
 
+#include "press/error.h"
+
 #include <algorithm>
 #include <tuple>
 
-#include "press/error.h"
-
 namespace Press {
-
 namespace {
 
 auto allOf(const Effects& effects) {

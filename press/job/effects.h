@@ -1,41 +1,41 @@
 #pragma once
 
+#include "press/marks/overlay.h"
+#include "press/marks/watermark.h"
+
 #include <map>
 #include <string>
 #include <vector>
 
-#include "press/marks/overlay.h"
-#include "press/marks/watermark.h"
-
 namespace Press {
 
-/// The effects to print a job with. docs/printing.md describes the order.
+// The effects to print a job with. docs/printing.md describes the order.
 struct Effects {
-  bool mirrorImage = false;    ///< Exchanges left and right of the displayed page.
-  bool negativeImage = false;  ///< Inverts all colours; blank paper becomes black.
-  bool rotate180 = false;      ///< Rotates every page by 180 degrees.
-  bool rotate180ForA3Ledger =
-      false;  ///< Rotates A3 and Ledger pages by 180 degrees; no effect on pages already rotated by rotate180.
+  bool mirrorImage = false;           // exchanges left and right of the displayed page
+  bool negativeImage = false;         // inverts all colours; blank paper becomes black
+  bool rotate180 = false;             // rotates every page by 180 degrees
+  bool rotate180ForA3Ledger = false;  // the same for A3 and Ledger pages alone; nothing to add to rotate180
   Watermark watermark = {};
-  std::vector<Overlay> overlays = {};  ///< From bottom to top.
-  bool overlaysOverPage = false;       ///< Above the page's content instead of below it.
-  bool overlaysOnEachPage = false;     ///< With several pages per sheet: on each page instead of once per sheet.
-  int pagesOnSheet = 1;                ///< 1, 2 or 4.
+  std::vector<Overlay> overlays = {};  // from bottom to top
+  bool overlaysOverPage = false;       // above the page's content instead of below it
+  bool overlaysOnEachPage = false;     // with several pages per sheet: on each page instead of once per sheet
+  int pagesOnSheet = 1;                // 1, 2 or 4
 
-  /// Error to throw when printing, for properties that cannot be applied; usually empty.
+  // Error to throw when printing, for properties that cannot be applied; usually empty.
   std::string refusal = {};
 
-  /// Whether any effect can change a page.
+  // Whether any effect can change a page.
   bool any() const;
-  /// Whether the result can depend on a page's number in the job.
+
+  // Whether the result can depend on a page's number in the job.
   bool dependOnPlace() const;
 };
 
 bool operator==(const Effects& a, const Effects& b);
 inline bool operator!=(const Effects& a, const Effects& b) { return !(a == b); }
 
-/// Reads the effects from a ticket's properties by name. A property that is missing or does not have its "on" value is
-/// off; unknown names are ignored.
+// Reads the effects from a ticket's properties by name. A property that is missing or does not have its "on" value is
+// off; unknown names are ignored.
 Effects effectsFromProperties(const std::map<std::string, std::string>& properties);
 
 }  // namespace Press

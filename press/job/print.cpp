@@ -1,15 +1,5 @@
 #include "press/job/print.h"
 
-#include <algorithm>
-#include <exception>
-#include <initializer_list>
-#include <set>
-#include <system_error>
-
-#include <qpdf/Pipeline.hh>
-#include <qpdf/Pl_String.hh>
-#include <qpdf/QPDFWriter.hh>
-
 #include "press/job/selection.h"
 #include "press/job/whole_file.h"
 #include "press/job/write_behind.h"
@@ -17,13 +7,22 @@
 #include "press/pdf/document.h"
 #include "press/pdf/form_fields.h"
 
-namespace fs = std::filesystem;
+#include <qpdf/Pipeline.hh>
+#include <qpdf/Pl_String.hh>
+#include <qpdf/QPDFWriter.hh>
+
+#include <algorithm>
+#include <exception>
+#include <initializer_list>
+#include <set>
+#include <system_error>
 
 namespace Press {
-
 namespace {
 
-/// The library's output. The library swallows some pipeline exceptions, so this throws none.
+namespace fs = std::filesystem;
+
+// The library's output. The library swallows some pipeline exceptions, so this throws none.
 class FilePipeline : public Pipeline {
  public:
   explicit FilePipeline(WriteBehind& file) : Pipeline("printed file", nullptr), out(file) {}
@@ -37,7 +36,7 @@ class FilePipeline : public Pipeline {
   WriteBehind& out;
 };
 
-/// Reports progress to the caller. Applying the effects is the first half of the work, writing the file the second.
+// Reports progress to the caller. Applying the effects is the first half of the work, writing the file the second.
 class Steps : public QPDFWriter::ProgressReporter {
  public:
   Steps(const Progress& function, int pages) : progress(function), total(pages) {}
@@ -56,7 +55,7 @@ class Steps : public QPDFWriter::ProgressReporter {
   int total;
 };
 
-/// Converts the current exception of a failed print into an `Error`. Call in a catch block.
+// Converts the current exception of a failed print into an `Error`. Call in a catch block.
 [[noreturn]] void sayWhyNot(const fs::path& in, const fs::path& out) {
   try {
     throw;
@@ -83,8 +82,8 @@ void write(QPDF& pdf, Pipeline& out, const Marks& marks, bool isNegative, std::s
   writer.write();
 }
 
-/// Hides annotations that were drawn into their page, and those that do not print. Annotations without an appearance,
-/// mostly links, are left unchanged.
+// Hides annotations that were drawn into their page, and those that do not print. Annotations without an appearance,
+// mostly links, are left unchanged.
 void hideAnnotations(QPDFObjectHandle page) {
   QPDFObjectHandle annotations = page.getKey("/Annots");
   if (!annotations.isArray()) return;
@@ -112,7 +111,7 @@ void wrapPages(Document& document, PageWrap& wrap, Steps& steps) {
   for (const QPDFObjectHandle& page : wrapped) hideAnnotations(page);
 }
 
-/// The pages of the sheet that starts with page `number`.
+// The pages of the sheet that starts with page `number`.
 std::vector<PageEntry> pagesFrom(const Document& document, int number, int count) {
   const auto first = document.pages.begin() + (number - 1);
   return {first, first + std::min<std::ptrdiff_t>(count, document.pages.end() - first)};
@@ -133,8 +132,8 @@ void putPagesOnSheets(Document& document, PageWrap& wrap, int pagesOnSheet, Step
     catalog.removeKey(key);
 }
 
-/// Clears the document's page list, which is no longer needed, to free memory. Returns sentences about deviations from
-/// the requested effects.
+// Clears the document's page list, which is no longer needed, to free memory. Returns sentences about deviations from
+// the requested effects.
 std::vector<std::string> putEffectsOn(Document& document, Marks& marks, const Effects& effects, Steps& steps) {
   PageWrap wrap(*document.pdf, marks);
   wrap.prepare(effects);
@@ -162,7 +161,7 @@ std::vector<std::string> printOpened(Document& document, WholeFile& file, const 
   return notes;
 }
 
-/// A shallow copy of a dictionary, with shallow copies of the dictionaries in `keys`.
+// A shallow copy of a dictionary, with shallow copies of the dictionaries in `keys`.
 QPDFObjectHandle copyWith(QPDFObjectHandle dictionary, std::initializer_list<const char*> keys) {
   if (!dictionary.isInitialized() || !dictionary.isDictionary()) return QPDFObjectHandle::newDictionary();
   QPDFObjectHandle copy = dictionary.shallowCopy();
@@ -173,8 +172,8 @@ QPDFObjectHandle copyWith(QPDFObjectHandle dictionary, std::initializer_list<con
   return copy;
 }
 
-/// A standalone page without references to other pages: only visible parts, with inherited attributes. Effects on it do
-/// not modify the document.
+// A standalone page without references to other pages: only visible parts, with inherited attributes. Effects on it do
+// not modify the document.
 PageEntry alone(const PageEntry& entry) {
   PageEntry copy = entry;
   QPDFObjectHandle page = entry.page;
@@ -217,7 +216,7 @@ struct Job::State {
   Document document;
   Marks marks;
   PageWrap wrap;
-  QPDFObjectHandle catalog;  ///< Refers to the page being printed.
+  QPDFObjectHandle catalog;  // refers to the page being printed
 
   explicit State(const fs::path& path)
       : file(path),

@@ -1,14 +1,13 @@
 #include "press/job/sample.h"
 
-#include <array>
-#include <initializer_list>
-
 #include "press/pdf/box.h"
 #include "press/pdf/bytes.h"
 #include "press/pdf/canvas.h"
 
-namespace Press {
+#include <array>
+#include <initializer_list>
 
+namespace Press {
 namespace {
 
 using Align = Canvas::Align;
@@ -188,7 +187,7 @@ std::string plan() {
 
 std::string form() {
   Canvas page;
-  page.raw("0 1 -1 0 595 0 cm");  // The page is rotated by 90 degrees; from here on it is 842 wide and 595 high.
+  page.raw("0 1 -1 0 595 0 cm");  // the page is rotated by 90 degrees; from here on it is 842 wide and 595 high
   page.fill(green, 0, 515, 842, 80);
   page.text(white, true, 24, 56, 546, "I would like to help");
   page.text("0.75 0.88 0.8 rg", false, 11, 56, 528, "Put this into the box at the pump before the meeting.");
@@ -203,7 +202,7 @@ std::string form() {
   return page.content();
 }
 
-/// A field on the rotated page, at a position on the displayed page from its left and bottom.
+// A field on the rotated page, at a position on the displayed page from its left and bottom.
 int addField(PdfBytes& pdf, int page, int fonts, std::string_view entries, double x, double y, double width,
              double height, const std::string& look, bool isBox) {
   const std::string box = "[0 0 " + number(width) + " " + number(height) + "]";

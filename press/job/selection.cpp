@@ -1,19 +1,18 @@
 #include "press/job/selection.h"
 
+#include <qpdf/QPDFPageLabelDocumentHelper.hh>
+
 #include <exception>
 #include <set>
 
-#include <qpdf/QPDFPageLabelDocumentHelper.hh>
-
 namespace Press {
-
 namespace {
 
 void setInherited(QPDFObjectHandle page, const char* key, QPDFObjectHandle value) {
   if (value.isInitialized() && !value.isNull()) page.replaceKey(key, value);
 }
 
-/// Rebuilds the page tree from the listed pages, with inherited attributes resolved.
+// Rebuilds the page tree from the listed pages, with inherited attributes resolved.
 void setListedPages(Document& document) {
   std::vector<QPDFObjectHandle> pages;
   for (const PageEntry& entry : document.pages) {
@@ -26,8 +25,8 @@ void setListedPages(Document& document) {
   setPages(*document.pdf, document.pdf->getTrailer().getKey("/Root"), pages);
 }
 
-/// The labels of the pages with these indexes, from 0, as the labels of a new document. Null when there are none, or
-/// they cannot be read.
+// The labels of the pages with these indexes, from 0, as the labels of a new document. Null when there are none, or
+// they cannot be read.
 QPDFObjectHandle labelsOf(QPDF& pdf, const std::vector<std::size_t>& pages) {
   try {
     QPDFPageLabelDocumentHelper labels(pdf);

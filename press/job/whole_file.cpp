@@ -15,11 +15,10 @@
 #include <unistd.h>
 #endif
 
-namespace fs = std::filesystem;
-
 namespace Press {
-
 namespace {
+
+namespace fs = std::filesystem;
 
 [[noreturn]] void fail(int code) { throw std::system_error(code, std::generic_category()); }
 
@@ -60,7 +59,7 @@ int closeFile(int handle) { return ::close(handle); }
 bool writable(const fs::path& path) { return ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0; }
 void replace(const fs::path& from, const fs::path& to) { fs::rename(from, to); }
 
-/// Starts writing back a range, to shorten the final flush. Failures are ignored, since that flushes everything.
+// Starts writing back a range, to shorten the final flush. Failures are ignored, since that flushes everything.
 void beginSync([[maybe_unused]] int handle, [[maybe_unused]] std::uint64_t from, [[maybe_unused]] std::uint64_t size) {
 #ifdef __linux__
   ::sync_file_range(handle, static_cast<off64_t>(from), static_cast<off64_t>(size), SYNC_FILE_RANGE_WRITE);
@@ -69,11 +68,11 @@ void beginSync([[maybe_unused]] int handle, [[maybe_unused]] std::uint64_t from,
 
 void syncFolder(const fs::path& folder) {
   const int handle = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (handle < 0) return;  // A folder may be writable but not listable; the file itself is on the disk.
+  if (handle < 0) return;  // a folder may be writable but not listable; the file itself is on the disk
   const int result = ::fsync(handle);
   const int code = errno;
   ::close(handle);
-  if (result != 0 && code != EINVAL)  // Some file systems cannot flush folders, and report it with this error.
+  if (result != 0 && code != EINVAL)  // some file systems cannot flush folders, and report it with this error
     fail(code);
 }
 
@@ -98,7 +97,7 @@ WholeFile::WholeFile(const fs::path& path) : target(fs::is_symlink(path) ? fs::w
   } while (handle < 0 && errno == EEXIST);
   if (handle < 0) fail(errno);
   if (fs::exists(status)) {
-    std::error_code ignored;  // A file system without permissions has none to keep.
+    std::error_code ignored;  // a file system without permissions has none to keep
     fs::permissions(temporary, status.permissions(), ignored);
   }
 }

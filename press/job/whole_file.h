@@ -6,29 +6,31 @@
 
 namespace Press {
 
-/// Atomic file replacement. Bytes go to a temporary file in the target's folder; `commit` flushes them to the disk and
-/// renames the file to the target. Until then, and after a failure, the target is unchanged. All failures are
-/// `std::system_error`s.
+// Atomic file replacement. Bytes go to a temporary file in the target's folder; `commit` flushes them to the disk and
+// renames the file to the target. Until then, and after a failure, the target is unchanged. All failures are
+// `std::system_error`s.
 class WholeFile {
  public:
-  /// Creates the temporary file. A symbolic link is followed; an existing target must be a writable regular file, and
-  /// its permissions are kept.
+  // Creates the temporary file. A symbolic link is followed; an existing target must be a writable regular file, and
+  // its permissions are kept.
   explicit WholeFile(const std::filesystem::path& target);
-  /// Removes the temporary file unless `commit` has succeeded.
+
+  // Removes the temporary file unless `commit` has succeeded.
   ~WholeFile();
   WholeFile(const WholeFile&) = delete;
   WholeFile& operator=(const WholeFile&) = delete;
 
   void write(const void* data, std::size_t size);
-  /// Must be the last call.
+
+  // Must be the last call.
   void commit();
 
  private:
   std::filesystem::path target;
   std::filesystem::path temporary;
   int handle = -1;
-  std::uint64_t written = 0;     ///< Bytes.
-  std::uint64_t onTheirWay = 0;  ///< Bytes whose write-back was started.
+  std::uint64_t written = 0;     // bytes
+  std::uint64_t onTheirWay = 0;  // bytes whose write-back was started
 };
 
 }  // namespace Press

@@ -4,7 +4,6 @@
 #include <utility>
 
 namespace Press {
-
 namespace {
 
 constexpr std::size_t pieceSize = std::size_t{64} << 10;
@@ -40,7 +39,7 @@ void WriteBehind::complete() {
   if (failure) std::rethrow_exception(failure);
 }
 
-/// Passes the current piece to the thread and takes an empty one; waits for one when `most` exist already.
+// Passes the current piece to the thread and takes an empty one; waits for one when `most` exist already.
 void WriteBehind::handOver(std::size_t most) {
   if (!writer.joinable()) {
     waiting.reserve(mostPieces);  // so that the thread does not allocate, which would create a separate heap arena
@@ -60,7 +59,7 @@ void WriteBehind::handOver(std::size_t most) {
   }
 }
 
-/// Writes pieces until there are no more.
+// Writes pieces until there are no more.
 void WriteBehind::run() {
   std::unique_lock hold(lock);
   for (;;) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "press/job/whole_file.h"
+
 #include <condition_variable>
 #include <cstddef>
 #include <exception>
@@ -8,23 +10,23 @@
 #include <thread>
 #include <vector>
 
-#include "press/job/whole_file.h"
-
 namespace Press {
 
-/// Writes to a file in a background thread, so that producing and writing overlap.
+// Writes to a file in a background thread, so that producing and writing overlap.
 class WriteBehind {
  public:
-  /// `destination` outlives this object, and must not be used otherwise until `complete` returns.
+  // `destination` outlives this object, and must not be used otherwise until `complete` returns.
   explicit WriteBehind(WholeFile& destination) : file(destination) {}
-  /// Discards what is not written yet.
+
+  // Discards what is not written yet.
   ~WriteBehind();
   WriteBehind(const WriteBehind&) = delete;
   WriteBehind& operator=(const WriteBehind&) = delete;
 
-  /// Copies the bytes. Returns before they are written, unless the queue is full; errors are kept for `complete`.
+  // Copies the bytes. Returns before they are written, unless the queue is full; errors are kept for `complete`.
   void write(const char* data, std::size_t size);
-  /// Must be the last call: returns when everything is written; throws the first error, a `std::system_error`.
+
+  // Must be the last call: returns when everything is written; throws the first error, a `std::system_error`.
   void complete();
 
  private:
@@ -36,12 +38,14 @@ class WriteBehind {
 
   WholeFile& file;
   Piece current;
-  std::thread writer;  ///< Started with the first full piece. Shares the members below, guarded by the lock.
+
+  // Started with the first full piece. Shares the members below, guarded by the lock.
+  std::thread writer;
   std::mutex lock;
   std::condition_variable changed;
-  std::vector<Piece> waiting;  ///< In order.
+  std::vector<Piece> waiting;  // in order
   std::vector<Piece> spare;
-  std::size_t pieces = 1;  ///< Buffers allocated.
+  std::size_t pieces = 1;  // buffers allocated
   bool isEnding = false;
   std::exception_ptr failure;
 };

@@ -1,9 +1,5 @@
 #include "press/marks/marks.h"
 
-#include <algorithm>
-#include <stdexcept>
-#include <system_error>
-
 #include "press/error.h"
 #include "press/marks/watermark_form.h"
 #include "press/pages/form.h"
@@ -12,19 +8,22 @@
 #include "press/pdf/object_depth.h"
 #include "press/text/outlines.h"
 
-namespace fs = std::filesystem;
+#include <algorithm>
+#include <stdexcept>
+#include <system_error>
 
 namespace Press {
-
 namespace {
 
-/// Whether to draw at this turn a mark wanted once per sheet or, with `onEachPage`, on each of its pages.
+namespace fs = std::filesystem;
+
+// Whether to draw at this turn a mark wanted once per sheet or, with `onEachPage`, on each of its pages.
 bool isTimeFor(const Turn& turn, bool onEachPage) {
   return turn.kind == Turn::Kind::page || (turn.kind == Turn::Kind::pageOnSheet) == onEachPage;
 }
 
 fs::file_time_type timeOf(const fs::path& file) {
-  std::error_code ignored;  // A file without a time cannot be opened either.
+  std::error_code ignored;  // a file without a time cannot be opened either
   return fs::last_write_time(file, ignored);
 }
 
@@ -71,7 +70,7 @@ void Marks::prepareOverlays() {
   }
 }
 
-/// Copies the file's first page into the job. Reopens a file that has changed.
+// Copies the file's first page into the job. Reopens a file that has changed.
 const Marks::Source& Marks::open(const fs::path& file) {
   const auto known = sources.find(file);
   if (known != sources.end() && isCurrent(*known)) return known->second;
@@ -120,7 +119,7 @@ std::string Marks::draw(bool isOver, const PageFrame& page, const Turn& turn, QP
   return content;
 }
 
-/// Content that draws a form. Adds it to the page's own /XObject dictionary; pages without one share one.
+// Content that draws a form. Adds it to the page's own /XObject dictionary; pages without one share one.
 std::string Marks::call(Form& form, const Matrix& matrix, QPDFObjectHandle resources) {
   QPDFObjectHandle forms = resources.getKey("/XObject");
   if (!forms.isDictionary()) {

@@ -1,11 +1,10 @@
 #include "press/marks/overlay.h"
 
-#include <algorithm>
-
 #include "press/error.h"
 
-namespace Press {
+#include <algorithm>
 
+namespace Press {
 namespace {
 
 constexpr std::size_t mostOverlays = 1000;

@@ -1,15 +1,15 @@
 #pragma once
 
+#include "press/pages/rule.h"
+
 #include <filesystem>
 #include <map>
 #include <string>
 #include <vector>
 
-#include "press/pages/rule.h"
-
 namespace Press {
 
-/// A form to print on pages: the first page of a PDF file.
+// A form to print on pages: the first page of a PDF file.
 struct Overlay {
   std::filesystem::path file;
   PageRule pages;
@@ -17,8 +17,8 @@ struct Overlay {
   friend bool operator==(const Overlay& a, const Overlay& b) { return a.file == b.file && a.pages == b.pages; }
 };
 
-/// Reads the overlays from a ticket's properties by name, from bottom to top. `OverlayImage` tells whether
-/// `OverlaySourceFileName` is one file or a list "file;pages$file;pages$". Throws `Error` for an invalid value.
+// Reads the overlays from a ticket's properties by name, from bottom to top. `OverlayImage` tells whether
+// `OverlaySourceFileName` is one file or a list "file;pages$file;pages$". Throws `Error` for an invalid value.
 std::vector<Overlay> overlaysFromProperties(const std::map<std::string, std::string>& properties);
 
 }  // namespace Press

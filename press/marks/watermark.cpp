@@ -1,13 +1,12 @@
 #include "press/marks/watermark.h"
 
+#include "press/error.h"
+
 #include <charconv>
 #include <cmath>
 #include <tuple>
 
-#include "press/error.h"
-
 namespace Press {
-
 namespace {
 
 using Properties = std::map<std::string, std::string>;
@@ -59,7 +58,7 @@ bool flagIn(const Properties& properties, const char* name) {
   refuse(name, text, "is True or False");
 }
 
-/// The place of a property's value in three one-letter codes.
+// The place of a property's value in three one-letter codes.
 template <typename Place>
 Place placeIn(const Properties& properties, const char* name, const char* codes, const char* what) {
   const std::string text = valueOf(properties, name);

@@ -6,35 +6,35 @@
 
 namespace Press {
 
-/// The position of a mark on the displayed page.
+// The position of a mark on the displayed page.
 enum class Across { left, centre, right };
 enum class Down { upper, centre, lower };
 
-/// A text printed across pages.
+// A text printed across pages.
 struct Watermark {
-  std::string text;  ///< UTF-8, one line. Empty for no watermark.
+  std::string text;  // UTF-8, one line; empty for no watermark
   std::string face = "Arial";
   bool isBold = false;
   bool isItalic = false;
-  double size = 72;                 ///< Points.
-  std::uint32_t colour = 0x808080;  ///< 0xRRGGBB.
-  double angle = 0;                 ///< Degrees clockwise on the displayed page. 315 rises to the upper right.
+  double size = 72;                 // points
+  std::uint32_t colour = 0x808080;  // 0xRRGGBB
+  double angle = 0;                 // degrees clockwise on the displayed page; 315 rises to the upper right
   Across across = Across::centre;
   Down down = Down::centre;
-  bool isOutlined = false;   ///< Draws the letters' outlines only.
-  double transparency = 0;   ///< Per cent: 0 is opaque, 100 is invisible.
-  bool fitsPage = true;      ///< Shrinks a mark that is larger than its page.
-  bool firstOnly = false;    ///< On the job's first page only.
-  bool onEachPage = false;   ///< With several pages per sheet: on each page instead of once per sheet.
-  bool isUnderPage = false;  ///< Below the page's content instead of above it.
+  bool isOutlined = false;   // draws the letters' outlines only
+  double transparency = 0;   // per cent: 0 is opaque, 100 is invisible
+  bool fitsPage = true;      // shrinks a mark that is larger than its page
+  bool firstOnly = false;    // on the job's first page only
+  bool onEachPage = false;   // with several pages per sheet: on each page instead of once per sheet
+  bool isUnderPage = false;  // below the page's content instead of above it
 };
 
 bool operator==(const Watermark& a, const Watermark& b);
 inline bool operator!=(const Watermark& a, const Watermark& b) { return !(a == b); }
 
-/// Reads the watermark from a ticket's properties by name. Unless `Watermark` is "Watermark" there is none, and its
-/// text is empty. Missing or empty properties have defaults. Throws `Error` with the property's name for an invalid
-/// value.
+// Reads the watermark from a ticket's properties by name. Unless `Watermark` is "Watermark" there is none, and its
+// text is empty. Missing or empty properties have defaults. Throws `Error` with the property's name for an invalid
+// value.
 Watermark watermarkFromProperties(const std::map<std::string, std::string>& properties);
 
 }  // namespace Press

@@ -3,7 +3,6 @@
 #include "press/text/outlines_content.h"
 
 namespace Press {
-
 namespace {
 
 constexpr int decimals = 3;

@@ -5,7 +5,7 @@
 
 namespace Press {
 
-/// The watermark as a form in the document, in the units of its outlines.
+// The watermark as a form in the document, in the units of its outlines.
 QPDFObjectHandle watermarkForm(QPDF& pdf, const Watermark& watermark, const Outlines& outlines);
 
 }  // namespace Press

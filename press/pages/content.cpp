@@ -1,16 +1,15 @@
 #include "press/pages/content.h"
 
-#include <algorithm>
-#include <stdexcept>
+#include "press/pages/content_scan.h"
 
 #include <qpdf/Pipeline.hh>
 #include <qpdf/Pl_Flate.hh>
 #include <qpdf/Pl_String.hh>
 
-#include "press/pages/content_scan.h"
+#include <algorithm>
+#include <stdexcept>
 
 namespace Press {
-
 namespace {
 
 constexpr std::size_t mebibyte = std::size_t{1} << 20;
@@ -19,7 +18,7 @@ constexpr std::size_t mostToScan = 512 * mebibyte;
 constexpr std::size_t mostToJoin = 256 * mebibyte;
 constexpr int mostParts = 4'000'000;
 
-/// Collects decoded data up to a limit.
+// Collects decoded data up to a limit.
 class Collector : public Pipeline {
  public:
   Collector(std::string& collected, std::size_t most)
@@ -95,7 +94,7 @@ bool PageContent::standsAlone(const Streams& streams) {
   return known->second;
 }
 
-/// Returns how much of the content could be decoded.
+// Returns how much of the content could be decoded.
 PageContent::Decoded PageContent::decode(const Streams& streams, std::string& content) {
   content.clear();
   Decoded result = Decoded::whole;
@@ -106,13 +105,13 @@ PageContent::Decoded PageContent::decode(const Streams& streams, std::string& co
     if (!isKnown || collector.hadTooMuch()) result = Decoded::none;
     if (result == Decoded::none) break;
     if (!isSound) result = Decoded::untilItIsDamaged;
-    content += '\n';  // A stream ends a token.
+    content += '\n';  // a stream ends a token
   }
   bytesToScan -= std::min(bytesToScan, content.size());
   return result;
 }
 
-/// A single stream unchanged, or several streams joined, up to any damage. Null when they cannot be joined.
+// A single stream unchanged, or several streams joined, up to any damage. Null when they cannot be joined.
 QPDFObjectHandle PageContent::inOneStream(const Streams& streams) {
   if (streams.size() == 1) {
     QPDFObjectHandle single = streams.front();

@@ -6,7 +6,6 @@
 #include <cstdint>
 
 namespace Press {
-
 namespace {
 
 enum class Kind : std::uint8_t { regular, space, delimiter };
@@ -25,7 +24,7 @@ Kind kindOf(char c) { return kinds[static_cast<unsigned char>(c)]; }
 
 bool isOfNumber(char c) { return (c >= '0' && c <= '9') || c == '-' || c == '.' || c == '+'; }
 
-/// The letters of an operator packed into a number, for a switch. Longer words, which are not operators, give zero.
+// The letters of an operator packed into a number, for a switch. Longer words, which are not operators, give zero.
 constexpr std::uint32_t packed(std::string_view word) {
   if (word.size() > 3) return 0;
   std::uint32_t value = 0;

@@ -3,10 +3,9 @@
 #include <qpdf/QPDFAnnotationObjectHelper.hh>
 
 namespace Press {
-
 namespace {
 
-/// The appearance to print an annotation with, or null. A separate stream, so that it can carry the annotation's layer.
+// The appearance to print an annotation with, or null. A separate stream, so that it can carry the annotation's layer.
 QPDFObjectHandle printedAppearance(QPDFAnnotationObjectHelper& annotation) {
   QPDFObjectHandle appearance = annotation.getAppearanceStream("/N");
   if (!appearance.isStream()) return QPDFObjectHandle::newNull();
@@ -19,7 +18,7 @@ QPDFObjectHandle printedAppearance(QPDFAnnotationObjectHelper& annotation) {
   return appearance;
 }
 
-/// Excludes links, pop-ups and empty fields, which do not print.
+// Excludes links, pop-ups and empty fields, which do not print.
 bool printsWithoutLook(QPDFObjectHandle annotation) {
   QPDFObjectHandle flags = annotation.getKeyIfDict("/F");
   if (!flags.isInteger() || (flags.getIntValueAsInt() & (an_print | an_hidden)) != an_print) return false;
@@ -28,7 +27,7 @@ bool printsWithoutLook(QPDFObjectHandle annotation) {
   return true;
 }
 
-/// Copies the page's transparency group to the form.
+// Copies the page's transparency group to the form.
 void keepGroup(QPDFObjectHandle page, QPDFObjectHandle form) {
   QPDFObjectHandle group = page.getKey("/Group");
   if (group.isDictionary()) form.getDict().replaceKey("/Group", group);

@@ -4,19 +4,20 @@
 
 namespace Press {
 
-/// Draws the printable annotations of a page as page content.
+// Draws the printable annotations of a page as page content.
 class Annotations {
  public:
   explicit Annotations(PageContent& pageContent) : content(pageContent) {}
 
-  /// Content that draws the page's printable annotations in the page's coordinates; adds their appearances to
-  /// `resources`. Empty when there are none. Leaves the annotations unchanged.
+  // Content that draws the page's printable annotations in the page's coordinates; adds their appearances to
+  // `resources`. Empty when there are none. Leaves the annotations unchanged.
   std::string draw(QPDFObjectHandle page, const PageShape& shape, QPDFObjectHandle resources);
 
-  /// Whether an annotation has an appearance. Others, such as links, are not drawn here; their rendering is up to the
-  /// reader.
+  // Whether an annotation has an appearance. Others, such as links, are not drawn here; their rendering is up to the
+  // reader.
   static bool hasLook(QPDFObjectHandle annotation);
-  /// Whether a printable annotation without an appearance was found.
+
+  // Whether a printable annotation without an appearance was found.
   bool metOneWithoutLook() const { return metWithoutLook; }
 
  private:
@@ -25,8 +26,8 @@ class Annotations {
   bool metWithoutLook = false;
 };
 
-/// A page as a form: its content and annotations, clipped to the visible area, in the page's units. Null when its
-/// content cannot be converted.
+// A page as a form: its content and annotations, clipped to the visible area, in the page's units. Null when its
+// content cannot be converted.
 QPDFObjectHandle pageAsForm(PageContent& content, Annotations& annotations, const PageEntry& entry,
                             const PageShape& shape);
 

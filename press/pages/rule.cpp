@@ -1,14 +1,13 @@
 #include "press/pages/rule.h"
 
+#include "press/error.h"
+
 #include <algorithm>
 #include <charconv>
 #include <limits>
 #include <optional>
 
-#include "press/error.h"
-
 namespace Press {
-
 namespace {
 
 constexpr int lastPage = std::numeric_limits<int>::max();
@@ -19,7 +18,7 @@ std::string_view trimmed(std::string_view text) {
   return text;
 }
 
-/// A page number, clamped to the maximum.
+// A page number, clamped to the maximum.
 std::optional<int> pageIn(std::string_view text) {
   text = trimmed(text);
   int page = 0;

@@ -5,7 +5,6 @@
 #include <optional>
 
 namespace Press {
-
 namespace {
 
 constexpr double pointsPerMillimetre = 72.0 / 25.4;
@@ -27,7 +26,7 @@ std::optional<Box> common(const Box& a, const Box& b) {
 }
 
 Box around(const Box& a, const Box& b) {
-  constexpr double margin = 1;  // Rasterisers round page edges outwards.
+  constexpr double margin = 1;  // rasterisers round page edges outwards
   return {std::min(a.x0, b.x0) - margin, std::min(a.y0, b.y0) - margin, std::max(a.x1, b.x1) + margin,
           std::max(a.y1, b.y1) + margin};
 }

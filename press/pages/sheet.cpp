@@ -1,19 +1,18 @@
 // Several pages on one sheet.
-#include <stdexcept>
-
 #include "press/pages/wrap.h"
 
-namespace Press {
+#include <stdexcept>
 
+namespace Press {
 namespace {
 
-/// The cells of a sheet for display, in points.
+// The cells of a sheet for display, in points.
 struct Grid {
   Box sheet;
   int columns = 1;
   int rows = 1;
 
-  /// Row by row, from left to right and top to bottom.
+  // Row by row, from left to right and top to bottom.
   Box cell(int index) const {
     const int column = index % columns, row = index / columns;
     const double width = sheet.x1 / columns, height = sheet.y1 / rows;
@@ -22,7 +21,7 @@ struct Grid {
   }
 };
 
-/// Two pages go side by side along the longer side of the paper, so the sheet is rotated; four keep its orientation.
+// Two pages go side by side along the longer side of the paper, so the sheet is rotated; four keep its orientation.
 Grid gridFor(const Box& paper, int count) {
   if (count != 2) return {paper, 2, 2};
   const Box turned{0, 0, paper.y1, paper.x1};
@@ -31,7 +30,7 @@ Grid gridFor(const Box& paper, int count) {
 
 }  // namespace
 
-/// A page that occurs several times is stored once.
+// A page that occurs several times is stored once.
 QPDFObjectHandle PageWrap::formOf(const PageEntry& entry, const PageShape& shape) {
   const auto known = formsOfPages.find(entry.page.getObjGen());
   if (known != formsOfPages.end()) return known->second;

@@ -1,15 +1,14 @@
 #include "press/pages/wrap.h"
 
-#include <stdexcept>
-
 #include "press/pdf/structure.h"
 
-namespace Press {
+#include <stdexcept>
 
+namespace Press {
 namespace {
 
-/// The resources of the page's content. Shared resources are extended in place, since adding an unused name affects no
-/// page.
+// The resources of the page's content. Shared resources are extended in place, since adding an unused name affects no
+// page.
 QPDFObjectHandle resourcesFor(const PageEntry& entry) {
   QPDFObjectHandle page = entry.page;
   QPDFObjectHandle resources = entry.resources;
@@ -17,11 +16,11 @@ QPDFObjectHandle resourcesFor(const PageEntry& entry) {
                                   : page.replaceKeyAndGetNew("/Resources", QPDFObjectHandle::newDictionary());
 }
 
-/// Whether the page may paint with patterns. These are anchored to the page, regardless of content before, but move
-/// with a form that uses them.
+// Whether the page may paint with patterns. These are anchored to the page, regardless of content before, but move
+// with a form that uses them.
 bool hasPatterns(QPDFObjectHandle resources) { return resources.getKeyIfDict("/Pattern").isDictionary(); }
 
-/// Content wrapped in q and Q; empty for empty content.
+// Content wrapped in q and Q; empty for empty content.
 std::string enclosed(const std::string& content) { return content.empty() ? content : "q\n" + content + "Q\n"; }
 
 }  // namespace
@@ -71,7 +70,7 @@ std::vector<std::string> PageWrap::notes() const {
   return {};
 }
 
-/// Moves the content into a form, which isolates its graphics state. Leaves content that cannot be converted unchanged.
+// Moves the content into a form, which isolates its graphics state. Leaves content that cannot be converted unchanged.
 void PageWrap::enclose(const PageEntry& entry, const PageShape& shape, Streams& streams, QPDFObjectHandle& resources) {
   QPDFObjectHandle form = content.asForm(shape.reach, streams, resources);
   if (form.isNull()) return;
@@ -83,8 +82,8 @@ void PageWrap::enclose(const PageEntry& entry, const PageShape& shape, Streams& 
   streams = {content.shared("/KilnPage Do\n")};
 }
 
-/// Content that inverts everything below it. Requires an RGB page group, in which the difference to white inverts
-/// colours of any colour space.
+// Content that inverts everything below it. Requires an RGB page group, in which the difference to white inverts
+// colours of any colour space.
 std::string PageWrap::negate(const PageShape& shape, QPDFObjectHandle& resources) {
   if (!negativeState.isInitialized()) {
     rgbGroup = pdf.makeIndirectObject("<< /S /Transparency /CS /DeviceRGB /I true >>"_qpdf);

@@ -1,9 +1,5 @@
 #pragma once
 
-#include <map>
-#include <string>
-#include <vector>
-
 #include "press/job/effects.h"
 #include "press/marks/marks.h"
 #include "press/pages/content.h"
@@ -11,27 +7,31 @@
 #include "press/pages/shape.h"
 #include "press/pdf/document.h"
 
+#include <map>
+#include <string>
+#include <vector>
+
 namespace Press {
 
-/// Wraps effects around the content of a document's pages. The content itself is unchanged: each effect is content
-/// before and after it, shared between pages where possible.
+// Wraps effects around the content of a document's pages. The content itself is unchanged: each effect is content
+// before and after it, shared between pages where possible.
 class PageWrap {
  public:
-  /// The document and its marks must outlive this object.
+  // The document and its marks must outlive this object.
   PageWrap(QPDF& document, Marks& marks);
 
-  /// Sets the effects for `apply` and `sheetOf`. Throws `Error` when a mark cannot be printed.
+  // Sets the effects for `apply` and `sheetOf`. Throws `Error` when a mark cannot be printed.
   void prepare(const Effects& effects);
 
-  /// Modifies the dictionary `entry.page` so that the page prints with the effects. Draws printable annotations as part
-  /// of the page, but leaves the annotations unchanged. Call once per page.
+  // Modifies the dictionary `entry.page` so that the page prints with the effects. Draws printable annotations as part
+  // of the page, but leaves the annotations unchanged. Call once per page.
   void apply(const PageEntry& entry, const Turn& turn);
 
-  /// A new page: a sheet with these pages and all effects; the first one is the job's page `firstNumber`. The sheet has
-  /// the size of its first page.
+  // A new page: a sheet with these pages and all effects; the first one is the job's page `firstNumber`. The sheet has
+  // the size of its first page.
   QPDFObjectHandle sheetOf(const std::vector<PageEntry>& pages, int firstNumber);
 
-  /// Sentences about content that could not get the effects.
+  // Sentences about content that could not get the effects.
   std::vector<std::string> notes() const;
 
  private:

@@ -24,7 +24,7 @@ int PdfBytes::addStream(std::string_view dictionaryEntries, std::string_view dat
 }
 
 std::string PdfBytes::finish(int catalog) const {
-  std::string bytes = "%PDF-1.7\n%\xE2\xE3\xCF\xD3\n";  // The second line marks the file as binary.
+  std::string bytes = "%PDF-1.7\n%\xE2\xE3\xCF\xD3\n";  // the second line marks the file as binary
   std::string table = "xref\n0 " + std::to_string(bodies.size() + 1) + "\n0000000000 65535 f \n";
   int number = 0;
   for (const std::string& body : bodies) {

@@ -1,12 +1,11 @@
 #include "press/pdf/canvas.h"
 
+#include "press/pdf/box.h"
+
 #include <algorithm>
 #include <array>
 
-#include "press/pdf/box.h"
-
 namespace Press {
-
 namespace {
 
 // Widths of Helvetica's characters from space to tilde, in thousandths of the size; the bold face is slightly wider.

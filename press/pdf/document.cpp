@@ -1,5 +1,10 @@
 #include "press/pdf/document.h"
 
+#include "press/error.h"
+#include "press/pdf/input_file.h"
+
+#include <qpdf/QPDFExc.hh>
+
 #include <algorithm>
 #include <fstream>
 #include <set>
@@ -7,16 +12,10 @@
 #include <string>
 #include <system_error>
 
-#include <qpdf/QPDFExc.hh>
-
-#include "press/error.h"
-#include "press/pdf/input_file.h"
+namespace Press {
+namespace {
 
 namespace fs = std::filesystem;
-
-namespace Press {
-
-namespace {
 
 void refuseWhatIsNoPdf(const fs::path& file) {
   std::error_code code;
@@ -26,22 +25,22 @@ void refuseWhatIsNoPdf(const fs::path& file) {
     throw Error(quoted(file) + " is not an ordinary file: name the PDF file that is to be printed.");
   std::ifstream stream(file, std::ios::binary);
   if (!stream) throw Error(quoted(file) + " cannot be read: ask its owner for permission to read it.");
-  std::string start(1024, '\0');  // Readers skip leading junk before the PDF header.
+  std::string start(1024, '\0');  // readers skip leading junk before the PDF header
   stream.read(start.data(), static_cast<std::streamsize>(start.size()));
   start.resize(static_cast<std::size_t>(stream.gcount()));
   if (start.find("%PDF-") == std::string::npos)
     throw Error(quoted(file) + " is not a PDF file: save or export the document as PDF and print that.");
 }
 
-/// The inherited attributes of a node, and its kids still to be visited.
+// The inherited attributes of a node, and its kids still to be visited.
 struct Level {
   PageEntry inherited;
   std::vector<QPDFObjectHandle> kids;
   std::size_t next = 0;
 };
 
-/// Walks the page tree iteratively, visiting each node once, so that loops and deep nesting in hostile files are
-/// harmless.
+// Walks the page tree iteratively, visiting each node once, so that loops and deep nesting in hostile files are
+// harmless.
 class PageWalk {
  public:
   explicit PageWalk(QPDF& document) : pdf(document) {}
@@ -58,7 +57,7 @@ class PageWalk {
       QPDFObjectHandle kid = level.kids[level.next++];
       if (kid.isDictionary())
         visit(kid, level.inherited);
-      else if (!kid.isNull() || pdf.anyWarnings())  // A valid file may have a null reference where a page was deleted.
+      else if (!kid.isNull() || pdf.anyWarnings())  // a valid file may have a null reference where a page was deleted
         throw std::runtime_error("page " + std::to_string(pages.size() + 1) + " cannot be read");
     }
     return std::move(pages);
@@ -97,7 +96,7 @@ class PageWalk {
   std::set<QPDFObjGen> seen;
 };
 
-/// The library writes with the key length in the file, but reads with the correct one: fix the file's entry.
+// The library writes with the key length in the file, but reads with the correct one: fix the file's entry.
 void tellLengthOfKey(QPDF& pdf) {
   QPDFObjectHandle encryption = pdf.getTrailer().getKey("/Encrypt");
   if (!pdf.isEncrypted() || !encryption.isDictionary()) return;

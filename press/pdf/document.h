@@ -1,31 +1,32 @@
 #pragma once
 
+#include <qpdf/QPDF.hh>
+
 #include <filesystem>
 #include <memory>
 #include <vector>
 
-#include <qpdf/QPDF.hh>
-
 namespace Press {
 
-/// A page with its inherited attributes. Missing entries are null.
+// A page with its inherited attributes. Missing entries are null.
 struct PageEntry {
-  QPDFObjectHandle page;  ///< A dictionary.
+  QPDFObjectHandle page;  // a dictionary
   QPDFObjectHandle resources;
   QPDFObjectHandle mediaBox;
   QPDFObjectHandle cropBox;
   QPDFObjectHandle rotate;
 };
 
-/// An open job.
+// An open job.
 struct Document {
   std::unique_ptr<QPDF> pdf;
-  std::vector<PageEntry>
-      pages;  ///< In printing order, at least one. A page that the page tree lists twice appears twice.
+
+  // In printing order, at least one. A page that the page tree lists twice appears twice.
+  std::vector<PageEntry> pages;
 };
 
-/// Opens a job for printing. Throws `Error` when the file is missing, not a PDF, damaged beyond repair,
-/// password-protected, not allowed to be printed, or without pages.
+// Opens a job for printing. Throws `Error` when the file is missing, not a PDF, damaged beyond repair,
+// password-protected, not allowed to be printed, or without pages.
 Document openDocument(const std::filesystem::path& file);
 
 }  // namespace Press

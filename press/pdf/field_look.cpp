@@ -1,26 +1,25 @@
 #include "press/pdf/field_look.h"
 
-#include <algorithm>
-#include <map>
-
 #include "press/text/outlines.h"
 #include "press/text/outlines_content.h"
 #include "press/text/unicode.h"
 
-namespace Press {
+#include <algorithm>
+#include <map>
 
+namespace Press {
 namespace {
 
 // Metrics that PDF readers use for fields, relative to the text size.
-constexpr double capitals = 0.7;        ///< Height of a capital.
-constexpr double firstBaseline = 0.95;  ///< Below the upper edge.
+constexpr double capitals = 0.7;        // height of a capital
+constexpr double firstBaseline = 0.95;  // below the upper edge
 constexpr double leading = 1.15;
 constexpr double wordSpace = 0.28;
-constexpr double ofHeight = 0.67;  ///< Text size relative to the field's height.
+constexpr double ofHeight = 0.67;  // text size relative to the field's height
 constexpr double flowingSize = 12;
 constexpr double smallestSize = 4;
 
-/// Text to be written at any size. Shapes each piece once.
+// Text to be written at any size. Shapes each piece once.
 class Writing {
  public:
   explicit Writing(const FieldText& text) {
@@ -35,7 +34,7 @@ class Writing {
     return drawn.empty() ? 0 : drawn.bounds.x1 * size / shapedSize;
   }
 
-  /// Content that draws the piece at this position on the baseline.
+  // Content that draws the piece at this position on the baseline.
   std::string drawn(const std::string& piece, double x, double y) {
     const Outlines& shapes = outlines(piece);
     if (shapes.empty()) return {};
@@ -44,7 +43,7 @@ class Writing {
            "Q\n";
   }
 
-  /// The lines of the text, wrapped to `width`. A word that is too wide gets its own line.
+  // The lines of the text, wrapped to `width`. A word that is too wide gets its own line.
   std::vector<std::string> linesWithin(double width, const FieldText& text) {
     std::vector<std::string> lines;
     for (const std::string& line : text.lines) {
@@ -114,7 +113,7 @@ std::string inCells(Writing& writing, const FieldText& text, const Box& room, do
   return drawn;
 }
 
-/// Chooses a size for text without one, so that all of it fits.
+// Chooses a size for text without one, so that all of it fits.
 void fit(Writing& writing, const FieldText& text, const Box& room) {
   const double width = room.x1 - room.x0, height = room.y1 - room.y0;
   if (text.flows) {

@@ -1,17 +1,16 @@
 #include "press/pdf/form_fields.h"
 
-#include <algorithm>
-#include <sstream>
-
-#include <qpdf/QPDFAnnotationObjectHelper.hh>
-#include <qpdf/QPDFFormFieldObjectHelper.hh>
-
 #include "press/error.h"
 #include "press/pdf/field_look.h"
 #include "press/text/unicode.h"
 
-namespace Press {
+#include <qpdf/QPDFAnnotationObjectHelper.hh>
+#include <qpdf/QPDFFormFieldObjectHelper.hh>
 
+#include <algorithm>
+#include <sstream>
+
+namespace Press {
 namespace {
 
 // Limits; fields beyond them are left to the reader.
@@ -35,7 +34,7 @@ std::vector<std::string> linesOf(const std::string& text) {
   return lines;
 }
 
-/// The display name of a choice, given its export value.
+// The display name of a choice, given its export value.
 std::string nameOfChoice(QPDFObjectHandle options, const std::string& value) {
   if (!options.isArray()) return value;
   for (QPDFObjectHandle option : options.getArrayAsVector()) {
@@ -64,7 +63,7 @@ std::vector<std::string> writtenIn(QPDFFormFieldObjectHelper& field) {
   return lines;
 }
 
-/// Parses the operands and operators of a default appearance string.
+// Parses the operands and operators of a default appearance string.
 void readManner(const std::string& manner, FieldText& text, std::string& font) {
   std::istringstream words(manner);
   std::vector<std::string> operands;
@@ -90,7 +89,7 @@ void readManner(const std::string& manner, FieldText& text, std::string& font) {
   text.size = std::clamp(text.size, 0.0, 1000.0);
 }
 
-/// Parses a font's PostScript name: "ABCDEF+Arial-BoldItalicMT".
+// Parses a font's PostScript name: "ABCDEF+Arial-BoldItalicMT".
 void readFace(const std::string& font, FieldText& text) {
   std::string name = font.substr(std::min(font.find_first_not_of('/'), font.size()));
   if (name.size() > 7 && name[6] == '+') name.erase(0, 7);
@@ -127,7 +126,7 @@ FieldText textOf(QPDFFormFieldObjectHelper& field) {
   return text;
 }
 
-/// Content that sets a colour of an annotation; empty for none. The operators are for one, three and four components.
+// Content that sets a colour of an annotation; empty for none. The operators are for one, three and four components.
 std::string colourFrom(QPDFObjectHandle colour, const char* grey, const char* rgb, const char* cmyk) {
   if (!colour.isArray()) return {};
   std::string content;
@@ -161,14 +160,14 @@ void draw(PageContent& content, QPDFObjectHandle annotation, const FieldText& te
   annotation.replaceKey("/AP", QPDFObjectHandle::newDictionary({{"/N", look}}));
 }
 
-/// Selects a button's appearance state by the value of its field.
+// Selects a button's appearance state by the value of its field.
 void showState(QPDFObjectHandle annotation, QPDFObjectHandle value) {
   if (!value.isName()) return;
   const bool isOn = annotation.getKeyIfDict("/AP").getKeyIfDict("/N").hasKey(value.getName());
   annotation.replaceKey("/AS", isOn ? value : QPDFObjectHandle::newName("/Off"));
 }
 
-/// Draws fields up to the limits.
+// Draws fields up to the limits.
 class Fields {
  public:
   Fields(QPDF& pdf, bool redrawsAll) : content(pdf), isForAll(redrawsAll) {}

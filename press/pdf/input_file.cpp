@@ -1,13 +1,12 @@
 #include "press/pdf/input_file.h"
 
+#include "press/error.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <stdexcept>
 
-#include "press/error.h"
-
 namespace Press {
-
 namespace {
 
 constexpr qpdf_offset_t pieceSize = qpdf_offset_t{64} << 10;
@@ -21,11 +20,11 @@ InputFile::InputFile(const std::filesystem::path& path)
   size = file.tellg();
 }
 
-/// The cached bytes from the current position on; empty at the end of the file.
+// The cached bytes from the current position on; empty at the end of the file.
 std::string_view InputFile::kept() {
   if (position >= size) return {};
   if (position < pieceStart || position >= pieceStart + static_cast<qpdf_offset_t>(piece.size())) {
-    pieceStart = position - position % (pieceSize / 2);  // The next read is often slightly before this one.
+    pieceStart = position - position % (pieceSize / 2);  // the next read is often slightly before this one
     piece.resize(static_cast<std::size_t>(std::min(pieceSize, size - pieceStart)));
     file.seekg(pieceStart);
     if (!file.read(piece.data(), static_cast<std::streamsize>(piece.size())))

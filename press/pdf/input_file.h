@@ -1,16 +1,16 @@
 #pragma once
 
+#include <qpdf/InputSource.hh>
+
 #include <filesystem>
 #include <fstream>
 #include <string>
 #include <string_view>
 
-#include <qpdf/InputSource.hh>
-
 namespace Press {
 
-/// An input source that caches the part of the file around the last position, since the library reads a few bytes at a
-/// time, dozens of times per object.
+// An input source that caches the part of the file around the last position, since the library reads a few bytes at a
+// time, dozens of times per object.
 class InputFile : public InputSource {
  public:
   explicit InputFile(const std::filesystem::path& path);

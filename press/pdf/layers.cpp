@@ -1,14 +1,13 @@
 #include "press/pdf/layers.h"
 
+#include "press/pages/content.h"
+#include "press/pdf/object_depth.h"
+
 #include <set>
 #include <stdexcept>
 #include <vector>
 
-#include "press/pages/content.h"
-#include "press/pdf/object_depth.h"
-
 namespace Press {
-
 namespace {
 
 std::vector<QPDFObjectHandle> layersIn(QPDFObjectHandle list) {
@@ -26,7 +25,7 @@ std::set<QPDFObjGen> namedIn(QPDFObjectHandle list) {
   return named;
 }
 
-/// A document's default layer visibility, ignoring the viewer's settings.
+// A document's default layer visibility, ignoring the viewer's settings.
 class LayerStates {
  public:
   explicit LayerStates(QPDFObjectHandle configuration)

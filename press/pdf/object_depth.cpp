@@ -4,7 +4,6 @@
 #include <vector>
 
 namespace Press {
-
 namespace {
 
 constexpr std::size_t deepest = 2000;
@@ -36,7 +35,7 @@ bool isNestedTooDeeply(const QPDFObjectHandle& object) {
     }
     QPDFObjectHandle part = level.parts[level.next++];
     if (part.isIndirect() && !seen.insert(part.getObjGen()).second) continue;
-    if (part.isPagesObject() || part.isPageObject()) continue;  // Not copied by the library.
+    if (part.isPagesObject() || part.isPageObject()) continue;  // not copied by the library
     std::vector<QPDFObjectHandle> parts = partsOf(part);
     if (parts.empty()) continue;
     if (levels.size() == deepest) return true;

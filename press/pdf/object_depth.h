@@ -4,7 +4,7 @@
 
 namespace Press {
 
-/// Whether copying the object into another document would exceed the library's recursion depth.
+// Whether copying the object into another document would exceed the library's recursion depth.
 bool isNestedTooDeeply(const QPDFObjectHandle& object);
 
 }  // namespace Press

@@ -1,21 +1,20 @@
 #include "press/pdf/structure.h"
 
+#include <qpdf/QPDFNumberTreeObjectHelper.hh>
+
 #include <exception>
 #include <set>
 
-#include <qpdf/QPDFNumberTreeObjectHelper.hh>
-
 namespace Press {
-
 namespace {
 
-/// Whether an element or reference is on this page, or names no page.
+// Whether an element or reference is on this page, or names no page.
 bool isOn(QPDFObjectHandle page, QPDFObjectHandle object) {
   QPDFObjectHandle named = object.getKey("/Pg");
   return named.isNull() || named.isSameObjectAs(page);
 }
 
-/// Converts a kid of a structure element to refer to the form, if it is content of the page.
+// Converts a kid of a structure element to refer to the form, if it is content of the page.
 QPDFObjectHandle inForm(QPDFObjectHandle kid, QPDFObjectHandle page, QPDFObjectHandle form) {
   if (kid.isInteger()) {
     QPDFObjectHandle reference = QPDFObjectHandle::parse("<< /Type /MCR >>");
@@ -51,7 +50,7 @@ void moveStructure(QPDF& pdf, PageContent& content, QPDFObjectHandle page, QPDFO
         kids.setArrayItem(index, inForm(kids.getArrayItem(index), page, form));
     }
   } catch (const std::exception&) {
-    return;  // The damaged structure is unusable anyway.
+    return;  // the damaged structure is unusable anyway
   }
 }
 

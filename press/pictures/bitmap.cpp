@@ -1,7 +1,6 @@
 #include "press/pictures/bitmap.h"
 
 namespace Press {
-
 namespace {
 
 void appendNumber(std::string& bytes, std::size_t value, int size) {

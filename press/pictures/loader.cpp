@@ -11,11 +11,10 @@
 #include <dlfcn.h>
 #endif
 
-namespace fs = std::filesystem;
-
 namespace Press {
-
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr const char* reinstall = "): install the program again, all of its files in one folder.";
 

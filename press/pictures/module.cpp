@@ -1,5 +1,11 @@
 #include "press/pictures/module.h"
 
+#include <poppler-document.h>
+#include <poppler-global.h>
+#include <poppler-image.h>
+#include <poppler-page-renderer.h>
+#include <poppler-page.h>
+
 #include <cmath>
 #include <cstring>
 #include <exception>
@@ -11,15 +17,9 @@
 #include <type_traits>
 #include <vector>
 
-#include <poppler-document.h>
-#include <poppler-global.h>
-#include <poppler-image.h>
-#include <poppler-page-renderer.h>
-#include <poppler-page.h>
-
 namespace {
 
-constexpr double mostPixels = 200e6;  // 800 MB; an A0 poster at 300 dpi has 140 million.
+constexpr double mostPixels = 200e6;  // 800 MB; an A0 poster at 300 dpi has 140 million
 
 poppler::image draw(const char* pdf, std::size_t size, int number, double dpi) {
   poppler::set_debug_error_function([](const std::string&, void*) {}, nullptr);

@@ -7,13 +7,13 @@
 
 extern "C" {
 
-/// Receives the result, once: `error` is null and `argb` has width times height pixels, or `error` is a sentence
-/// without the file's name, and there are no pixels.
+// Receives the result, once: `error` is null and `argb` has width times height pixels, or `error` is a sentence
+// without the file's name, and there are no pixels.
 using KilnPictureReceiver = void (*)(void* context, int width, int height, const std::uint32_t* argb,
                                      const char* error);
 
-/// Draws a page of an in-memory PDF file. Pages count from 1. If `pngPath` is not null, also saves the picture there as
-/// PNG; the path is in the system's encoding.
+// Draws a page of an in-memory PDF file. Pages count from 1. If `pngPath` is not null, also saves the picture there as
+// PNG; the path is in the system's encoding.
 using KilnDrawPage = void (*)(const char* pdf, std::size_t size, int page, double dpi, const char* pngPath,
                               KilnPictureReceiver receiver, void* context);
 

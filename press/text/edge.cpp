@@ -4,10 +4,9 @@
 #include <cmath>
 
 namespace Press {
-
 namespace {
 
-constexpr int curvePieces = 16;  ///< The number of line segments that approximate a curve.
+constexpr int curvePieces = 16;  // the number of line segments that approximate a curve
 
 Point operator-(const Point& a, const Point& b) { return {a.x - b.x, a.y - b.y}; }
 double cross(const Point& a, const Point& b) { return a.x * b.y - a.y * b.x; }
@@ -28,7 +27,7 @@ bool meet(const Box& a, const Box& b, double distance) {
   return a.x0 <= b.x1 + distance && b.x0 <= a.x1 + distance && a.y0 <= b.y1 + distance && b.y0 <= a.y1 + distance;
 }
 
-/// A line or a curve of a contour.
+// A line or a curve of a contour.
 class Side {
  public:
   Side(const Point& from, const PathStep& step)
@@ -43,21 +42,21 @@ class Side {
   const Point& start() const { return control[0]; }
   Point end() const { return control[3]; }
 
-  /// The point on the segments at `t` from 0 to 1.
+  // The point on the segments at `t` from 0 to 1.
   Point at(double t) const {
     const std::size_t piece = pieceAt(t);
     return between(points[piece], points[piece + 1], t * pieces() - static_cast<double>(piece));
   }
   Point direction(double t) const { return points[pieceAt(t) + 1] - points[pieceAt(t)]; }
 
-  /// Adds the positions where the other side crosses this one.
+  // Adds the positions where the other side crosses this one.
   void addCrossings(const Side& other, std::vector<double>& crossings) const {
     for (std::size_t mine = 0; mine + 1 < points.size(); ++mine) {
       const Point along = points[mine + 1] - points[mine];
       for (std::size_t its = 0; its + 1 < other.points.size(); ++its) {
         const Point across = other.points[its + 1] - other.points[its];
         const double slant = cross(along, across);
-        if (slant == 0) continue;  // The end of a parallel side belongs to another side that is not parallel.
+        if (slant == 0) continue;  // the end of a parallel side belongs to another side that is not parallel
         const Point apart = other.points[its] - points[mine];
         const double t = cross(apart, across) / slant, u = cross(apart, along) / slant;
         if (isWithin(t) && isWithin(u)) crossings.push_back((static_cast<double>(mine) + t) / pieces());
@@ -65,7 +64,7 @@ class Side {
     }
   }
 
-  /// The winding contribution of this side to the point, for a ray to the right.
+  // The winding contribution of this side to the point, for a ray to the right.
   int turnsAround(const Point& point) const {
     if (point.y < box.y0 || point.y >= box.y1 || point.x > box.x1) return 0;
     int turns = 0;
@@ -80,7 +79,7 @@ class Side {
     return turns;
   }
 
-  /// The part of the side between the parameters `from` and `to`.
+  // The part of the side between the parameters `from` and `to`.
   PathStep part(double from, double to) const {
     if (!isCurve) return {PathStep::Kind::line, {to < 1 ? at(to) : end(), {}, {}}};
     if (from <= 0 && to >= 1) return {PathStep::Kind::curve, {control[1], control[2], control[3]}};
@@ -188,7 +187,7 @@ class Edge {
     if (isDrawing && isWhole) edge.push_back({PathStep::Kind::close, {}});
   }
 
-  /// Positions on the side, from 0 to 1, that divide it into parts entirely inside or outside.
+  // Positions on the side, from 0 to 1, that divide it into parts entirely inside or outside.
   std::vector<double> crossingsOf(const Side& side) const {
     std::vector<double> places = {0, 1};
     for (const Letter* letter : near)
@@ -204,7 +203,7 @@ class Edge {
     return apart;
   }
 
-  /// Whether both sides of the line are filled.
+  // Whether both sides of the line are filled.
   bool isInside(const Side& side, double t) const {
     const Point at = side.at(t), along = side.direction(t);
     const double length = std::hypot(along.x, along.y);
@@ -223,7 +222,7 @@ class Edge {
 
   double touching;
   std::vector<Letter> letters;
-  std::vector<const Letter*> near;  ///< Letters near the one being drawn, including itself.
+  std::vector<const Letter*> near;  // letters near the one being drawn, including itself
   Path edge;
 };
 

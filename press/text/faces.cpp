@@ -1,17 +1,16 @@
 #include "press/text/faces.h"
 
+#include "press/error.h"
+#include "press/text/unicode.h"
+
+#include <hb-ot.h>
+
 #include <algorithm>
 #include <iterator>
 #include <set>
 #include <string_view>
 
-#include <hb-ot.h>
-
-#include "press/error.h"
-#include "press/text/unicode.h"
-
 namespace Press {
-
 namespace {
 
 template <typename T, typename Destroy>
@@ -34,7 +33,7 @@ bool endsWith(std::string_view text, std::string_view end) {
   return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
 }
 
-/// Whether the face has outlines in a format that can be shaped.
+// Whether the face has outlines in a format that can be shaped.
 bool hasOutlines(const FcPattern* face) {
   const std::string format = textIn(face, FC_FONTFORMAT);
   const std::string file = textIn(face, FC_FILE);
@@ -64,7 +63,7 @@ bool isOfFamily(const FcPattern* face, const std::string& family) {
   return false;
 }
 
-/// Selects a named instance, such as a weight, of a variable font.
+// Selects a named instance, such as a weight, of a variable font.
 void setDesign(hb_font_t* font, const FcPattern* face, int instance) {
   if (instance > 0 && instance < 0x8000) hb_font_set_var_named_instance(font, static_cast<unsigned>(instance - 1));
   std::vector<hb_variation_t> variations;
@@ -110,7 +109,7 @@ bool continuesLetter(char32_t character) {
   }
 }
 
-/// Whether the character is visible, so that a face must have it.
+// Whether the character is visible, so that a face must have it.
 bool isSeen(char32_t character) {
   switch (hb_unicode_general_category(hb_unicode_funcs_get_default(), character)) {
     case HB_UNICODE_GENERAL_CATEGORY_SPACE_SEPARATOR:
@@ -172,7 +171,7 @@ Faces::Faces(const Watermark& watermark, const std::u32string& text)
   choose(text);
 }
 
-/// The nearest match for `wanted` among the faces that have most of the letters; skips broken faces.
+// The nearest match for `wanted` among the faces that have most of the letters; skips broken faces.
 const Face& Faces::nearest(const FcCharSet* letters) {
   const Pattern asked(FcPatternDuplicate(wanted.get()), FcPatternDestroy);
   if (letters) FcPatternAddCharSet(asked.get(), FC_CHARSET, letters);

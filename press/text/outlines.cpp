@@ -1,27 +1,26 @@
 #include "press/text/outlines.h"
 
-#include <algorithm>
-#include <cmath>
-#include <memory>
-
-#include <hb.h>
-
 #include "press/error.h"
 #include "press/text/edge.h"
 #include "press/text/faces.h"
 #include "press/text/runs.h"
 #include "press/text/unicode.h"
 
-namespace Press {
+#include <hb.h>
 
+#include <algorithm>
+#include <cmath>
+#include <memory>
+
+namespace Press {
 namespace {
 
 constexpr std::size_t mostCharacters = 1000;
-constexpr double outlineOfSize = 1.0 / 48;     ///< Stroke width relative to the text size.
-constexpr double thickeningOfSize = 1.0 / 36;  ///< Stroke width of synthetic bold, relative to the text size.
-constexpr double touchingOfSize = 1.0 / 1000;  ///< The tolerance for adjacent letters, relative to the text size.
+constexpr double outlineOfSize = 1.0 / 48;     // stroke width relative to the text size
+constexpr double thickeningOfSize = 1.0 / 36;  // stroke width of synthetic bold, relative to the text size
+constexpr double touchingOfSize = 1.0 / 1000;  // the tolerance for adjacent letters, relative to the text size
 
-/// A single line: replaces line breaks by spaces.
+// A single line: replaces line breaks by spaces.
 std::u32string lineOf(const std::string& utf8) {
   std::u32string text = charactersOf(utf8);
   if (text.size() > mostCharacters)
@@ -35,7 +34,7 @@ std::u32string lineOf(const std::string& utf8) {
   return text;
 }
 
-/// Appends a glyph's outline at the pen position.
+// Appends a glyph's outline at the pen position.
 struct Pen {
   Path& path;
   Point origin;
@@ -78,7 +77,7 @@ DrawFunctions drawFunctions() {
   return functions;
 }
 
-/// The empty box for a letter that no face has, of average width.
+// The empty box for a letter that no face has, of average width.
 double drawMissing(Path& path, const Point& origin, double size) {
   const auto ring = [&](double inset, bool isInner) {
     const double left = origin.x + 0.06 * size + inset, right = origin.x + 0.54 * size - inset;
@@ -94,7 +93,7 @@ double drawMissing(Path& path, const Point& origin, double size) {
   return 0.6 * size;
 }
 
-/// Shapes a run, appends its letters, and advances the pen.
+// Shapes a run, appends its letters, and advances the pen.
 void drawRun(const std::u32string& text, const TextRun& run, double size, hb_draw_funcs_t* functions,
              std::vector<Path>& letters, Point& pen) {
   const std::unique_ptr<hb_buffer_t, decltype(&hb_buffer_destroy)> buffer(hb_buffer_create(), hb_buffer_destroy);
@@ -131,7 +130,7 @@ Path joined(const std::vector<Path>& letters) {
   return path;
 }
 
-/// The range of coordinates that a path covers in one direction.
+// The range of coordinates that a path covers in one direction.
 class Reach {
  public:
   void include(double value) {
@@ -139,7 +138,7 @@ class Reach {
     high = std::max(high, value);
   }
 
-  /// Includes a curve's extrema; its control points lie further out.
+  // Includes a curve's extrema; its control points lie further out.
   void includeCurve(double p0, double p1, double p2, double p3) {
     include(p3);
     // Zeros of the derivative a t^2 + b t + c.

@@ -1,10 +1,9 @@
 #include "press/text/outlines_content.h"
 
 namespace Press {
-
 namespace {
 
-/// A thousandth of a point is finer than any printer's resolution.
+// A thousandth of a point is finer than any printer's resolution.
 constexpr int decimals = 3;
 
 void append(std::string& content, const Path& path) {

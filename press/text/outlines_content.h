@@ -1,12 +1,12 @@
 #pragma once
 
-#include <string>
-
 #include "press/text/outlines.h"
+
+#include <string>
 
 namespace Press {
 
-/// Content that fills and strokes outlines in the current colours.
+// Content that fills and strokes outlines in the current colours.
 std::string contentOf(const Outlines& outlines);
 
 }  // namespace Press

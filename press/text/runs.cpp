@@ -1,16 +1,15 @@
 #include "press/text/runs.h"
 
-#include <algorithm>
+#include "press/error.h"
 
 #include <fribidi.h>
 
-#include "press/error.h"
+#include <algorithm>
 
 namespace Press {
-
 namespace {
 
-/// The bidirectional embedding level of each character: even for left-to-right, odd for right-to-left.
+// The bidirectional embedding level of each character: even for left-to-right, odd for right-to-left.
 std::vector<FriBidiLevel> levelsOf(const std::u32string& text) {
   static_assert(sizeof(FriBidiChar) == sizeof(char32_t));
   const auto* characters = reinterpret_cast<const FriBidiChar*>(text.data());
@@ -30,7 +29,7 @@ bool isShared(hb_script_t script) {
   return script == HB_SCRIPT_COMMON || script == HB_SCRIPT_INHERITED || script == HB_SCRIPT_UNKNOWN;
 }
 
-/// The script of each character; common characters get the script of the preceding letters.
+// The script of each character; common characters get the script of the preceding letters.
 std::vector<hb_script_t> scriptsOf(const std::u32string& text) {
   std::vector<hb_script_t> scripts;
   hb_script_t first = HB_SCRIPT_COMMON;
@@ -47,7 +46,7 @@ std::vector<hb_script_t> scriptsOf(const std::u32string& text) {
   return scripts;
 }
 
-/// Reverses nested runs, deepest level first.
+// Reverses nested runs, deepest level first.
 void putInVisualOrder(std::vector<TextRun>& runs, std::vector<FriBidiLevel> levels) {
   FriBidiLevel deepest = 0;
   for (const FriBidiLevel level : levels) deepest = std::max(deepest, level);

@@ -1,12 +1,11 @@
 #include "press/text/unicode.h"
 
 namespace Press {
-
 namespace {
 
 constexpr char32_t replacement = 0xFFFD;
 
-/// The length of a UTF-8 sequence with this first byte; 0 when invalid.
+// The length of a UTF-8 sequence with this first byte; 0 when invalid.
 std::size_t lengthFrom(unsigned char first) {
   if (first < 0x80) return 1;
   if (first >= 0xC2 && first < 0xE0) return 2;

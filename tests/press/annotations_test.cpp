@@ -1,10 +1,10 @@
-#include <string>
+#include "tests/press/rendering.h"
+#include "tests/press/test_job.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/press/rendering.h"
-#include "tests/press/test_job.h"
+#include <string>
 
 using Press::Effects;
 using testing::AllOf;
@@ -20,14 +20,14 @@ constexpr unsigned white = 0xFFFFFFu;
 
 const std::string look = streamObject("/Type /XObject /Subtype /Form /BBox [0 0 10 10]", "0 0 1 rg 0 0 10 10 re f");
 
-/// A page with one annotation, drawn in blue from (20, 240) to (60, 280).
+// A page with one annotation, drawn in blue from (20, 240) to (60, 280).
 TestJob annotated(const std::string& entries) {
   return {.contents = {""},
           .page = "/Annots [5 0 R]",
           .objects = {look, "<< /Type /Annot /Rect [20 240 60 280] /AP << /N 4 0 R >> " + entries + " >>"}};
 }
 
-/// The colour at the centre of the annotation in the mirrored page.
+// The colour at the centre of the annotation in the mirrored page.
 unsigned mirroredColour(const TestJob& job) {
   return pixel(render(printed(job.bytes(), {.mirrorImage = true})), 160, 40);
 }

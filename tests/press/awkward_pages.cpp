@@ -8,7 +8,7 @@ const std::string gradient = "/Pattern << /P << /PatternType 2 /Shading << /Shad
                              "/Coords [0 0 200 300] /Function << /FunctionType 2 /Domain [0 1] /C0 [1 0 0] "
                              "/C1 [0 1 1] /N 1 >> /Extend [true true] >> >> >>";
 
-/// The same for a landscape page.
+// The same for a landscape page.
 const std::string wideMarks = "1 0 0 rg 20 150 100 20 re f 20 80 20 70 re f 0 0 1 rg 250 10 30 60 re f\n";
 
 }  // namespace

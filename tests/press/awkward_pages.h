@@ -1,16 +1,16 @@
 #pragma once
 
-#include <ostream>
-#include <vector>
-
 #include "tests/press/rendering.h"
 #include "tests/press/test_job.h"
 
-/// A page that tools often render wrongly.
+#include <ostream>
+#include <vector>
+
+// A page that tools often render wrongly.
 struct AwkwardPage {
   const char* name;
   TestJob job;
-  Renderer renderer = Renderer::poppler;  ///< A renderer that shows the untouched page correctly.
+  Renderer renderer = Renderer::poppler;  // a renderer that shows the untouched page correctly
   int tolerance = 0;
 };
 

@@ -1,13 +1,13 @@
-#include <string>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "press/job/capture.h"
 #include "press/job/sample.h"
 #include "press/pictures/bitmap.h"
 #include "tests/press/rendering.h"
 #include "tests/press/test_job.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
 
 using Press::captureOverlay;
 using Press::Effects;

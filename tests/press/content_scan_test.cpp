@@ -1,8 +1,8 @@
-#include <string>
+#include "press/pages/content_scan.h"
 
 #include <gtest/gtest.h>
 
-#include "press/pages/content_scan.h"
+#include <string>
 
 using Press::standsAlone;
 

@@ -1,12 +1,12 @@
 // The common outline of letters.
 
-#include <cmath>
-#include <utility>
-#include <vector>
+#include "press/text/edge.h"
 
 #include <gtest/gtest.h>
 
-#include "press/text/edge.h"
+#include <cmath>
+#include <utility>
+#include <vector>
 
 using Press::edgeOf;
 using Press::Path;
@@ -42,7 +42,7 @@ Path circle(double x, double y, double radius) {
 
 double distance(const Point& a, const Point& b) { return std::hypot(b.x - a.x, b.y - a.y); }
 
-/// The length of a path's line.
+// The length of a path's line.
 double length(const Path& path) {
   double sum = 0;
   Point start, at;

@@ -1,6 +1,6 @@
-#include <gtest/gtest.h>
-
 #include "press/job/effects.h"
+
+#include <gtest/gtest.h>
 
 using Press::Effects;
 using Press::effectsFromProperties;

@@ -1,13 +1,13 @@
 // Form fields without an appearance.
 
-#include <algorithm>
-#include <string>
+#include "tests/press/rendering.h"
+#include "tests/press/test_job.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/press/rendering.h"
-#include "tests/press/test_job.h"
+#include <algorithm>
+#include <string>
 
 using Press::Effects;
 using Press::Picture;
@@ -16,7 +16,7 @@ using testing::Not;
 
 namespace {
 
-/// A page with one field, 160 wide and 60 high at (20, 220), or 20 points below the upper left corner as displayed.
+// A page with one field, 160 wide and 60 high at (20, 220), or 20 points below the upper left corner as displayed.
 TestJob fieldJob(const std::string& entries, bool readersDraw = false) {
   return {.contents = {""},
           .page = "/Annots [4 0 R]",
@@ -27,7 +27,7 @@ TestJob fieldJob(const std::string& entries, bool readersDraw = false) {
           .objects = {"<< /Type /Annot /Subtype /Widget /F 4 /T (Field) /Rect [20 220 180 280] " + entries + " >>"}};
 }
 
-/// The page printed with an invisible effect.
+// The page printed with an invisible effect.
 Picture printedPage(const TestJob& job) {
   Effects effects;
   effects.watermark.text = ".";
@@ -38,7 +38,7 @@ Picture printedPage(const TestJob& job) {
 
 Picture drawn(const std::string& entries) { return printedPage(fieldJob(entries)); }
 
-/// The bounds of non-white pixels, from the top left.
+// The bounds of non-white pixels, from the top left.
 struct Ink {
   int left = 1 << 20, top = 1 << 20, right = -1, bottom = -1;
 };

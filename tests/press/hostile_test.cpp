@@ -1,16 +1,16 @@
 // Files made to harm: each has to end in a printed file or in a sentence, at a cost that grows with the file at most.
 
-#include <algorithm>
-#include <functional>
-#include <random>
-#include <string>
-
-#include <gtest/gtest.h>
-
 #include "press/job/sample.h"
 #include "press/pdf/bytes.h"
 #include "tests/press/test_job.h"
 #include "tests/support/growth.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <random>
+#include <string>
 
 using Press::Effects;
 using Press::PdfBytes;
@@ -28,8 +28,8 @@ Effects everything(int pagesOnSheet) {
 
 enum class Outcome { printed, refused };
 
-/// Prints the job, each of its first pages for the preview, and the job with several pages on a sheet. Several pages on
-/// a sheet may be refused where the pages alone are not.
+// Prints the job, each of its first pages for the preview, and the job with several pages on a sheet. Several pages on
+// a sheet may be refused where the pages alone are not.
 Outcome survive(const std::string& job) {
   const TestFolder folder;
   write(folder / "in.pdf", job);
@@ -45,13 +45,13 @@ Outcome survive(const std::string& job) {
   return outcome;
 }
 
-/// Whether jobs that `make` makes of so many pieces, and of ten times as many, are printed at costs in that proportion.
+// Whether jobs that `make` makes of so many pieces, and of ten times as many, are printed at costs in that proportion.
 testing::AssertionResult survivesLinearly(int pieces, const std::function<std::string(int)>& make) {
   return Testing::growsLinearly(
       pieces, [&](int count) { return [job = make(count)] { EXPECT_EQ(survive(job), Outcome::printed); }; });
 }
 
-/// A job whose page tree is made by hand.
+// A job whose page tree is made by hand.
 std::string tree(const std::vector<std::string>& nodes) {
   PdfBytes pdf;
   pdf.add("<< /Type /Catalog /Pages 2 0 R >>");

@@ -1,16 +1,16 @@
 // Prints a watermark on awkward pages and compares pictures: the mark must have the same position and size as on a
 // plain page that looks the same, and the page's own content must be unchanged.
 
-#include <cmath>
-#include <string>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "press/job/sample.h"
 #include "tests/press/awkward_pages.h"
 #include "tests/press/rendering.h"
 #include "tests/press/test_job.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
 
 using Press::Across;
 using Press::Down;
@@ -34,14 +34,14 @@ Effects marked(double angle = 0, Across across = Across::centre, Down down = Dow
   return effects;
 }
 
-/// An empty page of the same size.
+// An empty page of the same size.
 std::string emptyPage(int width, int height) {
   return TestJob{.boxes = "/MediaBox [0 0 " + std::to_string(width) + " " + std::to_string(height) + "]",
                  .contents = {""}}
       .bytes();
 }
 
-/// Whether two colours are visually the same: a nearly covered pixel may differ slightly.
+// Whether two colours are visually the same: a nearly covered pixel may differ slightly.
 bool isAlike(unsigned a, unsigned b) {
   constexpr int unseen = 12;
   for (const int shift : {0, 8, 16})
@@ -49,8 +49,8 @@ bool isAlike(unsigned a, unsigned b) {
   return true;
 }
 
-/// The number of wrong pixels in the picture of a page with the mark. Expected is the page where the mark alone, on an
-/// empty page, leaves the paper blank, and the mark's colour where it covers it.
+// The number of wrong pixels in the picture of a page with the mark. Expected is the page where the mark alone, on an
+// empty page, leaves the paper blank, and the mark's colour where it covers it.
 int faults(const Picture& page, const Picture& mark, const Picture& both) {
   if (mark.argb.size() != page.argb.size() || both.argb.size() != page.argb.size()) return 1 << 20;
   int count = 0;
@@ -62,7 +62,7 @@ int faults(const Picture& page, const Picture& mark, const Picture& both) {
   return count;
 }
 
-/// Expects `job`, which looks like `before`, to print with the mark on it.
+// Expects `job`, which looks like `before`, to print with the mark on it.
 void expectMarked(const Picture& before, const std::string& job, Renderer renderer, const Effects& effects) {
   const Picture mark = render(printed(emptyPage(before.width, before.height), effects), renderer);
   const std::string after = printed(job, effects);
@@ -78,7 +78,7 @@ struct Ink {
   int left = 1 << 20, top = 1 << 20, right = -1, bottom = -1;
 };
 
-/// The bounding box of everything that is not white.
+// The bounding box of everything that is not white.
 Ink inkOf(const Picture& picture) {
   Ink ink;
   for (int y = 0; y < picture.height; ++y)

@@ -1,13 +1,13 @@
 // A watermark's text as outlines. The faces are those of tools/install-packages.
 
-#include <algorithm>
-#include <string>
+#include "press/error.h"
+#include "press/text/outlines.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "press/error.h"
-#include "press/text/outlines.h"
+#include <algorithm>
+#include <string>
 
 using Press::Outlines;
 using Press::outlinesOf;
@@ -29,7 +29,7 @@ Watermark text(const char* words, const char* face = "DejaVu Sans") {
 double width(const Outlines& outlines) { return outlines.bounds.x1 - outlines.bounds.x0; }
 double height(const Outlines& outlines) { return outlines.bounds.y1 - outlines.bounds.y0; }
 
-/// The highest point of a text in its leftmost `points`.
+// The highest point of a text in its leftmost `points`.
 double topOfLeft(const Outlines& outlines, double points) {
   double top = 0;
   for (const PathStep& step : outlines.parts.at(0).path)

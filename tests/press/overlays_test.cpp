@@ -1,15 +1,15 @@
-#include <string>
-#include <tuple>
-#include <utility>
-#include <vector>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "press/pdf/bytes.h"
 #include "tests/press/awkward_pages.h"
 #include "tests/press/rendering.h"
 #include "tests/press/test_job.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
 
 namespace fs = std::filesystem;
 using Press::Effects;
@@ -20,7 +20,7 @@ using testing::HasSubstr;
 
 namespace {
 
-/// A job of plain pages, each with a small mark in the centre.
+// A job of plain pages, each with a small mark in the centre.
 std::string pagesJob(int count, const std::string& entries = "") {
   using Press::reference;
   Press::PdfBytes pdf;
@@ -37,7 +37,7 @@ std::string pagesJob(int count, const std::string& entries = "") {
   return pdf.finish(1);
 }
 
-/// A form with a square of one colour at a given position.
+// A form with a square of one colour at a given position.
 std::string square(const std::string& colour, int x, int y, const std::string& box = "[0 0 100 100]") {
   return TestJob{.boxes = "/MediaBox " + box,
                  .contents = {colour + " rg " + std::to_string(x) + " " + std::to_string(y) + " 10 10 re f"}}

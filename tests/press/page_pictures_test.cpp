@@ -1,13 +1,13 @@
 // Prints awkward pages and compares pictures: the picture of a printed page must be the picture of the untouched page
 // with the effect applied to its pixels.
 
-#include <string>
-
-#include <gtest/gtest.h>
-
 #include "tests/press/awkward_pages.h"
 #include "tests/press/rendering.h"
 #include "tests/press/test_job.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
 
 using Press::Effects;
 
@@ -47,7 +47,7 @@ TEST_P(AwkwardPages, LookTheSameInThePreview) {
   EXPECT_EQ(complaints(previewed), "");
 }
 
-/// Whether the effect for A3 and Ledger rotates the first page of a job with these boxes.
+// Whether the effect for A3 and Ledger rotates the first page of a job with these boxes.
 bool turnsForA3Ledger(const std::string& boxes) {
   const std::string job = TestJob{.boxes = boxes}.bytes();
   const Press::Picture before = render(job, Renderer::mupdf);

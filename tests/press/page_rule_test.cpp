@@ -1,16 +1,16 @@
-#include <string>
+#include "press/error.h"
+#include "press/pages/rule.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "press/error.h"
-#include "press/pages/rule.h"
+#include <string>
 
 using Press::PageRule;
 
 namespace {
 
-/// The pages of a ten-page job that a rule includes, as digits; page ten is "X".
+// The pages of a ten-page job that a rule includes, as digits; page ten is "X".
 std::string pages(const char* rule) {
   const PageRule parsed(rule);
   std::string named;

@@ -1,10 +1,10 @@
 // Prints a job with effects, with the arguments of the kiln command: press_print IN OUT [--set PROPERTY=VALUE]...
 
+#include "press/job/print.h"
+
 #include <iostream>
 #include <map>
 #include <string>
-
-#include "press/job/print.h"
 
 int main(int count, char** arguments) {
   std::map<std::string, std::string> properties;

@@ -1,19 +1,20 @@
-#include <algorithm>
-#include <csignal>
-#include <cstdlib>
-#include <string>
-#include <sys/resource.h>
-#include <unistd.h>
-#include <vector>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "press/job/sample.h"
 #include "press/pdf/bytes.h"
 #include "tests/press/rendering.h"
 #include "tests/press/small_disk.h"
 #include "tests/press/test_job.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <string>
+#include <vector>
 
 namespace fs = std::filesystem;
 using Press::Effects;
@@ -28,7 +29,7 @@ namespace {
 
 const Effects everything{.mirrorImage = true, .negativeImage = true, .rotate180 = true, .rotate180ForA3Ledger = true};
 
-/// The error message of printing `in` to `out`.
+// The error message of printing `in` to `out`.
 std::string failure(const fs::path& in, const fs::path& out) {
   try {
     printPdf(in, out, everything);
@@ -38,12 +39,12 @@ std::string failure(const fs::path& in, const fs::path& out) {
   return "printed";
 }
 
-/// Converts a job with qpdf; returns its exit status.
+// Converts a job with qpdf; returns its exit status.
 int converted(const fs::path& in, const fs::path& out, const std::string& options) {
   return run("qpdf " + options + " '" + in.string() + "' '" + out.string() + "'").status;
 }
 
-/// A job of many text pages with shared resources.
+// A job of many text pages with shared resources.
 std::string longJob(int count, const std::string& page = "/Resources 4 0 R") {
   using Press::reference;
   Press::PdfBytes pdf;
@@ -60,7 +61,7 @@ std::string longJob(int count, const std::string& page = "/Resources 4 0 R") {
   return pdf.finish(1);
 }
 
-/// Runs as an unprivileged user, if the tests run as root.
+// Runs as an unprivileged user, if the tests run as root.
 class AsOrdinaryUser {
  public:
   AsOrdinaryUser() { changed = ::geteuid() == 0 && ::setegid(65534) == 0 && ::seteuid(65534) == 0; }
@@ -72,7 +73,7 @@ class AsOrdinaryUser {
   bool changed;
 };
 
-/// A folder with a valid job, and an old printed file that must survive failures.
+// A folder with a valid job, and an old printed file that must survive failures.
 class Printing : public testing::Test {
  protected:
   Printing() {

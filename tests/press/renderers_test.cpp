@@ -1,12 +1,12 @@
 // Poppler, MuPDF and Ghostscript must show the same printed page.
 
-#include <string>
-
-#include <gtest/gtest.h>
-
 #include "press/pictures/loader.h"
 #include "tests/press/rendering.h"
 #include "tests/press/test_job.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
 
 using Press::Effects;
 

@@ -1,12 +1,12 @@
 #include "tests/press/rendering.h"
 
+#include "press/pictures/loader.h"
+#include "tests/press/test_job.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <sstream>
 #include <stdexcept>
-
-#include "press/pictures/loader.h"
-#include "tests/press/test_job.h"
 
 using Press::Picture;
 

@@ -1,8 +1,8 @@
-#include <gtest/gtest.h>
-
 #include "press/job/sample.h"
 #include "tests/press/rendering.h"
 #include "tests/press/test_job.h"
+
+#include <gtest/gtest.h>
 
 TEST(Sample, IsASoundPdfOfFourPages) {
   const TestFolder folder;

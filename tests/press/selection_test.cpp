@@ -1,13 +1,13 @@
 // Printing some pages of a job.
 
-#include <string>
+#include "press/pdf/bytes.h"
+#include "tests/press/rendering.h"
+#include "tests/press/test_job.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "press/pdf/bytes.h"
-#include "tests/press/rendering.h"
-#include "tests/press/test_job.h"
+#include <string>
 
 using Press::Effects;
 using Press::PageRule;
@@ -16,8 +16,8 @@ using testing::Not;
 
 namespace {
 
-/// A job of ten pages, each as wide as ten times its number; everything else is inherited, and an outline refers to
-/// pages two and five.
+// A job of ten pages, each as wide as ten times its number; everything else is inherited, and an outline refers to
+// pages two and five.
 std::string tenPages() {
   using Press::reference;
   Press::PdfBytes pdf;
@@ -47,7 +47,7 @@ class Selection : public testing::Test {
  protected:
   Selection() { write(folder / "in.pdf", tenPages()); }
 
-  /// The heights of the printed pages, which are rotated.
+  // The heights of the printed pages, which are rotated.
   std::vector<int> print(const char* pages, const Effects& effects = {}) {
     Press::printPdf(folder / "in.pdf", folder / "out.pdf", effects, {}, PageRule(pages));
     EXPECT_EQ(complaints(read(folder / "out.pdf")), "");

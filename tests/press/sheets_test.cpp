@@ -1,14 +1,14 @@
 // Several pages on a sheet.
 
-#include <string>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "press/job/sample.h"
 #include "press/pdf/bytes.h"
 #include "tests/press/rendering.h"
 #include "tests/press/test_job.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
 
 using Press::Effects;
 using Press::PageRule;
@@ -19,7 +19,7 @@ namespace {
 constexpr unsigned white = 0xFFFFFF;
 const unsigned colours[] = {0xFF0000, 0x00FF00, 0x0000FF, 0xFFFF00, 0xFF00FF};
 
-/// A job of five pages, each in a single colour.
+// A job of five pages, each in a single colour.
 std::string colourJob(const std::string& page = "/MediaBox [0 0 200 300]") {
   using Press::reference;
   Press::PdfBytes pdf;
@@ -39,7 +39,7 @@ std::string colourJob(const std::string& page = "/MediaBox [0 0 200 300]") {
 
 class Sheets : public testing::Test {
  protected:
-  /// Pictures of the sheets that a job prints.
+  // Pictures of the sheets that a job prints.
   std::vector<Picture> print(const std::string& job, const Effects& effects) {
     write(folder / "in.pdf", job);
     Press::printPdf(folder / "in.pdf", folder / "out.pdf", effects);
@@ -59,7 +59,7 @@ Effects on(int pagesOnSheet) {
   return effects;
 }
 
-/// Effects with a black square in the centre of pages or sheets.
+// Effects with a black square in the centre of pages or sheets.
 Effects squareOn(int pagesOnSheet, bool onEachPage) {
   Effects effects = on(pagesOnSheet);
   effects.watermark.text = "■";

@@ -1,9 +1,10 @@
 #pragma once
 
-#include <csignal>
 #include <sys/resource.h>
 
-/// Limits the size of files that this process can write.
+#include <csignal>
+
+// Limits the size of files that this process can write.
 class SmallDisk {
  public:
   explicit SmallDisk(rlim_t bytes) {

@@ -1,5 +1,10 @@
 #include "tests/press/test_job.h"
 
+#include "press/pdf/bytes.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -7,10 +12,6 @@
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include "press/pdf/bytes.h"
 
 namespace fs = std::filesystem;
 

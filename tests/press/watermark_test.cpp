@@ -1,13 +1,13 @@
-#include <map>
-#include <string>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "press/error.h"
 #include "press/job/effects.h"
 #include "press/marks/place.h"
 #include "press/marks/watermark.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
 
 using Press::Across;
 using Press::Box;

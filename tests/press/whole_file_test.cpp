@@ -1,12 +1,13 @@
-#include <string>
-#include <sys/stat.h>
-#include <system_error>
+#include "press/job/whole_file.h"
+#include "tests/press/test_job.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "press/job/whole_file.h"
-#include "tests/press/test_job.h"
+#include <sys/stat.h>
+
+#include <string>
+#include <system_error>
 
 namespace fs = std::filesystem;
 using Press::WholeFile;

@@ -1,12 +1,12 @@
-#include <string>
-#include <system_error>
+#include "press/job/write_behind.h"
+#include "tests/press/small_disk.h"
+#include "tests/press/test_job.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "press/job/write_behind.h"
-#include "tests/press/small_disk.h"
-#include "tests/press/test_job.h"
+#include <string>
+#include <system_error>
 
 using Press::WholeFile;
 using Press::WriteBehind;
@@ -14,7 +14,7 @@ using testing::IsEmpty;
 
 namespace {
 
-/// A text of this length without repetition.
+// A text of this length without repetition.
 std::string text(std::size_t size) {
   std::string made;
   while (made.size() < size) made += std::to_string(made.size()) + ' ';
