@@ -1,15 +1,11 @@
 #include "press/pictures/loader.h"
 
-#include <utility>
-
 #include "press/error.h"
 #include "press/pictures/module.h"
 
-#ifdef _WIN32
-#include <windows.h>
-#else
 #include <dlfcn.h>
-#endif
+
+#include <utility>
 
 namespace Press {
 namespace {
@@ -18,24 +14,6 @@ namespace fs = std::filesystem;
 
 constexpr const char* reinstall = "): install the program again, all of its files in one folder.";
 
-#ifdef _WIN32
-
-fs::path programFolder() {
-  wchar_t path[32768];
-  const DWORD length = GetModuleFileNameW(nullptr, path, 32768);
-  return fs::path(path, path + length).parent_path();
-}
-
-KilnDrawPage load() {
-  const fs::path file = programFolder() / "kiln-pictures.dll";
-  const HMODULE library = LoadLibraryW(file.c_str());
-  const FARPROC function = library ? GetProcAddress(library, drawPageSymbol) : nullptr;
-  if (!function) throw Error(quoted(file) + " cannot be loaded (error " + std::to_string(GetLastError()) + reinstall);
-  return reinterpret_cast<KilnDrawPage>(reinterpret_cast<void*>(function));
-}
-
-#else
-
 KilnDrawPage load() {
   const fs::path file = fs::read_symlink("/proc/self/exe").parent_path() / "kiln-pictures.so";
   void* library = ::dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
@@ -43,8 +21,6 @@ KilnDrawPage load() {
   if (!function) throw Error(quoted(file) + " cannot be loaded (" + ::dlerror() + reinstall);
   return reinterpret_cast<KilnDrawPage>(function);
 }
-
-#endif
 
 struct Result {
   Picture picture;
