@@ -192,7 +192,7 @@ int filter(const FilterOptions& given, const std::vector<std::string>& words) {
   try {
     print(toCall(words), given, interruption);
     return 0;
-  } catch (const Press::Cancelled&) {
+  } catch (const Press::Stopped&) {
     message(Message::info, "The job was cancelled.");
   } catch (const std::exception& error) {
     message(Message::error, error.what());

@@ -87,7 +87,7 @@ int run(const PrintOptions& given) {
       throw std::runtime_error(files.inUsersWords(error.what()));
     }
     return 0;
-  } catch (const Press::Cancelled&) {
+  } catch (const Press::Stopped&) {
     const bool hasOutput = given.out != "-" && !given.isDryRun;
     throw Failure(128 + interruption.signal(),
                   "Printing was stopped" + (hasOutput ? "; " + given.out + " is as it was." : std::string(".")));

@@ -28,7 +28,7 @@ void waitFor(int handle, short event, const Interruption& interruption) {
   pollfd waiting = {handle, event, 0};
   int ready = 0;
   while (ready == 0) {
-    if (interruption.signal() != 0) throw Press::Cancelled();
+    if (interruption.signal() != 0) throw Press::Stopped();
     ready = poll(&waiting, 1, milliseconds);
     if (ready < 0 && errno == EINTR) ready = 0;
   }

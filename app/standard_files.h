@@ -14,7 +14,7 @@ namespace App {
 // access and atomic output, so both go through temporary files, which are deleted with the object.
 class StandardFiles {
  public:
-  // Reads all of standard input if requested. Throws Press::Cancelled when interrupted, and std::runtime_error, one
+  // Reads all of standard input if requested. Throws Press::Stopped when interrupted, and std::runtime_error, one
   // sentence, on read or write errors.
   StandardFiles(const std::string& in, const std::string& out, const Interruption& interruption);
   StandardFiles(const StandardFiles&) = delete;

@@ -15,9 +15,9 @@ class Error : public std::runtime_error {
 };
 
 // Thrown when the caller's progress function stopped the job; nothing was written.
-class Cancelled : public std::runtime_error {
+class Stopped : public std::runtime_error {
  public:
-  Cancelled() : std::runtime_error("printing was stopped") {}
+  Stopped() : std::runtime_error("printing was stopped") {}
 };
 
 // The path in UTF-8.

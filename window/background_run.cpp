@@ -31,7 +31,7 @@ void run(const std::function<void(const RunProgress&)>& task, Shared& shared) {
       shared.step = total > 0 ? static_cast<int>(std::int64_t{done} * barSteps / total) : 0;
       return !shared.stop.load();
     });
-  } catch (const Press::Cancelled&) {
+  } catch (const Press::Stopped&) {
     shared.result.end = RunEnd::stopped;
   } catch (const Refhost::Stopped&) {
     shared.result.end = RunEnd::stopped;

@@ -34,7 +34,7 @@ using RunProgress = std::function<bool(int done, int total)>;
 inline constexpr std::chrono::milliseconds runPatience{300};
 
 // Runs `task` on a thread of its own and returns when it is over. Meanwhile the windows stay alive, and the user can
-// only stop it. `task` tells its progress, and throws Press::Cancelled or Refhost::Stopped when that says so.
+// only stop it. `task` tells its progress, and throws Press::Stopped or Refhost::Stopped when that says so.
 RunResult runWithProgress(const std::function<void(const RunProgress&)>& task, const RunName& name, const Texts& texts,
                           QWidget* parent, std::chrono::milliseconds patience = runPatience);
 

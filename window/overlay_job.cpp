@@ -11,7 +11,7 @@ void PreferencesWindow::printIntoOverlay() {
   Press::Capture overlay;
   const auto task = [&overlay, file = document, effects = effects()](const RunProgress& progress) {
     overlay = Press::captureOverlay(file, effects);
-    if (!progress(1, 1)) throw Press::Cancelled();
+    if (!progress(1, 1)) throw Press::Stopped();
   };
   const QString title = texts()("OVERLAY_TITLE");
   const RunResult result = runWithProgress(task, {title, texts()("OVERLAY_MAKING").arg(nameOfJob())}, texts(), this);

@@ -48,7 +48,7 @@ class Steps : public QPDFWriter::ProgressReporter {
 
  private:
   void report(int done) const {
-    if (progress && !progress(done, total)) throw Cancelled();
+    if (progress && !progress(done, total)) throw Stopped();
   }
 
   const Progress& progress;
@@ -61,7 +61,7 @@ class Steps : public QPDFWriter::ProgressReporter {
     throw;
   } catch (const Error&) {
     throw;
-  } catch (const Cancelled&) {
+  } catch (const Stopped&) {
     throw;
   } catch (const std::system_error& problem) {
     throw Error(quoted(out) + " cannot be written (" + problem.code().message() +

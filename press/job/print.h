@@ -19,7 +19,7 @@ using Progress = std::function<bool(int done, int total)>;
 // rules and the first page refer to the printed pages. Replaces `out` atomically, and leaves it unchanged on failure;
 // it must not be the job's own file. Everything else in the document is kept, except that several pages per sheet drop
 // what links to pages. Returns sentences about deviations from the requested effects, such as missing faces. Throws
-// `Error`, or `Cancelled` when `progress` returned false.
+// `Error`, or `Stopped` when `progress` returned false.
 std::vector<std::string> printPdf(const std::filesystem::path& in, const std::filesystem::path& out,
                                   const Effects& effects, const Progress& progress = {}, const PageRule& pages = {});
 

@@ -269,7 +269,7 @@ TEST_F(Printing, StopsWheneverTheProgressSaysSo) {
   for (int stop = 0; stop <= 100; stop += 10) {
     EXPECT_THROW(
         printPdf(folder / "long.pdf", folder / "out.pdf", everything, [&](int done, int) { return done < stop; }),
-        Press::Cancelled)
+        Press::Stopped)
         << stop;
     expectOldFileAlone();
   }

@@ -45,7 +45,7 @@ TEST_F(BackgroundRunTest, StopsWhenTheUserSaysSo) {
   whileShown([](QProgressDialog& bar) { bar.findChild<QPushButton*>()->click(); });
   const auto print = [](const RunProgress& progress) {
     tellUntilStopped(progress);
-    throw Press::Cancelled();
+    throw Press::Stopped();
   };
   const auto pack = [](const RunProgress& progress) {
     tellUntilStopped(progress);
@@ -59,7 +59,7 @@ TEST_F(BackgroundRunTest, StopsByTheEscapeKey) {
   whileShown([](QProgressDialog& bar) { Testing::press(bar, Qt::Key_Escape); });
   EXPECT_EQ(run([](const RunProgress& progress) {
               tellUntilStopped(progress);
-              throw Press::Cancelled();
+              throw Press::Stopped();
             }).end,
             RunEnd::stopped);
 }
@@ -81,7 +81,7 @@ TEST_F(BackgroundRunTest, KeepsTheUserOutUntilItHasStopped) {
   EXPECT_EQ(run([&](const RunProgress& progress) {
               tellUntilStopped(progress);
               while (!mayEnd) QThread::msleep(5);
-              throw Press::Cancelled();
+              throw Press::Stopped();
             }).end,
             RunEnd::stopped);
   EXPECT_TRUE(isShown);
