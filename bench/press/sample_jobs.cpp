@@ -1,9 +1,7 @@
 #include "bench/press/sample_jobs.h"
 
 #include "press/pdf/bytes.h"
-
-#include <qpdf/Pl_Flate.hh>
-#include <qpdf/Pl_String.hh>
+#include "press/pdf/qpdf.h"
 
 #include <random>
 #include <vector>

@@ -6,10 +6,7 @@
 #include "press/pages/wrap.h"
 #include "press/pdf/document.h"
 #include "press/pdf/form_fields.h"
-
-#include <qpdf/Pipeline.hh>
-#include <qpdf/Pl_String.hh>
-#include <qpdf/QPDFWriter.hh>
+#include "press/pdf/qpdf.h"
 
 #include <algorithm>
 #include <exception>

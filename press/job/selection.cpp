@@ -1,6 +1,6 @@
 #include "press/job/selection.h"
 
-#include <qpdf/QPDFPageLabelDocumentHelper.hh>
+#include "press/pdf/qpdf.h"
 
 #include <exception>
 #include <set>
@@ -81,7 +81,7 @@ bool keepPages(Document& document, const PageRule& rule) {
   catalog.replaceKey("/PageLabels", labelsOf(pdf, keptNumbers));
   // Links and outlines would keep the removed pages and the old page tree in the file.
   for (const QPDFObjGen& page : leftOut)
-    if (keptObjects.count(page) == 0) pdf.replaceObject(page, QPDFObjectHandle::newNull());
+    if (!keptObjects.contains(page)) pdf.replaceObject(page, QPDFObjectHandle::newNull());
   return true;
 }
 

@@ -36,7 +36,7 @@ bool Marks::isCurrent(const std::pair<const fs::path, Source>& source) {
 Marks::Marks(QPDF& document) : pdf(document) {}
 
 void Marks::prepare(const Effects& wanted) {
-  if (isReady && wanted == effects && std::all_of(sources.begin(), sources.end(), isCurrent)) return;
+  if (isReady && wanted == effects && std::ranges::all_of(sources, isCurrent)) return;
   isReady = false;
   effects = wanted;
   sentences.clear();
@@ -75,7 +75,7 @@ const Marks::Source& Marks::open(const fs::path& file) {
   const auto known = sources.find(file);
   if (known != sources.end() && isCurrent(*known)) return known->second;
 
-  Source source{timeOf(file), openDocument(file), {}, {}};
+  Source source{.time = timeOf(file), .document = openDocument(file)};
   try {
     drawWaitingFields(source.document);
     const PageEntry& entry = source.document.pages.front();

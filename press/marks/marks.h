@@ -51,8 +51,8 @@ class Marks {
   struct Source {
     std::filesystem::file_time_type time;  // the file's last change before it was opened
     Document document;
-    PageFrame frame;
-    QPDFObjectHandle form;  // in the job
+    PageFrame frame = {};
+    QPDFObjectHandle form = {};  // in the job
   };
   struct PreparedOverlay {
     const Source* source = nullptr;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 namespace Press {
 
@@ -71,8 +72,7 @@ double markMargin(const PageFrame& page) {
 Matrix placeMark(const PageFrame& page, const Box& bounds, const Watermark& watermark) {
   const Box seen = seenBox(page);
   const double margin = markMargin(page);
-  const double pi = std::acos(-1.0);
-  const double radians = std::fmod(watermark.angle, 360) * pi / 180;
+  const double radians = std::fmod(watermark.angle, 360) * std::numbers::pi / 180;
   const double cosine = std::cos(radians), sine = std::sin(radians);
   const double width = bounds.x1 - bounds.x0, height = bounds.y1 - bounds.y0;
   double halfWidth = (std::abs(cosine) * width + std::abs(sine) * height) / 2;

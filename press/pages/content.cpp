@@ -1,10 +1,7 @@
 #include "press/pages/content.h"
 
 #include "press/pages/content_scan.h"
-
-#include <qpdf/Pipeline.hh>
-#include <qpdf/Pl_Flate.hh>
-#include <qpdf/Pl_String.hh>
+#include "press/pdf/qpdf.h"
 
 #include <algorithm>
 #include <stdexcept>

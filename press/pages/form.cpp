@@ -1,6 +1,6 @@
 #include "press/pages/form.h"
 
-#include <qpdf/QPDFAnnotationObjectHelper.hh>
+#include "press/pdf/qpdf.h"
 
 namespace Press {
 namespace {

@@ -63,7 +63,7 @@ PageRule::PageRule(std::string_view text) {
     start = comma + 1;
   }
   if (isEmpty) refuse(text);
-  std::sort(named.begin(), named.end());
+  std::ranges::sort(named);
   for (const Range& range : named) {
     if (ranges.empty() || range.first > ranges.back().second)
       ranges.push_back(range);
@@ -74,8 +74,7 @@ PageRule::PageRule(std::string_view text) {
 
 bool PageRule::has(int page) const {
   if (kind != Kind::listed) return kind == Kind::all || (page % 2 == 0) == (kind == Kind::even);
-  const auto after = std::upper_bound(ranges.begin(), ranges.end(), page,
-                                      [](int value, const Range& range) { return value < range.first; });
+  const auto after = std::ranges::upper_bound(ranges, page, {}, &Range::first);
   return after != ranges.begin() && page <= std::prev(after)->second;
 }
 

@@ -20,14 +20,14 @@ class PageRule {
 
   bool has(int page) const;
 
+  friend bool operator==(const PageRule&, const PageRule&) = default;
+
  private:
   enum class Kind { all, even, odd, listed };
   using Range = std::pair<int, int>;  // first and last page
 
   Kind kind = Kind::all;
   std::vector<Range> ranges;  // sorted, without overlaps
-
-  friend bool operator==(const PageRule& a, const PageRule& b) { return a.kind == b.kind && a.ranges == b.ranges; }
 };
 
 }  // namespace Press

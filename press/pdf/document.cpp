@@ -2,8 +2,7 @@
 
 #include "press/error.h"
 #include "press/pdf/input_file.h"
-
-#include <qpdf/QPDFExc.hh>
+#include "press/pdf/qpdf.h"
 
 #include <algorithm>
 #include <fstream>

@@ -2,10 +2,8 @@
 
 #include "press/error.h"
 #include "press/pdf/field_look.h"
+#include "press/pdf/qpdf.h"
 #include "press/text/unicode.h"
-
-#include <qpdf/QPDFAnnotationObjectHelper.hh>
-#include <qpdf/QPDFFormFieldObjectHelper.hh>
 
 #include <algorithm>
 #include <sstream>

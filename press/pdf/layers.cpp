@@ -34,8 +34,8 @@ class LayerStates {
         off(namedIn(configuration.getKeyIfDict("/OFF"))) {}
 
   bool isSeen(const QPDFObjectHandle& layer) const {
-    if (off.count(layer.getObjGen()) > 0) return false;
-    return !areOff || on.count(layer.getObjGen()) > 0;
+    if (off.contains(layer.getObjGen())) return false;
+    return !areOff || on.contains(layer.getObjGen());
   }
 
  private:

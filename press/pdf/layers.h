@@ -1,6 +1,6 @@
 #pragma once
 
-#include <qpdf/QPDF.hh>
+#include "press/pdf/qpdf.h"
 
 namespace Press {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <qpdf/QPDFObjectHandle.hh>
+#include "press/pdf/qpdf.h"
 
 namespace Press {
 

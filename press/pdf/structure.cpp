@@ -1,6 +1,6 @@
 #include "press/pdf/structure.h"
 
-#include <qpdf/QPDFNumberTreeObjectHelper.hh>
+#include "press/pdf/qpdf.h"
 
 #include <exception>
 #include <set>

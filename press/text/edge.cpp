@@ -33,7 +33,7 @@ class Side {
   Side(const Point& from, const PathStep& step)
       : isCurve(step.kind == PathStep::Kind::curve),
         control{from, from, from, step.points[0]} {
-    if (isCurve) std::copy(std::begin(step.points), std::end(step.points), control + 1);
+    if (isCurve) std::ranges::copy(step.points, control + 1);
     const int pieces = isCurve ? curvePieces : 1;
     for (int piece = 0; piece <= pieces; ++piece) points.push_back(exactlyAt(static_cast<double>(piece) / pieces));
     box = around(points);
@@ -81,7 +81,7 @@ class Side {
 
   // The part of the side between the parameters `from` and `to`.
   PathStep part(double from, double to) const {
-    if (!isCurve) return {PathStep::Kind::line, {to < 1 ? at(to) : end(), {}, {}}};
+    if (!isCurve) return {PathStep::Kind::line, {to < 1 ? at(to) : end()}};
     if (from <= 0 && to >= 1) return {PathStep::Kind::curve, {control[1], control[2], control[3]}};
     const double third = (to - from) / 3;
     const Point first = exactlyAt(from), last = exactlyAt(to), out = slope(from), in = slope(to);
@@ -141,7 +141,7 @@ Letter letterOf(const Path& path) {
       letter.contours.emplace_back();
       start = at = step.points[0];
     } else if (step.kind == PathStep::Kind::close) {
-      add({PathStep::Kind::line, {start, {}, {}}});
+      add({PathStep::Kind::line, {start}});
     } else {
       add(step);
     }
@@ -179,7 +179,7 @@ class Edge {
           isDrawing = isWhole = false;
           continue;
         }
-        if (!isDrawing) edge.push_back({PathStep::Kind::move, {from > 0 ? side.at(from) : side.start(), {}, {}}});
+        if (!isDrawing) edge.push_back({PathStep::Kind::move, {from > 0 ? side.at(from) : side.start()}});
         edge.push_back(side.part(from, to));
         isDrawing = true;
       }
@@ -194,7 +194,7 @@ class Edge {
       for (const Contour& contour : letter->contours)
         for (const Side& other : contour)
           if (&other != &side && meet(side.box, other.box, touching)) side.addCrossings(other, places);
-    std::sort(places.begin(), places.end());
+    std::ranges::sort(places);
     constexpr double nothing = 1e-6;
     std::vector<double> apart = {0};
     for (const double place : places)

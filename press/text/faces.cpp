@@ -6,14 +6,13 @@
 #include <hb-ot.h>
 
 #include <algorithm>
-#include <iterator>
 #include <set>
 #include <string_view>
 
 namespace Press {
 namespace {
 
-template <typename T, typename Destroy>
+template <class T, class Destroy>
 std::unique_ptr<T, Destroy> owned(T* object, Destroy destroy) {
   return {object, destroy};
 }
@@ -29,16 +28,12 @@ bool flagIn(const FcPattern* pattern, const char* key) {
   return FcPatternGetBool(pattern, key, 0, &flag) == FcResultMatch && flag != FcFalse;
 }
 
-bool endsWith(std::string_view text, std::string_view end) {
-  return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
-}
-
 // Whether the face has outlines in a format that can be shaped.
 bool hasOutlines(const FcPattern* face) {
   const std::string format = textIn(face, FC_FONTFORMAT);
   const std::string file = textIn(face, FC_FILE);
   return flagIn(face, FC_OUTLINE) && !flagIn(face, FC_COLOR) && (format == "TrueType" || format == "CFF") &&
-         !endsWith(file, ".woff") && !endsWith(file, ".woff2");
+         !file.ends_with(".woff") && !file.ends_with(".woff2");
 }
 
 FcFontSet* facesWithOutlines(FcConfig* config, const std::set<std::string>& brokenFiles) {
@@ -47,7 +42,7 @@ FcFontSet* facesWithOutlines(FcConfig* config, const std::set<std::string>& brok
     const FcFontSet* set = FcConfigGetFonts(config, name);
     for (int index = 0; set && index < set->nfont; ++index) {
       FcPattern* face = set->fonts[index];
-      if (!hasOutlines(face) || brokenFiles.count(textIn(face, FC_FILE)) > 0) continue;
+      if (!hasOutlines(face) || brokenFiles.contains(textIn(face, FC_FILE))) continue;
       FcPatternReference(face);
       FcFontSetAdd(usable, face);
     }
@@ -133,9 +128,8 @@ std::vector<Cluster> clustersOf(const std::u32string& text) {
 }
 
 bool hasAll(const Face& face, const std::u32string& text, const Cluster& cluster) {
-  return std::all_of(text.begin() + static_cast<std::ptrdiff_t>(cluster.begin),
-                     text.begin() + static_cast<std::ptrdiff_t>(cluster.end),
-                     [&](char32_t character) { return !isSeen(character) || face.has(character); });
+  return std::ranges::all_of(std::u32string_view(text).substr(cluster.begin, cluster.end - cluster.begin),
+                             [&](char32_t character) { return !isSeen(character) || face.has(character); });
 }
 
 std::string sentenceOnMissing(const std::set<char32_t>& letters) {
@@ -207,10 +201,7 @@ void Faces::choose(const std::u32string& text) {
     const auto letters = owned(FcCharSetCreate(), FcCharSetDestroy);
     for (const char32_t letter : missing) FcCharSetAddChar(letters.get(), letter);
     const Face& next = nearest(letters.get());
-    const std::size_t before = missing.size();
-    for (auto letter = missing.begin(); letter != missing.end();)
-      letter = next.has(*letter) ? missing.erase(letter) : std::next(letter);
-    if (missing.size() == before) break;
+    if (std::erase_if(missing, [&](char32_t letter) { return next.has(letter); }) == 0) break;
   }
   if (!missing.empty()) sentences.push_back(sentenceOnMissing(missing));
   for (const Cluster& cluster : clusters)

@@ -47,12 +47,12 @@ struct Pen {
 
 void move(hb_draw_funcs_t*, void* pen, hb_draw_state_t*, float x, float y, void*) {
   const Pen& to = *static_cast<Pen*>(pen);
-  to.path.push_back({PathStep::Kind::move, {to.at(x, y), {}, {}}});
+  to.path.push_back({PathStep::Kind::move, {to.at(x, y)}});
 }
 
 void line(hb_draw_funcs_t*, void* pen, hb_draw_state_t*, float x, float y, void*) {
   const Pen& to = *static_cast<Pen*>(pen);
-  to.path.push_back({PathStep::Kind::line, {to.at(x, y), {}, {}}});
+  to.path.push_back({PathStep::Kind::line, {to.at(x, y)}});
 }
 
 // Only cubic curves: the library converts quadratic ones, for which no function is set.
@@ -82,10 +82,10 @@ double drawMissing(Path& path, const Point& origin, double size) {
   const auto ring = [&](double inset, bool isInner) {
     const double left = origin.x + 0.06 * size + inset, right = origin.x + 0.54 * size - inset;
     const double bottom = origin.y + inset, top = origin.y + 0.7 * size - inset;
-    path.push_back({PathStep::Kind::move, {{left, bottom}, {}, {}}});
-    path.push_back({PathStep::Kind::line, {isInner ? Point{left, top} : Point{right, bottom}, {}, {}}});
-    path.push_back({PathStep::Kind::line, {{right, top}, {}, {}}});
-    path.push_back({PathStep::Kind::line, {isInner ? Point{right, bottom} : Point{left, top}, {}, {}}});
+    path.push_back({PathStep::Kind::move, {{left, bottom}}});
+    path.push_back({PathStep::Kind::line, {isInner ? Point{left, top} : Point{right, bottom}}});
+    path.push_back({PathStep::Kind::line, {{right, top}}});
+    path.push_back({PathStep::Kind::line, {isInner ? Point{right, bottom} : Point{left, top}}});
     path.push_back({PathStep::Kind::close, {}});
   };
   ring(0, false);
@@ -201,11 +201,10 @@ Outlines outlinesOf(const Watermark& watermark) {
   if (watermark.isOutlined) {
     outlines.parts.push_back({edgeOf(plain, watermark.size * touchingOfSize), false, watermark.size * outlineOfSize});
   } else {
-    outlines.parts.push_back({joined(plain), true, 0});
-    outlines.parts.push_back({joined(thickened), true, watermark.size * thickeningOfSize});
+    outlines.parts.push_back({.path = joined(plain)});
+    outlines.parts.push_back({.path = joined(thickened), .lineWidth = watermark.size * thickeningOfSize});
   }
-  const auto isNothing = [](const OutlinePart& part) { return part.path.empty(); };
-  outlines.parts.erase(std::remove_if(outlines.parts.begin(), outlines.parts.end(), isNothing), outlines.parts.end());
+  std::erase_if(outlines.parts, [](const OutlinePart& part) { return part.path.empty(); });
   if (!outlines.empty()) outlines.bounds = boundsOf(outlines.parts);
   return outlines;
 }
