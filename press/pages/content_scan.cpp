@@ -32,6 +32,55 @@ constexpr std::uint32_t packed(std::string_view word) {
   return value;
 }
 
+// Whether this is an operator that neither opens nor closes anything.
+bool isPlain(std::uint32_t operation) {
+  switch (operation) {
+    case packed("W"):
+    case packed("W*"):
+    case packed("cm"):
+    case packed("w"):
+    case packed("J"):
+    case packed("j"):
+    case packed("M"):
+    case packed("d"):
+    case packed("ri"):
+    case packed("i"):
+    case packed("gs"):
+    case packed("Tc"):
+    case packed("Tw"):
+    case packed("Tz"):
+    case packed("TL"):
+    case packed("Tf"):
+    case packed("Tr"):
+    case packed("Ts"):
+    case packed("Td"):
+    case packed("TD"):
+    case packed("Tm"):
+    case packed("T*"):
+    case packed("Tj"):
+    case packed("TJ"):
+    case packed("'"):
+    case packed("\""):
+    case packed("CS"):
+    case packed("cs"):
+    case packed("SC"):
+    case packed("SCN"):
+    case packed("sc"):
+    case packed("scn"):
+    case packed("G"):
+    case packed("g"):
+    case packed("RG"):
+    case packed("rg"):
+    case packed("K"):
+    case packed("k"):
+    case packed("sh"):
+    case packed("Do"):
+    case packed("MP"):
+    case packed("DP"): return true;
+    default: return false;
+  }
+}
+
 class Scan {
  public:
   explicit Scan(std::string_view text) : content(text) {}
@@ -53,7 +102,7 @@ class Scan {
     skipRegular();
     const std::string_view text = content.substr(start, at - start);
     const char first = text.front();
-    if (isOfNumber(first)) return std::all_of(text.begin(), text.end(), isOfNumber);
+    if (isOfNumber(first)) return std::ranges::all_of(text, isOfNumber);
     if (text == "true" || text == "false" || text == "null") return true;
     return brackets == 0 && command(packed(text));
   }
@@ -121,49 +170,7 @@ class Scan {
       case packed("b"):
       case packed("b*"):
       case packed("n"): inPath = false; return true;
-      case packed("W"):
-      case packed("W*"):
-      case packed("cm"):
-      case packed("w"):
-      case packed("J"):
-      case packed("j"):
-      case packed("M"):
-      case packed("d"):
-      case packed("ri"):
-      case packed("i"):
-      case packed("gs"):
-      case packed("Tc"):
-      case packed("Tw"):
-      case packed("Tz"):
-      case packed("TL"):
-      case packed("Tf"):
-      case packed("Tr"):
-      case packed("Ts"):
-      case packed("Td"):
-      case packed("TD"):
-      case packed("Tm"):
-      case packed("T*"):
-      case packed("Tj"):
-      case packed("TJ"):
-      case packed("'"):
-      case packed("\""):
-      case packed("CS"):
-      case packed("cs"):
-      case packed("SC"):
-      case packed("SCN"):
-      case packed("sc"):
-      case packed("scn"):
-      case packed("G"):
-      case packed("g"):
-      case packed("RG"):
-      case packed("rg"):
-      case packed("K"):
-      case packed("k"):
-      case packed("sh"):
-      case packed("Do"):
-      case packed("MP"):
-      case packed("DP"): return true;
-      default: return false;
+      default: return isPlain(operation);
     }
   }
 
