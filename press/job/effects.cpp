@@ -3,18 +3,8 @@
 #include "press/error.h"
 
 #include <algorithm>
-#include <tuple>
 
 namespace Press {
-namespace {
-
-auto allOf(const Effects& effects) {
-  return std::tie(effects.mirrorImage, effects.negativeImage, effects.rotate180, effects.rotate180ForA3Ledger,
-                  effects.watermark, effects.overlays, effects.overlaysOverPage, effects.overlaysOnEachPage,
-                  effects.pagesOnSheet, effects.refusal);
-}
-
-}  // namespace
 
 bool Effects::any() const {
   return mirrorImage || negativeImage || rotate180 || rotate180ForA3Ledger || !watermark.text.empty() ||
@@ -22,17 +12,12 @@ bool Effects::any() const {
 }
 
 bool Effects::dependOnPlace() const {
-  const auto isForSome = [](const Overlay& overlay) { return !(overlay.pages == PageRule()); };
-  return (watermark.firstOnly && !watermark.text.empty()) || std::any_of(overlays.begin(), overlays.end(), isForSome);
+  const auto isForSome = [](const Overlay& overlay) { return overlay.pages != PageRule(); };
+  return (watermark.firstOnly && !watermark.text.empty()) || std::ranges::any_of(overlays, isForSome);
 }
 
-bool operator==(const Effects& a, const Effects& b) { return allOf(a) == allOf(b); }
-
-Effects effectsFromProperties(const std::map<std::string, std::string>& properties) {
-  const auto holds = [&](const char* name, const char* on) {
-    const auto found = properties.find(name);
-    return found != properties.end() && found->second == on;
-  };
+Effects effectsFromProperties(const Properties& properties) {
+  const auto holds = [&](const char* name, const char* on) { return valueOf(properties, name) == on; };
   Effects effects;
   effects.mirrorImage = holds("MirrorImage", "MirrorImage");
   effects.negativeImage = holds("NegativeImage", "Negative");

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "press/marks/overlay.h"
+#include "press/marks/properties.h"
 #include "press/marks/watermark.h"
 
-#include <map>
 #include <string>
 #include <vector>
 
@@ -29,13 +29,12 @@ struct Effects {
 
   // Whether the result can depend on a page's number in the job.
   bool dependOnPlace() const;
-};
 
-bool operator==(const Effects& a, const Effects& b);
-inline bool operator!=(const Effects& a, const Effects& b) { return !(a == b); }
+  friend bool operator==(const Effects&, const Effects&) = default;
+};
 
 // Reads the effects from a ticket's properties by name. A property that is missing or does not have its "on" value is
 // off; unknown names are ignored.
-Effects effectsFromProperties(const std::map<std::string, std::string>& properties);
+Effects effectsFromProperties(const Properties& properties);
 
 }  // namespace Press

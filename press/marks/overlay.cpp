@@ -9,17 +9,14 @@ namespace {
 
 constexpr std::size_t mostOverlays = 1000;
 
-std::string valueOf(const std::map<std::string, std::string>& properties, const char* name) {
-  const auto found = properties.find(name);
-  return found == properties.end() ? std::string() : found->second;
-}
+std::filesystem::path pathOf(std::string_view utf8) { return std::u8string(utf8.begin(), utf8.end()); }
 
 Overlay entryIn(const std::string& text) {
   const std::size_t semicolon = text.find(';');
   if (semicolon == std::string::npos || semicolon == 0)
     throw Error("The overlays' \"" + excerpt(text, 200) +
                 "\" does not name a file and its pages: choose the overlays again.");
-  return {std::filesystem::u8path(text.substr(0, semicolon)), PageRule(text.substr(semicolon + 1))};
+  return {pathOf(std::string_view(text).substr(0, semicolon)), PageRule(text.substr(semicolon + 1))};
 }
 
 std::vector<Overlay> entriesIn(const std::string& text) {
@@ -36,13 +33,13 @@ std::vector<Overlay> entriesIn(const std::string& text) {
 
 }  // namespace
 
-std::vector<Overlay> overlaysFromProperties(const std::map<std::string, std::string>& properties) {
+std::vector<Overlay> overlaysFromProperties(const Properties& properties) {
   const std::string kind = valueOf(properties, "OverlayImage");
   const std::string source = valueOf(properties, "OverlaySourceFileName");
   if (kind == "MultipleOverlayImage") return entriesIn(source);
   if (kind != "OverlayImage") return {};
   if (source.empty()) throw Error("The chosen overlay's file is not there any more: choose another overlay, or none.");
-  return {{std::filesystem::u8path(source), PageRule()}};
+  return {{pathOf(source), PageRule()}};
 }
 
 }  // namespace Press

@@ -3,24 +3,9 @@
 #include "press/error.h"
 
 #include <charconv>
-#include <cmath>
-#include <tuple>
 
 namespace Press {
 namespace {
-
-using Properties = std::map<std::string, std::string>;
-
-auto allOf(const Watermark& mark) {
-  return std::tie(mark.text, mark.face, mark.isBold, mark.isItalic, mark.size, mark.colour, mark.angle, mark.across,
-                  mark.down, mark.isOutlined, mark.transparency, mark.fitsPage, mark.firstOnly, mark.onEachPage,
-                  mark.isUnderPage);
-}
-
-std::string valueOf(const Properties& properties, const char* name) {
-  const auto found = properties.find(name);
-  return found == properties.end() ? std::string() : found->second;
-}
 
 [[noreturn]] void refuse(const char* name, const std::string& value, const char* what) {
   throw Error(std::string("The watermark's ") + name + " is \"" + value +
@@ -59,7 +44,7 @@ bool flagIn(const Properties& properties, const char* name) {
 }
 
 // The place of a property's value in three one-letter codes.
-template <typename Place>
+template <class Place>
 Place placeIn(const Properties& properties, const char* name, const char* codes, const char* what) {
   const std::string text = valueOf(properties, name);
   if (text.empty()) return Place::centre;
@@ -69,8 +54,6 @@ Place placeIn(const Properties& properties, const char* name, const char* codes,
 }
 
 }  // namespace
-
-bool operator==(const Watermark& a, const Watermark& b) { return allOf(a) == allOf(b); }
 
 Watermark watermarkFromProperties(const Properties& properties) {
   Watermark mark;

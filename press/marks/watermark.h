@@ -1,7 +1,8 @@
 #pragma once
 
+#include "press/marks/properties.h"
+
 #include <cstdint>
-#include <map>
 #include <string>
 
 namespace Press {
@@ -27,14 +28,13 @@ struct Watermark {
   bool firstOnly = false;    // on the job's first page only
   bool onEachPage = false;   // with several pages per sheet: on each page instead of once per sheet
   bool isUnderPage = false;  // below the page's content instead of above it
-};
 
-bool operator==(const Watermark& a, const Watermark& b);
-inline bool operator!=(const Watermark& a, const Watermark& b) { return !(a == b); }
+  friend bool operator==(const Watermark&, const Watermark&) = default;
+};
 
 // Reads the watermark from a ticket's properties by name. Unless `Watermark` is "Watermark" there is none, and its
 // text is empty. Missing or empty properties have defaults. Throws `Error` with the property's name for an invalid
 // value.
-Watermark watermarkFromProperties(const std::map<std::string, std::string>& properties);
+Watermark watermarkFromProperties(const Properties& properties);
 
 }  // namespace Press
