@@ -72,6 +72,20 @@ TEST(Layers, OfThePluginUseTheStandardLibraryAndTheSystemAlone) {
     }
 }
 
+// It takes some preparation, which that header makes.
+TEST(Layers, IncludeThePdfLibraryThroughOneHeader) {
+  const std::regex include("^\\s*#\\s*include\\s*<qpdf/");
+  std::set<std::filesystem::path> files;
+  for (const auto& [layer, others] : allowed)
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(source / layer)) {
+      if (!isSource(entry.path())) continue;
+      std::ifstream stream(entry.path());
+      for (std::string line; std::getline(stream, line);)
+        if (std::regex_search(line, include)) files.insert(entry.path());
+    }
+  EXPECT_EQ(files, std::set{source / "press/pdf/qpdf.h"});
+}
+
 TEST(Layers, ReachThePluginOnlyByItsFileName) {
   for (const char* layer : {"host", "press", "window", "script", "app"})
     forEachInclude(layer, [](const auto& file, const std::string& included) {
