@@ -16,7 +16,7 @@ struct Capture {
   std::vector<std::string> notes;        // sentences as returned by `printPdf`, and one when there is no picture
 };
 
-// Makes an overlay of a job: its first page as printed with these effects. Throws `Error`.
+// Makes an overlay of a job: its first page as printed with these effects. Throws Error.
 Capture captureOverlay(const std::filesystem::path& in, const Effects& effects = {});
 
 }  // namespace Press

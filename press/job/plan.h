@@ -20,7 +20,7 @@ struct Plan {
   std::vector<std::string> notes;   // sentences about deviations from the requested effects
 };
 
-// Computes what `printPdf` would do. Throws `Error` when it would fail for the job or a mark.
+// Computes what `printPdf` would do. Throws Error when it would fail for the job or a mark.
 Plan planPrint(const std::filesystem::path& in, const Effects& effects, const PageRule& pages = {});
 
 }  // namespace Press

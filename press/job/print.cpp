@@ -52,7 +52,7 @@ class Steps : public QPDFWriter::ProgressReporter {
   int total;
 };
 
-// Converts the current exception of a failed print into an `Error`. Call in a catch block.
+// Converts the current exception of a failed print into an Error. Call in a catch block.
 [[noreturn]] void sayWhyNot(const fs::path& in, const fs::path& out) {
   try {
     throw;

@@ -7,8 +7,8 @@
 namespace Press {
 
 // Atomic file replacement. Bytes go to a temporary file in the target's folder; `commit` flushes them to the disk and
-// renames the file to the target. Until then, and after a failure, the target is unchanged. All failures are
-// `std::system_error`s.
+// renames the file to the target. Until then, and after a failure, the target is unchanged. All failures throw
+// std::system_error.
 class WholeFile {
  public:
   // Creates the temporary file. A symbolic link is followed; an existing target must be a writable regular file, and

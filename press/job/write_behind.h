@@ -26,7 +26,7 @@ class WriteBehind {
   // Copies the bytes. Returns before they are written, unless the queue is full; errors are kept for `complete`.
   void write(const char* data, std::size_t size);
 
-  // Must be the last call: returns when everything is written; throws the first error, a `std::system_error`.
+  // Must be the last call: returns when everything is written; throws the first error, a std::system_error.
   void complete();
 
  private:

@@ -26,7 +26,7 @@ class Marks {
   // The document must outlive this object, and this object must exist until the document is written.
   explicit Marks(QPDF& document);
 
-  // Prepares the marks of these effects. Throws `Error` with the file's name for a mark that cannot be printed.
+  // Prepares the marks of these effects. Throws Error with the file's name for a mark that cannot be printed.
   void prepare(const Effects& effects);
 
   // Content to draw below or above the page's content, with line breaks; empty for none. Adds the forms it uses to

@@ -18,7 +18,7 @@ struct Overlay {
 };
 
 // Reads the overlays from a ticket's properties by name, from bottom to top. `OverlayImage` tells whether
-// `OverlaySourceFileName` is one file or a list "file;pages$file;pages$". Throws `Error` for an invalid value.
+// `OverlaySourceFileName` is one file or a list "file;pages$file;pages$". Throws Error for an invalid value.
 std::vector<Overlay> overlaysFromProperties(const Properties& properties);
 
 }  // namespace Press

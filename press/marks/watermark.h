@@ -33,7 +33,7 @@ struct Watermark {
 };
 
 // Reads the watermark from a ticket's properties by name. Unless `Watermark` is "Watermark" there is none, and its
-// text is empty. Missing or empty properties have defaults. Throws `Error` with the property's name for an invalid
+// text is empty. Missing or empty properties have defaults. Throws Error with the property's name for an invalid
 // value.
 Watermark watermarkFromProperties(const Properties& properties);
 

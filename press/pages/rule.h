@@ -15,7 +15,7 @@ class PageRule {
   // All pages.
   PageRule() = default;
 
-  // Throws `Error` for an invalid rule.
+  // Throws Error for an invalid rule.
   explicit PageRule(std::string_view text);
 
   bool has(int page) const;

@@ -20,7 +20,7 @@ class PageWrap {
   // The document and its marks must outlive this object.
   PageWrap(QPDF& document, Marks& marks);
 
-  // Sets the effects for `apply` and `sheetOf`. Throws `Error` when a mark cannot be printed.
+  // Sets the effects for `apply` and `sheetOf`. Throws Error when a mark cannot be printed.
   void prepare(const Effects& effects);
 
   // Modifies the dictionary `entry.page` so that the page prints with the effects. Draws printable annotations as part

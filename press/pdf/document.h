@@ -25,7 +25,7 @@ struct Document {
   std::vector<PageEntry> pages;
 };
 
-// Opens a job for printing. Throws `Error` when the file is missing, not a PDF, damaged beyond repair,
+// Opens a job for printing. Throws Error when the file is missing, not a PDF, damaged beyond repair,
 // password-protected, not allowed to be printed, or without pages.
 Document openDocument(const std::filesystem::path& file);
 

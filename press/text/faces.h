@@ -32,7 +32,7 @@ struct Cluster {
 // faces are skipped, since they have no outlines.
 class Faces {
  public:
-  // Selects faces for `watermark`. Throws `Error` when no face is installed.
+  // Selects faces for `watermark`. Throws Error when no face is installed.
   Faces(const Watermark& watermark, const std::u32string& text);
 
   // The face of each character of the text.

@@ -33,7 +33,7 @@ struct Outlines {
 };
 
 // Shapes the watermark's text in its face, style and size, with other installed faces for missing letters. The caller
-// applies colour, transparency and position. Throws `Error` when the text cannot be drawn.
+// applies colour, transparency and position. Throws Error when the text cannot be drawn.
 Outlines outlinesOf(const Watermark& watermark);
 
 }  // namespace Press
