@@ -90,7 +90,7 @@ struct Preferences::Run {
         screen(options.dpi),
         library(make<Library>(options.plugin)),
         files{options.disk == nullptr ? realDisk() : *options.disk, owner.events, home.path,
-              [this](const auto& path) { return destination.takesPlaceOf(path); }},
+              [this](const auto& path) { return destination.takesPlaceOf(path); }, [this] { changesFiles = true; }},
         manager(make<PropertyManager>(
             make<PropertyModel>(readModel(options.resources / "models", options.model), owner.events), owner.events)),
         destination(files.disk, *manager->model),
@@ -113,10 +113,16 @@ struct Preferences::Run {
     return *part;
   }
 
+  // Tells the plug-in that a profile was imported: it reads its stores again.
+  void fireImport(const std::filesystem::path& target) const {
+    manager->profileImport->fire(make<ProfileEvent>(files, target, std::nullopt));
+  }
+
   Home home;
   StringTables strings;
   Screen screen;
   Kiln::SmartPtr<Library> library;
+  bool changesFiles = false;  // whether the plug-in has changed files in the current action
   FileWorld files;
   Kiln::SmartPtr<PropertyManager> manager;
   JobDestination destination;
@@ -134,11 +140,7 @@ struct Preferences::Run {
 Preferences::Preferences(Options options, Face& shownBy)
     : runOptions(std::move(options)),
       face(shownBy),
-      folders(runOptions.resources) {
-  events.listen([this](const TraceEvent& event) {
-    if (event.op == "write" || event.op == "delete") changesFiles = true;
-  });
-}
+      folders(runOptions.resources) {}
 
 Preferences::~Preferences() {
   if (run && run->gui) run->gui->cancelDialogs();
@@ -339,7 +341,7 @@ void Preferences::importProfile(const std::filesystem::path& target, const Trace
   TracePairs changed = differences(run->model(), applicable(values, run->model().description()));
   dispatch([&] {
     for (const auto& [name, value] : changed) run->model().child(name)->setValue(value);
-    run->manager->profileImport->fire(make<ProfileEvent>(run->files, target, std::nullopt));
+    run->fireImport(target);
     // The values are set already, and partly corrected by the plug-in; submitting them runs the rules and fires the
     // signals.
     for (auto& [name, value] : changed) value = *run->model().value(name);
@@ -347,18 +349,23 @@ void Preferences::importProfile(const std::filesystem::path& target, const Trace
   });
 }
 
+// The import signal is the contract's only one at which a plug-in reads its stores.
+void Preferences::refreshStores() {
+  dispatch([this] { run->fireImport({}); });
+}
+
 void Preferences::lock(std::vector<std::u16string> names) { run->host.lockedNames = std::move(names); }
 
 void Preferences::dispatch(const std::function<void()>& action) {
   const bool outermost = run->actions == 0;
   const TracePairs before = outermost ? userValues(run->model()) : TracePairs();
-  if (outermost) changesFiles = false;
+  if (outermost) run->changesFiles = false;
   ++run->actions;
   const std::string sentence = sentenceOfFailure(action);
   --run->actions;
   if (outermost && userValues(run->model()) != before) run->past.push_back(before);
   // Undo does not restore files, so earlier values may no longer match them.
-  if (outermost && changesFiles) run->past.clear();
+  if (outermost && run->changesFiles) run->past.clear();
   if (!sentence.empty()) face.showFailure(sentence);
 }
 

@@ -121,8 +121,12 @@ class Preferences {
                                                      const std::u16string& includeUserdata);
 
   // Applies the values of a profile that a user may set on this model, and fires the profile import signal, as one user
-  // action. The profile's files must be in place.
+  // action. The profile's files must be in place; `target` may be empty when they have been merged into the home.
   void importProfile(const std::filesystem::path& target, const TracePairs& values);
+
+  // Makes the plug-in read the user's watermarks and overlays again, after others have changed them on disk, as one
+  // user action.
+  void refreshStores();
 
   // Manual overrides: an option's availability, and the names in the "lock" attribute.
   void setAvailable(const std::u16string& name, const std::u16string& option, bool available);
@@ -144,7 +148,6 @@ class Preferences {
   Options runOptions;
   Face& face;
   Trace events;
-  bool changesFiles = false;  // whether the current user action has changed files
   ChromeFolders folders;
   std::unique_ptr<Run> run;
 };

@@ -15,6 +15,11 @@ namespace fs = std::filesystem;
 // The maximum size of a copied file; copies go through memory.
 constexpr std::size_t copyLimit = std::size_t{1} << 30;
 
+void reportChange(const FileWorld& world, const TraceEvent& event) {
+  world.trace.record(event);
+  if (world.onChange) world.onChange();
+}
+
 class Path final : public Kiln::Services::Path {
  public:
   Path(const FileWorld& fileWorld, fs::path filePath) : path(std::move(filePath)), world(fileWorld) {}
@@ -60,7 +65,7 @@ class Path final : public Kiln::Services::Path {
   bool remove() override {
     const bool isDestination = world.isDestination && world.isDestination(path);
     const bool removed = forPlugin([&] { return takeAway(world.disk, path, isDestination); });
-    if (removed) world.trace.record({"delete", {{"path", tracedPath(world, path)}}});
+    if (removed) reportChange(world, {"delete", {{"path", tracedPath(world, path)}}});
     return removed;
   }
 
@@ -105,7 +110,7 @@ std::u16string tracedPath(const FileWorld& world, const fs::path& path) {
 
 bool saveTraced(const FileWorld& world, const fs::path& path, std::string_view bytes) {
   if (!forPlugin([&] { return replaceWhole(world.disk, path, bytes); })) return false;
-  world.trace.record({"write", {{"path", tracedPath(world, path)}, {"bytes", static_cast<double>(bytes.size())}}});
+  reportChange(world, {"write", {{"path", tracedPath(world, path)}, {"bytes", static_cast<double>(bytes.size())}}});
   return true;
 }
 

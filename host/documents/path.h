@@ -22,6 +22,9 @@ struct FileWorld {
 
   // Whether the driver will write the file (host/documents/captured.h); empty without a driver.
   std::function<bool(const std::filesystem::path&)> isDestination = {};
+
+  // Called after the plug-in has written or deleted a file; empty when nobody needs to know.
+  std::function<void()> onChange = {};
 };
 
 // `world` outlives the path and all paths derived from it. The path's text uses the platform's separators.

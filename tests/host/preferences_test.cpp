@@ -120,6 +120,16 @@ TEST(Undo, BringsBackTheStateBeforeEachAction) {
   world.preferences.undo();
 }
 
+TEST(Undo, IsNotAffectedByWhatIsTraced) {
+  World world;
+  world.preferences.dispatch([&] {
+    world.preferences.trace().record({"write", {}});
+    world.preferences.trace().record({"delete", {}});
+    world.preferences.set(u"MirrorImage", u"MirrorImage");
+  });
+  EXPECT_TRUE(world.preferences.canUndo());
+}
+
 TEST(RestoreDefaults, TakesAllBackAndCanBeUndone) {
   World world;
   world.box(u"chk_EffRot180Deg").click();
