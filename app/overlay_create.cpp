@@ -1,6 +1,7 @@
 // kiln overlay create: makes an overlay of a PDF's first page through the plug-in, as in the preferences.
 #include "app/commands.h"
 #include "app/silent_run.h"
+#include "host/overlay_job.h"
 #include "host/unicode.h"
 #include "press/job/capture.h"
 
@@ -45,13 +46,7 @@ int create(const CreationOptions& given) {
   const Press::Capture capture =
       Press::captureOverlay(toPath(given.in), Press::effectsFromProperties(run.printedValues()));
   prepare(run, given);
-  try {
-    run.preferences().writeJob(capture.pdf, capture.thumbnail);
-  } catch (...) {
-    // Restores an overlay that was to be replaced.
-    run.preferences().set(u"CancelJob", u"True");
-    throw;
-  }
+  Refhost::writeOverlay(run.preferences(), {capture.pdf, capture.thumbnail});
   for (const std::string& note : capture.notes) std::cerr << "kiln: " << note << '\n';
   return 0;
 }

@@ -105,12 +105,6 @@ void PreferencesWindow::announce(const News& news) {
   box->open();
 }
 
-// Makes the plug-in reload the user's watermarks and overlays after a change on disk, along with these values.
-void PreferencesWindow::takeUp(const Refhost::TracePairs& values) {
-  preferences().importProfile({}, values);
-  pages->redraw();
-}
-
 // False when the preferences were not accepted. Accepting destroys their widgets, so the window must close; failures to
 // save the settings are reported before.
 bool PreferencesWindow::keep() {

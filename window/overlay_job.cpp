@@ -1,8 +1,13 @@
 // "Print into overlay...": makes an overlay of the current job.
+#include "host/overlay_job.h"
+#include "press/job/capture.h"
 #include "press/error.h"
 #include "press/job/capture.h"
 #include "window/background_run.h"
+#include "window/page_panel.h"
 #include "window/preferences_window.h"
+
+#include <QScopeGuard>
 
 namespace Window {
 
@@ -22,30 +27,11 @@ void PreferencesWindow::printIntoOverlay() {
   }
 }
 
-// Runs the print-time step in a separate job, so that the plug-in's settings do not stay in the preferences. When the
-// plug-in prepares no destination, the user has cancelled or was told why.
 void PreferencesWindow::store(const Press::Capture& overlay) {
-  Refhost::Options options = preferences().options();
-  options.mode = Refhost::Mode::prePrint;
-  const Refhost::TracePairs values = preferences().model().values();
-  options.properties.insert(options.properties.end(), values.begin(), values.end());
-  options.properties.insert(
-      options.properties.end(),
-      {{u"OverlayImageName", u""}, {u"OverlayDestFileName", u""}, {u"CancelJob", u"False"}, {u"PrintJob", u"Overlay"}});
-  Refhost::Preferences job(options, *this);
-  job.trace().listen([this](const Refhost::TraceEvent& event) { preferences().trace().record(event); });
-  job.open();
-  if (job.model().value(u"OvlDestCreated") != u"True") return;
-  try {
-    job.writeJob(overlay.pdf, overlay.thumbnail);
-  } catch (...) {
-    job.set(u"CancelJob", u"True");  // restores an overlay that was to be replaced
-    takeUp({});
-    throw;
-  }
-  takeUp({});
-  const QString name = toQt(job.model().value(u"OverlayImageName").value_or(u""));
-  announce({texts()("OVERLAY_TITLE"), texts()("OVERLAY_DONE").arg(name), overlay.notes});
+  // Whether it was made or restored, the overlay may be on the page.
+  const auto redraw = qScopeGuard([this] { pages->redraw(); });
+  const auto name = Refhost::printIntoOverlay(preferences(), *this, {overlay.pdf, overlay.thumbnail});
+  if (name) announce({texts()("OVERLAY_TITLE"), texts()("OVERLAY_DONE").arg(toQt(*name)), overlay.notes});
 }
 
 }  // namespace Window

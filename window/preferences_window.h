@@ -126,7 +126,6 @@ class PreferencesWindow final : public QMainWindow, private Refhost::Face {
   QString nameOfJob();
   QString folderOfJob() const;
   bool isAccepted();
-  void takeUp(const Refhost::TracePairs& values);
   void announce(const News& news);
   Press::Effects effects();
   void guarded(const std::function<void()>& action);

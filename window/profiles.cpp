@@ -2,6 +2,7 @@
 #include "host/profiles/profile.h"
 #include "window/background_run.h"
 #include "window/file_question.h"
+#include "window/page_panel.h"
 #include "window/preferences_window.h"
 
 #include <QCheckBox>
@@ -56,7 +57,10 @@ void PreferencesWindow::importProfile() {
   };
   const RunResult result = runWithProgress(task, {title, texts()("IMPORTING").arg(name)}, texts(), this);
   switch (result.end) {
-    case RunEnd::done: takeUp(profile.values); return announce({title, texts()("IMPORT_DONE").arg(name)});
+    case RunEnd::done:
+      preferences().importProfile({}, profile.values);
+      pages->redraw();
+      return announce({title, texts()("IMPORT_DONE").arg(name)});
     case RunEnd::stopped: return announce({title, texts()("IMPORT_STOPPED")});
     case RunEnd::failed: return showFailure(result.failure.toStdString());
   }
