@@ -6,7 +6,7 @@
 //   Turning           one step of the angle's scroll bar
 //   OpeningFaces      the list of the machine's faces, each named in its own
 #include "tests/window/open_window.h"
-#include "window/dialog_windows.h"
+#include "window/dialogs/dialog_window.h"
 
 #include <benchmark/benchmark.h>
 

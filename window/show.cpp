@@ -1,4 +1,4 @@
-#include "window/preferences_window.h"
+#include "window/preferences/preferences_window.h"
 #include "window/window.h"
 
 #include <QAbstractButton>

@@ -1,5 +1,5 @@
 // Tasks in the background: the bar, the stop, and how they end.
-#include "window/background_run.h"
+#include "window/dialogs/background_run.h"
 
 #include "host/profiles/archive.h"
 #include "press/error.h"

@@ -1,6 +1,7 @@
 // The dialogs of a plug-in, over the window.
 #include "tests/window/open_window.h"
-#include "window/picture_box.h"
+#include "window/dialogs/dialog_window.h"
+#include "window/widgets/picture_box.h"
 
 #include <gtest/gtest.h>
 

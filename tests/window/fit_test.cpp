@@ -2,7 +2,7 @@
 // and at 200 %.
 #include "tests/window/misfits.h"
 #include "tests/window/open_window.h"
-#include "window/dialog_windows.h"
+#include "window/dialogs/dialog_window.h"
 
 #include <gmock/gmock.h>
 

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "host/unicode.h"
-#include "window/page_panel.h"
-#include "window/preferences_window.h"
+#include "window/page/page_panel.h"
+#include "window/preferences/preferences_window.h"
 
 #include <QApplication>
 #include <QCheckBox>

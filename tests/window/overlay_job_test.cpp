@@ -3,7 +3,7 @@
 #include "press/pdf/bytes.h"
 #include "tests/documents/failing_disk.h"
 #include "tests/window/answers.h"
-#include "window/picture_box.h"
+#include "window/widgets/picture_box.h"
 
 #include <gmock/gmock.h>
 

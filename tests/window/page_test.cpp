@@ -2,6 +2,7 @@
 #include "press/job/print.h"
 #include "press/job/sample.h"
 #include "tests/window/open_window.h"
+#include "window/page/paper_view.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Pictures in the window: display, drops, and context menus.
-#include "window/images.h"
-#include "window/items.h"
-#include "window/picture_box.h"
+#include "window/widgets/images.h"
+#include "window/widgets/item_list.h"
+#include "window/widgets/picture_box.h"
 
 #include "host/reference_host.h"
 #include "tests/window/shown_layout.h"

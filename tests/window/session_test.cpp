@@ -1,4 +1,4 @@
-#include "window/session.h"
+#include "window/preferences/session.h"
 
 #include "host/kept_settings.h"
 #include "tests/window/open_window.h"

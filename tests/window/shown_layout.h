@@ -4,8 +4,8 @@
 #include "host/chrome/layout.h"
 #include "tests/support/function_slot.h"
 #include "tests/window/open_window.h"
-#include "window/paper.h"
-#include "window/tree_view.h"
+#include "window/page/paper.h"
+#include "window/widgets/tree_view.h"
 
 #include <QBoxLayout>
 #include <QDir>

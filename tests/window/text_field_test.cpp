@@ -1,5 +1,5 @@
 // Editing a text box: keys, clipboard, input methods, undo; and the state after a rejected edit.
-#include "window/text_field.h"
+#include "window/widgets/text_field.h"
 
 #include "tests/window/shown_layout.h"
 

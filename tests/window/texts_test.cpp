@@ -1,7 +1,7 @@
-#include "window/texts.h"
+#include "window/language/texts.h"
 
 #include "host/preferences.h"
-#include "window/trace_line.h"
+#include "window/inspector/trace_line.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "window/tree_view.h"
+#include "window/widgets/tree_view.h"
 
 #include "tests/window/open_window.h"
-#include "window/items.h"
+#include "window/widgets/item_list.h"
 
 #include <gmock/gmock.h>
 

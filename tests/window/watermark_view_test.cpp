@@ -1,5 +1,5 @@
 // The preview of a watermark: the position and rendering of the text.
-#include "window/watermark_view.h"
+#include "window/widgets/watermark_view.h"
 
 #include "press/marks/place.h"
 #include "press/text/outlines.h"

@@ -1,0 +1,99 @@
+#include "window/dialogs/dialog_window.h"
+
+#include "window/widgets/roomy_button.h"
+
+#include <QDialogButtonBox>
+#include <QEventLoop>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+namespace Window {
+
+DialogWindow::DialogWindow(Refhost::Dialog& shownDialog, const Surroundings& around, QWidget* parent)
+    : QDialog(parent),
+      dialog(shownDialog) {
+  Refhost::Layout& layout = dialog.layout();
+  setWindowTitle(around.texts.shown(layout.title));
+  setObjectName(toQt(layout.root->WidgetNode::id()));
+  Surroundings own = around;
+  own.registeredPicture = [this](const std::u16string& name) { return dialog.imageAddress(name); };
+  view = std::make_unique<TreeView>(*layout.root, own, this);
+
+  auto* buttons = new QDialogButtonBox(this);
+  auto* accept = buttons->addButton(QString(), QDialogButtonBox::AcceptRole);
+  auto* cancel = buttons->addButton(QString(), QDialogButtonBox::RejectRole);
+  view->adopt(*layout.acceptButton, *accept, [this] { dialog.accept(); });
+  view->adopt(*layout.cancelButton, *cancel, [this] { dialog.cancel(); });
+  accept->setDefault(true);
+  Refhost::walk(*layout.root, [&](Refhost::WidgetNode& node) {
+    const std::u16string type = node.attribute("dlgtype");
+    if (type.empty()) return;
+    auto* button = new RoomyButton(buttons);
+    buttons->addButton(button, type == u"help" ? QDialogButtonBox::HelpRole : QDialogButtonBox::ResetRole);
+    auto& further = dynamic_cast<Refhost::Button&>(node);
+    view->adopt(further, *button, [&further] { further.click(); });
+  });
+
+  Refhost::walk(*layout.root, [this](Refhost::WidgetNode& node) {
+    if (node.attribute("dlgtype") != u"help") return;
+    auto* help = findChild<QAbstractButton*>(toQt(node.id()));
+    connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, help, &QAbstractButton::click);
+  });
+
+  auto* column = new QVBoxLayout(this);
+  column->addWidget(view->widget(), 1);
+  column->addSpacing(column->spacing());
+  column->addWidget(buttons);
+  column->setSizeConstraint(QLayout::SetMinimumSize);
+  fitOnScreen(*column);
+}
+
+// When the dialog does not fit on the screen, everything but the buttons scrolls.
+void DialogWindow::fitOnScreen(QVBoxLayout& column) {
+  const QSize room = screen()->availableSize() * 0.9;
+  const QSize wanted = sizeHint();
+  if (wanted.width() <= room.width() && wanted.height() <= room.height()) return;
+  auto* scroll = new QScrollArea(this);
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setWidgetResizable(true);
+  scroll->setFocusPolicy(Qt::NoFocus);
+  delete column.replaceWidget(view->widget(), scroll);
+  column.setStretchFactor(scroll, 1);
+  scroll->setWidget(view->widget());
+  column.setSizeConstraint(QLayout::SetDefaultConstraint);
+  const int bar = scroll->verticalScrollBar()->sizeHint().width();
+  resize(QSize(wanted.width() + bar, wanted.height()).boundedTo(room));
+}
+
+void DialogWindow::runModally() {
+  QEventLoop running;
+  loop = &running;
+  setWindowModality(Qt::ApplicationModal);
+  show();
+  if (!finished) running.exec();
+  loop = nullptr;
+
+  // The application is quitting and runs no more event loops.
+  if (!finished) dialog.cancel();
+}
+
+void DialogWindow::finish() {
+  finished = true;
+  view->forget();
+  hide();
+  if (loop != nullptr) {
+    loop->quit();
+  } else {
+    deleteLater();
+  }
+}
+
+void DialogWindow::reject() {
+  if (!finished) dialog.cancel();
+}
+
+}  // namespace Window

@@ -1,0 +1,42 @@
+// A dialog of a plug-in, as a window over the preferences.
+#pragma once
+
+#include "host/gui.h"
+#include "window/widgets/tree_view.h"
+
+#include <QDialog>
+
+#include <memory>
+
+class QEventLoop;
+class QVBoxLayout;
+
+namespace Window {
+
+class DialogWindow final : public QDialog {
+  Q_OBJECT
+
+ public:
+  DialogWindow(Refhost::Dialog& shownDialog, const Surroundings& around, QWidget* parent);
+
+  void update(const Refhost::WidgetNode& node) { view->update(node); }
+
+  // Opens the window and returns once the dialog has closed.
+  void runModally();
+
+  // Called when the dialog has closed, before its widgets are destroyed.
+  void finish();
+
+  // Closing the window or pressing Escape cancels the dialog.
+  void reject() override;
+
+ private:
+  void fitOnScreen(QVBoxLayout& column);
+
+  Refhost::Dialog& dialog;
+  std::unique_ptr<TreeView> view;
+  QEventLoop* loop = nullptr;
+  bool finished = false;
+};
+
+}  // namespace Window

@@ -1,0 +1,114 @@
+#include "window/inspector/inspector.h"
+
+#include "window/inspector/trace_line.h"
+
+#include <QClipboard>
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace Window {
+namespace {
+
+// The limit of events; older ones are removed.
+constexpr int mostEvents = 20000;
+
+// The currently unavailable options of a property, as readable text.
+QString unavailable(const Refhost::PropertyModel& model, const Refhost::PropertyDescription& property) {
+  QStringList options;
+  for (const std::u16string& option : property.options)
+    if (!model.allows(property.name, option)) options << toQt(option);
+  return options.join(", ");
+}
+
+void showRow(QTreeWidgetItem& row, const QStringList& texts, bool isBold) {
+  for (int column = 0; column < texts.size(); ++column)
+    if (row.text(column) != texts[column]) row.setText(column, texts[column]);
+  if (row.font(1).bold() == isBold) return;
+  QFont font = row.treeWidget()->font();
+  font.setBold(isBold);
+  row.setFont(1, font);
+}
+
+}  // namespace
+
+Inspector::Inspector(QWidget* parent)
+    : QDockWidget(parent),
+      pages(new QTabWidget(this)),
+      properties(new QTreeWidget(pages)),
+      events(new QPlainTextEdit(pages)),
+      copyAll(new QPushButton(pages)),
+      clear(new QPushButton(pages)) {
+  setObjectName("inspector");
+  setAllowedAreas(Qt::BottomDockWidgetArea | Qt::RightDockWidgetArea);
+  setWidget(pages);
+  pages->setDocumentMode(true);
+  properties->setObjectName("properties");
+  properties->setRootIsDecorated(false);
+  properties->setUniformRowHeights(true);
+  properties->setAlternatingRowColors(true);
+  properties->setColumnCount(3);
+  pages->addTab(properties, QString());
+  pages->addTab(buildTracePage(), QString());
+}
+
+QWidget* Inspector::buildTracePage() {
+  events->setObjectName("events");
+  events->setReadOnly(true);
+  events->setLineWrapMode(QPlainTextEdit::NoWrap);
+  events->setMaximumBlockCount(mostEvents);
+  events->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  connect(copyAll, &QPushButton::clicked, this,
+          [this] { QGuiApplication::clipboard()->setText(events->toPlainText()); });
+  connect(clear, &QPushButton::clicked, events, &QPlainTextEdit::clear);
+
+  auto* page = new QWidget(pages);
+  auto* buttons = new QHBoxLayout;
+  buttons->addWidget(copyAll);
+  buttons->addWidget(clear);
+  buttons->addStretch();
+  auto* column = new QVBoxLayout(page);
+  column->addWidget(events, 1);
+  column->addLayout(buttons);
+  return page;
+}
+
+void Inspector::setTexts(const Texts& texts) {
+  setWindowTitle(texts("INSPECTOR"));
+  pages->setTabText(0, texts("PROPERTIES"));
+  pages->setTabText(1, texts("TRACE"));
+  properties->setHeaderLabels({texts("NAME"), texts("VALUE"), texts("UNAVAILABLE")});
+  properties->setAccessibleName(texts("PROPERTIES"));
+  events->setAccessibleName(texts("TRACE"));
+  pages->setAccessibleName(texts("INSPECTOR"));
+  copyAll->setText(texts("COPY_ALL"));
+  clear->setText(texts("CLEAR"));
+}
+
+void Inspector::follow(Refhost::Trace& trace) {
+  events->clear();
+  properties->clear();
+  trace.listen([this](const Refhost::TraceEvent& event) { events->appendPlainText(traceLine(event)); });
+}
+
+void Inspector::showProperties(const Refhost::PropertyModel& model) {
+  const bool isFirst = properties->topLevelItemCount() == 0;
+  int row = 0;
+  for (const Refhost::PropertyDescription& property : model.description().properties) {
+    if (isFirst) new QTreeWidgetItem(properties);
+    const std::u16string value = model.value(property.name).value_or(u"");
+    showRow(*properties->topLevelItem(row++), {toQt(property.name), toQt(value), unavailable(model, property)},
+            value != property.defaultValue);
+  }
+  if (!isFirst) return;
+  properties->resizeColumnToContents(0);
+  properties->setColumnWidth(1, properties->fontMetrics().averageCharWidth() * 28);
+}
+
+}  // namespace Window

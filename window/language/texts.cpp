@@ -1,0 +1,27 @@
+#include "window/language/texts.h"
+
+#include <stdexcept>
+
+namespace Window {
+
+QString toQt(std::u16string_view text) { return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size())); }
+
+std::u16string toWide(const QString& text) { return text.toStdU16String(); }
+
+QString withAccessKey(const QString& label, const QString& key) {
+  const auto plain = [](QString text) { return text.replace('&', "&&"); };
+  if (key.isEmpty()) return plain(label);
+  const qsizetype bracket = label.indexOf('(' + key + ')', 0, Qt::CaseInsensitive);
+  const qsizetype place = bracket >= 0 ? bracket + 1 : label.indexOf(key, 0, Qt::CaseInsensitive);
+  if (place < 0) return plain(label) + "(&" + key.toUpper() + ")";
+  return plain(label.left(place)) + '&' + plain(label.mid(place));
+}
+
+QString Texts::operator()(const char* name) const {
+  const std::u16string token = toWide(QStringLiteral("$IDS_KILN_%1;").arg(QLatin1String(name)));
+  const std::u16string text = tables->resolve(token);
+  if (text == token) throw std::logic_error("the window has no text " + std::string(name));
+  return toQt(text).replace("{1}", "%1").replace("{2}", "%2");
+}
+
+}  // namespace Window

@@ -1,0 +1,57 @@
+// The page as it will print, with controls to turn pages.
+#pragma once
+
+#include "window/language/texts.h"
+#include "window/page/page_artist.h"
+
+#include <QWidget>
+
+class QLabel;
+class QToolButton;
+
+namespace Window {
+
+class PaperView;
+
+class PagePanel final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit PagePanel(QWidget* parent);
+
+  void setTexts(const Texts& texts);
+
+  // The settings of the page shown.
+  void setDocument(const std::filesystem::path& file);
+  void setEffects(const Press::Effects& newEffects);
+
+  // Redraws from the files' current content.
+  void redraw();
+
+  int page() const { return order.page; }
+  void goTo(int page);
+
+  // Whether the picture shows the current document, page, effects and size.
+  bool isSettled() const { return artist.isIdle(); }
+  const PagePicture& picture() const;
+
+ private:
+  void turn(int sheets) { goTo(page() + sheets * order.effects.pagesOnSheet); }
+  void drawn(const PagePicture& picture);
+  void showPlace();
+
+  PageOrder order;
+  PaperView* paper;
+  QToolButton* back;
+  QToolButton* forward;
+  QLabel* place;
+  QLabel* size;
+  QLabel* notes;
+  QString placeText;
+  QString sheetText;
+  QString sizeText;
+  QString paperText;
+  PageArtist artist;
+};
+
+}  // namespace Window

@@ -1,0 +1,248 @@
+#include "window/preferences/preferences_window.h"
+
+#include "window/dialogs/file_question.h"
+#include "window/inspector/inspector.h"
+#include "window/language/fonts.h"
+#include "window/page/page_panel.h"
+#include "window/preferences/button_row.h"
+#include "window/preferences/overlay_printing.h"
+#include "window/preferences/plugin_tabs.h"
+#include "window/preferences/printing.h"
+#include "window/preferences/profile_actions.h"
+#include "window/preferences/ticket_actions.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFontDatabase>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLocale>
+#include <QPushButton>
+#include <QScreen>
+
+#include <algorithm>
+#include <cmath>
+#include <stdexcept>
+
+namespace Window {
+namespace {
+
+// Pixels between the tabs, the page and the row of buttons.
+constexpr int between = 12;
+
+// Adds facts about this machine that the request does not set.
+Refhost::Options onThisMachine(Refhost::Options options) {
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  options.dpi = static_cast<int>(std::lround(screen->logicalDotsPerInchX() * screen->devicePixelRatio()));
+  if (!options.fonts)
+    options.fonts = [] {
+      std::vector<std::u16string> names;
+      for (const QString& family : QFontDatabase::families()) names.push_back(toWide(family));
+      return names;
+    };
+  return options;
+}
+
+}  // namespace
+
+PreferencesWindow::PreferencesWindow(const Request& request)
+    : job(request.document),
+      centre(new QWidget(this)),
+      tabs(new PluginTabs(centre)),
+      pages(new PagePanel(centre)),
+      inspector(new Inspector(this)),
+      messages(*this, session),
+      help(*this, session, messages),
+      face({*this, session, *tabs, messages, help}),
+      closing(*this, session, *tabs),
+      menus(*this, session, messages, *inspector->toggleViewAction(), menuActions()),
+      buttons(new ButtonRow(messages)),
+      session(onThisMachine(request.preferences), face) {
+  build();
+  session.onOpening = [this](Refhost::Preferences& opening) { inspector->follow(opening.trace()); };
+  session.onSetAside = [this](const std::filesystem::path& file) {
+    messages.showFailure(session.texts()("SET_ASIDE").arg(toQt(file.u16string())).toStdString());
+  };
+  inspector->setVisible(request.inspector);
+  pages->goTo(request.page);
+}
+
+PreferencesWindow::~PreferencesWindow() {
+  QCoreApplication::removeTranslator(&qtTexts);
+  tabs->leave();
+}
+
+void PreferencesWindow::build() {
+  addDockWidget(Qt::RightDockWidgetArea, inspector);
+
+  // Opening the pane enlarges the window, if the screen has room.
+  connect(inspector->toggleViewAction(), &QAction::triggered, this, [this](bool isShown) {
+    const int change = isShown ? inspector->sizeHint().width() : -inspector->width();
+    resize(std::min(width() + change, screen()->availableSize().width()), height());
+  });
+
+  auto* sides = new QHBoxLayout;
+  sides->setSpacing(between);
+  sides->addWidget(tabs);
+  sides->addWidget(pages, 1);
+  addButtons();
+  auto* all = new QVBoxLayout(centre);
+  all->setSpacing(between);
+  all->addLayout(sides, 1);
+  all->addLayout(buttons);
+  setCentralWidget(centre);
+
+  connect(tabs, &QTabWidget::currentChanged, this, [this](int index) {
+    if (index >= 0 && preferences().gui() != nullptr)
+      preferences().selectTab(toWide(tabs->widget(index)->objectName()));
+  });
+}
+
+void PreferencesWindow::addButtons() {
+  buttons->add("RESTORE", this, [this] { preferences().restoreDefaults(); });
+  undoButton = buttons->add("UNDO", this, [this] { preferences().undo(); });
+  buttons->add("HELP_BUTTON", this, [this] { help.onTab(); });
+  buttons->addStretch();
+  buttons->add("PRINT_BUTTON", this, toDo(print));
+  okButton = buttons->add("OK", this, [this] {
+    if (closing.keep()) close();
+  });
+  cancelButton = buttons->add("CANCEL", this, [this] {
+    closing.discard();
+    close();
+  });
+  okButton->setDefault(true);
+}
+
+MenuActions PreferencesWindow::menuActions() {
+  return {.openDocument = [this] { openDocument(); },
+          .print = toDo(print),
+          .printIntoOverlay = toDo(printIntoOverlay),
+          .openTicket = toDo(openTicket),
+          .saveTicket = toDo(saveTicket),
+          .exportProfile = toDo(exportProfile),
+          .importProfile = toDo(importProfile),
+          .helpOnTab = [this] { help.onTab(); },
+          .helpOnWindow = [this] { help.onWindow(); },
+          .reopen = [this](const std::string& model, const std::string& locale) { reopen(model, locale); }};
+}
+
+std::function<void()> PreferencesWindow::toDo(void (*action)(const ActionWorld&)) {
+  return [this, action] { action({*this, face, session, job, *pages, messages}); };
+}
+
+void PreferencesWindow::closeEvent(QCloseEvent* event) {
+  const bool isOver = preferences().gui() == nullptr;
+  event->setAccepted(isOver || closing.keepOrDiscard());
+}
+
+void PreferencesWindow::changeEvent(QEvent* event) {
+  // Another program may have saved the job again.
+  if (event->type() == QEvent::ActivationChange && isActiveWindow()) pages->redraw();
+  QMainWindow::changeEvent(event);
+}
+
+// As in dialogs, Return presses the focused button or OK, and Escape presses Cancel. Receives keys that no widget
+// handles; an open list is a window of its own.
+void PreferencesWindow::keyPressEvent(QKeyEvent* event) {
+  auto* focused = qobject_cast<QPushButton*>(QApplication::focusWidget());
+  switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter: return (focused != nullptr ? focused : okButton)->click();
+    case Qt::Key_Escape: return cancelButton->click();
+    default: QMainWindow::keyPressEvent(event);
+  }
+}
+
+void PreferencesWindow::open() {
+  job.prepare();
+  session.open();
+  showOpened();
+  resize(sizeHint().boundedTo(screen()->availableSize() * 0.95));
+}
+
+void PreferencesWindow::showOpened() {
+  showLanguage();
+  tabs->leave();
+  if (preferences().gui() != nullptr) tabs->showTabs(*preferences().gui(), session.surroundings());
+  orderFocus();
+  setDocument(job.file());
+  preferences().model().onChange([this] {
+    stale = true;
+    QMetaObject::invokeMethod(this, &PreferencesWindow::showState, Qt::QueuedConnection);
+  });
+  showState();
+}
+
+void PreferencesWindow::showLanguage() {
+  const Texts texts = session.texts();
+  QLocale::setDefault(QLocale(QString::fromStdString(session.locale())));
+  useFontsFor(session.locale());
+  qtTexts.setTexts(texts);
+  QCoreApplication::removeTranslator(&qtTexts);
+  QCoreApplication::installTranslator(&qtTexts);
+  buttons->setTexts(texts);
+  undoButton->setShortcut(QKeySequence::Undo);
+  tabs->setAccessibleName(texts("TITLE"));
+  pages->setTexts(texts);
+  inspector->setTexts(texts);
+  menus.build();
+}
+
+// Tab order: tabs, page, buttons, although the tabs were filled last.
+void PreferencesWindow::orderFocus() {
+  QWidget* last = tabs;
+  for (QWidget* each = tabs->nextInFocusChain(); each != tabs; each = each->nextInFocusChain())
+    if (tabs->isAncestorOf(each)) last = each;
+  std::vector<QWidget*> others;
+  for (QWidget* each : pages->findChildren<QWidget*>())
+    if ((each->focusPolicy() & Qt::TabFocus) != 0) others.push_back(each);
+  for (QPushButton* button : buttons->buttons()) others.push_back(button);
+  for (QWidget* each : others) {
+    setTabOrder(last, each);
+    last = each;
+  }
+}
+
+void PreferencesWindow::showState() {
+  stale = false;
+  if (preferences().gui() == nullptr) return;
+  undoButton->setEnabled(preferences().canUndo());
+  pages->setEffects(session.effects());
+  inspector->showProperties(preferences().model());
+}
+
+void PreferencesWindow::reopen(const std::string& model, const std::string& locale) {
+  const QString selected = tabs->selected();
+  tabs->leave();
+  std::string failure;
+  try {
+    session.reopen(model, locale);
+  } catch (const std::runtime_error& error) {
+    failure = error.what();
+  }
+  showOpened();
+  tabs->select(selected);
+  if (!failure.empty()) messages.showFailure(failure);
+}
+
+void PreferencesWindow::openDocument() {
+  const FileQuestion question{.title = "OPEN_TITLE", .files = "PDF_FILES", .folder = job.folder()};
+  if (const auto file = askForFile(question, session.texts(), this)) {
+    pages->goTo(1);
+    setDocument(*file);
+  }
+}
+
+void PreferencesWindow::setDocument(const std::filesystem::path& file) {
+  job.replaceBy(file);
+  setWindowTitle(job.name(session.texts()) + QStringLiteral(" \u2013 ") + session.texts()("TITLE"));
+  pages->setDocument(file);
+}
+
+bool PreferencesWindow::isSettled() const { return !stale && pages->isSettled(); }
+
+QString PreferencesWindow::pageFailure() const { return pages->picture().failure; }
+
+}  // namespace Window

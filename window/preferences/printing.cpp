@@ -1,0 +1,36 @@
+#include "window/preferences/printing.h"
+
+#include "press/job/print.h"
+#include "window/dialogs/file_question.h"
+
+namespace Window {
+namespace {
+
+// Whether the plug-in would accept OK now; printing a job has the same condition.
+bool isAccepted(Refhost::Preferences& preferences) {
+  bool accepted = false;
+  preferences.dispatch([&] { accepted = preferences.gui()->panel().firePreAccept(); });
+  return accepted;
+}
+
+}  // namespace
+
+void print(const ActionWorld& world) {
+  const Texts texts = world.texts();
+  const auto file = askForFile({.title = "PRINT_TITLE",
+                                .files = "PDF_FILES",
+                                .folder = world.job.folder(),
+                                .ending = "pdf",
+                                .offered = texts("PRINTED_NAME").arg(world.job.stem(texts))},
+                               texts, &world.window);
+  if (!file) return;
+  if (!isAccepted(world.preferences())) return world.messages.showFailure(texts("PRINT_REFUSED").toStdString());
+  std::vector<std::string> notes;
+  const auto task = [job = world.job.file(), &file, &notes, effects = world.session.effects()](
+                        const RunProgress& progress) { notes = Press::printPdf(job, *file, effects, progress); };
+  const QString title = texts("PRINT_TITLE");
+  if (world.run(task, {title, texts("PRINTING").arg(world.job.name(texts))}, "PRINT_STOPPED"))
+    world.messages.announce({title, texts("PRINT_DONE").arg(toQt(file->filename().u16string())), notes, *file});
+}
+
+}  // namespace Window

@@ -1,0 +1,91 @@
+#include "window/preferences/session.h"
+
+#include "host/kept_settings.h"
+#include "host/unicode.h"
+#include "window/page/paper.h"
+
+#include <map>
+#include <utility>
+
+namespace Window {
+
+Session::Session(Refhost::Options runOptions, Refhost::Face& theFace) : options(std::move(runOptions)), face(theFace) {
+  if (options.home.empty()) options.home = homeOfThisRun.path().toStdU16String();
+}
+
+void Session::open() {
+  start({});
+  valuesWhenKept = userValues(false);
+}
+
+void Session::reopen(std::string model, std::string locale) {
+  const bool sameModel = model == options.model;
+  const bool wasChanged = isChanged();
+  const Refhost::TracePairs all = userValues(false);
+  const Refhost::TracePairs carried = sameModel ? all : userValues(true);
+  const std::string formerModel = std::exchange(options.model, std::move(model));
+  const std::string formerLocale = std::exchange(options.locale, std::move(locale));
+  try {
+    start(carried);
+  } catch (...) {
+    options.model = formerModel;
+    options.locale = formerLocale;
+    start(all);
+    throw;
+  }
+  if (!wasChanged)
+    valuesWhenKept = userValues(false);  // differs in texts that the plug-in writes in the user's language
+  else if (!sameModel)
+    valuesWhenKept.clear();  // changes carried to another model are not saved yet
+}
+
+// Opens with the model's saved settings, then the run's options, then the carried values.
+void Session::start(const Refhost::TracePairs& carried) {
+  const Refhost::ModelDescription model = Refhost::readModel(options.resources / "models", options.model);
+  const Refhost::KeptSettings kept = Refhost::readSettings(Refhost::settingsFile(options.home, model.name));
+  Refhost::Options now = options;
+  now.properties = Refhost::applicable(kept.values, model);
+  now.properties.insert(now.properties.end(), options.properties.begin(), options.properties.end());
+  const Refhost::TracePairs also = Refhost::applicable(carried, model);
+  now.properties.insert(now.properties.end(), also.begin(), also.end());
+
+  opened.reset();
+  opened = std::make_unique<Refhost::Preferences>(now, face);
+  if (onOpening) onOpening(*opened);
+  opened->open();
+  if (!kept.setAside.empty() && onSetAside) onSetAside(kept.setAside);
+}
+
+Surroundings Session::surroundings() {
+  return {texts(), opened->chrome(), paperOf(opened->model().value(u"PaperSize").value_or(u""))};
+}
+
+Press::Effects Session::effects() {
+  std::map<std::string, std::string> values;
+  for (const auto& [name, value] : opened->model().printedValues())
+    values[Refhost::toNarrow(name)] = Refhost::toNarrow(value);
+  return Press::effectsFromProperties(values);
+}
+
+Refhost::TracePairs Session::userValues(bool changedOnly) {
+  Refhost::TracePairs values;
+  const Refhost::PropertyModel& model = opened->model();
+  for (const Refhost::PropertyDescription& property : model.description().properties) {
+    const std::u16string value = model.value(property.name).value_or(property.defaultValue);
+    if (!property.isContext && (!changedOnly || value != property.defaultValue))
+      values.emplace_back(property.name, value);
+  }
+  return values;
+}
+
+bool Session::isChanged() { return userValues(false) != valuesWhenKept; }
+
+bool Session::keep() {
+  if (!opened->accept()) return false;
+  const Refhost::TracePairs values = userValues(false);
+  Refhost::writeSettings(Refhost::settingsFile(options.home, opened->model().description().name), values);
+  valuesWhenKept = values;
+  return true;
+}
+
+}  // namespace Window

@@ -1,0 +1,41 @@
+#include "window/widgets/inputs.h"
+
+#include "window/widgets/node_facts.h"
+#include "window/widgets/text_field.h"
+
+#include <QSignalBlocker>
+#include <QSlider>
+
+#include <algorithm>
+
+namespace Window {
+
+QWidget* buildText(Refhost::WidgetNode& node, ShownTree& tree, QWidget* parent) {
+  auto* field = new TextField(dynamic_cast<Refhost::TextBoxNode&>(node), parent);
+  if (node.kind() == Refhost::WidgetKind::integerTextBox) field->setInputMethodHints(Qt::ImhFormattedNumbersOnly);
+  const int width = number(node, "width");
+  if (width > 0 && node.attribute("flex").empty()) field->setMaximumWidth(width);
+  tree.add(node, field, [field] { field->refresh(); });
+  tree.onForget([field] { field->forget(); });
+  return field;
+}
+
+// A layout's scroll bar sets an amount, which is a slider on the desktop.
+QWidget* buildScroll(Refhost::ScrollBar& node, ShownTree& tree, QWidget* parent) {
+  auto* slider = new QSlider(node.attribute("orient") == u"vertical" ? Qt::Vertical : Qt::Horizontal, parent);
+  const int length = node.most() - node.least();
+  slider->setRange(node.least(), node.most());
+  slider->setPageStep(std::max(1, length / 10));
+  const auto showPosition = [&node, slider] {
+    const QSignalBlocker quiet(slider);
+    slider->setValue(node.position());
+  };
+  QObject::connect(slider, &QSlider::valueChanged, slider, [&node, showPosition](int position) {
+    node.scroll(position);
+    showPosition();
+  });
+  tree.add(node, slider, showPosition);
+  return slider;
+}
+
+}  // namespace Window

@@ -1,0 +1,58 @@
+#include "window/widgets/items.h"
+
+#include "host/widgets/list.h"
+#include "window/language/texts.h"
+#include "window/widgets/images.h"
+#include "window/widgets/item_list.h"
+
+#include <QColor>
+#include <QComboBox>
+#include <QIcon>
+
+namespace Window {
+namespace {
+
+QVariant colourOf(Kiln::XUL::ListItem& item) {
+  const auto* known = dynamic_cast<const Refhost::ListItem*>(&item);
+  return known == nullptr || known->colour().empty() ? QVariant() : QVariant(QColor(toQt(known->colour())));
+}
+
+QIcon iconOf(Kiln::XUL::ListItem& item, const QWidget& on) {
+  const QPixmap pixmap = pixmapOf(item.image(), on);
+  return pixmap.isNull() ? QIcon() : QIcon(pixmap);
+}
+
+QIcon pageOf(Kiln::XUL::ListItem& item, const ItemList& list) {
+  const QPixmap pixmap = pixmapOf(item.image(), list);
+  QIcon page(pageWithEdge(pixmap, list.iconSize(), pageEdge, list));
+  const QVariant colour = colourOf(item);
+  const QColor edge = colour.isValid() ? colour.value<QColor>() : QColor(pageEdge);
+  page.addPixmap(pageWithEdge(pixmap, list.iconSize(), edge, list), QIcon::Selected);
+  return page;
+}
+
+}  // namespace
+
+void showItems(ItemList& list, Kiln::XUL::ListData& items) {
+  list.clear();
+  for (int i = 0; i < items.count(); ++i) {
+    const auto item = items.at(i);
+    const QIcon icon = list.showsPages() ? pageOf(*item, list) : iconOf(*item, list);
+    auto* row = new QListWidgetItem(icon, toQt(item->displayedText().view()), &list);
+    if (!list.showsPages()) row->setData(Qt::ForegroundRole, colourOf(*item));
+    row->setData(ItemList::valueRole, toQt(item->value().view()));
+    row->setSizeHint({0, list.rowHeight()});
+  }
+}
+
+void showItems(QComboBox& combo, Kiln::XUL::ListData& items) {
+  combo.clear();
+  for (int i = 0; i < items.count(); ++i) {
+    const auto item = items.at(i);
+    combo.addItem(iconOf(*item, combo), toQt(item->displayedText().view()));
+    combo.setItemData(i, colourOf(*item), Qt::ForegroundRole);
+  }
+  combo.setCurrentIndex(-1);
+}
+
+}  // namespace Window
