@@ -7,7 +7,8 @@ using namespace Effect;
 EffectPlugin::EffectPlugin(Host& lender, const String& name, const PropertyManager& properties,
                            SmartPtr<Services::Library> ownLibrary)
     : UIPlugin(lender, name, properties, std::move(ownLibrary)),
-      PTPlugin(lender) {
+      PTPlugin(lender),
+      tabHost{lender, properties, {}} {
   watermark.leftBox = lender.alignment(Alignment::shareColumns);
   overlay.leftBox = lender.alignment(Alignment::shareColumns);
 }
@@ -17,15 +18,15 @@ void EffectPlugin::create() {}
 void EffectPlugin::initialise() {}
 
 void EffectPlugin::configureUI(SmartPtr<GUI> newGui) {
-  const std::string mode = uiMode();
+  const std::string mode = tabHost.uiMode();
   if (!isActive() && mode != modePDC) return;
   if (mode == modeDocProp || mode == modePDC) {
-    gui = std::move(newGui);
-    gui->load(Address::tabLayout);
-    connect(*gui->readySignal(), *this, &EffectPlugin::onGUIReady);
+    tabHost.preferences = std::move(newGui);
+    tabHost.preferences->load(Address::tabLayout);
+    connect(*tabHost.preferences->readySignal(), *this, &EffectPlugin::onGUIReady);
   } else if (mode == modePrePrint) {
-    gui = std::move(newGui);
-    connect(*gui->readySignal(), *this, &EffectPlugin::popupOvlPrintDlg);
+    tabHost.preferences = std::move(newGui);
+    connect(*tabHost.preferences->readySignal(), *this, &EffectPlugin::popupOvlPrintDlg);
   }
 }
 
@@ -37,7 +38,7 @@ bool EffectPlugin::rootlessActivation() {
 }
 
 void EffectPlugin::onGUIReady(SmartPtr<GUI>) {
-  const auto container = gui->widgetById(WidgetId::leftBox);
+  const auto container = tabHost.preferences->widgetById(WidgetId::leftBox);
   watermark.leftBox->bind(container);
   overlay.leftBox->bind(container);
 
@@ -52,10 +53,10 @@ void EffectPlugin::onGUIReady(SmartPtr<GUI>) {
   connect(*propertyManager()->profileImportSignal(), *this, &EffectPlugin::onImportProfile);
   connect(*propertyManager()->profileExportSignal(), *this, &EffectPlugin::onExportProfile);
 
-  if (uiMode() != modePDC) return;
+  if (tabHost.uiMode() != modePDC) return;
   for (const Name id :
        {WidgetId::securityPatternEdit, WidgetId::securityPatternDelete, WidgetId::securityPatternLayering})
-    if (const auto found = gui->widgetById(id)) found->disable();
+    if (const auto found = tabHost.preferences->widgetById(id)) found->disable();
 }
 
 void EffectPlugin::connectEnableChanges() {
@@ -95,38 +96,13 @@ void EffectPlugin::connectSelectionChanges() {
 }
 
 void EffectPlugin::connectTabPanel() {
-  const auto panel = gui->tabPanel();
+  const auto panel = tabHost.preferences->tabPanel();
   connect(*panel->helpSignal(), *this, &EffectPlugin::onHelp);
   connect(*panel->preAcceptSignal(), *this, &EffectPlugin::onPreAccept);
 }
 
 void EffectPlugin::onHelp(EventArg<TabPanel>) {
-  if (gui->tabPanel()->selectedTabId().view() == tabId) showHelp();
-}
-
-void EffectPlugin::send(Pairs pairs) {
-  const auto manager = propertyManager();
-  const auto* pair = pairs.begin();
-  const auto transition = manager->transition(pair->first, pair->second);
-  while (++pair != pairs.end()) transition->add(pair->first, pair->second);
-  manager->submit(transition);
-}
-
-WString EffectPlugin::propertyValue(Name property) {
-  const auto found = propertyManager()->modelProperties()->child(property);
-  return found ? found->wideValue() : WString();
-}
-
-WString EffectPlugin::settingValue(Name key) {
-  const auto found = propertyManager()->configuration()->child(key);
-  return found ? found->wideValue() : WString();
-}
-
-bool EffectPlugin::propertyIs(Name property, Name value) { return propertyValue(property).view() == value; }
-
-std::string EffectPlugin::uiMode() {
-  const auto mode = propertyManager()->configuration()->child(Setting::uiMode);
-  return mode ? mode->narrowValue().str() : std::string();
+  if (tabHost.preferences->tabPanel()->selectedTabId().view() == tabId) showHelp();
 }
 
 }  // namespace Kiln::XUL

@@ -6,13 +6,11 @@
 #pragma once
 
 #include "effect/overlay/overlays.h"
-#include "effect/vocabulary.h"
+#include "effect/tab_host.h"
 #include "effect/watermark/watermarks.h"
 #include "kiln/plugin.h"
 
-#include <initializer_list>
 #include <string>
-#include <utility>
 
 namespace Kiln::XUL {
 
@@ -106,25 +104,6 @@ class EffectPlugin final : public UIPlugin, public PTPlugin {
   void onExportProfile(ImportExportEventArg event);
 
  private:
-  using Pairs = std::initializer_list<std::pair<Effect::Name, Effect::Name>>;
-
-  // Sends property/value pairs to the host as one transition.
-  void send(Pairs pairs);
-
-  // A property's value; empty when the root has no such child.
-  WString propertyValue(Effect::Name property);
-  WString settingValue(Effect::Name key);
-
-  // Whether a property of the model has exactly this value.
-  bool propertyIs(Effect::Name property, Effect::Name value);
-  std::string uiMode();
-
-  // The tab's widget with that id and type; empty when the layout has none.
-  template <class Kind>
-  SmartPtr<Kind> widget(Effect::Name id) const {
-    return smartCast<Kind>(gui->widgetById(id));
-  }
-
   void connectEnableChanges();
   void connectSelectionChanges();
   void connectTabPanel();
@@ -135,7 +114,6 @@ class EffectPlugin final : public UIPlugin, public PTPlugin {
   SmartPtr<Watermarks> newWatermarks();
   void bindWatermarkWidgets();
   void showWatermarks();
-  bool isWatermarkLocked();
   std::u16string knownWatermark(std::u16string_view id);
   void writeWatermarkDetails(std::u16string_view id);
   void offerWatermarks();
@@ -172,7 +150,7 @@ class EffectPlugin final : public UIPlugin, public PTPlugin {
   void takeUpWatermarks();
   void takeUpOverlays();
 
-  SmartPtr<GUI> gui;
+  TabHost tabHost;
 
   // Each empty when the layout has no such widget.
   struct PageTransforms {

@@ -24,17 +24,17 @@ void EffectPlugin::setupRotate180ForA3LD() {
   };
   if (!is(Prop::xmlCustomisation, Value::customisationTrue)) return;
   if (!is(Prop::a3LD180Degree, Value::customisationFalse)) return;
-  if (const auto box = gui->widgetById(WidgetId::rotate180ForA3LD)) {
+  if (const auto box = tabHost.preferences->widgetById(WidgetId::rotate180ForA3LD)) {
     box->setVisible(false);
     box->disable();
   }
 }
 
 void EffectPlugin::bindPageTransforms() {
-  transforms.rotate180Box = widget<CheckBox>(WidgetId::rotate180);
+  transforms.rotate180Box = tabHost.widget<CheckBox>(WidgetId::rotate180);
   if (transforms.rotate180Box) connect(*transforms.rotate180Box->clickSignal(), *this, &EffectPlugin::OnClickRotate180);
 
-  transforms.rotate180ForA3LDBox = widget<CheckBox>(WidgetId::rotate180ForA3LD);
+  transforms.rotate180ForA3LDBox = tabHost.widget<CheckBox>(WidgetId::rotate180ForA3LD);
   if (transforms.rotate180ForA3LDBox) {
     connect(*transforms.rotate180ForA3LDBox->clickSignal(), *this, &EffectPlugin::OnClickRotate180ForA3LD);
     const auto byController = propertyManager()->configuration()->child(Setting::a3LDRotation);
@@ -42,11 +42,11 @@ void EffectPlugin::bindPageTransforms() {
         byController && byController->boolValue() ? Token::rotate180ForA3LDByController : Token::rotate180ForA3LD);
   }
 
-  transforms.negativeImageBox = widget<CheckBox>(WidgetId::negativeImage);
+  transforms.negativeImageBox = tabHost.widget<CheckBox>(WidgetId::negativeImage);
   if (transforms.negativeImageBox)
     connect(*transforms.negativeImageBox->clickSignal(), *this, &EffectPlugin::OnClickNegativeImage);
 
-  transforms.mirrorImageBox = widget<CheckBox>(WidgetId::mirrorImage);
+  transforms.mirrorImageBox = tabHost.widget<CheckBox>(WidgetId::mirrorImage);
   if (transforms.mirrorImageBox) {
     connect(*transforms.mirrorImageBox->clickSignal(), *this, &EffectPlugin::OnClickMirrorImage);
     if (hidesMirrorImage()) transforms.mirrorImageBox->hide();
@@ -54,14 +54,16 @@ void EffectPlugin::bindPageTransforms() {
 }
 
 bool EffectPlugin::hidesMirrorImage() {
-  return propertyIs(Prop::modelNumber, Value::modelKVT) || propertyIs(Prop::outputPDL, Value::pclxl) ||
-         propertyIs(Prop::driverTech, Value::pscript);
+  return tabHost.propertyIs(Prop::modelNumber, Value::modelKVT) || tabHost.propertyIs(Prop::outputPDL, Value::pclxl) ||
+         tabHost.propertyIs(Prop::driverTech, Value::pscript);
 }
 
 bool EffectPlugin::hidesRotate180ForA3LD() {
-  return propertyIs(Prop::modelNumber, Value::modelKVT) || propertyIs(Prop::modelSelection, Value::familyTarra) ||
-         propertyIs(Prop::modelSelection, Value::familyVarnholt) ||
-         propertyIs(Prop::modelSelection, Value::familyQuellspire) || propertyIs(Prop::product, Value::productTev);
+  return tabHost.propertyIs(Prop::modelNumber, Value::modelKVT) ||
+         tabHost.propertyIs(Prop::modelSelection, Value::familyTarra) ||
+         tabHost.propertyIs(Prop::modelSelection, Value::familyVarnholt) ||
+         tabHost.propertyIs(Prop::modelSelection, Value::familyQuellspire) ||
+         tabHost.propertyIs(Prop::product, Value::productTev);
 }
 
 void EffectPlugin::NegativeSelectionChange(ModelSelectionChange& change) {
@@ -92,7 +94,7 @@ void EffectPlugin::DisableNegativeImage(ModelEnableChange& change) {
   }
   box->setChecked(false);
   box->disable();
-  if (propertyIs(Prop::modelNumber, Value::modelKVT)) box->hide();
+  if (tabHost.propertyIs(Prop::modelNumber, Value::modelKVT)) box->hide();
 }
 
 void EffectPlugin::DisableMirrorImage(ModelEnableChange& change) {
@@ -104,7 +106,7 @@ void EffectPlugin::DisableMirrorImage(ModelEnableChange& change) {
     return;
   }
   box->setVisible(false);
-  if (propertyIs(Prop::modelNumber, Value::modelKVT)) box->hide();
+  if (tabHost.propertyIs(Prop::modelNumber, Value::modelKVT)) box->hide();
 }
 
 void EffectPlugin::DisableRotate180(ModelEnableChange& change) {
@@ -118,7 +120,7 @@ void EffectPlugin::DisableRotate180(ModelEnableChange& change) {
     return;
   }
   box->disable();
-  if (isForA3LD ? hidesRotate180ForA3LD() : propertyIs(Prop::modelNumber, Value::modelKVT)) box->hide();
+  if (isForA3LD ? hidesRotate180ForA3LD() : tabHost.propertyIs(Prop::modelNumber, Value::modelKVT)) box->hide();
 }
 
 void EffectPlugin::OnClickNegativeImage(EventArg<Toggle> event) {
@@ -130,15 +132,19 @@ void EffectPlugin::OnClickMirrorImage(EventArg<Toggle> event) { sendMirrorTransi
 void EffectPlugin::OnClickRotate180(EventArg<Toggle> event) { sendRotate180Transitions(event.source().isChecked()); }
 
 void EffectPlugin::OnClickRotate180ForA3LD(EventArg<Toggle> event) {
-  send({{Prop::rotate180ForA3LD, onOrNone(event.source().isChecked(), Value::rotate180)}});
+  tabHost.send({{Prop::rotate180ForA3LD, onOrNone(event.source().isChecked(), Value::rotate180)}});
 }
 
 void EffectPlugin::sendNegativeImageTransitions(bool on) {
-  send({{Prop::negativeImage, onOrNone(on, Value::negative)}});
+  tabHost.send({{Prop::negativeImage, onOrNone(on, Value::negative)}});
 }
 
-void EffectPlugin::sendMirrorTransitions(bool on) { send({{Prop::mirrorImage, onOrNone(on, Value::mirrorImage)}}); }
+void EffectPlugin::sendMirrorTransitions(bool on) {
+  tabHost.send({{Prop::mirrorImage, onOrNone(on, Value::mirrorImage)}});
+}
 
-void EffectPlugin::sendRotate180Transitions(bool on) { send({{Prop::rotate180, onOrNone(on, Value::rotate180)}}); }
+void EffectPlugin::sendRotate180Transitions(bool on) {
+  tabHost.send({{Prop::rotate180, onOrNone(on, Value::rotate180)}});
+}
 
 }  // namespace Kiln::XUL

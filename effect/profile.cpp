@@ -1,5 +1,6 @@
 // Exports and imports the user's watermarks and overlays with a profile.
 #include "effect/effect_plugin.h"
+#include "effect/settings.h"
 
 #include <new>
 
@@ -42,7 +43,7 @@ void EffectPlugin::exportWatermarks(Services::Path& location) {
 }
 
 void EffectPlugin::exportOverlays(Services::Path& location) {
-  const auto folder = location.join(settingValue(Setting::settingsFolder));
+  const auto folder = location.join(settingText(*propertyManager()->configuration(), Setting::settingsFolder));
   const auto store = merged(overlay.store, host(), propertyManager());
   folder->createFolder();
   store->exportTo(folder);
@@ -52,9 +53,9 @@ void EffectPlugin::exportOverlays(Services::Path& location) {
 void EffectPlugin::onImportProfile(ImportExportEventArg) {
   const auto manager = propertyManager();
   takeUpWatermarks();
-  const auto reselection = manager->transition(Prop::watermarkSel, propertyValue(Prop::watermarkSel));
+  const auto reselection = manager->transition(Prop::watermarkSel, tabHost.propertyValue(Prop::watermarkSel));
   takeUpOverlays();
-  reselection->add(Prop::overlaySel, propertyValue(Prop::overlaySel));
+  reselection->add(Prop::overlaySel, tabHost.propertyValue(Prop::overlaySel));
   manager->submit(reselection);
 }
 
@@ -62,7 +63,7 @@ void EffectPlugin::takeUpWatermarks() {
   watermark.store = open<Watermarks>(host(), propertyManager(), false);
   if (!watermark.store) return;
   showWatermarks();
-  if (watermark.list) watermark.list->selectValue(propertyValue(Prop::watermarkSel));
+  if (watermark.list) watermark.list->selectValue(tabHost.propertyValue(Prop::watermarkSel));
   if (!watermark.addButton) return;
   if (watermark.store->isFull())
     watermark.addButton->disable();
@@ -74,7 +75,8 @@ void EffectPlugin::takeUpOverlays() {
   overlay.store = open<Overlays>(host(), propertyManager(), false);
   if (overlay.store) {
     showOverlays();
-    selectOverlayItem(propertyValue(Prop::overlaySel).view(), propertyValue(Prop::overlaySourceFileName).view());
+    selectOverlayItem(tabHost.propertyValue(Prop::overlaySel).view(),
+                      tabHost.propertyValue(Prop::overlaySourceFileName).view());
   }
   updateOvlControls();
 }

@@ -14,19 +14,20 @@ void EffectPlugin::createOverlay(const Ending& ending) {
     isPrepared = sendOverlayCreateTransitions();
   } catch (...) {
     ending(false);
-    send({{Prop::overlayImageName, {}}});
+    tabHost.send({{Prop::overlayImageName, {}}});
     throw;
   }
   ending(isPrepared);
 }
 
 void EffectPlugin::onPrintJobOverlay(ModelSelectionChange& change) {
-  if (change.value.view() != Value::on || !propertyIs(Prop::printJob, Value::overlayJob)) return;
-  createOverlay([this](bool) { send({{Prop::overlayImageCreate, Value::off}}); });
+  if (change.value.view() != Value::on || !tabHost.propertyIs(Prop::printJob, Value::overlayJob)) return;
+  createOverlay([this](bool) { tabHost.send({{Prop::overlayImageCreate, Value::off}}); });
 }
 
 void EffectPlugin::popupOvlPrintDlg(SmartPtr<GUI>) {
-  if (!propertyIs(Prop::printJob, Value::overlayJob) || !propertyValue(Prop::overlayImageName).empty()) return;
+  if (!tabHost.propertyIs(Prop::printJob, Value::overlayJob) || !tabHost.propertyValue(Prop::overlayImageName).empty())
+    return;
   createOverlay([this](bool isPrepared) {
     if (!isPrepared) host().cancelJob();
   });
@@ -34,8 +35,8 @@ void EffectPlugin::popupOvlPrintDlg(SmartPtr<GUI>) {
 
 // An ordinary job must not write into the destination of an earlier creation.
 void EffectPlugin::onPreAccept(SmartPtr<PreAcceptPanel> panel) {
-  if (!propertyIs(Prop::printJob, Value::overlayJob)) return send({{Prop::overlayDestFileName, {}}});
-  if (!propertyValue(Prop::overlayImageName).empty()) return;
+  if (!tabHost.propertyIs(Prop::printJob, Value::overlayJob)) return tabHost.send({{Prop::overlayDestFileName, {}}});
+  if (!tabHost.propertyValue(Prop::overlayImageName).empty()) return;
   createOverlay([&panel](bool isPrepared) {
     if (!isPrepared) panel->veto();
   });
@@ -43,14 +44,14 @@ void EffectPlugin::onPreAccept(SmartPtr<PreAcceptPanel> panel) {
 
 // True when a destination was prepared, which the driver writes the overlay to.
 bool EffectPlugin::sendOverlayCreateTransitions() {
-  send({{Prop::ovlDestCreated, Value::no}});
+  tabHost.send({{Prop::ovlDestCreated, Value::no}});
   overlays().refresh();
   if (overlay.store->isFull()) {
-    if (const auto dialog = gui->openDialog(Address::overlayFull)) dialog->runModally();
+    if (const auto dialog = tabHost.preferences->openDialog(Address::overlayFull)) dialog->runModally();
     return false;
   }
   host().runJobStep();
-  const std::u16string name = storableName(propertyValue(Prop::overlayImageName).view());
+  const std::u16string name = storableName(tabHost.propertyValue(Prop::overlayImageName).view());
   if (name.empty() || !mayTakeName(name)) return false;
   prepareDestination(name);
   return true;
@@ -61,9 +62,9 @@ bool EffectPlugin::mayTakeName(const std::u16string& name) {
   const std::int32_t known = overlay.store->findByLabel(name, false);
   if (known < 0 || !host().path(overlay.store->record(known).path)->exists()) return true;
   overlay.mayOverwrite = false;
-  const auto dialog = gui->openDialog(Address::overwrite);
+  const auto dialog = tabHost.preferences->openDialog(Address::overwrite);
   if (!dialog) {
-    send({{Prop::overlayImageName, {}}});
+    tabHost.send({{Prop::overlayImageName, {}}});
     return false;
   }
   connect(*dialog->okSignal(), *this, &EffectPlugin::onOvlOverwrite);
@@ -76,14 +77,14 @@ bool EffectPlugin::mayTakeName(const std::u16string& name) {
 // there is no destination.
 void EffectPlugin::prepareDestination(const std::u16string& name) {
   const auto destination = host().path(overlay.store->addOverlay(name));
-  send({{Prop::ovlDestCreated, Value::yes}, {Prop::overlayDestFileName, destination->text().view()}});
+  tabHost.send({{Prop::ovlDestCreated, Value::yes}, {Prop::overlayDestFileName, destination->text().view()}});
   try {
     if (const auto folder = destination->folder(); !folder->exists()) folder->createFolder();
     if (destination->exists()) destination->remove();
     overlay.store->save();
   } catch (const Exception&) {
     overlay.store->takeBack(destination->text().view());
-    send({{Prop::ovlDestCreated, Value::no}, {Prop::overlayDestFileName, {}}});
+    tabHost.send({{Prop::ovlDestCreated, Value::no}, {Prop::overlayDestFileName, {}}});
     throw;
   }
 }
@@ -91,7 +92,7 @@ void EffectPlugin::prepareDestination(const std::u16string& name) {
 void EffectPlugin::onOvlOverwrite(SubDialogEventArg&) { overlay.mayOverwrite = true; }
 
 void EffectPlugin::onCancelOvlOverwrite(SubDialogEventArg&) {
-  send({{Prop::ovlDestCreated, Value::no}, {Prop::overlayImageName, {}}});
+  tabHost.send({{Prop::ovlDestCreated, Value::no}, {Prop::overlayImageName, {}}});
 }
 
 }  // namespace Kiln::XUL

@@ -32,7 +32,7 @@ std::int32_t firstItem(ListData& items, const Fits& fits) {
 
 void EffectPlugin::OvlSelectionChange(ModelSelectionChange& change) {
   const std::u16string value = change.value.str();
-  selectOverlayItem(value, propertyValue(Prop::overlaySourceFileName).view());
+  selectOverlayItem(value, tabHost.propertyValue(Prop::overlaySourceFileName).view());
   showOverlayPicture();
   if (value == Value::multiple && (!overlay.store || overlay.store->count() == 0)) return makeOvlValid();
   if (value == Value::none) {
@@ -42,7 +42,7 @@ void EffectPlugin::OvlSelectionChange(ModelSelectionChange& change) {
     validateOvlSourceFile(value);
   }
   const auto item = overlay.list ? overlay.list->selectedItem() : SmartPtr<ListItem>();
-  if (item) send({{Prop::overlayName, item->displayedText().view()}});
+  if (item) tabHost.send({{Prop::overlayName, item->displayedText().view()}});
 }
 
 // Neither values nor labels are unique: a downloaded overlay may share its file name or name with one of the user's.
@@ -74,21 +74,21 @@ void EffectPlugin::withdrawOverlay() {
   disableIfThere(overlay.deleteButton);
   if (overlay.layeringBox) overlay.layeringBox->setEnabled(false);
   if (overlay.perPageBox) overlay.perPageBox->setEnabled(false);
-  send({{Prop::overlaySel, Value::none},
-        {Prop::overlayOccurance, Value::none},
-        {Prop::overlayLayering, Value::underlay}});
+  tabHost.send({{Prop::overlaySel, Value::none},
+                {Prop::overlayOccurance, Value::none},
+                {Prop::overlayLayering, Value::underlay}});
 }
 
 void EffectPlugin::makeOvlValid() {
-  send({{Prop::overlaySel, Value::none},
-        {Prop::overlayImage, Value::none},
-        {Prop::multipleOverlayDetails, {}},
-        {Prop::overlayOccurance, Value::none},
-        {Prop::overlayLayering, Value::underlay}});
+  tabHost.send({{Prop::overlaySel, Value::none},
+                {Prop::overlayImage, Value::none},
+                {Prop::multipleOverlayDetails, {}},
+                {Prop::overlayOccurance, Value::none},
+                {Prop::overlayLayering, Value::underlay}});
 }
 
 void EffectPlugin::validateOvlSourceFile(std::u16string_view selection) {
-  const WString source = propertyValue(Prop::overlaySourceFileName);
+  const WString source = tabHost.propertyValue(Prop::overlaySourceFileName);
   std::u16string valid;
   if (selection == Value::multiple) {
     for (std::u16string_view rest = source.view(); !rest.empty();) {
@@ -98,7 +98,7 @@ void EffectPlugin::validateOvlSourceFile(std::u16string_view selection) {
   } else {
     valid = presentOverlayFile(source.view());
   }
-  if (valid != source.view()) send({{Prop::overlaySourceFileName, valid}});
+  if (valid != source.view()) tabHost.send({{Prop::overlaySourceFileName, valid}});
 }
 
 // The file if it exists, else the store's file with that name, else empty.

@@ -30,7 +30,7 @@ void EffectPlugin::setupOverlay() {
   if (overlay.deleteButton) connect(*overlay.deleteButton->clickSignal(), *this, &EffectPlugin::onOvlDelete);
   if (overlay.layeringBox) connect(*overlay.layeringBox->changeSignal(), *this, &EffectPlugin::onOvlOverlay);
   if (overlay.perPageBox) connect(*overlay.perPageBox->changeSignal(), *this, &EffectPlugin::onOvlPerPage);
-  send({{Prop::ovlDestCreated, Value::no}});
+  tabHost.send({{Prop::ovlDestCreated, Value::no}});
 }
 
 SmartPtr<Overlays> EffectPlugin::newOverlays() {
@@ -45,13 +45,13 @@ Overlays& EffectPlugin::overlays() {
 }
 
 void EffectPlugin::bindOverlayWidgets() {
-  overlay.list = widget<ComboBox>(WidgetId::overlayList);
-  overlay.detailsButton = widget<Button>(WidgetId::overlayDetails);
-  overlay.deleteButton = widget<Button>(WidgetId::overlayDelete);
-  overlay.layeringBox = widget<Toggle>(WidgetId::overlayLayering);
-  overlay.perPageBox = widget<Toggle>(WidgetId::overlayPerPage);
-  overlay.picture = widget<ImageBox>(WidgetId::overlayPicture);
-  overlay.caption = widget<Label>(WidgetId::overlayCaption);
+  overlay.list = tabHost.widget<ComboBox>(WidgetId::overlayList);
+  overlay.detailsButton = tabHost.widget<Button>(WidgetId::overlayDetails);
+  overlay.deleteButton = tabHost.widget<Button>(WidgetId::overlayDelete);
+  overlay.layeringBox = tabHost.widget<Toggle>(WidgetId::overlayLayering);
+  overlay.perPageBox = tabHost.widget<Toggle>(WidgetId::overlayPerPage);
+  overlay.picture = tabHost.widget<ImageBox>(WidgetId::overlayPicture);
+  overlay.caption = tabHost.widget<Label>(WidgetId::overlayCaption);
 }
 
 void EffectPlugin::showOverlays() {
@@ -65,7 +65,7 @@ void EffectPlugin::showOverlays() {
 // The printer's defaults (PDC) belong to no user, so there the tab does not mark user data.
 void EffectPlugin::showDownloadedTip() {
   const bool isTold =
-      settingFlag(*propertyManager()->configuration(), Setting::userDataSupport) && uiMode() == modeDocProp;
+      settingFlag(*propertyManager()->configuration(), Setting::userDataSupport) && tabHost.uiMode() == modeDocProp;
   overlay.tip = isTold ? host().image(Address::downloadedIcon, globalScope) : SmartPtr<Image>();
   if (!overlay.tip) return;
   if (overlay.picture) overlay.picture->setImage(overlay.tip);
@@ -75,7 +75,7 @@ void EffectPlugin::showDownloadedTip() {
 // The value of the selected entry; without a list, of the property.
 std::u16string EffectPlugin::selectedOverlay() {
   const auto item = overlay.list ? overlay.list->selectedItem() : SmartPtr<ListItem>();
-  return item ? item->value().str() : propertyValue(Prop::overlaySel).str();
+  return item ? item->value().str() : tabHost.propertyValue(Prop::overlaySel).str();
 }
 
 void EffectPlugin::onOvlChange(EventArg<ComboBox> event) {
@@ -83,26 +83,29 @@ void EffectPlugin::onOvlChange(EventArg<ComboBox> event) {
   if (!item) return;
   const WString value = item->value();
   if (value.view() == Value::none) {
-    send({{Prop::overlaySel, value.view()}, {Prop::overlayImage, Value::none}});
+    tabHost.send({{Prop::overlaySel, value.view()}, {Prop::overlayImage, Value::none}});
   } else if (value.view() == Value::multiple) {
-    send({{Prop::overlaySel, value.view()}, {Prop::overlayImage, Value::multipleOverlayImage}});
+    tabHost.send({{Prop::overlaySel, value.view()}, {Prop::overlayImage, Value::multipleOverlayImage}});
     assignOverlays();
   } else {
-    send({{Prop::overlaySel, value.view()},
-          {Prop::overlaySourceFileName, overlays().pathOf(value.view(), item->isMarked())},
-          {Prop::overlayImage, Value::overlayImage}});
+    tabHost.send({{Prop::overlaySel, value.view()},
+                  {Prop::overlaySourceFileName, overlays().pathOf(value.view(), item->isMarked())},
+                  {Prop::overlayImage, Value::overlayImage}});
   }
 }
 
 void EffectPlugin::onOvlDetails(EventArg<Button>) {
   assignOverlays();
-  if (overlay.list && propertyIs(Prop::overlayImage, Value::multipleOverlayImage)) overlay.list->select(multipleEntry);
+  if (overlay.list && tabHost.propertyIs(Prop::overlayImage, Value::multipleOverlayImage))
+    overlay.list->select(multipleEntry);
 }
 
-void EffectPlugin::assignOverlays() { MultiOverlayDlg({host(), propertyManager(), overlays()}, *gui).run(); }
+void EffectPlugin::assignOverlays() {
+  MultiOverlayDlg({host(), propertyManager(), overlays()}, *tabHost.preferences).run();
+}
 
 void EffectPlugin::onOvlDelete(EventArg<Button>) {
-  const auto dialog = gui->openDialog(Address::confirmDelete);
+  const auto dialog = tabHost.preferences->openDialog(Address::confirmDelete);
   if (!dialog) return;
   connect(*dialog->okSignal(), *this, &EffectPlugin::onOkOvlDelete);
   dialog->runModally();
@@ -115,7 +118,7 @@ void EffectPlugin::onOkOvlDelete(SubDialogEventArg&) {
 
   const auto select = [this] {
     showOverlays();
-    send({{Prop::overlaySel, Value::none}, {Prop::overlayImage, Value::none}});
+    tabHost.send({{Prop::overlaySel, Value::none}, {Prop::overlayImage, Value::none}});
   };
   // The overlay is deleted even if the index cannot be written.
   try {
@@ -161,7 +164,7 @@ void EffectPlugin::offerOverlay(std::u16string_view value) {
     disableIfThere(overlay.deleteButton);
   else
     enableIfThere(overlay.deleteButton);
-  if (overlay.perPageBox) overlay.perPageBox->setEnabled(!isMultiple || !propertyIs(Prop::nin1, Value::none));
+  if (overlay.perPageBox) overlay.perPageBox->setEnabled(!isMultiple || !tabHost.propertyIs(Prop::nin1, Value::none));
   enableIfThere(overlay.detailsButton);
   if (overlay.layeringBox) overlay.layeringBox->setEnabled(true);
 }
@@ -193,11 +196,11 @@ void EffectPlugin::DisableOvlLayering(ModelEnableChange& change) {
 }
 
 void EffectPlugin::onOvlOverlay(EventArg<Toggle> event) {
-  send({{Prop::overlayLayering, event.source().isChecked() ? Value::overlay : Value::underlay}});
+  tabHost.send({{Prop::overlayLayering, event.source().isChecked() ? Value::overlay : Value::underlay}});
 }
 
 void EffectPlugin::onOvlPerPage(EventArg<Toggle> event) {
-  send({{Prop::overlayOccurance, event.source().isChecked() ? Value::perPage : Value::none}});
+  tabHost.send({{Prop::overlayOccurance, event.source().isChecked() ? Value::perPage : Value::none}});
 }
 
 }  // namespace Kiln::XUL

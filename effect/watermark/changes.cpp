@@ -10,7 +10,7 @@ using namespace Effect;
 // to be replaced; restores it, since entries are identified by their ids.
 bool EffectPlugin::editWatermark(const Node& edited, bool isNew) {
   const auto selected = watermark.list ? watermark.list->selectedItem() : SmartPtr<ListItem>();
-  const WatermarkDlg editor({host(), propertyManager(), gui}, edited, isNew);
+  const WatermarkDlg editor(tabHost, edited, isNew);
   if (selected && !(watermark.list->selectedItem() == selected)) watermark.list->selectValue(selected->value());
   return editor.isAccepted();
 }
@@ -75,7 +75,7 @@ void EffectPlugin::onEditWM(EventArg<Button>) {
 }
 
 void EffectPlugin::onDeleteWM(EventArg<Button>) {
-  const auto dialog = gui->openDialog(Address::confirmDelete);
+  const auto dialog = tabHost.preferences->openDialog(Address::confirmDelete);
   if (!dialog) return;
   connect(*dialog->okSignal(), *this, &EffectPlugin::onOkWMDelete);
   dialog->runModally();

@@ -7,7 +7,7 @@ namespace Kiln::XUL {
 
 using namespace Effect;
 
-WatermarkDlg::WatermarkDlg(EditorHost lender, SmartPtr<Dom::INode> edited, bool isNewRecord)
+WatermarkDlg::WatermarkDlg(TabHost lender, SmartPtr<Dom::INode> edited, bool isNewRecord)
     : host(std::move(lender)),
       record(std::move(edited)),
       isNew(isNewRecord) {

@@ -9,11 +9,8 @@
 // editor_values.h for the values themselves.
 #pragma once
 
-#include "effect/vocabulary.h"
+#include "effect/tab_host.h"
 #include "effect/watermark/record.h"
-#include "kiln/gui.h"
-#include "kiln/host.h"
-#include "kiln/property.h"
 
 #include <cstdint>
 #include <string>
@@ -23,16 +20,9 @@ namespace Kiln::XUL {
 
 class WatermarkDlg final : public SignalTarget {
  public:
-  // The editor's environment. `preferences` has the tab with the list of watermarks.
-  struct EditorHost {
-    Host& services;
-    PropertyManager properties;
-    SmartPtr<GUI> preferences;
-  };
-
   // Returns when the dialog has closed, or at once when its layout cannot be loaded. With a null record the dialog
   // shows nothing and can only be cancelled. The host catches what a handler throws, and the dialog stays open.
-  WatermarkDlg(EditorHost lender, SmartPtr<Dom::INode> edited, bool isNewRecord);
+  WatermarkDlg(TabHost lender, SmartPtr<Dom::INode> edited, bool isNewRecord);
 
   // Whether the caller should store the record.
   bool isAccepted() const { return accepted; }
@@ -120,7 +110,7 @@ class WatermarkDlg final : public SignalTarget {
   // Sets the text of a box without running its own handler. `box` may be null.
   void put(const SmartPtr<TextBox>& box, WStringView text);
 
-  EditorHost host;
+  TabHost host;
   SmartPtr<Dom::INode> record;
   SmartPtr<SubDialog> dialog;  // empty when its layout could not be loaded
   bool accepted = false;

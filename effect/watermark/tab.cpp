@@ -51,13 +51,13 @@ SmartPtr<Watermarks> EffectPlugin::newWatermarks() {
 }
 
 void EffectPlugin::bindWatermarkWidgets() {
-  watermark.list = widget<ListBox>(WidgetId::watermarkList);
-  watermark.addButton = widget<Button>(WidgetId::watermarkAdd);
-  watermark.editButton = widget<Button>(WidgetId::watermarkEdit);
-  watermark.deleteButton = widget<Button>(WidgetId::watermarkDelete);
-  watermark.firstPageBox = widget<Toggle>(WidgetId::watermarkFirstPage);
-  watermark.perPageBox = widget<Toggle>(WidgetId::watermarkPerPage);
-  watermark.caption = gui->widgetById(WidgetId::watermarkCaption);
+  watermark.list = tabHost.widget<ListBox>(WidgetId::watermarkList);
+  watermark.addButton = tabHost.widget<Button>(WidgetId::watermarkAdd);
+  watermark.editButton = tabHost.widget<Button>(WidgetId::watermarkEdit);
+  watermark.deleteButton = tabHost.widget<Button>(WidgetId::watermarkDelete);
+  watermark.firstPageBox = tabHost.widget<Toggle>(WidgetId::watermarkFirstPage);
+  watermark.perPageBox = tabHost.widget<Toggle>(WidgetId::watermarkPerPage);
+  watermark.caption = tabHost.preferences->widgetById(WidgetId::watermarkCaption);
 }
 
 void EffectPlugin::showWatermarks() {
@@ -82,13 +82,13 @@ void EffectPlugin::onWMChange(EventArg<ListBox> event) {
 
 // Selecting none turns the watermark off.
 void EffectPlugin::selectWatermark(std::u16string_view id) {
-  send({{Prop::watermarkSel, id}, {Prop::watermark, id == noneId ? Value::none : Value::watermark}});
+  tabHost.send({{Prop::watermarkSel, id}, {Prop::watermark, id == noneId ? Value::none : Value::watermark}});
 }
 
 void EffectPlugin::WMSelectionChange(ModelSelectionChange& change) {
-  const bool isLocked = isWatermarkLocked();
+  const bool isLocked = tabHost.isLocked(Prop::watermarkSel);
   // At print time the files may have changed since they were read.
-  if (!watermark.store || uiMode() == modePrePrint) watermark.store = newWatermarks();
+  if (!watermark.store || tabHost.uiMode() == modePrePrint) watermark.store = newWatermarks();
 
   const std::u16string id = knownWatermark(change.value.view());
   writeWatermarkDetails(id);
@@ -99,14 +99,7 @@ void EffectPlugin::WMSelectionChange(ModelSelectionChange& change) {
     watermark.deleteButton->setEnabled(isAny);
     watermark.perPageBox->setEnabled(isAny);
   }
-  if (id == noneId) send({{Prop::watermark, Value::none}});
-}
-
-bool EffectPlugin::isWatermarkLocked() {
-  const auto locked = host().attributeNames(lockAttribute);
-  for (std::int32_t i = 0; i < locked->count(); ++i)
-    if (locked->at(i).view() == Prop::watermarkSel) return true;
-  return false;
+  if (id == noneId) tabHost.send({{Prop::watermark, Value::none}});
 }
 
 // The record's id, else its downloaded form, else none.
@@ -145,9 +138,9 @@ void EffectPlugin::writeWatermarkDetails(std::u16string_view id) {
 }
 
 void EffectPlugin::DisableWM(ModelEnableChange& change) {
-  if (isWatermarkLocked()) {
+  if (tabHost.isLocked(Prop::watermarkSel)) {
     // The user cannot change the selection, only see it.
-    if (watermark.list) watermark.list->selectValue(propertyValue(Prop::watermarkSel));
+    if (watermark.list) watermark.list->selectValue(tabHost.propertyValue(Prop::watermarkSel));
     disableIfThere(watermark.addButton);
     disableIfThere(watermark.editButton);
     disableIfThere(watermark.deleteButton);
@@ -161,10 +154,10 @@ void EffectPlugin::DisableWM(ModelEnableChange& change) {
 void EffectPlugin::offerWatermarks() {
   enableIfThere(watermark.list);
   enableIfThere(watermark.caption);
-  if (propertyIs(Prop::watermarkSel, noneId)) {
+  if (tabHost.propertyIs(Prop::watermarkSel, noneId)) {
     disableIfThere(watermark.editButton);
     disableIfThere(watermark.deleteButton);
-    send({{Prop::watermark, Value::none}, {Prop::watermarkSel, noneId}});
+    tabHost.send({{Prop::watermark, Value::none}, {Prop::watermarkSel, noneId}});
   } else {
     enableIfThere(watermark.editButton);
     enableIfThere(watermark.deleteButton);
@@ -179,7 +172,7 @@ void EffectPlugin::withdrawWatermarks() {
   disableIfThere(watermark.addButton);
   disableIfThere(watermark.editButton);
   disableIfThere(watermark.deleteButton);
-  send({{Prop::watermark, Value::none}, {Prop::watermarkSel, noneId}});
+  tabHost.send({{Prop::watermark, Value::none}, {Prop::watermarkSel, noneId}});
 }
 
 void EffectPlugin::FirstPageSelectionChange(ModelSelectionChange& change) {
@@ -199,11 +192,11 @@ void EffectPlugin::DisableWMOccurance(ModelEnableChange& change) {
 }
 
 void EffectPlugin::onWMFirstPage(EventArg<Toggle> event) {
-  send({{Prop::firstPageOnly, event.source().isChecked() ? Value::yes : Value::no}});
+  tabHost.send({{Prop::firstPageOnly, event.source().isChecked() ? Value::yes : Value::no}});
 }
 
 void EffectPlugin::onWMPerPage(EventArg<Toggle> event) {
-  send({{Prop::watermarkOccurance, event.source().isChecked() ? Value::perPage : Value::none}});
+  tabHost.send({{Prop::watermarkOccurance, event.source().isChecked() ? Value::perPage : Value::none}});
 }
 
 }  // namespace Kiln::XUL
