@@ -8,7 +8,8 @@ EffectPlugin::EffectPlugin(Host& lender, const String& name, const PropertyManag
                            SmartPtr<Services::Library> ownLibrary)
     : UIPlugin(lender, name, properties, std::move(ownLibrary)),
       PTPlugin(lender),
-      tabHost{lender, properties, {}} {
+      tabHost{lender, properties, {}},
+      transforms(tabHost) {
   watermark.leftBox = lender.alignment(Alignment::shareColumns);
   overlay.leftBox = lender.alignment(Alignment::shareColumns);
 }
@@ -44,11 +45,11 @@ void EffectPlugin::onGUIReady(SmartPtr<GUI>) {
 
   setupWM();
   setupOverlay();
-  setupRotate180ForA3LD();
+  transforms.setupRotate180ForA3LD();
   connectEnableChanges();
   connectSelectionChanges();
   connectTabPanel();
-  bindPageTransforms();
+  transforms.bindBoxes();
 
   connect(*propertyManager()->profileImportSignal(), *this, &EffectPlugin::onImportProfile);
   connect(*propertyManager()->profileExportSignal(), *this, &EffectPlugin::onExportProfile);
@@ -60,39 +61,37 @@ void EffectPlugin::onGUIReady(SmartPtr<GUI>) {
 }
 
 void EffectPlugin::connectEnableChanges() {
-  using Handler = void (EffectPlugin::*)(ModelEnableChange&);
-  const std::pair<Name, Handler> handlers[] = {
-      {Prop::watermark, &EffectPlugin::DisableWM},
-      {Prop::firstPageOnly, &EffectPlugin::DisableWMFirstPageOnly},
-      {Prop::watermarkOccurance, &EffectPlugin::DisableWMOccurance},
-      {Prop::overlayImage, &EffectPlugin::DisableOvl},
-      {Prop::negativeImage, &EffectPlugin::DisableNegativeImage},
-      {Prop::mirrorImage, &EffectPlugin::DisableMirrorImage},
-      {Prop::rotate180, &EffectPlugin::DisableRotate180},
-      {Prop::rotate180ForA3LD, &EffectPlugin::DisableRotate180},
-      {Prop::overlayOccurance, &EffectPlugin::DisableOvlOccurance},
-  };
   const auto model = propertyManager()->modelProperties();
-  for (const auto& [property, handler] : handlers) connect(*model->enableChangeSignal(property), *this, handler);
+  const auto follow = [&model](Name property, auto& side, auto handler) {
+    connect(*model->enableChangeSignal(property), side, handler);
+  };
+  follow(Prop::watermark, *this, &EffectPlugin::DisableWM);
+  follow(Prop::firstPageOnly, *this, &EffectPlugin::DisableWMFirstPageOnly);
+  follow(Prop::watermarkOccurance, *this, &EffectPlugin::DisableWMOccurance);
+  follow(Prop::overlayImage, *this, &EffectPlugin::DisableOvl);
+  follow(Prop::negativeImage, transforms, &PageTransforms::DisableNegativeImage);
+  follow(Prop::mirrorImage, transforms, &PageTransforms::DisableMirrorImage);
+  follow(Prop::rotate180, transforms, &PageTransforms::DisableRotate180);
+  follow(Prop::rotate180ForA3LD, transforms, &PageTransforms::DisableRotate180);
+  follow(Prop::overlayOccurance, *this, &EffectPlugin::DisableOvlOccurance);
 }
 
 void EffectPlugin::connectSelectionChanges() {
-  using Handler = void (EffectPlugin::*)(ModelSelectionChange&);
-  const std::pair<Name, Handler> handlers[] = {
-      {Prop::watermarkSel, &EffectPlugin::WMSelectionChange},
-      {Prop::overlaySel, &EffectPlugin::OvlSelectionChange},
-      {Prop::negativeImage, &EffectPlugin::NegativeSelectionChange},
-      {Prop::mirrorImage, &EffectPlugin::MirrorSelectionChange},
-      {Prop::rotate180, &EffectPlugin::Rotate180SelectionChange},
-      {Prop::rotate180ForA3LD, &EffectPlugin::Rotate180ForA3LDSelectionChange},
-      {Prop::firstPageOnly, &EffectPlugin::FirstPageSelectionChange},
-      {Prop::watermarkOccurance, &EffectPlugin::WMOccuranceSelectionChange},
-      {Prop::overlayOccurance, &EffectPlugin::OvlOccuranceSelectionChange},
-      {Prop::overlayLayering, &EffectPlugin::OvlLayeringSelectionChange},
-      {Prop::overlayImageCreate, &EffectPlugin::onPrintJobOverlay},
-  };
   const auto model = propertyManager()->modelProperties();
-  for (const auto& [property, handler] : handlers) connect(*model->selectionChangeSignal(property), *this, handler);
+  const auto follow = [&model](Name property, auto& side, auto handler) {
+    connect(*model->selectionChangeSignal(property), side, handler);
+  };
+  follow(Prop::watermarkSel, *this, &EffectPlugin::WMSelectionChange);
+  follow(Prop::overlaySel, *this, &EffectPlugin::OvlSelectionChange);
+  follow(Prop::negativeImage, transforms, &PageTransforms::NegativeSelectionChange);
+  follow(Prop::mirrorImage, transforms, &PageTransforms::MirrorSelectionChange);
+  follow(Prop::rotate180, transforms, &PageTransforms::Rotate180SelectionChange);
+  follow(Prop::rotate180ForA3LD, transforms, &PageTransforms::Rotate180ForA3LDSelectionChange);
+  follow(Prop::firstPageOnly, *this, &EffectPlugin::FirstPageSelectionChange);
+  follow(Prop::watermarkOccurance, *this, &EffectPlugin::WMOccuranceSelectionChange);
+  follow(Prop::overlayOccurance, *this, &EffectPlugin::OvlOccuranceSelectionChange);
+  follow(Prop::overlayLayering, *this, &EffectPlugin::OvlLayeringSelectionChange);
+  follow(Prop::overlayImageCreate, *this, &EffectPlugin::onPrintJobOverlay);
 }
 
 void EffectPlugin::connectTabPanel() {

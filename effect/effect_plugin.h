@@ -1,11 +1,11 @@
 // The plug-in "effect": the tab of page effects, and their PrintTicket conversion.
 //
-// One class, because the host connects its members to signals. Its source files by feature: effect_plugin.cpp (frame
-// and connections), page_transforms.cpp, watermark/tab.cpp, watermark/changes.cpp, overlay/tab.cpp,
-// overlay/selection.cpp, overlay/creation.cpp, print_ticket.cpp, profile.cpp.
+// Its source files by feature: effect_plugin.cpp (frame and connections), watermark/tab.cpp, watermark/changes.cpp,
+// overlay/tab.cpp, overlay/selection.cpp, overlay/creation.cpp, print_ticket.cpp, profile.cpp.
 #pragma once
 
 #include "effect/overlay/overlays.h"
+#include "effect/page_transforms.h"
 #include "effect/tab_host.h"
 #include "effect/watermark/watermarks.h"
 #include "kiln/plugin.h"
@@ -33,23 +33,6 @@ class EffectPlugin final : public UIPlugin, public PTPlugin {
   // The frame.
   void onGUIReady(SmartPtr<GUI> readyGui);
   void onHelp(EventArg<TabPanel> event);
-
-  // Page transforms.
-  void setupRotate180ForA3LD();
-  void NegativeSelectionChange(ModelSelectionChange& change);
-  void MirrorSelectionChange(ModelSelectionChange& change);
-  void Rotate180SelectionChange(ModelSelectionChange& change);
-  void Rotate180ForA3LDSelectionChange(ModelSelectionChange& change);
-  void DisableNegativeImage(ModelEnableChange& change);
-  void DisableMirrorImage(ModelEnableChange& change);
-  void DisableRotate180(ModelEnableChange& change);
-  void OnClickNegativeImage(EventArg<Toggle> event);
-  void OnClickMirrorImage(EventArg<Toggle> event);
-  void OnClickRotate180(EventArg<Toggle> event);
-  void OnClickRotate180ForA3LD(EventArg<Toggle> event);
-  void sendNegativeImageTransitions(bool on);
-  void sendMirrorTransitions(bool on);
-  void sendRotate180Transitions(bool on);
 
   // The watermark side.
   void setupWM();
@@ -103,13 +86,12 @@ class EffectPlugin final : public UIPlugin, public PTPlugin {
   void onImportProfile(ImportExportEventArg event);
   void onExportProfile(ImportExportEventArg event);
 
+  PageTransforms& pageTransforms() { return transforms; }
+
  private:
   void connectEnableChanges();
   void connectSelectionChanges();
   void connectTabPanel();
-  void bindPageTransforms();
-  bool hidesMirrorImage();
-  bool hidesRotate180ForA3LD();
 
   SmartPtr<Watermarks> newWatermarks();
   void bindWatermarkWidgets();
@@ -151,14 +133,7 @@ class EffectPlugin final : public UIPlugin, public PTPlugin {
   void takeUpOverlays();
 
   TabHost tabHost;
-
-  // Each empty when the layout has no such widget.
-  struct PageTransforms {
-    SmartPtr<CheckBox> rotate180Box;
-    SmartPtr<CheckBox> rotate180ForA3LDBox;
-    SmartPtr<CheckBox> negativeImageBox;
-    SmartPtr<CheckBox> mirrorImageBox;
-  } transforms;
+  PageTransforms transforms;
 
   struct WatermarkSide {
     SmartPtr<Alignment> leftBox;

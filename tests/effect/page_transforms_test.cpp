@@ -296,12 +296,12 @@ TEST(Rotations, TakeAnyOptionButNoneForTheirOwn) {
 
 TEST(Rotations, IgnoreEveryOtherProperty) {
   Testing::PluginObject object;
-  auto& plugin = object.open(object.world.host);
+  auto& transforms = object.open(object.world.host).pageTransforms();
   std::vector<Refhost::TraceEvent> events;
   object.world.trace.listen([&events](const Refhost::TraceEvent& event) { events.push_back(event); });
   for (const auto* property : {u"MirrorImage", u"rotate180", u"Rotate180 ", u""}) {
     Kiln::ModelEnableChange change{Refhost::text(property), Refhost::text(u"Rotate180"), false};
-    plugin.DisableRotate180(change);
+    transforms.DisableRotate180(change);
   }
   EXPECT_TRUE(widgetOperations(events).empty());
   object.plugin.reset();
