@@ -9,8 +9,8 @@ EffectPlugin::EffectPlugin(Host& lender, const String& name, const PropertyManag
     : UIPlugin(lender, name, properties, std::move(ownLibrary)),
       PTPlugin(lender),
       tabHost{lender, properties, {}},
-      transforms(tabHost) {
-  watermark.leftBox = lender.alignment(Alignment::shareColumns);
+      transforms(tabHost),
+      watermark(tabHost) {
   overlay.leftBox = lender.alignment(Alignment::shareColumns);
 }
 
@@ -34,16 +34,16 @@ void EffectPlugin::configureUI(SmartPtr<GUI> newGui) {
 bool EffectPlugin::rootlessActivation() {
   if (!isActive()) return false;
   const auto model = propertyManager()->modelProperties();
-  connect(*model->selectionChangeSignal(Prop::watermarkSel), *this, &EffectPlugin::WMSelectionChange);
+  connect(*model->selectionChangeSignal(Prop::watermarkSel), watermark, &WatermarkTab::WMSelectionChange);
   return false;
 }
 
 void EffectPlugin::onGUIReady(SmartPtr<GUI>) {
   const auto container = tabHost.preferences->widgetById(WidgetId::leftBox);
-  watermark.leftBox->bind(container);
+  watermark.alignIn(container);
   overlay.leftBox->bind(container);
 
-  setupWM();
+  watermark.setupWM();
   setupOverlay();
   transforms.setupRotate180ForA3LD();
   connectEnableChanges();
@@ -65,9 +65,9 @@ void EffectPlugin::connectEnableChanges() {
   const auto follow = [&model](Name property, auto& side, auto handler) {
     connect(*model->enableChangeSignal(property), side, handler);
   };
-  follow(Prop::watermark, *this, &EffectPlugin::DisableWM);
-  follow(Prop::firstPageOnly, *this, &EffectPlugin::DisableWMFirstPageOnly);
-  follow(Prop::watermarkOccurance, *this, &EffectPlugin::DisableWMOccurance);
+  follow(Prop::watermark, watermark, &WatermarkTab::DisableWM);
+  follow(Prop::firstPageOnly, watermark, &WatermarkTab::DisableWMFirstPageOnly);
+  follow(Prop::watermarkOccurance, watermark, &WatermarkTab::DisableWMOccurance);
   follow(Prop::overlayImage, *this, &EffectPlugin::DisableOvl);
   follow(Prop::negativeImage, transforms, &PageTransforms::DisableNegativeImage);
   follow(Prop::mirrorImage, transforms, &PageTransforms::DisableMirrorImage);
@@ -81,14 +81,14 @@ void EffectPlugin::connectSelectionChanges() {
   const auto follow = [&model](Name property, auto& side, auto handler) {
     connect(*model->selectionChangeSignal(property), side, handler);
   };
-  follow(Prop::watermarkSel, *this, &EffectPlugin::WMSelectionChange);
+  follow(Prop::watermarkSel, watermark, &WatermarkTab::WMSelectionChange);
   follow(Prop::overlaySel, *this, &EffectPlugin::OvlSelectionChange);
   follow(Prop::negativeImage, transforms, &PageTransforms::NegativeSelectionChange);
   follow(Prop::mirrorImage, transforms, &PageTransforms::MirrorSelectionChange);
   follow(Prop::rotate180, transforms, &PageTransforms::Rotate180SelectionChange);
   follow(Prop::rotate180ForA3LD, transforms, &PageTransforms::Rotate180ForA3LDSelectionChange);
-  follow(Prop::firstPageOnly, *this, &EffectPlugin::FirstPageSelectionChange);
-  follow(Prop::watermarkOccurance, *this, &EffectPlugin::WMOccuranceSelectionChange);
+  follow(Prop::firstPageOnly, watermark, &WatermarkTab::FirstPageSelectionChange);
+  follow(Prop::watermarkOccurance, watermark, &WatermarkTab::WMOccuranceSelectionChange);
   follow(Prop::overlayOccurance, *this, &EffectPlugin::OvlOccuranceSelectionChange);
   follow(Prop::overlayLayering, *this, &EffectPlugin::OvlLayeringSelectionChange);
   follow(Prop::overlayImageCreate, *this, &EffectPlugin::onPrintJobOverlay);

@@ -1,13 +1,13 @@
 // The plug-in "effect": the tab of page effects, and their PrintTicket conversion.
 //
-// Its source files by feature: effect_plugin.cpp (frame and connections), watermark/tab.cpp, watermark/changes.cpp,
-// overlay/tab.cpp, overlay/selection.cpp, overlay/creation.cpp, print_ticket.cpp, profile.cpp.
+// Its source files by feature: effect_plugin.cpp (frame and connections), overlay/tab.cpp, overlay/selection.cpp,
+// overlay/creation.cpp, print_ticket.cpp, profile.cpp.
 #pragma once
 
 #include "effect/overlay/overlays.h"
 #include "effect/page_transforms.h"
 #include "effect/tab_host.h"
-#include "effect/watermark/watermarks.h"
+#include "effect/watermark/tab.h"
 #include "kiln/plugin.h"
 
 #include <string>
@@ -33,22 +33,6 @@ class EffectPlugin final : public UIPlugin, public PTPlugin {
   // The frame.
   void onGUIReady(SmartPtr<GUI> readyGui);
   void onHelp(EventArg<TabPanel> event);
-
-  // The watermark side.
-  void setupWM();
-  void WMSelectionChange(ModelSelectionChange& change);
-  void FirstPageSelectionChange(ModelSelectionChange& change);
-  void WMOccuranceSelectionChange(ModelSelectionChange& change);
-  void DisableWM(ModelEnableChange& change);
-  void DisableWMFirstPageOnly(ModelEnableChange& change);
-  void DisableWMOccurance(ModelEnableChange& change);
-  void onWMFirstPage(EventArg<Toggle> event);
-  void onWMPerPage(EventArg<Toggle> event);
-  void onWMChange(EventArg<ListBox> event);
-  void onAddWM(EventArg<Button> event);
-  void onEditWM(EventArg<Button> event);
-  void onDeleteWM(EventArg<Button> event);
-  void onOkWMDelete(SubDialogEventArg& event);
 
   // The overlay side.
   void setupOverlay();
@@ -93,19 +77,6 @@ class EffectPlugin final : public UIPlugin, public PTPlugin {
   void connectSelectionChanges();
   void connectTabPanel();
 
-  SmartPtr<Watermarks> newWatermarks();
-  void bindWatermarkWidgets();
-  void showWatermarks();
-  std::u16string knownWatermark(std::u16string_view id);
-  void writeWatermarkDetails(std::u16string_view id);
-  void offerWatermarks();
-  void withdrawWatermarks();
-  bool editWatermark(const Effect::Node& edited, bool isNew);
-  std::u16string watermarkNamed(std::u16string_view name, std::u16string_view besides);
-  void removeWatermarkItem(std::u16string_view id);
-  void refreshWatermarkList();
-  void selectWatermark(std::u16string_view id);
-
   SmartPtr<Overlays> newOverlays();
 
   // The store; opened on the first call.
@@ -127,27 +98,12 @@ class EffectPlugin final : public UIPlugin, public PTPlugin {
   template <class Ending>
   void createOverlay(const Ending& ending);
 
-  void exportWatermarks(Services::Path& location);
   void exportOverlays(Services::Path& location);
-  void takeUpWatermarks();
   void takeUpOverlays();
 
   TabHost tabHost;
   PageTransforms transforms;
-
-  struct WatermarkSide {
-    SmartPtr<Alignment> leftBox;
-    SmartPtr<Watermarks> store;  // empty until the tab is set up or, without a tab, a watermark is selected
-
-    // Each empty without a tab, or when the layout has no such widget.
-    SmartPtr<ListBox> list;
-    SmartPtr<Button> addButton;
-    SmartPtr<Button> editButton;
-    SmartPtr<Button> deleteButton;
-    SmartPtr<Toggle> firstPageBox;
-    SmartPtr<Toggle> perPageBox;
-    SmartPtr<Widget> caption;
-  } watermark;
+  WatermarkTab watermark;
 
   struct OverlaySide {
     SmartPtr<Alignment> leftBox;

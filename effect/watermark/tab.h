@@ -1,0 +1,71 @@
+// The watermark side of the tab: the list of watermarks, its buttons, and how often the selected one is printed.
+//
+// tab.cpp displays and selects, changes.cpp adds, edits and deletes.
+#pragma once
+
+#include "effect/tab_host.h"
+#include "effect/watermark/watermarks.h"
+
+#include <string>
+#include <string_view>
+
+namespace Kiln::XUL {
+
+class WatermarkTab final : public SignalTarget {
+ public:
+  // `lender` outlives the object.
+  explicit WatermarkTab(const TabHost& lender);
+
+  void alignIn(const SmartPtr<Widget>& container) { leftBox->bind(container); }
+  void setupWM();
+
+  void WMSelectionChange(ModelSelectionChange& change);
+  void FirstPageSelectionChange(ModelSelectionChange& change);
+  void WMOccuranceSelectionChange(ModelSelectionChange& change);
+  void DisableWM(ModelEnableChange& change);
+  void DisableWMFirstPageOnly(ModelEnableChange& change);
+  void DisableWMOccurance(ModelEnableChange& change);
+  void onWMFirstPage(EventArg<Toggle> event);
+  void onWMPerPage(EventArg<Toggle> event);
+  void onWMChange(EventArg<ListBox> event);
+  void onAddWM(EventArg<Button> event);
+  void onEditWM(EventArg<Button> event);
+  void onDeleteWM(EventArg<Button> event);
+  void onOkWMDelete(SubDialogEventArg& event);
+
+  // Writes all watermarks into the folder.
+  void exportWatermarks(Services::Path& folder) const;
+
+  // Reads the files again, after an import, and shows what they hold.
+  void takeUpWatermarks();
+
+ private:
+  // Display and selection.
+  void bindWidgets();
+  void showWatermarks();
+  std::u16string knownWatermark(std::u16string_view id) const;
+  void offerWatermarks();
+  void withdrawWatermarks();
+  void selectWatermark(std::u16string_view id);
+
+  // Changes.
+  bool editWatermark(const Effect::Node& edited, bool isNew);
+  std::u16string watermarkNamed(std::u16string_view name, std::u16string_view besides) const;
+  void removeItem(std::u16string_view id);
+  void refreshList();
+
+  const TabHost& host;
+  SmartPtr<Alignment> leftBox;
+  SmartPtr<Watermarks> store;  // empty until the tab is set up or, without a tab, a watermark is selected
+
+  // Each empty without a tab, or when the layout has no such widget.
+  SmartPtr<ListBox> list;
+  SmartPtr<Button> addButton;
+  SmartPtr<Button> editButton;
+  SmartPtr<Button> deleteButton;
+  SmartPtr<Toggle> firstPageBox;
+  SmartPtr<Toggle> perPageBox;
+  SmartPtr<Widget> caption;
+};
+
+}  // namespace Kiln::XUL
