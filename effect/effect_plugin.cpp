@@ -10,9 +10,9 @@ EffectPlugin::EffectPlugin(Host& lender, const String& name, const PropertyManag
       PTPlugin(lender),
       tabHost{lender, properties, {}},
       transforms(tabHost),
-      watermark(tabHost) {
-  overlay.leftBox = lender.alignment(Alignment::shareColumns);
-}
+      watermark(tabHost),
+      overlay(tabHost),
+      overlayCreation(tabHost, overlay) {}
 
 void EffectPlugin::create() {}
 
@@ -27,7 +27,7 @@ void EffectPlugin::configureUI(SmartPtr<GUI> newGui) {
     connect(*tabHost.preferences->readySignal(), *this, &EffectPlugin::onGUIReady);
   } else if (mode == modePrePrint) {
     tabHost.preferences = std::move(newGui);
-    connect(*tabHost.preferences->readySignal(), *this, &EffectPlugin::popupOvlPrintDlg);
+    connect(*tabHost.preferences->readySignal(), overlayCreation, &OverlayCreation::popupOvlPrintDlg);
   }
 }
 
@@ -41,10 +41,10 @@ bool EffectPlugin::rootlessActivation() {
 void EffectPlugin::onGUIReady(SmartPtr<GUI>) {
   const auto container = tabHost.preferences->widgetById(WidgetId::leftBox);
   watermark.alignIn(container);
-  overlay.leftBox->bind(container);
+  overlay.alignIn(container);
 
   watermark.setupWM();
-  setupOverlay();
+  overlay.setupOverlay();
   transforms.setupRotate180ForA3LD();
   connectEnableChanges();
   connectSelectionChanges();
@@ -68,12 +68,12 @@ void EffectPlugin::connectEnableChanges() {
   follow(Prop::watermark, watermark, &WatermarkTab::DisableWM);
   follow(Prop::firstPageOnly, watermark, &WatermarkTab::DisableWMFirstPageOnly);
   follow(Prop::watermarkOccurance, watermark, &WatermarkTab::DisableWMOccurance);
-  follow(Prop::overlayImage, *this, &EffectPlugin::DisableOvl);
+  follow(Prop::overlayImage, overlay, &OverlayTab::DisableOvl);
   follow(Prop::negativeImage, transforms, &PageTransforms::DisableNegativeImage);
   follow(Prop::mirrorImage, transforms, &PageTransforms::DisableMirrorImage);
   follow(Prop::rotate180, transforms, &PageTransforms::DisableRotate180);
   follow(Prop::rotate180ForA3LD, transforms, &PageTransforms::DisableRotate180);
-  follow(Prop::overlayOccurance, *this, &EffectPlugin::DisableOvlOccurance);
+  follow(Prop::overlayOccurance, overlay, &OverlayTab::DisableOvlOccurance);
 }
 
 void EffectPlugin::connectSelectionChanges() {
@@ -82,22 +82,22 @@ void EffectPlugin::connectSelectionChanges() {
     connect(*model->selectionChangeSignal(property), side, handler);
   };
   follow(Prop::watermarkSel, watermark, &WatermarkTab::WMSelectionChange);
-  follow(Prop::overlaySel, *this, &EffectPlugin::OvlSelectionChange);
+  follow(Prop::overlaySel, overlay, &OverlayTab::OvlSelectionChange);
   follow(Prop::negativeImage, transforms, &PageTransforms::NegativeSelectionChange);
   follow(Prop::mirrorImage, transforms, &PageTransforms::MirrorSelectionChange);
   follow(Prop::rotate180, transforms, &PageTransforms::Rotate180SelectionChange);
   follow(Prop::rotate180ForA3LD, transforms, &PageTransforms::Rotate180ForA3LDSelectionChange);
   follow(Prop::firstPageOnly, watermark, &WatermarkTab::FirstPageSelectionChange);
   follow(Prop::watermarkOccurance, watermark, &WatermarkTab::WMOccuranceSelectionChange);
-  follow(Prop::overlayOccurance, *this, &EffectPlugin::OvlOccuranceSelectionChange);
-  follow(Prop::overlayLayering, *this, &EffectPlugin::OvlLayeringSelectionChange);
-  follow(Prop::overlayImageCreate, *this, &EffectPlugin::onPrintJobOverlay);
+  follow(Prop::overlayOccurance, overlay, &OverlayTab::OvlOccuranceSelectionChange);
+  follow(Prop::overlayLayering, overlay, &OverlayTab::OvlLayeringSelectionChange);
+  follow(Prop::overlayImageCreate, overlayCreation, &OverlayCreation::onPrintJobOverlay);
 }
 
 void EffectPlugin::connectTabPanel() {
   const auto panel = tabHost.preferences->tabPanel();
   connect(*panel->helpSignal(), *this, &EffectPlugin::onHelp);
-  connect(*panel->preAcceptSignal(), *this, &EffectPlugin::onPreAccept);
+  connect(*panel->preAcceptSignal(), overlayCreation, &OverlayCreation::onPreAccept);
 }
 
 void EffectPlugin::onHelp(EventArg<TabPanel>) {

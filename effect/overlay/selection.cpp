@@ -1,6 +1,6 @@
 // Keeps the overlay selection valid: the selected entry and the files to print.
-#include "effect/effect_plugin.h"
 #include "effect/overlay/file_list.h"
+#include "effect/overlay/tab.h"
 #include "effect/settings.h"
 #include "effect/widget_state.h"
 
@@ -30,35 +30,41 @@ std::int32_t firstItem(ListData& items, const Fits& fits) {
 
 }  // namespace
 
-void EffectPlugin::OvlSelectionChange(ModelSelectionChange& change) {
+SmartPtr<ListItem> OverlayTab::selectedItem() const { return list ? list->selectedItem() : SmartPtr<ListItem>(); }
+
+// The value of the selected entry; without a list, of the property.
+std::u16string OverlayTab::selectedOverlay() const {
+  const auto item = selectedItem();
+  return item ? item->value().str() : host.propertyValue(Prop::overlaySel).str();
+}
+
+void OverlayTab::OvlSelectionChange(ModelSelectionChange& change) {
   const std::u16string value = change.value.str();
-  selectOverlayItem(value, tabHost.propertyValue(Prop::overlaySourceFileName).view());
+  selectOverlayItem(value, host.propertyValue(Prop::overlaySourceFileName).view());
   showOverlayPicture();
-  if (value == Value::multiple && (!overlay.store || overlay.store->count() == 0)) return makeOvlValid();
+  if (value == Value::multiple && (!store || store->count() == 0)) return makeOvlValid();
   if (value == Value::none) {
     withdrawOverlay();
   } else {
     offerOverlay(value);
     validateOvlSourceFile(value);
   }
-  const auto item = overlay.list ? overlay.list->selectedItem() : SmartPtr<ListItem>();
-  if (item) tabHost.send({{Prop::overlayName, item->displayedText().view()}});
+  const auto item = selectedItem();
+  if (item) host.send({{Prop::overlayName, item->displayedText().view()}});
 }
 
 // Neither values nor labels are unique: a downloaded overlay may share its file name or name with one of the user's.
 // The file to print decides then.
-void EffectPlugin::selectOverlayItem(std::u16string_view value, std::u16string_view source) {
-  if (!overlay.list) return;
-  const auto items = overlay.list->data();
+void OverlayTab::selectOverlayItem(std::u16string_view value, std::u16string_view source) {
+  if (!list) return;
+  const auto items = list->data();
   const bool isFixed = value == Value::none || value == Value::multiple;
   const bool isDownloaded =
-      !isFixed && isUserData(source) && settingFlag(*propertyManager()->configuration(), Setting::userDataSupport);
+      !isFixed && isUserData(source) && settingFlag(*host.properties->configuration(), Setting::userDataSupport);
   const auto hasValue = [&](ListItem& item) { return item.value().view() == value; };
   const auto hasLabel = [&](ListItem& item) { return item.text().view() == value; };
   const auto canBe = [&](ListItem& item) { return !isDownloaded || item.isMarked(); };
-  const auto isPrinted = [&](ListItem& item) {
-    return overlay.store && overlay.store->pathOf(value, item.isMarked()) == source;
-  };
+  const auto isPrinted = [&](ListItem& item) { return store && store->pathOf(value, item.isMarked()) == source; };
 
   std::int32_t index =
       firstItem(*items, [&](ListItem& item) { return hasValue(item) && canBe(item) && isPrinted(item); });
@@ -66,29 +72,29 @@ void EffectPlugin::selectOverlayItem(std::u16string_view value, std::u16string_v
     index = firstItem(*items, [&](ListItem& item) { return hasValue(item) && item.isMarked() == isDownloaded; });
   if (index < 0) index = firstItem(*items, [&](ListItem& item) { return hasValue(item) && canBe(item); });
   if (index < 0) index = firstItem(*items, [&](ListItem& item) { return hasLabel(item) && canBe(item); });
-  overlay.list->select(std::max(index, 0));
+  list->select(std::max(index, 0));
 }
 
-void EffectPlugin::withdrawOverlay() {
-  disableIfThere(overlay.detailsButton);
-  disableIfThere(overlay.deleteButton);
-  if (overlay.layeringBox) overlay.layeringBox->setEnabled(false);
-  if (overlay.perPageBox) overlay.perPageBox->setEnabled(false);
-  tabHost.send({{Prop::overlaySel, Value::none},
-                {Prop::overlayOccurance, Value::none},
-                {Prop::overlayLayering, Value::underlay}});
+void OverlayTab::withdrawOverlay() {
+  disableIfThere(detailsButton);
+  disableIfThere(deleteButton);
+  if (layeringBox) layeringBox->setEnabled(false);
+  if (perPageBox) perPageBox->setEnabled(false);
+  host.send({{Prop::overlaySel, Value::none},
+             {Prop::overlayOccurance, Value::none},
+             {Prop::overlayLayering, Value::underlay}});
 }
 
-void EffectPlugin::makeOvlValid() {
-  tabHost.send({{Prop::overlaySel, Value::none},
-                {Prop::overlayImage, Value::none},
-                {Prop::multipleOverlayDetails, {}},
-                {Prop::overlayOccurance, Value::none},
-                {Prop::overlayLayering, Value::underlay}});
+void OverlayTab::makeOvlValid() {
+  host.send({{Prop::overlaySel, Value::none},
+             {Prop::overlayImage, Value::none},
+             {Prop::multipleOverlayDetails, {}},
+             {Prop::overlayOccurance, Value::none},
+             {Prop::overlayLayering, Value::underlay}});
 }
 
-void EffectPlugin::validateOvlSourceFile(std::u16string_view selection) {
-  const WString source = tabHost.propertyValue(Prop::overlaySourceFileName);
+void OverlayTab::validateOvlSourceFile(std::u16string_view selection) {
+  const WString source = host.propertyValue(Prop::overlaySourceFileName);
   std::u16string valid;
   if (selection == Value::multiple) {
     for (std::u16string_view rest = source.view(); !rest.empty();) {
@@ -98,22 +104,21 @@ void EffectPlugin::validateOvlSourceFile(std::u16string_view selection) {
   } else {
     valid = presentOverlayFile(source.view());
   }
-  if (valid != source.view()) tabHost.send({{Prop::overlaySourceFileName, valid}});
+  if (valid != source.view()) host.send({{Prop::overlaySourceFileName, valid}});
 }
 
 // The file if it exists, else the store's file with that name, else empty.
-std::u16string EffectPlugin::presentOverlayFile(std::u16string_view file) {
+std::u16string OverlayTab::presentOverlayFile(std::u16string_view file) const {
   if (file.empty()) return {};
   const auto isThere = [this](std::u16string_view path) {
-    const auto found = host().path(path);
+    const auto found = host.services.path(path);
     return found->exists() && !found->isFolder();
   };
   if (isThere(file)) return std::u16string(file);
-  const auto item = overlay.list ? overlay.list->selectedItem() : SmartPtr<ListItem>();
+  const auto item = selectedItem();
   const bool isDownloaded = isUserData(file) || (item && item->isMarked());
   for (const bool flag : {isDownloaded, !isDownloaded}) {
-    const std::u16string path =
-        overlay.store ? overlay.store->pathOf(lastPartOf(file), flag) : std::u16string(Value::none);
+    const std::u16string path = store ? store->pathOf(lastPartOf(file), flag) : std::u16string(Value::none);
     if (path != Value::none && isThere(path)) return path;
   }
   return {};

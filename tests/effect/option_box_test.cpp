@@ -75,11 +75,11 @@ TEST(OverlayLayering, AvailabilityIsNotFollowed) {
 
 TEST(OverlayLayering, BoxWouldFollowTheAvailabilityOfOver) {
   Testing::PluginObject object;
-  auto& plugin = object.open(object.world.host);
+  auto& overlay = object.open(object.world.host).overlayTab();
   auto& box = dynamic_cast<Refhost::CheckBox&>(*object.gui->find(u"ePTKWJobOverlayImage_Layering"));
   const auto tell = [&](std::u16string_view option, bool isEnabled) {
     Kiln::ModelEnableChange change{Refhost::text(u"OverlayLayering"), Refhost::text(option), isEnabled};
-    plugin.DisableOvlLayering(change);
+    overlay.DisableOvlLayering(change);
     return box.WidgetNode::isEnabled();
   };
   EXPECT_TRUE(tell(u"Overlay", true));
