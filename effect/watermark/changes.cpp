@@ -10,7 +10,8 @@ using namespace Effect;
 // to be replaced; restores it, since entries are identified by their ids.
 bool WatermarkTab::editWatermark(const Node& edited, bool isNew) {
   const auto selected = list ? list->selectedItem() : SmartPtr<ListItem>();
-  const WatermarkDlg editor(host, edited, isNew);
+  WatermarkDlg editor(host, edited, isNew);
+  editor.run();
   if (selected && !(list->selectedItem() == selected)) list->selectValue(selected->value());
   return editor.isAccepted();
 }

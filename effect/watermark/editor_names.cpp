@@ -1,5 +1,6 @@
-// The text of the watermark, and its name in the list.
-#include "effect/watermark/editor.h"
+#include "effect/watermark/editor_names.h"
+
+#include "effect/settings.h"
 #include "effect/watermark/editor_values.h"
 
 #include <algorithm>
@@ -24,60 +25,90 @@ std::vector<std::u16string> namesOfNone(Host& host) {
 
 }  // namespace
 
-void WatermarkDlg::connectNames() {
-  const auto textBox = widget<TextBox>(WidgetId::textBox);
-  styleNameBox = widget<TextBox>(WidgetId::styleNameBox);
+void EditorNames::connectWidgets() {
+  const auto textBox = editor.widget<TextBox>(WidgetId::textBox);
+  styleNameBox = editor.widget<TextBox>(WidgetId::styleNameBox);
   for (const auto& box : {textBox, styleNameBox}) {
     if (!box) continue;
     box->setMaximumLength(mostTextUnits);
-    connect(*box->typingSignal(), *this, &WatermarkDlg::onLabelText);
-    connect(*box->pastingSignal(), *this, &WatermarkDlg::onLabelText);
+    connect(*box->typingSignal(), *this, &EditorNames::onLabelText);
+    connect(*box->pastingSignal(), *this, &EditorNames::onLabelText);
   }
-  const auto support = host.properties->configuration()->child(Setting::styleNameSupport);
-  hasStyleNames = support && support->boolValue();
+  hasStyleNames = settingFlag(*editor.host.properties->configuration(), Setting::styleNameSupport);
   if (hasStyleNames) return;
-  if (const auto row = dialog->widgetById(WidgetId::styleNameRow)) row->hide();
+  if (const auto row = editor.dialog->widgetById(WidgetId::styleNameRow)) row->hide();
 }
 
-void WatermarkDlg::onLabelText(SmartPtr<TextChangeEventArg> change) {
-  if (inOwnText) return;
+void EditorNames::load(Dom::INode& values) {
+  if (const auto box = editor.widget<TextBox>(WidgetId::textBox)) {
+    const std::u16string label = shownText(fieldText(values, Field::label));
+    setField(*editor.record, Field::label, label);
+    ownText.put(box, label);
+    if (editor.preview) editor.preview->setText(label);
+  }
+  if (styleNameBox) {
+    const std::u16string name = shownText(fieldText(values, Field::stylename));
+    setField(*editor.record, Field::stylename, name);
+    ownText.put(styleNameBox, name);
+  }
+  updateOkButton(fieldText(*editor.record, Field::label), fieldText(*editor.record, Field::stylename), false);
+}
+
+void EditorNames::startAgainIfEmpty() {
+  if (fieldText(*editor.record, Field::label).empty() && fieldText(*editor.record, Field::stylename).empty())
+    styleNameEdited = false;
+}
+
+WString EditorNames::name() const {
+  return styleNameBox ? styleNameBox->text() : fieldText(*editor.record, Field::stylename);
+}
+
+// A field's text as displayed: empty for a watermark without a text, and truncated to the maximum input length.
+std::u16string EditorNames::shownText(WStringView text) const {
+  if (text.view() == Token::none) return {};
+  if (!text.view().starts_with(u'$')) return std::u16string(cutToBox(text));
+  return std::u16string(cutToBox(editor.host.services.translate(text).view()));
+}
+
+void EditorNames::onLabelText(SmartPtr<TextChangeEventArg> change) {
+  if (ownText.isPutting()) return;
   const bool isStyleName = styleNameBox && change->source() == styleNameBox;
   if (hasStyleNames)
     takeLabelOrStyleName(change->text(), isStyleName);
   else
     takeBoth(change->text(), isStyleName);
-  const WString name = fieldText(*record, Field::stylename);
-  updateOkButton(fieldText(*record, Field::label), name, isReservedName(name));
+  const WString name = fieldText(*editor.record, Field::stylename);
+  updateOkButton(fieldText(*editor.record, Field::label), name, isReservedName(name));
 }
 
 // The name follows the text until the user types a name.
-void WatermarkDlg::takeLabelOrStyleName(WStringView text, bool isStyleName) {
-  setField(*record, isStyleName ? Field::stylename : Field::label, text);
+void EditorNames::takeLabelOrStyleName(WStringView text, bool isStyleName) {
+  setField(*editor.record, isStyleName ? Field::stylename : Field::label, text);
   if (isStyleName) {
     if (text.size() != 0) styleNameEdited = true;
   } else if (!styleNameEdited) {
-    setField(*record, Field::stylename, text);
-    put(styleNameBox, text);
+    setField(*editor.record, Field::stylename, text);
+    ownText.put(styleNameBox, text);
   }
-  if (preview) preview->setText(fieldText(*record, Field::label));
+  if (editor.preview) editor.preview->setText(fieldText(*editor.record, Field::label));
 }
 
-void WatermarkDlg::takeBoth(WStringView text, bool isStyleName) {
-  if (!isStyleName) setField(*record, Field::label, text);
-  setField(*record, Field::stylename, text);
-  put(styleNameBox, text);
-  if (preview) preview->setText(text);
+void EditorNames::takeBoth(WStringView text, bool isStyleName) {
+  if (!isStyleName) setField(*editor.record, Field::label, text);
+  setField(*editor.record, Field::stylename, text);
+  ownText.put(styleNameBox, text);
+  if (editor.preview) editor.preview->setText(text);
 }
 
-void WatermarkDlg::updateOkButton(WStringView label, WStringView stylename, bool forceDisable) {
+void EditorNames::updateOkButton(WStringView label, WStringView stylename, bool forceDisable) const {
   const bool canAccept = label.size() != 0 && stylename.size() != 0 && !forceDisable;
-  const auto button = dialog->okButton();
+  const auto button = editor.dialog->okButton();
   canAccept ? button->enable() : button->disable();
 }
 
 // The reference to these names is reserved too: the store rejects records that have it.
-bool WatermarkDlg::isReservedName(WStringView text) {
-  static const std::vector<std::u16string> reserved = namesOfNone(host.services);
+bool EditorNames::isReservedName(WStringView text) const {
+  static const std::vector<std::u16string> reserved = namesOfNone(editor.host.services);
   return text.view() == Token::none || std::find(reserved.begin(), reserved.end(), text.view()) != reserved.end();
 }
 

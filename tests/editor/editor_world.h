@@ -116,7 +116,9 @@ class EditorWorld : public StoreWorld {
       hand.emplace(dialog, record);
       deeds(*hand);
     };
-    return Kiln::XUL::WatermarkDlg({host, manager, gui}, record, isNew).isAccepted();
+    Kiln::XUL::WatermarkDlg editor({host, manager, gui}, record, isNew);
+    editor.run();
+    return editor.isAccepted();
   }
   bool edit(const std::function<void(Hand&)>& deeds) { return edit(newRecord(), deeds); }
 

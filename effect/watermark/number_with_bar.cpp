@@ -1,0 +1,65 @@
+#include "effect/watermark/number_with_bar.h"
+
+#include "effect/watermark/numbers.h"
+
+namespace Kiln::XUL {
+
+using namespace Effect;
+
+void NumberWithBar::connectWidgets(SmartPtr<TextBox> textBox, SmartPtr<ScrollBar> scrollBar) {
+  constexpr std::int32_t mostCharacters = 3;
+  box = std::move(textBox);
+  bar = std::move(scrollBar);
+  if (box) {
+    box->setMaximumLength(mostCharacters);
+    connect(*box->typingSignal(), *this, &NumberWithBar::onText);
+    connect(*box->pastingSignal(), *this, &NumberWithBar::onText);
+    connect(*box->blurSignal(), *this, &NumberWithBar::onFocusLost);
+  }
+  if (bar) connect(*bar->scrollSignal(), *this, &NumberWithBar::onScroll);
+}
+
+// The box's handler takes the text; without a box, this does.
+void NumberWithBar::enter(WStringView text) {
+  if (box)
+    box->setText(text);
+  else
+    takeText(text);
+}
+
+void NumberWithBar::show(std::int32_t number) {
+  moveBar(number);
+  ownText.put(box, decimalText(number));
+}
+
+std::optional<std::int32_t> NumberWithBar::barNumber() const {
+  return bar ? std::optional(bar->position() + least) : std::nullopt;
+}
+
+void NumberWithBar::onText(SmartPtr<TextChangeEventArg> change) {
+  if (!ownText.isPutting() && !takeText(change->text())) change->refuse();
+}
+
+void NumberWithBar::onFocusLost(EventArg<TextBox> event) { enter(event.source().text()); }
+
+void NumberWithBar::onScroll(EventArg<ScrollBar> event) {
+  if (!isMovingBar) enter(decimalText(event.source().position() + least));
+}
+
+// False for a text to reject.
+bool NumberWithBar::takeText(WStringView text) {
+  const auto number = parse(text);
+  if (!number) return false;
+  moveBar(*number);
+  take(*number);
+  return true;
+}
+
+void NumberWithBar::moveBar(std::int32_t number) {
+  if (!bar) return;
+  isMovingBar = true;
+  bar->setPosition(number - least);
+  isMovingBar = false;
+}
+
+}  // namespace Kiln::XUL
