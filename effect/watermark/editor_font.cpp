@@ -76,7 +76,7 @@ void EditorFont::applyFontStyle(WStringView style) {
 
 // Accepts any input; an invalid size is replaced when the box loses the focus, and on OK.
 void EditorFont::onFontSizeText(SmartPtr<TextChangeEventArg> change) {
-  if (!ownText.isPutting() && !change->isProvisional()) applyFontSize(change->text());
+  if (!ownChange.isRunning() && !change->isProvisional()) applyFontSize(change->text());
 }
 
 void EditorFont::onFontSizeFocusLost(EventArg<TextBox> event) {
@@ -84,7 +84,7 @@ void EditorFont::onFontSizeFocusLost(EventArg<TextBox> event) {
 }
 
 void EditorFont::putSize(const SmartPtr<TextBox>& box, WStringView size) {
-  ownText.put(box, size);
+  ownChange.setText(box, size);
   applyFontSize(size);
 }
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "effect/watermark/editor_context.h"
-#include "effect/watermark/own_text.h"
+#include "effect/watermark/own_change.h"
 
 namespace Kiln::XUL {
 
@@ -30,7 +30,7 @@ class EditorFont final : public SignalTarget {
   void putSize(const SmartPtr<TextBox>& box, WStringView size);
 
   const EditorContext& editor;
-  OwnText ownText;
+  OwnChange ownChange;
 };
 
 }  // namespace Kiln::XUL

@@ -43,13 +43,13 @@ void EditorNames::load(Dom::INode& values) {
   if (const auto box = editor.widget<TextBox>(WidgetId::textBox)) {
     const std::u16string label = shownText(fieldText(values, Field::label));
     setField(*editor.record, Field::label, label);
-    ownText.put(box, label);
+    ownChange.setText(box, label);
     if (editor.preview) editor.preview->setText(label);
   }
   if (styleNameBox) {
     const std::u16string name = shownText(fieldText(values, Field::stylename));
     setField(*editor.record, Field::stylename, name);
-    ownText.put(styleNameBox, name);
+    ownChange.setText(styleNameBox, name);
   }
   updateOkButton(fieldText(*editor.record, Field::label), fieldText(*editor.record, Field::stylename), false);
 }
@@ -71,7 +71,7 @@ std::u16string EditorNames::shownText(WStringView text) const {
 }
 
 void EditorNames::onLabelText(SmartPtr<TextChangeEventArg> change) {
-  if (ownText.isPutting()) return;
+  if (ownChange.isRunning()) return;
   const bool isStyleName = styleNameBox && change->source() == styleNameBox;
   if (hasStyleNames)
     takeLabelOrStyleName(change->text(), isStyleName);
@@ -88,7 +88,7 @@ void EditorNames::takeLabelOrStyleName(WStringView text, bool isStyleName) {
     if (text.size() != 0) styleNameEdited = true;
   } else if (!styleNameEdited) {
     setField(*editor.record, Field::stylename, text);
-    ownText.put(styleNameBox, text);
+    ownChange.setText(styleNameBox, text);
   }
   if (editor.preview) editor.preview->setText(fieldText(*editor.record, Field::label));
 }
@@ -96,7 +96,7 @@ void EditorNames::takeLabelOrStyleName(WStringView text, bool isStyleName) {
 void EditorNames::takeBoth(WStringView text, bool isStyleName) {
   if (!isStyleName) setField(*editor.record, Field::label, text);
   setField(*editor.record, Field::stylename, text);
-  ownText.put(styleNameBox, text);
+  ownChange.setText(styleNameBox, text);
   if (editor.preview) editor.preview->setText(text);
 }
 

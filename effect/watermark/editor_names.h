@@ -2,7 +2,7 @@
 #pragma once
 
 #include "effect/watermark/editor_context.h"
-#include "effect/watermark/own_text.h"
+#include "effect/watermark/own_change.h"
 
 #include <string>
 
@@ -35,7 +35,7 @@ class EditorNames final : public SignalTarget {
   SmartPtr<TextBox> styleNameBox;
   bool hasStyleNames = false;    // a watermark's name has a field of its own
   bool styleNameEdited = false;  // the user has typed a name
-  OwnText ownText;
+  OwnChange ownChange;
 };
 
 }  // namespace Kiln::XUL

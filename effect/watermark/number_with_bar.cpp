@@ -28,8 +28,8 @@ void NumberWithBar::enter(WStringView text) {
 }
 
 void NumberWithBar::show(std::int32_t number) {
-  moveBar(number);
-  ownText.put(box, decimalText(number));
+  ownChange.setPosition(bar, number - least);
+  ownChange.setText(box, decimalText(number));
 }
 
 std::optional<std::int32_t> NumberWithBar::barNumber() const {
@@ -37,29 +37,22 @@ std::optional<std::int32_t> NumberWithBar::barNumber() const {
 }
 
 void NumberWithBar::onText(SmartPtr<TextChangeEventArg> change) {
-  if (!ownText.isPutting() && !takeText(change->text())) change->refuse();
+  if (!ownChange.isRunning() && !takeText(change->text())) change->refuse();
 }
 
 void NumberWithBar::onFocusLost(EventArg<TextBox> event) { enter(event.source().text()); }
 
 void NumberWithBar::onScroll(EventArg<ScrollBar> event) {
-  if (!isMovingBar) enter(decimalText(event.source().position() + least));
+  if (!ownChange.isRunning()) enter(decimalText(event.source().position() + least));
 }
 
 // False for a text to reject.
 bool NumberWithBar::takeText(WStringView text) {
   const auto number = parse(text);
   if (!number) return false;
-  moveBar(*number);
+  ownChange.setPosition(bar, *number - least);
   take(*number);
   return true;
-}
-
-void NumberWithBar::moveBar(std::int32_t number) {
-  if (!bar) return;
-  isMovingBar = true;
-  bar->setPosition(number - least);
-  isMovingBar = false;
 }
 
 }  // namespace Kiln::XUL

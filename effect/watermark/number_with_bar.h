@@ -1,7 +1,7 @@
 // A number in a text box with a scroll bar: entered in either, shown in both.
 #pragma once
 
-#include "effect/watermark/own_text.h"
+#include "effect/watermark/own_change.h"
 #include "kiln/widgets.h"
 
 #include <cstdint>
@@ -41,15 +41,13 @@ class NumberWithBar final : public SignalTarget {
   void onFocusLost(EventArg<TextBox> event);
   void onScroll(EventArg<ScrollBar> event);
   bool takeText(WStringView text);
-  void moveBar(std::int32_t number);
 
   const std::int32_t least;
   Parse& parse;
   const Take take;
   SmartPtr<TextBox> box;
   SmartPtr<ScrollBar> bar;
-  OwnText ownText;
-  bool isMovingBar = false;  // set around a call that does not throw, as the handler does nothing meanwhile
+  OwnChange ownChange;
 };
 
 }  // namespace Kiln::XUL

@@ -189,6 +189,19 @@ TEST_F(Amounts, ChoosingTransparencyPutsThePlaceOfTheBarIntoTheBox) {
   });
 }
 
+TEST_F(Editor, TakesANumberFromTheBarAfterTheHostFailedToMoveIt) {
+  world.edit([this](Hand& hand) {
+    {
+      const EditorWorld::FailingChange failing(world, angleBar, "setPosition");
+      hand.type(angleBox, "45");
+      EXPECT_EQ(world.face.failures.size(), 1U);
+    }
+    hand.scroll(angleBar, 0);
+    EXPECT_EQ(hand.field("angle"), "-90");
+    EXPECT_EQ(hand.text(angleBox), "-90");
+  });
+}
+
 TEST_F(Editor, OffersHalfATransparencyToASolidWatermark) {
   world.edit([](Hand& hand) {
     EXPECT_EQ(hand.position(opacityBar), 50);

@@ -8,6 +8,8 @@
 #include <gmock/gmock.h>
 
 #include <functional>
+#include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -135,6 +137,24 @@ class EditorWorld : public StoreWorld {
     list().setData(list().data());
     return item;
   }
+
+  // The host throws while it makes this change of a widget, until the object is gone.
+  class FailingChange {
+   public:
+    FailingChange(EditorWorld& world, const std::string& id, const std::string& operation) {
+      world.trace.listen([id, operation, fails = isFailing](const Refhost::TraceEvent& event) {
+        if (*fails && event.op == "widget" && Testing::member(event, "id") == id &&
+            Testing::member(event, "do") == operation)
+          throw std::runtime_error("The host's own.");
+      });
+    }
+    FailingChange(const FailingChange&) = delete;
+    FailingChange& operator=(const FailingChange&) = delete;
+    ~FailingChange() { *isFailing = false; }
+
+   private:
+    std::shared_ptr<bool> isFailing = std::make_shared<bool>(true);
+  };
 
   // "WHAT VALUE" of each preview operation since the last call, in order.
   std::vector<std::string> takePreview() {

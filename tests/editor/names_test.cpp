@@ -32,6 +32,19 @@ TEST_F(Editor, NameFollowsTheTextUntilOneIsTyped) {
       true);
 }
 
+TEST_F(Editor, TextIsTakenAfterTheHostFailedToShowTheName) {
+  world.edit([this](Hand& hand) {
+    {
+      const EditorWorld::FailingChange failing(world, "txt_EffWMStyleName", "setText");
+      hand.type("txt_EffWMTxtBox", "first");
+      EXPECT_EQ(world.face.failures.size(), 1U);
+    }
+    hand.type("txt_EffWMTxtBox", "second");
+    EXPECT_EQ(hand.field("label"), "second");
+    EXPECT_EQ(hand.text("txt_EffWMStyleName"), "second");
+  });
+}
+
 TEST_F(Editor, NameThatIsOnlyDeletedStillFollowsTheText) {
   world.edit([](Hand& hand) {
     hand.type("txt_EffWMStyleName", "");
