@@ -20,9 +20,12 @@ constexpr Name opacityWidgets[] = {WidgetId::opacity,       WidgetId::opacityBar
 
 }  // namespace
 
+// The record has the transparency that the bar shows, even if the host fails to show it elsewhere.
 EditorPrintStyle::EditorPrintStyle(const EditorContext& shared)
     : editor(shared),
-      transparency(0, percentOf, [this](std::int32_t percent) { applyTransparency(percent); }) {}
+      transparency(
+          0, percentOf, [this](std::int32_t percent) { applyTransparency(percent); },
+          [this](std::int32_t percent) { setIntensity(percent); }) {}
 
 void EditorPrintStyle::connectWidgets() {
   for (const Name id : {WidgetId::printSolid, WidgetId::printTransparent, WidgetId::printOutline})

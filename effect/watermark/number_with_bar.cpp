@@ -43,7 +43,10 @@ void NumberWithBar::onText(SmartPtr<TextChangeEventArg> change) {
 void NumberWithBar::onFocusLost(EventArg<TextBox> event) { enter(event.source().text()); }
 
 void NumberWithBar::onScroll(EventArg<ScrollBar> event) {
-  if (!ownChange.isRunning()) enter(decimalText(event.source().position() + least));
+  if (ownChange.isRunning()) return;
+  const std::int32_t number = event.source().position() + least;
+  if (takeScrolled) takeScrolled(number);
+  enter(decimalText(number));
 }
 
 // False for a text to reject.

@@ -18,11 +18,12 @@ class NumberWithBar final : public SignalTarget {
   using Take = std::function<void(std::int32_t number)>;
 
   // `numberAtStart` is the number of the bar's position 0. `taker` is called with each number that is entered, after
-  // the bar has moved.
-  NumberWithBar(std::int32_t numberAtStart, Parse& parser, Take taker)
+  // the bar has moved; `scrollTaker`, if any, before that with each number that the user scrolls to.
+  NumberWithBar(std::int32_t numberAtStart, Parse& parser, Take taker, Take scrollTaker = {})
       : least(numberAtStart),
         parse(parser),
-        take(std::move(taker)) {}
+        take(std::move(taker)),
+        takeScrolled(std::move(scrollTaker)) {}
 
   // Connects the widgets; each may be null.
   void connectWidgets(SmartPtr<TextBox> textBox, SmartPtr<ScrollBar> scrollBar);
@@ -45,6 +46,7 @@ class NumberWithBar final : public SignalTarget {
   const std::int32_t least;
   Parse& parse;
   const Take take;
+  const Take takeScrolled;
   SmartPtr<TextBox> box;
   SmartPtr<ScrollBar> bar;
   OwnChange ownChange;

@@ -202,6 +202,16 @@ TEST_F(Editor, TakesANumberFromTheBarAfterTheHostFailedToMoveIt) {
   });
 }
 
+TEST_F(Amounts, TransparencyOfTheBarIsRecordedWhenTheHostFailsToShowItInTheBox) {
+  edit([this](Hand& hand) {
+    const EditorWorld::FailingChange failing(world, opacityBox, "setText");
+    hand.scroll(opacityBar, 60);
+    EXPECT_EQ(std::exchange(world.face.failures, {}).size(), 1U);
+    EXPECT_EQ(hand.field("intensity"), "60");
+    EXPECT_EQ(hand.text(opacityBox), "30");
+  });
+}
+
 TEST_F(Editor, OffersHalfATransparencyToASolidWatermark) {
   world.edit([](Hand& hand) {
     EXPECT_EQ(hand.position(opacityBar), 50);
