@@ -1,6 +1,6 @@
 #include "app/choices.h"
 
-#include "host/unicode.h"
+#include "formats/text.h"
 
 #include <algorithm>
 #include <map>
@@ -13,7 +13,7 @@ namespace {
 using Refhost::PropertyDescription;
 using Refhost::PropertyModel;
 
-std::string inQuotes(std::u16string_view name) { return '"' + Refhost::toNarrow(name) + '"'; }
+std::string inQuotes(std::u16string_view name) { return '"' + Formats::toUtf8(name) + '"'; }
 
 // "A", "A or B", "A, B or C".
 std::string alternatives(const std::vector<std::u16string>& names) {

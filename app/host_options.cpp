@@ -1,9 +1,10 @@
 #include "app/host_options.h"
 
 #include "app/failure.h"
-#include "app/installed_fonts.h"
+#include "app/system/installed_fonts.h"
+#include "files/module.h"
+#include "formats/text.h"
 #include "host/library.h"
-#include "host/unicode.h"
 
 namespace App {
 
@@ -24,8 +25,8 @@ void HostOptions::declarePlaces(CLI::App& command, const std::string& homeHelp) 
 
 Refhost::Options HostOptions::resolve() const {
   Refhost::Options options;
-  options.plugin = plugin.empty() ? Refhost::programFolder() / Refhost::defaultPluginName() : toPath(plugin);
-  options.resources = resources.empty() ? Refhost::programFolder().parent_path() / "share" / "kiln" : toPath(resources);
+  options.plugin = plugin.empty() ? Files::programFolder() / Refhost::defaultPluginName() : toPath(plugin);
+  options.resources = resources.empty() ? Files::programFolder().parent_path() / "share" / "kiln" : toPath(resources);
   if (!model.empty()) options.model = model;
   options.home = toPath(home);
   options.fonts = installedFonts;
@@ -40,7 +41,7 @@ std::pair<std::u16string, std::u16string> toPair(const std::string& option, cons
   const std::size_t equals = word.find('=');
   if (equals == std::string::npos || equals == 0)
     throw Failure(wrongUsage, option + " takes NAME=VALUE, and \"" + word + "\" is not of that form.");
-  return {Refhost::toWide(word.substr(0, equals)), Refhost::toWide(word.substr(equals + 1))};
+  return {Formats::toUtf16(word.substr(0, equals)), Formats::toUtf16(word.substr(equals + 1))};
 }
 
 Refhost::TracePairs toPairs(const std::string& option, const std::vector<std::string>& words) {

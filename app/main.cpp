@@ -1,9 +1,9 @@
 // The kiln command. Its subcommands are thin layers over the host, the print side and the faces.
-#include "app/commands.h"
+#include "app/commands/commands.h"
 #include "app/failure.h"
 #include "app/help_formatter.h"
 #include "app/messages.h"
-#include "app/platform.h"
+#include "app/system/platform.h"
 
 #include <algorithm>
 #include <iostream>

@@ -3,24 +3,20 @@
 #include "app/overlay_dialog.h"
 #include "app/overlay_slots.h"
 #include "app/shown_items.h"
+#include "formats/names.h"
+#include "formats/text.h"
 #include "host/gui.h"
-#include "host/unicode.h"
 
 #include <algorithm>
 
 namespace App {
 namespace {
 
-constexpr const char16_t* watermarkList = u"lst_selectedWatermark";
-constexpr const char16_t* overlayList = u"cmb_EffOverlay";
-constexpr const char16_t* overlayDetails = u"but_EffDet";
-
-// Values in the list of overlays that are not overlays.
-constexpr std::u16string_view noOverlay = u"None";
-constexpr std::u16string_view severalOverlays = u"Multiple";
+namespace WidgetId = Formats::WidgetId;
+namespace Value = Formats::Value;
 
 template <class Kind>
-Kind& onTab(SilentRun& run, const char16_t* id) {
+Kind& onTab(SilentRun& run, Formats::Name id) {
   return demandWidget<Kind>(*run.preferences().gui(), id);
 }
 
@@ -31,7 +27,7 @@ void choose(SilentRun& run, Refhost::SelectorNode& list, const ShownItem& item, 
     throw std::runtime_error("The " + what + ' ' + inQuotes(item.name) + " cannot be chosen now.");
 }
 
-bool isOverlay(const ShownItem& item) { return item.value != noOverlay && item.value != severalOverlays; }
+bool isOverlay(const ShownItem& item) { return item.value != Value::none && item.value != Value::multiple; }
 
 // The overlay with that name, or the entry for none; null when there is neither.
 const ShownItem* overlayNamed(const std::vector<ShownItem>& items, const std::string& name) {
@@ -39,7 +35,7 @@ const ShownItem* overlayNamed(const std::vector<ShownItem>& items, const std::st
   for (const ShownItem& item : items) {
     if (item.name != name) continue;
     if (isOverlay(item)) return &item;
-    if (item.value == noOverlay) none = &item;
+    if (item.value == Value::none) none = &item;
   }
   return none;
 }
@@ -59,13 +55,13 @@ PlacedOverlay toPlaced(const std::vector<ShownItem>& items, const std::string& w
 
 // Opens the dialog as a user does: by choosing several overlays, or if already chosen, by the details button.
 void chooseSeveral(SilentRun& run, const OverlaySlots& slots) {
-  auto& list = onTab<Refhost::SelectorNode>(run, overlayList);
+  auto& list = onTab<Refhost::SelectorNode>(run, WidgetId::overlayList);
   const auto items = shownItems(list);
-  const auto several = std::ranges::find(items, severalOverlays, &ShownItem::value);
+  const auto several = std::ranges::find(items, Value::multiple, &ShownItem::value);
   if (several == items.end()) throw std::runtime_error("These preferences take one overlay only.");
   const auto openDialog = [&] {
     if (list.selection() == several->index)
-      onTab<Refhost::Button>(run, overlayDetails).click();
+      onTab<Refhost::Button>(run, WidgetId::overlayDetails).click();
     else
       list.choose(several->index);
   };
@@ -80,7 +76,7 @@ void chooseSeveral(SilentRun& run, const OverlaySlots& slots) {
 }  // namespace
 
 void chooseWatermark(SilentRun& run, const std::string& name) {
-  auto& list = onTab<Refhost::SelectorNode>(run, watermarkList);
+  auto& list = onTab<Refhost::SelectorNode>(run, WidgetId::watermarkList);
   const auto items = shownItems(list);
   const auto item = std::ranges::find(items, name, &ShownItem::name);
   if (item != items.end()) return choose(run, list, *item, "watermark");
@@ -91,7 +87,7 @@ void chooseWatermark(SilentRun& run, const std::string& name) {
 
 void chooseOverlays(SilentRun& run, const std::vector<std::string>& words) {
   if (words.empty()) return;
-  auto& list = onTab<Refhost::SelectorNode>(run, overlayList);
+  auto& list = onTab<Refhost::SelectorNode>(run, WidgetId::overlayList);
   const auto items = shownItems(list);
   std::vector<PlacedOverlay> overlays;
   for (const std::string& word : words) overlays.push_back(toPlaced(items, word));
@@ -103,9 +99,9 @@ void chooseOverlays(SilentRun& run, const std::vector<std::string>& words) {
 
 std::map<std::string, std::string> overlayNames(SilentRun& run) {
   std::map<std::string, std::string> names;
-  auto* const list = dynamic_cast<Refhost::SelectorNode*>(run.preferences().gui()->find(overlayList));
+  auto* const list = dynamic_cast<Refhost::SelectorNode*>(run.preferences().gui()->find(WidgetId::overlayList));
   if (list == nullptr) return names;
-  for (const ShownItem& item : shownItems(*list)) names.emplace(Refhost::toNarrow(item.value), item.name);
+  for (const ShownItem& item : shownItems(*list)) names.emplace(Formats::toUtf8(item.value), item.name);
   return names;
 }
 

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "app/host_options.h"
-#include "app/interruption.h"
-#include "host/temporary_folder.h"
+#include "app/system/interruption.h"
+#include "files/temporary_folder.h"
 
 #include <filesystem>
 #include <optional>
@@ -30,7 +30,7 @@ class ProfileHome {
               const Interruption& interruption);
 
  private:
-  Refhost::TemporaryFolder folder;
+  Files::TemporaryFolder folder;
 };
 
 }  // namespace App

@@ -1,8 +1,8 @@
 #include "app/opening.h"
-#include "host/documents/disk.h"
+#include "files/disk.h"
+#include "formats/text.h"
 #include "host/kept_settings.h"
 #include "host/profiles/profile.h"
-#include "host/unicode.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -13,7 +13,7 @@ namespace {
 // Accepts only names of shipped models from a profile; a path could point anywhere.
 std::string shippedModel(const std::filesystem::path& shipped, const std::u16string& name) {
   const auto names = Refhost::shippedModels(shipped);
-  const std::string model = Refhost::toNarrow(name);
+  const std::string model = Formats::toUtf8(name);
   if (std::find(names.begin(), names.end(), model) == names.end())
     throw std::runtime_error("The profile is of the model \"" + model +
                              "\", which does not ship with kiln: name a model with --model.");
@@ -32,7 +32,7 @@ ProfileHome::ProfileHome(const std::filesystem::path& profile, Refhost::Options&
     if (model == Model::ofProfile) options.model = shippedModel(models, profileModel);
     return Refhost::settingsFile(folder.path(), Refhost::readModel(models, options.model).name);
   };
-  Refhost::importProfile(Refhost::realDisk(), profile, into,
+  Refhost::importProfile(Files::realDisk(), profile, into,
                          [&interruption](int, int) { return interruption.signal() == 0; });
   options.home = folder.path();
   options.properties = keptIn(options.home, options).value_or(Refhost::TracePairs());

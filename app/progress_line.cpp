@@ -1,6 +1,6 @@
 #include "app/progress_line.h"
 
-#include "app/platform.h"
+#include "app/system/platform.h"
 
 #include <cstdint>
 #include <cstdio>

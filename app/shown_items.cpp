@@ -1,6 +1,6 @@
 #include "app/shown_items.h"
 
-#include "host/unicode.h"
+#include "formats/text.h"
 
 namespace App {
 
@@ -8,7 +8,7 @@ std::vector<ShownItem> shownItems(Refhost::SelectorNode& list) {
   std::vector<ShownItem> items;
   for (std::int32_t i = 0; i < list.items().count(); ++i) {
     const auto item = list.items().at(i);
-    items.push_back({Refhost::toNarrow(item->displayedText().view()), item->value().str(), i});
+    items.push_back({Formats::toUtf8(item->displayedText().view()), item->value().str(), i});
   }
   return items;
 }

@@ -1,6 +1,8 @@
 // The preferences' widgets and displayed list items, for commands that act like a user.
 #pragma once
 
+#include "formats/names.h"
+#include "formats/text.h"
 #include "host/widgets/list.h"
 
 #include <cstdint>
@@ -26,10 +28,9 @@ std::string listed(const std::vector<std::string>& names);
 
 // The widget with that id and type in a GUI or a layout. Throws std::runtime_error, one sentence, when there is none.
 template <class Kind, class Widgets>
-Kind& demandWidget(const Widgets& widgets, const std::u16string& id) {
+Kind& demandWidget(const Widgets& widgets, Formats::Name id) {
   auto* const widget = dynamic_cast<Kind*>(widgets.find(id));
-  if (widget == nullptr)
-    throw std::runtime_error("These preferences have no \"" + std::string(id.begin(), id.end()) + "\".");
+  if (widget == nullptr) throw std::runtime_error("These preferences have no \"" + Formats::toUtf8(id) + "\".");
   return *widget;
 }
 

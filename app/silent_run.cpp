@@ -3,10 +3,10 @@
 #include "app/choices.h"
 #include "app/failure.h"
 #include "app/marks.h"
-#include "app/user.h"
-#include "host/documents/path_text.h"
+#include "app/system/user.h"
+#include "files/path_text.h"
+#include "formats/text.h"
 #include "host/profiles/archive.h"
-#include "host/unicode.h"
 
 namespace App {
 
@@ -26,7 +26,7 @@ void SilentRun::takeTicket(const std::filesystem::path& file) {
     opened.loadTicketFile(file);
   } catch (const std::runtime_error& error) {
     std::string sentence = error.what();
-    const bool isAboutItsContent = sentence.starts_with(Refhost::shownPath(file) + ':');
+    const bool isAboutItsContent = sentence.starts_with(Files::shownPath(file) + ':');
     if (!isAboutItsContent) throw;
     if (sentence.ends_with('.')) sentence.pop_back();
     throw std::runtime_error(sentence + "; write the ticket anew with \"kiln ticket\".");
@@ -53,7 +53,7 @@ std::map<std::string, std::string> SilentRun::accept() {
 std::map<std::string, std::string> SilentRun::printedValues() {
   std::map<std::string, std::string> values;
   for (const auto& [name, value] : opened.model().printedValues())
-    values.emplace(Refhost::toNarrow(name), Refhost::toNarrow(value));
+    values.emplace(Formats::toUtf8(name), Formats::toUtf8(value));
   return values;
 }
 

@@ -5,7 +5,7 @@
 //   ReadIndex  parsing an index, in bytes per second
 //   FileList   parsing a list of overlays, in bytes per second
 //   Thumbnail  the host's validation of a thumbnail
-#include "effect/overlay/file_list.h"
+#include "formats/file_list.h"
 #include "tests/overlay/overlay_home.h"
 #include "tests/overlay/thumbnails.h"
 
@@ -20,7 +20,7 @@ void putLocalData(const OverlayHome& home, std::int64_t folders) {
     OverlayHome::Names names;
     for (int i = 0; i < overlaysInFolder; ++i) {
       const std::string number = std::to_string(10'000 + folder * overlaysInFolder + i);
-      names.emplace_back(Refhost::toWide("form " + number), Refhost::toWide(number + ".opa"));
+      names.emplace_back(Formats::toUtf16("form " + number), Formats::toUtf16(number + ".opa"));
     }
     home.putLocal("folder" + std::to_string(folder), names);
   }

@@ -1,5 +1,5 @@
 // PrintTickets: the cost of a round trip, and its growth with foreign content.
-#include "host/documents/disk.h"
+#include "files/disk.h"
 #include "host/documents/documents.h"
 #include "host/model/properties.h"
 #include "host/ticket/conversion.h"
@@ -26,7 +26,8 @@ struct World {
   const std::filesystem::path resources = RESOURCES_FOLDER;
   Trace trace;
   Kiln::SmartPtr<PropertyModel> model = make<PropertyModel>(readModel(resources / "models", "standard"), trace);
-  const std::string schemaBytes = realDisk().read(resources / "effect" / "content" / "schema_effect.xml", 1 << 20);
+  const std::string schemaBytes =
+      Files::realDisk().read(resources / "effect" / "content" / "schema_effect.xml", 1 << 20);
   const TicketSchema schema = readSchema(*readXml(schemaBytes, "schema", documentLimits));
 };
 

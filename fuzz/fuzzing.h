@@ -1,8 +1,8 @@
 // What the fuzz targets share.
 #pragma once
 
-#include "host/temporary_folder.h"
-#include "tests/documents/forwarding_disk.h"
+#include "files/temporary_folder.h"
+#include "tests/files/forwarding_disk.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -27,7 +27,7 @@ inline std::string_view text(const std::uint8_t* data, std::size_t size) {
 
 // The process's own folder, which goes with it. What is tested has its temporary files in the folder "tmp" there.
 inline const std::filesystem::path& folder() {
-  static const Refhost::TemporaryFolder own;
+  static const Files::TemporaryFolder own;
   static const std::filesystem::path path = [] {
     std::filesystem::create_directory(own.path() / "tmp");
     setenv("TMPDIR", (own.path() / "tmp").c_str(), 1);

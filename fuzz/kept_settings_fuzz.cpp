@@ -1,8 +1,8 @@
 // Any bytes as the file that keeps a model's settings: it is read, or set aside and then nothing is kept; settings that
 // are read are written and read again as they were. The same for any names and values.
+#include "formats/text.h"
 #include "fuzz/fuzzing.h"
 #include "host/kept_settings.h"
-#include "host/unicode.h"
 
 namespace {
 
@@ -45,7 +45,7 @@ void checkValues(std::string_view bytes) {
     for (std::size_t i = 0; i + 1 < value.size(); i += 2)
       wide +=
           static_cast<char16_t>(static_cast<unsigned char>(value[i]) << 8 | static_cast<unsigned char>(value[i + 1]));
-    values.emplace_back(toWide(name), wide);
+    values.emplace_back(Formats::toUtf16(name), wide);
   }
   const TracePairs kept = comingBack(values);
   demand(comingBack(kept) == kept);

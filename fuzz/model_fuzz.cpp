@@ -1,8 +1,8 @@
 // Any bytes as a model description, beside those that are shipped, which it may extend: what is read names nothing that
 // it does not have, is read again the same once it is written, and its rules come to an end whatever is chosen.
+#include "formats/text.h"
 #include "fuzz/fuzzing.h"
 #include "host/model/properties.h"
-#include "host/unicode.h"
 
 #include <stdexcept>
 
@@ -14,7 +14,7 @@ using Fuzzing::demand;
 // An attribute.
 std::string attribute(const char* name, std::u16string_view value) {
   std::string result = std::string(" ") + name + "=\"";
-  for (const char unit : toNarrow(value)) {
+  for (const char unit : Formats::toUtf8(value)) {
     if (unit == '&' || unit == '<' || unit == '"' || unit == '\t' || unit == '\n' || unit == '\r')
       result += "&#" + std::to_string(int{unit}) + ";";
     else

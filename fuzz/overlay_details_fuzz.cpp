@@ -1,8 +1,8 @@
 // Any text as what the dialog for several overlays has saved: the slots that it fills fill the same slots again, and
 // the print side finds in their list of files what is in them.
-#include "effect/overlay/multiple_overlay_details.h"
+#include "formats/multiple_overlay_details.h"
+#include "formats/text.h"
 #include "fuzz/fuzzing.h"
-#include "host/unicode.h"
 #include "press/error.h"
 #include "press/marks/overlay.h"
 
@@ -20,7 +20,7 @@ std::u16string pathOf(std::u16string_view label) { return u"/overlays/" + std::u
 
 std::optional<Press::PageRule> ruleIn(std::u16string_view text) {
   try {
-    return Press::PageRule(Refhost::toNarrow(text));
+    return Press::PageRule(Formats::toUtf8(text));
   } catch (const Press::Error&) {
     return {};
   }
@@ -33,12 +33,12 @@ void checkPrinting(const SlotContents& slots) {
     if (label.empty() || pages.empty()) continue;
     const auto rule = ruleIn(pages);
     areRules = areRules && rule;
-    if (rule) expected.push_back({std::filesystem::u8path(Refhost::toNarrow(pathOf(label))), *rule});
+    if (rule) expected.push_back({std::filesystem::u8path(Formats::toUtf8(pathOf(label))), *rule});
   }
   const std::u16string files = sourceFilesOf(slots, [&slots](std::size_t slot) { return pathOf(slots[slot].label); });
   try {
     demand(Press::overlaysFromProperties({{"OverlayImage", "MultipleOverlayImage"},
-                                          {"OverlaySourceFileName", Refhost::toNarrow(files)}}) == expected);
+                                          {"OverlaySourceFileName", Formats::toUtf8(files)}}) == expected);
     demand(areRules);
   } catch (const Press::Error&) {
     demand(!areRules);
@@ -63,6 +63,6 @@ void check(std::u16string_view value) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  check(Refhost::toWide(Fuzzing::text(data, size)));
+  check(Formats::toUtf16(Fuzzing::text(data, size)));
   return 0;
 }

@@ -1,7 +1,7 @@
 // Any bytes as an overlay index, and as a list of several overlays: what is read is written, and is read the same
 // again.
-#include "effect/overlay/file_list.h"
-#include "effect/overlay/index.h"
+#include "formats/file_list.h"
+#include "formats/overlay_index.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,9 +1,9 @@
 // Any text as the rule of pages that people write: what the print side takes, the dialog lets people type, and both
 // mean the same pages by it, in whatever order and form they are listed. Masters of a page never print on one page
 // both.
-#include "effect/overlay/page_rules.h"
+#include "formats/page_rules.h"
+#include "formats/text.h"
 #include "fuzz/fuzzing.h"
-#include "host/unicode.h"
 #include "press/error.h"
 #include "press/pages/rule.h"
 
@@ -54,7 +54,7 @@ std::string listed(const PageRule& rule) {
 void checkList(const PageRule& rule, std::string_view text) {
   std::string tight(text);
   std::erase(tight, ' ');
-  demand(Effect::isPageList(Refhost::toWide(tight)));
+  demand(Effect::isPageList(Formats::toUtf16(tight)));
   demand(ruleIn(backwards(text)) == rule);
   demand(ruleIn(std::string(text) + "," + std::string(text)) == rule);
   demand(ruleIn(" " + std::string(text) + " , ") == rule);
@@ -66,11 +66,11 @@ void checkList(const PageRule& rule, std::string_view text) {
 
 void checkMasters(std::string_view text) {
   using namespace Effect;
-  const std::u16string first = Refhost::toWide(text);
+  const std::u16string first = Formats::toUtf16(text);
   for (const std::u16string_view master :
        {std::u16string_view(first), std::u16string_view(Value::evenPages), std::u16string_view(Value::oddPages)}) {
-    const auto rule = ruleIn(Refhost::toNarrow(master));
-    const auto beside = ruleIn(Refhost::toNarrow(ruleBeside(master, first, true)));
+    const auto rule = ruleIn(Formats::toUtf8(master));
+    const auto beside = ruleIn(Formats::toUtf8(ruleBeside(master, first, true)));
     const bool isHalf = master == Value::evenPages || master == Value::oddPages;
     if (isHalf) demand(rule && beside);
     for (int page = 1; isHalf && page <= pages; ++page) demand(rule->has(page) != beside->has(page));

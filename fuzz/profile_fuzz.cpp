@@ -3,9 +3,9 @@
 //
 // What begins as a ZIP archive does is taken as it is. Other bytes are packed into one, since few changes of an archive
 // leave its checksums right: entries with the byte 30 between them, each a name, a line feed and the content.
+#include "formats/overlay_index.h"
 #include "fuzz/fuzzing.h"
 #include "host/kept_settings.h"
-#include "host/profiles/overlay_index.h"
 #include "host/profiles/profile.h"
 #include "tests/profile/folders.h"
 #include "tests/profile/zip.h"
@@ -51,7 +51,7 @@ class Home {
     const auto overlays = path / "profile" / "overlays";
     Fuzzing::write(overlays / "00001.opa", "form");
     Fuzzing::write(overlays / "00001.bmp", "picture");
-    Fuzzing::write(overlays / "ovlNmFl.flo", Refhost::overlayIndexBytes({{u"Letterhead", u"00001.opa"}}));
+    Fuzzing::write(overlays / "ovlNmFl.flo", Formats::indexBytes({{u"Letterhead", u"00001.opa"}}));
     full = Testing::treeOf(path);
   }
 

@@ -1,7 +1,7 @@
 // Any bytes as a string table: its texts, written as a table, are read again as they were.
+#include "formats/text.h"
 #include "fuzz/fuzzing.h"
 #include "host/chrome/strings.h"
-#include "host/unicode.h"
 
 #include <stdexcept>
 
@@ -26,7 +26,7 @@ std::string escaped(std::string_view text) {
 std::string written(const StringTable& table) {
   std::string bytes = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
   for (const auto& [name, text] : table)
-    bytes += "<!ENTITY " + toNarrow(name) + " \"" + escaped(toNarrow(text)) + "\">\n";
+    bytes += "<!ENTITY " + Formats::toUtf8(name) + " \"" + escaped(Formats::toUtf8(text)) + "\">\n";
   return bytes;
 }
 

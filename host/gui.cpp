@@ -1,6 +1,6 @@
 #include "host/gui.h"
 
-#include "host/unicode.h"
+#include "formats/text.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -118,7 +118,7 @@ void Dialog::registerImage(Kiln::WStringView name, Kiln::WStringView url) {
 }
 
 void Dialog::start(bool modally) {
-  if (open) throw failure("The dialog " + toNarrow(address) + " is open already.");
+  if (open) throw failure("The dialog " + Formats::toUtf8(address) + " is open already.");
   open = true;
   modal = modally;
   gui.dialogs.emplace_back(this);

@@ -1,7 +1,7 @@
 // The file that the driver captures the current job to: the value of OverlayDestFileName.
 #pragma once
 
-#include "host/documents/disk.h"
+#include "files/disk.h"
 #include "host/model/properties.h"
 
 #include <filesystem>
@@ -16,7 +16,7 @@ namespace Refhost {
 class JobDestination {
  public:
   // Both outlive the object.
-  JobDestination(Disk& fileDisk, PropertyModel& properties);
+  JobDestination(Files::Disk& fileDisk, PropertyModel& properties);
   JobDestination(const JobDestination&) = delete;
   JobDestination& operator=(const JobDestination&) = delete;
 
@@ -25,14 +25,14 @@ class JobDestination {
   bool takesPlaceOf(const std::filesystem::path& file);
 
   // Writes the captured job, and the picture of its first page if there is one. Throws std::runtime_error, one
-  // sentence, when there is no destination, and DiskError.
+  // sentence, when there is no destination, and Files::DiskError.
   void write(std::string_view bytes, std::optional<std::string_view> picture);
 
  private:
   std::u16string named() const;
   void follow();
 
-  Disk& disk;
+  Files::Disk& disk;
   PropertyModel& model;
   std::u16string aside;  // the destination that was set aside; empty for none
 };

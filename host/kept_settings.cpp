@@ -1,7 +1,7 @@
 #include "host/kept_settings.h"
 
-#include "host/documents/whole_file.h"
-#include "host/unicode.h"
+#include "files/whole_file.h"
+#include "formats/text.h"
 
 #include <nlohmann/json.hpp>
 
@@ -19,7 +19,7 @@ using Json = nlohmann::json;
 // Far more than any model's settings need.
 constexpr std::size_t mostBytes = 1 << 20;
 
-std::string quoted(const std::filesystem::path& file) { return "\"" + shownPath(file) + "\""; }
+std::string quoted(const std::filesystem::path& file) { return "\"" + Files::shownPath(file) + "\""; }
 
 // Nothing when the bytes are not valid settings.
 std::optional<TracePairs> parse(const std::string& bytes) {
@@ -29,7 +29,7 @@ std::optional<TracePairs> parse(const std::string& bytes) {
   TracePairs pairs;
   for (const auto& [name, value] : values->items()) {
     if (!value.is_string()) return {};
-    pairs.emplace_back(toWide(name), toWide(value.get_ref<const std::string&>()));
+    pairs.emplace_back(Formats::toUtf16(name), Formats::toUtf16(value.get_ref<const std::string&>()));
   }
   return pairs;
 }
@@ -51,7 +51,7 @@ std::filesystem::path settingsFile(const std::filesystem::path& home, const std:
   constexpr std::string_view digits = "0123456789ABCDEF";
   constexpr std::string_view plain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~";
   std::string name;
-  for (const char unit : toNarrow(model)) {
+  for (const char unit : Formats::toUtf8(model)) {
     if (plain.find(unit) != plain.npos) {
       name += unit;
       continue;
@@ -63,7 +63,7 @@ std::filesystem::path settingsFile(const std::filesystem::path& home, const std:
 }
 
 KeptSettings readSettings(const std::filesystem::path& file) {
-  if (realDisk().kind(file) == EntryKind::none) return {};
+  if (Files::realDisk().kind(file) == Files::EntryKind::none) return {};
   const std::string bytes = startOf(file);
   if (const auto values = bytes.size() <= mostBytes ? parse(bytes) : std::nullopt) return {*values, {}};
 
@@ -79,15 +79,15 @@ KeptSettings readSettings(const std::filesystem::path& file) {
 
 std::string settingsBytes(const TracePairs& values) {
   Json members = Json::object();
-  for (const auto& [name, value] : values) members[toNarrow(name)] = toNarrow(value);
+  for (const auto& [name, value] : values) members[Formats::toUtf8(name)] = Formats::toUtf8(value);
   return Json{{"values", members}}.dump(4, ' ', false, Json::error_handler_t::replace) + '\n';
 }
 
 void writeSettings(const std::filesystem::path& file, const TracePairs& values) {
   try {
-    createFolders(realDisk(), file.parent_path());
-    replaceWhole(realDisk(), file, settingsBytes(values));
-  } catch (const DiskError& error) {
+    Files::createFolders(Files::realDisk(), file.parent_path());
+    Files::replaceWhole(Files::realDisk(), file, settingsBytes(values));
+  } catch (const Files::DiskError& error) {
     throw std::runtime_error("The settings cannot be kept in " + quoted(file) + ": " + error.what());
   }
 }

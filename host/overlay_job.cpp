@@ -1,7 +1,12 @@
 #include "host/overlay_job.h"
 
+#include "formats/names.h"
+
 namespace Refhost {
 namespace {
+
+namespace Prop = Formats::Prop;
+namespace Value = Formats::Value;
 
 // The options of a print-time job with the values of the preferences, but without those of an earlier overlay.
 Options printTimeOptions(Preferences& preferences) {
@@ -9,9 +14,12 @@ Options printTimeOptions(Preferences& preferences) {
   options.mode = Mode::prePrint;
   const TracePairs values = preferences.model().values();
   options.properties.insert(options.properties.end(), values.begin(), values.end());
-  options.properties.insert(
-      options.properties.end(),
-      {{u"OverlayImageName", u""}, {u"OverlayDestFileName", u""}, {u"CancelJob", u"False"}, {u"PrintJob", u"Overlay"}});
+  for (const auto& [name, value] :
+       std::initializer_list<std::pair<Formats::Name, Formats::Name>>{{Prop::overlayImageName, {}},
+                                                                      {Prop::overlayDestFileName, {}},
+                                                                      {Prop::cancelJob, Value::no},
+                                                                      {Prop::printJob, Value::overlayJob}})
+    options.properties.emplace_back(name, value);
   return options;
 }
 
@@ -21,7 +29,7 @@ void writeOverlay(Preferences& job, const CapturedJob& captured) {
   try {
     job.writeJob(captured.pdf, captured.thumbnail);
   } catch (...) {
-    job.set(u"CancelJob", u"True");
+    job.set(std::u16string(Prop::cancelJob), std::u16string(Value::yes));
     throw;
   }
 }
@@ -30,7 +38,7 @@ std::optional<std::u16string> printIntoOverlay(Preferences& preferences, Face& f
   Preferences job(printTimeOptions(preferences), face);
   job.trace().listen([&preferences](const TraceEvent& event) { preferences.trace().record(event); });
   job.open();
-  if (job.model().value(u"OvlDestCreated") != u"True") return {};
+  if (job.model().value(Prop::ovlDestCreated) != Value::yes) return {};
   try {
     writeOverlay(job, captured);
   } catch (...) {
@@ -38,7 +46,7 @@ std::optional<std::u16string> printIntoOverlay(Preferences& preferences, Face& f
     throw;
   }
   preferences.refreshStores();
-  return job.model().value(u"OverlayImageName").value_or(u"");
+  return job.model().value(Prop::overlayImageName).value_or(u"");
 }
 
 }  // namespace Refhost

@@ -1,8 +1,11 @@
 #include "host/preferences.h"
 
-#include "host/documents/disk.h"
+#include "files/disk.h"
+#include "files/file_set.h"
+#include "files/temporary_folder.h"
+#include "formats/names.h"
+#include "formats/text.h"
 #include "host/documents/documents.h"
-#include "host/documents/file_set.h"
 #include "host/job_destination.h"
 #include "host/kept_settings.h"
 #include "host/library.h"
@@ -11,8 +14,6 @@
 #include "host/property_binding.h"
 #include "host/reference_host.h"
 #include "host/screen.h"
-#include "host/temporary_folder.h"
-#include "host/unicode.h"
 #include "host/user_folders.h"
 
 #include <stdexcept>
@@ -20,17 +21,18 @@
 namespace Refhost {
 namespace {
 
-constexpr std::u16string_view deviceTab = u"chrome://base/content/tab_device.xul";
-constexpr std::string_view pluginName = "effect";
+namespace Setting = Formats::Setting;
 
-const char16_t* nameOf(Mode mode) {
+constexpr std::u16string_view deviceTab = u"chrome://base/content/tab_device.xul";
+
+std::string_view nameOf(Mode mode) {
   switch (mode) {
-    case Mode::docProp: return u"DocProp";
-    case Mode::pdc: return u"PDC";
-    case Mode::prePrint: return u"PrePrint";
+    case Mode::docProp: return Formats::modeDocProp;
+    case Mode::pdc: return Formats::modePDC;
+    case Mode::prePrint: return Formats::modePrePrint;
     case Mode::rootless: break;
   }
-  return u"";
+  return {};
 }
 
 // The folder for user data; a temporary one is deleted with this object. Writers report a folder that cannot be
@@ -49,7 +51,7 @@ class Home {
   std::filesystem::path path;
 
  private:
-  std::optional<TemporaryFolder> temporary;
+  std::optional<Files::TemporaryFolder> temporary;
 };
 
 // Runs an action; returns its failure as a sentence, empty on success.
@@ -89,7 +91,7 @@ struct Preferences::Run {
         strings(owner.folders, options.locale),
         screen(options.dpi),
         library(make<Library>(options.plugin)),
-        files{options.disk == nullptr ? realDisk() : *options.disk, owner.events, home.path,
+        files{options.disk == nullptr ? Files::realDisk() : *options.disk, owner.events, home.path,
               [this](const auto& path) { return destination.takesPlaceOf(path); }, [this] { changesFiles = true; }},
         manager(make<PropertyManager>(
             make<PropertyModel>(readModel(options.resources / "models", options.model), owner.events), owner.events)),
@@ -162,10 +164,10 @@ void Preferences::start() {
   const Mode mode = runOptions.mode;
   if (mode == Mode::docProp || mode == Mode::pdc) loadDeviceTab();
 
-  run->plugin = run->library->createPlugin()(run->host, run->manager, text(pluginName), nullptr, run->library);
+  run->plugin = run->library->createPlugin()(run->host, run->manager, text(Formats::pluginName), nullptr, run->library);
   if (!run->plugin)
-    throw std::runtime_error("The library " + toNarrow(runOptions.plugin.u16string()) + " has no plug-in named " +
-                             std::string(pluginName) + ".");
+    throw std::runtime_error("The library " + Formats::toUtf8(runOptions.plugin.u16string()) +
+                             " has no plug-in named " + std::string(Formats::pluginName) + ".");
   run->plugin->create();
   run->plugin->initialise();
   if (mode == Mode::rootless) {
@@ -187,9 +189,10 @@ void Preferences::start() {
 // Completes or cleans up the work of crashed processes, before any file is read.
 void Preferences::tidyHome() {
   try {
-    completeFileSet(run->files.disk, importJournal(home()));
-    for (const std::filesystem::path& folder : {home(), home() / "profile"}) sweepTemporaries(run->files.disk, folder);
-  } catch (const DiskError& error) {
+    Files::completeFileSet(run->files.disk, importJournal(home()));
+    for (const std::filesystem::path& folder : {home(), home() / "profile"})
+      Files::sweepTemporaries(run->files.disk, folder);
+  } catch (const Files::DiskError& error) {
     face.tell(error.what());
   }
 }
@@ -197,11 +200,11 @@ void Preferences::tidyHome() {
 void Preferences::applyOptions() {
   const std::filesystem::path& home = run->home.path;
   Settings& settings = *run->manager->settings;
-  settings.set(u"kilnworks.user.path", (home / "user").generic_u16string());
-  settings.set(u"kilnworks.user.userprofile", (home / "profile").generic_u16string());
-  settings.set(u"kilnworks.pdlsettings.folder", u"overlays");
-  settings.set(u"kilnworks.user.localdata.path", (home / "localdata").generic_u16string());
-  if (runOptions.mode != Mode::rootless) settings.set(u"UIMode", nameOf(runOptions.mode));
+  settings.set(Setting::userPath, (home / "user").generic_u16string());
+  settings.set(Setting::userProfile, (home / "profile").generic_u16string());
+  settings.set(Setting::settingsFolder, u"overlays");
+  settings.set(Setting::localDataPath, (home / "localdata").generic_u16string());
+  if (runOptions.mode != Mode::rootless) settings.set(Setting::uiMode, Formats::toUtf16(nameOf(runOptions.mode)));
   for (const auto& [key, value] : runOptions.settings) {
     if (value) {
       settings.set(key, *value);
@@ -212,7 +215,7 @@ void Preferences::applyOptions() {
   for (const auto& [key, value] : runOptions.customisation) run->manager->customisation->set(key, value);
   for (const auto& [name, value] : runOptions.properties)
     if (!run->model().start(name, value))
-      throw std::runtime_error("The model " + runOptions.model + " has no property " + toNarrow(name) + ".");
+      throw std::runtime_error("The model " + runOptions.model + " has no property " + Formats::toUtf8(name) + ".");
   run->model().started();
 }
 
@@ -303,7 +306,7 @@ std::string Preferences::capabilities() {
 }
 
 void Preferences::loadTicketFile(const std::filesystem::path& file) {
-  loadTicket(realDisk().read(file, documentLimits.bytes), shownPath(file));
+  loadTicket(Files::realDisk().read(file, documentLimits.bytes), Files::shownPath(file));
 }
 
 void Preferences::loadTicket(std::string_view document, const std::string& source) {
@@ -333,8 +336,8 @@ std::optional<std::filesystem::path> Preferences::exportProfile(const std::files
   const std::string sentence = sentenceOfFailure([&] { run->manager->profileExport->fire(event); });
   run->host.hearTold = {};
   if (!sentence.empty() || !told.empty()) throw std::runtime_error(sentence.empty() ? told : sentence);
-  const auto localData = setting(u"kilnworks.user.localdata.path");
-  return localData ? std::optional(profileLocation(pathFromText(*localData), target)) : std::nullopt;
+  const auto localData = setting(Setting::localDataPath);
+  return localData ? std::optional(profileLocation(Files::pathFromText(*localData), target)) : std::nullopt;
 }
 
 void Preferences::importProfile(const std::filesystem::path& target, const TracePairs& values) {

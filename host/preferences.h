@@ -18,9 +18,11 @@
 #include <utility>
 #include <vector>
 
-namespace Refhost {
-
+namespace Files {
 class Disk;
+}
+
+namespace Refhost {
 
 using FontNames = std::function<std::optional<std::vector<std::u16string>>()>;
 
@@ -54,7 +56,7 @@ struct Options {
   FontNames fonts;
 
   // The disk for user files, for tests; null for the file system.
-  Disk* disk = nullptr;
+  Files::Disk* disk = nullptr;
 };
 
 class Preferences {

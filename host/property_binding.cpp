@@ -1,6 +1,6 @@
 #include "host/property_binding.h"
 
-#include "host/unicode.h"
+#include "formats/text.h"
 
 #include <stdexcept>
 
@@ -21,7 +21,8 @@ void forEachBound(const Layout& layout, const std::function<void(ComboBox&, cons
 void bindProperties(const Layout& layout, const PropertyModel& model, const SetProperty& set) {
   forEachBound(layout, [&](ComboBox& box, const std::u16string& property) {
     if (!model.isKnown(property))
-      throw std::runtime_error("A combo box is bound to " + toNarrow(property) + ", which the model does not have.");
+      throw std::runtime_error("A combo box is bound to " + Formats::toUtf8(property) +
+                               ", which the model does not have.");
     box.onChoice([set, property](const std::u16string& value) { set(property, value); });
   });
 }

@@ -1,11 +1,12 @@
 #include "host/reference_host.h"
 
+#include "files/path_text.h"
+#include "formats/names.h"
+#include "formats/text.h"
 #include "host/documents/bitmap.h"
 #include "host/documents/documents.h"
-#include "host/documents/path_text.h"
 #include "host/documents/stores.h"
 #include "host/documents/text_list.h"
-#include "host/unicode.h"
 #include "host/widgets/list.h"
 
 #include <algorithm>
@@ -26,7 +27,7 @@ class Transition final : public Kiln::State::Transition {
  private:
   void append(Kiln::WStringView property, Kiln::WStringView value) {
     if (!model.isKnown(property))
-      throw Kiln::XUL::KeyError(heap(), "The model has no property " + toNarrow(property) + ".");
+      throw Kiln::XUL::KeyError(heap(), "The model has no property " + Formats::toUtf8(property) + ".");
     pairs.emplace_back(property.view(), value.view());
   }
 
@@ -47,7 +48,7 @@ class Alignment final : public Kiln::XUL::Alignment {
 
 std::vector<std::u16string> wideNames(const std::vector<std::string>& names) {
   std::vector<std::u16string> wide;
-  std::transform(names.begin(), names.end(), std::back_inserter(wide), toWide);
+  std::transform(names.begin(), names.end(), std::back_inserter(wide), Formats::toUtf16);
   return wide;
 }
 
@@ -66,7 +67,7 @@ std::u16string helpPage(std::u16string_view url, std::u16string_view topic, cons
   if (place == page.npos || !page.ends_with(ending)) return page;
   page.resize(page.size() - ending.size());
   page.append(u"/").append(topic).append(u".html");
-  return page.replace(place, languageFolder.size(), u"/content/" + toWide(locale) + u"/");
+  return page.replace(place, languageFolder.size(), u"/content/" + Formats::toUtf16(locale) + u"/");
 }
 
 }  // namespace
@@ -101,7 +102,7 @@ ReferenceHost::ReferenceHost(const World& hostWorld)
       ticketService(makeTickets(hostWorld.chrome)) {}
 
 void ReferenceHost::showPluginHelp(Kiln::StringView plugin) {
-  showHelpTopic(u"chrome://" + toWide(plugin) + u"/locale/help.chm", helpContext());
+  showHelpTopic(u"chrome://" + Formats::toUtf16(plugin) + u"/locale/help.chm", helpContext());
 }
 
 void ReferenceHost::showHelpTopic(Kiln::WStringView url, Kiln::WStringView topic) {
@@ -110,16 +111,17 @@ void ReferenceHost::showHelpTopic(Kiln::WStringView url, Kiln::WStringView topic
 }
 
 Kiln::SmartPtr<Kiln::Services::TextList> ReferenceHost::attributeNames(Kiln::WStringView attribute) {
-  return makeTextList(attribute.view() == u"lock" ? lockedNames : std::vector<std::u16string>());
+  return makeTextList(attribute.view() == Formats::lockAttribute ? lockedNames : std::vector<std::u16string>());
 }
 
 void ReferenceHost::runJobStep() {
-  if (const auto name = world.face.askJobStep()) world.model.submit({{u"OverlayImageName", *name}});
+  if (const auto name = world.face.askJobStep())
+    world.model.submit({{std::u16string(Formats::Prop::overlayImageName), *name}});
 }
 
 void ReferenceHost::cancelJob() {
   world.trace.record({"cancel-job", {}});
-  world.model.submit({{u"CancelJob", u"True"}});
+  world.model.submit({{std::u16string(Formats::Prop::cancelJob), std::u16string(Formats::Value::yes)}});
 }
 
 Kiln::SmartPtr<Kiln::XUL::ListData> ReferenceHost::listData() { return make<ListData>(world.strings); }
@@ -128,11 +130,11 @@ Kiln::SmartPtr<Kiln::XUL::Alignment> ReferenceHost::alignment(std::int32_t flags
 
 Kiln::SmartPtr<Kiln::XUL::Image> ReferenceHost::image(Kiln::WStringView address, Kiln::WStringView scope) {
   const auto resource = world.chrome.file(address);
-  Disk& disk = resource ? realDisk() : world.files.disk;
-  const auto file = resource.value_or(pathFromText(address.view()));
+  Files::Disk& disk = resource ? Files::realDisk() : world.files.disk;
+  const auto file = resource.value_or(Files::pathFromText(address.view()));
   try {
-    if (disk.kind(file) != EntryKind::file || !isBitmap(disk.read(file, largestBitmap))) return {};
-  } catch (const DiskError&) {
+    if (disk.kind(file) != Files::EntryKind::file || !isBitmap(disk.read(file, largestBitmap))) return {};
+  } catch (const Files::DiskError&) {
     return {};
   }
   return make<Image>(std::u16string(address.view()), file, std::u16string(scope.view()));
@@ -164,7 +166,7 @@ Kiln::WString ReferenceHost::lookUp(Kiln::WStringView url, Kiln::WStringView key
 }
 
 Kiln::SmartPtr<Kiln::Services::TextList> ReferenceHost::locales(Kiln::WStringView package) {
-  return makeTextList(wideNames(world.chrome.locales(toNarrow(package))));
+  return makeTextList(wideNames(world.chrome.locales(Formats::toUtf8(package))));
 }
 
 Kiln::WString ReferenceHost::languageName() {
@@ -185,7 +187,7 @@ Kiln::SmartPtr<Kiln::Services::TextList> ReferenceHost::fontNames() {
 }
 
 Kiln::SmartPtr<Kiln::Services::Path> ReferenceHost::path(Kiln::WStringView name) {
-  return makePath(world.files, pathFromText(name.view()));
+  return makePath(world.files, Files::pathFromText(name.view()));
 }
 
 Kiln::SmartPtr<Kiln::Services::FileBackingStoreIO> ReferenceHost::file(Kiln::SmartPtr<Kiln::Services::Path> path) {
@@ -194,15 +196,15 @@ Kiln::SmartPtr<Kiln::Services::FileBackingStoreIO> ReferenceHost::file(Kiln::Sma
 
 Kiln::SmartPtr<Kiln::Services::BackingStoreIO> ReferenceHost::resource(Kiln::WStringView url) {
   const auto named = world.chrome.file(url);
-  if (!named) throw failure(toNarrow(url) + " is no address of a resource.");
+  if (!named) throw failure(Formats::toUtf8(url) + " is no address of a resource.");
   return resourceStore(*named);
 }
 
 void ReferenceHost::tell(Kiln::WStringView sentence) {
   if (hearTold)
-    hearTold(toNarrow(sentence));
+    hearTold(Formats::toUtf8(sentence));
   else
-    world.face.tell(toNarrow(sentence));
+    world.face.tell(Formats::toUtf8(sentence));
 }
 
 }  // namespace Refhost

@@ -1,8 +1,9 @@
 #include "host/user_folders.h"
 
+#include "files/path_text.h"
+#include "files/whole_file.h"
+#include "formats/names.h"
 #include "host/documents/captured.h"
-#include "host/documents/path_text.h"
-#include "host/documents/whole_file.h"
 
 namespace Refhost {
 namespace {
@@ -11,21 +12,21 @@ namespace fs = std::filesystem;
 
 // The folder in a setting; empty for none.
 fs::path folderIn(const Settings& settings, std::u16string_view key) {
-  return pathFromText(settings.get(key).value_or(u""));
+  return Files::pathFromText(settings.get(key).value_or(u""));
 }
 
-std::vector<fs::path> foldersIn(Disk& disk, const fs::path& folder) {
+std::vector<fs::path> foldersIn(Files::Disk& disk, const fs::path& folder) {
   std::vector<fs::path> folders;
-  if (disk.kind(folder) == EntryKind::folder)
-    for (const Entry& entry : disk.entries(folder))
-      if (entry.kind == EntryKind::folder && !entry.link) folders.push_back(folder / entry.name);
+  if (disk.kind(folder) == Files::EntryKind::folder)
+    for (const Files::Entry& entry : disk.entries(folder))
+      if (entry.kind == Files::EntryKind::folder && !entry.link) folders.push_back(folder / entry.name);
   return folders;
 }
 
-void tidy(Disk& disk, const fs::path& folder) {
+void tidy(Files::Disk& disk, const fs::path& folder) {
   try {
-    sweepTemporaries(disk, folder);
-  } catch (const DiskError&) {
+    Files::sweepTemporaries(disk, folder);
+  } catch (const Files::DiskError&) {
     // Ignored: the folder is used as it is.
   }
   putAllBack(disk, folder);
@@ -33,12 +34,12 @@ void tidy(Disk& disk, const fs::path& folder) {
 
 }  // namespace
 
-void tidyUserFolders(Disk& disk, const Settings& settings) {
-  const fs::path overlays = folderIn(settings, u"kilnworks.pdlsettings.folder").relative_path();
-  if (const auto user = folderIn(settings, u"kilnworks.user.path"); !user.empty()) tidy(disk, user);
-  if (const auto profile = folderIn(settings, u"kilnworks.user.userprofile"); !profile.empty())
+void tidyUserFolders(Files::Disk& disk, const Settings& settings) {
+  const fs::path overlays = folderIn(settings, Formats::Setting::settingsFolder).relative_path();
+  if (const auto user = folderIn(settings, Formats::Setting::userPath); !user.empty()) tidy(disk, user);
+  if (const auto profile = folderIn(settings, Formats::Setting::userProfile); !profile.empty())
     tidy(disk, profile / overlays);
-  const fs::path localData = folderIn(settings, u"kilnworks.user.localdata.path");
+  const fs::path localData = folderIn(settings, Formats::Setting::localDataPath);
   if (localData.empty()) return;
   tidy(disk, localData);
   try {
@@ -46,7 +47,7 @@ void tidyUserFolders(Disk& disk, const Settings& settings) {
       tidy(disk, folder);
       tidy(disk, folder / overlays.filename());
     }
-  } catch (const DiskError&) {
+  } catch (const Files::DiskError&) {
     // Ignored as well.
   }
 }

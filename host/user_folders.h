@@ -1,12 +1,12 @@
 // The folders of the user's data, from the host settings.
 #pragma once
 
-#include "host/documents/disk.h"
+#include "files/disk.h"
 #include "host/model/settings.h"
 
 namespace Refhost {
 
 // Removes temporary files of crashed programs from the folders, and restores files that were set aside. Ignores errors.
-void tidyUserFolders(Disk& disk, const Settings& settings);
+void tidyUserFolders(Files::Disk& disk, const Settings& settings);
 
 }  // namespace Refhost

@@ -1,7 +1,7 @@
 #include "script/commands.h"
 
-#include "host/documents/disk.h"
-#include "host/unicode.h"
+#include "files/disk.h"
+#include "formats/text.h"
 #include "host/widgets/input.h"
 #include "host/widgets/list.h"
 #include "script/describe.h"
@@ -17,12 +17,12 @@ namespace Script {
 namespace {
 
 using Arguments = std::vector<std::u16string>;
-using Refhost::toNarrow;
+using Formats::toUtf8;
 
 // Keeps a widget alive while its handlers run, which may close the dialog that owns it.
 using Held = Kiln::SmartPtr<Kiln::XUL::Widget>;
 
-std::string inQuotes(const std::u16string& name) { return '"' + toNarrow(name) + '"'; }
+std::string inQuotes(const std::u16string& name) { return '"' + toUtf8(name) + '"'; }
 
 // The widget with that id, if the user can operate it now. `deed` describes the required kind in the error message.
 template <class Kind>
@@ -36,7 +36,7 @@ Kind& operable(Session& session, const std::u16string& id, const std::string& de
 }
 
 std::int32_t toNumber(const std::u16string& word) {
-  const std::string digits = toNarrow(word);
+  const std::string digits = toUtf8(word);
   std::int32_t number = 0;
   const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
   if (error == std::errc() && end == digits.data() + digits.size()) return number;
@@ -61,7 +61,7 @@ Json scroll(Session& session, const Arguments& words) {
   auto& bar = operable<Refhost::ScrollBar>(session, words[0], "be scrolled");
   const std::int32_t position = toNumber(words[1]);
   if (position < bar.least() || position > bar.most())
-    throw std::runtime_error("The widget " + inQuotes(words[0]) + " has no position " + toNarrow(words[1]) +
+    throw std::runtime_error("The widget " + inQuotes(words[0]) + " has no position " + toUtf8(words[1]) +
                              "; it goes from " + std::to_string(bar.least()) + " to " + std::to_string(bar.most()) +
                              ".");
   bar.scroll(position);
@@ -70,7 +70,7 @@ Json scroll(Session& session, const Arguments& words) {
 
 Json pick(Session& session, const Arguments& words) {
   auto& picker = operable<Refhost::ColorPicker>(session, words[0], "have a colour picked");
-  const std::string colour = toNarrow(words[1]);
+  const std::string colour = toUtf8(words[1]);
   std::uint32_t value = 0;
   const auto* end = colour.data() + colour.size();
   if (colour.size() != 7 || colour.front() != '#' || std::from_chars(colour.data() + 1, end, value, 16).ptr != end)
@@ -125,8 +125,8 @@ Json selectIndex(Session& session, const Arguments& words) {
   const std::int32_t index = toNumber(words[1]);
   auto& list = operable<Refhost::SelectorNode>(session, words[0], "have items selected");
   if (index < 0 || index >= list.items().count())
-    throw std::runtime_error("The widget " + inQuotes(words[0]) + " has no item at " + toNarrow(words[1]) +
-                             "; it has " + std::to_string(list.items().count()) + ".");
+    throw std::runtime_error("The widget " + inQuotes(words[0]) + " has no item at " + toUtf8(words[1]) + "; it has " +
+                             std::to_string(list.items().count()) + ".");
   list.choose(index);
   return Json::object();
 }
@@ -152,7 +152,7 @@ Json cancel(Session& session, const Arguments&) {
 // Rejects commands on the preferences while a dialog is open.
 void demandNoDialog(Session& session) {
   if (Refhost::Dialog* dialog = session.topmost())
-    throw std::runtime_error("The dialog " + toNarrow(dialog->url()) + " is open; close it first.");
+    throw std::runtime_error("The dialog " + toUtf8(dialog->url()) + " is open; close it first.");
 }
 
 Json tab(Session& session, const Arguments& words) {
@@ -243,12 +243,12 @@ Json trace(Session& session, const Arguments&) { return {{"events", session.take
 
 Json writeJob(Session& session, const Arguments& words) {
   constexpr std::size_t largestJob = std::size_t{1} << 31;
-  session.preferences().writeJob(Refhost::realDisk().read(Refhost::pathFromText(words[0]), largestJob));
+  session.preferences().writeJob(Files::realDisk().read(Files::pathFromText(words[0]), largestJob));
   return Json::object();
 }
 
 Json loadTicket(Session& session, const Arguments& words) {
-  session.preferences().loadTicketFile(Refhost::pathFromText(words[0]));
+  session.preferences().loadTicketFile(Files::pathFromText(words[0]));
   return Json::object();
 }
 
@@ -265,14 +265,14 @@ void demandProfiles(Session& session) {
 Json exportProfile(Session& session, const Arguments& words) {
   demandProfiles(session);
   const std::u16string includeUserdata = words.size() > 1 ? words[1] : u"True";
-  const auto location = session.preferences().exportProfile(Refhost::pathFromText(words[0]), includeUserdata);
+  const auto location = session.preferences().exportProfile(Files::pathFromText(words[0]), includeUserdata);
   if (!location) return {{"location", nullptr}};
-  return {{"location", text(Refhost::pathText(location->generic_string<std::filesystem::path::value_type>()))}};
+  return {{"location", text(Files::pathText(location->generic_string<std::filesystem::path::value_type>()))}};
 }
 
 Json importProfile(Session& session, const Arguments& words) {
   demandProfiles(session);
-  session.preferences().importProfile(Refhost::pathFromText(words[0]), {});
+  session.preferences().importProfile(Files::pathFromText(words[0]), {});
   return Json::object();
 }
 
@@ -330,8 +330,8 @@ const std::map<std::string, Command, std::less<>>& commandTable() {
 
 // Converts an argument. Rejects invalid UTF-8, which would be changed by the conversion.
 std::u16string toArgument(const std::string& word) {
-  std::u16string wide = Refhost::toWide(word);
-  if (toNarrow(wide) != word) throw std::runtime_error("The line is not UTF-8.");
+  std::u16string wide = Formats::toUtf16(word);
+  if (toUtf8(wide) != word) throw std::runtime_error("The line is not UTF-8.");
   return wide;
 }
 

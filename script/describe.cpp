@@ -1,7 +1,7 @@
 #include "script/describe.h"
 
+#include "formats/text.h"
 #include "host/reference_host.h"
-#include "host/unicode.h"
 #include "host/widgets/input.h"
 #include "host/widgets/list.h"
 
@@ -133,7 +133,7 @@ Json describe(const Refhost::TraceEvent& event) {
 
 Json describe(const Refhost::TracePairs& values) {
   Json members = Json::object();
-  for (const auto& [name, value] : values) members[Refhost::toNarrow(name)] = text(value);
+  for (const auto& [name, value] : values) members[Formats::toUtf8(name)] = text(value);
   return members;
 }
 

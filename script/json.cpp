@@ -1,6 +1,6 @@
 #include "script/json.h"
 
-#include "host/unicode.h"
+#include "formats/text.h"
 
 #include <utility>
 
@@ -29,13 +29,13 @@ void appendCharacter(std::string& line, char32_t character) {
   if (character < 0x20 || isSurrogate)
     appendEscape(line, character);
   else
-    Refhost::appendUtf8(line, character);
+    Formats::appendUtf8(line, character);
 }
 
 void appendText(std::string& line, const std::string& narrow) {
-  const std::u16string wide = Refhost::toWide(narrow);
+  const std::u16string wide = Formats::toUtf16(narrow);
   line += '"';
-  for (std::size_t i = 0; i < wide.size();) appendCharacter(line, Refhost::nextCodePoint(wide, i));
+  for (std::size_t i = 0; i < wide.size();) appendCharacter(line, Formats::nextCodePoint(wide, i));
   line += '"';
 }
 
@@ -67,7 +67,7 @@ void append(std::string& line, const Json& value) {
 
 }  // namespace
 
-Json text(std::u16string_view wide) { return Refhost::toNarrow(wide); }
+Json text(std::u16string_view wide) { return Formats::toUtf8(wide); }
 
 std::string toLine(const Json& value) {
   std::string line;

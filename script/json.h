@@ -8,7 +8,7 @@
 
 namespace Script {
 
-// Members keep their insertion order. Texts are UTF-8, with unpaired surrogates as three bytes (see Refhost::toNarrow).
+// Members keep their insertion order. Texts are UTF-8, with unpaired surrogates as three bytes (see Formats::toUtf8).
 using Json = nlohmann::ordered_json;
 
 // A wide text as a JSON value.

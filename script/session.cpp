@@ -1,7 +1,7 @@
 #include "script/session.h"
 
-#include "host/documents/path_text.h"
-#include "host/unicode.h"
+#include "files/path_text.h"
+#include "formats/text.h"
 #include "script/commands.h"
 #include "script/describe.h"
 #include "script/words.h"
@@ -26,8 +26,7 @@ Session::Session(const Request& request, std::istream& commandLines, std::ostrea
   if (options.home.empty()) options.home = temporaryHome.emplace().path();
   if (request.trace.empty()) return;
   traceFile.open(request.trace, std::ios::binary | std::ios::trunc);
-  if (!traceFile)
-    throw std::runtime_error("The trace file " + Refhost::shownPath(request.trace) + " cannot be written.");
+  if (!traceFile) throw std::runtime_error("The trace file " + Files::shownPath(request.trace) + " cannot be written.");
 }
 
 bool Session::run() {
@@ -64,14 +63,14 @@ Refhost::WidgetNode& Session::widget(const std::u16string& id) {
   Refhost::Gui& tabs = gui();
   Refhost::Dialog* dialog = topmost();
   if (Refhost::WidgetNode* found = dialog != nullptr ? dialog->layout().find(id) : tabs.find(id)) return *found;
-  const std::string place = dialog != nullptr ? "the dialog " + Refhost::toNarrow(dialog->url()) : "the preferences";
-  throw std::runtime_error("There is no widget \"" + Refhost::toNarrow(id) + "\" in " + place + ".");
+  const std::string place = dialog != nullptr ? "the dialog " + Formats::toUtf8(dialog->url()) : "the preferences";
+  throw std::runtime_error("There is no widget \"" + Formats::toUtf8(id) + "\" in " + place + ".");
 }
 
 void Session::accept(Refhost::Dialog& dialog) {
   const Kiln::SmartPtr<Refhost::Dialog> held(&dialog);
   if (!dialog.ok().isOperable())
-    throw std::runtime_error("OK of the dialog " + Refhost::toNarrow(dialog.url()) + " cannot be pressed now.");
+    throw std::runtime_error("OK of the dialog " + Formats::toUtf8(dialog.url()) + " cannot be pressed now.");
   if (!dialog.accept()) addVeto();
 }
 

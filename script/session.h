@@ -5,9 +5,9 @@
 // another modal dialog. A veto or an exception in between belongs to that command.
 #pragma once
 
+#include "files/temporary_folder.h"
 #include "host/face.h"
 #include "host/preferences.h"
-#include "host/temporary_folder.h"
 #include "script/json.h"
 #include "script/run.h"
 
@@ -83,7 +83,7 @@ class Session final : public Refhost::Face {
   std::istream& commands;
   std::ostream& answers;
   std::ofstream traceFile;
-  std::optional<Refhost::TemporaryFolder> temporaryHome;
+  std::optional<Files::TemporaryFolder> temporaryHome;
   std::unique_ptr<Refhost::Preferences> opened;
   std::optional<std::u16string> jobStep;
   Json events = Json::array();

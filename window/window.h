@@ -39,5 +39,5 @@ extern "C" int kilnShow(const Window::Request& request);
 // The name and type of that function, for dynamic loading.
 namespace Window {
 inline constexpr const char* showSymbol = "kilnShow";
-using Show = int (*)(const Request&);
+using Show = int(const Request&);
 }  // namespace Window

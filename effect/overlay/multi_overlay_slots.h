@@ -3,8 +3,8 @@
 
 #include "effect/overlay/multi_overlay_context.h"
 #include "effect/overlay/multi_overlay_source.h"
-#include "effect/overlay/multiple_overlay_details.h"
 #include "effect/overlay/ovl_thumbnail.h"
+#include "formats/multiple_overlay_details.h"
 
 #include <array>
 #include <cstddef>

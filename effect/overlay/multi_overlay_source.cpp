@@ -12,7 +12,7 @@ namespace {
 constexpr std::int32_t headItems = 2;
 
 // The colour of every overlay to choose from.
-constexpr Name sourceColour = u"#FF0000";
+constexpr Name sourceColour = downloadedColour;
 
 }  // namespace
 

@@ -73,7 +73,7 @@ void Overlays::readOrBlock(Kiln::Services::Path& index, bool isFromLocalData) {
   } catch (const Kiln::Exception& problem) {
     const std::string sentence = sentenceOfBlocking(problem);
     blocked[index.text().str()] = sentence;
-    if (!isFromLocalData) host.tell(wideText(sentence));
+    if (!isFromLocalData) host.tell(toUtf16(sentence));
   }
 }
 
@@ -81,8 +81,8 @@ Kiln::String Overlays::bytesOf(Kiln::Services::Path& index) const {
   if (!index.exists()) return {};
   Kiln::String bytes = host.file(&index)->readAll();
   if (bytes.size() / indexRecordBytes > mostRecords)
-    throw Kiln::Exception(host.allocator(),
-                          "The overlay index " + narrowText(index.text().view()) + " lists more than 100000 overlays.");
+    throw Kiln::Exception(host.allocator(), "The overlay index " + toValidUtf8(index.text().view()) +
+                                                " lists more than 100000 overlays.");
   return bytes;
 }
 
@@ -130,7 +130,7 @@ std::int32_t Overlays::findByLabel(std::u16string_view label, bool downloaded) c
 std::int32_t Overlays::findByDiskPath(std::u16string_view fileName) const {
   const auto found = std::find_if(records.begin(), records.end(),
                                   [fileName](const OverlayRecord& record) { return record.diskpath == fileName; });
-  if (found == records.end()) throw Kiln::Exception(host.allocator(), "Cannot find overlay " + narrowText(fileName));
+  if (found == records.end()) throw Kiln::Exception(host.allocator(), "Cannot find overlay " + toValidUtf8(fileName));
   return static_cast<std::int32_t>(found - records.begin());
 }
 
@@ -182,7 +182,7 @@ std::u16string Overlays::freeFileName(Kiln::Services::Path& folder) {
                                      [&](const OverlayRecord& record) { return record.path == file->text().view(); });
     if (!isTaken && !file->exists() && !folder.join(thumbnailOf(name))->exists()) return name;
   }
-  throw Kiln::Exception(host.allocator(), "The folder " + narrowText(folder.text().view()) +
+  throw Kiln::Exception(host.allocator(), "The folder " + toValidUtf8(folder.text().view()) +
                                               " has no name left for another overlay; delete files from it.");
 }
 

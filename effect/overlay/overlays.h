@@ -3,8 +3,8 @@
 // docs/overlays.md describes the files and the guarantees.
 #pragma once
 
-#include "effect/overlay/index.h"
 #include "effect/vocabulary.h"
+#include "formats/overlay_index.h"
 #include "kiln/host.h"
 #include "kiln/property.h"
 

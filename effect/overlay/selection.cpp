@@ -1,8 +1,8 @@
 // Keeps the overlay selection valid: the selected entry and the files to print.
-#include "effect/overlay/file_list.h"
 #include "effect/overlay/tab.h"
 #include "effect/settings.h"
 #include "effect/widget_state.h"
+#include "formats/file_list.h"
 
 #include <algorithm>
 

@@ -1,6 +1,7 @@
 #include "effect/watermark/editor_values.h"
 
 #include "effect/watermark/numbers.h"
+#include "formats/colour.h"
 
 #include <algorithm>
 
@@ -8,13 +9,6 @@ namespace Effect {
 namespace {
 
 constexpr std::u16string_view decimalDigits = u"0123456789";
-constexpr std::u16string_view hexadecimalDigits = u"0123456789ABCDEF";
-
-std::uint32_t hexadecimalValue(char16_t digit) {
-  const bool isLower = digit >= u'a' && digit <= u'f';
-  return static_cast<std::uint32_t>(
-      hexadecimalDigits.find(isLower ? static_cast<char16_t>(digit - u'a' + u'A') : digit));
-}
 
 bool isFontStyle(std::u16string_view text) {
   return text == FontStyle::regular || text == FontStyle::bold || text == FontStyle::italic ||
@@ -33,24 +27,6 @@ std::u16string_view cutToBox(std::u16string_view text) {
   if (text.size() <= most) return text;
   const bool splitsPair = (text[most - 1] & 0xFC00) == 0xD800 && (text[most] & 0xFC00) == 0xDC00;
   return text.substr(0, splitsPair ? most - 1 : most);
-}
-
-bool isColour(std::u16string_view text) {
-  if (text.size() != 7 || text.front() != u'#') return false;
-  return std::all_of(text.begin() + 1, text.end(),
-                     [](char16_t unit) { return hexadecimalValue(unit) < hexadecimalDigits.size(); });
-}
-
-std::uint32_t colourOf(std::u16string_view text) {
-  std::uint32_t colour = 0;
-  for (const char16_t digit : text.substr(1)) colour = colour << 4 | hexadecimalValue(digit);
-  return colour;
-}
-
-std::u16string colourText(std::uint32_t colour) {
-  std::u16string text = u"#";
-  for (int shift = 20; shift >= 0; shift -= 4) text += hexadecimalDigits[colour >> shift & 0xF];
-  return text;
 }
 
 std::optional<std::int32_t> angleOf(std::u16string_view text) {

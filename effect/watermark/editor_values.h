@@ -2,6 +2,7 @@
 #pragma once
 
 #include "effect/watermark/record.h"
+#include "formats/colour.h"
 
 #include <cstdint>
 #include <optional>
@@ -18,13 +19,6 @@ inline constexpr std::int32_t mostTextUnits = 63;
 
 // The text truncated to mostTextUnits, never within a surrogate pair.
 std::u16string_view cutToBox(std::u16string_view text);
-
-// "#" and six hexadecimal digits.
-bool isColour(std::u16string_view text);
-
-// Convert "#RRGGBB" to 0xRRGGBB, and back in upper case. The text must be valid.
-std::uint32_t colourOf(std::u16string_view text);
-std::u16string colourText(std::uint32_t colour);
 
 // Degrees from -90 to 90; nothing for invalid text. Empty text and "-" alone, which start a number, mean 0.
 std::optional<std::int32_t> angleOf(std::u16string_view text);

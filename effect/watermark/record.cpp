@@ -23,8 +23,6 @@ bool hasField(Kiln::Dom::INode& record, Name field) { return static_cast<bool>(r
 
 bool isDownloaded(Kiln::Dom::INode& record) { return fieldText(record, Field::downloaded).view() == Value::yes; }
 
-bool isUsableName(std::u16string_view stylename) { return !stylename.empty() && stylename != Token::none; }
-
 Name defaultFace(Kiln::Host& host) {
   if (host.isJapanese()) return u"ＭＳ Ｐゴシック";
   const Kiln::WString language = host.languageName();

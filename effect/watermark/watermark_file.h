@@ -8,9 +8,6 @@
 
 namespace Effect {
 
-// The file name in every folder.
-inline constexpr Name watermarkFileName = u"ZVeffect.xml";
-
 class SeenStore;
 
 // Remembers the content last read or written by this process, to detect changes by others.

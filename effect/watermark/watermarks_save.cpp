@@ -189,12 +189,12 @@ void Watermarks::setAside(WatermarkFile& file, const Kiln::Exception& problem) {
     file.block(sentence);
     throw Kiln::Exception(host.allocator(), sentence);
   }
-  host.tell(wideText(sentenceOf(problem)) + u" What was in it is kept in " + copy + u".");
+  host.tell(toUtf16(sentenceOf(problem)) + u" What was in it is kept in " + copy + u".");
 }
 
 // Reports only the first failure, since a whole folder may be unwritable.
 void Watermarks::tellOnce(const Kiln::Exception& problem) {
-  if (!std::exchange(hasTold, true)) host.tell(wideText(sentenceOf(problem)));
+  if (!std::exchange(hasTold, true)) host.tell(toUtf16(sentenceOf(problem)));
 }
 
 WatermarkFile& Watermarks::fileAt(const Text& path) {

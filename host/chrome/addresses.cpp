@@ -1,6 +1,6 @@
 #include "host/chrome/addresses.h"
 
-#include "host/unicode.h"
+#include "formats/text.h"
 
 #include <algorithm>
 #include <string_view>
@@ -29,7 +29,7 @@ std::vector<std::string> ChromeFolders::packages() const {
   std::error_code error;
   for (const auto& entry : std::filesystem::directory_iterator(root, error))
     if (std::filesystem::is_directory(entry.path() / "content", error))
-      names.push_back(toNarrow(entry.path().filename().u16string()));
+      names.push_back(Formats::toUtf8(entry.path().filename().u16string()));
   std::sort(names.begin(), names.end());
   return names;
 }
@@ -37,9 +37,9 @@ std::vector<std::string> ChromeFolders::packages() const {
 std::vector<std::string> ChromeFolders::locales(std::string_view package) const {
   std::vector<std::string> names;
   std::error_code error;
-  for (const auto& entry : std::filesystem::directory_iterator(root / toWide(package) / "content", error))
+  for (const auto& entry : std::filesystem::directory_iterator(root / Formats::toUtf16(package) / "content", error))
     if (std::filesystem::is_regular_file(entry.path() / "strings.dtd", error))
-      names.push_back(toNarrow(entry.path().filename().u16string()));
+      names.push_back(Formats::toUtf8(entry.path().filename().u16string()));
   std::sort(names.begin(), names.end());
   return names;
 }

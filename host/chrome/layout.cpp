@@ -1,7 +1,7 @@
 #include "host/chrome/layout.h"
 
+#include "formats/text.h"
 #include "host/documents/xml.h"
-#include "host/unicode.h"
 
 #include <algorithm>
 #include <charconv>
@@ -76,12 +76,12 @@ class Reader {
 
   static std::u16string textOf(const XmlElement& element, std::string_view attribute) {
     const std::string* value = element.find(attribute);
-    return value == nullptr ? std::u16string() : toWide(*value);
+    return value == nullptr ? std::u16string() : Formats::toUtf16(*value);
   }
 
   std::u16string idOf(const XmlElement& element) {
     auto id = textOf(element, "id");
-    if (!id.empty() && !ids.insert(id).second) fail(element, "the id " + toNarrow(id) + " is used twice.");
+    if (!id.empty() && !ids.insert(id).second) fail(element, "the id " + Formats::toUtf8(id) + " is used twice.");
     return id;
   }
 
@@ -93,10 +93,11 @@ class Reader {
   }
 
   Kiln::SmartPtr<Button> button(const XmlElement& dialog, const std::string& name, const std::string& standardLabel) {
-    auto made = make<Button>(world, WidgetKind::button, toWide(name));
+    auto made = make<Button>(world, WidgetKind::button, Formats::toUtf16(name));
     const std::string* label = dialog.find("buttonlabel" + name);
     const std::string buttons = dialog.find("buttons") == nullptr ? "accept,cancel" : *dialog.find("buttons");
-    made->initialise(buttons.find(name) != buttons.npos, true, toWide(label == nullptr ? standardLabel : *label));
+    made->initialise(buttons.find(name) != buttons.npos, true,
+                     Formats::toUtf16(label == nullptr ? standardLabel : *label));
     return made;
   }
 
@@ -104,7 +105,7 @@ class Reader {
     widget.initialise(!flag(element, "hidden"), !flag(element, "disabled"),
                       labelAttribute.empty() ? std::u16string() : textOf(element, labelAttribute));
     for (const XmlAttribute& attribute : element.attributes)
-      widget.setAttribute(attribute.name, toWide(attribute.value));
+      widget.setAttribute(attribute.name, Formats::toUtf16(attribute.value));
   }
 
   void readChildren(const XmlTree& tree, WidgetNode& parent) {
@@ -173,7 +174,7 @@ class Reader {
       made.kind = WidgetKind::integerTextBox;
     WidgetNode& widget = addKind(made, idOf(element), parent);
     initialise(widget, element, kind->labelAttribute);
-    widget.setAttribute("element", toWide(element.name));
+    widget.setAttribute("element", Formats::toUtf16(element.name));
     start(widget, element);
     readChildren(tree, widget);
   }
@@ -230,7 +231,7 @@ LayoutReader::LayoutReader(const ChromeFolders& chromeFolders, std::set<std::u16
 
 Layout LayoutReader::read(std::u16string_view url, WidgetWorld& world) const {
   const auto file = folders.file(url);
-  if (!file) throw std::runtime_error(toNarrow(url) + " is no address of a layout.");
+  if (!file) throw std::runtime_error(Formats::toUtf8(url) + " is no address of a layout.");
   return Reader(file->string(), world, omitted).read(readXmlTree(*file, XmlLimits()));
 }
 

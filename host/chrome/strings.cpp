@@ -1,8 +1,8 @@
 #include "host/chrome/strings.h"
 
-#include "host/documents/disk.h"
+#include "files/disk.h"
+#include "formats/text.h"
 #include "host/documents/xml.h"
-#include "host/unicode.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -30,9 +30,10 @@ std::string withoutPredefinedReferences(std::string_view text) {
 StringTable readStrings(const std::filesystem::path& file) {
   const XmlLimits limits;
   StringTable table;
-  parseEntities(realDisk().read(file, limits.bytes), shownPath(file), limits, [&table](auto name, auto text) {
-    table.emplace(toWide(name), toWide(withoutPredefinedReferences(text)));
-  });
+  parseEntities(Files::realDisk().read(file, limits.bytes), Files::shownPath(file), limits,
+                [&table](auto name, auto text) {
+                  table.emplace(Formats::toUtf16(name), Formats::toUtf16(withoutPredefinedReferences(text)));
+                });
   return table;
 }
 
@@ -48,7 +49,7 @@ StringTables::StringTables(const ChromeFolders& folders, std::string name) : loc
     if (std::find(locales.begin(), locales.end(), localeName) == locales.end()) continue;
     found = true;
     const auto address = "chrome://" + package + "/content/" + localeName + "/strings.dtd";
-    texts.merge(readStrings(*folders.file(toWide(address))));
+    texts.merge(readStrings(*folders.file(Formats::toUtf16(address))));
   }
   if (!found) throw std::runtime_error("There are no texts for the locale " + localeName + ".");
 }

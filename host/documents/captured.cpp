@@ -1,6 +1,6 @@
 #include "host/documents/captured.h"
 
-#include "host/documents/whole_file.h"
+#include "files/whole_file.h"
 
 namespace Refhost {
 namespace {
@@ -9,27 +9,27 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view asideStart = ".kiln-aside-";
 
-bool isThere(Disk& disk, const fs::path& file) { return disk.kind(file) == EntryKind::file; }
+bool isThere(Files::Disk& disk, const fs::path& file) { return disk.kind(file) == Files::EntryKind::file; }
 
 fs::path asideOf(const fs::path& file) {
   fs::path name = std::string(asideStart);
   name += file.filename();
-  return folderOf(file) / name;
+  return Files::folderOf(file) / name;
 }
 
 fs::path pictureOf(fs::path overlay) { return overlay.replace_extension(".bmp"); }
 
-bool isPictureOfOverlay(Disk& disk, fs::path file) {
+bool isPictureOfOverlay(Files::Disk& disk, fs::path file) {
   return file.extension() == ".bmp" && isThere(disk, file.replace_extension(".opa"));
 }
 
-void rename(Disk& disk, const fs::path& from, const fs::path& to) {
+void rename(Files::Disk& disk, const fs::path& from, const fs::path& to) {
   disk.replace(from, to);
-  disk.syncFolder(folderOf(to));
+  disk.syncFolder(Files::folderOf(to));
 }
 
-void removeIfThere(Disk& disk, const fs::path& file) {
-  if (disk.remove(file)) disk.syncFolder(folderOf(file));
+void removeIfThere(Files::Disk& disk, const fs::path& file) {
+  if (disk.remove(file)) disk.syncFolder(Files::folderOf(file));
 }
 
 // Ignores failures: the first one is reported, and opening the folder retries.
@@ -37,21 +37,21 @@ template <class Work>
 void tryTo(const Work& work) {
   try {
     work();
-  } catch (const DiskError&) {
+  } catch (const Files::DiskError&) {
   }
 }
 
 }  // namespace
 
-bool takeAway(Disk& disk, const fs::path& file, bool isDestination) {
+bool takeAway(Files::Disk& disk, const fs::path& file, bool isDestination) {
   if (isThere(disk, file) && (isDestination || isPictureOfOverlay(disk, file))) {
     rename(disk, file, asideOf(file));
     return true;
   }
   try {
     if (!disk.remove(file)) return false;
-    disk.syncFolder(folderOf(file));
-  } catch (const DiskError&) {
+    disk.syncFolder(Files::folderOf(file));
+  } catch (const Files::DiskError&) {
     tryTo([&] { putBack(disk, file); });
     throw;
   }
@@ -59,15 +59,16 @@ bool takeAway(Disk& disk, const fs::path& file, bool isDestination) {
   return true;
 }
 
-void writeCaptured(Disk& disk, const fs::path& file, std::string_view bytes, std::optional<std::string_view> picture) {
+void writeCaptured(Files::Disk& disk, const fs::path& file, std::string_view bytes,
+                   std::optional<std::string_view> picture) {
   try {
     if (picture) {
       for (const fs::path& old : {file, pictureOf(file)})
         if (isThere(disk, old)) rename(disk, old, asideOf(old));
-      replaceWhole(disk, pictureOf(file), *picture);
+      Files::replaceWhole(disk, pictureOf(file), *picture);
     }
-    replaceWhole(disk, file, bytes);
-  } catch (const DiskError&) {
+    Files::replaceWhole(disk, file, bytes);
+  } catch (const Files::DiskError&) {
     tryTo([&] {
       const bool wasThere = isThere(disk, file) || isThere(disk, asideOf(file));
       if (picture && !wasThere) removeIfThere(disk, pictureOf(file));
@@ -78,7 +79,7 @@ void writeCaptured(Disk& disk, const fs::path& file, std::string_view bytes, std
   tryTo([&] { putBack(disk, file); });
 }
 
-void putBack(Disk& disk, const fs::path& file) {
+void putBack(Files::Disk& disk, const fs::path& file) {
   const fs::path picture = pictureOf(file);
   const bool isGone = !isThere(disk, file) && isThere(disk, asideOf(file));
   if (isThere(disk, asideOf(picture))) {
@@ -94,15 +95,15 @@ void putBack(Disk& disk, const fs::path& file) {
     removeIfThere(disk, asideOf(file));
 }
 
-void putAllBack(Disk& disk, const fs::path& folder) {
-  if (disk.kind(folder) != EntryKind::folder) return;
+void putAllBack(Files::Disk& disk, const fs::path& folder) {
+  if (disk.kind(folder) != Files::EntryKind::folder) return;
   tryTo([&] {
-    const std::vector<Entry> entries = disk.entries(folder);
+    const std::vector<Files::Entry> entries = disk.entries(folder);
     // Overlays restore their pictures too; other pictures belong to existing overlays.
     for (const bool isPictureTurn : {false, true})
-      for (const Entry& entry : entries) {
-        if (!shownPath(entry.name).starts_with(asideStart)) continue;
-        fs::path file = folder / pathFromText(pathText(entry.name).substr(asideStart.size()));
+      for (const Files::Entry& entry : entries) {
+        if (!Files::shownPath(entry.name).starts_with(asideStart)) continue;
+        fs::path file = folder / Files::pathFromText(Files::pathText(entry.name).substr(asideStart.size()));
         const bool isPicture = file.extension() == ".bmp";
         if (isPicture) file.replace_extension(".opa");
         if (isPicture == isPictureTurn) tryTo([&] { putBack(disk, file); });

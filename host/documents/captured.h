@@ -10,26 +10,26 @@
 // unless its picture is missing.
 #pragma once
 
-#include "host/documents/disk.h"
+#include "files/disk.h"
 
 #include <optional>
 
 namespace Refhost {
 
 // Deletes a file on behalf of a plug-in; false when there is none. Sets it aside instead when it is a destination, or
-// the picture of an existing overlay. Throws DiskError.
-bool takeAway(Disk& disk, const std::filesystem::path& file, bool isDestination);
+// the picture of an existing overlay. Throws Files::DiskError.
+bool takeAway(Files::Disk& disk, const std::filesystem::path& file, bool isDestination);
 
-// Writes a captured job to its destination; without a picture the existing one is kept. On failure throws DiskError and
-// restores the old overlay.
-void writeCaptured(Disk& disk, const std::filesystem::path& file, std::string_view bytes,
+// Writes a captured job to its destination; without a picture the existing one is kept. On failure throws
+// Files::DiskError and restores the old overlay.
+void writeCaptured(Files::Disk& disk, const std::filesystem::path& file, std::string_view bytes,
                    std::optional<std::string_view> picture);
 
-// Restores what was set aside for a destination that will not be written. Throws DiskError.
-void putBack(Disk& disk, const std::filesystem::path& file);
+// Restores what was set aside for a destination that will not be written. Throws Files::DiskError.
+void putBack(Files::Disk& disk, const std::filesystem::path& file);
 
 // Restores everything that was set aside in a folder, by any process. Called when the folder is opened; files that
 // cannot be restored stay set aside.
-void putAllBack(Disk& disk, const std::filesystem::path& folder);
+void putAllBack(Files::Disk& disk, const std::filesystem::path& folder);
 
 }  // namespace Refhost

@@ -1,7 +1,7 @@
 #include "host/documents/documents.h"
 
+#include "formats/text.h"
 #include "host/documents/escaping.h"
-#include "host/unicode.h"
 
 #include <stdexcept>
 
@@ -14,13 +14,13 @@ class NodeBuilder final : public XmlHandler {
 
   void startElement(XmlElement element) override {
     auto node = make<Node>(name(element.name));
-    node->nameSpace = toWide(element.nameSpace);
-    node->prefix = toWide(element.prefix);
+    node->nameSpace = Formats::toUtf16(element.nameSpace);
+    node->prefix = Formats::toUtf16(element.prefix);
     for (const XmlAttribute& attribute : element.attributes)
-      node->attributes.push_back({toWide(attribute.nameSpace), toWide(attribute.prefix), toWide(attribute.name),
-                                  plain(toWide(attribute.value))});
+      node->attributes.push_back({Formats::toUtf16(attribute.nameSpace), Formats::toUtf16(attribute.prefix),
+                                  Formats::toUtf16(attribute.name), plain(Formats::toUtf16(attribute.value))});
     for (const auto& [prefix, nameSpace] : element.declarations)
-      node->declarations.emplace_back(toWide(prefix), toWide(nameSpace));
+      node->declarations.emplace_back(Formats::toUtf16(prefix), Formats::toUtf16(nameSpace));
     open.push_back({std::move(node), {}});
   }
 
@@ -28,7 +28,7 @@ class NodeBuilder final : public XmlHandler {
     auto [node, characters] = std::move(open.back());
     open.pop_back();
     if (!node->children().empty()) trim(characters);
-    if (!characters.empty()) node->setValue(plain(toWide(characters)));
+    if (!characters.empty()) node->setValue(plain(Formats::toUtf16(characters)));
     if (open.empty())
       root = std::move(node);
     else
@@ -51,7 +51,7 @@ class NodeBuilder final : public XmlHandler {
   }
 
   std::u16string name(std::string_view narrow) const {
-    return escaping == NameEscaping::on ? unescapedName(toWide(narrow)) : toWide(narrow);
+    return escaping == NameEscaping::on ? unescapedName(Formats::toUtf16(narrow)) : Formats::toUtf16(narrow);
   }
   std::u16string plain(std::u16string text) const {
     return escaping == NameEscaping::on ? unescapedText(text) : std::move(text);
@@ -63,7 +63,7 @@ class NodeBuilder final : public XmlHandler {
 
 std::string sourceOf(const Kiln::SmartPtr<Kiln::Services::BackingStoreIO>& store) {
   const auto file = Kiln::smartCast<Kiln::Services::FileBackingStoreIO>(store);
-  return file ? toNarrow(file->path()->text().view()) : "The document";
+  return file ? Formats::toUtf8(file->path()->text().view()) : "The document";
 }
 
 class Documents final : public Kiln::Services::Documents {

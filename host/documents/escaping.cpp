@@ -1,6 +1,6 @@
 #include "host/documents/escaping.h"
 
-#include "host/unicode.h"
+#include "formats/text.h"
 
 #include <algorithm>
 #include <iterator>
@@ -69,7 +69,7 @@ bool isForbidden(char32_t c) {
 bool isPlainName(std::u16string_view name) {
   for (std::size_t i = 0; i < name.size();) {
     const bool first = i == 0;
-    const char32_t c = nextCodePoint(name, i);
+    const char32_t c = Formats::nextCodePoint(name, i);
     if (beginsName(c) || beginsForeignName(c)) continue;
     if (first || !(continuesName(c) || c == 0xB7 || (c >= 0x300 && c <= 0x36F) || c == 0x203F || c == 0x2040))
       return false;
@@ -86,7 +86,7 @@ std::string escapedName(std::u16string_view name) {
     else
       appendEscape(escaped, name[i]);
   }
-  return toNarrow(name.empty() ? emptyName : escaped);
+  return Formats::toUtf8(name.empty() ? emptyName : escaped);
 }
 
 std::u16string escapedText(std::u16string_view text, bool edges) {
@@ -98,7 +98,7 @@ std::u16string escapedText(std::u16string_view text, bool edges) {
   escaped.reserve(text.size());
   for (std::size_t i = 0; i < text.size();) {
     const std::size_t at = i;
-    const char32_t c = nextCodePoint(text, i);
+    const char32_t c = Formats::nextCodePoint(text, i);
     if (isForbidden(c) || readsAsEscape(text, at) || onEdge(at))
       appendEscape(escaped, text[at]);
     else

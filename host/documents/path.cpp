@@ -1,9 +1,9 @@
 #include "host/documents/path.h"
 
+#include "files/whole_file.h"
 #include "host/documents/captured.h"
 #include "host/documents/plugin_errors.h"
 #include "host/documents/text_list.h"
-#include "host/documents/whole_file.h"
 
 #include <algorithm>
 
@@ -24,34 +24,34 @@ class Path final : public Kiln::Services::Path {
  public:
   Path(const FileWorld& fileWorld, fs::path filePath) : path(std::move(filePath)), world(fileWorld) {}
 
-  Kiln::WString text() override { return Refhost::text(pathText(path)); }
+  Kiln::WString text() override { return Refhost::text(Files::pathText(path)); }
 
   Kiln::SmartPtr<Kiln::Services::Path> join(Kiln::WStringView name) override {
-    std::u16string joined = pathText(path);
+    std::u16string joined = Files::pathText(path);
     for (std::u16string_view rest = name; !rest.empty();) {
-      const auto end = std::find_if(rest.begin(), rest.end(), isSeparator);
+      const auto end = std::find_if(rest.begin(), rest.end(), Files::isSeparator);
       const std::u16string_view part(rest.begin(), end);
       if (!part.empty()) {
-        if (!joined.empty() && !isSeparator(joined.back())) joined += u'/';
+        if (!joined.empty() && !Files::isSeparator(joined.back())) joined += u'/';
         joined += part;
       }
       rest.remove_prefix(std::min(part.size() + 1, rest.size()));
     }
-    return makePath(world, pathFromText(joined));
+    return makePath(world, Files::pathFromText(joined));
   }
 
   Kiln::SmartPtr<Kiln::Services::Path> folder() override { return makePath(world, path.parent_path()); }
-  Kiln::WString lastPart() override { return Refhost::text(pathText(path.filename())); }
+  Kiln::WString lastPart() override { return Refhost::text(Files::pathText(path.filename())); }
 
-  bool exists() override { return world.disk.kind(path) != EntryKind::none; }
-  bool isFolder() override { return world.disk.kind(path) == EntryKind::folder; }
+  bool exists() override { return world.disk.kind(path) != Files::EntryKind::none; }
+  bool isFolder() override { return world.disk.kind(path) == Files::EntryKind::folder; }
 
   Kiln::SmartPtr<Kiln::Services::TextList> list(Kiln::WStringView pattern) override {
     std::vector<std::u16string> names;
     if (isFolder())
-      for (const Entry& entry : forPlugin([&] { return world.disk.entries(path); })) {
-        const bool leadsAway = entry.link && entry.kind == EntryKind::folder;
-        std::u16string name = pathText(entry.name);
+      for (const Files::Entry& entry : forPlugin([&] { return world.disk.entries(path); })) {
+        const bool leadsAway = entry.link && entry.kind == Files::EntryKind::folder;
+        std::u16string name = Files::pathText(entry.name);
         if (!leadsAway && fits(name, pattern)) names.push_back(std::move(name));
       }
     std::sort(names.begin(), names.end());
@@ -59,7 +59,7 @@ class Path final : public Kiln::Services::Path {
   }
 
   void createFolder() override {
-    forPlugin([&] { createFolders(world.disk, path); });
+    forPlugin([&] { Files::createFolders(world.disk, path); });
   }
 
   bool remove() override {
@@ -70,7 +70,7 @@ class Path final : public Kiln::Services::Path {
   }
 
   void copyTo(Kiln::SmartPtr<Kiln::Services::Path> to) override {
-    if (!to) throw failure(shownPath(path) + " was to be copied to no path.");
+    if (!to) throw failure(Files::shownPath(path) + " was to be copied to no path.");
     saveTraced(world, nativePath(*to), forPlugin([&] { return world.disk.read(path, copyLimit); }));
   }
 
@@ -103,13 +103,13 @@ std::u16string tracedPath(const FileWorld& world, const fs::path& path) {
   const fs::path home = tidied(world.home.lexically_normal());
   const fs::path inside = path.lexically_normal().lexically_relative(home);
   const bool isInside = !home.empty() && !inside.empty() && *inside.begin() != "..";
-  std::u16string traced = pathText(isInside ? inside : path);
-  std::replace_if(traced.begin(), traced.end(), isSeparator, u'/');
+  std::u16string traced = Files::pathText(isInside ? inside : path);
+  std::replace_if(traced.begin(), traced.end(), Files::isSeparator, u'/');
   return traced;
 }
 
 bool saveTraced(const FileWorld& world, const fs::path& path, std::string_view bytes) {
-  if (!forPlugin([&] { return replaceWhole(world.disk, path, bytes); })) return false;
+  if (!forPlugin([&] { return Files::replaceWhole(world.disk, path, bytes); })) return false;
   reportChange(world, {"write", {{"path", tracedPath(world, path)}, {"bytes", static_cast<double>(bytes.size())}}});
   return true;
 }

@@ -1,7 +1,7 @@
 // Paths for plug-ins.
 #pragma once
 
-#include "host/documents/disk.h"
+#include "files/disk.h"
 #include "host/trace.h"
 #include "kiln/services.h"
 
@@ -14,7 +14,7 @@ namespace Refhost {
 
 // The environment of a plug-in's file operations.
 struct FileWorld {
-  Disk& disk;
+  Files::Disk& disk;
   const Trace& trace;
 
   // Paths inside this folder are traced relative to it.

@@ -33,13 +33,15 @@ class ResourceStore final : public Kiln::Services::BackingStoreIO {
   explicit ResourceStore(std::filesystem::path resourceFile) : file(std::move(resourceFile)) {}
 
   Kiln::String readAll() override {
-    return text(forPlugin([&] { return realDisk().read(file, storeLimit); }));
+    return text(forPlugin([&] { return Files::realDisk().read(file, storeLimit); }));
   }
   void write(Kiln::StringView) override { refuse(); }
   void commit() override { refuse(); }
 
  private:
-  [[noreturn]] void refuse() const { throw failure(shownPath(file) + " came with the program and is not written."); }
+  [[noreturn]] void refuse() const {
+    throw failure(Files::shownPath(file) + " came with the program and is not written.");
+  }
 
   std::filesystem::path file;
 };

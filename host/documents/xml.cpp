@@ -1,6 +1,6 @@
 #include "host/documents/xml.h"
 
-#include "host/documents/disk.h"
+#include "files/disk.h"
 
 #include <expat.h>
 
@@ -234,7 +234,7 @@ void parseEntities(std::string_view bytes, const std::string& source, const XmlL
 
 XmlTree readXmlTree(const std::filesystem::path& file, const XmlLimits& limits) {
   TreeBuilder builder;
-  parseXml(realDisk().read(file, limits.bytes), shownPath(file), limits, builder);
+  parseXml(Files::realDisk().read(file, limits.bytes), Files::shownPath(file), limits, builder);
   return std::move(builder.root);
 }
 

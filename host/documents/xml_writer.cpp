@@ -1,6 +1,6 @@
+#include "formats/text.h"
 #include "host/documents/documents.h"
 #include "host/documents/escaping.h"
-#include "host/unicode.h"
 
 #include <map>
 #include <optional>
@@ -86,13 +86,13 @@ class Writer {
     if (taken || (isAttribute && prefix.empty())) prefix = freePrefix(scope, nameSpace);
     if (!isBound(prefix, nameSpace)) declare(scope, node, prefix, nameSpace);
     scope.settled[prefix] = nameSpace;
-    return prefix.empty() ? std::string() : toNarrow(prefix) + ":";
+    return prefix.empty() ? std::string() : Formats::toUtf8(prefix) + ":";
   }
 
   // The first of ns1, ns2 and so on that is undeclared, or already declared for this namespace.
   std::u16string freePrefix(const Scope& scope, const std::u16string& nameSpace) const {
     for (int number = 1;; ++number) {
-      const std::u16string prefix = u"ns" + toWide(std::to_string(number));
+      const std::u16string prefix = u"ns" + Formats::toUtf16(std::to_string(number));
       if (isBound(prefix, nameSpace) || (!visible.contains(prefix) && !scope.settled.contains(prefix))) return prefix;
     }
   }
@@ -106,10 +106,10 @@ class Writer {
     if (prefix == u"xml" && nameSpace == xmlNameSpace) return;
     const bool reserved = prefix == u"xml" || prefix == u"xmlns";
     if (!prefix.empty() && (reserved || nameSpace.empty() || !isPlainName(prefix)))
-      fail(node, "has a prefix that XML cannot declare: \"" + toNarrow(prefix) + "\".");
+      fail(node, "has a prefix that XML cannot declare: \"" + Formats::toUtf8(prefix) + "\".");
     if (const auto [before, isNew] = scope.settled.emplace(prefix, nameSpace); !isNew)
-      fail(node, "declares the prefix \"" + toNarrow(prefix) + "\" a second time.");
-    scope.declarations += prefix.empty() ? std::string(" xmlns") : " xmlns:" + toNarrow(prefix);
+      fail(node, "declares the prefix \"" + Formats::toUtf8(prefix) + "\" a second time.");
+    scope.declarations += prefix.empty() ? std::string(" xmlns") : " xmlns:" + Formats::toUtf8(prefix);
     scope.declarations += "=\"" + markup(node, nameSpace, true) + "\"";
     const auto found = visible.find(prefix);
     scope.hidden.emplace_back(prefix, found == visible.end() ? std::nullopt : std::optional(found->second));
@@ -122,8 +122,8 @@ class Writer {
 
   // Attributes are only created by reading documents, so their names need no escaping.
   static std::string plainName(const Node& node, std::u16string_view name) {
-    if (!isPlainName(name)) fail(node, "has a name that XML cannot carry: \"" + toNarrow(name) + "\".");
-    return toNarrow(name);
+    if (!isPlainName(name)) fail(node, "has a name that XML cannot carry: \"" + Formats::toUtf8(name) + "\".");
+    return Formats::toUtf8(name);
   }
 
   // White space around a text in mixed content would be read as formatting.
@@ -141,7 +141,7 @@ class Writer {
     std::string marked;
     marked.reserve(text.size());
     for (std::size_t i = 0; i < text.size();) {
-      const char32_t c = nextCodePoint(text, i);
+      const char32_t c = Formats::nextCodePoint(text, i);
       if (isForbidden(c)) fail(node, "holds a character that XML cannot carry.");
       if (c == U'&')
         marked += "&amp;";
@@ -154,14 +154,14 @@ class Writer {
       else if (c == U'\r' || (isAttribute && (c == U'\n' || c == U'\t')))
         marked += "&#" + std::to_string(static_cast<unsigned>(c)) + ";";
       else
-        appendUtf8(marked, c);
+        Formats::appendUtf8(marked, c);
     }
     return marked;
   }
 
   [[noreturn]] static void fail(const Node& node, const std::string& what) {
-    throw std::runtime_error("A document cannot be written: its element \"" + toNarrow(node.localNameText()) + "\" " +
-                             what);
+    throw std::runtime_error("A document cannot be written: its element \"" + Formats::toUtf8(node.localNameText()) +
+                             "\" " + what);
   }
 
   const NameEscaping escaping;

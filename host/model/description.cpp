@@ -1,8 +1,8 @@
 #include "host/model/description.h"
 
-#include "host/documents/path_text.h"
+#include "files/path_text.h"
+#include "formats/text.h"
 #include "host/documents/xml.h"
-#include "host/unicode.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -22,7 +22,7 @@ class Reader {
     if (tree.element.name != "model") fail(tree.element, "the root is a <" + tree.element.name + ">, not a <model>.");
     if (const std::string* base = tree.element.find("extends")) {
       if (generations == 0) fail(tree.element, "the models extend one another too often.");
-      model = Reader(file.parent_path() / toWide(*base + ".xml")).read(generations - 1);
+      model = Reader(file.parent_path() / Formats::toUtf16(*base + ".xml")).read(generations - 1);
     }
     model.name = demand(tree.element, "name");
     model.label = demand(tree.element, "label");
@@ -32,13 +32,13 @@ class Reader {
 
  private:
   [[noreturn]] void fail(const XmlElement& element, std::string_view what) const {
-    throw std::runtime_error(located(shownPath(file), element.line, what));
+    throw std::runtime_error(located(Files::shownPath(file), element.line, what));
   }
 
   std::u16string demand(const XmlElement& element, std::string_view attribute) const {
     const std::string* value = element.find(attribute);
     if (value == nullptr) fail(element, "<" + element.name + "> has no " + std::string(attribute) + ".");
-    return toWide(*value);
+    return Formats::toUtf16(*value);
   }
 
   // The property in an attribute; must be declared before.
@@ -46,7 +46,7 @@ class Reader {
     const auto name = demand(element, attribute);
     const auto found = std::find_if(model.properties.begin(), model.properties.end(),
                                     [&name](const auto& candidate) { return candidate.name == name; });
-    if (found == model.properties.end()) fail(element, "there is no property " + toNarrow(name) + ".");
+    if (found == model.properties.end()) fail(element, "there is no property " + Formats::toUtf8(name) + ".");
     return *found;
   }
 
@@ -66,7 +66,7 @@ class Reader {
     PropertyDescription made{demand(part.element, "name"), demand(part.element, "value"), {}, false};
     const bool twice = std::any_of(model.properties.begin(), model.properties.end(),
                                    [&made](const auto& other) { return other.name == made.name; });
-    if (twice) fail(part.element, "the property " + toNarrow(made.name) + " stands twice.");
+    if (twice) fail(part.element, "the property " + Formats::toUtf8(made.name) + " stands twice.");
     const std::string* context = part.element.find("context");
     made.isContext = context != nullptr && *context == "true";
     for (const XmlTree& child : part.children) {
@@ -80,7 +80,7 @@ class Reader {
     const PropertyDescription& target = property(part.element, "unavailable");
     RuleDescription rule{target.name, demand(part.element, "option"), {}};
     if (std::find(target.options.begin(), target.options.end(), rule.option) == target.options.end())
-      fail(part.element, toNarrow(target.name) + " has no option " + toNarrow(rule.option) + ".");
+      fail(part.element, Formats::toUtf8(target.name) + " has no option " + Formats::toUtf8(rule.option) + ".");
     for (const XmlTree& child : part.children) {
       if (child.element.name != "when") fail(child.element, "<" + child.element.name + "> is not known here.");
       rule.conditions.push_back({property(child.element, "property").name, demand(child.element, "is")});
@@ -100,8 +100,8 @@ ModelDescription readModel(const std::filesystem::path& shipped, const std::stri
   std::transform(name.begin(), name.end(), name.begin(), lowered);
   const auto names = shippedModels(shipped);
   if (std::find(names.begin(), names.end(), name) != names.end())
-    return Reader(shipped / toWide(name + ".xml")).read(generations);
-  const std::filesystem::path file(toWide(nameOrPath));
+    return Reader(shipped / Formats::toUtf16(name + ".xml")).read(generations);
+  const std::filesystem::path file(Formats::toUtf16(nameOrPath));
   std::error_code error;
   if (!std::filesystem::exists(file, error)) {
     std::string known;
@@ -115,7 +115,7 @@ std::vector<std::string> shippedModels(const std::filesystem::path& shipped) {
   std::vector<std::string> names;
   std::error_code error;
   for (const auto& entry : std::filesystem::directory_iterator(shipped, error))
-    if (entry.path().extension() == ".xml") names.push_back(toNarrow(entry.path().stem().u16string()));
+    if (entry.path().extension() == ".xml") names.push_back(Formats::toUtf8(entry.path().stem().u16string()));
   std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
     return std::pair(a != "standard", a) < std::pair(b != "standard", b);
   });

@@ -1,7 +1,7 @@
 #include "host/model/properties.h"
 
+#include "formats/text.h"
 #include "host/model/settings.h"
-#include "host/unicode.h"
 
 #include <algorithm>
 #include <utility>
@@ -10,7 +10,7 @@ namespace Refhost {
 namespace {
 
 Kiln::XUL::KeyError unknown(std::u16string_view name) {
-  return {heap(), "The model has no property " + toNarrow(name) + "."};
+  return {heap(), "The model has no property " + Formats::toUtf8(name) + "."};
 }
 
 }  // namespace
@@ -26,7 +26,7 @@ class ModelProperty final : public Kiln::Property {
         selectionChange(
             make<HostSignal<Kiln::ModelSelectionChange&>>(eventTrace, "selection-change", description.name)) {}
 
-  Kiln::String narrowValue() override { return text(toNarrow(value)); }
+  Kiln::String narrowValue() override { return text(Formats::toUtf8(value)); }
   Kiln::WString wideValue() override { return text(value); }
   bool boolValue() override { return readsAsTrue(value); }
   bool equals(Kiln::WStringView other) override { return value == other.view(); }

@@ -1,12 +1,15 @@
 #include "host/model/settings.h"
 
-#include "host/unicode.h"
+#include "formats/names.h"
+#include "formats/text.h"
 
 namespace Refhost {
 
-bool readsAsTrue(std::u16string_view value) { return value == u"True" || value == u"true" || value == u"1"; }
+bool readsAsTrue(std::u16string_view value) {
+  return value == Formats::Value::yes || value == Formats::Value::customisationTrue || value == u"1";
+}
 
-Kiln::String PlainProperty::narrowValue() { return text(toNarrow(value)); }
+Kiln::String PlainProperty::narrowValue() { return text(Formats::toUtf8(value)); }
 
 std::optional<std::u16string> Settings::get(std::u16string_view key) const {
   const auto found = values.find(key);

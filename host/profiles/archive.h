@@ -1,7 +1,7 @@
 // Packs folders into ZIP archives and unpacks them. Archives are untrusted input.
 #pragma once
 
-#include "host/documents/disk.h"
+#include "files/disk.h"
 
 #include <cstdint>
 #include <exception>
@@ -31,7 +31,7 @@ struct ArchiveLimits {
 // Packs all files below `folder` into `file`, which is replaced atomically; equal content gives equal bytes. `first`
 // precedes the others, which are sorted by name. Throws std::runtime_error, one sentence, and Stopped; `file` is then
 // unchanged.
-void pack(Disk& disk, const std::filesystem::path& folder, const std::filesystem::path& first,
+void pack(Files::Disk& disk, const std::filesystem::path& folder, const std::filesystem::path& first,
           const std::filesystem::path& file, const ArchiveLimits& limits, const Progress& progress);
 
 // Unpacks `file` into `folder`, which must exist and be empty. Throws std::runtime_error, one sentence, and Stopped;

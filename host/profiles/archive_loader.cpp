@@ -1,7 +1,5 @@
-#include "host/library.h"
+#include "files/module.h"
 #include "host/profiles/archive_module.h"
-
-#include <dlfcn.h>
 
 #include <stdexcept>
 #include <string>
@@ -9,23 +7,28 @@
 namespace Refhost {
 namespace {
 
-// The library is never unloaded.
+ArchiveFunctions load() {
+  std::string reason;
+  try {
+    Files::Module library(Files::programFolder() / "kiln-archives.so");
+    library.keepLoaded();
+    if (auto* function = library.function<GetArchiveFunctions>(archiveFunctionsSymbol)) return function();
+    reason = std::string("it exports no ") + archiveFunctionsSymbol;
+  } catch (const std::runtime_error& problem) {
+    reason = problem.what();
+  }
+  throw std::runtime_error("Profiles cannot be read or written (" + reason +
+                           "): install the program again, all of its files in one folder.");
+}
+
 const ArchiveFunctions& archives() {
-  static const ArchiveFunctions functions = [] {
-    const auto file = programFolder() / "kiln-archives.so";
-    void* library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
-    void* function = library != nullptr ? dlsym(library, archiveFunctionsSymbol) : nullptr;
-    if (function == nullptr)
-      throw std::runtime_error("Profiles cannot be read or written (" + std::string(dlerror()) +
-                               "): install the program again, all of its files in one folder.");
-    return reinterpret_cast<GetArchiveFunctions>(function)();
-  }();
+  static const ArchiveFunctions functions = load();
   return functions;
 }
 
 }  // namespace
 
-void pack(Disk& disk, const std::filesystem::path& folder, const std::filesystem::path& first,
+void pack(Files::Disk& disk, const std::filesystem::path& folder, const std::filesystem::path& first,
           const std::filesystem::path& file, const ArchiveLimits& limits, const Progress& progress) {
   archives().packFolder(disk, folder, first, file, limits, progress);
 }

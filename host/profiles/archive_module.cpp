@@ -6,4 +6,4 @@ extern "C" __attribute__((visibility("default"))) Refhost::ArchiveFunctions kiln
   return {Refhost::pack, Refhost::unpack};
 }
 
-static_assert(std::is_same_v<decltype(&kilnArchives), Refhost::GetArchiveFunctions>);
+static_assert(std::is_same_v<decltype(kilnArchives), Refhost::GetArchiveFunctions>);

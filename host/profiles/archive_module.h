@@ -11,7 +11,7 @@ struct ArchiveFunctions {
   decltype(&unpack) unpackFile;
 };
 
-using GetArchiveFunctions = ArchiveFunctions (*)();
+using GetArchiveFunctions = ArchiveFunctions();
 inline constexpr const char* archiveFunctionsSymbol = "kilnArchives";
 
 }  // namespace Refhost

@@ -1,7 +1,7 @@
 #include "host/profiles/archive_names.h"
 
-#include "host/documents/windows_names.h"
-#include "host/unicode.h"
+#include "files/windows_names.h"
+#include "formats/text.h"
 
 #include <algorithm>
 
@@ -24,7 +24,7 @@ std::string archiveNameProblem(std::string_view name) {
     const std::string_view part = name.substr(0, name.find('/'));
     if (part.empty()) return "its name is an absolute path, or has an empty part.";
     if (part == "." || part == "..") return "its name leads to another folder.";
-    if (std::string problem = windowsNameProblem(toWide(part)); !problem.empty()) return problem;
+    if (std::string problem = Files::windowsNameProblem(Formats::toUtf16(part)); !problem.empty()) return problem;
     if (part.size() == name.size()) return {};
     name.remove_prefix(part.size() + 1);
   }

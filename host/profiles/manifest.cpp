@@ -1,7 +1,7 @@
 #include "host/profiles/manifest.h"
 
+#include "formats/text.h"
 #include "host/documents/documents.h"
-#include "host/unicode.h"
 
 #include <stdexcept>
 
@@ -27,7 +27,7 @@ Kiln::SmartPtr<Node> element(std::u16string_view name, std::u16string_view text)
 
 std::u16string childText(Node& node, std::u16string_view name) {
   const auto child = node.child(name);
-  if (!child) throw std::runtime_error("its profile.xml has no element \"" + toNarrow(name) + "\".");
+  if (!child) throw std::runtime_error("its profile.xml has no element \"" + Formats::toUtf8(name) + "\".");
   return child->value().str();
 }
 
@@ -46,7 +46,7 @@ int number(std::u16string_view digits) {
 
 std::string manifestBytes(const Manifest& manifest) {
   const auto root = make<Node>(rootName);
-  root->append(element(versionName, toWide(std::to_string(presentVersion))));
+  root->append(element(versionName, Formats::toUtf16(std::to_string(presentVersion))));
   root->append(element(modelName, manifest.model));
   const auto values = make<Node>(valuesName);
   for (const auto& [name, value] : manifest.values) values->append(element(name, value));

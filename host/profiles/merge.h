@@ -2,7 +2,7 @@
 // a different one with a taken name gets a number appended.
 #pragma once
 
-#include "host/documents/disk.h"
+#include "files/disk.h"
 #include "host/documents/node.h"
 
 #include <filesystem>
@@ -45,8 +45,8 @@ struct MergedOverlays {
   Renamed names;
 };
 
-// Throws DiskError.
-MergedOverlays mergeOverlays(Disk& disk, const std::filesystem::path& homeFolder,
+// Throws Files::DiskError.
+MergedOverlays mergeOverlays(Files::Disk& disk, const std::filesystem::path& homeFolder,
                              const std::filesystem::path& profileFolder);
 
 // `name` with a number, from 2, appended, truncated to `units`.

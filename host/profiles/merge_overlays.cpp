@@ -1,9 +1,8 @@
+#include "formats/overlay_index.h"
+#include "formats/text.h"
 #include "host/profiles/archive_names.h"
 #include "host/profiles/merge.h"
-#include "host/profiles/overlay_index.h"
-#include "host/unicode.h"
 
-#include <cstdio>
 #include <set>
 
 namespace Refhost {
@@ -11,47 +10,51 @@ namespace {
 
 namespace fs = std::filesystem;
 
+using Formats::IndexEntry;
+using Formats::overlayIndexName;
+using Formats::overlayNameUnits;
+using Formats::thumbnailOf;
+
 constexpr std::size_t indexLimit = std::size_t{64} << 20;
 constexpr std::size_t fileLimit = std::size_t{1} << 30;
-constexpr unsigned fileNumbers = 100'000;
 
-fs::path fileIn(const fs::path& folder, std::u16string_view name) { return folder / pathFromText(name); }
+fs::path fileIn(const fs::path& folder, std::u16string_view name) { return folder / Files::pathFromText(name); }
 
-std::vector<OverlayEntry> readIndex(Disk& disk, const fs::path& folder) {
+std::vector<IndexEntry> readIndex(Files::Disk& disk, const fs::path& folder) {
   const fs::path index = fileIn(folder, overlayIndexName);
-  if (disk.kind(index) == EntryKind::none) return {};
-  return readOverlayIndex(disk.read(index, indexLimit));
+  if (disk.kind(index) == Files::EntryKind::none) return {};
+  return Formats::readIndex(disk.read(index, indexLimit));
 }
 
 class OverlayMerge {
  public:
-  OverlayMerge(Disk& filesDisk, const fs::path& homeFolder, const fs::path& profileFolder)
+  OverlayMerge(Files::Disk& filesDisk, const fs::path& homeFolder, const fs::path& profileFolder)
       : disk(filesDisk),
         home(homeFolder),
         profile(profileFolder),
         entries(readIndex(disk, home)) {
-    for (const OverlayEntry& entry : entries) {
-      take(entry.file);
-      take(thumbnailOf(entry.file));
+    for (const IndexEntry& entry : entries) {
+      take(entry.fileName);
+      take(thumbnailOf(entry.fileName));
       // Of entries with the same name the last one wins; entries without a file are ignored.
-      if (isFile(fileIn(home, entry.file))) known[entry.name] = {entry.file, home, entry.file};
+      if (isFile(fileIn(home, entry.fileName))) known[entry.name] = {entry.fileName, home, entry.fileName};
     }
-    if (disk.kind(home) != EntryKind::folder) return;
-    for (const Entry& entry : disk.entries(home)) take(pathText(entry.name));
+    if (disk.kind(home) != Files::EntryKind::folder) return;
+    for (const Files::Entry& entry : disk.entries(home)) take(Files::pathText(entry.name));
   }
 
-  void add(const OverlayEntry& overlay) {
+  void add(const IndexEntry& overlay) {
     std::u16string name = overlay.name;
     for (int number = 2;; ++number) {
       const auto same = known.find(name);
-      if (same == known.end()) return append(overlay.file, name);
-      if (isSame(same->second, overlay.file)) return note(overlay.file, same->second.inHome);
+      if (same == known.end()) return append(overlay.fileName, name);
+      if (isSame(same->second, overlay.fileName)) return note(overlay.fileName, same->second.inHome);
       name = numbered(overlay.name, number, overlayNameUnits);
     }
   }
 
   MergedOverlays result() {
-    merged.index = overlayIndexBytes(entries);
+    merged.index = Formats::indexBytes(entries);
     return std::move(merged);
   }
 
@@ -63,9 +66,9 @@ class OverlayMerge {
     std::u16string file;
   };
 
-  void take(const std::u16string& file) { taken.insert(withoutCase(toNarrow(file))); }
-  bool isTaken(const std::u16string& file) const { return taken.contains(withoutCase(toNarrow(file))); }
-  bool isFile(const fs::path& file) const { return disk.kind(file) == EntryKind::file; }
+  void take(const std::u16string& file) { taken.insert(withoutCase(Formats::toUtf8(file))); }
+  bool isTaken(const std::u16string& file) const { return taken.contains(withoutCase(Formats::toUtf8(file))); }
+  bool isFile(const fs::path& file) const { return disk.kind(file) == Files::EntryKind::file; }
 
   bool isSame(const Overlay& overlay, std::u16string_view inProfile) const {
     return bytesOf(overlay.folder, overlay.file) == bytesOf(profile, inProfile) &&
@@ -83,7 +86,7 @@ class OverlayMerge {
     copy(inProfile, file);
     if (isFile(fileIn(profile, thumbnailOf(inProfile)))) copy(thumbnailOf(inProfile), thumbnailOf(file));
     note(inProfile, file);
-    std::erase_if(entries, [&](const OverlayEntry& entry) { return entry.name == name; });  // entries without a file
+    std::erase_if(entries, [&](const IndexEntry& entry) { return entry.name == name; });  // entries without a file
     entries.push_back({name, file});
     known[name] = {file, profile, inProfile};
   }
@@ -101,18 +104,17 @@ class OverlayMerge {
   std::u16string freeName(const std::u16string& file) const {
     const auto isFree = [this](const std::u16string& name) { return !isTaken(name) && !isTaken(thumbnailOf(name)); };
     if (isFree(file)) return file;
-    for (unsigned number = 0; number < fileNumbers; ++number) {
-      char digits[16];
-      std::snprintf(digits, sizeof digits, "%05u.opa", number);
-      if (std::u16string name = toWide(digits); isFree(name)) return name;
+    for (unsigned number = 0; number < Formats::overlayFileNumbers; ++number) {
+      if (std::u16string name = Formats::overlayFileName(number); isFree(name)) return name;
     }
-    throw DiskError("The folder " + shownPath(home) + " has no name left for another overlay; delete files from it.");
+    throw Files::DiskError("The folder " + Files::shownPath(home) +
+                           " has no name left for another overlay; delete files from it.");
   }
 
-  Disk& disk;
+  Files::Disk& disk;
   const fs::path& home;
   const fs::path& profile;
-  std::vector<OverlayEntry> entries;
+  std::vector<IndexEntry> entries;
   std::map<std::u16string, Overlay> known;  // by displayed name
   std::set<std::string> taken;              // file names, in lower case
   MergedOverlays merged;
@@ -120,9 +122,9 @@ class OverlayMerge {
 
 }  // namespace
 
-MergedOverlays mergeOverlays(Disk& disk, const fs::path& homeFolder, const fs::path& profileFolder) {
+MergedOverlays mergeOverlays(Files::Disk& disk, const fs::path& homeFolder, const fs::path& profileFolder) {
   OverlayMerge merge(disk, homeFolder, profileFolder);
-  for (const OverlayEntry& overlay : readIndex(disk, profileFolder)) merge.add(overlay);
+  for (const IndexEntry& overlay : readIndex(disk, profileFolder)) merge.add(overlay);
   return merge.result();
 }
 

@@ -1,6 +1,7 @@
+#include "formats/text.h"
+#include "formats/watermark_record.h"
 #include "host/documents/documents.h"
 #include "host/profiles/merge.h"
-#include "host/unicode.h"
 
 #include <limits>
 #include <set>
@@ -9,11 +10,10 @@
 namespace Refhost {
 namespace {
 
-using Record = Kiln::SmartPtr<Node>;
+namespace Field = Formats::Field;
+using Formats::noneId;
 
-// The record for no watermark, in every file.
-constexpr std::u16string_view noneId = u"0";
-constexpr std::u16string_view noneName = u"$IDS_NONE;";
+using Record = Kiln::SmartPtr<Node>;
 
 constexpr std::size_t noLimit = std::numeric_limits<std::size_t>::max();
 
@@ -24,12 +24,12 @@ std::u16string field(Node& record, std::u16string_view name) {
 
 // Falls back to the text for records without a name, and to the element's name for records without an id.
 std::u16string nameOf(Node& record) {
-  const bool isNamed = static_cast<bool>(record.child(u"stylename"));
-  return field(record, isNamed ? u"stylename" : u"label");
+  const bool isNamed = static_cast<bool>(record.child(Field::stylename));
+  return field(record, isNamed ? Field::stylename : Field::label);
 }
 
 std::u16string idOf(Node& record) {
-  std::u16string id = field(record, u"value");
+  std::u16string id = field(record, Field::value);
   return id.empty() ? record.localNameText() : id;
 }
 
@@ -102,11 +102,11 @@ class WatermarkMerge {
   std::u16string append(Node& record, const std::u16string& name) {
     std::u16string id = idOf(record);
     for (int number = 2; ids.contains(id) || (number > 2 && reserved.contains(id)); ++number)
-      id = idOf(record) + u'_' + toWide(std::to_string(number));
+      id = idOf(record) + u'_' + Formats::toUtf16(std::to_string(number));
     const auto added = record.copy();
-    if (name != nameOf(record)) added->childOrNew(u"stylename")->setValue(name);
-    if (id != field(record, u"value")) added->childOrNew(u"value")->setValue(id);
-    if (const auto downloaded = added->child(u"downloaded")) downloaded->setValue(u"False");
+    if (name != nameOf(record)) added->childOrNew(Field::stylename)->setValue(name);
+    if (id != field(record, Field::value)) added->childOrNew(Field::value)->setValue(id);
+    if (const auto downloaded = added->child(Field::downloaded)) downloaded->setValue(Formats::Value::no);
     root->setChild(id, added);
     isChanged = true;
     take(Kiln::smartCast<Node>(root->child(id)));
@@ -124,7 +124,7 @@ class WatermarkMerge {
 }  // namespace
 
 std::u16string numbered(std::u16string_view name, int number, std::size_t units) {
-  const std::u16string ending = u" (" + toWide(std::to_string(number)) + u')';
+  const std::u16string ending = u" (" + Formats::toUtf16(std::to_string(number)) + u')';
   std::u16string result(name.substr(0, units - ending.size()));
   return result + ending;
 }
@@ -145,7 +145,7 @@ MergedWatermarks mergeWatermarks(Kiln::SmartPtr<Node> home, Node& profile, const
   MergedWatermarks merged;
   for (const Record& record : profile.children()) {
     const std::u16string name = nameOf(*record);
-    if (name.empty() || name == noneName) continue;  // the record for no watermark
+    if (!Formats::isUsableName(name)) continue;  // the record for no watermark
     const std::u16string id = merge.add(*record);
     if (id != record->localNameText()) merged.ids[record->localNameText()] = id;
   }

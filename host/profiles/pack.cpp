@@ -1,4 +1,4 @@
-#include "host/documents/whole_file.h"
+#include "files/whole_file.h"
 #include "host/profiles/archive.h"
 #include "host/profiles/archive_names.h"
 
@@ -34,7 +34,7 @@ std::vector<SourceFile> filesBelow(const fs::path& folder, const fs::path& first
   for (const auto& entry : fs::recursive_directory_iterator(folder)) {
     if (entry.is_directory()) continue;
     const fs::path inside = entry.path().lexically_relative(folder);
-    const std::string name = shownPath(inside.generic_string<fs::path::value_type>());
+    const std::string name = Files::shownPath(inside.generic_string<fs::path::value_type>());
     if (const std::string problem = archiveNameProblem(name); !problem.empty())
       throw std::runtime_error("The file " + name + " cannot be packed: " + problem);
     files.push_back({entry.path(), name, entry.file_size()});
@@ -43,7 +43,7 @@ std::vector<SourceFile> filesBelow(const fs::path& folder, const fs::path& first
       throw std::runtime_error(
           "There is more in the home than a profile can hold; delete overlays that are not needed.");
   }
-  const std::string firstName = shownPath(first);
+  const std::string firstName = Files::shownPath(first);
   std::sort(files.begin(), files.end(), [&firstName](const SourceFile& a, const SourceFile& b) {
     return std::pair(a.name != firstName, a.name) < std::pair(b.name != firstName, b.name);
   });
@@ -55,7 +55,7 @@ int inKilobytes(std::uint64_t bytes) { return static_cast<int>(bytes >> 10); }
 // An archive being written to a file.
 class Packer {
  public:
-  Packer(Disk& disk, const fs::path& file) : target(disk, file) {
+  Packer(Files::Disk& disk, const fs::path& file) : target(disk, file) {
     // Write blocks as they come, without padding the last one.
     check(archive_write_set_format_zip(archive.get()));
     check(archive_write_set_bytes_per_block(archive.get(), static_cast<int>(blockBytes)));
@@ -105,19 +105,19 @@ class Packer {
   [[noreturn]] void fail() {
     if (problem) std::rethrow_exception(problem);
     const char* reason = archive_error_string(archive.get());
-    throw std::runtime_error(shownPath(target.path()) + " cannot be written: " + (reason != nullptr ? reason : "?") +
-                             ".");
+    throw std::runtime_error(Files::shownPath(target.path()) +
+                             " cannot be written: " + (reason != nullptr ? reason : "?") + ".");
   }
 
-  PendingFile target;
+  Files::PendingFile target;
   std::exception_ptr problem;
   const std::unique_ptr<struct archive, decltype(&archive_write_free)> archive{archive_write_new(), archive_write_free};
 };
 
 }  // namespace
 
-void pack(Disk& disk, const fs::path& folder, const fs::path& first, const fs::path& file, const ArchiveLimits& limits,
-          const Progress& progress) {
+void pack(Files::Disk& disk, const fs::path& folder, const fs::path& first, const fs::path& file,
+          const ArchiveLimits& limits, const Progress& progress) {
   const std::vector<SourceFile> sources = filesBelow(folder, first, limits);
   std::uint64_t total = 0;
   for (const SourceFile& source : sources) total += source.bytes;
@@ -132,7 +132,7 @@ void pack(Disk& disk, const fs::path& folder, const fs::path& first, const fs::p
       if (!progress(inKilobytes(done), inKilobytes(total))) throw Stopped();
       const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(left, blockBytes));
       stream.read(block.data(), static_cast<std::streamsize>(wanted));
-      if (!stream) throw std::runtime_error("The file " + shownPath(source.path) + " cannot be read.");
+      if (!stream) throw std::runtime_error("The file " + Files::shownPath(source.path) + " cannot be read.");
       packer.add({block.data(), wanted});
       left -= wanted;
       done += wanted;

@@ -1,12 +1,13 @@
 #include "host/profiles/profile.h"
 
+#include "files/file_set.h"
+#include "formats/overlay_index.h"
+#include "formats/text.h"
+#include "formats/watermark_record.h"
 #include "host/documents/documents.h"
-#include "host/documents/file_set.h"
 #include "host/kept_settings.h"
 #include "host/profiles/home_import.h"
-#include "host/profiles/overlay_index.h"
 #include "host/profiles/references.h"
-#include "host/unicode.h"
 
 #include <fstream>
 #include <set>
@@ -18,7 +19,6 @@ namespace {
 namespace fs = std::filesystem;
 
 // The plug-in's files, relative to a profile's folder or to local data.
-constexpr std::string_view watermarkName = "ZVeffect.xml";
 constexpr std::string_view overlayFolderName = "overlays";
 
 constexpr ArchiveLimits limits;
@@ -26,17 +26,18 @@ constexpr ArchiveLimits limits;
 // An unpacked and validated profile.
 class Unpacked {
  public:
-  Unpacked(Disk& filesDisk, const fs::path& profileFile, const Progress& progress)
+  Unpacked(Files::Disk& filesDisk, const fs::path& profileFile, const Progress& progress)
       : disk(filesDisk),
         file(profileFile) {
     unpack(file, folder.path(), limits, progress);
     try {
       manifest = contentsOf(folder.path() / manifestName);
       demandKnownFiles();
-      const fs::path path = folder.path() / watermarkName;
-      if (disk.kind(path) != EntryKind::none) records = readWatermarks(bytesOf(path), std::string(watermarkName));
+      const fs::path path = folder.path() / Formats::watermarkFileName;
+      if (disk.kind(path) != Files::EntryKind::none)
+        records = readWatermarks(bytesOf(path), Formats::toUtf8(Formats::watermarkFileName));
     } catch (const std::exception& error) {
-      throw std::runtime_error(shownPath(file) + " is refused as a profile: " + error.what());
+      throw std::runtime_error(Files::shownPath(file) + " is refused as a profile: " + error.what());
     }
   }
 
@@ -52,35 +53,35 @@ class Unpacked {
 
  private:
   Manifest contentsOf(const fs::path& path) const {
-    if (disk.kind(path) != EntryKind::file) throw std::runtime_error("it has no profile.xml.");
+    if (disk.kind(path) != Files::EntryKind::file) throw std::runtime_error("it has no profile.xml.");
     return readManifest(bytesOf(path));
   }
 
   // Rejects files that an import would ignore, and index entries without a file.
   void demandKnownFiles() const {
-    std::set<std::u16string> known = {u"profile.xml", u"ZVeffect.xml"};
+    std::set<std::u16string> known = {u"profile.xml", std::u16string(Formats::watermarkFileName)};
     const auto in = [](std::u16string_view name) { return u"overlays/" + std::u16string(name); };
-    const fs::path index = overlays() / pathFromText(overlayIndexName);
-    if (disk.kind(index) == EntryKind::file) {
-      known.insert(in(overlayIndexName));
-      for (const OverlayEntry& entry : readOverlayIndex(bytesOf(index))) {
-        const bool isPlain = !entry.file.empty() && entry.file.find_first_of(u"/\\:") == entry.file.npos;
-        if (!isPlain || disk.kind(overlays() / pathFromText(entry.file)) != EntryKind::file)
-          throw std::runtime_error("it has no file for its overlay \"" + toNarrow(entry.name) + "\".");
-        known.insert({in(entry.file), in(thumbnailOf(entry.file))});
+    const fs::path index = overlays() / Files::pathFromText(Formats::overlayIndexName);
+    if (disk.kind(index) == Files::EntryKind::file) {
+      known.insert(in(Formats::overlayIndexName));
+      for (const Formats::IndexEntry& entry : Formats::readIndex(bytesOf(index))) {
+        const bool isPlain = !entry.fileName.empty() && entry.fileName.find_first_of(u"/\\:") == entry.fileName.npos;
+        if (!isPlain || disk.kind(overlays() / Files::pathFromText(entry.fileName)) != Files::EntryKind::file)
+          throw std::runtime_error("it has no file for its overlay \"" + Formats::toUtf8(entry.name) + "\".");
+        known.insert({in(entry.fileName), in(Formats::thumbnailOf(entry.fileName))});
       }
     }
     for (const auto& entry : fs::recursive_directory_iterator(folder.path())) {
       const fs::path inside = entry.path().lexically_relative(folder.path());
-      const std::u16string name = pathText(inside.generic_string<fs::path::value_type>());
+      const std::u16string name = Files::pathText(inside.generic_string<fs::path::value_type>());
       if (!entry.is_directory() && !known.contains(name))
-        throw std::runtime_error("its file \"" + toNarrow(name) + "\" belongs to no profile.");
+        throw std::runtime_error("its file \"" + Formats::toUtf8(name) + "\" belongs to no profile.");
     }
   }
 
-  Disk& disk;
+  Files::Disk& disk;
   const fs::path& file;
-  TemporaryFolder folder;
+  Files::TemporaryFolder folder;
   Manifest manifest;
   Kiln::SmartPtr<Node> records;
 };
@@ -88,7 +89,7 @@ class Unpacked {
 // The new contents of the home's files.
 class HomeImport {
  public:
-  HomeImport(Disk& filesDisk, const ProfileHome& intoHome, const Unpacked& profile, const Progress& toTell)
+  HomeImport(Files::Disk& filesDisk, const ProfileHome& intoHome, const Unpacked& profile, const Progress& toTell)
       : disk(filesDisk),
         home(intoHome),
         unpacked(profile),
@@ -116,10 +117,10 @@ class HomeImport {
 
   // Null when there are none.
   Kiln::SmartPtr<Node> presentWatermarks() const {
-    if (disk.kind(home.watermarkFile) == EntryKind::none) return {};
+    if (disk.kind(home.watermarkFile) == Files::EntryKind::none) return {};
     const std::string bytes = disk.read(home.watermarkFile, documentLimits.bytes);
     try {
-      return readWatermarks(bytes, shownPath(home.watermarkFile));
+      return readWatermarks(bytes, Files::shownPath(home.watermarkFile));
     } catch (const std::runtime_error& error) {
       throw std::runtime_error(std::string(error.what()) +
                                " Open the preferences, which puts the file aside, and import again.");
@@ -127,63 +128,66 @@ class HomeImport {
   }
 
   Renamed addOverlays() {
-    if (disk.kind(unpacked.overlays()) == EntryKind::none) return {};
+    if (disk.kind(unpacked.overlays()) == Files::EntryKind::none) return {};
     const MergedOverlays merged = mergeOverlays(disk, home.overlayFolder, unpacked.overlays());
     int done = 0;
     for (const auto& [source, name] : merged.files) {
       if (!progress(done++, static_cast<int>(merged.files.size()))) throw Stopped();
-      write(home.overlayFolder / pathFromText(name), unpacked.bytesOf(source));
+      write(home.overlayFolder / Files::pathFromText(name), unpacked.bytesOf(source));
     }
-    if (!merged.files.empty()) write(home.overlayFolder / pathFromText(overlayIndexName), merged.index);
+    if (!merged.files.empty()) write(home.overlayFolder / Files::pathFromText(Formats::overlayIndexName), merged.index);
     return merged.names;
   }
 
   void write(const fs::path& path, std::string_view bytes) {
-    createFolders(disk, folderOf(path));
+    Files::createFolders(disk, Files::folderOf(path));
     files.write(path, bytes);
   }
 
-  Disk& disk;
+  Files::Disk& disk;
   const ProfileHome& home;
   const Unpacked& unpacked;
   const Progress& progress;
-  FileSet files;
+  Files::FileSet files;
   Manifest manifest;
 };
 
 }  // namespace
 
 ProfileExport::ProfileExport(Preferences& preferences, UserData userData) {
-  preferences.exportProfile(folder.path(), userData == UserData::included ? u"True" : u"False");
+  preferences.exportProfile(folder.path(), userData == UserData::included ? std::u16string(Formats::Value::yes)
+                                                                          : std::u16string(Formats::Value::no));
   Manifest manifest;
   const PropertyModel& model = preferences.model();
   manifest.model = model.description().name;
   for (const auto& [name, value] : model.values())
     if (!model.isContext(name)) manifest.values.emplace_back(name, value);
-  replaceWhole(realDisk(), folder.path() / manifestName, manifestBytes(manifest));
+  Files::replaceWhole(Files::realDisk(), folder.path() / manifestName, manifestBytes(manifest));
 }
 
 void ProfileExport::pack(const fs::path& file, const Progress& progress) const {
-  Refhost::pack(realDisk(), folder.path(), manifestName, file, limits, progress);
+  Refhost::pack(Files::realDisk(), folder.path(), manifestName, file, limits, progress);
 }
 
 ProfileHome ProfileHome::of(Preferences& preferences) {
-  const auto folder = [&](std::u16string_view key) { return pathFromText(preferences.setting(key).value_or(u"")); };
+  const auto folder = [&](std::u16string_view key) {
+    return Files::pathFromText(preferences.setting(key).value_or(u""));
+  };
   ProfileHome home;
   home.home = preferences.home();
-  home.watermarkFile = folder(u"kilnworks.user.path") / watermarkName;
-  home.overlayFolder = folder(u"kilnworks.user.userprofile") / folder(u"kilnworks.pdlsettings.folder");
+  home.watermarkFile = folder(Formats::Setting::userPath) / Formats::watermarkFileName;
+  home.overlayFolder = folder(Formats::Setting::userProfile) / folder(Formats::Setting::settingsFolder);
   home.translate = [&preferences](std::u16string_view text) { return preferences.strings().resolve(text); };
   return home;
 }
 
 ProfileHome ProfileHome::closed(const fs::path& home) {
-  return {home, home / "user" / watermarkName, home / "profile" / overlayFolderName, {}, {}};
+  return {home, home / "user" / Formats::watermarkFileName, home / "profile" / overlayFolderName, {}, {}};
 }
 
-Manifest importProfile(Disk& disk, const fs::path& file, const ProfileHome& home, const Progress& progress) {
+Manifest importProfile(Files::Disk& disk, const fs::path& file, const ProfileHome& home, const Progress& progress) {
   const Unpacked unpacked(disk, file, progress);
-  completeFileSet(disk, importJournal(home.home));
+  Files::completeFileSet(disk, importJournal(home.home));
   return HomeImport(disk, home, unpacked, progress).run();
 }
 

@@ -6,11 +6,11 @@
 // on any thread while the home is not in use.
 #pragma once
 
+#include "files/temporary_folder.h"
 #include "host/preferences.h"
 #include "host/profiles/archive.h"
 #include "host/profiles/manifest.h"
 #include "host/profiles/merge.h"
-#include "host/temporary_folder.h"
 
 #include <filesystem>
 #include <functional>
@@ -31,7 +31,7 @@ class ProfileExport {
   void pack(const std::filesystem::path& file, const Progress& progress) const;
 
  private:
-  TemporaryFolder folder;
+  Files::TemporaryFolder folder;
 };
 
 // The home to import a profile into.
@@ -57,7 +57,7 @@ struct ProfileHome {
 // once it is opened again. Returns the values, which refer to the home's watermarks and overlays. Progress is in
 // kilobytes, and cannot stop the import once the home is being changed. Throws std::runtime_error, one sentence, and
 // Stopped.
-Manifest importProfile(Disk& disk, const std::filesystem::path& file, const ProfileHome& home,
+Manifest importProfile(Files::Disk& disk, const std::filesystem::path& file, const ProfileHome& home,
                        const Progress& progress);
 
 }  // namespace Refhost

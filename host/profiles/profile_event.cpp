@@ -1,6 +1,7 @@
 #include "host/profiles/profile_event.h"
 
-#include "host/documents/path_text.h"
+#include "files/path_text.h"
+#include "formats/names.h"
 #include "host/model/settings.h"
 
 namespace Refhost {
@@ -10,12 +11,12 @@ std::filesystem::path profileLocation(const std::filesystem::path& localData, co
 }
 
 Kiln::SmartPtr<Kiln::Property> ProfileEvent::property(Kiln::WStringView name) {
-  if (!includeUserdata || name.view() != u"IncludeUserdata") return {};
+  if (!includeUserdata || name.view() != Formats::Prop::includeUserdata) return {};
   return make<PlainProperty>(*includeUserdata);
 }
 
 Kiln::WString ProfileEvent::location(Kiln::WStringView localData) {
-  const auto folder = makePath(world, profileLocation(pathFromText(localData.view()), target));
+  const auto folder = makePath(world, profileLocation(Files::pathFromText(localData.view()), target));
   if (includeUserdata) folder->createFolder();
   return folder->text();
 }

@@ -1,4 +1,4 @@
-#include "host/documents/path_text.h"
+#include "files/path_text.h"
 #include "host/profiles/archive.h"
 #include "host/profiles/archive_names.h"
 
@@ -29,7 +29,7 @@ constexpr std::uint64_t mostBytesOfContents = std::uint64_t{4} << 20;
 class Source {
  public:
   explicit Source(const fs::path& file) : stream(file, std::ios::binary), block(blockBytes) {
-    if (!stream) throw std::runtime_error("The file " + shownPath(file) + " cannot be read.");
+    if (!stream) throw std::runtime_error("The file " + Files::shownPath(file) + " cannot be read.");
     stream.seekg(0, std::ios::end);
     length = stream.tellg();
     stream.seekg(0);
@@ -198,11 +198,11 @@ class Unpacker {
   }
 
   [[noreturn]] void refuse(const std::string& problem) const {
-    throw std::runtime_error(shownPath(file) + " is refused as a profile: " + problem);
+    throw std::runtime_error(Files::shownPath(file) + " is refused as a profile: " + problem);
   }
 
   [[noreturn]] void failToWrite() const {
-    throw std::runtime_error(shownPath(file) + " cannot be unpacked: " + reason(writer.get()) + ".");
+    throw std::runtime_error(Files::shownPath(file) + " cannot be unpacked: " + reason(writer.get()) + ".");
   }
 
   const fs::path& file;
@@ -221,10 +221,10 @@ class Unpacker {
 
 void unpack(const fs::path& file, const fs::path& folder, const ArchiveLimits& limits, const Progress& progress) {
   // Opening a pipe would wait for its writer.
-  const EntryKind kind = realDisk().kind(file);
-  if (kind != EntryKind::file)
-    throw std::runtime_error("The file " + shownPath(file) + " cannot be read: " +
-                             (kind == EntryKind::none ? "there is no such file." : "it is no ordinary file."));
+  const Files::EntryKind kind = Files::realDisk().kind(file);
+  if (kind != Files::EntryKind::file)
+    throw std::runtime_error("The file " + Files::shownPath(file) + " cannot be read: " +
+                             (kind == Files::EntryKind::none ? "there is no such file." : "it is no ordinary file."));
   Unpacker(file, folder, limits, progress).run();
 }
 

@@ -1,8 +1,8 @@
 #include "host/ticket/capabilities.h"
 
+#include "formats/text.h"
 #include "host/ticket/conversion.h"
 #include "host/ticket/elements.h"
-#include "host/unicode.h"
 
 #include <algorithm>
 
@@ -114,8 +114,8 @@ class CapabilitiesWriter {
     const QName dataType{std::u16string(dataTypeOf(type)), std::u16string(PrintSchema::dataTypes)};
     add(u"DataType", u"QName", schema.written(dataType));
     if (standard) add(u"DefaultValue", dataTypeOf(type), *standard);
-    add(isInteger ? u"MinValue" : u"MinLength", u"integer", toWide(std::to_string(length.least)));
-    add(isInteger ? u"MaxValue" : u"MaxLength", u"integer", toWide(std::to_string(length.most)));
+    add(isInteger ? u"MinValue" : u"MinLength", u"integer", Formats::toUtf16(std::to_string(length.least)));
+    add(isInteger ? u"MaxValue" : u"MaxLength", u"integer", Formats::toUtf16(std::to_string(length.most)));
     add(u"Multiple", u"integer", u"1");
     add(u"Mandatory", u"QName", schema.written(keyword(u"Conditional")));
     add(u"UnitType", u"string", unit);

@@ -1,6 +1,6 @@
 #include "host/ticket/schema.h"
 
-#include "host/unicode.h"
+#include "formats/text.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -20,7 +20,7 @@ class SchemaReader {
     const Scope scope(root);
     if (!isSchemaElement(root, u"ticketSchema"))
       throw DocumentError(root, "a ticket schema begins with the element ticketSchema of the namespace " +
-                                    toNarrow(schemaNameSpace) + ".");
+                                    Formats::toUtf8(schemaNameSpace) + ".");
     allowAttributes(root, {});
     choosePrefixes(root);
     eachChild(root, {u"feature", u"parameter"}, scope, [this](const Node& child, const Scope& inner) {
@@ -48,12 +48,12 @@ class SchemaReader {
     }
   }
 
-  static std::string named(const Node& node) { return "the element " + toNarrow(node.localNameText()); }
+  static std::string named(const Node& node) { return "the element " + Formats::toUtf8(node.localNameText()); }
 
   static void allowAttributes(const Node& node, std::initializer_list<std::u16string_view> allowed) {
     for (const Node::Attribute& attribute : node.attributes)
       if (!attribute.nameSpace.empty() || std::find(allowed.begin(), allowed.end(), attribute.name) == allowed.end())
-        throw DocumentError(node, named(node) + " has no attribute " + toNarrow(attribute.name) + ".");
+        throw DocumentError(node, named(node) + " has no attribute " + Formats::toUtf8(attribute.name) + ".");
   }
 
   static std::optional<std::u16string> optional(const Node& node, std::u16string_view attribute) {
@@ -62,7 +62,7 @@ class SchemaReader {
   }
   static std::u16string demand(const Node& node, std::u16string_view attribute) {
     auto value = optional(node, attribute);
-    if (!value) throw DocumentError(node, named(node) + " lacks the attribute " + toNarrow(attribute) + ".");
+    if (!value) throw DocumentError(node, named(node) + " lacks the attribute " + Formats::toUtf8(attribute) + ".");
     return *std::move(value);
   }
 
@@ -76,7 +76,8 @@ class SchemaReader {
       if (prefix.empty() || isDeclared(nameSpace)) continue;
       const bool isTaken = std::any_of(schema.prefixes.begin(), schema.prefixes.end(),
                                        [&p = prefix](const auto& taken) { return taken.first == p; });
-      if (isTaken) throw DocumentError(root, "the prefix " + toNarrow(prefix) + " is kept for the Print Schema.");
+      if (isTaken)
+        throw DocumentError(root, "the prefix " + Formats::toUtf8(prefix) + " is kept for the Print Schema.");
       schema.prefixes.emplace_back(prefix, nameSpace);
     }
   }
@@ -95,7 +96,8 @@ class SchemaReader {
 
   // Registers a name; throws when another element of the same kind and place has it.
   static void claim(std::set<QName>& taken, const Node& node, const QName& name) {
-    if (!taken.insert(name).second) throw DocumentError(node, "the name " + toNarrow(name.name) + " stands twice.");
+    if (!taken.insert(name).second)
+      throw DocumentError(node, "the name " + Formats::toUtf8(name.name) + " stands twice.");
   }
 
   static Kiln::PTLevel scopeOf(const Node& node) {
@@ -111,8 +113,8 @@ class SchemaReader {
                                std::numeric_limits<std::int32_t>::max()};
     const auto text = demand(node, attribute);
     if (const auto fault = faultOf(bounds, text); !fault.empty())
-      throw DocumentError(node, toNarrow(attribute) + " " + fault);
-    return std::stoll(toNarrow(propertyForm(bounds, text)));
+      throw DocumentError(node, Formats::toUtf8(attribute) + " " + fault);
+    return std::stoll(Formats::toUtf8(propertyForm(bounds, text)));
   }
 
   static ValueType typeOf(const Node& node, ValueForm form) {
@@ -189,7 +191,7 @@ class SchemaReader {
       claim(scoredNames, child, scored);
       const auto found = parameterIndex.find(parameter);
       if (found == parameterIndex.end())
-        throw DocumentError(child, "there is no parameter " + toNarrow(parameter.name) + ".");
+        throw DocumentError(child, "there is no parameter " + Formats::toUtf8(parameter.name) + ".");
       option.scored.emplace_back(scored, found->second);
     });
     return option;
@@ -212,8 +214,8 @@ class SchemaReader {
       } else {
         auto option = readOption(child, childScope);
         if (feature.optionOf(option.name) != nullptr || feature.optionOf(option.value) != nullptr)
-          throw DocumentError(child,
-                              "the name or the value of the option " + toNarrow(option.name.name) + " stands twice.");
+          throw DocumentError(child, "the name or the value of the option " + Formats::toUtf8(option.name.name) +
+                                         " stands twice.");
         feature.options.push_back(std::move(option));
       }
     });
@@ -233,7 +235,7 @@ class SchemaReader {
 
   void claimProperty(const Node& node, const std::u16string& property) {
     if (!properties.insert(property).second)
-      throw DocumentError(node, "the property " + toNarrow(property) + " stands twice.");
+      throw DocumentError(node, "the property " + Formats::toUtf8(property) + " stands twice.");
   }
 
   TicketSchema schema;
@@ -266,7 +268,7 @@ std::u16string TicketSchema::written(const QName& name) const { return prefixOf(
 std::string TicketSchema::shown(const QName& name) const {
   const auto found =
       std::find_if(prefixes.begin(), prefixes.end(), [&](const auto& p) { return p.second == name.nameSpace; });
-  return toNarrow((found == prefixes.end() ? u'{' + name.nameSpace + u'}' : found->first + u':') + name.name);
+  return Formats::toUtf8((found == prefixes.end() ? u'{' + name.nameSpace + u'}' : found->first + u':') + name.name);
 }
 
 TicketSchema readSchema(const Node& document) { return SchemaReader().read(document); }

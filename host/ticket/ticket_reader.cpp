@@ -1,6 +1,6 @@
+#include "formats/text.h"
 #include "host/ticket/conversion.h"
 #include "host/ticket/elements.h"
-#include "host/unicode.h"
 
 #include <map>
 #include <set>
@@ -32,7 +32,7 @@ class TicketReader {
 
   static void checkRoot(const Node& root) {
     if (!isFrameworkElement(root, u"PrintTicket"))
-      throw DocumentError(root, "the root element is " + toNarrow(root.localNameText()) +
+      throw DocumentError(root, "the root element is " + Formats::toUtf8(root.localNameText()) +
                                     ", not PrintTicket of the Print Schema framework.");
     const std::u16string* version = attributeOf(root, {}, u"version");
     if (version == nullptr || *version != u"1")
@@ -42,7 +42,7 @@ class TicketReader {
   // Only elements without children may have text; the position of other text would be lost in the next ticket.
   static void refuseMixedText(const Node& node) {
     if (!node.children().empty() && !node.text().empty())
-      throw DocumentError(node, "there is text beside the elements in " + toNarrow(node.localNameText()) + ".");
+      throw DocumentError(node, "there is text beside the elements in " + Formats::toUtf8(node.localNameText()) + ".");
     for (const auto& child : node.children()) refuseMixedText(*child);
   }
 

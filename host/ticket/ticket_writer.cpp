@@ -1,6 +1,6 @@
+#include "formats/text.h"
 #include "host/ticket/conversion.h"
 #include "host/ticket/elements.h"
-#include "host/unicode.h"
 
 namespace Refhost {
 namespace {
@@ -30,7 +30,7 @@ class TicketWriter {
   std::u16string valueOf(const std::u16string& property) const { return properties.child(property)->wideValue().str(); }
 
   [[noreturn]] static void refuse(const std::u16string& property, const std::string& what) {
-    throw std::runtime_error("No PrintTicket can be made: the property " + toNarrow(property) + " " + what);
+    throw std::runtime_error("No PrintTicket can be made: the property " + Formats::toUtf8(property) + " " + what);
   }
 
   // Empty for an omitted feature.

@@ -1,11 +1,11 @@
 #include "host/ticket/tickets.h"
 
-#include "host/documents/disk.h"
+#include "files/disk.h"
+#include "formats/text.h"
 #include "host/documents/documents.h"
 #include "host/ticket/capabilities.h"
 #include "host/ticket/conversion.h"
 #include "host/ticket/lines.h"
-#include "host/unicode.h"
 
 #include <stdexcept>
 #include <utility>
@@ -88,9 +88,9 @@ Kiln::SmartPtr<Kiln::Dom::INode> TicketService::loadSchema(Kiln::WStringView url
   if (const auto known = schemas.find(std::u16string(url.view())); known != schemas.end())
     return known->second->document;
   const auto file = folders.file(url);
-  if (!file) throw failure(toNarrow(url) + " names no ticket schema.");
+  if (!file) throw failure(Formats::toUtf8(url) + " names no ticket schema.");
   try {
-    const std::string bytes = realDisk().read(*file, documentLimits.bytes);
+    const std::string bytes = Files::realDisk().read(*file, documentLimits.bytes);
     const auto document = readXml(bytes, file->string(), documentLimits);
     try {
       schemas.emplace(url.view(), std::make_shared<Schema>(Schema{document, readSchema(*document)}));

@@ -1,6 +1,6 @@
 #include "host/ticket/values.h"
 
-#include "host/unicode.h"
+#include "formats/text.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -34,7 +34,7 @@ std::optional<std::int64_t> integerOf(std::u16string_view text) {
   return isNegative ? -number : number;
 }
 
-std::u16string textOf(std::int64_t number) { return toWide(std::to_string(number)); }
+std::u16string textOf(std::int64_t number) { return Formats::toUtf16(std::to_string(number)); }
 
 int hexDigit(char16_t unit) {
   if (isDigit(unit)) return unit - u'0';
@@ -69,7 +69,7 @@ std::string rangeOf(const ValueType& type) { return std::to_string(type.least) +
 std::string textFault(const ValueType& type, std::u16string_view text) {
   std::int64_t characters = 0;
   for (std::size_t i = 0; i < text.size(); ++characters) {
-    const char32_t codePoint = nextCodePoint(text, i);
+    const char32_t codePoint = Formats::nextCodePoint(text, i);
     if (isCarriedByXml(codePoint)) continue;
     char name[16];
     std::snprintf(name, sizeof name, "U+%04X", static_cast<unsigned>(codePoint));
@@ -130,8 +130,8 @@ std::string inQuotes(std::u16string_view text) {
   std::string shown = "\"";
   std::size_t i = 0;
   for (std::size_t characters = 0; i < text.size() && characters < longest; ++characters) {
-    const char32_t codePoint = nextCodePoint(text, i);
-    appendUtf8(shown, isCarriedByXml(codePoint) && codePoint >= 0x20 ? codePoint : 0xFFFD);
+    const char32_t codePoint = Formats::nextCodePoint(text, i);
+    Formats::appendUtf8(shown, isCarriedByXml(codePoint) && codePoint >= 0x20 ? codePoint : 0xFFFD);
   }
   return shown + (i < text.size() ? "...\"" : "\"");
 }

@@ -17,17 +17,18 @@ bool Effects::dependOnPlace() const {
 }
 
 Effects effectsFromProperties(const Properties& properties) {
-  const auto holds = [&](const char* name, const char* on) { return valueOf(properties, name) == on; };
+  namespace Prop = Formats::Prop;
+  namespace Value = Formats::Value;
+  const auto holds = [&](Formats::Name name, Formats::Name on) { return isSet(properties, name, on); };
   Effects effects;
-  effects.mirrorImage = holds("MirrorImage", "MirrorImage");
-  effects.negativeImage = holds("NegativeImage", "Negative");
-  effects.rotate180 = holds("Rotate180", "Rotate180");
-  // The "on" value is the same as for Rotate180.
-  effects.rotate180ForA3Ledger = holds("Rotate180ForA3LD", "Rotate180");
-  effects.overlaysOverPage = holds("OverlayLayering", "Overlay");
-  effects.overlaysOnEachPage = holds("OverlayOccurance", "PerPage");
-  if (holds("Nin1", "2in1")) effects.pagesOnSheet = 2;
-  if (holds("Nin1", "4in1")) effects.pagesOnSheet = 4;
+  effects.mirrorImage = holds(Prop::mirrorImage, Value::mirrorImage);
+  effects.negativeImage = holds(Prop::negativeImage, Value::negative);
+  effects.rotate180 = holds(Prop::rotate180, Value::rotate180);
+  effects.rotate180ForA3Ledger = holds(Prop::rotate180ForA3LD, Value::rotate180);
+  effects.overlaysOverPage = holds(Prop::overlayLayering, Value::overlay);
+  effects.overlaysOnEachPage = holds(Prop::overlayOccurance, Value::perPage);
+  if (holds(Prop::nin1, Value::twoInOne)) effects.pagesOnSheet = 2;
+  if (holds(Prop::nin1, Value::fourInOne)) effects.pagesOnSheet = 4;
   try {
     effects.watermark = watermarkFromProperties(properties);
     effects.overlays = overlaysFromProperties(properties);

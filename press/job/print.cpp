@@ -1,7 +1,8 @@
 #include "press/job/print.h"
 
+#include "files/disk.h"
+#include "files/whole_file.h"
 #include "press/job/selection.h"
-#include "press/job/whole_file.h"
 #include "press/job/write_behind.h"
 #include "press/pages/wrap.h"
 #include "press/pdf/document.h"
@@ -52,6 +53,11 @@ class Steps : public QPDFWriter::ProgressReporter {
   int total;
 };
 
+Error unwritable(const fs::path& out, std::error_code reason) {
+  return Error(quoted(out) + " cannot be written (" + reason.message() +
+               "): choose a folder that exists, may be written to and has room.");
+}
+
 // Converts the current exception of a failed print into an Error. Call in a catch block.
 [[noreturn]] void sayWhyNot(const fs::path& in, const fs::path& out) {
   try {
@@ -60,9 +66,10 @@ class Steps : public QPDFWriter::ProgressReporter {
     throw;
   } catch (const Stopped&) {
     throw;
+  } catch (const Files::DiskError& problem) {
+    throw unwritable(out, problem.code());
   } catch (const std::system_error& problem) {
-    throw Error(quoted(out) + " cannot be written (" + problem.code().message() +
-                "): choose a folder that exists, may be written to and has room.");
+    throw unwritable(out, problem.code());
   } catch (const std::exception& problem) {
     throw Error(quoted(in) + " cannot be printed (" + problem.what() +
                 "): save or export the document as PDF again and print that.");
@@ -146,7 +153,7 @@ std::vector<std::string> putEffectsOn(Document& document, Marks& marks, const Ef
   return notes;
 }
 
-std::vector<std::string> printOpened(Document& document, WholeFile& file, const Effects& effects,
+std::vector<std::string> printOpened(Document& document, Files::PendingFile& file, const Effects& effects,
                                      const Progress& progress) {
   const auto steps = std::make_shared<Steps>(progress, static_cast<int>(document.pages.size()));
   Marks marks(*document.pdf);
@@ -199,9 +206,10 @@ std::vector<std::string> printPdf(const fs::path& in, const fs::path& out, const
     if (!keepPages(document, pages))
       throw Error(quoted(in) + " has none of the chosen pages: choose from its " +
                   std::to_string(document.pages.size()) + ".");
-    WholeFile file(out);
+    Files::PendingFile file(Files::realDisk(), Files::linkTarget(out));
     std::vector<std::string> notes = printOpened(document, file, effects, progress);
-    file.commit();
+    file.finish();
+    file.putInPlace();
     return notes;
   } catch (...) {
     sayWhyNot(in, out);

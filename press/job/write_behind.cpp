@@ -71,7 +71,7 @@ void WriteBehind::run() {
       hold.unlock();
       std::exception_ptr problem;
       try {
-        file.write(piece.data(), piece.size());
+        file.write(piece);
       } catch (...) {
         problem = std::current_exception();
       }

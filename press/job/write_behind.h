@@ -1,6 +1,6 @@
 #pragma once
 
-#include "press/job/whole_file.h"
+#include "files/whole_file.h"
 
 #include <condition_variable>
 #include <cstddef>
@@ -16,7 +16,7 @@ namespace Press {
 class WriteBehind {
  public:
   // `destination` outlives this object, and must not be used otherwise until `complete` returns.
-  explicit WriteBehind(WholeFile& destination) : file(destination) {}
+  explicit WriteBehind(Files::PendingFile& destination) : file(destination) {}
 
   // Discards what is not written yet.
   ~WriteBehind();
@@ -26,7 +26,7 @@ class WriteBehind {
   // Copies the bytes. Returns before they are written, unless the queue is full; errors are kept for `complete`.
   void write(const char* data, std::size_t size);
 
-  // Must be the last call: returns when everything is written; throws the first error, a std::system_error.
+  // Must be the last call: returns when everything is written; throws the first error.
   void complete();
 
  private:
@@ -36,7 +36,7 @@ class WriteBehind {
   void run();
   void end();
 
-  WholeFile& file;
+  Files::PendingFile& file;
   Piece current;
 
   // Started with the first full piece. Shares the members below, guarded by the lock.

@@ -1,8 +1,8 @@
 #include "press/marks/overlay.h"
 
+#include "formats/file_list.h"
+#include "formats/text.h"
 #include "press/error.h"
-
-#include <algorithm>
 
 namespace Press {
 namespace {
@@ -11,22 +11,24 @@ constexpr std::size_t mostOverlays = 1000;
 
 std::filesystem::path pathOf(std::string_view utf8) { return std::u8string(utf8.begin(), utf8.end()); }
 
-Overlay entryIn(const std::string& text) {
-  const std::size_t semicolon = text.find(';');
-  if (semicolon == std::string::npos || semicolon == 0)
-    throw Error("The overlays' \"" + excerpt(text, 200) +
+Overlay overlayIn(const Formats::FileListEntry& entry) {
+  const std::string file = Formats::toUtf8(entry.file);
+  const std::string pages = Formats::toUtf8(entry.pages);
+  if (file.empty() || !entry.hasPages)
+    throw Error("The overlays' \"" + excerpt(entry.hasPages ? file + ';' + pages : file, 200) +
                 "\" does not name a file and its pages: choose the overlays again.");
-  return {pathOf(std::string_view(text).substr(0, semicolon)), PageRule(text.substr(semicolon + 1))};
+  return {pathOf(file), PageRule(pages)};
 }
 
-std::vector<Overlay> entriesIn(const std::string& text) {
+std::vector<Overlay> overlaysIn(const std::string& list) {
+  const std::u16string wide = Formats::toUtf16(list);
   std::vector<Overlay> overlays;
-  for (std::size_t start = 0; start < text.size();) {
-    const std::size_t end = std::min(text.find('$', start), text.size());
-    if (end > start) overlays.push_back(entryIn(text.substr(start, end - start)));
+  for (std::u16string_view rest = wide; !rest.empty();) {
+    const Formats::FileListEntry entry = Formats::takeFirst(rest);
+    const bool isBlank = entry.file.empty() && !entry.hasPages;
+    if (!isBlank) overlays.push_back(overlayIn(entry));
     if (overlays.size() > mostOverlays)
       throw Error("There are more than " + std::to_string(mostOverlays) + " overlays: choose fewer.");
-    start = end + 1;
   }
   return overlays;
 }
@@ -34,10 +36,11 @@ std::vector<Overlay> entriesIn(const std::string& text) {
 }  // namespace
 
 std::vector<Overlay> overlaysFromProperties(const Properties& properties) {
-  const std::string kind = valueOf(properties, "OverlayImage");
-  const std::string source = valueOf(properties, "OverlaySourceFileName");
-  if (kind == "MultipleOverlayImage") return entriesIn(source);
-  if (kind != "OverlayImage") return {};
+  namespace Prop = Formats::Prop;
+  namespace Value = Formats::Value;
+  const std::string source = valueOf(properties, Prop::overlaySourceFileName);
+  if (isSet(properties, Prop::overlayImage, Value::multipleOverlayImage)) return overlaysIn(source);
+  if (!isSet(properties, Prop::overlayImage, Value::overlayImage)) return {};
   if (source.empty()) throw Error("The chosen overlay's file is not there any more: choose another overlay, or none.");
   return {{pathOf(source), PageRule()}};
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "formats/names.h"
+
 #include <map>
 #include <string>
 
@@ -9,6 +11,9 @@ namespace Press {
 using Properties = std::map<std::string, std::string>;
 
 // Empty for a missing property.
-std::string valueOf(const Properties& properties, const char* name);
+std::string valueOf(const Properties& properties, Formats::Name name);
+
+// Whether the property has exactly that value.
+bool isSet(const Properties& properties, Formats::Name name, Formats::Name value);
 
 }  // namespace Press

@@ -1,5 +1,7 @@
 #include "press/marks/watermark.h"
 
+#include "formats/text.h"
+#include "formats/watermark_record.h"
 #include "press/error.h"
 
 #include <charconv>
@@ -7,13 +9,18 @@
 namespace Press {
 namespace {
 
-[[noreturn]] void refuse(const char* name, const std::string& value, const char* what) {
-  throw Error(std::string("The watermark's ") + name + " is \"" + value +
+namespace Prop = Formats::Prop;
+namespace Value = Formats::Value;
+namespace FontStyle = Formats::FontStyle;
+using Formats::isName;
+using Formats::Name;
+
+[[noreturn]] void refuse(Name name, const std::string& value, const char* what) {
+  throw Error("The watermark's " + Formats::toUtf8(name) + " is \"" + value +
               "\": choose or edit the watermark so that it " + what + ".");
 }
 
-double numberIn(const Properties& properties, const char* name, double ordinary, double least, double most,
-                const char* what) {
+double numberIn(const Properties& properties, Name name, double ordinary, double least, double most, const char* what) {
   const std::string text = valueOf(properties, name);
   if (text.empty()) return ordinary;
   double value = 0;
@@ -25,7 +32,7 @@ double numberIn(const Properties& properties, const char* name, double ordinary,
 }
 
 std::uint32_t colourIn(const Properties& properties, std::uint32_t ordinary) {
-  const char* name = "WatermarkTextColour";
+  constexpr Name name = Prop::watermarkTextColour;
   const std::string text = valueOf(properties, name);
   if (text.empty()) return ordinary;
   std::uint32_t value = 0;
@@ -36,16 +43,16 @@ std::uint32_t colourIn(const Properties& properties, std::uint32_t ordinary) {
   return value;
 }
 
-bool flagIn(const Properties& properties, const char* name) {
+bool flagIn(const Properties& properties, Name name) {
   const std::string text = valueOf(properties, name);
-  if (text.empty() || text == "False") return false;
-  if (text == "True") return true;
+  if (text.empty() || isName(text, Value::no)) return false;
+  if (isName(text, Value::yes)) return true;
   refuse(name, text, "is True or False");
 }
 
 // The place of a property's value in three one-letter codes.
 template <class Place>
-Place placeIn(const Properties& properties, const char* name, const char* codes, const char* what) {
+Place placeIn(const Properties& properties, Name name, const char* codes, const char* what) {
   const std::string text = valueOf(properties, name);
   if (text.empty()) return Place::centre;
   for (int index = 0; index < 3; ++index)
@@ -57,24 +64,24 @@ Place placeIn(const Properties& properties, const char* name, const char* codes,
 
 Watermark watermarkFromProperties(const Properties& properties) {
   Watermark mark;
-  if (valueOf(properties, "Watermark") != "Watermark") return mark;
-  mark.text = valueOf(properties, "WatermarkText");
+  if (!isSet(properties, Prop::watermark, Value::watermark)) return mark;
+  mark.text = valueOf(properties, Prop::watermarkText);
   if (mark.text.empty()) return mark;
-  if (const std::string face = valueOf(properties, "WatermarkTextFont"); !face.empty()) mark.face = face;
-  const std::string style = valueOf(properties, "WatermarkTextStyle");
-  mark.isBold = style == "Bold" || style == "BoldItalic";
-  mark.isItalic = style == "Italic" || style == "BoldItalic";
-  mark.size = numberIn(properties, "WatermarkTextFontSize", mark.size, 1, 1000, "is from 1 to 1000 points");
+  if (const std::string face = valueOf(properties, Prop::watermarkTextFont); !face.empty()) mark.face = face;
+  const std::string style = valueOf(properties, Prop::watermarkTextStyle);
+  mark.isBold = isName(style, FontStyle::bold) || isName(style, FontStyle::boldItalic);
+  mark.isItalic = isName(style, FontStyle::italic) || isName(style, FontStyle::boldItalic);
+  mark.size = numberIn(properties, Prop::watermarkTextFontSize, mark.size, 1, 1000, "is from 1 to 1000 points");
   mark.colour = colourIn(properties, mark.colour);
-  mark.angle = numberIn(properties, "WatermarkTextAngle", mark.angle, -1e6, 1e6, "is a number of degrees");
-  mark.across = placeIn<Across>(properties, "WatermarkTextWidth", "LCR", "is L, C or R");
-  mark.down = placeIn<Down>(properties, "WatermarkTextHeight", "UCL", "is U, C or L");
-  mark.isOutlined = flagIn(properties, "WatermarkTextOutline");
-  mark.transparency = numberIn(properties, "WatermarkTextTransparency", 0, 0, 100, "is from 0 to 100 percent");
-  mark.fitsPage = valueOf(properties, "WatermarkTextScale") != "False";
-  mark.firstOnly = flagIn(properties, "FirstPageOnly");
-  mark.onEachPage = valueOf(properties, "WatermarkOccurance") == "PerPage";
-  mark.isUnderPage = valueOf(properties, "WatermarkLayering") == "Underlay";
+  mark.angle = numberIn(properties, Prop::watermarkTextAngle, mark.angle, -1e6, 1e6, "is a number of degrees");
+  mark.across = placeIn<Across>(properties, Prop::watermarkTextWidth, "LCR", "is L, C or R");
+  mark.down = placeIn<Down>(properties, Prop::watermarkTextHeight, "UCL", "is U, C or L");
+  mark.isOutlined = flagIn(properties, Prop::watermarkTextOutline);
+  mark.transparency = numberIn(properties, Prop::watermarkTextTransparency, 0, 0, 100, "is from 0 to 100 percent");
+  mark.fitsPage = !isSet(properties, Prop::watermarkTextScale, Value::no);
+  mark.firstOnly = flagIn(properties, Prop::firstPageOnly);
+  mark.onEachPage = isSet(properties, Prop::watermarkOccurance, Value::perPage);
+  mark.isUnderPage = isSet(properties, Prop::watermarkLayering, Value::underlay);
   return mark;
 }
 

@@ -1,5 +1,6 @@
 #include "press/pages/rule.h"
 
+#include "formats/names.h"
 #include "press/error.h"
 
 #include <algorithm>
@@ -50,8 +51,9 @@ std::pair<int, int> rangeIn(std::string_view item) {
 }  // namespace
 
 PageRule::PageRule(std::string_view text) {
-  if (text == "All") return;
-  kind = text == "Even" ? Kind::even : text == "Odd" ? Kind::odd : Kind::listed;
+  using namespace Formats;
+  if (isName(text, Value::allPages)) return;
+  kind = isName(text, Value::evenPages) ? Kind::even : isName(text, Value::oddPages) ? Kind::odd : Kind::listed;
   if (kind != Kind::listed) return;
   std::vector<Range> named;
   bool isEmpty = true;

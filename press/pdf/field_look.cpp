@@ -1,8 +1,8 @@
 #include "press/pdf/field_look.h"
 
+#include "formats/text.h"
 #include "press/text/outlines.h"
 #include "press/text/outlines_content.h"
-#include "press/text/unicode.h"
 
 #include <algorithm>
 #include <map>
@@ -105,8 +105,8 @@ std::string inCells(Writing& writing, const FieldText& text, const Box& room, do
   std::string drawn;
   const double width = (room.x1 - room.x0) / text.cells;
   double x = room.x0;
-  for (const char32_t character : charactersOf(text.lines.front())) {
-    const std::string letter = utf8Of(character);
+  for (const char32_t character : Formats::toUtf32(text.lines.front())) {
+    const std::string letter = Formats::toUtf8(character);
     drawn += writing.drawn(letter, x + startOf(1, width, writing.widthOf(letter)), baseline);
     x += width;
   }

@@ -1,9 +1,9 @@
 #include "press/pdf/form_fields.h"
 
+#include "formats/text.h"
 #include "press/error.h"
 #include "press/pdf/field_look.h"
 #include "press/pdf/qpdf.h"
-#include "press/text/unicode.h"
 
 #include <algorithm>
 #include <sstream>
@@ -118,7 +118,7 @@ FieldText textOf(QPDFFormFieldObjectHelper& field) {
   }
   text.flows = (flags & flowsFlag) != 0;
   if (text.lines.empty() || text.flows) return text;
-  if (flags & passwordFlag) text.lines = {std::string(charactersOf(text.lines.front()).size(), '*')};
+  if (flags & passwordFlag) text.lines = {std::string(Formats::toUtf32(text.lines.front()).size(), '*')};
   QPDFObjectHandle most = field.getInheritableFieldValue("/MaxLen");
   if ((flags & combFlag) != 0 && most.isInteger()) text.cells = std::clamp(most.getIntValueAsInt(), 0, 1000);
   return text;

@@ -1,10 +1,12 @@
 #include "press/pictures/loader.h"
 
+#include "files/module.h"
 #include "press/error.h"
 #include "press/pictures/module.h"
 
-#include <dlfcn.h>
-
+#include <stdexcept>
+#include <string>
+#include <type_traits>
 #include <utility>
 
 namespace Press {
@@ -12,14 +14,19 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* reinstall = "): install the program again, all of its files in one folder.";
-
 KilnDrawPage load() {
-  const fs::path file = fs::read_symlink("/proc/self/exe").parent_path() / "kiln-pictures.so";
-  void* library = ::dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
-  void* function = library ? ::dlsym(library, drawPageSymbol) : nullptr;
-  if (!function) throw Error(quoted(file) + " cannot be loaded (" + ::dlerror() + reinstall);
-  return reinterpret_cast<KilnDrawPage>(function);
+  const fs::path file = Files::programFolder() / "kiln-pictures.so";
+  std::string reason;
+  try {
+    Files::Module library(file);
+    library.keepLoaded();
+    if (auto* function = library.function<std::remove_pointer_t<KilnDrawPage>>(drawPageSymbol)) return function;
+    reason = std::string("it exports no ") + drawPageSymbol;
+  } catch (const std::runtime_error& problem) {
+    reason = problem.what();
+  }
+  throw Error(quoted(file) + " cannot be loaded (" + reason +
+              "): install the program again, all of its files in one folder.");
 }
 
 struct Result {

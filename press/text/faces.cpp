@@ -1,7 +1,7 @@
 #include "press/text/faces.h"
 
+#include "formats/text.h"
 #include "press/error.h"
-#include "press/text/unicode.h"
 
 #include <hb-ot.h>
 
@@ -138,7 +138,7 @@ std::string sentenceOnMissing(const std::set<char32_t>& letters) {
   std::size_t count = 0;
   for (const char32_t letter : letters) {
     if (++count > mostNamed) break;
-    names += (names.empty() ? "" : ", ") + utf8Of(letter);
+    names += (names.empty() ? "" : ", ") + Formats::toUtf8(letter);
   }
   return "No installed face has " + names + (letters.size() > mostNamed ? " and others" : "") +
          " of the watermark's text; install one, or empty boxes are printed in their place.";

@@ -1,10 +1,10 @@
 #include "press/text/outlines.h"
 
+#include "formats/text.h"
 #include "press/error.h"
 #include "press/text/edge.h"
 #include "press/text/faces.h"
 #include "press/text/runs.h"
-#include "press/text/unicode.h"
 
 #include <hb.h>
 
@@ -22,7 +22,7 @@ constexpr double touchingOfSize = 1.0 / 1000;  // the tolerance for adjacent let
 
 // A single line: replaces line breaks by spaces.
 std::u32string lineOf(const std::string& utf8) {
-  std::u32string text = charactersOf(utf8);
+  std::u32string text = Formats::toUtf32(utf8);
   if (text.size() > mostCharacters)
     throw Error("The watermark's text has " + std::to_string(text.size()) + " characters: shorten it to at most " +
                 std::to_string(mostCharacters) + ".");

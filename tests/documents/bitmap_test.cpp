@@ -1,7 +1,6 @@
 // Validation of picture files before faces load them.
 #include "host/documents/bitmap.h"
-
-#include "scratch.h"
+#include "tests/files/scratch.h"
 
 #include <gtest/gtest.h>
 

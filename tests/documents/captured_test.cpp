@@ -1,9 +1,8 @@
 // An overlay file and its picture, which are replaced and deleted together.
 #include "host/documents/captured.h"
-
-#include "failing_disk.h"
-#include "model_disk.h"
-#include "scratch.h"
+#include "tests/files/failing_disk.h"
+#include "tests/files/model_disk.h"
+#include "tests/files/scratch.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,7 +10,7 @@
 namespace {
 
 using namespace Refhost;
-using Files = ModelDisk::Files;
+using Contents = ModelDisk::Contents;
 using testing::AnyOf;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
@@ -19,10 +18,10 @@ using testing::UnorderedElementsAre;
 const std::filesystem::path folder = "/overlays";
 const std::filesystem::path overlay = folder / "1.opa";
 const std::filesystem::path picture = folder / "1.bmp";
-const Files oldPair = {{overlay, "old"}, {picture, "old picture"}};
-const Files newPair = {{overlay, "new"}, {picture, "new picture"}};
+const Contents oldPair = {{overlay, "old"}, {picture, "old picture"}};
+const Contents newPair = {{overlay, "new"}, {picture, "new picture"}};
 
-std::unique_ptr<ModelDisk> diskWith(const Files& files) {
+std::unique_ptr<ModelDisk> diskWith(const Contents& files) {
   auto disk = std::make_unique<ModelDisk>();
   disk->createFolder(folder);
   for (const auto& [path, bytes] : files) disk->place(path, bytes);
@@ -30,21 +29,21 @@ std::unique_ptr<ModelDisk> diskWith(const Files& files) {
 }
 
 // The files in a folder after it was opened, except temporary ones.
-Files opened(const Files& files) {
+Contents opened(const Contents& files) {
   const auto disk = diskWith(files);
   putAllBack(*disk, folder);
-  Files left = disk->seen();
+  Contents left = disk->seen();
   std::erase_if(left, [](const auto& file) { return file.first.extension() == ".tmp"; });
   return left;
 }
 
 // Runs the work; returns all possible contents of the folder after a loss of power during it and the next opening.
 template <class Work>
-std::set<Files> afterLosses(const Files& before, const Work& work) {
+std::set<Contents> afterLosses(const Contents& before, const Work& work) {
   const auto disk = diskWith(before);
-  std::set<Files> left;
-  disk->look = [&](const std::set<Files>& states) {
-    for (const Files& state : states) left.insert(opened(state));
+  std::set<Contents> left;
+  disk->look = [&](const std::set<Contents>& states) {
+    for (const Contents& state : states) left.insert(opened(state));
   };
   work(*disk);
   return left;
@@ -53,7 +52,7 @@ std::set<Files> afterLosses(const Files& before, const Work& work) {
 TEST(Captured, DestinationIsSetAsideUntilTheNewOneIsWhole) {
   const auto disk = diskWith(oldPair);
   EXPECT_TRUE(takeAway(*disk, overlay, true));
-  EXPECT_EQ(disk->seen(), (Files{{folder / ".kiln-aside-1.opa", "old"}, {picture, "old picture"}}));
+  EXPECT_EQ(disk->seen(), (Contents{{folder / ".kiln-aside-1.opa", "old"}, {picture, "old picture"}}));
   writeCaptured(*disk, overlay, "new", "new picture");
   EXPECT_EQ(disk->seen(), newPair);
 }
@@ -78,7 +77,7 @@ TEST(Captured, PairIsOldOrNewAlsoWhereNobodyRemovedTheOldOneFirst) {
 }
 
 TEST(Captured, NewOverlayIsThereWithItsPictureOrNotAtAll) {
-  for (const Files& state :
+  for (const Contents& state :
        afterLosses({}, [](ModelDisk& disk) { writeCaptured(disk, overlay, "new", "new picture"); }))
     EXPECT_TRUE(state == newPair || !state.contains(overlay));
 }
@@ -87,7 +86,7 @@ TEST(Captured, JobWithoutAPictureLeavesTheOneThatIsThere) {
   const auto disk = diskWith(oldPair);
   takeAway(*disk, overlay, true);
   writeCaptured(*disk, overlay, "new", {});
-  EXPECT_EQ(disk->seen(), (Files{{overlay, "new"}, {picture, "old picture"}}));
+  EXPECT_EQ(disk->seen(), (Contents{{overlay, "new"}, {picture, "old picture"}}));
 }
 
 TEST(Captured, PairIsThereOrGoneWhenThePowerFailsWhileItIsDeleted) {
@@ -96,7 +95,7 @@ TEST(Captured, PairIsThereOrGoneWhenThePowerFailsWhileItIsDeleted) {
     EXPECT_TRUE(takeAway(disk, overlay, false));
     EXPECT_THAT(disk.seen(), IsEmpty());
   });
-  EXPECT_THAT(left, UnorderedElementsAre(oldPair, Files()));
+  EXPECT_THAT(left, UnorderedElementsAre(oldPair, Contents()));
 }
 
 TEST(Captured, FileThatIsNoPictureOfAnOverlayIsRemovedAtOnce) {
@@ -113,11 +112,11 @@ TEST(Captured, PictureComesBackWhereItsOverlayCannotBeDeleted) {
   const auto itsPicture = scratch.folder / "1.bmp";
   put(scratch.folder / "1.opa", "old");
   put(scratch.folder / "1.bmp", "old picture");
-  FailingDisk disk(realDisk());
+  FailingDisk disk(Files::realDisk());
   takeAway(disk, itsPicture, false);
   disk.operations = 0;
   disk.failing = 1;
-  EXPECT_THROW(takeAway(disk, file, false), DiskError);
+  EXPECT_THROW(takeAway(disk, file, false), Files::DiskError);
   EXPECT_EQ(contentOf(scratch.folder / "1.opa"), "old");
   EXPECT_EQ(contentOf(scratch.folder / "1.bmp"), "old picture");
 }
@@ -128,12 +127,12 @@ TEST(Captured, PairIsOldOrNewAtOnceWhicheverOperationFails) {
     put(scratch.folder / "1.opa", "old");
     put(scratch.folder / "1.bmp", "old picture");
     const auto file = scratch.folder / "1.opa";
-    takeAway(realDisk(), file, true);
-    FailingDisk disk(realDisk());
+    takeAway(Files::realDisk(), file, true);
+    FailingDisk disk(Files::realDisk());
     disk.failing = failing;
     try {
       writeCaptured(disk, file, "new", "new picture");
-    } catch (const DiskError&) {
+    } catch (const Files::DiskError&) {
     }
     const auto left = std::make_pair(contentOf(scratch.folder / "1.opa"), contentOf(scratch.folder / "1.bmp"));
     EXPECT_THAT(left, AnyOf(std::make_pair(std::string("old"), std::string("old picture")),
@@ -145,7 +144,7 @@ TEST(Captured, PairIsOldOrNewAtOnceWhicheverOperationFails) {
 
 TEST(Captured, OverlayOfAnyEndingIsPutBackWithItsPicture) {
   const std::filesystem::path form = folder / "form";
-  const Files before = {{form, "old"}, {folder / "form.bmp", "old picture"}};
+  const Contents before = {{form, "old"}, {folder / "form.bmp", "old picture"}};
   const auto disk = diskWith(before);
   disk->replace(form, folder / ".kiln-aside-form");
   disk->replace(folder / "form.bmp", folder / ".kiln-aside-form.bmp");

@@ -1,5 +1,4 @@
 #include "files_world.h"
-
 #include "host/documents/documents.h"
 #include "host/documents/stores.h"
 
@@ -191,7 +190,7 @@ TEST(Documents, NameTheFileAndTheLineThatIsWrong) {
   put(world.scratch.folder / "marks.xml", "<marks>\n  <a>\n</marks>\n");
   const auto store = fileStore(world.files, world.path(u"marks.xml"));
   EXPECT_EQ(sentenceOf<Kiln::Exception>([&] { makeDocuments()->read(store); }),
-            shownPath(world.scratch.folder / "marks.xml") + ":3: mismatched tag");
+            Files::shownPath(world.scratch.folder / "marks.xml") + ":3: mismatched tag");
 }
 
 TEST(Documents, RefuseToWriteWhatTheyWouldNotRead) {

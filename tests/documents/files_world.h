@@ -1,17 +1,16 @@
 // A private home, and the recorded trace.
 #pragma once
 
-#include "scratch.h"
-
+#include "formats/text.h"
 #include "host/documents/path.h"
-#include "host/unicode.h"
 #include "kiln/exception.h"
+#include "tests/files/scratch.h"
 
 #include <string>
 #include <vector>
 
 struct FilesWorld {
-  explicit FilesWorld(Refhost::Disk& disk = Refhost::realDisk()) : files{disk, trace, scratch.folder} {
+  explicit FilesWorld(Files::Disk& disk = Files::realDisk()) : files{disk, trace, scratch.folder} {
     trace.listen([this](const Refhost::TraceEvent& event) { events.push_back(told(event)); });
   }
 
@@ -29,7 +28,7 @@ struct FilesWorld {
     std::string line = event.op;
     for (const auto& [name, value] : event.members) {
       line += " " + name + "=";
-      if (const auto* text = std::get_if<std::u16string>(&value)) line += Refhost::toNarrow(*text);
+      if (const auto* text = std::get_if<std::u16string>(&value)) line += Formats::toUtf8(*text);
       if (const auto* number = std::get_if<double>(&value)) line += std::to_string(static_cast<long>(*number));
     }
     return line;

@@ -1,6 +1,5 @@
-#include "scratch.h"
-
 #include "host/documents/documents.h"
+#include "tests/files/scratch.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "failing_disk.h"
 #include "files_world.h"
-#include "model_disk.h"
+#include "tests/files/failing_disk.h"
+#include "tests/files/model_disk.h"
 
 #include <gtest/gtest.h>
 
@@ -50,7 +50,7 @@ TEST(Path, ListsByTheUnitsOfNames) {
   const FilesWorld world;
   // By code points U+FF21 comes before U+1F5A8; by units it comes after its surrogates.
   for (const auto name : {u"b", u"C", u"a10", u"a2", u"\uFF21", u"\U0001F5A8", u".hidden"})
-    put(world.scratch.folder / pathFromText(name), "");
+    put(world.scratch.folder / Files::pathFromText(name), "");
   fs::create_directory(world.scratch.folder / "d");
   EXPECT_EQ(textsOf(world.path(u"")->list(u"*")),
             Texts({u".hidden", u"C", u"a10", u"a2", u"b", u"d", u"\U0001F5A8", u"\uFF21"}));
@@ -90,11 +90,11 @@ TEST(Path, RemovesForGood) {
   disk.place("home/file", "bytes");
   const FilesWorld world(disk);
   EXPECT_TRUE(makePath(world.files, "home/file")->remove());
-  EXPECT_EQ(disk.afterPowerLoss(), std::set<ModelDisk::Files>({ModelDisk::Files()}));
+  EXPECT_EQ(disk.afterPowerLoss(), std::set<ModelDisk::Contents>({ModelDisk::Contents()}));
 }
 
 TEST(Path, FlushesTheFolderOfEachFolderThatItMakes) {
-  FailingDisk disk(realDisk());
+  FailingDisk disk(Files::realDisk());
   const FilesWorld world(disk);
   world.path(u"a/b")->createFolder();
   EXPECT_EQ(disk.operations, 4);
@@ -114,12 +114,12 @@ TEST(Path, CopiesAFileWhole) {
 }
 
 TEST(Path, SaysWhyACopyFailed) {
-  FailingDisk disk(realDisk());
+  FailingDisk disk(Files::realDisk());
   const FilesWorld world(disk);
   put(world.scratch.folder / "from", "bytes");
   disk.failing = 2;
   const std::string sentence = sentenceOf<Kiln::Exception>([&] { world.path(u"from")->copyTo(world.path(u"to")); });
-  EXPECT_EQ(sentence, shownPath(world.scratch.folder / "to") +
+  EXPECT_EQ(sentence, Files::shownPath(world.scratch.folder / "to") +
                           " cannot be written: the disk is full; free some space and try again.");
   EXPECT_TRUE(world.events.empty());
 }
@@ -127,11 +127,11 @@ TEST(Path, SaysWhyACopyFailed) {
 TEST(Path, IsTracedInFullOutsideTheHome) {
   const FilesWorld world;
   const auto outside = world.scratch.folder.parent_path() / "elsewhere" / "file";
-  EXPECT_EQ(tracedPath(world.files, outside), toWide(outside.generic_string()));
+  EXPECT_EQ(tracedPath(world.files, outside), Formats::toUtf16(outside.generic_string()));
   EXPECT_EQ(tracedPath(world.files, world.scratch.folder / "user" / "x" / ".." / "file"), u"user/file");
   // Another folder with the home's path as a prefix.
   EXPECT_EQ(tracedPath(world.files, world.scratch.folder.string() + "x/file"),
-            toWide(world.scratch.folder.generic_string() + "x/file"));
+            Formats::toUtf16(world.scratch.folder.generic_string() + "x/file"));
 }
 
 TEST(Path, OfAnotherHostIsRefused) {
@@ -154,7 +154,7 @@ TEST(Path, OfAnotherHostIsRefused) {
 
 TEST(PathText, KeepsUnpairedSurrogates) {
   const std::u16string text = {u'a', 0xD800, u'b', 0xDC00};
-  EXPECT_EQ(pathText(pathFromText(text)), text);
+  EXPECT_EQ(Files::pathText(Files::pathFromText(text)), text);
 }
 
 TEST(Pattern, StarAndQuestionMark) {

@@ -1,8 +1,7 @@
-#include "failing_disk.h"
 #include "files_world.h"
-
 #include "host/documents/stores.h"
 #include "host/documents/text_list.h"
+#include "tests/files/failing_disk.h"
 
 #include <gtest/gtest.h>
 
@@ -53,14 +52,14 @@ TEST(FileStore, TellsNothingWhereNothingChanges) {
 }
 
 TEST(FileStore, SaysWhyItCannotStore) {
-  FailingDisk disk(realDisk());
+  FailingDisk disk(Files::realDisk());
   const FilesWorld world(disk);
   put(world.scratch.folder / "marks.xml", "old");
   const auto store = fileStore(world.files, world.path(u"marks.xml"));
   store->write("half");
   disk.failing = 3;
   EXPECT_EQ(sentenceOf<Kiln::Exception>([&] { store->commit(); }),
-            shownPath(world.scratch.folder / "marks.xml") +
+            Files::shownPath(world.scratch.folder / "marks.xml") +
                 " cannot be written: the disk is full; free some space and try again.");
   EXPECT_EQ(contentOf(world.scratch.folder / "marks.xml"), "old");
   EXPECT_TRUE(world.events.empty());

@@ -1,6 +1,5 @@
 // Invalid records: the dialog opens, shows a valid value, and writes valid fields.
 #include "editor_world.h"
-
 #include "effect/watermark/editor_values.h"
 #include "effect/watermark/numbers.h"
 
@@ -10,7 +9,7 @@ using testing::IsEmpty;
 
 // Checks that all fields have values that the editor can produce.
 void expectValid(const Effect::Node& record) {
-  const auto wide = [&](const char* name) { return Refhost::toWide(fieldOf(record, name)); };
+  const auto wide = [&](const char* name) { return Formats::toUtf16(fieldOf(record, name)); };
   for (const char* name : {"label", "stylename"}) {
     EXPECT_FALSE(wide(name).empty()) << name;
     EXPECT_LE(wide(name).size(), 63U) << name;

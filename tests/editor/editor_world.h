@@ -16,12 +16,12 @@
 // A field of a record in UTF-8; "intensity" is the field inside its transparency.
 inline std::string fieldOf(const Effect::Node& record, const std::string& name) {
   const auto holder = name == "intensity" ? record->child(Effect::Field::transparency) : record;
-  return holder ? Refhost::toNarrow(Effect::fieldText(*holder, Refhost::toWide(name)).view()) : "";
+  return holder ? Formats::toUtf8(Effect::fieldText(*holder, Formats::toUtf16(name)).view()) : "";
 }
 
 inline void setFieldOf(const Effect::Node& record, const std::string& name, const std::string& text) {
   const auto holder = name == "intensity" ? record->childOrNew(Effect::Field::transparency) : record;
-  Effect::setField(*holder, Refhost::toWide(name), Refhost::toWide(text));
+  Effect::setField(*holder, Formats::toUtf16(name), Formats::toUtf16(text));
 }
 
 // The user's input in the open editor. Texts are UTF-8.
@@ -31,14 +31,14 @@ class Hand {
 
   template <class Kind>
   Kind& widget(const std::string& id) {
-    auto* found = dynamic_cast<Kind*>(dialog.layout().find(Refhost::toWide(id)));
+    auto* found = dynamic_cast<Kind*>(dialog.layout().find(Formats::toUtf16(id)));
     if (found == nullptr) throw std::logic_error("no such widget of that kind: " + id);
     return *found;
   }
   Refhost::WidgetNode& node(const std::string& id) { return widget<Refhost::WidgetNode>(id); }
 
   bool type(const std::string& id, const std::string& text, Refhost::Edit how = Refhost::Edit::typed) {
-    return widget<Refhost::TextBoxNode>(id).edit(Refhost::toWide(text), how);
+    return widget<Refhost::TextBoxNode>(id).edit(Formats::toUtf16(text), how);
   }
   void leave(const std::string& id) { widget<Refhost::TextBoxNode>(id).leave(); }
   void scroll(const std::string& id, int position) { widget<Refhost::ScrollBar>(id).scroll(position); }
@@ -51,18 +51,18 @@ class Hand {
 
   // The user's reaction to a question of the editor.
   void answer(Refhost::Dialog& question) {
-    questions.push_back(Refhost::toNarrow(question.url()));
+    questions.push_back(Formats::toUtf8(question.url()));
     if (onAnswer) onAnswer();
     saysYes ? static_cast<void>(question.accept()) : question.cancel();
   }
 
-  std::string text(const std::string& id) { return Refhost::toNarrow(widget<Refhost::TextBoxNode>(id).content()); }
+  std::string text(const std::string& id) { return Formats::toUtf8(widget<Refhost::TextBoxNode>(id).content()); }
   int position(const std::string& id) { return widget<Refhost::ScrollBar>(id).position(); }
   bool isChosen(const std::string& radio) { return widget<Refhost::RadioButton>(radio).isChecked(); }
   std::string selected(const std::string& list) {
     auto& selector = widget<Refhost::SelectorNode>(list);
     const auto item = selector.items().at(selector.selection());
-    return item ? Refhost::toNarrow(item->value().view()) : "";
+    return item ? Formats::toUtf8(item->value().view()) : "";
   }
   Kiln::XUL::ListItem& customColour() { return *widget<Refhost::ComboBox>("cmb_EffWMCol").items().at(10); }
   bool canAccept() { return dialog.ok().isOperable(); }
@@ -93,7 +93,7 @@ struct EditorOptions {
 class EditorWorld : public StoreWorld {
  public:
   explicit EditorWorld(EditorOptions options = {})
-      : StoreWorld(std::filesystem::temp_directory_path(), Refhost::realDisk(), options.locale),
+      : StoreWorld(std::filesystem::temp_directory_path(), Files::realDisk(), options.locale),
         resources(options.resources),
         layouts(resources, std::move(options.without)),
         gui(Refhost::make<Refhost::Gui>(Refhost::GuiWorld{face, layouts, widgets}, trace)) {

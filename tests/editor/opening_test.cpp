@@ -127,7 +127,7 @@ TEST_F(Editor, FillsTheFacesInOrder) {
     std::vector<std::string> names;
     for (std::int32_t i = 0; i < faces.count(); ++i) {
       EXPECT_EQ(faces.at(i)->text().view(), faces.at(i)->value().view());
-      names.push_back(Refhost::toNarrow(faces.at(i)->value().view()));
+      names.push_back(Formats::toUtf8(faces.at(i)->value().view()));
     }
     EXPECT_THAT(names, ElementsAre("Arial", "Zeta", "beta"));
   });
@@ -179,13 +179,13 @@ TEST_P(EditorOn, OffersTheColoursOfTheModel) {
     const std::string colour = model.isOffered ? "#FF0000" : "#000000";
     EXPECT_EQ(hand.field("colour"), colour);
     EXPECT_EQ(hand.selected("cmb_EffWMCol"), colour);
-    EXPECT_EQ(Refhost::toNarrow(hand.preview().colour), colour);
+    EXPECT_EQ(Formats::toUtf8(hand.preview().colour), colour);
 
     hand.click("but_EffWMResDef");
     const std::string restored = model.isOffered ? "#808080" : "#000000";
     EXPECT_EQ(hand.field("colour"), restored);
     EXPECT_EQ(hand.selected("cmb_EffWMCol"), restored);
-    EXPECT_EQ(Refhost::toNarrow(hand.preview().colour), restored);
+    EXPECT_EQ(Formats::toUtf8(hand.preview().colour), restored);
   });
   const auto isConnected = testing::Contains("change colpic_WMBrowse");
   if (model.hasBlack && !model.hasOthers)
@@ -254,7 +254,7 @@ class EditorWithout : public testing::TestWithParam<const char*> {};
 
 TEST_P(EditorWithout, TheWidgetEditsEverythingElse) {
   EditorOptions options;
-  options.without = {Refhost::toWide(GetParam())};
+  options.without = {Formats::toUtf16(GetParam())};
   EditorWorld world(options);
   const auto has = [](const char* id) { return std::string(id) != GetParam(); };
   const auto record = world.newRecord(transparentRecord);

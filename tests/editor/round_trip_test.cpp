@@ -103,11 +103,11 @@ TEST_P(BuiltIn, RecordsOnlyGetTheirTextsTranslated) {
          {"fontsize", "fontstyle", "colour", "angle", "positionX", "positionY", "printStyle", "intensity", "value"})
       EXPECT_EQ(fieldOf(record, name), fieldOf(before, name)) << name;
     for (const char* name : {"label", "stylename"}) {
-      const auto translation = world.host.translate(Refhost::toWide(fieldOf(before, name)));
-      EXPECT_EQ(fieldOf(record, name), Refhost::toNarrow(translation.view()));
+      const auto translation = world.host.translate(Formats::toUtf16(fieldOf(before, name)));
+      EXPECT_EQ(fieldOf(record, name), Formats::toUtf8(translation.view()));
     }
     // A record without a face gets the default face for the user's language, in the store and in the editor.
-    EXPECT_EQ(fieldOf(record, "fontname"), Refhost::toNarrow(Effect::defaultFace(world.host)));
+    EXPECT_EQ(fieldOf(record, "fontname"), Formats::toUtf8(Effect::defaultFace(world.host)));
     EXPECT_EQ(fieldOf(record->child(Effect::Field::defaultSetting), "label"),
               fieldOf(before->child(Effect::Field::defaultSetting), "label"));
   }

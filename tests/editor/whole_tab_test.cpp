@@ -25,7 +25,7 @@ class Tab {
     world->widget<Refhost::Button>(button).click();
   }
 
-  std::string value(std::u16string_view property) { return Refhost::toNarrow(world->value(property)); }
+  std::string value(std::u16string_view property) { return Formats::toUtf8(world->value(property)); }
 
   Testing::TemporaryFolder folder;
   std::optional<World> world;
@@ -133,7 +133,7 @@ TEST(EditorInTheTab, ReplacesWhatTheUserAgreedToAndKeepsTheSelection) {
   tab.world->widget<Refhost::Button>(u"btn_WMEdit").click();
   std::vector<std::string> names;
   for (std::int32_t i = 0; i < list.items().count(); ++i)
-    names.push_back(Refhost::toNarrow(list.items().at(i)->text().view()));
+    names.push_back(Formats::toUtf8(list.items().at(i)->text().view()));
   EXPECT_THAT(names, ElementsAre("None", "Confidential", "Copy", "Draft", "For internal use"));
   EXPECT_EQ(list.selectedItem()->value().view(), u"4");
   EXPECT_EQ(tab.value(u"WatermarkText"), "Copy");

@@ -1,5 +1,5 @@
 // createPlugin of the built library.
-#include "host/documents/disk.h"
+#include "files/disk.h"
 #include "host/library.h"
 #include "host/reference_host.h"
 #include "tests/support/world.h"
@@ -20,7 +20,7 @@ class CreatePlugin : public testing::Test {
   Refhost::Trace trace;
   Refhost::ChromeFolders chrome{RESOURCES_FOLDER};
   Refhost::StringTables strings{chrome, "en-US"};
-  Refhost::FileWorld files{Refhost::realDisk(), trace, {}};
+  Refhost::FileWorld files{Files::realDisk(), trace, {}};
   Kiln::SmartPtr<Refhost::PropertyManager> manager = Refhost::make<Refhost::PropertyManager>(
       Refhost::make<Refhost::PropertyModel>(
           Refhost::readModel(std::filesystem::path(RESOURCES_FOLDER) / "models", "standard"), trace),

@@ -2,6 +2,7 @@
 #include "effect/list_order.h"
 #include "effect/screen_scale.h"
 #include "effect/sentence.h"
+#include "formats/letter_case.h"
 #include "host/chrome/strings.h"
 #include "host/widgets/list.h"
 
@@ -32,8 +33,8 @@ constexpr std::pair<std::string_view, std::u16string_view> boundaries[] = {{"\x7
 
 TEST(Utf8, IsReadAndWrittenUpToTheLastCharacterOfEachLength) {
   for (const auto& [narrow, wide] : boundaries) {
-    EXPECT_EQ(Effect::wideText(std::string(narrow) + "z"), std::u16string(wide) + u"z") << narrow;
-    EXPECT_EQ(Effect::narrowText(std::u16string(wide) + u"z"), std::string(narrow) + "z") << narrow;
+    EXPECT_EQ(Formats::toUtf16(std::string(narrow) + "z"), std::u16string(wide) + u"z") << narrow;
+    EXPECT_EQ(Formats::toValidUtf8(std::u16string(wide) + u"z"), std::string(narrow) + "z") << narrow;
   }
 }
 
@@ -50,7 +51,7 @@ TEST(Utf8, ThatIsNoneIsReadAsReplacements) {
       {"\xE2\x82", u"\uFFFD\uFFFD"},
       {"\xF0\x9F\x98", u"\uFFFD\uFFFD\uFFFD"},
       {"\xF0\x9F\x98z\x80", u"\uFFFD\uFFFD\uFFFDz\uFFFD"}};
-  for (const auto& [narrow, wide] : texts) EXPECT_EQ(Effect::wideText(narrow), wide);
+  for (const auto& [narrow, wide] : texts) EXPECT_EQ(Formats::toUtf16(narrow), wide);
 }
 
 TEST(Utf8, HasReplacementsForHalvesOfCharacters) {
@@ -62,7 +63,7 @@ TEST(Utf8, HasReplacementsForHalvesOfCharacters) {
       {{0xDFFF, 0xDC00}, "\xEF\xBF\xBD\xEF\xBF\xBD"},
       {{0xD800, 0xD800, 0xDC00}, "\xEF\xBF\xBD\xF0\x90\x80\x80"},
       {{0xDC00, 0xDC00, 0xDFFF}, "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD"}};
-  for (const auto& [wide, narrow] : texts) EXPECT_EQ(Effect::narrowText(wide), narrow);
+  for (const auto& [wide, narrow] : texts) EXPECT_EQ(Formats::toValidUtf8(wide), narrow);
 }
 
 class ListOrder : public testing::Test {
@@ -99,8 +100,8 @@ TEST_F(ListOrder, GoesByTheTextThatIsShown) {
 TEST_F(ListOrder, LowersLatinGreekAndCyrillicCapitals) {
   EXPECT_EQ(ordered({u"ÄB", u"äA", u"Ωb", u"ωA", u"Жб", u"жА", u"Šb", u"šA", u"Șb", u"șA", u"Ạb", u"ạA"}, 0),
             u"äA|ÄB|šA|Šb|șA|Șb|ωA|Ωb|жА|Жб|ạA|Ạb|");
-  EXPECT_EQ(Effect::lowerCase(u'×'), u'×');
-  EXPECT_EQ(Effect::lowerCase(u'日'), u'日');
+  EXPECT_EQ(Formats::lowerCase(u'×'), u'×');
+  EXPECT_EQ(Formats::lowerCase(u'日'), u'日');
 }
 
 // The first and the last of each block, and what lies just outside.
@@ -117,8 +118,8 @@ TEST(LowerCase, OfEachCapitalIsItsSmallLetter) {
       {0x04CD, 0x04CE}, {0x04D0, 0x04D1}, {0x052E, 0x052F}, {0x1E00, 0x1E01}, {0x1E94, 0x1E95}, {0x1EA0, 0x1EA1},
       {0x1EFE, 0x1EFF}, {0xFF21, 0xFF41}, {0xFF3A, 0xFF5A}};
   for (const auto& [capital, small] : letters) {
-    EXPECT_EQ(Effect::lowerCase(capital), small) << std::hex << static_cast<int>(capital);
-    EXPECT_EQ(Effect::lowerCase(small), small) << std::hex << static_cast<int>(small);
+    EXPECT_EQ(Formats::lowerCase(capital), small) << std::hex << static_cast<int>(capital);
+    EXPECT_EQ(Formats::lowerCase(small), small) << std::hex << static_cast<int>(small);
   }
 }
 
@@ -127,7 +128,7 @@ TEST(LowerCase, OfEverythingElseIsItself) {
        {u'@',      u'[',      u'`',      u'{',      u'\u00BF', u'\u00D7', u'\u00DF', u'\u00F7', u'\u0130',
         u'\u0138', u'\u0149', u'\u017F', u'\u0387', u'\u038B', u'\u038D', u'\u0390', u'\u03A2', u'\u0482',
         u'\u0489', u'\u1E96', u'\u1E9F', u'\u1F00', u'\uFF20', u'\uFF3B', u'日'})
-    EXPECT_EQ(Effect::lowerCase(unit), unit) << std::hex << static_cast<int>(unit);
+    EXPECT_EQ(Formats::lowerCase(unit), unit) << std::hex << static_cast<int>(unit);
 }
 
 TEST_F(ListOrder, LowersAccentedGreekAndFullWidthCapitals) {

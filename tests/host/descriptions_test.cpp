@@ -1,8 +1,8 @@
 // Model descriptions, string tables and layouts: shipped and invalid ones.
+#include "formats/text.h"
 #include "host/chrome/layout.h"
 #include "host/chrome/strings.h"
 #include "host/model/description.h"
-#include "host/unicode.h"
 #include "tests/support/world.h"
 
 #include <gtest/gtest.h>
@@ -92,7 +92,7 @@ TEST(StringTables, HaveTheSameTextsInEveryLocale) {
       std::set<std::u16string> names;
       for (const auto& [name, text] : table) {
         names.insert(name);
-        EXPECT_FALSE(text.empty()) << Refhost::toNarrow(name);
+        EXPECT_FALSE(text.empty()) << Formats::toUtf8(name);
       }
       if (expected.empty()) expected = names;
       EXPECT_EQ(names, expected) << package << " " << locale;
@@ -122,7 +122,7 @@ TEST(StringTables, HaveATextForEveryReference) {
   for (const std::string& locale : locales) {
     const Refhost::StringTables tables(chrome, locale);
     for (const auto& [name, file] : used) {
-      const auto token = Refhost::toWide("$" + name + ";");
+      const auto token = Formats::toUtf16("$" + name + ";");
       EXPECT_NE(tables.resolve(token), token) << name << " of " << file << " in " << locale;
     }
   }
@@ -163,7 +163,7 @@ TEST(ChromeAddresses, NameFilesOfTheirPackageAlone) {
   for (const auto* address :
        {u"chrome://effect/../secret", u"chrome://effect//x", u"chrome://effect/./x", u"file:///etc/passwd", u"effect/x",
         u"chrome://effect/a\\..\\b", u"chrome://c:/x", u"chrome://../x"})
-    EXPECT_FALSE(chrome.file(address)) << Refhost::toNarrow(address);
+    EXPECT_FALSE(chrome.file(address)) << Formats::toUtf8(address);
 }
 
 TEST(ChromeAddresses, NameNoFileWithANul) {
@@ -196,7 +196,7 @@ TEST_F(Layouts, ThatShipCanAllBeRead) {
       if (entry.path().extension() == ".xul") {
         ++read;
         const auto address = "chrome://" + package + "/content/" + entry.path().filename().string();
-        EXPECT_EQ(failureOf([&] { Refhost::LayoutReader(chrome, {}).read(Refhost::toWide(address), world); }),
+        EXPECT_EQ(failureOf([&] { Refhost::LayoutReader(chrome, {}).read(Formats::toUtf16(address), world); }),
                   "it did not fail");
       }
   EXPECT_GE(read, 4U);

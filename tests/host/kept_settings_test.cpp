@@ -1,6 +1,5 @@
+#include "files/temporary_folder.h"
 #include "host/kept_settings.h"
-
-#include "host/temporary_folder.h"
 
 #include <gmock/gmock.h>
 
@@ -21,7 +20,7 @@ class KeptSettingsTest : public testing::Test {
     std::ofstream(file) << bytes;
   }
 
-  TemporaryFolder folder;
+  Files::TemporaryFolder folder;
   std::filesystem::path home = folder.path();
   std::filesystem::path file = settingsFile(home, u"standard");
 };

@@ -1,7 +1,7 @@
 // Jobs that become overlays: what is written, and what is restored when that fails.
 #include "host/overlay_job.h"
 #include "host/widgets/list.h"
-#include "tests/documents/forwarding_disk.h"
+#include "tests/files/forwarding_disk.h"
 #include "tests/support/host_world.h"
 
 #include <gmock/gmock.h>
@@ -21,7 +21,7 @@ using testing::IsEmpty;
 // A disk that calls a function before it creates an overlay file.
 class OverlayDisk final : public ForwardingDisk {
  public:
-  OverlayDisk() : ForwardingDisk(Refhost::realDisk()) {}
+  OverlayDisk() : ForwardingDisk(Files::realDisk()) {}
   std::function<void(const Path&)> beforeOverlay;
 
   std::unique_ptr<File> create(const Path& temporary, const Path& target) override {
@@ -31,7 +31,7 @@ class OverlayDisk final : public ForwardingDisk {
 };
 
 void fillUp(const std::filesystem::path& file) {
-  throw Refhost::DiskError(file, "written", std::make_error_code(std::errc::no_space_on_device));
+  throw Files::DiskError(file, "written", std::make_error_code(std::errc::no_space_on_device));
 }
 
 void runOutOfMemory(const std::filesystem::path&) { throw std::bad_alloc(); }

@@ -1,6 +1,6 @@
 // User actions on the preferences as a whole, and their dialogs.
+#include "formats/text.h"
 #include "host/preferences.h"
-#include "host/unicode.h"
 #include "tests/support/world.h"
 
 #include <gtest/gtest.h>

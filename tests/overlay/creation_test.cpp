@@ -1,10 +1,10 @@
 // Creating an overlay from a job: the flow, its three triggers, and the driver's file.
 #include "overlay_tab.h"
-#include "tests/documents/failing_disk.h"
+#include "tests/files/failing_disk.h"
 
 namespace {
 
-using Refhost::toNarrow;
+using Formats::toUtf8;
 using Testing::builtOptions;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -238,7 +238,7 @@ TEST_F(OverlayCreation, IsDoneAlreadyWhereTheJobHasAName) {
 struct PrintTime {
   PrintTime(const OverlayHome& home, std::optional<std::u16string> name, Refhost::Options options) {
     face.jobStep = std::move(name);
-    face.onModal = [this](Refhost::Dialog& dialog) { dialogs.push_back(toNarrow(dialog.url())); };
+    face.onModal = [this](Refhost::Dialog& dialog) { dialogs.push_back(toUtf8(dialog.url())); };
     options.home = home.folder.path;
     preferences.emplace(std::move(options), face);
     preferences->trace().listen([this](const Refhost::TraceEvent& event) { events.push_back(event); });
@@ -373,7 +373,7 @@ TEST_F(OverlayCreation, LeavesTheOldOverlayWhicheverFileOperationFails) {
     const OverlayHome each;
     each.putUser({{u"Letterhead", u"00001.opa"}, {u"stale", u"00002.opa"}});
     std::filesystem::remove(each.userFolder() / "00002.opa");
-    FailingDisk disk(Refhost::realDisk());
+    FailingDisk disk(Files::realDisk());
     auto options = overlayJob();
     options.disk = &disk;
     Creation creation(each, u"Letterhead", options);
@@ -396,7 +396,7 @@ TEST_F(OverlayCreation, OnADiskThatFillsUpWhileTheDriverWritesLeavesTheOldOverla
   for (int failing = 1;; ++failing) {
     const OverlayHome each;
     each.putUser({{u"Letterhead", u"00001.opa"}});
-    FailingDisk disk(Refhost::realDisk());
+    FailingDisk disk(Files::realDisk());
     auto options = overlayJob();
     options.disk = &disk;
     Creation creation(each, u"Letterhead", options);

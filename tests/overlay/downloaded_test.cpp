@@ -3,7 +3,7 @@
 
 namespace {
 
-using Refhost::toNarrow;
+using Formats::toUtf8;
 using testing::ElementsAre;
 
 // The user's data is in the folder that the print path recognises.
@@ -34,7 +34,7 @@ TEST(DownloadedOverlays, AreTheMarkedOnesWhereTheSourceIsUserData) {
       tab.set(u"OverlaySourceFileName", source);
       tab.set(u"OverlaySel", u"None");
       tab.set(u"OverlaySel", selection);
-      EXPECT_EQ(tab.list().selection(), 4) << toNarrow(source) << ' ' << toNarrow(selection);
+      EXPECT_EQ(tab.list().selection(), 4) << toUtf8(source) << ' ' << toUtf8(selection);
     }
 }
 
@@ -53,7 +53,7 @@ TEST(DownloadedOverlays, AreNotMeantByAnUnmarkedOnesNameOrFileName) {
   for (const char16_t* selection : {u"mine", u"00002.opa"}) {
     tab.set(u"OverlaySourceFileName", u"C:\\local\\userdata\\x.opa");
     tab.set(u"OverlaySel", selection);
-    EXPECT_EQ(tab.list().selection(), 0) << toNarrow(selection);
+    EXPECT_EQ(tab.list().selection(), 0) << toUtf8(selection);
   }
 }
 
@@ -76,9 +76,9 @@ TEST(DownloadedOverlays, AreFoundByTheNameOfTheFileThatIsPrinted) {
       {u"00003.opa", "00002.opa", home.userFolder()},
       {u"00002.opa", "00003.opa", home.local()}};
   for (const auto& [selection, file, folder] : cases) {
-    tab.set(u"OverlaySourceFileName", u"/old/" + Refhost::toWide(file));
+    tab.set(u"OverlaySourceFileName", u"/old/" + Formats::toUtf16(file));
     tab.set(u"OverlaySel", selection);
-    EXPECT_EQ(tab.value(u"OverlaySourceFileName"), (folder / file).generic_string()) << toNarrow(selection);
+    EXPECT_EQ(tab.value(u"OverlaySourceFileName"), (folder / file).generic_string()) << toUtf8(selection);
   }
 }
 

@@ -1,5 +1,5 @@
 // The overlay index, and the text format of several overlays: pure functions.
-#include "effect/overlay/file_list.h"
+#include "formats/file_list.h"
 #include "overlay_home.h"
 
 #include <gmock/gmock.h>
@@ -100,7 +100,7 @@ TEST(StorableName, IsWhatComesBackFromAnIndex) {
 TEST(OverlayFileName, IsOneInTheFolderItself) {
   for (const char16_t* name : {u"01234.opa", u"x", u"..opa", u"a b.opa"}) EXPECT_TRUE(isOverlayFileName(name));
   for (const char16_t* name : {u"", u".", u"..", u"../a.opa", u"..\\a.opa", u"a/b", u"a\\b", u"/a", u"C:a.opa", u"a:b"})
-    EXPECT_FALSE(isOverlayFileName(name)) << Refhost::toNarrow(name);
+    EXPECT_FALSE(isOverlayFileName(name)) << Formats::toUtf8(name);
 }
 
 TEST(OverlayFileName, IsNotTheIndexItself) {
@@ -136,7 +136,7 @@ std::vector<std::string> entriesOf(std::u16string_view list) {
   std::vector<std::string> lines;
   while (!list.empty()) {
     const FileListEntry entry = Effect::takeFirst(list);
-    lines.push_back(Refhost::toNarrow(entry.file) + (entry.hasPages ? "|" + Refhost::toNarrow(entry.pages) : ""));
+    lines.push_back(Formats::toUtf8(entry.file) + (entry.hasPages ? "|" + Formats::toUtf8(entry.pages) : ""));
   }
   return lines;
 }

@@ -1,6 +1,6 @@
 // Indexes that no store has written, and folders that cannot be read or written.
 #include "overlay_home.h"
-#include "tests/documents/forwarding_disk.h"
+#include "tests/files/forwarding_disk.h"
 #include "tests/support/growth.h"
 
 #include <gmock/gmock.h>
@@ -97,7 +97,7 @@ TEST_F(HostileIndex, OfManyNamesForOneFileIsReadInTimeLinearInIt) {
   EXPECT_TRUE(Testing::growsLinearly(3'000, [this](int count) {
     OverlayHome::putFile(home.userFolder(), u"00001.opa");
     std::string bytes;
-    for (int i = 0; i < count; ++i) bytes += recordBytes(Refhost::toWide("form " + std::to_string(i)), u"00001.opa");
+    for (int i = 0; i < count; ++i) bytes += recordBytes(Formats::toUtf16("form " + std::to_string(i)), u"00001.opa");
     putIndex(bytes);
     return [this, count] {
       const auto store = world.open();
@@ -147,8 +147,8 @@ TEST_F(HostileIndex, InAHomeWithoutAProfileIsNoIndexAndOverlaysCannotBeKept) {
 // A disk on which folders cannot be listed.
 class UnlistableDisk final : public ForwardingDisk {
  public:
-  std::vector<Refhost::Entry> entries(const Path& folder) override {
-    throw Refhost::DiskError(folder, "listed", std::make_error_code(std::errc::permission_denied));
+  std::vector<Files::Entry> entries(const Path& folder) override {
+    throw Files::DiskError(folder, "listed", std::make_error_code(std::errc::permission_denied));
   }
 };
 
@@ -167,7 +167,7 @@ class ReadOnlyLocalData final : public ForwardingDisk {
  public:
   std::unique_ptr<File> create(const Path& temporary, const Path& target) override {
     if (target.string().find("localdata") != std::string::npos)
-      throw Refhost::DiskError(target, "written", std::make_error_code(std::errc::read_only_file_system));
+      throw Files::DiskError(target, "written", std::make_error_code(std::errc::read_only_file_system));
     return disk.create(temporary, target);
   }
 };

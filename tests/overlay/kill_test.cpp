@@ -1,6 +1,6 @@
 // Kills the process at every step of creating and deleting overlays.
 #include "overlay_tab.h"
-#include "tests/documents/cut_disk.h"
+#include "tests/files/cut_disk.h"
 
 #include <set>
 
@@ -18,7 +18,7 @@ std::map<std::string, std::pair<std::string, std::string>> overlaysOf(const Over
     const auto item = tab.list().items().at(i);
     auto file = home.userFolder() / item->value().view();
     const std::string bytes = bytesOf(file);
-    overlays[Refhost::toNarrow(item->text().view())] = {bytes, bytesOf(file.replace_extension(".bmp"))};
+    overlays[Formats::toUtf8(item->text().view())] = {bytes, bytesOf(file.replace_extension(".bmp"))};
   }
   return overlays;
 }
@@ -33,7 +33,7 @@ std::set<std::string> filesOf(const OverlayHome& home) {
 }
 
 // Prints a job into an overlay with that name, including the driver's part.
-void create(const OverlayHome& home, Refhost::Disk& disk, const std::u16string& name) {
+void create(const OverlayHome& home, Files::Disk& disk, const std::u16string& name) {
   auto options = Testing::builtOptions();
   options.properties = {{u"PrintJob", u"Overlay"}};
   options.disk = &disk;
@@ -44,7 +44,7 @@ void create(const OverlayHome& home, Refhost::Disk& disk, const std::u16string& 
 }
 
 // Deletes the overlay with that file.
-void remove(const OverlayHome& home, Refhost::Disk& disk) {
+void remove(const OverlayHome& home, Files::Disk& disk) {
   auto options = Testing::builtOptions();
   options.disk = &disk;
   OverlayTab tab(home, options);
@@ -73,7 +73,7 @@ int killEverywhere(const OverlayHome::Names& overlays, const Work& work, const L
 
 TEST(KilledWhileCreating, ANewOverlayIsThereWholeOrWasNeverThere) {
   const int points = killEverywhere(
-      {}, [](const OverlayHome& home, Refhost::Disk& disk) { create(home, disk, u"new"); },
+      {}, [](const OverlayHome& home, Files::Disk& disk) { create(home, disk, u"new"); },
       [](const OverlayHome& home, int killedAt) {
         const auto left = overlaysOf(home);
         if (left.empty()) {
@@ -90,7 +90,7 @@ TEST(KilledWhileCreating, AReplacedOverlayIsTheOldOneOrTheNewOneWithItsPicture) 
   bool wasNew = false;
   const int points = killEverywhere(
       {{u"form", u"00001.opa"}, {u"other", u"00002.opa"}},
-      [](const OverlayHome& home, Refhost::Disk& disk) { create(home, disk, u"form"); },
+      [](const OverlayHome& home, Files::Disk& disk) { create(home, disk, u"form"); },
       [&](const OverlayHome& home, int killedAt) {
         const auto left = overlaysOf(home);
         ASSERT_EQ(left.size(), 2U) << killedAt;
@@ -123,7 +123,7 @@ TEST(KilledWhileDeleting, AnOverlayIsThereWholeOrGoneWhole) {
 
 TEST(KilledAtAnyTime, LeavesNothingAsideThatOpeningDoesNotClear) {
   killEverywhere(
-      {{u"form", u"00001.opa"}}, [](const OverlayHome& home, Refhost::Disk& disk) { create(home, disk, u"form"); },
+      {{u"form", u"00001.opa"}}, [](const OverlayHome& home, Files::Disk& disk) { create(home, disk, u"form"); },
       [](const OverlayHome& home, int killedAt) {
         overlaysOf(home);
         for (const auto& entry : std::filesystem::directory_iterator(home.userFolder()))

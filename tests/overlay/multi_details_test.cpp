@@ -1,6 +1,6 @@
 // The saved texts of the dialog for several overlays, and the page rules.
-#include "effect/overlay/multiple_overlay_details.h"
-#include "host/unicode.h"
+#include "formats/multiple_overlay_details.h"
+#include "formats/text.h"
 #include "tests/support/growth.h"
 
 #include <gmock/gmock.h>
@@ -10,7 +10,7 @@
 
 namespace {
 
-using namespace Effect;
+using namespace Formats;
 using testing::ElementsAre;
 
 const auto allAreThere = [](std::u16string_view) { return true; };
@@ -155,7 +155,7 @@ TEST(MultipleDetails, ReadBackGiveTheSameSlots) {
   for (int i = 0; i < 2000; ++i) {
     const SlotContents slots = randomSlots(random);
     const std::u16string value = detailsOf(slots);
-    EXPECT_EQ(readDetails(value, u"d", allAreThere), slots) << Refhost::toNarrow(value);
+    EXPECT_EQ(readDetails(value, u"d", allAreThere), slots) << Formats::toUtf8(value);
   }
 }
 

@@ -25,7 +25,7 @@ class OpenDialog {
 
   template <class Kind>
   Kind& widget(const std::string& id) {
-    auto* found = dynamic_cast<Kind*>(dialog.layout().find(Refhost::toWide(id)));
+    auto* found = dynamic_cast<Kind*>(dialog.layout().find(Formats::toUtf16(id)));
     if (found == nullptr) throw std::logic_error("the dialog has no widget " + id + " of that kind");
     return *found;
   }
@@ -55,7 +55,7 @@ class OpenDialog {
 
   void select(const std::string& value) {
     for (std::int32_t i = 0; i < source().items().count(); ++i)
-      if (source().items().at(i)->value().view() == Refhost::toWide(value)) return source().choose(i);
+      if (source().items().at(i)->value().view() == Formats::toUtf16(value)) return source().choose(i);
     throw std::logic_error("the dialog has no overlay " + value);
   }
   void add(const std::string& value) {
@@ -66,11 +66,11 @@ class OpenDialog {
     select(value);
     click("btn_MulOvlAddManual");
   }
-  void drop(const std::string& value, int slot) { image(slot).drop(Refhost::toWide(value)); }
+  void drop(const std::string& value, int slot) { image(slot).drop(Formats::toUtf16(value)); }
   void click(const std::string& button) { widget<Refhost::Button>(button).click(); }
   void choose(const std::string& radio) { widget<Refhost::RadioButton>(radio).choose(); }
   bool type(int slot, std::string_view pages, Refhost::Edit how = Refhost::Edit::typed) {
-    return field(slot).edit(Refhost::toWide(std::string(pages)), how);
+    return field(slot).edit(Formats::toUtf16(std::string(pages)), how);
   }
   void clearByMenu(int slot) { image(slot).choose(u"clear"); }
   void clearByList(int slot) {
@@ -82,7 +82,7 @@ class OpenDialog {
 
  private:
   std::string rule(int number) {
-    if (number > 2) return Refhost::toNarrow(field(number).content());
+    if (number > 2) return Formats::toUtf8(field(number).content());
     std::string rules;
     for (const char* name : {"All", "Even", "Odd"})
       if (number == 1 || std::string(name) != "All")
@@ -111,7 +111,7 @@ class MultiDialog : public testing::Test {
   explicit MultiDialog(const std::string& overlays = "ABC") {
     OverlayHome::Names names;
     for (const char letter : overlays)
-      names.emplace_back(Refhost::toWide(std::string(1, letter)), Refhost::toWide(fileOf(letter)));
+      names.emplace_back(Formats::toUtf16(std::string(1, letter)), Formats::toUtf16(fileOf(letter)));
     home.putUser(names);
     for (const char letter : overlays) Testing::writeFile(thumbnail(letter), bitmap(1, 1));
     world.trace.listen([this](const Refhost::TraceEvent& event) { events.push_back(event); });
@@ -119,7 +119,7 @@ class MultiDialog : public testing::Test {
 
   std::filesystem::path file(char letter) const { return home.userFolder() / fileOf(letter); }
   std::filesystem::path thumbnail(char letter) const { return home.userFolder() / (std::string(5, letter) + ".bmp"); }
-  std::string path(char letter) { return Refhost::toNarrow(world.host.path(file(letter).u16string())->text().view()); }
+  std::string path(char letter) { return Formats::toUtf8(world.host.path(file(letter).u16string())->text().view()); }
 
   // Opens the dialog like the tab, runs the user's input, and returns when it has closed.
   void open(const User& user) {
@@ -151,7 +151,7 @@ class MultiDialog : public testing::Test {
     return slots;
   }
   void openOn(const std::string& savedDetails, const User& user) {
-    set(u"MultipleOverlayDetails", Refhost::toWide(savedDetails));
+    set(u"MultipleOverlayDetails", Formats::toUtf16(savedDetails));
     open(user);
   }
 
@@ -168,7 +168,7 @@ class MultiDialog : public testing::Test {
     world.manager->model->submit({{std::u16string(property), std::u16string(text)}});
   }
   std::string value(std::u16string_view property) {
-    return Refhost::toNarrow(world.manager->model->value(property).value());
+    return Formats::toUtf8(world.manager->model->value(property).value());
   }
   std::vector<Refhost::TraceEvent> take() { return std::exchange(events, {}); }
 

@@ -35,8 +35,8 @@ TEST_F(MultiDialog, ListsTheOverlaysOfTheTabInItsOrder) {
     auto& list = dialog.source().items();
     for (std::int32_t i = 0; i < list.count(); ++i) {
       const auto item = Kiln::smartCast<Refhost::ListItem>(list.at(i));
-      items.push_back(Refhost::toNarrow(item->value().view()) + "=" + Refhost::toNarrow(item->text().view()) + " " +
-                      Refhost::toNarrow(item->colour()));
+      items.push_back(Formats::toUtf8(item->value().view()) + "=" + Formats::toUtf8(item->text().view()) + " " +
+                      Formats::toUtf8(item->colour()));
     }
     EXPECT_THAT(items, ElementsAre("22222.opa=Apple #FF0000", "33333.opa=bear #FF0000", "11111.opa=zebra #FF0000"));
     EXPECT_EQ(imageOf(*list.at(0)), "22222.bmp");
@@ -189,7 +189,7 @@ TEST_F(MultiDialog, OpensWithTheDefaultsWhereAnOverlayIsUnknown) {
 }
 
 TEST_F(MultiDialog, OpensWithTheDefaultsWhereAFileIsGone) {
-  set(u"MultipleOverlayDetails", Refhost::toWide(details({"AAAAA.opa;Odd", "CCCCC.opa;Even"})));
+  set(u"MultipleOverlayDetails", Formats::toUtf16(details({"AAAAA.opa;Odd", "CCCCC.opa;Even"})));
   afterTheStoreIsRead = [this] { std::filesystem::remove(file('C')); };
   open([](OpenDialog& dialog) { EXPECT_EQ(dialog.slots(), defaults); });
 }
@@ -287,7 +287,7 @@ TEST_F(MultiDialog, SelectsTheOverlayOfTheDefaultsThatItRestores) {
 
 TEST_F(MultiDialog, ShowsItsHelpInEveryLanguage) {
   for (const char* locale : {"en-US", "de-DE", "fr-FR", "ja-JP", "zh-CN", "zh-TW"}) {
-    OverlayStore abroad(home.folder.path, Refhost::realDisk(), locale);
+    OverlayStore abroad(home.folder.path, Files::realDisk(), locale);
     abroad.host.showHelpTopic(u"chrome://base/locale/help.chm", u"5100");
     ASSERT_EQ(abroad.face.helpAddresses.size(), 1U);
     const auto page = abroad.chrome.file(abroad.face.helpAddresses[0]);
@@ -315,12 +315,12 @@ TEST_F(MultiDialog, IsTranslatedWithAccessKeysOfItsOwn) {
     std::multiset<std::u16string> keys;
     Refhost::walk(*layout.root, [&](Refhost::WidgetNode& widget) {
       for (const std::u16string& text : textsOf(widget))
-        EXPECT_FALSE(strings.resolve(text).starts_with(u"$IDS_")) << locale << ' ' << Refhost::toNarrow(text);
+        EXPECT_FALSE(strings.resolve(text).starts_with(u"$IDS_")) << locale << ' ' << Formats::toUtf8(text);
       const std::u16string key = strings.resolve(widget.attribute("accesskey"));
-      if (!key.empty()) keys.insert({Effect::lowerCase(key.front())});
+      if (!key.empty()) keys.insert({Formats::lowerCase(key.front())});
     });
     EXPECT_EQ(keys.size(), 20U) << locale;
-    for (const std::u16string& key : keys) EXPECT_EQ(keys.count(key), 1U) << locale << ' ' << Refhost::toNarrow(key);
+    for (const std::u16string& key : keys) EXPECT_EQ(keys.count(key), 1U) << locale << ' ' << Formats::toUtf8(key);
   }
 }
 
@@ -340,7 +340,7 @@ TEST_F(MultiDialog, WorksWithoutAnyOfItsWidgets) {
   without.insert(std::begin(Effect::WidgetId::slotImages), std::end(Effect::WidgetId::slotImages));
   without.insert(std::begin(Effect::WidgetId::slotPages), std::end(Effect::WidgetId::slotPages));
   const std::string value = details({"AAAAA.opa;Odd", "BBBBB.opa;Even", "CCCCC.opa;7"});
-  set(u"MultipleOverlayDetails", Refhost::toWide(value));
+  set(u"MultipleOverlayDetails", Formats::toUtf16(value));
   EXPECT_EQ(saved([](OpenDialog&) {}), value);
 }
 
@@ -353,7 +353,7 @@ class DownloadedOverlay : public MultiDialog {
     Testing::writeFile(home.localFolder("office") / "AAAAA.bmp", bitmap(1, 1));
   }
   std::string officePath(const std::string& name) {
-    return Refhost::toNarrow(world.host.path((home.localFolder("office") / name).u16string())->text().view());
+    return Formats::toUtf8(world.host.path((home.localFolder("office") / name).u16string())->text().view());
   }
 };
 
@@ -372,7 +372,7 @@ TEST_F(DownloadedOverlay, IsPrintedFromItsOwnFile) {
 }
 
 TEST_F(DownloadedOverlay, IsFoundAgainUnlessTheUserHasOneOfItsFileName) {
-  set(u"MultipleOverlayDetails", Refhost::toWide(details({"DDDDD.opa;All", "AAAAA.opa;Odd"})));
+  set(u"MultipleOverlayDetails", Formats::toUtf16(details({"DDDDD.opa;All", "AAAAA.opa;Odd"})));
   saved([](OpenDialog&) {});
   EXPECT_EQ(value(u"OverlaySourceFileName"), officePath("DDDDD.opa") + ";All$" + path('A') + ";Odd$");
 }
@@ -381,7 +381,7 @@ TEST_F(DownloadedOverlay, IsFoundAgainUnlessTheUserHasOneOfItsFileName) {
 TEST_F(DownloadedOverlay, IsTheDefaultWhereTheListHasItInThatPlace) {
   open([](OpenDialog& dialog) { EXPECT_EQ(dialog.source().selectedItem()->text().view(), u"A of the office"); });
   for (const std::string& saved : {std::string(), details({})}) {
-    set(u"MultipleOverlayDetails", Refhost::toWide(saved));
+    set(u"MultipleOverlayDetails", Formats::toUtf16(saved));
     this->saved([](OpenDialog&) {});
     EXPECT_EQ(value(u"OverlaySourceFileName"), officePath("AAAAA.opa") + ";All$") << saved;
   }
@@ -390,7 +390,7 @@ TEST_F(DownloadedOverlay, IsTheDefaultWhereTheListHasItInThatPlace) {
 // The list of the dialog is: A, A of the office, D.
 TEST_F(DownloadedOverlay, IsDroppedWhereItIsTheSelectedOneOfItsFileName) {
   for (const std::int32_t selected : {0, 1, 2}) {
-    set(u"MultipleOverlayDetails", Refhost::toWide(details({"DDDDD.opa;All"})));
+    set(u"MultipleOverlayDetails", Formats::toUtf16(details({"DDDDD.opa;All"})));
     saved([selected](OpenDialog& dialog) {
       dialog.source().choose(2);
       dialog.source().choose(selected);

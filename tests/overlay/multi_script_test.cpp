@@ -32,7 +32,7 @@ class MultiScript : public testing::Test {
     if (!details.empty())
       request.preferences.properties = {{u"OverlayImage", u"MultipleOverlayImage"},
                                         {u"OverlaySel", u"Multiple"},
-                                        {u"MultipleOverlayDetails", Refhost::toWide(details)}};
+                                        {u"MultipleOverlayDetails", Formats::toUtf16(details)}};
     const std::vector<json> answers = runScript(script, request).answers;
     for (const json& answer : answers) EXPECT_TRUE(answer["ok"]) << answer;
     return answers;

@@ -38,7 +38,7 @@ TEST_P(EachSlot, TakesADroppedOverlay) {
 }
 
 TEST_P(EachSlot, ChangesItsOverlayForADroppedOneAndKeepsItsPages) {
-  set(u"MultipleOverlayDetails", Refhost::toWide(filled()));
+  set(u"MultipleOverlayDetails", Formats::toUtf16(filled()));
   EXPECT_EQ(saved([this](OpenDialog& dialog) {
               dialog.drop("BBBBB.opa", slot());
               EXPECT_EQ(dialog.slot(slot()), "BBBBB " + rule());
@@ -68,7 +68,7 @@ TEST_P(EachSlot, IsClearedByTheList) {
 }
 
 TEST_P(EachSlot, IsSavedFreeOnceItIsCleared) {
-  set(u"MultipleOverlayDetails", Refhost::toWide(filled()));
+  set(u"MultipleOverlayDetails", Formats::toUtf16(filled()));
   EXPECT_EQ(saved([this](OpenDialog& dialog) { dialog.clearByList(slot()); }),
             slot() == 1 ? details({}) : details({"CCCCC.opa;All"}));
 }
@@ -164,7 +164,7 @@ TEST_F(MultiDialog, GivesAnOverlayDroppedOnAFreeMasterSlotTheRuleChosenThere) {
 }
 
 TEST_F(MultiDialog, SavesAFreeSlotFreeWhateverItsRule) {
-  set(u"MultipleOverlayDetails", Refhost::toWide(onlyA));
+  set(u"MultipleOverlayDetails", Formats::toUtf16(onlyA));
   EXPECT_EQ(saved([](OpenDialog& dialog) {
               dialog.choose("rad2_Odd");
               EXPECT_TRUE(dialog.type(3, "7"));
@@ -175,7 +175,7 @@ TEST_F(MultiDialog, SavesAFreeSlotFreeWhateverItsRule) {
 TEST_F(MultiDialog, SavesTheRuleOfEachRadioButton) {
   for (const std::string rule : {"Even", "Odd", "All"})
     EXPECT_EQ(saved([&rule](OpenDialog& dialog) { dialog.choose("rad1_" + rule); }), details({"BBBBB.opa;" + rule}));
-  set(u"MultipleOverlayDetails", Refhost::toWide(details({"BBBBB.opa;All", "CCCCC.opa;Even"})));
+  set(u"MultipleOverlayDetails", Formats::toUtf16(details({"BBBBB.opa;All", "CCCCC.opa;Even"})));
   for (const std::string rule : {"Odd", "Even"})
     EXPECT_EQ(saved([&rule](OpenDialog& dialog) { dialog.choose("rad2_" + rule); }),
               details({"BBBBB.opa;All", "CCCCC.opa;" + rule}));
@@ -218,7 +218,7 @@ TEST_F(MultiDialog, TurnsTheRuleOfAFreeSecondMasterOnlyWhereItIsTheFirstOnes) {
 
 TEST_F(MultiDialog, LeavesTheSecondMasterAnotherRuleWhileTheFirstIsFree) {
   const std::string value = details({"AAAAA.opa;All", "BBBBB.opa;All"});
-  set(u"MultipleOverlayDetails", Refhost::toWide(value));
+  set(u"MultipleOverlayDetails", Formats::toUtf16(value));
   EXPECT_EQ(saved([](OpenDialog& dialog) {
               dialog.clearByMenu(1);
               dialog.choose("rad1_Even");
@@ -280,7 +280,7 @@ TEST_P(EachManualSlot, IsNotPrintedOnceItsPagesAreEmptied) {
   std::vector<std::string> entries(8, ";");
   entries[0] = "BBBBB.opa;All";
   entries[static_cast<std::size_t>(slot) - 1] = "AAAAA.opa;4";
-  set(u"MultipleOverlayDetails", Refhost::toWide(details(entries)));
+  set(u"MultipleOverlayDetails", Formats::toUtf16(details(entries)));
   entries[static_cast<std::size_t>(slot) - 1] = "AAAAA.opa;";
   EXPECT_EQ(saved([slot](OpenDialog& dialog) { EXPECT_TRUE(dialog.type(slot, "")); }), details(entries));
   EXPECT_EQ(value(u"OverlaySourceFileName"), path('B') + ";All$");

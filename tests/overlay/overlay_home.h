@@ -2,7 +2,7 @@
 #pragma once
 
 #include "effect/overlay/overlays.h"
-#include "host/unicode.h"
+#include "formats/text.h"
 #include "tests/support/host_world.h"
 
 #include <algorithm>
@@ -31,7 +31,7 @@ inline std::string recordBytes(std::u16string_view name, std::u16string_view fil
 inline std::vector<std::string> listed(const std::string& indexBytes) {
   std::vector<std::string> lines;
   for (const auto& [name, fileName] : Effect::readIndex(indexBytes))
-    lines.push_back(Refhost::toNarrow(name) + "=" + Refhost::toNarrow(fileName));
+    lines.push_back(Formats::toUtf8(name) + "=" + Formats::toUtf8(fileName));
   return lines;
 }
 
@@ -80,7 +80,7 @@ struct OverlayHome {
     Names names;
     for (int i = 0; i < number; ++i) {
       const std::string digits = std::to_string(10000 + i);
-      names.emplace_back(Refhost::toWide("form " + std::to_string(i)), Refhost::toWide(digits + ".opa"));
+      names.emplace_back(Formats::toUtf16("form " + std::to_string(i)), Formats::toUtf16(digits + ".opa"));
     }
     return names;
   }
@@ -104,7 +104,7 @@ class OverlayStore : public Testing::HostWorld {
     std::vector<std::string> lines;
     for (std::int32_t i = 0; i < store.count(); ++i) {
       const auto& record = store.record(i);
-      lines.push_back(Refhost::toNarrow(record.label) + "=" + Refhost::toNarrow(record.diskpath) +
+      lines.push_back(Formats::toUtf8(record.label) + "=" + Formats::toUtf8(record.diskpath) +
                       (record.downloaded ? "*" : ""));
     }
     return lines;

@@ -29,7 +29,7 @@ class OverlayStoreTest : public testing::Test {
     std::vector<std::string> lines;
     for (std::int32_t i = 0; i < items->count(); ++i) {
       const auto item = Kiln::smartCast<Refhost::ListItem>(items->at(i));
-      lines.push_back(Refhost::toNarrow(item->value().view()) + "=" + Refhost::toNarrow(item->text().view()) +
+      lines.push_back(Formats::toUtf8(item->value().view()) + "=" + Formats::toUtf8(item->text().view()) +
                       (item->image() ? " icon" : "") + (item->colour() == u"#FF0000" ? " red" : "") +
                       (item->isMarked() ? " marked" : ""));
     }

@@ -33,7 +33,7 @@ struct OverlayTab {
     world = std::make_unique<Testing::World>(std::move(options));
     announced = world->take();
     world->face.onModal = [this](Refhost::Dialog& dialog) {
-      dialogs.push_back(Refhost::toNarrow(dialog.url()));
+      dialogs.push_back(Formats::toUtf8(dialog.url()));
       if (onDialog) onDialog(dialog);
     };
   }
@@ -47,24 +47,24 @@ struct OverlayTab {
     std::vector<std::string> ids;
     for (const char* id : {"lbl_Ovl", "cmb_EffOverlay", "but_EffDet", "btn_OvlDel", "ePTKWJobOverlayImage_Layering",
                            "ePTKWJobOverlayImage_PrintPerPage"})
-      if (isEnabled(Refhost::toWide(id))) ids.emplace_back(id);
+      if (isEnabled(Formats::toUtf16(id))) ids.emplace_back(id);
     return ids;
   }
-  std::string value(std::u16string_view property) { return inSlashes(Refhost::toNarrow(world->value(property))); }
-  std::string selected() { return Refhost::toNarrow(list().selectedItem()->value().view()); }
+  std::string value(std::u16string_view property) { return inSlashes(Formats::toUtf8(world->value(property))); }
+  std::string selected() { return Formats::toUtf8(list().selectedItem()->value().view()); }
 
   // The picture's file or address; empty for none.
   std::string picture() {
     const auto image = world->widget<Refhost::ImageBox>(u"img_EffOverlay").image();
     const auto* own = dynamic_cast<const Refhost::Image*>(image.get());
-    return own == nullptr ? "" : inSlashes(Refhost::toNarrow(own->source));
+    return own == nullptr ? "" : inSlashes(Formats::toUtf8(own->source));
   }
 
   // The scope of the caption's picture; "-" for no picture.
   std::string captionScope() {
     const auto image = world->widget<Refhost::Label>(u"lbl_Ovl").image();
     const auto* own = dynamic_cast<const Refhost::Image*>(image.get());
-    return own == nullptr ? "-" : Refhost::toNarrow(own->scope);
+    return own == nullptr ? "-" : Formats::toUtf8(own->scope);
   }
 
   // "VALUE=TEXT" of each item, with "*" appended for a downloaded one.
@@ -72,7 +72,7 @@ struct OverlayTab {
     std::vector<std::string> lines;
     for (std::int32_t i = 0; i < list().items().count(); ++i) {
       const auto item = list().items().at(i);
-      lines.push_back(Refhost::toNarrow(item->value().view()) + "=" + Refhost::toNarrow(item->displayedText().view()) +
+      lines.push_back(Formats::toUtf8(item->value().view()) + "=" + Formats::toUtf8(item->displayedText().view()) +
                       (item->isMarked() ? "*" : ""));
     }
     return lines;

@@ -3,7 +3,7 @@
 
 namespace {
 
-using Refhost::toNarrow;
+using Formats::toUtf8;
 using testing::ElementsAre;
 
 class OverlaySourceFile : public OverlayGroup {};
@@ -14,7 +14,7 @@ TEST_F(OverlaySourceFile, KeepsASourceFileThatIsThere) {
   const auto source = (home.folder.path / "elsewhere.opa").u16string();
   tab.set(u"OverlaySourceFileName", source);
   tab.set(u"OverlaySel", u"00001.opa");
-  EXPECT_EQ(tab.value(u"OverlaySourceFileName"), inSlashes(toNarrow(source)));
+  EXPECT_EQ(tab.value(u"OverlaySourceFileName"), inSlashes(toUtf8(source)));
 }
 
 TEST_F(OverlaySourceFile, FindsAMovedSourceFileByItsNameInTheStore) {
@@ -22,7 +22,7 @@ TEST_F(OverlaySourceFile, FindsAMovedSourceFileByItsNameInTheStore) {
   for (const char16_t* source : {u"C:\\old\\00001.opa", u"/old/00001.opa", u"00001.opa", u"/old\\00001.opa"}) {
     tab.set(u"OverlaySourceFileName", source);
     tab.set(u"OverlaySel", u"00001.opa");
-    EXPECT_EQ(tab.value(u"OverlaySourceFileName"), tab.userFile("00001.opa")) << toNarrow(source);
+    EXPECT_EQ(tab.value(u"OverlaySourceFileName"), tab.userFile("00001.opa")) << toUtf8(source);
   }
 }
 
@@ -31,7 +31,7 @@ TEST_F(OverlaySourceFile, DropsASourceFileThatNobodyHas) {
   for (const char16_t* source : {u"C:\\old\\00009.opa", u"..", u"/", u"None"}) {
     tab.set(u"OverlaySourceFileName", source);
     tab.set(u"OverlaySel", u"00001.opa");
-    EXPECT_EQ(tab.value(u"OverlaySourceFileName"), "") << toNarrow(source);
+    EXPECT_EQ(tab.value(u"OverlaySourceFileName"), "") << toUtf8(source);
   }
 }
 
@@ -48,7 +48,7 @@ TEST_F(OverlaySourceFile, ValidatesEachFileOfSeveral) {
   Testing::writeFile(home.folder.path / "here.opa", "");
   const std::string here = (home.folder.path / "here.opa").generic_string();
   tab.set(u"OverlaySourceFileName",
-          Refhost::toWide(here + ";1;2$C:\\old\\00002.opa;Even$/gone/00007.opa;Odd$;$no pages$/old/00001.opa$"));
+          Formats::toUtf16(here + ";1;2$C:\\old\\00002.opa;Even$/gone/00007.opa;Odd$;$no pages$/old/00001.opa$"));
   tab.world->take();
   tab.set(u"OverlaySel", u"Multiple");
   const std::string expected = here + ";1;2$" + tab.userFile("00002.opa") + ";Even$" + tab.userFile("00001.opa") + ";$";
@@ -65,7 +65,7 @@ TEST_F(OverlaySourceFile, HasNoSourceWhenTheOnlyFileOfSeveralIsGone) {
 
 TEST_F(OverlaySourceFile, SendsNothingForASourceThatIsValid) {
   OverlayTab tab(home);
-  tab.set(u"OverlaySourceFileName", Refhost::toWide(tab.userFile("00001.opa") + ";All$"));
+  tab.set(u"OverlaySourceFileName", Formats::toUtf16(tab.userFile("00001.opa") + ";All$"));
   tab.world->take();
   tab.set(u"OverlaySel", u"Multiple");
   EXPECT_THAT(sent(tab.world->take()), ElementsAre("OverlayName=Multiple"));

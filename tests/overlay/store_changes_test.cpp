@@ -1,6 +1,6 @@
 // What the overlay store changes: adding, saving, removing, exporting.
 #include "overlay_store.h"
-#include "tests/documents/forwarding_disk.h"
+#include "tests/files/forwarding_disk.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -35,9 +35,9 @@ TEST_F(OverlayStoreTest, GivesAKnownLabelThePathOfItsOverlay) {
 // Every overlay file that a store could name is there but one.
 class NearlyFullDisk final : public ForwardingDisk {
  public:
-  Refhost::EntryKind kind(const Path& path) override {
+  Files::EntryKind kind(const Path& path) override {
     const bool isTaken = isDrawnName(path.filename().string()) && path.filename() != "04711.opa";
-    return isTaken ? Refhost::EntryKind::file : disk.kind(path);
+    return isTaken ? Files::EntryKind::file : disk.kind(path);
   }
 };
 
@@ -248,7 +248,7 @@ class KeepingDisk final : public ForwardingDisk {
  private:
   void refuse(const Path& file) const {
     if (file.filename() == kept)
-      throw Refhost::DiskError(file, "deleted", std::make_error_code(std::errc::permission_denied));
+      throw Files::DiskError(file, "deleted", std::make_error_code(std::errc::permission_denied));
   }
 };
 

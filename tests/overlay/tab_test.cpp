@@ -1,10 +1,10 @@
 // The overlay group of the tab: the list, the transitions of a selection, and reactions to changes.
 #include "overlay_tab.h"
-#include "tests/documents/forwarding_disk.h"
+#include "tests/files/forwarding_disk.h"
 
 namespace {
 
-using Refhost::toNarrow;
+using Formats::toUtf8;
 using Testing::builtOptions;
 using testing::Contains;
 using testing::ElementsAre;
@@ -324,7 +324,7 @@ class FixedIndex final : public ForwardingDisk {
  public:
   std::unique_ptr<File> create(const Path& temporary, const Path& target) override {
     if (target.filename() == "ovlNmFl.flo")
-      throw Refhost::DiskError(target, "written", std::make_error_code(std::errc::no_space_on_device));
+      throw Files::DiskError(target, "written", std::make_error_code(std::errc::no_space_on_device));
     return disk.create(temporary, target);
   }
 };
@@ -392,7 +392,7 @@ TEST_F(OverlayGroup, WorksWithEveryWidgetMissing) {
     for (const char16_t* selection : {u"00001.opa", u"Multiple", u"None"}) tab.set(u"OverlaySel", selection);
     tab.world->preferences.setAvailable(u"OverlayImage", u"OverlayImage", false);
     tab.world->preferences.setAvailable(u"OverlayImage", u"OverlayImage", true);
-    EXPECT_THAT(tab.world->face.failures, IsEmpty()) << toNarrow(id);
+    EXPECT_THAT(tab.world->face.failures, IsEmpty()) << toUtf8(id);
   }
 }
 

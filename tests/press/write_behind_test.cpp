@@ -8,7 +8,8 @@
 #include <string>
 #include <system_error>
 
-using Press::WholeFile;
+using Files::PendingFile;
+using Files::realDisk;
 using Press::WriteBehind;
 using testing::IsEmpty;
 
@@ -26,7 +27,7 @@ std::string text(std::size_t size) {
 
 TEST(WriteBehind, WritesEverythingInOrder) {
   const TestFolder folder;
-  WholeFile file(folder / "out");
+  PendingFile file(realDisk(), folder / "out");
   WriteBehind out(file);
   const std::string all = text(30'000'000);
   std::size_t done = 0;
@@ -37,22 +38,24 @@ TEST(WriteBehind, WritesEverythingInOrder) {
   }
   out.write(all.data() + done, all.size() - done);
   out.complete();
-  file.commit();
+  file.finish();
+  file.putInPlace();
   EXPECT_TRUE(read(folder / "out") == all);
 }
 
 TEST(WriteBehind, WritesNothingWhereThereIsNothing) {
   const TestFolder folder;
-  WholeFile file(folder / "out");
+  PendingFile file(realDisk(), folder / "out");
   WriteBehind(file).complete();
-  file.commit();
+  file.finish();
+  file.putInPlace();
   EXPECT_EQ(read(folder / "out"), "");
 }
 
 TEST(WriteBehind, CanBeGivenUp) {
   const TestFolder folder;
   {
-    WholeFile file(folder / "out");
+    PendingFile file(realDisk(), folder / "out");
     WriteBehind out(file);
     const std::string all = text(5'000'000);
     out.write(all.data(), all.size());
@@ -64,14 +67,14 @@ TEST(WriteBehind, TellsAFailureAtItsEnd) {
   const TestFolder folder;
   {
     const SmallDisk disk(3'000'000);
-    WholeFile file(folder / "out");
+    PendingFile file(realDisk(), folder / "out");
     WriteBehind out(file);
     const std::string all = text(30'000'000);
     out.write(all.data(), all.size());
     try {
       out.complete();
       ADD_FAILURE() << "It was written.";
-    } catch (const std::system_error& error) {
+    } catch (const Files::DiskError& error) {
       EXPECT_EQ(error.code(), std::errc::file_too_large);
     }
   }

@@ -1,9 +1,9 @@
 // Untrusted archives: rejection, and that nothing is written outside the folder.
-#include "tests/profile/profile_world.h"
-#include "tests/profile/zip.h"
-
+#include "files/temporary_folder.h"
 #include "host/profiles/archive.h"
 #include "host/profiles/archive_names.h"
+#include "tests/profile/profile_world.h"
+#include "tests/profile/zip.h"
 
 #include <gmock/gmock.h>
 
@@ -43,10 +43,10 @@ class Archive : public testing::Test {
   }
 
   void packTo(const Path& target, const Progress& progress = goOn) {
-    pack(realDisk(), from, "profile.xml", target, {}, progress);
+    pack(Files::realDisk(), from, "profile.xml", target, {}, progress);
   }
 
-  Refhost::TemporaryFolder folder;
+  Files::TemporaryFolder folder;
   Path from = folder.path() / "from";
   Path to = folder.path() / "to";
   Path file = folder.path() / "archive.zip";
@@ -253,7 +253,7 @@ TEST_F(Archive, TellsHowFarItIs) {
 
 TEST_F(Archive, OfMoreThanAProfileCanHoldIsNotPacked) {
   put(from / "a", std::string(11, 'x'));
-  EXPECT_THROW(pack(realDisk(), from, "a", file, {10, 10, 100}, goOn), std::runtime_error);
+  EXPECT_THROW(pack(Files::realDisk(), from, "a", file, {10, 10, 100}, goOn), std::runtime_error);
   EXPECT_FALSE(std::filesystem::exists(file));
 }
 

@@ -1,7 +1,7 @@
 // Temporary folders for tests, and their content.
 #pragma once
 
-#include "host/temporary_folder.h"
+#include "files/temporary_folder.h"
 #include "tests/support/host_world.h"
 
 #include <filesystem>

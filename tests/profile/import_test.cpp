@@ -1,10 +1,9 @@
 // The atomicity of imports into a home.
-#include "tests/documents/cut_disk.h"
-#include "tests/documents/failing_disk.h"
-#include "tests/profile/profile_world.h"
-
-#include "host/documents/file_set.h"
+#include "files/file_set.h"
 #include "host/profiles/home_import.h"
+#include "tests/files/cut_disk.h"
+#include "tests/files/failing_disk.h"
+#include "tests/profile/profile_world.h"
 
 namespace {
 
@@ -54,7 +53,7 @@ class Import : public ProfileWorld {
 
   // Opens the home like the next process.
   Tree opened() {
-    completeFileSet(realDisk(), importJournal(home));
+    Files::completeFileSet(Files::realDisk(), importJournal(home));
     Tree tree = treeOf(home);
     std::erase_if(tree, [](const auto& file) { return file.first.ends_with(".tmp"); });
     return tree;
@@ -80,7 +79,7 @@ TEST_F(Import, OfTheSameProfileASecondTimeChangesNothing) {
   std::map<std::string, std::filesystem::file_time_type> times;
   for (const auto& [name, bytes] : once)
     if (!name.ends_with('/')) times[name] = std::filesystem::last_write_time(home / name);
-  FailingDisk disk(realDisk());
+  FailingDisk disk(Files::realDisk());
   importPacked(disk);
   EXPECT_EQ(treeOf(home), once);
   for (const auto& [name, time] : times) EXPECT_EQ(std::filesystem::last_write_time(home / name), time) << name;
@@ -90,7 +89,7 @@ TEST_F(Import, AddsToWhatIsThere) {
   putMany();
   importPacked();
   EXPECT_EQ(bytesOf(watermarks), watermarkFile(watermark("WM_1", "Profile") + watermark("WM_2", "Home")));
-  const auto entries = readOverlayIndex(bytesOf(overlays / "ovlNmFl.flo"));
+  const auto entries = Formats::readIndex(bytesOf(overlays / "ovlNmFl.flo"));
   ASSERT_EQ(entries.size(), 3U);
   EXPECT_EQ(entries[0].name, u"Own");
   EXPECT_EQ(entries[1].name, u"Letterhead");
@@ -147,7 +146,7 @@ TEST_F(Import, OfWhatIsNoProfileLeavesTheHomeAsItWas) {
   std::filesystem::remove(from / "overlays" / "23456.opa");
   refused("no file for its overlay \"Form\"");
   putOverlays(from / "overlays", {{u"Form", u"23456.opa"}, {u"Letterhead", u"12345.opa"}});
-  put(from / "overlays" / "ovlNmFl.flo", overlayIndexBytes({{u"Out", u"../profile"}}));
+  put(from / "overlays" / "ovlNmFl.flo", Formats::indexBytes({{u"Out", u"../profile"}}));
   refused("no file for its overlay \"Out\"");
   std::filesystem::remove_all(from / "overlays");
   put(from / "ZVeffect.xml", "<Watermarks><broken>");
@@ -204,7 +203,7 @@ TEST_F(Import, ThatFailsAtAnyStepSaysSoAndLeavesTheHomeAsBeforeOrIsCompleted) {
   const Tree after = treeOf(home);
   for (int failing = 1;; ++failing) {
     putHome();
-    FailingDisk disk(realDisk());
+    FailingDisk disk(Files::realDisk());
     disk.failing = failing;
     std::string sentence;
     try {
@@ -224,7 +223,7 @@ TEST_F(Import, ThatIsStoppedLeavesTheHomeAsItWas) {
   for (int last = 0;; ++last) {
     int calls = 0;
     try {
-      importPacked(realDisk(), [&](int, int) { return calls++ < last; });
+      importPacked(Files::realDisk(), [&](int, int) { return calls++ < last; });
       ASSERT_GT(last, 6);
       break;
     } catch (const Stopped&) {

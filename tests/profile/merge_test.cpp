@@ -17,8 +17,8 @@ class Merge : public ProfileWorld {
   // "NAME=FILE" of each overlay of the home.
   std::vector<std::string> index() {
     std::vector<std::string> lines;
-    for (const auto& entry : readOverlayIndex(bytesOf(overlays / "ovlNmFl.flo")))
-      lines.push_back(toNarrow(entry.name) + "=" + toNarrow(entry.file));
+    for (const auto& entry : Formats::readIndex(bytesOf(overlays / "ovlNmFl.flo")))
+      lines.push_back(Formats::toUtf8(entry.name) + "=" + Formats::toUtf8(entry.fileName));
     return lines;
   }
 };
@@ -146,7 +146,7 @@ TEST_F(Merge, OfAnEntryWithoutAFileTakesItsPlace) {
 
 TEST_F(Merge, OfTwoOverlaysOfOneNameInAProfileKeepsBoth) {
   putOverlays(from / "overlays", {{u"Form", u"12345.opa"}, {u"Other", u"23456.opa"}});
-  put(from / "overlays" / "ovlNmFl.flo", overlayIndexBytes({{u"Form", u"12345.opa"}, {u"Form", u"23456.opa"}}));
+  put(from / "overlays" / "ovlNmFl.flo", Formats::indexBytes({{u"Form", u"12345.opa"}, {u"Form", u"23456.opa"}}));
   import();
   EXPECT_THAT(index(), ElementsAre("Form=12345.opa", "Form (2)=23456.opa"));
 }
@@ -156,7 +156,7 @@ TEST_F(Merge, NumbersANameWithinItsField) {
   putOverlays(overlays, {{name, u"00001.opa"}});
   putOverlays(from / "overlays", {{name, u"12345.opa"}}, "of the profile");
   import();
-  EXPECT_THAT(index(), ElementsAre(toNarrow(name) + "=00001.opa", std::string(60, 'n') + " (2)=12345.opa"));
+  EXPECT_THAT(index(), ElementsAre(Formats::toUtf8(name) + "=00001.opa", std::string(60, 'n') + " (2)=12345.opa"));
 }
 
 }  // namespace

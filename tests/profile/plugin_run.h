@@ -1,10 +1,10 @@
 // The plug-in in the reference host, on homes with watermarks and overlays.
 #pragma once
 
-#include "tests/profile/profile_world.h"
-
+#include "files/temporary_folder.h"
 #include "host/gui.h"
 #include "host/widgets/list.h"
+#include "tests/profile/profile_world.h"
 
 #include <memory>
 
@@ -25,7 +25,7 @@ class ProfileHomes : public testing::Test {
     return homeFolder / "profile" / "overlays";
   }
 
-  Refhost::TemporaryFolder folder;
+  Files::TemporaryFolder folder;
   const std::filesystem::path home = folder.path() / "home";
   const std::filesystem::path other = folder.path() / "other";
 };
@@ -46,10 +46,10 @@ struct PluginRun {
   static std::string tipOf(Refhost::SelectorNode& list, std::int32_t item) {
     const auto shown = Kiln::smartCast<Refhost::ListItem>(list.items().at(item));
     const auto picture = Kiln::smartCast<Refhost::Image>(shown->image());
-    return (picture ? Refhost::toNarrow(picture->source) : "") + " " + Refhost::toNarrow(shown->colour());
+    return (picture ? Formats::toUtf8(picture->source) : "") + " " + Formats::toUtf8(shown->colour());
   }
   bool isEnabled(std::u16string_view id) { return world.preferences.gui()->find(id)->isEnabled(); }
-  std::string value(std::u16string_view property) { return Refhost::toNarrow(world.value(property)); }
+  std::string value(std::u16string_view property) { return Formats::toUtf8(world.value(property)); }
 
   void deleteWatermark(std::u16string_view id) {
     world.preferences.set(u"WatermarkSel", std::u16string(id));
@@ -65,7 +65,7 @@ struct PluginRun {
     std::vector<std::string> lines;
     for (std::int32_t i = 0; i < list.items().count(); ++i) {
       const auto item = list.items().at(i);
-      lines.push_back(Refhost::toNarrow(item->value().view()) + "=" + Refhost::toNarrow(item->displayedText().view()) +
+      lines.push_back(Formats::toUtf8(item->value().view()) + "=" + Formats::toUtf8(item->displayedText().view()) +
                       (item->isMarked() ? "*" : ""));
     }
     return lines;

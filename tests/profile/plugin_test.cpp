@@ -1,9 +1,8 @@
 // The plug-in's handling of profiles: the files written by the export signal, and reloading after an import.
-#include "tests/documents/failing_disk.h"
-#include "tests/profile/plugin_run.h"
-
 #include "host/allocator.h"
 #include "host/profiles/profile_event.h"
+#include "tests/files/failing_disk.h"
+#include "tests/profile/plugin_run.h"
 
 namespace {
 
@@ -46,7 +45,7 @@ TEST_F(Plugin, ExportsOnlyWhenUserDataIsWanted) {
   PluginRun run(home);
   for (const char16_t* include : {u"true", u"False", u"TRUE", u"1", u"", u"True "}) {
     run.world.preferences.exportProfile("p", include);
-    EXPECT_FALSE(std::filesystem::exists(home / "localdata")) << Refhost::toNarrow(include);
+    EXPECT_FALSE(std::filesystem::exists(home / "localdata")) << Formats::toUtf8(include);
   }
   run.world.preferences.exportProfile("p", u"True");
   EXPECT_TRUE(std::filesystem::exists(home / "localdata" / "p" / "ZVeffect.xml"));
@@ -92,7 +91,7 @@ TEST_F(Plugin, ExportSavesWhatIsStillUnsaved) {
   for (int failing = 1;; ++failing) {
     const Path each = folder.path() / std::to_string(failing);
     putOverlays(overlaysOf(each), {{u"Form", u"12345.opa"}, {u"Letterhead", u"23456.opa"}});
-    FailingDisk disk(Refhost::realDisk());
+    FailingDisk disk(Files::realDisk());
     auto options = optionsFor(each);
     options.disk = &disk;
     PluginRun run(options);
@@ -103,8 +102,8 @@ TEST_F(Plugin, ExportSavesWhatIsStillUnsaved) {
     run.world.widget<Refhost::Button>(u"btn_OvlDel").click();
     if (disk.operations < failing) break;
     const auto isIndexed = [&each] {
-      const auto entries = Refhost::readOverlayIndex(bytesOf(overlaysOf(each) / "ovlNmFl.flo"));
-      return std::any_of(entries.begin(), entries.end(), [](const auto& entry) { return entry.file == u"12345.opa"; });
+      const auto entries = Formats::readIndex(bytesOf(overlaysOf(each) / "ovlNmFl.flo"));
+      return std::any_of(entries.begin(), entries.end(), [](const auto& entry) { return entry.fileName == u"12345.opa"; });
     };
     if (run.overlays().size() != 3 || !isIndexed()) continue;
     ++unsaved;
@@ -173,7 +172,7 @@ TEST_F(Plugin, ExportsTheFilesAsTheyAreNowAfterAnImportToo) {
 TEST_F(Plugin, ExportsAMergedStoreItself) {
   for (const char* data : {"a", "b"}) {
     put(home / "localdata" / data / "ZVeffect.xml", watermarkFile(watermark(std::string("WM_") + data, data)));
-    putOverlays(home / "localdata" / data / "overlays", {{Refhost::toWide(data), Refhost::toWide(data) + u".opa"}});
+    putOverlays(home / "localdata" / data / "overlays", {{Formats::toUtf16(data), Formats::toUtf16(data) + u".opa"}});
   }
   PluginRun run(home);
   putWatermarkFile(home, watermark("WM_9", "Of another process"));
@@ -437,7 +436,7 @@ TEST_F(Plugin, HearsNoProfilesWithoutATab) {
 
 TEST(ProfileEvent, HasItsArguments) {
   Refhost::Trace trace;
-  const Refhost::FileWorld files{Refhost::realDisk(), trace, "/home", {}};
+  const Refhost::FileWorld files{Files::realDisk(), trace, "/home", {}};
   Refhost::ProfileEvent event(files, "p", u"True");
   EXPECT_TRUE(event.property(u"IncludeUserdata")->equals(u"True"));
   EXPECT_FALSE(event.property(u"includeuserdata"));

@@ -1,12 +1,12 @@
 // Profiles and homes created by hand, without a plug-in.
 #pragma once
 
-#include "tests/profile/folders.h"
-
+#include "files/temporary_folder.h"
+#include "formats/overlay_index.h"
+#include "formats/text.h"
 #include "host/kept_settings.h"
-#include "host/profiles/overlay_index.h"
 #include "host/profiles/profile.h"
-#include "host/unicode.h"
+#include "tests/profile/folders.h"
 
 #include <gmock/gmock.h>
 
@@ -37,13 +37,13 @@ using Overlays = std::vector<std::pair<std::u16string, std::u16string>>;  // nam
 // An index with the files that it lists: each contains its name and `content`, and has a thumbnail.
 inline void putOverlays(const std::filesystem::path& folder, const Overlays& overlays,
                         const std::string& content = "") {
-  std::vector<Refhost::OverlayEntry> entries;
+  std::vector<Formats::IndexEntry> entries;
   for (const auto& [name, file] : overlays) {
     entries.push_back({name, file});
-    put(folder / file, "form " + Refhost::toNarrow(name) + content);
-    put(folder / Refhost::thumbnailOf(file), "picture " + Refhost::toNarrow(name) + content);
+    put(folder / file, "form " + Formats::toUtf8(name) + content);
+    put(folder / Formats::thumbnailOf(file), "picture " + Formats::toUtf8(name) + content);
   }
-  put(folder / "ovlNmFl.flo", Refhost::overlayIndexBytes(entries));
+  put(folder / "ovlNmFl.flo", Formats::indexBytes(entries));
 }
 
 // The files of a profile in a folder, and a home to import it into.
@@ -56,10 +56,10 @@ class ProfileWorld : public testing::Test {
   }
   void putWatermarks(const std::string& records) { put(from / "ZVeffect.xml", watermarkFile(records)); }
 
-  void pack() { Refhost::pack(Refhost::realDisk(), from, "profile.xml", file, {}, goOn); }
+  void pack() { Refhost::pack(Files::realDisk(), from, "profile.xml", file, {}, goOn); }
 
   // Imports into the home, with its saved settings.
-  Refhost::Manifest importPacked(Refhost::Disk& disk = Refhost::realDisk(), const Refhost::Progress& progress = goOn) {
+  Refhost::Manifest importPacked(Files::Disk& disk = Files::realDisk(), const Refhost::Progress& progress = goOn) {
     Refhost::ProfileHome into = Refhost::ProfileHome::closed(home);
     into.translate = [](std::u16string_view text) {
       return text == u"$IDS_WM_DRAFT;" ? std::u16string(u"Draft") : std::u16string(text);
@@ -82,7 +82,7 @@ class ProfileWorld : public testing::Test {
     }
   }
 
-  Refhost::TemporaryFolder folder;
+  Files::TemporaryFolder folder;
   const std::filesystem::path from = folder.path() / "from";
   const std::filesystem::path home = folder.path() / "home";
   const std::filesystem::path file = folder.path() / "profile.zip";

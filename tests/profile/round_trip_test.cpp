@@ -1,9 +1,8 @@
 // All user data, exported from one home and imported into another.
-#include "tests/documents/failing_disk.h"
-#include "tests/profile/plugin_run.h"
-
-#include "host/documents/file_set.h"
+#include "files/file_set.h"
 #include "host/profiles/home_import.h"
+#include "tests/files/failing_disk.h"
+#include "tests/profile/plugin_run.h"
 
 namespace {
 
@@ -26,9 +25,9 @@ class RoundTrip : public ProfileHomes {
     for (int i = 0; i < many; ++i) {
       const std::string number = std::to_string(i);
       records += record(i, "WM_65F0ABCD_" + number + "_A_1B2C3D",
-                        u"Entw\u00fcrfe \u4e0b\u66f8\u304d & <" + toWide(number) + u">");
-      overlays.emplace_back(u"Briefkopf \u5370\u7ae0 " + toWide(number),
-                            toWide(std::to_string(30000 + 7 * i)) + u".opa");
+                        u"Entw\u00fcrfe \u4e0b\u66f8\u304d & <" + Formats::toUtf16(number) + u">");
+      overlays.emplace_back(u"Briefkopf \u5370\u7ae0 " + Formats::toUtf16(number),
+                            Formats::toUtf16(std::to_string(30000 + 7 * i)) + u".opa");
     }
     put(home / "user" / "ZVeffect.xml", watermarkFile(records));
     putOverlays(overlaysOf(home), overlays);
@@ -45,7 +44,8 @@ class RoundTrip : public ProfileHomes {
 
   static std::string record(int i, const std::string& id, const std::u16string& name) {
     std::string text;
-    for (const char byte : toNarrow(name)) text += byte == '&' ? "&amp;" : byte == '<' ? "&lt;" : std::string(1, byte);
+    for (const char byte : Formats::toUtf8(name))
+      text += byte == '&' ? "&amp;" : byte == '<' ? "&lt;" : std::string(1, byte);
     const std::string number = std::to_string(i);
     const char* const styles[] = {"Solid", "Outline", "Transparency"};
     return "<" + id + "><label>Text " + number + "</label><stylename>" + text + "</stylename><fontname>Face " + number +
@@ -73,7 +73,7 @@ class RoundTrip : public ProfileHomes {
     ProfileHome closed = ProfileHome::closed(into);
     closed.translate = [](std::u16string_view text) { return std::u16string(text); };
     closed.settingsFile = [into](const std::u16string& model) { return settingsFile(into, model); };
-    return importProfile(realDisk(), file, closed, goOn);
+    return importProfile(Files::realDisk(), file, closed, goOn);
   }
 
   // Opens a home like the window.
@@ -160,7 +160,7 @@ TEST_F(RoundTrip, IntoOpenPreferencesShowsWhatCame) {
   PluginRun there(other);
   const auto into = ProfileHome::of(there.world.preferences);
   for (int time = 0; time < 2; ++time) {
-    const Manifest manifest = importProfile(realDisk(), file, into, goOn);
+    const Manifest manifest = importProfile(Files::realDisk(), file, into, goOn);
     there.world.preferences.importProfile(file, manifest.values);
     EXPECT_EQ(there.world.preferences.model().values(), run.world.preferences.model().values());
     EXPECT_EQ(there.watermarks(), run.watermarks());
@@ -191,7 +191,7 @@ TEST_F(RoundTrip, OfAnExportThatFailsLeavesNoProfile) {
   int failures = 0;
   for (int failing = 1;; ++failing) {
     Options options = optionsFor(home);
-    FailingDisk disk(realDisk());
+    FailingDisk disk(Files::realDisk());
     options.disk = &disk;
     PluginRun run(options);
     disk.failing = disk.operations + failing;
@@ -216,11 +216,11 @@ TEST_F(RoundTrip, OfAnExportThatFailsLeavesNoProfile) {
 TEST_F(RoundTrip, IsCompletedByTheNextOpening) {
   putWatermarkFile(home, watermark("WM_1", "Old"));
   {
-    FailingDisk disk(realDisk());
-    FileSet set(disk, importJournal(home));
+    FailingDisk disk(Files::realDisk());
+    Files::FileSet set(disk, importJournal(home));
     set.write(home / "user" / "ZVeffect.xml", watermarkFile(watermark("WM_2", "New")));
     disk.failing = disk.operations + 8;
-    EXPECT_THROW(set.commit(), DiskError);
+    EXPECT_THROW(set.commit(), Files::DiskError);
   }
   ASSERT_TRUE(std::filesystem::exists(importJournal(home)));
   PluginRun run(home);

@@ -1,4 +1,4 @@
-#include "app/installed_fonts.h"
+#include "app/system/installed_fonts.h"
 
 #include <gmock/gmock.h>
 

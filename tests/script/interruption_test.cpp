@@ -1,4 +1,4 @@
-#include "app/interruption.h"
+#include "app/system/interruption.h"
 
 #include <gtest/gtest.h>
 

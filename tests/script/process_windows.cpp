@@ -1,6 +1,5 @@
+#include "formats/text.h"
 #include "tests/script/process.h"
-
-#include "host/unicode.h"
 
 #include <windows.h>
 
@@ -12,7 +11,7 @@
 namespace {
 
 std::wstring wide(const std::string& text) {
-  const std::u16string units = Refhost::toWide(text);
+  const std::u16string units = Formats::toUtf16(text);
   return {units.begin(), units.end()};
 }
 

@@ -1,4 +1,4 @@
-#include "app/user.h"
+#include "app/system/user.h"
 
 #include <gtest/gtest.h>
 

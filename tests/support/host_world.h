@@ -1,7 +1,7 @@
 // The reference host with a new home and without a plug-in, for testing the plug-in's classes.
 #pragma once
 
-#include "host/documents/disk.h"
+#include "files/disk.h"
 #include "host/model/description.h"
 #include "host/reference_host.h"
 #include "tests/support/world.h"
@@ -21,7 +21,7 @@ inline std::string bytesOf(const std::filesystem::path& file) {
 
 class HostWorld {
  public:
-  explicit HostWorld(std::filesystem::path homeFolder, Refhost::Disk& disk = Refhost::realDisk(),
+  explicit HostWorld(std::filesystem::path homeFolder, Files::Disk& disk = Files::realDisk(),
                      std::string locale = "en-US")
       : home(std::move(homeFolder)),
         chrome(RESOURCES_FOLDER),

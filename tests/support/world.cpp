@@ -1,6 +1,6 @@
 #include "tests/support/world.h"
 
-#include "host/unicode.h"
+#include "formats/text.h"
 
 #include <fstream>
 #include <random>
@@ -9,13 +9,13 @@ namespace Testing {
 namespace {
 
 struct ToText {
-  std::string operator()(const std::u16string& text) const { return Refhost::toNarrow(text); }
+  std::string operator()(const std::u16string& text) const { return Formats::toUtf8(text); }
   std::string operator()(bool flag) const { return flag ? "true" : "false"; }
   std::string operator()(double number) const { return std::to_string(static_cast<long>(number)); }
   std::string operator()(const Refhost::TracePairs& pairs) const {
     std::string text;
     for (const auto& [name, value] : pairs)
-      text += (text.empty() ? "" : ",") + Refhost::toNarrow(name) + "=" + Refhost::toNarrow(value);
+      text += (text.empty() ? "" : ",") + Formats::toUtf8(name) + "=" + Formats::toUtf8(value);
     return text;
   }
 };

@@ -1,5 +1,5 @@
 // Random values of every property: they come back equal, or are refused with a sentence.
-#include "host/unicode.h"
+#include "formats/text.h"
 #include "tests/ticket/ticket_world.h"
 
 #include <gmock/gmock.h>
@@ -63,12 +63,12 @@ bool comesBack(TicketWorld& world, TicketWorld& receiver, const std::u16string& 
   try {
     ticket = world.service.document(*world.plugin, *world.model, Kiln::PTLevel::job);
   } catch (const std::runtime_error& refusal) {
-    EXPECT_THAT(refusal.what(), testing::HasSubstr(Refhost::toNarrow(property)));
+    EXPECT_THAT(refusal.what(), testing::HasSubstr(Formats::toUtf8(property)));
     return false;
   }
   receiver.set(property, u"something else");
   receiver.load(ticket);
-  EXPECT_EQ(receiver.value(property), value) << Refhost::toNarrow(property);
+  EXPECT_EQ(receiver.value(property), value) << Formats::toUtf8(property);
   return true;
 }
 
@@ -90,7 +90,7 @@ TEST_P(FreeTexts, ComeBackEqualOrAreRefused) {
 }
 
 INSTANTIATE_TEST_SUITE_P(RandomValues, FreeTexts, testing::Range<std::size_t>(0, freeTexts.size()),
-                         [](const auto& tested) { return Refhost::toNarrow(freeTexts[tested.param]); });
+                         [](const auto& tested) { return Formats::toUtf8(freeTexts[tested.param]); });
 
 TEST(RandomValues, OfNarrowPropertiesComeBackEqualOrAreRefused) {
   Random random(7);
@@ -113,7 +113,7 @@ TEST(RandomValues, EveryWholeNumberOfAnAngleComesBack) {
   TicketWorld receiver;
   world.set(u"Watermark", u"Watermark");
   for (int angle = -400; angle <= 800; ++angle) {
-    const auto text = Refhost::toWide(std::to_string(angle));
+    const auto text = Formats::toUtf16(std::to_string(angle));
     EXPECT_TRUE(comesBack(world, receiver, u"WatermarkTextAngle", text)) << angle;
   }
   for (const char16_t* angle : {u"-2147483648", u"2147483647"})

@@ -192,7 +192,7 @@ TEST(Schema, ADocumentIsGivenWholeForLookingAt) {
 TEST(Schema, TheCodeThatConvertsHasNoWordOfTheEffectsVocabulary) {
   for (const auto& entry :
        std::filesystem::directory_iterator(std::filesystem::path(SOURCE_FOLDER) / "host" / "ticket")) {
-    const std::string code = Refhost::realDisk().read(entry.path(), 1 << 20);
+    const std::string code = Files::realDisk().read(entry.path(), 1 << 20);
     for (const char* word : {"Watermark", "Overlay", "Mirror", "NegativeImage", "Rotate180", "ePTKW", "effect:1"})
       EXPECT_THAT(code, Not(HasSubstr(word))) << entry.path();
   }

@@ -22,7 +22,7 @@ std::string sentenceOf(const Work& work) {
 TicketHost::TicketHost(const std::filesystem::path& packages, Refhost::ModelDescription description)
     : chrome(packages),
       strings(Refhost::ChromeFolders(RESOURCES_FOLDER), "en-US"),
-      files{Refhost::realDisk(), trace, {}},
+      files{Files::realDisk(), trace, {}},
       model(Refhost::make<Refhost::PropertyModel>(std::move(description), trace)),
       host({face, trace, chrome, strings, files, *model}),
       service(host.ticketDocuments()) {}

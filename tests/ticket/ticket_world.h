@@ -1,7 +1,7 @@
 // A plug-in, a model and the tickets between them, without a GUI.
 #pragma once
 
-#include "host/documents/disk.h"
+#include "files/disk.h"
 #include "host/documents/documents.h"
 #include "host/library.h"
 #include "host/reference_host.h"

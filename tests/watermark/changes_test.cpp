@@ -5,7 +5,7 @@
 
 namespace {
 
-using Refhost::toNarrow;
+using Formats::toUtf8;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
@@ -46,7 +46,7 @@ class Changes : public testing::Test {
   void willAccept(const Edits& edits) {
     world->face.onModal = [this, edits](Refhost::Dialog& dialog) {
       if (auto* name = dynamic_cast<Refhost::TextBox*>(dialog.layout().find(nameBox))) {
-        nameAtOpening = toNarrow(name->content());
+        nameAtOpening = toUtf8(name->content());
         for (const auto& [box, text] : edits)
           EXPECT_TRUE(dynamic_cast<Refhost::TextBoxNode&>(*dialog.layout().find(box)).edit(text, Refhost::Edit::typed));
       }
@@ -60,13 +60,13 @@ class Changes : public testing::Test {
 
   void click(std::u16string_view id) { world->widget<Refhost::Button>(id).click(); }
   Refhost::ListBox& list() { return world->widget<Refhost::ListBox>(u"lst_selectedWatermark"); }
-  std::string selected() { return toNarrow(list().selectedItem()->value().view()); }
+  std::string selected() { return toUtf8(list().selectedItem()->value().view()); }
   bool isEnabled(std::u16string_view id) { return world->preferences.gui()->find(id)->isEnabled(); }
 
   std::vector<std::string> names() {
     std::vector<std::string> found;
     for (std::int32_t i = 0; i < list().items().count(); ++i)
-      found.push_back(toNarrow(list().items().at(i)->text().view()));
+      found.push_back(toUtf8(list().items().at(i)->text().view()));
     return found;
   }
 
@@ -91,7 +91,7 @@ TEST_F(Changes, AddingPutsTheRecordIntoStoreListAndSelection) {
   EXPECT_THAT(names(), ElementsAre("None", "another", "one", "three", "two"));
   EXPECT_TRUE(selected().starts_with("WM_"));
   EXPECT_THAT(transitions(world->take()), ElementsAre("WatermarkSel=" + selected() + ",Watermark=Watermark"));
-  EXPECT_EQ(toNarrow(world->value(u"WatermarkText")), "another");
+  EXPECT_EQ(toUtf8(world->value(u"WatermarkText")), "another");
   EXPECT_THAT(namesOnDisk(), testing::Contains("another"));
 }
 
@@ -110,7 +110,7 @@ TEST_F(Changes, AddingTheNameOfTheSelectedWatermarkIsAskedAboutToo) {
   std::vector<std::string> opened;
   willName(u"two");
   world->face.onModal = [&opened, type = world->face.onModal](Refhost::Dialog& dialog) {
-    opened.push_back(toNarrow(dialog.url()));
+    opened.push_back(toUtf8(dialog.url()));
     type(dialog);
   };
   click(u"btn_WMAdd");
@@ -165,7 +165,7 @@ TEST_F(Changes, WithoutTheListOnlyAdd) {
   willName(u"another");
   click(u"btn_WMAdd");
   EXPECT_THAT(namesOnDisk(), testing::UnorderedElementsAre("$IDS_NONE;", "one", "two", "three", "another"));
-  EXPECT_EQ(toNarrow(world->value(u"WatermarkText")), "another");
+  EXPECT_EQ(toUtf8(world->value(u"WatermarkText")), "another");
   willName(u"two");
   click(u"btn_WMAdd");
   const auto before = namesOnDisk();
@@ -187,7 +187,7 @@ TEST_F(Changes, CancelledAfterEditsLeaveTheRecordAsItWas) {
   };
   click(u"btn_WMEdit");
   world->preferences.set(u"WatermarkSel", u"WM_2");
-  EXPECT_EQ(toNarrow(world->value(u"WatermarkTextAngle")), "350");
+  EXPECT_EQ(toUtf8(world->value(u"WatermarkTextAngle")), "350");
 }
 
 // Its record holds a reference, and from then on the name.
@@ -238,7 +238,7 @@ TEST_F(Changes, OfNoneAreNotMade) {
   std::vector<std::string> opened;
   willAccept({});
   world->face.onModal = [&opened, accept = world->face.onModal](Refhost::Dialog& dialog) {
-    opened.push_back(toNarrow(dialog.url()));
+    opened.push_back(toUtf8(dialog.url()));
     accept(dialog);
   };
   for (const char16_t* id : {u"btn_WMEdit", u"btn_WMDel"}) {
@@ -290,7 +290,7 @@ TEST_F(Changes, EditingSelectsTheRecordAgainSoThatItsDetailsAreWritten) {
   click(u"btn_WMEdit");
   EXPECT_EQ(nameAtOpening, "two");
   EXPECT_THAT(transitions(world->take()), ElementsAre("WatermarkSel=WM_2,Watermark=Watermark"));
-  EXPECT_EQ(toNarrow(world->value(u"WatermarkTextAngle")), "340");
+  EXPECT_EQ(toUtf8(world->value(u"WatermarkTextAngle")), "340");
   EXPECT_THAT(names(), ElementsAre("None", "one", "three", "two"));
 }
 
@@ -335,7 +335,7 @@ TEST_F(Changes, DeletingAsksByTheHostsOwnDialog) {
   open();
   world->preferences.set(u"WatermarkSel", u"WM_2");
   std::vector<std::string> asked;
-  world->face.onModal = [&asked](Refhost::Dialog& dialog) { asked.push_back(toNarrow(dialog.url())); };
+  world->face.onModal = [&asked](Refhost::Dialog& dialog) { asked.push_back(toUtf8(dialog.url())); };
   click(u"btn_WMDel");
   EXPECT_THAT(asked, ElementsAre("chrome://base/content/dlg_confirmdelete.xul"));
   EXPECT_THAT(names(), SizeIs(4));
@@ -351,7 +351,7 @@ TEST_F(Changes, EditingWithoutRenamingReplacesNothing) {
   click(u"btn_WMEdit");
   EXPECT_EQ(list().items().count(), 3);
   EXPECT_THAT(namesOnDisk(), ElementsAre("$IDS_NONE;", "$IDS_WM_DRAFT;", "Draft"));
-  EXPECT_EQ(toNarrow(world->value(u"WatermarkTextAngle")), "340");
+  EXPECT_EQ(toUtf8(world->value(u"WatermarkTextAngle")), "340");
 }
 
 TEST_F(Changes, AddIsDisabledWhileTheStoreIsFull) {
@@ -416,7 +416,7 @@ TEST_F(Changes, WhatCannotBeSavedIsToldAndChangesNothing) {
       willName(name);
     click(button);
     EXPECT_THAT(names(), ElementsAre("None", "one", "three", "two"));
-    EXPECT_EQ(toNarrow(world->value(u"WatermarkSel")), "WM_2");
+    EXPECT_EQ(toUtf8(world->value(u"WatermarkSel")), "WM_2");
   }
   EXPECT_THAT(world->face.failures, SizeIs(3));
 }

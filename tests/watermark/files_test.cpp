@@ -95,13 +95,13 @@ TEST_F(Store, EachChangeIsOnDiskWhenItReturns) {
   const auto store = world.open();
   Names expected = builtIn;
   const std::u16string id = world.add(*store, u"Mine");
-  expected[Refhost::toNarrow(id)] = "Mine";
+  expected[Formats::toUtf8(id)] = "Mine";
   EXPECT_EQ(world.namesIn(world.userFile()), expected);
 
   const Node edited = store->record(id)->clone();
   setField(*edited, Field::stylename, u"Renamed");
   store->updateRecord(id, edited);
-  expected[Refhost::toNarrow(id)] = "Renamed";
+  expected[Formats::toUtf8(id)] = "Renamed";
   EXPECT_EQ(world.namesIn(world.userFile()), expected);
 
   store->removeRecord(id);
@@ -222,10 +222,10 @@ TEST_F(Store, ARenamedLocalRecordHasItsNewNameUntilTheNextOpening) {
     setField(*renamed, Field::stylename, u"renamed");
     setField(*renamed, Field::angle, u"30");
     store->updateRecord(id, renamed);
-    EXPECT_EQ(world.namesIn(world.localFile("a")).at(Refhost::toNarrow(id)), "one");
+    EXPECT_EQ(world.namesIn(world.localFile("a")).at(Formats::toUtf8(id)), "one");
 
     store->removeRecord(std::u16string(u"WM_b") + ending);
-    EXPECT_EQ(world.namesIn(world.localFile("a")), (Names{{"0", "$IDS_NONE;"}, {Refhost::toNarrow(id), "one"}}));
+    EXPECT_EQ(world.namesIn(world.localFile("a")), (Names{{"0", "$IDS_NONE;"}, {Formats::toUtf8(id), "one"}}));
     EXPECT_EQ(fieldText(*store->record(id), Field::stylename).view(), u"renamed");
     EXPECT_EQ(fieldText(*world.open()->record(id), Field::stylename).view(), u"one");
   }
@@ -259,7 +259,7 @@ TEST_F(Store, DownloadedRecordsAreMarkedOnlyWithAnIcon) {
 TEST_F(Store, AnEmptyIdInLocalDataStaysEmptyInItsFile) {
   home.putLocalFile("a", watermarkFile(element("x", {{"stylename", "from a"}, {"value", ""}})));
   const auto store = world.open();
-  const std::string id = Refhost::toNarrow(store->findIdByName(u"from a"));
+  const std::string id = Formats::toUtf8(store->findIdByName(u"from a"));
   EXPECT_TRUE(id.starts_with("WM_"));
   EXPECT_EQ(world.namesIn(world.localFile("a"), Field::value), (Names{{"0", ""}, {id, ""}}));
 }

@@ -1,6 +1,6 @@
 // A host built by another compiler, whose exceptions unwind past the store.
 #include "store_changes.h"
-#include "tests/documents/failing_disk.h"
+#include "tests/files/failing_disk.h"
 #include "tests/support/foreign_exception.h"
 
 #include <gmock/gmock.h>
@@ -15,7 +15,7 @@ TEST_P(ForeignException, LeavesTheStoreUsable) {
     const Home home;
     home.putUserFile(userFileBytes);
     home.putLocalFile("a", oneRecord("WM_a", "from a"));
-    FailingDisk disk(Refhost::realDisk());
+    FailingDisk disk(Files::realDisk());
     disk.fail = [](const auto&) { Testing::throwForeignException(); };
     StoreWorld world(home.folder.path, disk);
     const auto store = world.open();

@@ -1,7 +1,7 @@
 // Files that nobody meant to be read, and disks that do not take what is written.
 #include "effect/watermark/numbers.h"
 #include "store_world.h"
-#include "tests/documents/failing_disk.h"
+#include "tests/files/failing_disk.h"
 #include "tests/support/growth.h"
 
 #include <gmock/gmock.h>
@@ -143,7 +143,7 @@ TEST(AFailingDisk, WhileOpeningIsToldAndKeepsNothingFromOpening) {
   for (int failing = 1;; ++failing) {
     Home home;
     home.putLocalFile("a", oneRecord("WM_a", "from a"));
-    FailingDisk disk(Refhost::realDisk());
+    FailingDisk disk(Files::realDisk());
     disk.failing = failing;
     StoreWorld world(home.folder.path, disk);
     world.open();
@@ -164,7 +164,7 @@ TEST(AFailingDisk, WhileOpeningIsToldAndKeepsNothingFromOpening) {
 TEST(AFailingDisk, WhileChangingLeavesTheStoreAsItWas) {
   for (int failing = 1;; ++failing) {
     Home home;
-    FailingDisk disk(Refhost::realDisk());
+    FailingDisk disk(Files::realDisk());
     StoreWorld world(home.folder.path, disk);
     const auto store = world.open();
     const auto before = world.list(*store);
@@ -216,7 +216,7 @@ class BadDisk final : public SteppingDisk {
     if (isReadOnly) fail(path);
   }
   static void fail(const Path& path) {
-    throw Refhost::DiskError(path, "used", std::make_error_code(std::errc::io_error));
+    throw Files::DiskError(path, "used", std::make_error_code(std::errc::io_error));
   }
 
   int reads = 0;
@@ -225,7 +225,7 @@ class BadDisk final : public SteppingDisk {
 TEST(ABadDisk, WhileOpeningIsToldWhereAFileCannotBeBroughtIntoForm) {
   Home home;
   home.putUserFile(oneRecord("WM_1", "Mine"));
-  BadDisk disk(Refhost::realDisk());
+  BadDisk disk(Files::realDisk());
   disk.isReadOnly = true;
   StoreWorld world(home.folder.path, disk);
   EXPECT_THAT(world.list(*world.open()), ElementsAre("0=None", "WM_1=Mine"));
@@ -235,7 +235,7 @@ TEST(ABadDisk, WhileOpeningIsToldWhereAFileCannotBeBroughtIntoForm) {
 TEST(ABadDisk, LeavesLocalDataThatCannotBeLookedAtAnewAsItWas) {
   Home home;
   home.putLocalFile("a", oneRecord("WM_a", "from a"));
-  BadDisk disk(Refhost::realDisk());
+  BadDisk disk(Files::realDisk());
   disk.failingRead = 2;
   StoreWorld world(home.folder.path, disk);
   EXPECT_TRUE(world.open()->hasName(u"from a"));

@@ -1,8 +1,8 @@
 // Kills the process, and cuts the power, at every step of opening, adding, editing and deleting.
 #include "store_changes.h"
-#include "tests/documents/cut_disk.h"
-#include "tests/documents/failing_disk.h"
-#include "tests/documents/model_disk.h"
+#include "tests/files/cut_disk.h"
+#include "tests/files/failing_disk.h"
+#include "tests/files/model_disk.h"
 
 #include <gmock/gmock.h>
 
@@ -52,7 +52,7 @@ TEST_P(Kill, LeavesEachFileWholeWhateverThePowerLossKeeps) {
 
   std::set<std::string> left;
   std::set<std::string> whole = {userFileBytes};
-  disk.look = [&](const std::set<ModelDisk::Files>& states) {
+  disk.look = [&](const std::set<ModelDisk::Contents>& states) {
     for (const auto& files : states) {
       const auto found = files.find(userFile);
       left.insert(found == files.end() ? std::string() : found->second);
@@ -76,7 +76,7 @@ TEST_P(Failure, LosesNothingThatIsSavedLater) {
     const Home home;
     home.putUserFile(userFileBytes);
     home.putLocalFile("a", oneRecord("WM_a", "from a"));
-    FailingDisk disk(Refhost::realDisk());
+    FailingDisk disk(Files::realDisk());
     StoreWorld world(home.folder.path, disk);
     const auto store = world.open();
     disk.operations = 0;

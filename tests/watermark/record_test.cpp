@@ -13,7 +13,7 @@ namespace {
 using Effect::IdDraws;
 using Effect::leadingInteger;
 using Effect::recordId;
-using Effect::wideText;
+using Formats::toUtf16;
 
 TEST(RecordId, PutsTheLowBitsOfEachNumberInItsPlace) {
   EXPECT_EQ(
@@ -82,14 +82,14 @@ TEST(LeadingInteger, BeyondThirtyTwoBitsIsTheNearest) {
   EXPECT_EQ(leadingInteger(u"-" + std::u16string(1000, u'9')), -2147483647 - 1);
 }
 
-TEST(WideText, KeepsEveryCharacter) { EXPECT_EQ(wideText("a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80"), u"aé€\U0001F600"); }
+TEST(WideText, KeepsEveryCharacter) { EXPECT_EQ(toUtf16("a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80"), u"aé€\U0001F600"); }
 
 TEST(WideText, ReplacesWhatIsNoUtf8) {
-  EXPECT_EQ(wideText("\xC3"), u"\uFFFD");
-  EXPECT_EQ(wideText("\x80z"), u"\uFFFDz");
-  EXPECT_EQ(wideText("\xE2\x82z"), u"\uFFFD\uFFFDz");
-  EXPECT_EQ(wideText("\xE0\x80\x80"), u"\uFFFD");
-  EXPECT_EQ(wideText("\xFFz"), u"\uFFFDz");
+  EXPECT_EQ(toUtf16("\xC3"), u"\uFFFD");
+  EXPECT_EQ(toUtf16("\x80z"), u"\uFFFDz");
+  EXPECT_EQ(toUtf16("\xE2\x82z"), u"\uFFFD\uFFFDz");
+  EXPECT_EQ(toUtf16("\xE0\x80\x80"), u"\uFFFD");
+  EXPECT_EQ(toUtf16("\xFFz"), u"\uFFFDz");
 }
 
 }  // namespace

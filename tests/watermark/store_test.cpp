@@ -15,14 +15,14 @@ const std::vector<std::string> builtInList = {"0=None", "1=Confidential", "2=Dra
 TEST_F(Store, OfAFreshHomeHoldsTheBuiltInRecordsAfterNone) { EXPECT_EQ(world.list(*world.open()), builtInList); }
 
 TEST_F(Store, TellsTheNamesInTheUsersLanguage) {
-  StoreWorld japanese(home.folder.path, Refhost::realDisk(), "ja-JP");
+  StoreWorld japanese(home.folder.path, Files::realDisk(), "ja-JP");
   EXPECT_THAT(japanese.list(*japanese.open()),
               ElementsAre("0=なし", "1=社外秘", "2=下書き", "3=写し", "4=至急", "5=社内限り"));
 }
 
 TEST_F(Store, BuiltInRecordsHaveTextsInEveryLocale) {
   for (const std::string& locale : world.chrome.locales("effect")) {
-    StoreWorld other(home.folder.path, Refhost::realDisk(), locale);
+    StoreWorld other(home.folder.path, Files::realDisk(), locale);
     for (const std::string& line : other.list(*other.open())) EXPECT_EQ(line.find('$'), line.npos) << locale << line;
   }
 }
@@ -64,7 +64,7 @@ TEST_F(Store, LanguageDecidesTheFaceOfRecordsThatNameNone) {
                                                            {"zh-TW", u"細明體"}, {"zh-CN", u"宋体"}};
   for (const auto& [locale, face] : faces) {
     home.putUserFile(asItWas);
-    StoreWorld other(home.folder.path, Refhost::realDisk(), locale);
+    StoreWorld other(home.folder.path, Files::realDisk(), locale);
     const auto store = other.open();
     EXPECT_EQ(fieldText(*store->makeNoneRecord(), Field::fontname).view(), face);
     EXPECT_EQ(fieldText(*store->record(u"WM_1"), Field::fontname).view(), face);
@@ -246,7 +246,7 @@ TEST_F(Store, ARecordThatIsAddedWithoutASourceGoesIntoTheUsersFile) {
   record->removeChild(Field::sourceFile);
   const std::u16string id = store->addRecord(record);
   EXPECT_EQ(fieldText(*store->record(id), Field::sourceFile).view(), world.userFile().u16string());
-  EXPECT_EQ(world.namesIn(world.userFile()).at(Refhost::toNarrow(id)), "Made");
+  EXPECT_EQ(world.namesIn(world.userFile()).at(Formats::toUtf8(id)), "Made");
 }
 
 TEST_F(Store, MarksNothingWhileDownloadedDataIsOff) {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "effect/watermark/watermarks.h"
-#include "host/unicode.h"
+#include "formats/text.h"
 #include "host/widgets/list.h"
 #include "tests/support/host_world.h"
 
@@ -65,7 +65,7 @@ class StoreWorld : public Testing::HostWorld {
     for (std::int32_t i = 0; i < items->count(); ++i) {
       const auto item = Kiln::smartCast<Refhost::ListItem>(items->at(i));
       const bool isMarked = item->image() && item->colour() == u"#FF0000";
-      lines.push_back(Refhost::toNarrow(item->value().view()) + "=" + Refhost::toNarrow(item->text().view()) +
+      lines.push_back(Formats::toUtf8(item->value().view()) + "=" + Formats::toUtf8(item->text().view()) +
                       (isMarked ? "*" : ""));
     }
     return lines;
@@ -78,7 +78,7 @@ class StoreWorld : public Testing::HostWorld {
     if (!path->exists()) return {};
     Names names;
     for (const auto& record : Effect::recordsOf(*host.documents()->read(host.file(path))))
-      names[Refhost::toNarrow(record->name().view())] = Refhost::toNarrow(Effect::fieldText(*record, field).view());
+      names[Formats::toUtf8(record->name().view())] = Formats::toUtf8(Effect::fieldText(*record, field).view());
     return names;
   }
 };

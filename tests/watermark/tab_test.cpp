@@ -1,17 +1,16 @@
 // The watermark group of the tab: the list, what a selection writes, and what it follows.
-#include "tests/support/host_world.h"
-#include "tests/support/world.h"
-
+#include "formats/text.h"
 #include "host/model/settings.h"
 #include "host/reference_host.h"
-#include "host/unicode.h"
 #include "host/widgets/list.h"
+#include "tests/support/host_world.h"
+#include "tests/support/world.h"
 
 #include <gmock/gmock.h>
 
 namespace {
 
-using Refhost::toNarrow;
+using Formats::toUtf8;
 using Testing::builtOptions;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -46,8 +45,8 @@ struct Tab {
   Refhost::ListBox& list() { return world->widget<Refhost::ListBox>(listId); }
   Refhost::Button& button(std::u16string_view id) { return world->widget<Refhost::Button>(id); }
   bool isEnabled(std::u16string_view id) { return world->preferences.gui()->find(id)->isEnabled(); }
-  std::string value(std::u16string_view property) { return toNarrow(world->value(property)); }
-  std::string selected() { return toNarrow(list().selectedItem()->value().view()); }
+  std::string value(std::u16string_view property) { return toUtf8(world->value(property)); }
+  std::string selected() { return toUtf8(list().selectedItem()->value().view()); }
 
   void choose(std::u16string_view id) {
     for (std::int32_t i = 0; i < list().items().count(); ++i)
@@ -59,7 +58,7 @@ struct Tab {
     std::vector<std::string> lines;
     for (std::int32_t i = 0; i < list().items().count(); ++i) {
       const auto item = list().items().at(i);
-      lines.push_back(toNarrow(item->value().view()) + "=" + toNarrow(item->displayedText().view()));
+      lines.push_back(toUtf8(item->value().view()) + "=" + toUtf8(item->displayedText().view()));
     }
     return lines;
   }
@@ -251,9 +250,9 @@ TEST(WatermarkSelection, FindsTheDownloadedRecordOfThatIdWhereDownloadedDataIsOn
     options.settings = {{u"kilnworks.tips.userdata.support", setting}};
     options.properties = {{u"WatermarkSel", u"WM_d"}};
     World world(options);
-    EXPECT_EQ(toNarrow(world.value(u"WatermarkText")), isOn ? "Down" : "");
+    EXPECT_EQ(toUtf8(world.value(u"WatermarkText")), isOn ? "Down" : "");
     const auto selected = world.widget<Refhost::ListBox>(listId).selectedItem();
-    EXPECT_EQ(toNarrow(selected->value().view()), isOn ? "WM_d_G" : "0");
+    EXPECT_EQ(toUtf8(selected->value().view()), isOn ? "WM_d_G" : "0");
   }
 }
 
@@ -275,7 +274,7 @@ TEST(DisableWM, WithdrawsInOrderThenResetsInOneTransition) {
               ElementsAre("lst_selectedWatermark select 0", "lst_selectedWatermark disable", "lbl_WM disable",
                           "btn_WMAdd disable", "btn_WMEdit disable", "btn_WMDel disable",
                           "lst_selectedWatermark select 0", "btn_WMEdit setEnabled false", "btn_WMDel setEnabled false",
-                          std::string(toNarrow(perPageId)) + " setEnabled false"));
+                          std::string(toUtf8(perPageId)) + " setEnabled false"));
   EXPECT_THAT(transitions(events), ElementsAre("Watermark=None,WatermarkSel=0", "Watermark=None"));
   EXPECT_EQ(tab.value(u"WatermarkSel"), "0");
 }
@@ -415,10 +414,10 @@ TEST(WithoutATab, ASelectionFillsTheDetails) {
   World world(withoutATab(home.path, u""));
   EXPECT_FALSE(std::filesystem::exists(home.path / "user" / "ZVeffect.xml"));
   world.preferences.set(u"WatermarkSel", u"2");
-  EXPECT_EQ(toNarrow(world.value(u"WatermarkText")), "Draft");
+  EXPECT_EQ(toUtf8(world.value(u"WatermarkText")), "Draft");
   world.preferences.set(u"WatermarkSel", u"0");
-  EXPECT_EQ(toNarrow(world.value(u"WatermarkText")), "");
-  EXPECT_EQ(toNarrow(world.value(u"Watermark")), "None");
+  EXPECT_EQ(toUtf8(world.value(u"WatermarkText")), "");
+  EXPECT_EQ(toUtf8(world.value(u"Watermark")), "None");
 }
 
 TEST(WithoutATab, ReadsTheFilesAnewForEachSelectionAtPrintTimeOnly) {
@@ -429,7 +428,7 @@ TEST(WithoutATab, ReadsTheFilesAnewForEachSelectionAtPrintTimeOnly) {
     Testing::writeFile(home.path / "user" / "ZVeffect.xml",
                        "<Watermarks><_x0032_><label>Changed</label><value>2</value></_x0032_></Watermarks>");
     world.preferences.set(u"WatermarkSel", u"2");
-    EXPECT_EQ(toNarrow(world.value(u"WatermarkText")), *uiMode == u'\0' ? "Draft" : "Changed");
+    EXPECT_EQ(toUtf8(world.value(u"WatermarkText")), *uiMode == u'\0' ? "Draft" : "Changed");
   }
 }
 

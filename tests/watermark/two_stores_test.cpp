@@ -34,8 +34,8 @@ class TwoStores : public testing::Test {
 };
 
 TEST_F(TwoStores, WhatOneAddsIsNotLostThroughTheOther) {
-  const std::string first = Refhost::toNarrow(world.add(*ours, u"ours"));
-  const std::string second = Refhost::toNarrow(other.add(*theirs, u"theirs"));
+  const std::string first = Formats::toUtf8(world.add(*ours, u"ours"));
+  const std::string second = Formats::toUtf8(other.add(*theirs, u"theirs"));
   EXPECT_EQ(names(),
             (Names{{"0", "$IDS_NONE;"}, {"WM_1", "one"}, {"WM_2", "two"}, {first, "ours"}, {second, "theirs"}}));
   world.add(*ours, u"more");
@@ -115,7 +115,7 @@ TEST(TwoStoresOnLocalData, TakeUpARecordOfAnotherFileOnlyWhenItHasLeftThat) {
     else
       home.putUserFile(userFile);
     ours->removeRecord(u"WM_a");
-    EXPECT_EQ(Refhost::toNarrow(fieldText(*ours->record(u"WM_1"), Field::stylename).view()), name) << userFile;
+    EXPECT_EQ(Formats::toUtf8(fieldText(*ours->record(u"WM_1"), Field::stylename).view()), name) << userFile;
   }
 }
 

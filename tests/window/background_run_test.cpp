@@ -1,9 +1,8 @@
 // Tasks in the background: the bar, the stop, and how they end.
-#include "window/dialogs/background_run.h"
-
 #include "host/profiles/archive.h"
 #include "press/error.h"
 #include "tests/window/open_window.h"
+#include "window/dialogs/background_run.h"
 
 #include <gtest/gtest.h>
 

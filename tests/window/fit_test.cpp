@@ -123,7 +123,7 @@ TEST_P(FitTest, TheOtherDialogs) {
     open.window->preferences().gui()->openDialog(address)->show();
     const auto shown = open.window->findChildren<DialogWindow*>();
     ASSERT_THAT(shown, SizeIs(1));
-    SCOPED_TRACE(Refhost::toNarrow(address));
+    SCOPED_TRACE(Formats::toUtf8(address));
     expectToFit(*shown[0]);
     shown[0]->reject();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

@@ -37,7 +37,7 @@ TEST_P(LanguageTest, HasTheSameTexts) {
   for (const auto& [name, text] : tableOf("en-US")) english.insert(name);
   for (const auto& [name, text] : tableOf(GetParam())) {
     own.insert(name);
-    EXPECT_FALSE(text.empty()) << Refhost::toNarrow(name);
+    EXPECT_FALSE(text.empty()) << Formats::toUtf8(name);
   }
   EXPECT_EQ(own, english);
 }

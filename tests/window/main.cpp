@@ -24,7 +24,7 @@ int show(char** arguments) {
   request.screenshot = arguments[1];
   request.preferences.model = arguments[2];
   request.preferences.locale = arguments[3];
-  return reinterpret_cast<Window::Show>(dlsym(library, Window::showSymbol))(request);
+  return reinterpret_cast<Window::Show*>(dlsym(library, Window::showSymbol))(request);
 }
 
 }  // namespace

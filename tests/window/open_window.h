@@ -1,7 +1,7 @@
 // A window with the built plug-in, and user input, for tests.
 #pragma once
 
-#include "host/unicode.h"
+#include "formats/text.h"
 #include "window/page/page_panel.h"
 #include "window/preferences/preferences_window.h"
 
@@ -107,7 +107,7 @@ class OpenWindow {
   QImage page() { return window->findChild<Window::PagePanel*>()->picture().image; }
 
   std::string value(std::u16string_view property) {
-    return Refhost::toNarrow(window->preferences().model().value(property).value());
+    return Formats::toUtf8(window->preferences().model().value(property).value());
   }
 
   QTemporaryDir home;

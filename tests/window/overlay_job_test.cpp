@@ -1,7 +1,7 @@
 // "Print into overlay...": the questions, the overlay, and the updated tab.
 #include "press/job/sample.h"
 #include "press/pdf/bytes.h"
-#include "tests/documents/failing_disk.h"
+#include "tests/files/failing_disk.h"
 #include "tests/window/answers.h"
 #include "window/widgets/picture_box.h"
 
@@ -42,7 +42,7 @@ std::string blackPage() {
 // A disk without space for overlays.
 class FullDisk final : public FailingDisk {
  public:
-  FullDisk() : FailingDisk(Refhost::realDisk()) {}
+  FullDisk() : FailingDisk(Files::realDisk()) {}
   bool isFull = false;
 
   std::unique_ptr<File> create(const Path& temporary, const Path& target) override {

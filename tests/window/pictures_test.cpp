@@ -1,10 +1,9 @@
 // Pictures in the window: display, drops, and context menus.
+#include "host/reference_host.h"
+#include "tests/window/shown_layout.h"
 #include "window/widgets/images.h"
 #include "window/widgets/item_list.h"
 #include "window/widgets/picture_box.h"
-
-#include "host/reference_host.h"
-#include "tests/window/shown_layout.h"
 
 #include <gmock/gmock.h>
 
@@ -41,7 +40,7 @@ class PicturesTest : public testing::Test {
   }
 
   void note(std::u16string id, const char16_t* what, const Kiln::WString& text) {
-    happened.push_back(Refhost::toNarrow(id + what + text.str()));
+    happened.push_back(Formats::toUtf8(id + what + text.str()));
   }
 
   Kiln::SmartPtr<Refhost::Image> bitmapImage(const char* name) const {

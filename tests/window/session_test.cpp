@@ -1,7 +1,6 @@
-#include "window/preferences/session.h"
-
 #include "host/kept_settings.h"
 #include "tests/window/open_window.h"
+#include "window/preferences/session.h"
 
 #include <gmock/gmock.h>
 

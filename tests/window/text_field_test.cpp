@@ -1,7 +1,6 @@
 // Editing a text box: keys, clipboard, input methods, undo; and the state after a rejected edit.
-#include "window/widgets/text_field.h"
-
 #include "tests/window/shown_layout.h"
+#include "window/widgets/text_field.h"
 
 #include <gmock/gmock.h>
 
@@ -28,10 +27,10 @@ class TextFieldTest : public testing::Test {
   // Records the events of the handlers, with "~" before compositions and "+" before pasted text.
   void listen() {
     shown.follow<Change>(box().typingSignal(), [this](Change change) {
-      told.push_back((change->isProvisional() ? "~" : "") + Refhost::toNarrow(change->text().view()));
+      told.push_back((change->isProvisional() ? "~" : "") + Formats::toUtf8(change->text().view()));
     });
     shown.follow<Change>(box().pastingSignal(),
-                         [this](Change change) { told.push_back("+" + Refhost::toNarrow(change->text().view())); });
+                         [this](Change change) { told.push_back("+" + Formats::toUtf8(change->text().view())); });
   }
 
   // Rejects every text with a character that is not a digit.
@@ -76,7 +75,7 @@ class TextFieldTest : public testing::Test {
     QCoreApplication::processEvents();
   }
 
-  std::string content() { return Refhost::toNarrow(box().content()); }
+  std::string content() { return Formats::toUtf8(box().content()); }
   std::string text() { return field().text().toStdString(); }
 
   Testing::ShownLayout shown{"<hbox><label value='Name' accesskey='N' control='box'/><textbox id='box' value='old'/>"

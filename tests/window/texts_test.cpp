@@ -1,7 +1,6 @@
-#include "window/language/texts.h"
-
 #include "host/preferences.h"
 #include "window/inspector/trace_line.h"
+#include "window/language/texts.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,6 @@
-#include "window/widgets/tree_view.h"
-
 #include "tests/window/open_window.h"
 #include "window/widgets/item_list.h"
+#include "window/widgets/tree_view.h"
 
 #include <gmock/gmock.h>
 
@@ -26,14 +25,14 @@ class TreeViewTest : public testing::Test {
 TEST_F(TreeViewTest, ShowsEveryWidgetAsTheTreeSays) {
   int checked = 0;
   for (const Refhost::Layout& layout : open.window->preferences().gui()->tabs()) {
-    QWidget& page = open.find<QWidget>(Refhost::toNarrow(layout.root->WidgetNode::id()).c_str());
+    QWidget& page = open.find<QWidget>(Formats::toUtf8(layout.root->WidgetNode::id()).c_str());
     Refhost::walk(*layout.root, [&](WidgetNode& node) {
       if (node.id().empty() || &node == layout.root.get()) return;
       ++checked;
       auto* widget = page.findChild<QWidget*>(toQt(node.id()));
-      ASSERT_NE(widget, nullptr) << Refhost::toNarrow(node.id());
-      EXPECT_EQ(!widget->isHidden(), node.isVisible()) << Refhost::toNarrow(node.id());
-      EXPECT_EQ(widget->isEnabledTo(widget->parentWidget()), node.isEnabled()) << Refhost::toNarrow(node.id());
+      ASSERT_NE(widget, nullptr) << Formats::toUtf8(node.id());
+      EXPECT_EQ(!widget->isHidden(), node.isVisible()) << Formats::toUtf8(node.id());
+      EXPECT_EQ(widget->isEnabledTo(widget->parentWidget()), node.isEnabled()) << Formats::toUtf8(node.id());
       auto* box = dynamic_cast<Refhost::CheckBox*>(&node);
       if (box != nullptr) {
         EXPECT_EQ(dynamic_cast<QCheckBox&>(*widget).isChecked(), box->isChecked());

@@ -1,9 +1,8 @@
 // The preview of a watermark: the position and rendering of the text.
-#include "window/widgets/watermark_view.h"
-
 #include "press/marks/place.h"
 #include "press/text/outlines.h"
 #include "tests/window/shown_layout.h"
+#include "window/widgets/watermark_view.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "window/preferences/menus.h"
 
-#include "host/unicode.h"
+#include "formats/text.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -23,7 +23,7 @@ QAction* addChoice(QMenu& menu, QActionGroup& group, const QString& text, bool i
 
 // A language's own name.
 QString ownName(const Refhost::ChromeFolders& chrome, const std::string& locale) {
-  const auto file = chrome.file(Refhost::toWide("chrome://window/content/" + locale + "/strings.dtd"));
+  const auto file = chrome.file(Formats::toUtf16("chrome://window/content/" + locale + "/strings.dtd"));
   const Refhost::StringTable table = Refhost::readStrings(*file);
   const auto name = table.find(std::u16string_view(u"IDS_KILN_LANGUAGE"));
   return name == table.end() ? QString::fromStdString(locale) : toQt(name->second);

@@ -1,8 +1,8 @@
 #include "window/preferences/overlay_printing.h"
 
 #include "host/overlay_job.h"
-#include "press/job/capture.h"
 #include "press/error.h"
+#include "press/job/capture.h"
 
 #include <QScopeGuard>
 

@@ -55,7 +55,7 @@ void importProfile(const ActionWorld& world) {
   Refhost::Manifest profile;
   const auto task = [&profile, &file,
                      home = Refhost::ProfileHome::of(world.preferences())](const RunProgress& progress) {
-    profile = Refhost::importProfile(Refhost::realDisk(), *file, home, progress);
+    profile = Refhost::importProfile(Files::realDisk(), *file, home, progress);
   };
   if (!world.run(task, {title, texts("IMPORTING").arg(name)}, "IMPORT_STOPPED")) return;
   world.preferences().importProfile({}, profile.values);

@@ -1,7 +1,7 @@
 #include "window/preferences/session.h"
 
+#include "formats/text.h"
 #include "host/kept_settings.h"
-#include "host/unicode.h"
 #include "window/page/paper.h"
 
 #include <map>
@@ -63,7 +63,7 @@ Surroundings Session::surroundings() {
 Press::Effects Session::effects() {
   std::map<std::string, std::string> values;
   for (const auto& [name, value] : opened->model().printedValues())
-    values[Refhost::toNarrow(name)] = Refhost::toNarrow(value);
+    values[Formats::toUtf8(name)] = Formats::toUtf8(value);
   return Press::effectsFromProperties(values);
 }
 

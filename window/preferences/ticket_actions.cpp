@@ -1,7 +1,7 @@
 #include "window/preferences/ticket_actions.h"
 
-#include "host/documents/disk.h"
-#include "host/documents/whole_file.h"
+#include "files/disk.h"
+#include "files/whole_file.h"
 #include "window/dialogs/file_question.h"
 
 namespace Window {
@@ -14,7 +14,7 @@ void openTicket(const ActionWorld& world) {
 void saveTicket(const ActionWorld& world) {
   const FileQuestion question{.title = "SAVE_TICKET_TITLE", .files = "TICKET_FILES", .ending = "xml"};
   if (const auto file = askForFile(question, world.texts(), &world.window))
-    Refhost::replaceWhole(Refhost::realDisk(), *file, world.preferences().ticket());
+    Files::replaceWhole(Files::realDisk(), *file, world.preferences().ticket());
 }
 
 }  // namespace Window

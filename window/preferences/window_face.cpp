@@ -1,5 +1,6 @@
 #include "window/preferences/window_face.h"
 
+#include "formats/names.h"
 #include "host/gui.h"
 #include "host/widgets/list.h"
 #include "window/dialogs/name_question.h"
@@ -11,11 +12,12 @@ namespace {
 QStringList overlayNames(Refhost::Preferences& preferences) {
   QStringList names;
   Refhost::Gui* gui = preferences.gui();
-  auto* list = gui == nullptr ? nullptr : dynamic_cast<Refhost::SelectorNode*>(gui->find(u"cmb_EffOverlay"));
+  auto* list =
+      gui == nullptr ? nullptr : dynamic_cast<Refhost::SelectorNode*>(gui->find(Formats::WidgetId::overlayList));
   for (int i = 0; list != nullptr && i < list->items().count(); ++i) {
     const auto item = list->items().at(i);
     const std::u16string value = item->value().str();
-    if (value != u"None" && value != u"Multiple") names << toQt(item->displayedText().view());
+    if (value != Formats::Value::none && value != Formats::Value::multiple) names << toQt(item->displayedText().view());
   }
   return names;
 }

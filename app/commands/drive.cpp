@@ -1,0 +1,144 @@
+#include "app/commands/commands.h"
+#include "app/failure.h"
+#include "app/host_options.h"
+#include "app/system/platform.h"
+#include "formats/names.h"
+#include "formats/text.h"
+#include "script/commands.h"
+#include "script/run.h"
+
+#include <fstream>
+#include <iostream>
+#include <memory>
+
+namespace App {
+namespace {
+
+constexpr const char* footer = R"(The commands are described in docs/drive.md. Each is answered by one line of JSON.
+
+Examples:
+  echo 'click ePTKWPageMirrorImage' | kiln drive
+  kiln drive --model kvt --locale ja-JP --trace trace.jsonl regression.drive
+
+Exit status: 0 when every command was answered with "ok" true, 1 when one was not,
+2 when the preferences cannot be opened or the command line is wrong.)";
+
+const std::map<std::string, Refhost::Mode> modes = {{std::string(Formats::modeDocProp), Refhost::Mode::docProp},
+                                                    {std::string(Formats::modePDC), Refhost::Mode::pdc},
+                                                    {std::string(Formats::modePrePrint), Refhost::Mode::prePrint},
+                                                    {"rootless", Refhost::Mode::rootless}};
+
+// The command line's values, unprocessed.
+struct DriveOptions {
+  HostOptions host;
+  std::string script;
+  std::string mode{Formats::modeDocProp};
+  bool inactive = false;
+  std::vector<std::string> settings;
+  std::vector<std::string> properties;
+  std::vector<std::string> customisation;
+  std::string locale = "en-US";
+  std::vector<std::string> without;
+  int dpi = 96;
+  std::string fonts;
+  std::string jobStep = "-";
+  std::string trace;
+};
+
+std::pair<std::u16string, std::optional<std::u16string>> toSetting(const std::string& word) {
+  if (word.find('=') != std::string::npos) return toPair("--config", word);
+  if (word.size() > 1 && word.ends_with('-')) return {Formats::toUtf16(word.substr(0, word.size() - 1)), std::nullopt};
+  throw Failure(wrongUsage, "--config takes KEY=VALUE or KEY-, and \"" + word + "\" is neither.");
+}
+
+std::vector<std::u16string> toNames(const std::string& list) {
+  std::vector<std::u16string> names;
+  for (std::size_t start = 0; start < list.size();) {
+    const std::size_t end = std::min(list.find(',', start), list.size());
+    names.push_back(Formats::toUtf16(list.substr(start, end - start)));
+    start = end + 1;
+  }
+  return names;
+}
+
+Script::Request toRequest(const DriveOptions& given) {
+  Script::Request request;
+  Refhost::Options& options = request.preferences;
+  options = given.host.resolve();
+  options.mode = modes.at(given.mode);
+  options.active = !given.inactive;
+  for (const std::string& word : given.settings) options.settings.push_back(toSetting(word));
+  options.properties = toPairs("--property", given.properties);
+  options.customisation = toPairs("--customise", given.customisation);
+  options.locale = given.locale;
+  for (const std::string& id : given.without) options.withoutWidgets.insert(Formats::toUtf16(id));
+  options.dpi = given.dpi;
+  if (given.fonts == "-")
+    options.fonts = nullptr;
+  else if (!given.fonts.empty())
+    options.fonts = [names = toNames(given.fonts)] { return names; };
+  request.jobStep = Script::jobStepOf(Formats::toUtf16(given.jobStep));
+  request.trace = toPath(given.trace);
+  return request;
+}
+
+int drive(const DriveOptions& given) {
+  const Script::Request request = toRequest(given);
+  prepareScreen(given.dpi);
+  std::ifstream file;
+  if (!given.script.empty()) {
+    file.open(toPath(given.script), std::ios::binary);
+    if (!file) throw Failure(cannotOpen, "The script " + given.script + " cannot be read.");
+  }
+  try {
+    const int status = Script::run(request, given.script.empty() ? std::cin : file, std::cout);
+    if (!std::cout) throw Failure(1, "The answers cannot be written.");
+    return status;
+  } catch (const Failure&) {
+    throw;
+  } catch (const std::exception& error) {
+    throw Failure(cannotOpen, error.what());
+  }
+}
+
+}  // namespace
+
+void addDrive(CLI::App& kiln, Run& run) {
+  const auto given = std::make_shared<DriveOptions>();
+  CLI::App& command = *kiln.add_subcommand("drive", "Runs the preferences without a window, by a script of commands");
+  command.footer(footer);
+  command.add_option("SCRIPT", given->script, "The file with the commands; without it standard input")->type_name("");
+  given->host.declare(command, "The folder for what a user keeps; without it a temporary one that goes with the run");
+  command.add_option("--mode", given->mode, "DocProp, PDC, PrePrint, or rootless for no user interface")
+      ->type_name("MODE")
+      ->check(CLI::IsMember(modes).description(""))
+      ->capture_default_str();
+  command.add_flag("--inactive", given->inactive, "The host has the plug-in switched off");
+  addRepeatable(command, "--config", given->settings, "A host setting; KEY- makes it not exist")
+      ->type_name("KEY=VALUE");
+  addRepeatable(command, "--property", given->properties,
+                "A property's value when the run opens, ModelNumber=KVT for example")
+      ->type_name("NAME=VALUE");
+  addRepeatable(command, "--customise", given->customisation, "A value of the XML customisation")
+      ->type_name("KEY=VALUE");
+  command.add_option("--locale", given->locale, "The user interface's language")
+      ->type_name("NAME")
+      ->capture_default_str();
+  addRepeatable(command, "--without", given->without, "Every layout loads as if it had no widget of that id")
+      ->type_name("ID");
+  command.add_option("--dpi", given->dpi, "The screen's horizontal pixels per inch")
+      ->type_name("N")
+      ->check(CLI::Range(1, 10000).description(""))
+      ->capture_default_str();
+  command
+      .add_option("--fonts", given->fonts,
+                  "The installed font faces, - when they cannot be told; by default this machine's")
+      ->type_name("A,B,C");
+  command.add_option("--job-step", given->jobStep, "What the host's job step answers from the opening on")
+      ->type_name("NAME");
+  command.add_option("--trace", given->trace, "Also writes every trace event to this file, as it happens")
+      ->type_name("FILE");
+  command.callback([&run, given] { run = [given] { return drive(*given); }; });
+}
+
+}  // namespace App

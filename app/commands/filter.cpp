@@ -1,0 +1,223 @@
+// kiln filter: a print queue filter with the CUPS command line.
+#include "app/choices.h"
+#include "app/commands/commands.h"
+#include "app/failure.h"
+#include "app/job_options.h"
+#include "app/messages.h"
+#include "app/opening.h"
+#include "app/silent_run.h"
+#include "app/system/account.h"
+#include "app/system/interruption.h"
+#include "app/system/standard_files.h"
+#include "formats/text.h"
+#include "press/job/print.h"
+
+#include <algorithm>
+#include <charconv>
+#include <chrono>
+#include <cstdlib>
+#include <memory>
+#include <system_error>
+
+namespace App {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* footer =
+    R"(A print queue calls it as JOB USER TITLE COPIES OPTIONS [FILE]; without FILE the job comes on standard input.
+The printed pages go to standard output, messages for the scheduler to standard error. docs/print-queue.md
+tells how to install it.
+
+The settings of a job are the first of these that there are:
+  the PrintTicket DIR/QUEUE.xml, where the environment's PRINTER names the queue
+  what was accepted in "kiln show" and is kept in the folder of --home
+  what the job's user accepted in "kiln show", where this runs as that very user
+and on top what the job's options say, "kiln-MirrorImage=MirrorImage" for example, as far as --allow lets them.
+
+Exit status: 0 when the pages were written, 1 when they were not.)";
+
+struct FilterOptions {
+  HostOptions host;
+  std::string tickets = "/etc/kiln";
+  std::vector<std::string> allowed;
+  bool countsPages = false;
+};
+
+// The arguments of the filter.
+struct Call {
+  std::string user;
+  std::string copies;
+  std::string options;
+  std::string file;
+};
+
+void demandCopies(const std::string& word) {
+  int copies = 0;
+  const char* const end = word.data() + word.size();
+  const auto [stop, problem] = std::from_chars(word.data(), end, copies);
+  if (problem != std::errc() || stop != end || copies < 1)
+    throw Failure(1, "The number of copies is \"" + word + "\": it has to be a whole number of at least 1.");
+}
+
+Call toCall(const std::vector<std::string>& words) {
+  if (!words.empty() && words.front().starts_with('-'))
+    throw Failure(1, "kiln filter has no option " + words.front() + "; \"kiln filter --help\" lists them.");
+  if (words.size() != 5 && words.size() != 6)
+    throw Failure(1, "kiln filter takes JOB USER TITLE COPIES OPTIONS [FILE] from a print queue, not " +
+                         std::to_string(words.size()) + " words.");
+  demandCopies(words[3]);
+  return {words[1], words[3], words[4], words.size() == 6 ? words[5] : "-"};
+}
+
+// Rejects world-writable files, which must not affect other users' jobs.
+void demandGuarded(const fs::path& path) {
+  if ((fs::status(path).permissions() & fs::perms::others_write) != fs::perms::none)
+    throw std::runtime_error(path.string() + " may be changed by everybody: take that permission from others.");
+}
+
+// The queue's ticket, set by the administrator; empty when there is none.
+fs::path ticketOfQueue(const fs::path& folder) {
+  const char* printer = std::getenv("PRINTER");
+  const std::string queue = printer == nullptr ? "" : printer;
+  if (queue.empty()) return {};
+  if (queue.front() == '.' || queue.find('/') != queue.npos)
+    throw std::runtime_error("No ticket can be named after the queue \"" + queue + "\".");
+  fs::path ticket = folder / (queue + ".xml");
+  if (!isThere(folder) || !isThere(ticket)) return {};
+  demandGuarded(folder);
+  demandGuarded(ticket);
+  return ticket;
+}
+
+// Sets up the settings saved in the window for the model: from the administrator's home, else from the job's user. Does
+// not create a home.
+void takeKeptSettings(Refhost::Options& options, const std::string& user) {
+  fs::path home = options.home;
+  const Account account = runningAccount();
+  if (home.empty() && account.name == user) home = account.folder;
+  if (home.empty()) return;
+  const auto kept = keptIn(home, options);
+  if (!kept) return;
+  message(Message::debug, "The settings are those kept in " + home.string() + ".");
+  options.home = home;
+  options.properties = *kept;
+}
+
+// Jobs may only set properties with listed options, so that they cannot pass paths or texts to a process that runs as
+// another user.
+void demandAllowable(const std::string& property, const Refhost::PropertyModel& model) {
+  const std::u16string name = Formats::toUtf16(property);
+  demandSettable(model, name);
+  const auto known = std::ranges::find(model.description().properties, name, &Refhost::PropertyDescription::name);
+  if (known->options.empty())
+    throw std::runtime_error("The property \"" + property +
+                             "\" takes any text and so cannot be allowed to jobs: take it from the options of kiln.");
+}
+
+// The job's settings, limited to properties that the administrator allows.
+Refhost::TracePairs jobChoices(const Call& call, const FilterOptions& given, const Refhost::PropertyModel& model) {
+  constexpr std::string_view prefix = "kiln-";
+  for (const std::string& property : given.allowed) demandAllowable(property, model);
+  Refhost::TracePairs choices;
+  for (const auto& [name, value] : parseJobOptions(call.options)) {
+    if (!name.starts_with(prefix)) continue;
+    const std::string property = name.substr(prefix.size());
+    if (std::ranges::find(given.allowed, property) == given.allowed.end())
+      throw std::runtime_error("This queue takes no option \"" + name +
+                               "\" from a job: its administrator has to allow it.");
+    choices.emplace_back(Formats::toUtf16(property), Formats::toUtf16(value));
+  }
+  return choices;
+}
+
+Press::Effects effectsOf(const Call& call, const FilterOptions& given) {
+  Refhost::Options options = given.host.resolve();
+  const fs::path ticket = ticketOfQueue(toPath(given.tickets));
+  if (ticket.empty())
+    takeKeptSettings(options, call.user);
+  else
+    message(Message::debug, "The settings are those in " + ticket.string() + ".");
+
+  SilentRun run(options, messageStart(Message::warning));
+  if (!ticket.empty()) run.takeTicket(ticket);
+  const Refhost::TracePairs choices = jobChoices(call, given, run.preferences().model());
+  if (ticket.empty() && options.properties.empty() && choices.empty())
+    message(Message::warning, "Nothing says how this queue prints, so the job stays as it is.");
+  run.choose(choices);
+  return Press::effectsFromProperties(run.accept());
+}
+
+// Reports progress to the scheduler, in pages of the job, at most once a second.
+class ProgressMessages {
+ public:
+  void show(int done, int total) {
+    pages = total;
+    const auto now = Clock::now();
+    if (now < nextTime) return;
+    nextTime = now + std::chrono::seconds(1);
+    message(Message::info, "Page " + std::to_string(done) + " of " + std::to_string(total) + ".");
+  }
+  int pageCount() const { return pages; }
+
+ private:
+  using Clock = std::chrono::steady_clock;
+
+  int pages = 0;
+  Clock::time_point nextTime = Clock::now() + std::chrono::seconds(1);
+};
+
+void print(const Call& call, const FilterOptions& given, const Interruption& interruption) {
+  const Press::Effects effects = effectsOf(call, given);
+  const StandardFiles files(call.file, "-", interruption);
+  ProgressMessages progress;
+  std::vector<std::string> notes;
+  try {
+    notes = Press::printPdf(files.in(), files.out(), effects, [&](int done, int total) {
+      progress.show(done, total);
+      return interruption.signal() == 0;
+    });
+  } catch (const Press::Error& error) {
+    throw std::runtime_error(files.inUsersWords(error.what()));
+  }
+  for (const std::string& note : notes) message(Message::warning, files.inUsersWords(note));
+  files.deliver();
+  const int sheets = (progress.pageCount() + effects.pagesOnSheet - 1) / effects.pagesOnSheet;
+  for (int sheet = 1; given.countsPages && sheet <= sheets; ++sheet)
+    message(Message::page, std::to_string(sheet) + ' ' + call.copies);
+}
+
+int filter(const FilterOptions& given, const std::vector<std::string>& words) {
+  const Interruption interruption;
+  try {
+    print(toCall(words), given, interruption);
+    return 0;
+  } catch (const Press::Stopped&) {
+    message(Message::info, "The job was cancelled.");
+  } catch (const std::exception& error) {
+    message(Message::error, error.what());
+  }
+  return 1;
+}
+
+}  // namespace
+
+void addFilter(CLI::App& kiln, Run& run) {
+  const auto given = std::make_shared<FilterOptions>();
+  CLI::App& command = *kiln.add_subcommand("filter", "Puts the effects on the jobs of a print queue");
+  command.footer(footer);
+  // Everything from the job's number on is untrusted, including a title that may look like an option.
+  command.prefix_command();
+  command.add_option("--tickets", given->tickets, "The folder of the queues' PrintTickets")
+      ->type_name("DIR")
+      ->capture_default_str();
+  addRepeatable(command, "--allow", given->allowed, "Lets jobs choose this property by an option \"kiln-NAME\"")
+      ->type_name("NAME");
+  command.add_flag("--count-pages", given->countsPages,
+                   "Tells the scheduler the pages, on a queue with no other filter that does");
+  given->host.declare(command, "Takes what \"kiln show\" keeps in this folder, whoever prints");
+  command.callback(
+      [&run, &command, given] { run = [given, words = command.remaining()] { return filter(*given, words); }; });
+}
+
+}  // namespace App

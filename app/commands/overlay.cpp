@@ -1,0 +1,129 @@
+// kiln overlay: lists and deletes the user's overlays through the plug-in, as in the preferences. Overlays are created
+// where printing is available.
+#include "app/commands/commands.h"
+#include "app/failure.h"
+#include "app/silent_run.h"
+#include "formats/names.h"
+#include "formats/text.h"
+#include "host/gui.h"
+#include "host/widgets/list.h"
+
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace App {
+namespace {
+
+constexpr const char* footer = R"(Examples:
+)"
+#ifndef KILN_WITHOUT_PRINTING
+                               R"(  kiln overlay create Letterhead letterhead.pdf
+)"
+#endif
+                               R"(  kiln overlay list
+  kiln overlay delete Letterhead
+
+Exit status: 0 when it was done, 1 when it was not, and every overlay is as it was,
+2 when the preferences cannot be opened or the command line is wrong.)";
+
+struct OverlayOptions {
+  SettingOptions settings;
+  std::string name;
+};
+
+struct Listed {
+  std::int32_t index;
+  std::string name;
+  bool isDownloaded;
+};
+
+Refhost::ComboBox& listIn(SilentRun& run) {
+  auto* list = dynamic_cast<Refhost::ComboBox*>(run.preferences().gui()->find(Formats::WidgetId::overlayList));
+  if (list == nullptr) throw std::runtime_error("These preferences have no list of overlays.");
+  return *list;
+}
+
+std::vector<Listed> overlaysIn(Refhost::ComboBox& list) {
+  constexpr std::int32_t firstOverlay = 2;  // after the entries for none and for several
+  std::vector<Listed> overlays;
+  for (std::int32_t i = firstOverlay; i < list.items().count(); ++i) {
+    const auto item = list.items().at(i);
+    overlays.push_back({i, Formats::toUtf8(item->displayedText().view()), item->isMarked()});
+  }
+  return overlays;
+}
+
+// Replaces control characters, which names in a foreign index may contain, for output on one line of a terminal.
+std::string onOneLine(std::string name) {
+  for (char& unit : name)
+    if (static_cast<unsigned char>(unit) < ' ' || unit == '\x7F') unit = '?';
+  return name;
+}
+
+int list(const OverlayOptions& given) {
+  const Interruption interruption;
+  const Opening opening(given.settings, interruption);
+  SilentRun run(opening.options());
+  for (const Listed& overlay : overlaysIn(listIn(run)))
+    std::cout << onOneLine(overlay.name) << (overlay.isDownloaded ? "\tdownloaded" : "") << '\n';
+  return 0;
+}
+
+// The user's own overlay with that name, or else the downloaded one.
+std::optional<Listed> overlayNamed(const std::vector<Listed>& overlays, const std::string& name) {
+  for (const bool isDownloaded : {false, true})
+    for (const Listed& overlay : overlays)
+      if (overlay.name == name && overlay.isDownloaded == isDownloaded) return overlay;
+  return {};
+}
+
+int remove(const OverlayOptions& given) {
+  const Interruption interruption;
+  const Opening opening(given.settings, interruption);
+  SilentRun run(opening.options());
+  Refhost::ComboBox& list = listIn(run);
+  const auto overlay = overlayNamed(overlaysIn(list), given.name);
+  if (!overlay)
+    throw std::runtime_error("There is no overlay \"" + given.name + "\"; \"kiln overlay list\" lists them.");
+  auto* button = dynamic_cast<Refhost::Button*>(run.preferences().gui()->find(Formats::WidgetId::overlayDelete));
+  if (button == nullptr) throw std::runtime_error("These preferences have no button that deletes overlays.");
+  list.choose(overlay->index);
+  run.act([button] { button->click(); }, [](Refhost::Dialog& dialog) { dialog.accept(); });
+  const auto left = overlayNamed(overlaysIn(list), given.name);
+  if (left && left->isDownloaded == overlay->isDownloaded)
+    throw std::runtime_error("The overlay \"" + given.name + "\" cannot be deleted now.");
+  return 0;
+}
+
+CLI::App& addPart(CLI::App& overlay, Run& run, const char* name, const char* help,
+                  const std::shared_ptr<OverlayOptions>& given, int (*work)(const OverlayOptions&)) {
+  CLI::App& part = *overlay.add_subcommand(name, help);
+  part.callback([&run, given, work] { run = [given, work] { return work(*given); }; });
+  return part;
+}
+
+}  // namespace
+
+void addOverlay(CLI::App& kiln, Run& run) {
+  constexpr const char* homeHelp = "The folder for what a user keeps; by default the one that \"kiln show\" uses";
+  CLI::App& overlay = *kiln.add_subcommand("overlay", "Makes, lists and deletes overlays");
+  overlay.footer(footer);
+  overlay.require_subcommand(1);
+
+#ifndef KILN_WITHOUT_PRINTING
+  addOverlayCreation(overlay, run);
+#endif
+
+  const auto listed = std::make_shared<OverlayOptions>();
+  CLI::App& listPart = addPart(overlay, run, "list", "Lists the overlays, one a line", listed, list);
+  listed->settings.host.declare(listPart, homeHelp);
+
+  const auto deleted = std::make_shared<OverlayOptions>();
+  CLI::App& deletePart = addPart(overlay, run, "delete", "Deletes an overlay", deleted, remove);
+  deletePart.add_option("NAME", deleted->name, "The overlay's name")->required()->type_name("");
+  deleted->settings.host.declare(deletePart, homeHelp);
+}
+
+}  // namespace App

@@ -1,0 +1,67 @@
+// kiln overlay create: makes an overlay of a PDF's first page through the plug-in, as in the preferences.
+#include "app/commands/commands.h"
+#include "app/silent_run.h"
+#include "formats/names.h"
+#include "formats/text.h"
+#include "host/overlay_job.h"
+#include "press/job/capture.h"
+
+#include <iostream>
+#include <memory>
+
+namespace App {
+namespace {
+
+struct CreationOptions {
+  SettingOptions settings;
+  std::string name;
+  std::string in;
+  bool replaces = false;
+};
+
+// Accepts the preferences of a job that creates an overlay with the name: the plug-in prepares the destination.
+void prepare(SilentRun& run, const CreationOptions& given) {
+  std::string refusal = "An overlay needs a name.";
+  run.face().jobStep = Formats::toUtf16(given.name);
+  run.face().operateDialogs([&](Refhost::Dialog& dialog) {
+    const bool isFull = dialog.url().ends_with(u"/dlg_overlayfull.xul");
+    refusal = isFull ? "There is no room for more than 20 overlays; delete one first."
+                     : "There is an overlay \"" + given.name + "\" already; --replace replaces it.";
+    if (given.replaces && !isFull) dialog.accept();
+  });
+  try {
+    run.accept();
+  } catch (const NotAccepted&) {
+    throw std::runtime_error(refusal);
+  }
+}
+
+int create(const CreationOptions& given) {
+  const Interruption interruption;
+  const Opening opening(given.settings, interruption);
+  Refhost::Options options = opening.options();
+  options.properties.emplace_back(Formats::Prop::printJob, Formats::Value::overlayJob);
+  SilentRun run(options);
+  given.settings.makeIn(run);
+  // Captured before the destination is prepared, since the job may print on the overlay that it replaces.
+  const Press::Capture capture =
+      Press::captureOverlay(toPath(given.in), Press::effectsFromProperties(run.printedValues()));
+  prepare(run, given);
+  Refhost::writeOverlay(run.preferences(), {capture.pdf, capture.thumbnail});
+  for (const std::string& note : capture.notes) std::cerr << "kiln: " << note << '\n';
+  return 0;
+}
+
+}  // namespace
+
+void addOverlayCreation(CLI::App& overlay, Run& run) {
+  const auto given = std::make_shared<CreationOptions>();
+  CLI::App& part = *overlay.add_subcommand("create", "Makes an overlay of the first page of a PDF");
+  part.add_option("NAME", given->name, "The overlay's name")->required()->type_name("");
+  part.add_option("FILE.pdf", given->in, "The form")->required()->type_name("");
+  part.add_flag("--replace", given->replaces, "Replaces an overlay of that name");
+  given->settings.declare(part);
+  part.callback([&run, given] { run = [given] { return create(*given); }; });
+}
+
+}  // namespace App

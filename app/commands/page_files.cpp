@@ -1,0 +1,52 @@
+// Commands that create sample files: a sample job, a picture of a page.
+#include "app/commands/commands.h"
+#include "app/host_options.h"
+#include "files/disk.h"
+#include "files/whole_file.h"
+#include "press/job/print.h"
+#include "press/job/sample.h"
+#include "press/pictures/loader.h"
+
+#include <memory>
+
+namespace App {
+namespace {
+
+struct PictureOptions {
+  std::string in;
+  std::string out;
+  int page = 1;
+  double dpi = 96;
+};
+
+}  // namespace
+
+void addSample(CLI::App& kiln, Run& run) {
+  const auto out = std::make_shared<std::string>();
+  CLI::App& command = *kiln.add_subcommand("sample", "Writes a sample job of four pages");
+  command.add_option("OUT.pdf", *out, "The sample job; an existing file is replaced")->required()->type_name("");
+  command.callback([&run, out] {
+    run = [out] {
+      Files::replaceWhole(Files::realDisk(), Files::linkTarget(toPath(*out)), Press::samplePdf());
+      return 0;
+    };
+  });
+}
+
+void addPicture(CLI::App& kiln, Run& run) {
+  const auto given = std::make_shared<PictureOptions>();
+  CLI::App& command = *kiln.add_subcommand("picture", "Draws a page of a PDF into a picture");
+  command.add_option("IN.pdf", given->in, "The job")->required()->type_name("");
+  command.add_option("OUT.png", given->out, "The picture; an existing file is replaced")->required()->type_name("");
+  command.add_option("--page", given->page, "The page")->type_name("N")->capture_default_str();
+  command.add_option("--dpi", given->dpi, "Pixels to an inch")->type_name("N")->capture_default_str();
+  command.callback([&run, given] {
+    run = [given] {
+      const std::string page = Press::printPage(toPath(given->in), given->page, Press::Effects());
+      Press::drawPageToPng(page, 1, given->dpi, toPath(given->out));
+      return 0;
+    };
+  });
+}
+
+}  // namespace App

@@ -1,0 +1,117 @@
+#include "app/system/standard_files.h"
+
+#include "app/host_options.h"
+#include "press/error.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <csignal>
+#include <fstream>
+#include <stdexcept>
+#include <system_error>
+
+namespace App {
+namespace {
+
+[[noreturn]] void fail(const std::string& what) {
+  throw std::runtime_error(what + " (" + std::generic_category().message(errno) + ").");
+}
+
+// Waits until a short read or write will not block. Polls, since a signal may arrive just before the wait.
+void waitFor(int handle, short event, const Interruption& interruption) {
+  constexpr int milliseconds = 100;
+  pollfd waiting = {handle, event, 0};
+  int ready = 0;
+  while (ready == 0) {
+    if (interruption.signal() != 0) throw Press::Stopped();
+    ready = poll(&waiting, 1, milliseconds);
+    if (ready < 0 && errno == EINTR) ready = 0;
+  }
+}
+
+class OpenFile {
+ public:
+  explicit OpenFile(const std::filesystem::path& file) : handle(open(file.c_str(), O_RDONLY | O_CLOEXEC)) {}
+  ~OpenFile() {
+    if (handle >= 0) close(handle);
+  }
+  OpenFile(const OpenFile&) = delete;
+  OpenFile& operator=(const OpenFile&) = delete;
+
+  const int handle;
+};
+
+void writeAll(const char* bytes, std::size_t size, const Interruption& interruption) {
+  while (size > 0) {
+    waitFor(STDOUT_FILENO, POLLOUT, interruption);
+    // A larger write could block, for example on a printer that is off, and delay the handling of signals.
+    const ssize_t written = write(STDOUT_FILENO, bytes, std::min<std::size_t>(size, PIPE_BUF));
+    if (written < 0 && errno == EINTR) continue;
+    if (written < 0) fail("Standard output cannot be written");
+    bytes += written;
+    size -= static_cast<std::size_t>(written);
+  }
+}
+
+void replaceAll(std::string& sentence, const std::string& from, const std::string& to) {
+  for (auto at = sentence.find(from); at != std::string::npos; at = sentence.find(from, at + to.size()))
+    sentence.replace(at, from.size(), to);
+}
+
+}  // namespace
+
+StandardFiles::StandardFiles(const std::string& in, const std::string& out, const Interruption& wishToStop)
+    : interruption(wishToStop),
+      input(toPath(in)),
+      output(toPath(out)) {
+  // When the reader of standard output exits, writing must fail with an error.
+  std::signal(SIGPIPE, SIG_IGN);
+  if (in == "-" || out == "-") folder.emplace();
+  if (out == "-") output = folder->path() / "out.pdf";
+  if (in != "-") return;
+  input = folder->path() / "in.pdf";
+  receive();
+}
+
+void StandardFiles::receive() const {
+  std::ofstream file(input, std::ios::binary);
+  char block[1 << 16];
+  for (;;) {
+    waitFor(STDIN_FILENO, POLLIN, interruption);
+    const ssize_t size = read(STDIN_FILENO, block, sizeof block);
+    if (size < 0 && errno == EINTR) continue;
+    if (size < 0) fail("Standard input cannot be read");
+    if (size == 0) break;
+    file.write(block, size);
+  }
+  file.close();
+  if (!file)
+    throw std::runtime_error("Standard input cannot be kept in " + input.parent_path().string() + ": make room there.");
+}
+
+void StandardFiles::deliver() const {
+  if (!folder || output.parent_path() != folder->path()) return;
+  const OpenFile file(output);
+  if (file.handle < 0) fail("The printed pages in " + output.string() + " cannot be read");
+  char block[1 << 16];
+  for (;;) {
+    const ssize_t size = read(file.handle, block, sizeof block);
+    if (size < 0) fail("The printed pages in " + output.string() + " cannot be read");
+    if (size == 0) return;
+    writeAll(block, static_cast<std::size_t>(size), interruption);
+  }
+}
+
+std::string StandardFiles::inUsersWords(std::string sentence) const {
+  if (!folder) return sentence;
+  replaceAll(sentence, Press::quoted(folder->path() / "in.pdf"), "Standard input");
+  replaceAll(sentence, Press::quoted(folder->path() / "out.pdf"), "Standard output");
+  return sentence;
+}
+
+}  // namespace App

@@ -1,0 +1,41 @@
+// Standard input and output in place of files.
+#pragma once
+
+#include "app/system/interruption.h"
+#include "files/temporary_folder.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace App {
+
+// The job and the output of a command, either of which may be "-" for standard input or output. Printing needs random
+// access and atomic output, so both go through temporary files, which are deleted with the object.
+class StandardFiles {
+ public:
+  // Reads all of standard input if requested. Throws Press::Stopped when interrupted, and std::runtime_error, one
+  // sentence, on read or write errors.
+  StandardFiles(const std::string& in, const std::string& out, const Interruption& interruption);
+  StandardFiles(const StandardFiles&) = delete;
+  StandardFiles& operator=(const StandardFiles&) = delete;
+
+  const std::filesystem::path& in() const { return input; }
+  const std::filesystem::path& out() const { return output; }
+
+  // Copies `out` to standard output if requested. Throws like the constructor, possibly after writing a part.
+  void deliver() const;
+
+  // Replaces the paths of `in` and `out` in a sentence by the names that the user knows.
+  std::string inUsersWords(std::string sentence) const;
+
+ private:
+  void receive() const;
+
+  const Interruption& interruption;
+  std::optional<Files::TemporaryFolder> folder;
+  std::filesystem::path input;
+  std::filesystem::path output;
+};
+
+}  // namespace App

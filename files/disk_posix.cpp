@@ -1,0 +1,222 @@
+#include "files/disk.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <ctime>
+#include <limits>
+#include <optional>
+#include <utility>
+
+namespace Files {
+namespace {
+
+namespace fs = std::filesystem;
+
+[[noreturn]] void fail(const fs::path& path, std::string_view action, int code = errno) {
+  throw DiskError(path, action, {code, std::generic_category()});
+}
+
+// An embedded NUL would truncate the path.
+bool hasZero(const fs::path& path) { return path.native().find('\0') != std::string::npos; }
+
+const char* checked(const fs::path& path, std::string_view action) {
+  if (hasZero(path)) fail(path, action, EINVAL);
+  return path.c_str();
+}
+
+// Restarts a system call that a signal has interrupted.
+template <class Call>
+auto uninterrupted(const Call& call) {
+  auto result = call();
+  while (result < 0 && errno == EINTR) result = call();
+  return result;
+}
+
+class Handle {
+ public:
+  explicit Handle(int descriptor) : number(descriptor) {}
+  ~Handle() {
+    if (number >= 0) ::close(number);
+  }
+  Handle(const Handle&) = delete;
+  Handle& operator=(const Handle&) = delete;
+
+  bool isOpen() const { return number >= 0; }
+  int get() const { return number; }
+
+  // An interrupted close has closed the file.
+  bool close() { return ::close(std::exchange(number, -1)) == 0 || errno == EINTR; }
+
+ private:
+  int number;
+};
+
+int flush(int descriptor) {
+#if defined(F_FULLFSYNC)
+  // fsync alone leaves the bytes in the drive's cache here.
+  if (::fcntl(descriptor, F_FULLFSYNC) == 0) return 0;
+#endif
+  return ::fsync(descriptor);
+}
+
+// Starts writing back a range, to shorten the final flush. Failures are ignored, since that flushes everything.
+void beginSync([[maybe_unused]] int descriptor, [[maybe_unused]] off_t from, [[maybe_unused]] off_t size) {
+#if defined(__linux__)
+  ::sync_file_range(descriptor, from, size, SYNC_FILE_RANGE_WRITE);
+#endif
+}
+
+class PosixFile final : public Disk::File {
+ public:
+  PosixFile(fs::path filePath, int descriptor) : path(std::move(filePath)), handle(descriptor) {}
+
+  void write(std::string_view bytes) override {
+    while (!bytes.empty()) {
+      const ssize_t written = uninterrupted([&] { return ::write(handle.get(), bytes.data(), bytes.size()); });
+      if (written <= 0) fail(path, "written", written < 0 ? errno : ENOSPC);
+      bytes.remove_prefix(static_cast<std::size_t>(written));
+      size += static_cast<off_t>(written);
+    }
+    constexpr off_t worthASync = off_t{8} << 20;
+    if (size - onTheirWay < worthASync) return;
+    beginSync(handle.get(), onTheirWay, size - onTheirWay);
+    onTheirWay = size;
+  }
+  void sync() override {
+    if (flush(handle.get()) != 0) fail(path, "flushed to the disk");
+  }
+  void close() override {
+    if (!handle.close()) fail(path, "written");
+  }
+
+ private:
+  fs::path path;
+  Handle handle;
+  off_t size = 0;
+  off_t onTheirWay = 0;  // bytes whose write-back was started
+};
+
+class PosixDisk final : public Disk {
+ public:
+  EntryKind kind(const fs::path& path) override {
+    struct stat status{};
+    if (hasZero(path) || ::stat(path.c_str(), &status) != 0) return EntryKind::none;
+    return kindOf(status);
+  }
+
+  std::vector<Entry> entries(const fs::path& folder) override {
+    std::error_code error;
+    std::vector<Entry> found;
+    checked(folder, "listed");
+    for (fs::directory_iterator at(folder, error), end; !error && at != end; at.increment(error)) {
+      std::error_code gone;  // deleted meanwhile: the kind is none
+      found.push_back({at->path().filename(), kind(at->path()), at->is_symlink(gone)});
+    }
+    if (error) throw DiskError(folder, "listed", error);
+    return found;
+  }
+
+  std::chrono::seconds age(const fs::path& file) override {
+    struct stat status{};
+    if (::stat(checked(file, "read"), &status) != 0) fail(file, "read");
+    return std::chrono::seconds(std::time(nullptr) - status.st_mtime);
+  }
+
+  std::string read(const fs::path& file, std::size_t limit) override {
+    // O_NONBLOCK, since opening a pipe would wait for its writer.
+    const Handle handle(::open(checked(file, "read"), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    struct stat status{};
+    if (!handle.isOpen() || ::fstat(handle.get(), &status) != 0) fail(file, "read");
+    if (S_ISDIR(status.st_mode)) fail(file, "read", EISDIR);
+    if (!S_ISREG(status.st_mode)) fail(file, "read", EINVAL);
+
+    std::string bytes;
+    bytes.reserve(std::min(static_cast<std::size_t>(status.st_size), limit));
+    char block[1 << 16];
+    while (const ssize_t got = uninterrupted([&] { return ::read(handle.get(), block, sizeof block); })) {
+      if (got < 0) fail(file, "read");
+      bytes.append(block, static_cast<std::size_t>(got));
+      if (bytes.size() > limit) fail(file, "read", EFBIG);
+    }
+    return bytes;
+  }
+
+  std::unique_ptr<File> create(const fs::path& temporary, const fs::path& target) override {
+    const std::optional<mode_t> kept = permissionsOf(target);
+    const int descriptor =
+        ::open(checked(temporary, "written"), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kept.value_or(0666));
+    if (descriptor < 0) fail(target, "written");
+    auto file = std::make_unique<PosixFile>(target, descriptor);
+    // The umask may have removed permissions of the old file. A failure is harmless: the new file is at most as
+    // permissive as the old one.
+    if (kept) static_cast<void>(::fchmod(descriptor, *kept));
+    return file;
+  }
+
+  void replace(const fs::path& temporary, const fs::path& target) override {
+    if (std::rename(checked(temporary, "written"), checked(target, "written")) != 0) fail(target, "written");
+  }
+
+  bool remove(const fs::path& file) override {
+    if (::unlink(checked(file, "deleted")) == 0) return true;
+    if (errno != ENOENT && errno != ENOTDIR) fail(file, "deleted");
+    return false;
+  }
+
+  void createFolder(const fs::path& folder) override {
+    if (::mkdir(checked(folder, "created"), 0777) == 0) return;
+    const int code = errno;
+    if (kind(folder) != EntryKind::folder) fail(folder, "created", code);
+  }
+
+  void syncFolder(const fs::path& folder) override {
+    const Handle handle(::open(checked(folder, "flushed to the disk"), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!handle.isOpen() && errno == EACCES) return;  // it may be written to but not listed
+    if (!handle.isOpen()) fail(folder, "flushed to the disk");
+    // Some file systems cannot flush folders, and report it with this error.
+    if (flush(handle.get()) != 0 && errno != EINVAL) fail(folder, "flushed to the disk");
+  }
+
+ private:
+  static EntryKind kindOf(const struct stat& status) {
+    if (S_ISREG(status.st_mode)) return EntryKind::file;
+    return S_ISDIR(status.st_mode) ? EntryKind::folder : EntryKind::other;
+  }
+
+  // The permissions of the file to be replaced; nothing for a new file.
+  static std::optional<mode_t> permissionsOf(const fs::path& target) {
+    struct stat status{};
+    if (::lstat(checked(target, "written"), &status) != 0) {
+      if (errno != ENOENT) fail(target, "written");
+      return {};
+    }
+    if (S_ISLNK(status.st_mode)) return {};
+    if (S_ISDIR(status.st_mode)) fail(target, "written", EISDIR);
+    if (!S_ISREG(status.st_mode)) fail(target, "written", EINVAL);
+    if (::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) fail(target, "written");
+    return status.st_mode & 0777;
+  }
+};
+
+}  // namespace
+
+Disk& realDisk() {
+  static PosixDisk disk;
+  return disk;
+}
+
+long processNumber() { return ::getpid(); }
+
+bool processRuns(long number) {
+  // 0 and negative values are process groups.
+  if (number <= 0 || number > std::numeric_limits<pid_t>::max()) return false;
+  return ::kill(static_cast<pid_t>(number), 0) == 0 || errno == EPERM;
+}
+
+}  // namespace Files

@@ -1,0 +1,32 @@
+#include "files/module.h"
+
+#include <windows.h>
+
+#include <stdexcept>
+#include <string>
+
+namespace Files {
+
+Module::Module(const std::filesystem::path& file) : handle(LoadLibraryW(std::filesystem::absolute(file).c_str())) {
+  if (handle == nullptr) throw std::runtime_error("system error " + std::to_string(GetLastError()));
+}
+
+Module::~Module() {
+  if (!stays) FreeLibrary(static_cast<HMODULE>(handle));
+}
+
+void* Module::symbol(const char* name) const {
+  return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(handle), name));
+}
+
+std::filesystem::path programFolder() {
+  std::wstring file(MAX_PATH, L'\0');
+  for (;;) {
+    const DWORD length = GetModuleFileNameW(nullptr, file.data(), static_cast<DWORD>(file.size()));
+    if (length == 0) throw std::runtime_error("The system does not tell where this program lies.");
+    if (length < file.size()) return std::filesystem::path(file.substr(0, length)).parent_path();
+    file.resize(file.size() * 2);
+  }
+}
+
+}  // namespace Files

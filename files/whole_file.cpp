@@ -1,0 +1,119 @@
+#include "files/whole_file.h"
+
+#include <atomic>
+#include <charconv>
+#include <optional>
+
+namespace Files {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Names of temporary files: .kiln-PROCESS-COUNT.tmp
+constexpr std::string_view nameStart = ".kiln-";
+constexpr std::string_view nameEnd = ".tmp";
+
+// Longer than any write. PIDs are reused, so files older than this are removed even if their process seems to run.
+constexpr std::chrono::hours longestWrite{1};
+
+fs::path temporaryIn(Disk& disk, const fs::path& folder) {
+  static std::atomic<unsigned> count = 0;
+  for (;;) {
+    const auto name = std::string(nameStart) + std::to_string(processNumber()) + "-" + std::to_string(++count);
+    fs::path path = folder / (name + std::string(nameEnd));
+    if (disk.kind(path) == EntryKind::none) return path;
+  }
+}
+
+// The process id in a temporary file's name; nothing for other names.
+std::optional<long> writerOf(const fs::path& name) {
+  const std::string text = shownPath(name);
+  std::string_view rest = text;
+  if (!rest.starts_with(nameStart) || !rest.ends_with(nameEnd)) return {};
+  rest.remove_prefix(nameStart.size());
+  rest.remove_suffix(nameEnd.size());
+  long process = 0;
+  const auto number = std::from_chars(rest.data(), rest.data() + rest.size(), process);
+  rest.remove_prefix(static_cast<std::size_t>(number.ptr - rest.data()));
+  const bool counted = rest.size() > 1 && rest.front() == '-' && rest.find_first_not_of("0123456789", 1) == rest.npos;
+  return number.ec == std::errc() && process > 0 && counted ? std::optional(process) : std::nullopt;
+}
+
+}  // namespace
+
+PendingFile::PendingFile(Disk& fileDisk, fs::path filePath)
+    : disk(fileDisk),
+      target(std::move(filePath)),
+      place(temporaryIn(disk, folderOf(target))),
+      file(disk.create(place, target)) {}
+
+PendingFile::~PendingFile() {
+  file.reset();  // some systems cannot remove open files
+  if (!isOurs) return;
+  try {
+    disk.remove(place);
+  } catch (const DiskError&) {
+    // The first failure is reported; the next sweep retries.
+  }
+}
+
+void PendingFile::write(std::string_view bytes) { file->write(bytes); }
+
+void PendingFile::finish() {
+  file->sync();
+  file->close();
+  file.reset();
+}
+
+void PendingFile::putInPlace() {
+  disk.replace(place, target);
+  leave();
+  disk.syncFolder(folderOf(target));
+}
+
+fs::path linkTarget(const fs::path& path) { return fs::is_symlink(path) ? fs::weakly_canonical(path) : path; }
+
+bool holds(Disk& disk, const fs::path& path, std::string_view bytes) {
+  if (disk.kind(path) != EntryKind::file) return false;
+  try {
+    return disk.read(path, bytes.size()) == bytes;
+  } catch (const DiskError&) {
+    return false;  // larger or unreadable: the write reports the error
+  }
+}
+
+bool replaceWhole(Disk& disk, const fs::path& path, std::string_view bytes) {
+  if (holds(disk, path, bytes)) {
+    // The process that wrote it may have died before its last step.
+    disk.syncFolder(folderOf(path));
+    return false;
+  }
+  PendingFile file(disk, path);
+  file.write(bytes);
+  file.finish();
+  file.putInPlace();
+  return true;
+}
+
+void createFolders(Disk& disk, const fs::path& folder) {
+  if (folder.empty() || disk.kind(folder) == EntryKind::folder) return;
+  if (folder.has_relative_path()) createFolders(disk, folder.parent_path());
+  disk.createFolder(folder);
+  disk.syncFolder(folderOf(folder));
+}
+
+void sweepTemporaries(Disk& disk, const fs::path& folder) {
+  if (disk.kind(folder) != EntryKind::folder) return;
+  for (const Entry& entry : disk.entries(folder)) {
+    const auto writer = entry.kind == EntryKind::file ? writerOf(entry.name) : std::nullopt;
+    if (!writer) continue;
+    const fs::path path = folder / entry.name;
+    try {
+      if (!processRuns(*writer) || disk.age(path) > longestWrite) disk.remove(path);
+    } catch (const DiskError&) {
+      // Harmless; the next sweep retries.
+    }
+  }
+}
+
+}  // namespace Files
