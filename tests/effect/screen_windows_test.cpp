@@ -1,4 +1,3 @@
-#include "app/pixels_per_inch.h"
 #include "effect/screen_scale.h"
 
 #include <gtest/gtest.h>
@@ -7,13 +6,8 @@
 
 namespace {
 
-// A single test, since the first known factor is cached for the life of the process. It runs in a second process, to
-// which the system reports more than 96 pixels per inch.
+// A single test, since the first known factor is cached for the life of the process, which starts with --dpi 120.
 TEST(ScreenScale, KeepsTheFirstFactorThatCanBeHad) {
-  if (const auto status = App::reportPixelsPerInch(120)) {
-    EXPECT_EQ(*status, 0);
-    return;
-  }
   EXPECT_FLOAT_EQ(Effect::screenScaleFactor(nullptr), 1.0F);
   const auto noWindow = reinterpret_cast<HWND>(0x7654);
   EXPECT_FLOAT_EQ(Effect::screenScaleFactor(noWindow), 1.0F);

@@ -6,12 +6,38 @@
 
 #include <sstream>
 
+#ifdef _WIN32
+#include <windows.h>
+#endif
+
 namespace {
 
 using nlohmann::json;
 
+#ifdef _WIN32
+
+// What Wine reports to the programs that start meanwhile, as long as this lives. No other test may run beside it.
+class Resolution {
+ public:
+  explicit Resolution(int pixelsPerInch) { set(pixelsPerInch); }
+  ~Resolution() { set(96); }
+  Resolution(const Resolution&) = delete;
+  Resolution& operator=(const Resolution&) = delete;
+
+ private:
+  static void set(int pixelsPerInch) {
+    const auto value = static_cast<DWORD>(pixelsPerInch);
+    RegSetKeyValueW(HKEY_CURRENT_USER, L"Control Panel\\Desktop", L"LogPixels", REG_DWORD, &value, sizeof value);
+  }
+};
+
+#endif
+
 // The heights of the swatches, in pixels.
 std::vector<int> swatchSides(int dpi) {
+#ifdef _WIN32
+  const Resolution resolution(dpi);
+#endif
   const auto outcome = runKiln({"drive", "--dpi", std::to_string(dpi)},
                                "select lst_selectedWatermark 1\nclick btn_WMEdit\nwidget cmb_EffWMCol\ncancel\n");
   EXPECT_EQ(outcome.status, 0) << outcome.out << outcome.err;
