@@ -21,7 +21,12 @@ constexpr bool isSurrogate(char32_t code) { return code >= 0xD800 && code <= 0xD
 // incomplete one it removes the first byte alone.
 inline char32_t takeCodePoint(std::string_view& utf8) {
   const auto lead = static_cast<unsigned char>(utf8.front());
-  const std::size_t length = lead < 0x80 ? 1 : lead < 0xC2 ? 0 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF5 ? 4 : 0;
+  const std::size_t length = lead < 0x80   ? 1
+                             : lead < 0xC2 ? 0
+                             : lead < 0xE0 ? 2
+                             : lead < 0xF0 ? 3
+                             : lead < 0xF5 ? 4
+                                           : 0;
   const std::string_view rest = utf8.substr(1, length == 0 ? 0 : length - 1);
   const bool isWhole = length != 0 && rest.size() == length - 1 && std::all_of(rest.begin(), rest.end(), [](char byte) {
                          return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;

@@ -11,7 +11,7 @@
 
 namespace {
 
-using namespace Effect;
+using namespace Formats;
 using Fuzzing::demand;
 
 bool isThere(std::u16string_view label) { return !label.starts_with(u'?'); }

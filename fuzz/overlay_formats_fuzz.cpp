@@ -9,7 +9,7 @@
 
 namespace {
 
-using namespace Effect;
+using namespace Formats;
 
 void demand(bool holds) {
   if (!holds) std::abort();

@@ -54,7 +54,7 @@ std::string listed(const PageRule& rule) {
 void checkList(const PageRule& rule, std::string_view text) {
   std::string tight(text);
   std::erase(tight, ' ');
-  demand(Effect::isPageList(Formats::toUtf16(tight)));
+  demand(Formats::isPageList(Formats::toUtf16(tight)));
   demand(ruleIn(backwards(text)) == rule);
   demand(ruleIn(std::string(text) + "," + std::string(text)) == rule);
   demand(ruleIn(" " + std::string(text) + " , ") == rule);
@@ -65,7 +65,7 @@ void checkList(const PageRule& rule, std::string_view text) {
 }
 
 void checkMasters(std::string_view text) {
-  using namespace Effect;
+  using namespace Formats;
   const std::u16string first = Formats::toUtf16(text);
   for (const std::u16string_view master :
        {std::u16string_view(first), std::u16string_view(Value::evenPages), std::u16string_view(Value::oddPages)}) {

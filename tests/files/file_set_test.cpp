@@ -99,9 +99,7 @@ Damage damageBy(Writer write) {
   return damage;
 }
 
-TEST(FileSet, IsReplacedWholeOrNotAtAllWheneverThePowerFails) {
-  EXPECT_THAT(damageBy(replaceTogether), IsEmpty());
-}
+TEST(FileSet, IsReplacedWholeOrNotAtAllWheneverThePowerFails) { EXPECT_THAT(damageBy(replaceTogether), IsEmpty()); }
 
 TEST(FileSet, TestBitesWhoReplacesOneByOne) {
   EXPECT_THAT(damageBy(replaceOneByOne), ElementsAre("neither as before nor as after"));

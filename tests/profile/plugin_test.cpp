@@ -103,7 +103,8 @@ TEST_F(Plugin, ExportSavesWhatIsStillUnsaved) {
     if (disk.operations < failing) break;
     const auto isIndexed = [&each] {
       const auto entries = Formats::readIndex(bytesOf(overlaysOf(each) / "ovlNmFl.flo"));
-      return std::any_of(entries.begin(), entries.end(), [](const auto& entry) { return entry.fileName == u"12345.opa"; });
+      return std::any_of(entries.begin(), entries.end(),
+                         [](const auto& entry) { return entry.fileName == u"12345.opa"; });
     };
     if (run.overlays().size() != 3 || !isIndexed()) continue;
     ++unsaved;
