@@ -134,7 +134,7 @@ TEST(DriveCommand, WithoutLeavesWidgetsOut) {
 }
 
 TEST(DriveCommand, FontsMayBeUnknown) {
-  EXPECT_EQ(drive({"--fonts", "-", "--dpi", "144"}, "get MirrorImage\n").status, 0);
+  EXPECT_EQ(drive({"--fonts", "-"}, "get MirrorImage\n").status, 0);
 }
 
 TEST(DriveCommand, JobStepIsInForceFromTheOpeningOn) {
