@@ -5,7 +5,7 @@
 #include "formats/text.h"
 #include "fuzz/fuzzing.h"
 #include "press/error.h"
-#include "press/pages/rule.h"
+#include "press/pages/page_list.h"
 
 #include <limits>
 #include <optional>

@@ -1,6 +1,6 @@
 #include "effect/watermark/editor.h"
 
-#include "effect/watermark/editor_values.h"
+#include "effect/watermark/editor_ranges.h"
 
 namespace Kiln::XUL {
 

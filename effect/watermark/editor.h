@@ -4,7 +4,7 @@
 // another record with its name.
 //
 // The dialog is one class, each group of its controls another: editor_names.h, editor_colour.h, editor_font.h,
-// editor_placement.h and editor_print_style.h. editor_values.h has the values themselves.
+// editor_placement.h and editor_print_style.h. editor_ranges.h has the values themselves.
 #pragma once
 
 #include "effect/watermark/editor_colour.h"

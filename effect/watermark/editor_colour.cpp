@@ -1,7 +1,7 @@
 #include "effect/watermark/editor_colour.h"
 
 #include "effect/screen_scale.h"
-#include "effect/watermark/editor_values.h"
+#include "effect/watermark/editor_ranges.h"
 
 #include <cmath>
 

@@ -1,7 +1,7 @@
 #include "effect/watermark/editor_names.h"
 
 #include "effect/settings.h"
-#include "effect/watermark/editor_values.h"
+#include "effect/watermark/editor_ranges.h"
 
 #include <algorithm>
 #include <vector>

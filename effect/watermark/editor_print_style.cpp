@@ -1,6 +1,6 @@
 #include "effect/watermark/editor_print_style.h"
 
-#include "effect/watermark/editor_values.h"
+#include "effect/watermark/editor_ranges.h"
 #include "effect/watermark/numbers.h"
 
 namespace Kiln::XUL {

@@ -1,6 +1,8 @@
 // Model descriptions: the capabilities of a printer model, as data.
 #pragma once
 
+#include "host/model/rules.h"
+
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -16,17 +18,6 @@ struct PropertyDescription {
 
   // A read-only fact of the printer or the job; never saved with the settings.
   bool isContext = false;
-};
-
-// Makes an option unavailable while all conditions hold.
-struct RuleDescription {
-  struct Condition {
-    std::u16string property;
-    std::u16string value;
-  };
-  std::u16string property;
-  std::u16string option;
-  std::vector<Condition> conditions;
 };
 
 struct ModelDescription {

@@ -179,12 +179,9 @@ std::vector<PropertyModel::EnableSignal> PropertyModel::applyRules() {
   // Each round but the last moves a property away from an option; the limit ends cyclic rules.
   for (std::size_t round = 0; round <= model.rules.size(); ++round) {
     for (const auto& property : properties) property->ruledOut.clear();
-    for (const RuleDescription& rule : model.rules) {
-      const bool holds = std::all_of(rule.conditions.begin(), rule.conditions.end(), [this](const auto& condition) {
-        return demand(condition.property).value == condition.value;
-      });
-      if (holds) demand(rule.property).ruledOut.insert(rule.option);
-    }
+    for (const RuleDescription& rule : model.rules)
+      if (holds(rule, [this](std::u16string_view name) { return std::u16string_view(demand(name).value); }))
+        demand(rule.property).ruledOut.insert(rule.option);
     bool moved = false;
     for (const auto& property : properties) moved = property->leaveRuledOut() || moved;
     if (!moved) break;

@@ -2,6 +2,7 @@
 
 #include "press/error.h"
 #include "press/marks/marks.h"
+#include "press/pages/mirror_and_rotation.h"
 #include "press/pages/shape.h"
 #include "press/pdf/document.h"
 

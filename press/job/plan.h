@@ -1,7 +1,7 @@
 #pragma once
 
 #include "press/job/effects.h"
-#include "press/pages/rule.h"
+#include "press/pages/page_list.h"
 
 #include <filesystem>
 #include <string>

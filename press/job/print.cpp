@@ -4,6 +4,7 @@
 #include "files/whole_file.h"
 #include "press/job/selection.h"
 #include "press/job/write_behind.h"
+#include "press/pages/annotations.h"
 #include "press/pages/wrap.h"
 #include "press/pdf/document.h"
 #include "press/pdf/form_fields.h"
@@ -84,19 +85,6 @@ void write(QPDF& pdf, Pipeline& out, const Marks& marks, bool isNegative, std::s
   if (!marks.pdfVersion().empty()) writer.setMinimumPDFVersion(marks.pdfVersion());
   if (steps) writer.registerProgressReporter(std::move(steps));
   writer.write();
-}
-
-// Hides annotations that were drawn into their page, and those that do not print. Annotations without an appearance,
-// mostly links, are left unchanged.
-void hideAnnotations(QPDFObjectHandle page) {
-  QPDFObjectHandle annotations = page.getKey("/Annots");
-  if (!annotations.isArray()) return;
-  for (QPDFObjectHandle annotation : annotations.getArrayAsVector()) {
-    if (!Annotations::hasLook(annotation)) continue;
-    QPDFObjectHandle flags = annotation.getKey("/F");
-    const int value = flags.isInteger() ? flags.getIntValueAsInt() : 0;
-    annotation.replaceKey("/F", QPDFObjectHandle::newInteger(value | an_hidden));
-  }
 }
 
 void wrapPages(Document& document, PageWrap& wrap, Steps& steps) {

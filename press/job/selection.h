@@ -1,6 +1,6 @@
 #pragma once
 
-#include "press/pages/rule.h"
+#include "press/pages/page_list.h"
 #include "press/pdf/document.h"
 
 namespace Press {

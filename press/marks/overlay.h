@@ -1,7 +1,7 @@
 #pragma once
 
 #include "press/marks/properties.h"
-#include "press/pages/rule.h"
+#include "press/pages/page_list.h"
 
 #include <filesystem>
 #include <string>

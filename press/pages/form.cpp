@@ -5,28 +5,6 @@
 namespace Press {
 namespace {
 
-// The appearance to print an annotation with, or null. A separate stream, so that it can carry the annotation's layer.
-QPDFObjectHandle printedAppearance(QPDFAnnotationObjectHelper& annotation) {
-  QPDFObjectHandle appearance = annotation.getAppearanceStream("/N");
-  if (!appearance.isStream()) return QPDFObjectHandle::newNull();
-  QPDFObjectHandle layer = annotation.getObjectHandle().getKey("/OC");
-  if (!layer.isNull()) {
-    appearance = appearance.copyStream();
-    appearance.getDict().replaceKey("/OC", layer);
-  }
-  appearance.getDict().replaceKey("/Subtype", QPDFObjectHandle::newName("/Form"));
-  return appearance;
-}
-
-// Excludes links, pop-ups and empty fields, which do not print.
-bool printsWithoutLook(QPDFObjectHandle annotation) {
-  QPDFObjectHandle flags = annotation.getKeyIfDict("/F");
-  if (!flags.isInteger() || (flags.getIntValueAsInt() & (an_print | an_hidden)) != an_print) return false;
-  for (const char* silent : {"/Link", "/Popup", "/Widget"})
-    if (annotation.getKey("/Subtype").isNameAndEquals(silent)) return false;
-  return true;
-}
-
 // Copies the page's transparency group to the form.
 void keepGroup(QPDFObjectHandle page, QPDFObjectHandle form) {
   QPDFObjectHandle group = page.getKey("/Group");
@@ -34,34 +12,6 @@ void keepGroup(QPDFObjectHandle page, QPDFObjectHandle form) {
 }
 
 }  // namespace
-
-bool Annotations::hasLook(QPDFObjectHandle annotation) { return annotation.getKeyIfDict("/AP").isDictionary(); }
-
-std::string Annotations::draw(QPDFObjectHandle page, const PageShape& shape, QPDFObjectHandle resources) {
-  QPDFObjectHandle annotations = page.getKey("/Annots");
-  if (!annotations.isArray()) return {};
-  content.countParts(annotations.getArrayNItems());
-  std::string drawn;
-  for (QPDFObjectHandle item : annotations.getArrayAsVector()) {
-    if (!hasLook(item)) {
-      metWithoutLook = metWithoutLook || printsWithoutLook(item);
-      continue;
-    }
-    QPDFAnnotationObjectHelper annotation(item);
-    if (annotation.getSubtype() == "/Popup") continue;
-    QPDFObjectHandle appearance = printedAppearance(annotation);
-    if (appearance.isNull()) continue;
-    QPDFObjectHandle forms = dictionaryIn(resources, "/XObject");
-    std::string name;
-    do name = "/KilnAnnot" + std::to_string(++namesMade);
-    while (forms.hasKey(name));
-    const std::string call = annotation.getPageContentForAppearance(name, shape.turn, an_print, an_hidden);
-    if (call.empty()) continue;
-    forms.replaceKey(name, appearance);
-    drawn += call;
-  }
-  return drawn;
-}
 
 QPDFObjectHandle pageAsForm(PageContent& content, Annotations& annotations, const PageEntry& entry,
                             const PageShape& shape) {

@@ -7,7 +7,6 @@
 namespace Press {
 namespace {
 
-constexpr double pointsPerMillimetre = 72.0 / 25.4;
 constexpr Box letter{0, 0, 612, 792};
 
 std::optional<Box> boxFrom(QPDFObjectHandle object) {
@@ -44,8 +43,6 @@ double unitFrom(QPDFObjectHandle page) {
   return unit > 0 ? unit : 1;
 }
 
-bool near(double value, double wanted) { return std::abs(value - wanted) <= 2 * pointsPerMillimetre; }
-
 }  // namespace
 
 PageShape shapeOf(const PageEntry& entry) {
@@ -57,28 +54,6 @@ PageShape shapeOf(const PageEntry& entry) {
   shape.turn = turnFrom(entry.rotate);
   shape.unit = unitFrom(entry.page);
   return shape;
-}
-
-bool isA3OrLedger(const PageShape& shape) {
-  const double width = (shape.visible.x1 - shape.visible.x0) * shape.unit;
-  const double height = (shape.visible.y1 - shape.visible.y0) * shape.unit;
-  const double less = std::min(width, height);
-  const double more = std::max(width, height);
-  const bool a3 = near(less, 297 * pointsPerMillimetre) && near(more, 420 * pointsPerMillimetre);
-  const bool ledger = near(less, 11 * 72) && near(more, 17 * 72);
-  return a3 || ledger;
-}
-
-std::string placement(const PageShape& shape, const Effects& effects) {
-  const bool halfTurn = effects.rotate180 || (effects.rotate180ForA3Ledger && isA3OrLedger(shape));
-  const bool liesOnItsSide = shape.turn == 90 || shape.turn == 270;
-  // Half a turn flips both axes; the mirror flips the displayed page's horizontal axis.
-  const bool flipX = halfTurn != (effects.mirrorImage && !liesOnItsSide);
-  const bool flipY = halfTurn != (effects.mirrorImage && liesOnItsSide);
-  if (!flipX && !flipY) return {};
-  const Box& box = shape.visible;
-  return std::string(flipX ? "-1" : "1") + " 0 0 " + (flipY ? "-1 " : "1 ") + number(flipX ? box.x0 + box.x1 : 0) +
-         " " + number(flipY ? box.y0 + box.y1 : 0) + " cm\n";
 }
 
 }  // namespace Press

@@ -1,5 +1,6 @@
 #include "press/pages/wrap.h"
 
+#include "press/pages/mirror_and_rotation.h"
 #include "press/pdf/structure.h"
 
 #include <stdexcept>

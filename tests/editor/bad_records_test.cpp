@@ -1,6 +1,6 @@
 // Invalid records: the dialog opens, shows a valid value, and writes valid fields.
 #include "editor_world.h"
-#include "effect/watermark/editor_values.h"
+#include "effect/watermark/editor_ranges.h"
 #include "effect/watermark/numbers.h"
 
 namespace {

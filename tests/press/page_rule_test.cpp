@@ -1,5 +1,5 @@
 #include "press/error.h"
-#include "press/pages/rule.h"
+#include "press/pages/page_list.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "press/pages/rule.h"
+#include "press/pages/page_list.h"
 
 #include "formats/names.h"
 #include "press/error.h"

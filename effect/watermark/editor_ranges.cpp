@@ -1,4 +1,4 @@
-#include "effect/watermark/editor_values.h"
+#include "effect/watermark/editor_ranges.h"
 
 #include "effect/watermark/numbers.h"
 #include "formats/colour.h"
