@@ -57,21 +57,6 @@ class Handle {
   int number;
 };
 
-int flush(int descriptor) {
-#if defined(F_FULLFSYNC)
-  // fsync alone leaves the bytes in the drive's cache here.
-  if (::fcntl(descriptor, F_FULLFSYNC) == 0) return 0;
-#endif
-  return ::fsync(descriptor);
-}
-
-// Starts writing back a range, to shorten the final flush. Failures are ignored, since that flushes everything.
-void beginSync([[maybe_unused]] int descriptor, [[maybe_unused]] off_t from, [[maybe_unused]] off_t size) {
-#if defined(__linux__)
-  ::sync_file_range(descriptor, from, size, SYNC_FILE_RANGE_WRITE);
-#endif
-}
-
 class PosixFile final : public Disk::File {
  public:
   PosixFile(fs::path filePath, int descriptor) : path(std::move(filePath)), handle(descriptor) {}
@@ -85,11 +70,12 @@ class PosixFile final : public Disk::File {
     }
     constexpr off_t worthASync = off_t{8} << 20;
     if (size - onTheirWay < worthASync) return;
-    beginSync(handle.get(), onTheirWay, size - onTheirWay);
+    // Starts writing back, to shorten the final flush. Failures are ignored, since that flushes everything.
+    ::sync_file_range(handle.get(), onTheirWay, size - onTheirWay, SYNC_FILE_RANGE_WRITE);
     onTheirWay = size;
   }
   void sync() override {
-    if (flush(handle.get()) != 0) fail(path, "flushed to the disk");
+    if (::fsync(handle.get()) != 0) fail(path, "flushed to the disk");
   }
   void close() override {
     if (!handle.close()) fail(path, "written");
@@ -180,7 +166,7 @@ class PosixDisk final : public Disk {
     if (!handle.isOpen() && errno == EACCES) return;  // it may be written to but not listed
     if (!handle.isOpen()) fail(folder, "flushed to the disk");
     // Some file systems cannot flush folders, and report it with this error.
-    if (flush(handle.get()) != 0 && errno != EINVAL) fail(folder, "flushed to the disk");
+    if (::fsync(handle.get()) != 0 && errno != EINVAL) fail(folder, "flushed to the disk");
   }
 
  private:
