@@ -87,7 +87,10 @@ std::int32_t indexOf(Refhost::SelectorNode& list, const std::u16string& id, cons
 }
 
 Json drop(Session& session, const Arguments& words) {
-  indexOf(operable<Refhost::SelectorNode>(session, words[0], "have items dragged from it"), words[0], words[1]);
+  auto& source = operable<Refhost::ListBox>(session, words[0], "have items dragged from it");
+  if (!source.isDragSource())
+    throw std::runtime_error("The widget " + inQuotes(words[0]) + " cannot have items dragged from it.");
+  indexOf(source, words[0], words[1]);
   auto& target = operable<Refhost::ImageBox>(session, words[2], "have items dropped on it");
   if (!target.isDropTarget())
     throw std::runtime_error("The widget " + inQuotes(words[2]) + " cannot have items dropped on it.");

@@ -107,7 +107,13 @@ class SelectorImpl : public WidgetImpl<Interface>, public SelectorNode {
   Kiln::SmartPtr<ChangeSignal> changes;
 };
 
-using ListBox = SelectorImpl<Kiln::XUL::ListBox>;
+class ListBox final : public SelectorImpl<Kiln::XUL::ListBox> {
+ public:
+  using SelectorImpl::SelectorImpl;
+
+  // Whether users can drag items from it.
+  bool isDragSource() const { return attribute("draggable") == u"true"; }
+};
 
 class ComboBox final : public SelectorImpl<Kiln::XUL::ComboBox> {
  public:

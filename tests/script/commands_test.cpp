@@ -113,12 +113,20 @@ TEST(ScriptCommands, ClickChoosesARadioButton) {
 }
 
 TEST(ScriptCommands, DropAndMenuReachAPicture) {
-  const auto run = runScript("drop cmb_colour Red img_slot\nwidget lbl_log\nmenu img_slot clear\nwidget lbl_log\ndrop "
-                             "cmb_colour Pink img_slot\n"
-                             "drop cmb_colour Red img_none\nmenu img_slot \"Clear it\"\nmenu img_none clear\n");
+  const auto run = runScript("drop lst_source Red img_slot\nwidget lbl_log\nmenu img_slot clear\nwidget lbl_log\ndrop "
+                             "lst_source Pink img_slot\n"
+                             "drop lst_source Red img_none\nmenu img_slot \"Clear it\"\nmenu img_none clear\n");
   EXPECT_EQ(run.answers.at(1).at("label"), "Red");
   EXPECT_EQ(run.answers.at(3).at("label"), "clear");
   for (std::size_t i = 4; i < 8; ++i) EXPECT_EQ(run.answers.at(i).at("ok"), false) << i;
+}
+
+TEST(ScriptCommands, DropFromAWidgetThatCannotBeDraggedIsRefused) {
+  for (const char* source : {"lst_fixed", "cmb_colour"}) {
+    const auto run = runScript("drop " + std::string(source) + " Red img_slot\nwidget lbl_log\n");
+    EXPECT_THAT(run.answers.at(0).at("error"), HasSubstr(std::string(source) + "\" cannot have items dragged from it"));
+    EXPECT_EQ(run.answers.at(1).at("label"), "");
+  }
 }
 
 TEST(ScriptCommands, UnknownWidgetIsRefused) {
@@ -129,7 +137,7 @@ TEST(ScriptCommands, UnknownWidgetIsRefused) {
 TEST(ScriptCommands, CommandThatTheKindCannotDoIsRefused) {
   for (const char* command : {"click lbl_log", "select chk_ask x", "select-index btn_modal 0", "type lbl_log x",
                               "blur chk_ask", "scroll chk_ask 1", "pick chk_ask #FF0000", "menu chk_ask x",
-                              "drop cmb_colour Red lbl_log", "drop chk_ask Red lbl_log"})
+                              "drop lst_source Red lbl_log", "drop chk_ask Red lbl_log"})
     EXPECT_THAT(answer(command).at("error"), HasSubstr("cannot")) << command;
 }
 

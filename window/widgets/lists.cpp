@@ -13,9 +13,9 @@
 namespace Window {
 
 QWidget* buildList(Refhost::WidgetNode& node, ShownTree& tree, QWidget* parent) {
-  auto& selector = dynamic_cast<Refhost::SelectorNode&>(node);
+  auto& selector = dynamic_cast<Refhost::ListBox&>(node);
   auto* list = new ItemList(parent);
-  list->setDragEnabled(node.attribute("draggable") == u"true");
+  list->setDragEnabled(selector.isDragSource());
   if (const int side = number(node, "iconsize"); side > 0) list->showPages(side);
   const int rows = number(node, "rows", 4);
   list->setFixedHeight(rows * list->rowHeight() + 2 * list->frameWidth());
