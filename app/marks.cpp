@@ -5,6 +5,7 @@
 #include "app/shown_items.h"
 #include "formats/names.h"
 #include "formats/text.h"
+#include "formats/watermark_record.h"
 #include "host/gui.h"
 
 #include <algorithm>
@@ -12,6 +13,7 @@
 namespace App {
 namespace {
 
+namespace Prop = Formats::Prop;
 namespace WidgetId = Formats::WidgetId;
 namespace Value = Formats::Value;
 
@@ -73,6 +75,13 @@ void chooseSeveral(SilentRun& run, const OverlaySlots& slots) {
   if (!isAssigned) throw std::runtime_error("Several overlays cannot be chosen now.");
 }
 
+// Whether the setting has an effect only with a watermark.
+bool needsWatermark(const std::pair<std::u16string, std::u16string>& setting) {
+  const auto& [name, value] = setting;
+  if (name == Prop::watermarkSel) return value != Formats::noneId;
+  return name.starts_with(Prop::watermark) && name != Prop::watermarkColor;
+}
+
 }  // namespace
 
 void chooseWatermark(SilentRun& run, const std::string& name) {
@@ -95,6 +104,17 @@ void chooseOverlays(SilentRun& run, const std::vector<std::string>& words) {
     choose(run, list, *overlayNamed(items, overlays.front().overlay), "overlay");
   else
     chooseSeveral(run, slotsFor(overlays));
+}
+
+void warnOfMissingWatermark(SilentRun& run, const Refhost::TracePairs& settings) {
+  const auto needing = std::ranges::find_if(settings, needsWatermark);
+  const bool isDecided =
+      std::ranges::any_of(settings, [](const auto& setting) { return setting.first == Prop::watermark; });
+  if (needing == settings.end() || isDecided) return;
+  if (Formats::isName(run.printedValues()[Formats::toUtf8(Prop::watermark)], Value::watermark)) return;
+  run.face().tell("The watermark is off, so " + inQuotes(Formats::toUtf8(needing->first)) +
+                  " has no effect: choose a watermark with --watermark NAME, or turn it on with --set "
+                  "Watermark=Watermark.");
 }
 
 std::map<std::string, std::string> overlayNames(SilentRun& run) {

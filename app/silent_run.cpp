@@ -84,7 +84,9 @@ void SettingOptions::makeIn(SilentRun& run) const {
   if (!ticket.empty()) run.takeTicket(toPath(ticket));
   if (watermark) chooseWatermark(run, *watermark);
   chooseOverlays(run, overlays);
-  run.choose(toPairs("--set", settings));
+  const Refhost::TracePairs choices = toPairs("--set", settings);
+  run.choose(choices);
+  warnOfMissingWatermark(run, choices);
 }
 
 Opening::Opening(const SettingOptions& given, const Interruption& interruption) : resolved(given.host.resolve()) {

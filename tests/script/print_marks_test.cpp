@@ -100,6 +100,31 @@ TEST_F(PrintMarks, SettingsOfTheWatermarkGoWithIt) {
   EXPECT_THAT(said({"--watermark", "Draft", "--set", "FirstPageOnly=True"}), HasSubstr("the content of page 1: "));
 }
 
+TEST_F(PrintMarks, SettingsOfAWatermarkThatIsOffTellHowToChooseOne) {
+  for (const std::string setting : {"WatermarkSel=1", "WatermarkText=Draft"}) {
+    const auto outcome = print({"--set", setting});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "kiln: The watermark is off, so \"" + setting.substr(0, setting.find('=')) +
+                               "\" has no effect: choose a watermark with --watermark NAME, or turn it on with --set "
+                               "Watermark=Watermark.\n");
+  }
+}
+
+TEST_F(PrintMarks, SettingsOfAWatermarkThatIsOnOrTurnedOffTellNothing) {
+  const std::vector<std::vector<std::string>> settled = {
+      {"--watermark", "Draft", "--set", "WatermarkText=Mine"},
+      {"--set", "WatermarkSel=1", "--set", "Watermark=Watermark"},
+      {"--set", "WatermarkSel=1", "--set", "Watermark=None"},
+      {"--set", "WatermarkSel=0"},
+      {"--set", "Watermark-Color=Black"},
+  };
+  for (const auto& words : settled) {
+    const auto outcome = print(words);
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.err, Not(HasSubstr("watermark is off")));
+  }
+}
+
 TEST_F(PrintMarks, UnknownWatermarkIsRefusedWithThoseThereAre) {
   expectRefusal({"--watermark", "Draught"}, "\"Draft\", ");
 }
