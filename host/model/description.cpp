@@ -27,6 +27,8 @@ class Reader {
     model.name = demand(tree.element, "name");
     model.label = demand(tree.element, "label");
     for (const XmlTree& child : tree.children) readPart(child);
+    for (const XmlTree& child : tree.children)
+      if (child.element.find("feature") != nullptr) property(child.element, "feature");
     return std::move(model);
   }
 
@@ -69,6 +71,7 @@ class Reader {
     if (twice) fail(part.element, "the property " + Formats::toUtf8(made.name) + " stands twice.");
     const std::string* context = part.element.find("context");
     made.isContext = context != nullptr && *context == "true";
+    if (const std::string* feature = part.element.find("feature")) made.feature = Formats::toUtf16(*feature);
     for (const XmlTree& child : part.children) {
       if (child.element.name != "option") fail(child.element, "<" + child.element.name + "> is not known here.");
       made.options.push_back(demand(child.element, "value"));

@@ -18,6 +18,9 @@ struct PropertyDescription {
 
   // A read-only fact of the printer or the job; never saved with the settings.
   bool isContext = false;
+
+  // The property of the feature that this one is a detail of; empty for none.
+  std::u16string feature = {};
 };
 
 struct ModelDescription {

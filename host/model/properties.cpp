@@ -46,6 +46,9 @@ class ModelProperty final : public Kiln::Property {
     return std::find(description.options.begin(), description.options.end(), option) != description.options.end();
   }
 
+  // Whether it prints something else than by default.
+  bool isOn() const { return value != description.defaultValue && isAvailable(value); }
+
   // Moves a value that a rule has disabled to the default or the first available option; false when the value is
   // allowed.
   bool leaveRuledOut() {
@@ -147,6 +150,7 @@ void PropertyModel::submit(const TracePairs& pairs) {
     if (property->value != property->valueBefore && !isSubmitted)
       pending.selections.push_back({property.get(), property->selectionsFired});
   }
+  announceAgain(pending);
   fire(pending);
 }
 
@@ -161,7 +165,27 @@ void PropertyModel::setAvailable(std::u16string_view name, std::u16string_view o
     property.forbidden.insert(value);
   }
   if (property.isAvailable(value) == before) return;
-  fire({{{&property, value, property.enablesFired[value]}}, {}});
+  Pending pending{{{&property, value, property.enablesFired[value]}}, {}};
+  announceAgain(pending);
+  fire(pending);
+}
+
+// Adds the selections that plug-ins may no longer show after the pending enable changes.
+void PropertyModel::announceAgain(Pending& pending) const {
+  const auto add = [&pending](ModelProperty& property) {
+    const bool isPending =
+        std::any_of(pending.selections.begin(), pending.selections.end(),
+                    [&property](const SelectionSignal& signal) { return signal.property == &property; });
+    if (!isPending) pending.selections.push_back({&property, property.selectionsFired});
+  };
+  for (const EnableSignal& signal : pending.enables) {
+    ModelProperty& changed = *signal.property;
+    if (!changed.isAvailable(signal.option)) continue;
+    if (changed.value == signal.option) add(changed);
+    if (!changed.isOn()) continue;
+    for (const auto& property : properties)
+      if (property->description.feature == changed.description.name) add(*property);
+  }
 }
 
 void PropertyModel::announce() {

@@ -6,6 +6,8 @@
 //     too, to the first available option. An option disabled by setAvailable stays chosen, but does not print.
 //   - First the availability changes, in the model's order, then the selection changes: the submitted properties in
 //     the order of their first pair, then other changed ones in the model's order.
+//   - Plug-ins clear what they show of an option that becomes unavailable. When an option becomes available while it is
+//     chosen, its selection fires again; so do the details of a feature that is on when one of its options does.
 //   - A submitted pair fires even if the value is unchanged, except while that property's own selection change is
 //     being delivered: then only a new value fires.
 //   - A signal superseded by a nested transition's newer signal for the same property or option is dropped.
@@ -101,6 +103,7 @@ class PropertyModel final : public Kiln::ModelRoot {
   ModelProperty* find(std::u16string_view name) const;
   ModelProperty& demand(std::u16string_view name) const;
   std::vector<EnableSignal> applyRules();
+  void announceAgain(Pending& pending) const;
   void fire(const Pending& pending);
   void fireEnable(ModelProperty& property, const std::u16string& option);
   void fireSelection(ModelProperty& property);

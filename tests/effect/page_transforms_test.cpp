@@ -122,7 +122,42 @@ TEST(NegativeImage, UnavailableIsUncheckedThenGreyed) {
             (Lines{"ePTKWPageNegativeImage setChecked false", "ePTKWPageNegativeImage disable"}));
   EXPECT_TRUE(world.box(negativeBox).WidgetNode::isVisible());
   world.preferences.setAvailable(u"NegativeImage", u"Negative", true);
-  EXPECT_EQ(widgetOperations(world.take()), Lines{"ePTKWPageNegativeImage enable"});
+  EXPECT_EQ(widgetOperations(world.take()),
+            (Lines{"ePTKWPageNegativeImage enable", "ePTKWPageNegativeImage setChecked true"}));
+}
+
+TEST(NegativeImage, AvailableAgainIsMarkedAsItPrints) {
+  World world(onModel("kvt"));
+  world.box(negativeBox).click();
+  world.preferences.setAvailable(u"NegativeImage", u"Negative", false);
+  EXPECT_FALSE(world.box(negativeBox).isChecked());
+  world.preferences.setAvailable(u"NegativeImage", u"Negative", true);
+  EXPECT_EQ(world.value(u"NegativeImage"), u"Negative");
+  EXPECT_TRUE(world.box(negativeBox).isChecked());
+}
+
+TEST(NegativeImage, OnKVTIsMarkedAsItPrintsAfterMonochromeAndBack) {
+  World world(onModel("kvt"));
+  const auto isAsPrinted = [&world] {
+    const auto values = world.preferences.model().printedValues();
+    const auto printed = std::find_if(values.begin(), values.end(), [](const auto& pair) {
+                           return pair.first == u"NegativeImage";
+                         })->second;
+    return world.box(negativeBox).isChecked() == (printed != u"None");
+  };
+  world.box(negativeBox).click();
+  world.preferences.set(u"ColourMode", u"Monochrome");
+  EXPECT_EQ(world.value(u"NegativeImage"), u"None");
+  EXPECT_TRUE(isAsPrinted());
+  world.preferences.set(u"ColourMode", u"Colour");
+  EXPECT_TRUE(isAsPrinted());
+  world.preferences.set(u"NegativeImage", u"Negative");
+  EXPECT_TRUE(isAsPrinted());
+  for (int i = 0; i < 3; ++i) {
+    world.preferences.undo();
+    EXPECT_TRUE(isAsPrinted()) << i;
+  }
+  EXPECT_EQ(world.value(u"NegativeImage"), u"Negative");
 }
 
 TEST(NegativeImage, UnavailableOnKVTIsHiddenToo) {
@@ -159,7 +194,8 @@ TEST(MirrorImage, UnavailableIsOutOfSightAndKeepsItsMark) {
   EXPECT_TRUE(world.box(mirrorBox).WidgetNode::isEnabled());
   world.preferences.setAvailable(u"MirrorImage", u"MirrorImage", true);
   EXPECT_EQ(widgetOperations(world.take()),
-            (Lines{"ePTKWPageMirrorImage setVisible true", "ePTKWPageMirrorImage enable"}));
+            (Lines{"ePTKWPageMirrorImage setVisible true", "ePTKWPageMirrorImage enable",
+                   "ePTKWPageMirrorImage setChecked true"}));
 }
 
 TEST(MirrorImage, UnavailableOnKVTIsHiddenToo) {

@@ -68,6 +68,8 @@ TEST(ModelDescriptions, FailWithFileAndLine) {
   EXPECT_EQ(
       failureOfModel("<model name='m' label='m'><property name='P' value=''/>\n<property name='P' value=''/></model>"),
       "m.xml:2: the property P stands twice.");
+  EXPECT_EQ(failureOfModel("<model name='m' label='m'>\n<property name='P' value='' feature='F'/></model>"),
+            "m.xml:2: there is no property F.");
   EXPECT_EQ(failureOfModel("<model name='m' label='m'><property name='P' value='a'><option value='a'/></property>\n"
                            "<rule unavailable='P' option='b'/></model>"),
             "m.xml:2: P has no option b.");

@@ -152,8 +152,43 @@ TEST(PropertyModel, ForbiddingByHandFiresOnceAndLeavesTheValue) {
   EXPECT_EQ(model.properties->value(u"Duplex"), u"On");
   EXPECT_FALSE(model.properties->allows(u"Duplex", u"On"));
   model.properties->setAvailable(u"Duplex", u"On", true);
-  EXPECT_EQ(model.take(), Lines{"Duplex:On true"});
+  EXPECT_EQ(model.take(), (Lines{"Duplex:On true", "Duplex=On"}));
   EXPECT_TRUE(model.properties->allows(u"Duplex", u"On"));
+}
+
+TEST(PropertyModel, AnnouncesTheSelectionAgainOnceItCanBeChosenAgain) {
+  Model model;
+  model.properties->submit({{u"Duplex", u"On"}});
+  model.properties->setAvailable(u"Duplex", u"On", false);
+  model.take();
+  model.properties->setAvailable(u"Duplex", u"On", true);
+  EXPECT_EQ(model.take(), (Lines{"Duplex:On true", "Duplex=On"}));
+  model.properties->setAvailable(u"Duplex", u"Off", false);
+  model.properties->setAvailable(u"Duplex", u"Off", true);
+  EXPECT_EQ(model.take(), (Lines{"Duplex:Off false", "Duplex:Off true"})) << "another option is chosen";
+}
+
+TEST(PropertyModel, AnnouncesASelectionOnceThoughAnOptionOfItIsAvailableAgain) {
+  Model model;
+  model.properties->submit({{u"Paper", u"A3"}});
+  model.take();
+  model.properties->submit({{u"Paper", u"A4"}, {u"Duplex", u"On"}});
+  EXPECT_EQ(model.take(), (Lines{"Duplex:On true", "Staple:On true", "Paper=A4", "Duplex=On"}));
+}
+
+TEST(PropertyModel, AnnouncesTheDetailsOfAFeatureThatIsOnAgain) {
+  auto described = description();
+  described.properties[3].feature = u"Staple";
+  Model model(described);
+  const auto backAgain = [&model] {
+    model.properties->setAvailable(u"Staple", u"On", false);
+    model.take();
+    model.properties->setAvailable(u"Staple", u"On", true);
+    return model.take();
+  };
+  EXPECT_EQ(backAgain(), (Lines{"Staple:On true"}));
+  model.properties->submit({{u"Staple", u"On"}});
+  EXPECT_EQ(backAgain(), (Lines{"Staple:On true", "Staple=On", "Text="}));
 }
 
 TEST(PropertyModel, ForbiddingByHandOutlastsARuleThatForbidsTheSame) {

@@ -229,6 +229,18 @@ TEST_F(OverlayGroup, ThatIsAvailableAgainOffersWhatTheListSelects) {
                                        "ePTKWJobOverlayImage_PrintPerPage"));
 }
 
+TEST_F(OverlayGroup, ThatIsAvailableAgainShowsTheOverlayThatPrints) {
+  OverlayTab tab(home);
+  tab.choose(u"00001.opa");
+  tab.world->box(u"ePTKWJobOverlayImage_Layering").click();
+  tab.world->preferences.setAvailable(u"OverlayImage", u"OverlayImage", false);
+  EXPECT_EQ(tab.selected(), "None");
+  tab.world->preferences.setAvailable(u"OverlayImage", u"OverlayImage", true);
+  EXPECT_EQ(tab.selected(), "00001.opa");
+  EXPECT_EQ(tab.operable(), everything);
+  EXPECT_TRUE(tab.world->box(u"ePTKWJobOverlayImage_Layering").isChecked());
+}
+
 TEST_F(OverlayGroup, FollowsTheOccurrencesAvailabilityAndNotTheLayerings) {
   OverlayTab tab(home);
   tab.choose(u"00001.opa");
