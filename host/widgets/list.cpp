@@ -76,7 +76,7 @@ bool SelectorImpl<Interface>::selectValue(Kiln::WStringView value) {
 template <class Interface>
 void SelectorImpl<Interface>::choose(std::int32_t index) {
   const auto item = list->at(index);
-  if (!this->isOperable() || !item || item == selected) return;
+  if (!this->isOperable() || !item) return;
   selectItem(item);
   this->world.dispatch([this] { changes->fire(Kiln::XUL::EventArg<Interface>(Kiln::SmartPtr<Interface>(this))); });
 }

@@ -69,7 +69,8 @@ class SelectorNode {
   // For the layout reader: selects the first item when none is selected.
   virtual void startWithFirst() = 0;
 
-  // The user chooses the item at `index`; does nothing while disabled, for the selected item, or out of range.
+  // The user chooses the item at `index`; does nothing while disabled, or out of range. Choosing the selected item is a
+  // choice too: a plug-in may have selected it for a value that is not in the list.
   virtual void choose(std::int32_t index) = 0;
 };
 

@@ -300,3 +300,19 @@ TEST_F(Widgets, LayoutThatIsWrongIsRefusedWithItsPlace) {
 }
 
 }  // namespace
+// A plug-in may show the selected item for a value that the list does not have.
+TEST_F(Widgets, SelectedItemCanBeChosenAgain) {
+  read("<menulist id='combo'><menuitem label='a' value='a'/></menulist>"
+       "<listbox id='list'><listitem label='a' value='a'/></listbox>");
+  int chosen = 0;
+  auto& combo = widget<Refhost::ComboBox>(u"combo");
+  follow<Kiln::XUL::EventArg<Kiln::XUL::ComboBox>>(combo.changeSignal(), [&chosen](auto) { ++chosen; });
+  auto& list = widget<Refhost::ListBox>(u"list");
+  follow<Kiln::XUL::EventArg<Kiln::XUL::ListBox>>(list.changeSignal(), [&chosen](auto) { ++chosen; });
+  combo.choose(0);
+  list.choose(0);
+  EXPECT_EQ(chosen, 2);
+  list.choose(1);
+  EXPECT_EQ(chosen, 2) << "there is no such item";
+}
+

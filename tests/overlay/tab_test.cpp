@@ -241,6 +241,16 @@ TEST_F(OverlayGroup, ThatIsAvailableAgainShowsTheOverlayThatPrints) {
   EXPECT_TRUE(tab.world->box(u"ePTKWJobOverlayImage_Layering").isChecked());
 }
 
+TEST_F(OverlayGroup, IsTurnedOffByNoneThatIsShownForAnOverlayThatIsNotInTheList) {
+  OverlayTab tab(home);
+  tab.set(u"OverlayImage", u"OverlayImage");
+  tab.set(u"OverlaySel", u"gone.opa");
+  EXPECT_EQ(tab.selected(), "None");
+  tab.choose(u"None");
+  EXPECT_EQ(tab.value(u"OverlaySel"), "None");
+  EXPECT_EQ(tab.value(u"OverlayImage"), "None");
+}
+
 TEST_F(OverlayGroup, FollowsTheOccurrencesAvailabilityAndNotTheLayerings) {
   OverlayTab tab(home);
   tab.choose(u"00001.opa");

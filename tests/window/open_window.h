@@ -12,6 +12,7 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMimeData>
+#include <QMouseEvent>
 #include <QTabWidget>
 #include <QTemporaryDir>
 
@@ -43,6 +44,15 @@ inline void waitUntil(const std::function<bool()>& condition) {
 inline void press(QWidget& widget, Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
   QKeyEvent down(QEvent::KeyPress, key, modifiers);
   QKeyEvent up(QEvent::KeyRelease, key, modifiers);
+  QCoreApplication::sendEvent(&widget, &down);
+  QCoreApplication::sendEvent(&widget, &up);
+}
+
+inline void click(QWidget& widget, QPoint place) {
+  const QPointF inside = place;
+  const QPointF onScreen = widget.mapToGlobal(inside);
+  QMouseEvent down(QEvent::MouseButtonPress, inside, onScreen, Qt::LeftButton, Qt::LeftButton, {});
+  QMouseEvent up(QEvent::MouseButtonRelease, inside, onScreen, Qt::LeftButton, {}, {});
   QCoreApplication::sendEvent(&widget, &down);
   QCoreApplication::sendEvent(&widget, &up);
 }

@@ -128,6 +128,31 @@ TEST_F(TreeViewTest, ARowOfAListIsChosenByTheKeyboard) {
   Testing::waitUntil([&] { return node.selection() == 1; });
 }
 
+TEST_F(TreeViewTest, TheCurrentRowOfAListIsChosenAgainByAClickAndByTheKeyboard) {
+  auto& list = open.find<ItemList>("lst_selectedWatermark");
+  const auto turnOn = [this] { open.window->preferences().set(u"Watermark", u"Watermark"); };
+  const auto isOff = [this] { return open.value(u"Watermark") == "None"; };
+  ASSERT_EQ(list.currentRow(), 0);
+  turnOn();
+  Testing::press(list, Qt::Key_Space);
+  Testing::waitUntil(isOff);
+  turnOn();
+  Testing::click(*list.viewport(), list.visualItemRect(list.item(0)).center());
+  Testing::waitUntil(isOff);
+}
+
+TEST_F(TreeViewTest, AnotherRowOfAListIsChosenOnceByAClick) {
+  auto& list = open.find<ItemList>("lst_selectedWatermark");
+  int choices = 0;
+  open.window->preferences().trace().listen([&choices](const Refhost::TraceEvent& event) {
+    if (event.op == "transition") ++choices;
+  });
+  Testing::click(*list.viewport(), list.visualItemRect(list.item(1)).center());
+  Testing::waitUntil([this] { return open.value(u"Watermark") == "Watermark"; });
+  open.settle();
+  EXPECT_EQ(choices, 1);
+}
+
 TEST_F(TreeViewTest, AGroupWithNothingToSeeIsNotShown) {
   auto& box = open.find<QCheckBox>(mirror);
   QWidget* section = qobject_cast<QGroupBox*>(box.parentWidget())->parentWidget();

@@ -1,9 +1,12 @@
 #include "window/widgets/item_list.h"
 
 #include <QDrag>
+#include <QKeyEvent>
 #include <QMimeData>
+#include <QMouseEvent>
 
 #include <algorithm>
+#include <utility>
 
 namespace Window {
 namespace {
@@ -24,6 +27,24 @@ void ItemList::showPages(int side) {
 }
 
 int ItemList::rowHeight() const { return std::max(fontMetrics().height(), iconSize().height()) + aboveAndBelow; }
+
+void ItemList::mousePressEvent(QMouseEvent* event) {
+  isPressedAgain = currentRow() >= 0 && row(itemAt(event->position().toPoint())) == currentRow();
+  QListWidget::mousePressEvent(event);
+}
+
+void ItemList::mouseReleaseEvent(QMouseEvent* event) {
+  QListWidget::mouseReleaseEvent(event);
+  const bool isOnCurrent = row(itemAt(event->position().toPoint())) == currentRow();
+  if (std::exchange(isPressedAgain, false) && isOnCurrent && event->button() == Qt::LeftButton)
+    Q_EMIT chosenAgain(currentRow());
+}
+
+void ItemList::keyPressEvent(QKeyEvent* event) {
+  const int before = currentRow();
+  QListWidget::keyPressEvent(event);
+  if (event->key() == Qt::Key_Space && before >= 0 && before == currentRow()) Q_EMIT chosenAgain(before);
+}
 
 QMimeData* ItemList::mimeData(const QList<QListWidgetItem*>& dragged) const {
   auto* data = new QMimeData;

@@ -28,13 +28,21 @@ class ItemList final : public QListWidget {
   // The height of a row, including padding.
   int rowHeight() const;
 
+ Q_SIGNALS:
+  // The user has clicked the current row, or pressed Space in it.
+  void chosenAgain(int row);
+
  protected:
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
   void startDrag(Qt::DropActions actions) override;
   QStringList mimeTypes() const override { return {itemFormat}; }
   QMimeData* mimeData(const QList<QListWidgetItem*>& dragged) const override;
 
  private:
   bool hasPages = false;
+  bool isPressedAgain = false;  // whether the mouse button went down on the current row
 };
 
 }  // namespace Window

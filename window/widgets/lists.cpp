@@ -22,12 +22,11 @@ QWidget* buildList(Refhost::WidgetNode& node, ShownTree& tree, QWidget* parent) 
   if (number(node, "flex") > 0) list->setMaximumHeight(QWIDGETSIZE_MAX);
 
   // Queued until the list has handled the key or click, since the choice may refill the list.
-  QObject::connect(
-      list, &QListWidget::currentRowChanged, list,
-      [&tree, &node, &selector](int row) {
-        if (tree.contains(node)) selector.choose(row);
-      },
-      Qt::QueuedConnection);
+  const auto choose = [&tree, &node, &selector](int row) {
+    if (tree.contains(node)) selector.choose(row);
+  };
+  QObject::connect(list, &QListWidget::currentRowChanged, list, choose, Qt::QueuedConnection);
+  QObject::connect(list, &ItemList::chosenAgain, list, choose, Qt::QueuedConnection);
   tree.add(node, list, [&selector, list] {
     const QSignalBlocker quiet(list);
     showItems(*list, selector.items());
