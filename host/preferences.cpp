@@ -103,7 +103,7 @@ struct Preferences::Run {
         gui(make<Gui>(GuiWorld{owner.face, layouts, widgets}, owner.events)) {
     host.active = options.active;
     host.fonts = options.fonts;
-    host.helpContext = [this] { return gui ? std::u16string(gui->panel().selectedTabId().view()) : u""; };
+    host.helpContext = [this] { return isOver ? u"" : gui->panel().selectedTabId().str(); };
   }
 
   PropertyModel& model() { return *manager->model; }
@@ -131,7 +131,9 @@ struct Preferences::Run {
   WidgetWorld widgets;
   LayoutReader layouts;
   ReferenceHost host;
+  // Kept to the end, for dialogs that the plug-in opens after the tabs are closed.
   Kiln::SmartPtr<Gui> gui;
+  bool isOver = false;  // whether there are no tabs, or they are closed
   Kiln::SmartPtr<Kiln::UIPlugin> plugin;
 
   // The values before each action that changed some, the latest last.
@@ -144,9 +146,7 @@ Preferences::Preferences(Options options, Face& shownBy)
       face(shownBy),
       folders(runOptions.resources) {}
 
-Preferences::~Preferences() {
-  if (run && run->gui) run->gui->cancelDialogs();
-}
+Preferences::~Preferences() { cancelDialogs(); }
 
 void Preferences::open() {
   run = std::make_unique<Run>(*this, runOptions);
@@ -172,7 +172,7 @@ void Preferences::start() {
   run->plugin->initialise();
   if (mode == Mode::rootless) {
     run->plugin->rootlessActivation();
-    run->gui.reset();
+    run->isOver = true;
     return;
   }
   run->plugin->configureUI(run->gui);
@@ -225,7 +225,7 @@ void Preferences::loadDeviceTab() {
     if (run->model().value(name) != value) set(name, value);
   });
   const auto show = [this] {
-    if (run->gui) showProperties(run->gui->tabs().front(), run->model());
+    if (gui() != nullptr) showProperties(run->gui->tabs().front(), run->model());
   };
   run->model().onChange(show);
   show();
@@ -239,33 +239,37 @@ std::optional<std::u16string> Preferences::setting(std::u16string_view key) cons
   return run->manager->settings->get(key);
 }
 
-Gui* Preferences::gui() { return run->gui.get(); }
+Gui* Preferences::gui() { return run->isOver ? nullptr : run->gui.get(); }
+
+const std::vector<Kiln::SmartPtr<Dialog>>& Preferences::openDialogs() const { return run->gui->openDialogs(); }
+
+void Preferences::cancelDialogs() {
+  if (run) run->gui->cancelDialogs();
+}
 
 const std::filesystem::path& Preferences::home() const { return run->home.path; }
 
 bool Preferences::accept() {
-  if (!run->gui) return false;
+  if (run->isOver) return false;
   bool accepted = false;
   dispatch([&] { accepted = run->gui->panel().firePreAccept(); });
-  if (accepted && run->gui) close();
+  if (accepted) close();
   return accepted;
 }
 
-void Preferences::cancel() {
-  if (run->gui) close();
-}
+void Preferences::cancel() { close(); }
 
 void Preferences::close() {
-  const auto gui = std::exchange(run->gui, {});
-  gui->cancelDialogs();
+  run->isOver = true;
+  cancelDialogs();
 }
 
 void Preferences::selectTab(const std::u16string& id) {
-  if (run->gui) run->gui->panel().select(id);
+  if (!run->isOver) run->gui->panel().select(id);
 }
 
 void Preferences::help() {
-  if (run->gui) dispatch([this] { run->gui->panel().fireHelp(); });
+  if (!run->isOver) dispatch([this] { run->gui->panel().fireHelp(); });
 }
 
 bool Preferences::canUndo() const { return !run->past.empty(); }

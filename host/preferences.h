@@ -82,14 +82,20 @@ class Preferences {
   // A host setting; nothing when the key does not exist.
   std::optional<std::u16string> setting(std::u16string_view key) const;
 
-  // The tabs and dialogs; null after accept or cancel, and in mode rootless.
+  // The tabs and their dialogs; null after accept or cancel, and in mode rootless.
   Gui* gui();
+
+  // Open dialogs, the topmost last. A plug-in can open dialogs even after accept or cancel.
+  const std::vector<Kiln::SmartPtr<Dialog>>& openDialogs() const;
+
+  // Cancels every open dialog, innermost first; closes one whose handler throws.
+  void cancelDialogs();
 
   // The folder for user data.
   const std::filesystem::path& home() const;
 
-  // User actions. accept fires the pre-accept signal first and returns false when vetoed; accept and cancel destroy the
-  // widgets.
+  // User actions. accept fires the pre-accept signal first and returns false when vetoed; accept and cancel close the
+  // tabs.
   bool accept();
   void cancel();
   void selectTab(const std::u16string& id);

@@ -236,8 +236,7 @@ Json widget(Session& session, const Arguments& words) { return describe(session.
 
 Json dialogs(Session& session, const Arguments&) {
   Json open = Json::array();
-  if (Refhost::Gui* gui = session.preferences().gui())
-    for (const auto& dialog : gui->openDialogs()) open.push_back(text(dialog->url()));
+  for (const auto& dialog : session.preferences().openDialogs()) open.push_back(text(dialog->url()));
   Refhost::Dialog* topmost = session.topmost();
   return {{"open", open}, {"okEnabled", topmost != nullptr && topmost->ok().isOperable()}};
 }

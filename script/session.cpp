@@ -55,14 +55,12 @@ Refhost::Gui& Session::gui() {
 }
 
 Refhost::Dialog* Session::topmost() {
-  Refhost::Gui* gui = opened ? opened->gui() : nullptr;
-  return gui == nullptr || gui->openDialogs().empty() ? nullptr : gui->openDialogs().back().get();
+  return !opened || opened->openDialogs().empty() ? nullptr : opened->openDialogs().back().get();
 }
 
 Refhost::WidgetNode& Session::widget(const std::u16string& id) {
-  Refhost::Gui& tabs = gui();
   Refhost::Dialog* dialog = topmost();
-  if (Refhost::WidgetNode* found = dialog != nullptr ? dialog->layout().find(id) : tabs.find(id)) return *found;
+  if (Refhost::WidgetNode* found = dialog != nullptr ? dialog->layout().find(id) : gui().find(id)) return *found;
   const std::string place = dialog != nullptr ? "the dialog " + Formats::toUtf8(dialog->url()) : "the preferences";
   throw std::runtime_error("There is no widget \"" + Formats::toUtf8(id) + "\" in " + place + ".");
 }
@@ -108,7 +106,8 @@ void Session::runModally(Refhost::Dialog& dialog) {
   if (++dialogsAfterEnd > mostDialogsAfterEnd)
     throw std::runtime_error("The plug-in keeps opening dialogs after the end of the script.");
   while (dialog.isOpen()) {
-    const Kiln::SmartPtr<Refhost::Dialog> innermost(topmost());
+    // Destroying the preferences cancels dialogs too, and then their handlers may open this one.
+    const Kiln::SmartPtr<Refhost::Dialog> innermost(opened ? topmost() : &dialog);
     innermost->cancel();
     innermost->close();
   }
@@ -125,7 +124,7 @@ void Session::open() {
 }
 
 void Session::close() {
-  if (Refhost::Gui* gui = opened ? opened->gui() : nullptr) gui->cancelDialogs();
+  if (opened) opened->cancelDialogs();
   opened.reset();
 }
 

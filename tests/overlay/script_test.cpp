@@ -43,6 +43,17 @@ std::vector<std::string> items(const json& answer) {
   return lines;
 }
 
+TEST_F(OverlayScript, MayAskForAnOverlayAfterThePreferencesAreClosed) {
+  printAsOverlay(u"Nice");
+  const std::string create = "set OverlayImageCreate On\n";
+  const auto answers = run(create + job() + "cancel\n" + create + "ok\nget OvlDestCreated\n");
+  EXPECT_EQ(status, 0);
+  EXPECT_EQ(answers.at(3).at("modal"), "chrome://base/content/dlg_overwrite.xul");
+  EXPECT_EQ(answers.at(5).at("value"), "True");
+  run("cancel\n" + create);
+  EXPECT_EQ(status, 0);
+}
+
 TEST_F(OverlayScript, PrintsAFormOnceAndPrintsOnItFromThenOn) {
   printAsOverlay(u"Letterhead");
   const auto created = run("ok\nget OverlayDestFileName\n" + job());

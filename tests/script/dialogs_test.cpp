@@ -28,6 +28,13 @@ Script::Request openingWith(const std::u16string& what) {
   return request;
 }
 
+// A plug-in that opens a dialog, in the way of `what`, when Colour becomes Red.
+Script::Request withRed(const std::u16string& what) {
+  Script::Request request = fakeRequest();
+  request.preferences.settings.emplace_back(u"fake.red", what);
+  return request;
+}
+
 std::string logOf(const json& widget) { return widget.at("label"); }
 
 TEST(ScriptDialogs, CommandThatOpensAModalDialogIsAnsweredWhenItIsOpen) {
@@ -206,6 +213,39 @@ TEST(ScriptDialogs, EndOfTheScriptCancelsDialogsInnermostFirst) {
   for (std::string line; std::getline(trace, line);)
     if (const json event = json::parse(line); event.value("do", "") == "setLabel") labels.push_back(event.at("value"));
   EXPECT_THAT(labels, ElementsAre("inner is closed", "outer is closed"));
+}
+
+TEST(ScriptDialogs, DialogAfterThePreferencesAreClosedTakesTheCommands) {
+  for (const std::string closing : {"ok", "cancel"}) {
+    const auto run = runScript(closing + "\nset Colour Red\ndialogs\nwidget lbl_question\nreload\nok\ndialogs\nwidget "
+                                         "lbl_log\n",
+                               withRed(u"asks"));
+    ASSERT_THAT(run.answers, SizeIs(8));
+    EXPECT_EQ(run.answers.at(1), opened(question));
+    EXPECT_EQ(run.answers.at(2).at("open"), json({question}));
+    EXPECT_EQ(run.answers.at(3).at("label"), "question");
+    EXPECT_THAT(run.answers.at(4).at("error"), HasSubstr("dlg_question.xul is open"));
+    EXPECT_EQ(run.answers.at(5), done);
+    EXPECT_EQ(run.answers.at(6).at("open"), json::array());
+    EXPECT_THAT(run.answers.at(7).at("error"), HasSubstr("closed"));
+  }
+}
+
+TEST(ScriptDialogs, EndOfTheScriptCancelsADialogThatOpenedAfterThePreferencesWereClosed) {
+  const auto asked = runScript("cancel\nset Colour Red\n", withRed(u"asks"));
+  EXPECT_THAT(asked.answers, ElementsAre(done, opened(question)));
+  EXPECT_EQ(asked.status, 0);
+
+  Script::Request request = withRed(u"shows");
+  request.trace = testing::TempDir() + "shown_after_closing.jsonl";
+  const auto shown = runScript("cancel\nset Colour Red\ndialogs\n", request);
+  EXPECT_EQ(shown.answers.at(2).at("open"), json({outer}));
+  EXPECT_EQ(shown.status, 0);
+  std::ifstream trace(request.trace);
+  std::vector<std::string> dialogs;
+  for (std::string line; std::getline(trace, line);)
+    if (const json event = json::parse(line); event.at("op") == "dialog") dialogs.push_back(event.at("url"));
+  EXPECT_THAT(dialogs, ElementsAre(outer, question)) << "cancelling the shown one asks";
 }
 
 TEST(ScriptDialogs, PluginThatAsksUntilItGetsAnOkDoesNotKeepTheScriptFromEnding) {

@@ -49,6 +49,7 @@ class FakePlugin final : public UIPlugin {
     connect(*image->dropSignal(), *this, &FakePlugin::onText);
     connect(*image->menuSignal(), *this, &FakePlugin::onText);
     connect(*gui->tabPanel()->preAcceptSignal(), *this, &FakePlugin::onPreAccept);
+    connect(*propertyManager()->modelProperties()->selectionChangeSignal(u"Colour"), *this, &FakePlugin::onColour);
     const std::u16string opening = setting(u"fake.opening");
     if (opening == u"modal") runOuter();
     if (opening == u"throw") fail("thrown while opening");
@@ -56,6 +57,13 @@ class FakePlugin final : public UIPlugin {
       runOuter();
       fail("thrown after the dialog");
     }
+  }
+
+  void onColour(ModelSelectionChange& change) {
+    const std::u16string wanted = setting(u"fake.red");
+    if (change.value.view() != u"Red") return;
+    if (wanted == u"asks") runQuestion();
+    if (wanted == u"shows") showOuter();
   }
 
   void onModal(Clicked) { runOuter(); }
@@ -66,10 +74,7 @@ class FakePlugin final : public UIPlugin {
     log(u"both are closed");
   }
 
-  void onShow(Clicked) {
-    outer = gui->openDialog(outerUrl);
-    outer->show();
-  }
+  void onShow(Clicked) { showOuter(); }
 
   void onThrow(Clicked) { fail("thrown by the button"); }
 
@@ -102,6 +107,17 @@ class FakePlugin final : public UIPlugin {
   void onPreAccept(SmartPtr<PreAcceptPanel> panel) {
     if (isChecked(gui, u"chk_veto")) panel->veto();
     if (isChecked(gui, u"chk_ask") && !runQuestion()) panel->veto();
+  }
+
+  void showOuter() {
+    outer = gui->openDialog(outerUrl);
+    connect(*outer->cancelSignal(), *this, &FakePlugin::onShownCancel);
+    outer->show();
+  }
+
+  // Only a dialog that Red has opened asks before it goes.
+  void onShownCancel(SubDialogEventArg&) {
+    if (!setting(u"fake.red").empty()) runQuestion();
   }
 
   void runOuter() {
