@@ -35,7 +35,8 @@ class Path : public RefCount {
   virtual bool isFolder() = 0;
 
   // The names of the entries that match a pattern of `*` and `?`, without "." and ".."; empty when this is not a
-  // folder. [plug-in]
+  // folder. A link to a folder is an entry like the folder itself, unless it leads to a folder on the way here, or to
+  // one that is listed under another name. [plug-in]
   virtual SmartPtr<TextList> list(WStringView pattern) = 0;
 
   // Creates the folder and its parents. Throws Exception when it cannot. [plug-in]

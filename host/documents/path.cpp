@@ -6,6 +6,8 @@
 #include "host/documents/text_list.h"
 
 #include <algorithm>
+#include <set>
+#include <vector>
 
 namespace Refhost {
 namespace {
@@ -18,6 +20,31 @@ constexpr std::size_t copyLimit = std::size_t{1} << 30;
 void reportChange(const FileWorld& world, const TraceEvent& event) {
   world.trace.record(event);
   if (world.onChange) world.onChange();
+}
+
+bool isLinkToFolder(const Files::Entry& entry) { return entry.link && entry.kind == Files::EntryKind::folder; }
+
+// The path without links; as it is when that cannot be determined.
+fs::path realPath(const fs::path& path) {
+  std::error_code error;
+  fs::path real = fs::weakly_canonical(path, error);
+  return error ? path : real;
+}
+
+// Removes links that lead to a folder on the way to `folder`, or to one that another entry stands for already. Without
+// them nothing is read twice, and every recursive walk ends.
+void removeRepetitions(const fs::path& folder, std::vector<Files::Entry>& entries) {
+  if (std::none_of(entries.begin(), entries.end(), isLinkToFolder)) return;
+  std::set<fs::path> known;
+  fs::path way = fs::absolute(folder);
+  known.insert(realPath(way));
+  for (; way.has_relative_path(); way = way.parent_path()) known.insert(realPath(way.parent_path()));
+  for (const Files::Entry& entry : entries)
+    if (!entry.link) known.insert(realPath(folder) / entry.name);
+  std::sort(entries.begin(), entries.end(), [](const auto& a, const auto& b) { return a.name < b.name; });
+  std::erase_if(entries, [&](const Files::Entry& entry) {
+    return isLinkToFolder(entry) && !known.insert(realPath(folder / entry.name)).second;
+  });
 }
 
 class Path final : public Kiln::Services::Path {
@@ -47,13 +74,12 @@ class Path final : public Kiln::Services::Path {
   bool isFolder() override { return world.disk.kind(path) == Files::EntryKind::folder; }
 
   Kiln::SmartPtr<Kiln::Services::TextList> list(Kiln::WStringView pattern) override {
+    std::vector<Files::Entry> entries;
+    if (isFolder()) entries = forPlugin([&] { return world.disk.entries(path); });
+    removeRepetitions(path, entries);
     std::vector<std::u16string> names;
-    if (isFolder())
-      for (const Files::Entry& entry : forPlugin([&] { return world.disk.entries(path); })) {
-        const bool leadsAway = entry.link && entry.kind == Files::EntryKind::folder;
-        std::u16string name = Files::pathText(entry.name);
-        if (!leadsAway && fits(name, pattern)) names.push_back(std::move(name));
-      }
+    for (const Files::Entry& entry : entries)
+      if (std::u16string name = Files::pathText(entry.name); fits(name, pattern)) names.push_back(std::move(name));
     std::sort(names.begin(), names.end());
     return makeTextList(std::move(names));
   }

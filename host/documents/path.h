@@ -29,8 +29,8 @@ struct FileWorld {
 
 // `world` outlives the path and all paths derived from it. The path's text uses the platform's separators.
 //
-// Listings are sorted by the names' 16-bit units, and omit links to folders, so that a recursive walk cannot leave the
-// tree.
+// Listings are sorted by the names' 16-bit units. They omit links to folders on the way to the listed one, so that a
+// recursive walk ends, and to folders that are listed already.
 Kiln::SmartPtr<Kiln::Services::Path> makePath(const FileWorld& world, std::filesystem::path path);
 
 // The file system path of one of this host's paths.

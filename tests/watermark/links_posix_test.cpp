@@ -10,12 +10,20 @@ namespace {
 using testing::ElementsAre;
 using testing::SizeIs;
 
-TEST_F(Store, FollowsNoLinkOutOfTheLocalData) {
+TEST_F(Store, ReadsFoldersOfTheLocalDataThatAreLinks) {
+  const auto elsewhere = home.folder.path / "elsewhere";
+  std::filesystem::create_directories(elsewhere);
+  Testing::writeFile(elsewhere / "ZVeffect.xml", oneRecord("WM_e", "elsewhere"));
+  std::filesystem::create_directories(home.folder.path / "localdata");
+  std::filesystem::create_directory_symlink(elsewhere, home.folder.path / "localdata" / "linked folder");
+  EXPECT_THAT(world.list(*world.open()), testing::Contains("WM_e=elsewhere"));
+}
+
+TEST_F(Store, WritesNoFileOfTheLocalDataThroughALink) {
   const auto elsewhere = home.folder.path / "elsewhere";
   std::filesystem::create_directories(elsewhere);
   Testing::writeFile(elsewhere / "ZVeffect.xml", oneRecord("WM_e", "elsewhere"));
   std::filesystem::create_directories(home.folder.path / "localdata" / "linked file");
-  std::filesystem::create_directory_symlink(elsewhere, home.folder.path / "localdata" / "linked folder");
   std::filesystem::create_symlink(elsewhere / "ZVeffect.xml", world.localFile("linked file"));
   const auto store = world.open();
   store->removeRecord(u"WM_e");
