@@ -1,48 +1,23 @@
 // Case of letters, for the order of lists and for names of files.
 #pragma once
 
+#include "formats/lower_case_table.h"
+
 #include <algorithm>
 #include <iterator>
 #include <string_view>
-#include <utility>
 
 namespace Formats {
 
-constexpr bool isBetween(char16_t unit, char16_t first, char16_t last) { return unit >= first && unit <= last; }
-
-// Blocks in which upper and lower case alternate, with the upper case at even or at odd code points.
-constexpr bool isAlternatingCapital(char16_t unit) {
-  const bool isEven = unit % 2 == 0;
-  if (isBetween(unit, 0x0100, 0x0137) || isBetween(unit, 0x014A, 0x0177)) return isEven && unit != 0x0130;
-  if (isBetween(unit, 0x0139, 0x0148) || isBetween(unit, 0x0179, 0x017E)) return !isEven;
-  if (isBetween(unit, 0x01CD, 0x01DC) || isBetween(unit, 0x04C1, 0x04CE)) return !isEven;
-  constexpr std::pair<char16_t, char16_t> evenCapitals[] = {
-      {0x01DE, 0x01EF}, {0x01F8, 0x021F}, {0x0222, 0x0233}, {0x0246, 0x024F}, {0x03D8, 0x03EF},
-      {0x0460, 0x0481}, {0x048A, 0x04BF}, {0x04D0, 0x052F}, {0x1E00, 0x1E95}, {0x1EA0, 0x1EFF}};
-  return isEven && std::any_of(std::begin(evenCapitals), std::end(evenCapitals),
-                               [unit](const auto& block) { return isBetween(unit, block.first, block.second); });
-}
-
-// The lower-case form of a UTF-16 unit in the Latin, Greek and Cyrillic scripts; any other unit unchanged.
+// The small letter of a capital, by Unicode's simple mapping; any other UTF-16 unit unchanged.
 //
-// The plug-in links no locale library, which would quadruple its size. This is Unicode's simple mapping, as ranges.
+// The plug-in links no locale library, which would quadruple its size.
 constexpr char16_t lowerCase(char16_t unit) {
-  const auto shifted = [unit](int distance) { return static_cast<char16_t>(unit + distance); };
-  if (isBetween(unit, u'A', u'Z')) return shifted(32);
-  if (unit < 0x00C0) return unit;
-  if (isBetween(unit, 0x00C0, 0x00DE)) return unit == 0x00D7 ? unit : shifted(32);
-  if (unit == 0x0178) return 0x00FF;
-  if (isAlternatingCapital(unit)) return shifted(1);
-  if (unit == 0x0386) return 0x03AC;
-  if (isBetween(unit, 0x0388, 0x038A)) return shifted(37);
-  if (unit == 0x038C) return 0x03CC;
-  if (isBetween(unit, 0x038E, 0x038F)) return shifted(63);
-  if (isBetween(unit, 0x0391, 0x03AB)) return unit == 0x03A2 ? unit : shifted(32);
-  if (isBetween(unit, 0x0400, 0x040F)) return shifted(80);
-  if (isBetween(unit, 0x0410, 0x042F)) return shifted(32);
-  if (unit == 0x04C0) return 0x04CF;
-  if (isBetween(unit, 0xFF21, 0xFF3A)) return shifted(32);
-  return unit;
+  const auto* const range =
+      std::lower_bound(std::begin(capitalRanges), std::end(capitalRanges), unit,
+                       [](const CapitalRange& capitals, char16_t letter) { return capitals.last < letter; });
+  if (range == std::end(capitalRanges) || unit < range->first || (unit - range->first) % range->step != 0) return unit;
+  return static_cast<char16_t>(unit + range->distance);
 }
 
 inline bool isSameWithoutCase(std::u16string_view a, std::u16string_view b) {
