@@ -198,11 +198,20 @@ class SchemaReader {
   }
 
   FeatureMapping readFeature(const Node& node, const Scope& scope, bool isOutermost) {
-    allowAttributes(node, {u"name", u"property", u"scope", u"absent"});
-    FeatureMapping feature{
-        name(node, u"name", scope), demand(node, u"property"), scopeOf(node), {}, optional(node, u"absent"), {}, {}};
+    allowAttributes(node, {u"name", u"property", u"scope", u"absent", u"aliasOf"});
+    FeatureMapping feature{name(node, u"name", scope),
+                           demand(node, u"property"),
+                           scopeOf(node),
+                           {},
+                           optional(node, u"absent"),
+                           {},
+                           {},
+                           {}};
     if (isOutermost) claim(featureNames, node, feature.name);
-    claimProperty(node, feature.property);
+    if (optional(node, u"aliasOf"))
+      feature.aliasOf = name(node, u"aliasOf", scope);
+    else
+      claimProperty(node, feature.property);
     std::set<QName> inner;
     eachChild(node, {u"option", u"feature", u"exact"}, scope, [&](const Node& child, const Scope& childScope) {
       if (child.localNameText() == u"feature") {
@@ -225,7 +234,27 @@ class SchemaReader {
     if (feature.absent)
       for (const FeatureMapping& within : feature.features)
         if (!within.exact) throw DocumentError(node, schema.shown(within.name) + " needs an exact.");
+    if (feature.aliasOf && !isOutermost) throw DocumentError(node, "aliasOf stands in features of the root alone.");
+    if (feature.aliasOf) checkAlias(node, feature);
     return feature;
+  }
+
+  // An alias must have the same values as its feature, and no more content than that, so that one of the two is enough.
+  void checkAlias(const Node& node, const FeatureMapping& alias) const {
+    const auto main = std::find_if(schema.features.begin(), schema.features.end(),
+                                   [&alias](const FeatureMapping& feature) { return feature.name == *alias.aliasOf; });
+    const auto isPlain = [](const FeatureMapping& feature) {
+      return !feature.absent && feature.features.empty() &&
+             std::all_of(feature.options.begin(), feature.options.end(),
+                         [](const OptionMapping& option) { return option.scored.empty(); });
+    };
+    if (main == schema.features.end() || main->aliasOf || main->property != alias.property || !isPlain(*main))
+      throw DocumentError(node, "aliasOf names no earlier feature of the same property that has options alone.");
+    const bool hasAllValues = std::all_of(main->options.begin(), main->options.end(), [&alias](const auto& option) {
+      return alias.optionOf(option.value) != nullptr;
+    });
+    if (!isPlain(alias) || !hasAllValues || alias.options.size() != main->options.size() || alias.scope != main->scope)
+      throw DocumentError(node, "an alias has the scope and the values of its feature, and nothing else.");
   }
 
   void claimParameter(const Node& node, const QName& parameter, const std::u16string& property, const ValueType& type) {

@@ -68,6 +68,9 @@ struct FeatureMapping {
   std::optional<ExactParameter> exact;
   std::vector<FeatureMapping> features;
 
+  // The feature that has the same property and precedence over this one.
+  std::optional<QName> aliasOf;
+
   const OptionMapping* optionOf(std::u16string_view value) const;
   const OptionMapping* optionOf(const QName& optionName) const;
 };

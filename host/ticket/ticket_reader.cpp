@@ -74,18 +74,27 @@ class TicketReader {
 
   // The features below `parent`, or, when null, those below an omitted feature.
   void readFeatures(const std::vector<FeatureMapping>& features, const Node* parent, const Scope& scope) {
-    std::set<const FeatureMapping*> read;
+    std::set<QName> given;
     if (parent != nullptr)
       for (const auto& child : parent->children())
-        if (isFrameworkElement(*child, u"Feature")) {
-          const Scope inner(*child, scope);
-          const FeatureMapping* feature = featureOf(features, inner.resolveAttribute(*child, u"name"));
-          if (feature == nullptr) continue;
-          if (!read.insert(feature).second) throw DocumentError(*child, schema.shown(feature->name) + " stands twice.");
-          readFeature(*feature, *child, inner);
-        }
+        if (const FeatureMapping* feature = featureAt(features, *child, scope))
+          if (!given.insert(feature->name).second)
+            throw DocumentError(*child, schema.shown(feature->name) + " stands twice.");
+    if (parent != nullptr)
+      for (const auto& child : parent->children())
+        if (const FeatureMapping* feature = featureAt(features, *child, scope))
+          readFeature(*feature, *child, Scope(*child, scope), feature->aliasOf && given.contains(*feature->aliasOf));
     for (const FeatureMapping& feature : features)
-      if (!read.contains(&feature) && properties.hasChild(feature.property)) readLeftOut(feature, scope);
+      if (feature.aliasOf && given.contains(feature.name)) given.insert(*feature.aliasOf);
+    for (const FeatureMapping& feature : features)
+      if (!given.contains(feature.name) && properties.hasChild(feature.property)) readLeftOut(feature, scope);
+  }
+
+  // The mapped feature that the node is; null for none.
+  const FeatureMapping* featureAt(const std::vector<FeatureMapping>& features, const Node& node,
+                                  const Scope& around) const {
+    if (!isFrameworkElement(node, u"Feature")) return nullptr;
+    return featureOf(features, Scope(node, around).resolveAttribute(node, u"name"));
   }
 
   const FeatureMapping* featureOf(const std::vector<FeatureMapping>& features, const std::optional<QName>& name) const {
@@ -94,7 +103,8 @@ class TicketReader {
     return nullptr;
   }
 
-  void readFeature(const FeatureMapping& feature, const Node& node, const Scope& scope) {
+  // An overruled feature is an alias whose feature is in the ticket too: it is checked alone.
+  void readFeature(const FeatureMapping& feature, const Node& node, const Scope& scope, bool isOverruled) {
     const Node* chosen = nullptr;
     for (const auto& child : node.children()) {
       if (!isFrameworkElement(*child, u"Option")) continue;
@@ -108,6 +118,7 @@ class TicketReader {
     if (option == nullptr)
       throw DocumentError(*chosen, schema.shown(feature.name) + " has no option " +
                                        (name ? schema.shown(*name) : std::string("without a name")) + ".");
+    if (isOverruled) return;
     settings.emplace_back(feature.property, option->value);
     readScored(*option, *chosen, inner);
     readFeatures(feature.features, &node, scope);

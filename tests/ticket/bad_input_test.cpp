@@ -81,6 +81,8 @@ INSTANTIATE_TEST_SUITE_P(
               "kw:ePTKWPageRotate180 has more than one Option."},
         Fault{"<psf:Feature name=\"psk:PageMirrorImage\"><psf:Option name=\"psk:None\"/></psf:Feature>",
               "psk:PageMirrorImage stands twice."},
+        Fault{"<psf:Feature name=\"kw:ePTKWPageMirrorImage\"><psf:Option name=\"kw:Sideways\"/></psf:Feature>",
+              "kw:ePTKWPageMirrorImage has no option kw:Sideways."},
         Fault{"<psf:Feature name=\"psk:PageWatermark\"><psf:Option name=\"psk:Text\"><psf:ScoredProperty "
               "name=\"psk:Text\"><psf:ParameterRef name=\"psk:PageWatermarkTextText\"/></psf:ScoredProperty>"
               "</psf:Option></psf:Feature>",

@@ -49,6 +49,16 @@ TEST(PublicForm, MirrorAndNegativeAreTheStandardFeatures) {
                                         "    <psf:Option name=\"psk:None\"/>\n  </psf:Feature>\n"));
 }
 
+TEST(PublicForm, MirrorAndNegativeHaveTheSystemsOwnKeywordsToo) {
+  TicketWorld world;
+  world.set({{u"MirrorImage", u"MirrorImage"}, {u"NegativeImage", u"Negative"}});
+  EXPECT_THAT(world.ticket(), HasSubstr("  <psf:Feature name=\"kw:ePTKWPageMirrorImage\">\n"
+                                        "    <psf:Option name=\"kw:MirrorImage\"/>\n  </psf:Feature>\n"
+                                        "  <psf:Feature name=\"kw:ePTKWPageNegativeImage\">\n"
+                                        "    <psf:Option name=\"kw:Negative\"/>\n  </psf:Feature>\n"));
+  EXPECT_THAT(world.capabilities(), HasSubstr("<psf:Feature name=\"kw:ePTKWPageNegativeImage\">"));
+}
+
 TEST(PublicForm, AWatermarkIsTheStandardFeatureWithItsParameters) {
   TicketWorld world;
   withWatermark(world).set({{u"WatermarkTextAngle", u"315"},

@@ -76,6 +76,25 @@ TEST(Reading, WhatTheTicketDoesNotSayStays) {
   EXPECT_EQ(world.value(u"WatermarkTextFont"), u"Serif");
 }
 
+TEST(Reading, TheSystemsOwnKeywordsAreEnough) {
+  TicketWorld world;
+  const std::string own =
+      R"(<psf:Feature name="kw:ePTKWPageMirrorImage"><psf:Option name="kw:MirrorImage"/></psf:Feature>
+    <psf:Feature name="kw:ePTKWPageNegativeImage"><psf:Option name="kw:Negative"/></psf:Feature>)";
+  world.load(ticketAround(own));
+  EXPECT_EQ(world.value(u"MirrorImage"), u"MirrorImage");
+  EXPECT_EQ(world.value(u"NegativeImage"), u"Negative");
+}
+
+TEST(Reading, ThePublicKeywordsWinOverTheSystemsOwn) {
+  const std::string own = R"(<psf:Feature name="kw:ePTKWPageMirrorImage"><psf:Option name="psk:None"/></psf:Feature>)";
+  for (const std::string& both : {mirrored + own, own + mirrored}) {
+    TicketWorld world;
+    world.load(ticketAround(both));
+    EXPECT_EQ(world.value(u"MirrorImage"), u"MirrorImage");
+  }
+}
+
 TEST(Reading, ATicketWithoutTheWatermarkFeatureHasNoWatermark) {
   TicketWorld world;
   world.set({{u"Watermark", u"Watermark"}, {u"WatermarkSel", u"3"}});

@@ -35,6 +35,14 @@ const std::string binderSchema = R"(<s:ticketSchema xmlns:s="urn:kilnworks:ticke
   </s:parameter>
   <s:parameter name="q:Title" property="Title" type="text" least="0" most="5"/>
   <s:parameter name="q:Missing" property="NotInTheModel" type="text" least="0" most="5"/>
+  <s:feature name="q:Punch" property="Punch">
+    <s:option name="q:Yes" value="yes"/>
+    <s:option name="q:No" value="no"/>
+  </s:feature>
+  <s:feature name="r:Punched" property="Punch" aliasOf="q:Punch">
+    <s:option name="r:Yes" value="yes"/>
+    <s:option name="r:No" value="no"/>
+  </s:feature>
 </s:ticketSchema>)";
 
 class Binder : public testing::Test {
@@ -50,7 +58,8 @@ class Binder : public testing::Test {
                         {u"Cover", u"", {}, false},
                         {u"Window", u"no", {u"no", u"yes"}, false},
                         {u"Gutter", u"0", {}, false},
-                        {u"Title", u"", {}, false}};
+                        {u"Title", u"", {}, false},
+                        {u"Punch", u"no", {u"no", u"yes"}, false}};
     return model;
   }
   Kiln::SmartPtr<Refhost::PropertyModel> newModel() const {
@@ -81,6 +90,7 @@ TEST_F(Binder, EveryCombinationComesBack) {
             model->start(u"Window", window);
             model->start(u"Gutter", gutter);
             model->start(u"Title", title);
+            model->start(u"Punch", window);
             const auto receiver = newModel();
             for (const auto& [name, value] : receiver->values()) receiver->start(name, u"?");
             world.service.load(*plugin, *receiver, ticketOf(*model), "ticket.xml");
@@ -174,7 +184,16 @@ INSTANTIATE_TEST_SUITE_P(
                ":20: a parameter that changes values needs an exact that carries them."},
         Broken{"name=\"q:Gutter\"", "name=\"r:Cover\"", ":12: the name r:Cover stands twice."},
         Broken{"property=\"Title\"", "property=\"Gutter\"", ":24: the property Gutter stands twice."},
-        Broken{"name=\"q:Title\"", "name=\"q:Gutter\"", ":24: the name q:Gutter stands twice."}));
+        Broken{"name=\"q:Title\"", "name=\"q:Gutter\"", ":24: the name q:Gutter stands twice."},
+        Broken{" aliasOf=\"q:Punch\"", "", ":30: the property Punch stands twice."},
+        Broken{"aliasOf=\"q:Punch\"", "aliasOf=\"q:Cover\"",
+               ":30: aliasOf names no earlier feature of the same property that has options alone."},
+        Broken{"property=\"Punch\" aliasOf=\"q:Punch\"", "property=\"Binding\" aliasOf=\"psk:JobBindAllDocuments\"",
+               ":30: aliasOf names no earlier feature of the same property that has options alone."},
+        Broken{"<s:option name=\"r:No\" value=\"no\"/>", "",
+               ":30: an alias has the scope and the values of its feature, and nothing else."},
+        Broken{"property=\"Window\"", "property=\"Window\" aliasOf=\"q:Punch\"",
+               ":13: aliasOf stands in features of the root alone."}));
 
 TEST(Schema, AnAddressThatNamesNoFileIsRefused) {
   Testing::TicketWorld world;
