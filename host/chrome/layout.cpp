@@ -147,6 +147,14 @@ class Reader {
     return number;
   }
 
+  std::optional<NumberRange> rangeOf(const XmlElement& element) const {
+    if (element.find("min") == nullptr && element.find("max") == nullptr) return {};
+    const NumberRange range{numberOf(element, "min", 0), numberOf(element, "max", 0),
+                            numberOf(element, "increment", 1)};
+    if (range.least > range.most || range.step < 1) fail(element, "min, max and increment are no range.");
+    return range;
+  }
+
   // Sets the initial state specific to the widget's kind.
   void start(WidgetNode& widget, const XmlElement& element) {
     if (auto* box = dynamic_cast<CheckBox*>(&widget)) box->startChecked(flag(element, "checked"));
@@ -155,7 +163,8 @@ class Reader {
       bar->start(numberOf(element, "minpos", 0), numberOf(element, "maxpos", 100), numberOf(element, "curpos", 0));
     if (auto* box = dynamic_cast<TextBoxNode*>(&widget)) {
       const std::int32_t limit = numberOf(element, "maxlength", -1);
-      box->start(textOf(element, "value"), limit < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(limit)));
+      box->start(textOf(element, "value"), limit < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(limit)),
+                 rangeOf(element));
     }
   }
 

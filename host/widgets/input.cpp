@@ -1,6 +1,10 @@
 #include "host/widgets/input.h"
 
+#include "formats/text.h"
+
 #include <algorithm>
+#include <charconv>
+#include <cmath>
 
 namespace Refhost {
 namespace {
@@ -53,6 +57,17 @@ void forEachRadio(WidgetNode& parent, const std::function<void(RadioButton&)>& v
 
 }  // namespace
 
+std::u16string stepped(const NumberRange& range, std::u16string_view text, std::int32_t steps) {
+  const std::string digits = Formats::toUtf8(text);
+  double number = 0;
+  std::from_chars(digits.data(), digits.data() + digits.size(), number);
+  number = std::isfinite(number) ? std::clamp(number, -1e9, 1e9) : 0;
+  // From 72.5, a step up leads to 73, and a step down to 72.
+  const double start = steps > 0 ? std::floor(number) : std::ceil(number);
+  const double reached = std::clamp(start + double(steps) * range.step, double(range.least), double(range.most));
+  return Formats::toUtf16(std::to_string(static_cast<std::int32_t>(reached)));
+}
+
 template <class Interface>
 TextBoxImpl<Interface>::TextBoxImpl(WidgetWorld& world, WidgetKind kind, const std::u16string& id)
     : WidgetImpl<Interface>(world, kind, id),
@@ -92,9 +107,11 @@ void TextBoxImpl<Interface>::leave() {
 }
 
 template <class Interface>
-void TextBoxImpl<Interface>::start(std::u16string text, std::optional<std::size_t> startLimit) {
+void TextBoxImpl<Interface>::start(std::u16string text, std::optional<std::size_t> startLimit,
+                                   std::optional<NumberRange> startRange) {
   held = std::move(text);
   limit = startLimit;
+  numbers = startRange;
 }
 
 // Gives way to a change that a handler makes meanwhile.

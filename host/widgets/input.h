@@ -8,6 +8,17 @@ namespace Refhost {
 // The kinds of a user's edit. A composition is unsettled text of an input method.
 enum class Edit { typed, pasted, composing };
 
+// The numbers that a text box is for, as its layout says; handlers decide what it accepts.
+struct NumberRange {
+  std::int32_t least;
+  std::int32_t most;
+  std::int32_t step;
+};
+
+// The text's number changed by so many steps, and at least and at most what the range says. A fraction goes to the next
+// number in that direction; text that is no number counts as 0.
+std::u16string stepped(const NumberRange& range, std::u16string_view text, std::int32_t steps);
+
 // The interface of all text boxes for faces.
 class TextBoxNode {
  public:
@@ -16,6 +27,9 @@ class TextBoxNode {
 
   // The maximum number of UTF-16 units that the user can enter; nothing for no limit.
   virtual std::optional<std::size_t> maximumLength() const = 0;
+
+  // Nothing for a box that is not for numbers.
+  virtual const std::optional<NumberRange>& range() const = 0;
 
   // The user changes the box's whole text to `text`, truncated to the maximum length. False, with the text unchanged,
   // when a handler refuses or throws, or the box is disabled. Unchanged text is only reported when it settles a
@@ -26,7 +40,7 @@ class TextBoxNode {
   virtual void leave() = 0;
 
   // For the layout reader.
-  virtual void start(std::u16string text, std::optional<std::size_t> limit) = 0;
+  virtual void start(std::u16string text, std::optional<std::size_t> limit, std::optional<NumberRange> range) = 0;
 };
 
 // Handlers run before the change. Setting the text fires the signals even when it is unchanged, except from a handler
@@ -49,15 +63,18 @@ class TextBoxImpl final : public WidgetImpl<Interface>, public TextBoxNode {
 
   const std::u16string& content() const override { return held; }
   std::optional<std::size_t> maximumLength() const override { return limit; }
+  const std::optional<NumberRange>& range() const override { return numbers; }
   bool edit(std::u16string_view text, Edit how) override;
   void leave() override;
-  void start(std::u16string text, std::optional<std::size_t> startLimit) override;
+  void start(std::u16string text, std::optional<std::size_t> startLimit,
+             std::optional<NumberRange> startRange) override;
 
  private:
   bool change(std::u16string text, Edit how);
 
   std::u16string held;
   std::optional<std::size_t> limit;
+  std::optional<NumberRange> numbers;
   const std::u16string* told = nullptr;  // the change being reported to handlers
   unsigned changesMade = 0;
   bool isComposition = false;  // whether the text contains one

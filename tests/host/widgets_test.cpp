@@ -201,6 +201,38 @@ TEST_F(Widgets, OnlyATextBoxForIntegersIsOne) {
   EXPECT_NE(dynamic_cast<Kiln::XUL::IntegerTextBox*>(&layout.find(u"number")->asWidget()), nullptr);
 }
 
+TEST_F(Widgets, BoxForNumbersHasTheRangeOfItsLayout) {
+  read("<textbox id='box' min='-90' max='90' increment='5'/><textbox id='text'/>");
+  ASSERT_TRUE(box().range());
+  EXPECT_EQ(box().range()->least, -90);
+  EXPECT_EQ(box().range()->most, 90);
+  EXPECT_EQ(box().range()->step, 5);
+  EXPECT_FALSE(widget<Refhost::TextBox>(u"text").range());
+}
+
+TEST(SteppedNumber, StaysInItsRange) {
+  constexpr Refhost::NumberRange range{6, 300, 2};
+  EXPECT_EQ(stepped(range, u"72", 1), u"74");
+  EXPECT_EQ(stepped(range, u"72", -10), u"52");
+  EXPECT_EQ(stepped(range, u"299", 1), u"300");
+  EXPECT_EQ(stepped(range, u"400", 1), u"300");
+  EXPECT_EQ(stepped(range, u"400", -1), u"300");
+  EXPECT_EQ(stepped(range, u"7", -1), u"6");
+  EXPECT_EQ(stepped(range, u"-1e300", 1), u"6");
+}
+
+TEST(SteppedNumber, GoesFromAFractionToTheNextNumber) {
+  constexpr Refhost::NumberRange range{-90, 90, 1};
+  EXPECT_EQ(stepped(range, u"72.5", 1), u"73");
+  EXPECT_EQ(stepped(range, u"72.5", -1), u"72");
+  EXPECT_EQ(stepped(range, u"-0.5", 1), u"0");
+}
+
+TEST(SteppedNumber, CountsTextThatIsNoNumberAsZero) {
+  constexpr Refhost::NumberRange range{-90, 90, 1};
+  for (const char16_t* text : {u"", u"-", u"big", u"nan", u"inf"}) EXPECT_EQ(stepped(range, text, 1), u"1");
+}
+
 TEST_F(Widgets, ChoosingARadioButtonUnchecksTheOthersOfItsGroup) {
   read("<radiogroup><radio id='a' selected='true'/><hbox><radio id='b'/></hbox></radiogroup>"
        "<radiogroup><radio id='c' selected='true'/></radiogroup>");
@@ -293,13 +325,6 @@ TEST_F(Widgets, ShowsASelectedItemAnewWhenItIsSelectedAgain) {
   EXPECT_EQ(changes, 1);
 }
 
-TEST_F(Widgets, LayoutThatIsWrongIsRefusedWithItsPlace) {
-  for (const char* content :
-       {"<scrollbar maxpos='many'/>", "<menupopup/>", "<image><menupopup><label/></menupopup></image>"})
-    EXPECT_THROW(read(content), std::runtime_error) << content;
-}
-
-}  // namespace
 // A plug-in may show the selected item for a value that the list does not have.
 TEST_F(Widgets, SelectedItemCanBeChosenAgain) {
   read("<menulist id='combo'><menuitem label='a' value='a'/></menulist>"
@@ -316,3 +341,11 @@ TEST_F(Widgets, SelectedItemCanBeChosenAgain) {
   EXPECT_EQ(chosen, 2) << "there is no such item";
 }
 
+TEST_F(Widgets, LayoutThatIsWrongIsRefusedWithItsPlace) {
+  for (const char* content :
+       {"<scrollbar maxpos='many'/>", "<menupopup/>", "<image><menupopup><label/></menupopup></image>",
+        "<textbox min='2' max='1'/>", "<textbox min='some'/>", "<textbox max='9' increment='0'/>"})
+    EXPECT_THROW(read(content), std::runtime_error) << content;
+}
+
+}  // namespace

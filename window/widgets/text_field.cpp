@@ -8,9 +8,11 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
+#include <QWheelEvent>
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace Window {
 namespace {
@@ -93,7 +95,36 @@ void TextField::putRight() {
   }
 }
 
+// As in spin boxes: the page keys take ten steps at once.
+bool TextField::stepsByKey(const QKeyEvent& event) {
+  if (node == nullptr || !node->range() || isReadOnly()) return false;
+  for (const auto& [key, steps] : {std::pair(Qt::Key_Up, 1), std::pair(Qt::Key_Down, -1), std::pair(Qt::Key_PageUp, 10),
+                                   std::pair(Qt::Key_PageDown, -10)})
+    if (event.key() == key) {
+      step(steps);
+      return true;
+    }
+  return false;
+}
+
+// An edit of the whole text, so that handlers may reject it, and undo takes it back.
+void TextField::step(int steps) {
+  selectAll();
+  insert(toQt(Refhost::stepped(*node->range(), toWide(text()), steps)));
+  selectAll();
+}
+
+// Without the focus the wheel scrolls what is around the box.
+void TextField::wheelEvent(QWheelEvent* event) {
+  if (node == nullptr || !node->range() || isReadOnly() || !hasFocus()) return event->ignore();
+  turned += event->angleDelta().y();
+  constexpr int notch = QWheelEvent::DefaultDeltasPerStep;
+  if (const int steps = std::exchange(turned, turned % notch) / notch; steps != 0) step(steps);
+  event->accept();
+}
+
 void TextField::keyPressEvent(QKeyEvent* event) {
+  if (stepsByKey(*event)) return;
   const QScopedValueRollback pasting(way, event->matches(QKeySequence::Paste) ? Edit::pasted : Edit::typed);
   QLineEdit::keyPressEvent(event);
 }

@@ -1,5 +1,5 @@
 // A line edit whose text is controlled by the widget tree, which accepts or rejects every edit. Caret, selection, undo,
-// input methods and menu are Qt's.
+// input methods and menu are Qt's. In a box for numbers the arrow keys and the wheel change the number.
 #pragma once
 
 #include "host/widgets/input.h"
@@ -29,12 +29,15 @@ class TextField final : public QLineEdit {
   void contextMenuEvent(QContextMenuEvent* event) override;
   void inputMethodEvent(QInputMethodEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
 
  private:
   class Referee;
 
   QValidator::State judge(QString& text, int& caret);
   bool tell(const QString& text, Refhost::Edit how);
+  bool stepsByKey(const QKeyEvent& event);
+  void step(int steps);
   void show(const QString& text);
   void putRight();
 
@@ -44,6 +47,7 @@ class TextField final : public QLineEdit {
   QString known;                             // the box's last known text: `agreed` with a composition
   QString composition;
   int limit = -1;
+  int turned = 0;            // the wheel's turn since the last step, in eighths of a degree
   bool isFollowing = false;  // while the tree's text is set in the line
   bool isTelling = false;
 };
