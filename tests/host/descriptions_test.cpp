@@ -102,6 +102,31 @@ TEST(StringTables, HaveTheSameTextsInEveryLocale) {
   }
 }
 
+// The plug-in refuses without a message, so the hints have to say what is taken.
+TEST(WatermarkEditor, SaysInEveryLanguageWhatItsTextBoxesTake) {
+  for (const std::string& locale : locales) {
+    const Refhost::StringTables strings(chrome, locale);
+    const Refhost::Trace trace;
+    Refhost::WidgetWorld world{trace, strings, {}, [](const auto& action) { action(); }, [](auto&) {}};
+    const auto layout = Refhost::LayoutReader(chrome, {}).read(u"chrome://effect/content/dlg_watermark.xul", world);
+    int boxes = 0;
+    Refhost::walk(*layout.root, [&](Refhost::WidgetNode& widget) {
+      const auto* box = dynamic_cast<Refhost::TextBoxNode*>(&widget);
+      if (box == nullptr) return;
+      ++boxes;
+      const auto hint = strings.resolve(widget.attribute("tooltiptext"));
+      std::vector<std::u16string> facts = {u"63", strings.resolve(u"$IDS_NONE;")};
+      if (const auto& range = box->range()) {
+        facts.clear();
+        for (const std::int32_t number : {std::abs(range->least), range->most, range->step})
+          facts.push_back(Formats::toUtf16(std::to_string(number)));
+      }
+      for (const auto& fact : facts) EXPECT_NE(hint.find(fact), hint.npos) << locale << ' ' << Formats::toUtf8(hint);
+    });
+    EXPECT_EQ(boxes, 5);
+  }
+}
+
 // Every "$IDS_...;" in shipped files and in the sources has a text in every locale.
 TEST(StringTables, HaveATextForEveryReference) {
   const std::regex reference("\\$(IDS_[A-Za-z0-9_]+);");

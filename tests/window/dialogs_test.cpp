@@ -65,6 +65,8 @@ TEST_F(DialogsTest, HaveFurtherButtonsOfTheirOwnBesideThose) {
     QPushButton& restore = button(*shown(), "but_EffWMResDef");
     EXPECT_EQ(restore.parentWidget(), button(*shown(), "accept").parentWidget());
     EXPECT_EQ(restore.accessibleDescription(), restore.toolTip());
+    EXPECT_TRUE(line.accessibleDescription().startsWith("What is printed: "));
+    EXPECT_EQ(line.toolTip(), "<p>" + line.accessibleDescription() + "</p>") << "wrapped";
     restore.click();
     EXPECT_EQ(line.text(), "");
     shown()->reject();

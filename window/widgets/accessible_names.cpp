@@ -65,7 +65,7 @@ void AccessibleNames::nameForReaders(const WidgetNode& node, const QString& grou
       const QString own = tree.attribute(node, "label");
       if (!own.isEmpty() || !led.contains(widget)) widget->setAccessibleName(own.isEmpty() ? name : own);
     }
-    if (isSymbol(*widget)) widget->setAccessibleName(widget->toolTip());
+    if (isSymbol(*widget)) widget->setAccessibleName(widget->accessibleDescription());
   }
   for (const WidgetNode* child : node.children()) nameForReaders(*child, name);
 }

@@ -11,6 +11,17 @@ namespace Window {
 
 using Refhost::WidgetNode;
 
+namespace {
+
+// Qt wraps rich text alone.
+QString asToolTip(const QString& text, const QWidget& widget) {
+  constexpr int widest = 400;
+  const bool isLong = widget.fontMetrics().horizontalAdvance(text) > widest;
+  return isLong ? QStringLiteral("<p>") + text.toHtmlEscaped() + QStringLiteral("</p>") : text;
+}
+
+}  // namespace
+
 ShownTree::ShownTree(WidgetNode& treeRoot, const Surroundings& around) : surroundings(around), tree(&treeRoot) {}
 
 void ShownTree::add(const WidgetNode& node, QWidget* widget, std::function<void()> refresh) {
@@ -20,8 +31,9 @@ void ShownTree::add(const WidgetNode& node, QWidget* widget, std::function<void(
   const auto all = [this, &node, widget, refresh = std::move(refresh)] {
     widget->setVisible(node.isVisible() && !isEmptied(node));
     widget->setEnabled(node.isEnabled());
-    widget->setToolTip(attribute(node, "tooltiptext"));
-    widget->setAccessibleDescription(widget->toolTip());
+    const QString tip = attribute(node, "tooltiptext");
+    widget->setToolTip(asToolTip(tip, *widget));
+    widget->setAccessibleDescription(tip);
     refresh();
   };
   all();
