@@ -53,6 +53,13 @@ inline constexpr Name noneId = u"0";
 // The suffix of the id of a downloaded record.
 inline constexpr Name downloadedEnding = u"_G";
 
+// A record's id in its file, wherever a file is read: its field `value`; without one, or with the NoneRecord's, the
+// name of its element, which in a written file is the id, with the suffix if it was downloaded.
+inline std::u16string_view idInFile(std::u16string_view element, std::u16string_view value) {
+  if (!value.empty() && value != noneId) return value;
+  return element.substr(0, element.size() - (element.ends_with(downloadedEnding) ? downloadedEnding.size() : 0));
+}
+
 // Whether a record may have the name: it must not be empty, or the NoneRecord's.
 inline bool isUsableName(std::u16string_view stylename) { return !stylename.empty() && stylename != Token::none; }
 

@@ -7,6 +7,15 @@
 #include <iterator>
 
 namespace Effect {
+namespace {
+
+IdDraws drawsOf(std::mt19937& generator) {
+  IdDraws draws;
+  for (std::uint32_t& draw : draws) draw = static_cast<std::uint32_t>(generator());
+  return draws;
+}
+
+}  // namespace
 
 std::u16string recordId(std::uint32_t seconds, const IdDraws& draws) {
   const auto word = [&draws](std::size_t i) { return static_cast<unsigned>(draws[i] & 0xFFFF); };
@@ -17,13 +26,20 @@ std::u16string recordId(std::uint32_t seconds, const IdDraws& draws) {
   return {text, std::find(text, std::end(text), '\0')};
 }
 
+// FNV-1a, by 16-bit units.
+std::u16string derivedRecordId(std::u16string_view text) {
+  std::uint32_t hash = 0x811C9DC5;
+  for (const char16_t unit : text) hash = (hash ^ unit) * 0x01000193;
+  std::mt19937 generator(hash);
+  const auto first = static_cast<std::uint32_t>(generator());
+  return recordId(first, drawsOf(generator));
+}
+
 RecordIds::RecordIds()
     : generator(static_cast<std::uint32_t>(std::chrono::system_clock::now().time_since_epoch().count())) {}
 
 std::u16string RecordIds::next() {
-  IdDraws draws;
-  for (std::uint32_t& draw : draws) draw = static_cast<std::uint32_t>(generator());
-  return recordId(static_cast<std::uint32_t>(std::time(nullptr)), draws);
+  return recordId(static_cast<std::uint32_t>(std::time(nullptr)), drawsOf(generator));
 }
 
 std::u16string RecordIds::nextFree(const std::function<bool(const std::u16string& id)>& isTaken) {

@@ -6,6 +6,7 @@
 #include <functional>
 #include <random>
 #include <string>
+#include <string_view>
 
 namespace Effect {
 
@@ -15,6 +16,12 @@ using IdDraws = std::array<std::uint32_t, 10>;
 // WM_TIME_A_B_CD_EFGHIJ: the seconds, the low 16 bits of two draws, the low 8 bits of eight more; upper-case
 // hexadecimal digits without leading zeros, so that the length varies.
 std::u16string recordId(std::uint32_t seconds, const IdDraws& draws);
+
+// An id made from a text: always the same for the same one.
+std::u16string derivedRecordId(std::u16string_view text);
+
+// Whether the id has the beginning of those made here.
+inline bool isMadeId(std::u16string_view id) { return id.starts_with(u"WM_"); }
 
 class RecordIds {
  public:

@@ -1,10 +1,10 @@
-// Opening and changing the store. watermarks_save.cpp writes it.
+// Opening and changing the store. watermarks_read.cpp reads its files, watermarks_save.cpp writes them.
 #include "effect/watermark/watermarks.h"
 
-#include "effect/local_data.h"
-#include "effect/sentence.h"
 #include "effect/settings.h"
 #include "effect/watermark/numbers.h"
+
+#include <algorithm>
 
 using namespace Effect;
 
@@ -15,12 +15,6 @@ constexpr std::size_t mostWatermarks = 20;
 
 std::pair<std::u16string, std::u16string> nameAndId(Kiln::Dom::INode& record, const std::u16string& id) {
   return {fieldText(record, Field::stylename).str(), id};
-}
-
-// Names a record without a name by its text.
-void nameByLabel(Kiln::Dom::INode& record) {
-  if (!hasField(record, Field::stylename) && hasField(record, Field::label))
-    setField(record, Field::stylename, fieldText(record, Field::label));
 }
 
 }  // namespace
@@ -41,68 +35,8 @@ Watermarks::Watermarks(Kiln::Host& lender, const Kiln::PropertyManager& properti
   if (readUserFile()) readLocalData();
   writeDue();
   due.clear();
+  left.clear();
   isOpening = false;
-}
-
-// False when nothing more must be read.
-bool Watermarks::readUserFile() {
-  try {
-    if (readUserFileOnce()) return true;
-    fileAt(userPath).copyFrom(Address::builtInWatermarks);
-    return readUserFileOnce();
-  } catch (const Kiln::Exception& problem) {
-    tellOnce(problem);
-    return true;
-  }
-}
-
-bool Watermarks::readUserFileOnce() {
-  WatermarkFile& file = fileAt(userPath);
-  file.refuseIfBlocked();
-  Node root;
-  try {
-    root = file.read();
-  } catch (const Kiln::Exception& problem) {
-    setAside(file, problem);
-  }
-  return root && addAll(*root, userPath);
-}
-
-void Watermarks::readLocalData() {
-  if (!mergeFolder || !mergeFolder->exists()) return;
-  Folders folders;
-  attempt([&] { folders = localDataFolders(*mergeFolder); });
-  merged = merged || isMergedData(*mergeFolder, folders);
-  for (const auto& folder : folders) {
-    const Text path = folder->join(watermarkFileName)->text().str();
-    try {
-      if (const Node root = fileAt(path).read()) addAll(*root, path);
-    } catch (const Kiln::Exception&) {
-      // The user cannot fix local data; leave the file unchanged.
-    }
-  }
-}
-
-// False when there is no record below the root, whether or not any was added.
-bool Watermarks::addAll(Kiln::Dom::INode& root, const Text& path) {
-  const std::vector<Node> found = recordsOf(root);
-  std::set<Text> idsInFile;
-  for (const Node& record : found) {
-    prepare(*record, path);
-    // Of two records with the same id the second gets a new one, so that both are kept.
-    if (const Kiln::WString id = fieldText(*record, Field::value); !id.empty() && !idsInFile.insert(id.str()).second)
-      record->removeChild(Field::value);
-    add(record, isLocalData(path));
-  }
-  return !found.empty();
-}
-
-// Prepares a record of a file for the store: ignores the file's values of the in-memory fields.
-void Watermarks::prepare(Kiln::Dom::INode& record, const Text& path) const {
-  stripMemoryFields(record);
-  setField(record, Field::sourceFile, path);
-  nameByLabel(record);
-  if (const Node defaults = record.child(Field::defaultSetting)) nameByLabel(*defaults);
 }
 
 std::u16string Watermarks::addRecord(const Node& record) {
@@ -112,34 +46,19 @@ std::u16string Watermarks::addRecord(const Node& record) {
 }
 
 // Stores the node, not a copy.
-std::u16string Watermarks::add(const Node& record, bool isFromLocalData) {
+std::u16string Watermarks::add(const Node& record) {
   const Text name = fieldText(*record, Field::stylename).str();
   if (!isUsableName(name)) return {};
   Text id = fieldText(*record, Field::value).str();
-  if (const Text same = findIdByName(name); !same.empty())
+  if (const Text same = findIdByName(name); !same.empty()) {
     id = same;
-  else if (id.empty() || id == noneId)
+    replaceOverruled(name);
+  } else if (id.empty() || id == noneId) {
     id = ids.nextFree([this](const Text& drawn) { return records.contains(drawn); });
-  if (isFromLocalData && marksDownloaded) id += downloadedEnding;
-  complete(*record, id, isFromLocalData);
+  }
+  complete(*record, id, false);
   change(id, record);
   return id;
-}
-
-// Sets the fields that every record of the store has.
-void Watermarks::complete(Kiln::Dom::INode& record, const Text& id, bool isFromLocalData) const {
-  const Kiln::WString source = fieldText(record, Field::sourceFile);
-  const Kiln::WString idInItsFile = fieldText(record, Field::value);
-  if (fieldText(record, Field::fontname).empty()) setField(record, Field::fontname, defaultFace(host));
-  setField(record, Field::value, id);
-  setField(record, Field::downloaded, isFromLocalData && marksDownloaded ? Value::yes : Value::no);
-
-  // These come last, so that the merged copy has the same bytes whether or not the file was in the written form.
-  stripMemoryFields(record);
-  setField(record, Field::sourceFile, source.empty() ? Kiln::WStringView(userPath) : source);
-  if (!isFromLocalData) return;
-  setField(record, Field::origId, idInItsFile);
-  setField(record, Field::origName, fieldText(record, Field::stylename));
 }
 
 bool Watermarks::updateRecord(std::u16string_view id, const Node& record) {
@@ -155,13 +74,33 @@ bool Watermarks::removeRecord(std::u16string_view id) {
 
 void Watermarks::Changes::update(std::u16string_view id, const Node& record) {
   if (!hasField(*record, Field::sourceFile)) setField(*record, Field::sourceFile, store.userPath);
+  if (!hasField(*record, Field::value)) setField(*record, Field::value, id);
+  // A record of the user's that had taken over another's id has it to itself under a name of its own.
+  const Node old = store.record(id);
+  const bool isRenamed = old && fieldText(*old, Field::stylename).view() != fieldText(*record, Field::stylename).view();
+  if (isRenamed && !store.isLocalData(fieldText(*record, Field::sourceFile).str())) record->removeChild(Field::origId);
   store.change(Text(id), record);
 }
 
 bool Watermarks::Changes::remove(std::u16string_view id) {
-  if (id == noneId || !store.records.contains(id)) return false;
+  const Node old = id == noneId ? Node() : store.record(id);
+  if (!old) return false;
+  store.replaceOverruled(fieldText(*old, Field::stylename).view());
   store.change(Text(id), {});
   return true;
+}
+
+// The records of the name that are kept in their files go with the one that was shown for them: at the next opening
+// they would be back.
+void Watermarks::replaceOverruled(std::u16string_view name) {
+  replacedNames.emplace(name);
+  for (const auto& [path, kept] : overruled)
+    if (std::any_of(kept.begin(), kept.end(), [this](const auto& record) { return isReplaced(record); }))
+      due.insert(path);
+}
+
+bool Watermarks::isReplaced(const OverruledRecord& record) const {
+  return !record.by.empty() && replacedNames.contains(fieldText(*record.node, Field::stylename).view());
 }
 
 // An empty `record` removes the existing one.
@@ -203,6 +142,14 @@ void Watermarks::changeTogether(const std::function<void(Changes&)>& make) {
 std::u16string Watermarks::findIdByName(std::u16string_view stylename) const {
   const auto found = namesAndIds.lower_bound({Text(stylename), Text()});
   return found != namesAndIds.end() && found->first == stylename ? found->second : Text();
+}
+
+std::vector<std::u16string> Watermarks::idsOfName(std::u16string_view stylename) const {
+  std::vector<Text> found;
+  for (auto entry = namesAndIds.lower_bound({Text(stylename), Text()});
+       entry != namesAndIds.end() && entry->first == stylename; ++entry)
+    if (entry->second != noneId) found.push_back(entry->second);
+  return found;
 }
 
 Node Watermarks::record(std::u16string_view id) const {

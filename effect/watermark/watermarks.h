@@ -3,6 +3,7 @@
 // docs/watermarks.md describes the files and the guarantees.
 #pragma once
 
+#include "effect/watermark/file_record.h"
 #include "effect/watermark/list_fill.h"
 #include "effect/watermark/record.h"
 #include "effect/watermark/record_id.h"
@@ -11,6 +12,7 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -25,7 +27,7 @@ class Watermarks final : public Kiln::RefCount {
   // Changes that are saved together. The operations work like the store's.
   class Changes {
    public:
-    std::u16string add(const Effect::Node& record) { return store.add(record->clone(), false); }
+    std::u16string add(const Effect::Node& record) { return store.add(record->clone()); }
     void update(std::u16string_view id, const Effect::Node& record);
     bool remove(std::u16string_view id);
 
@@ -40,7 +42,8 @@ class Watermarks final : public Kiln::RefCount {
   // leave the store unchanged.
 
   // Adds a copy of the record and returns its id; empty when its name is not usable. Replaces a record with the same
-  // name, unless that was downloaded, and takes over its id.
+  // name, unless that was downloaded, and takes over its id. What is removed or replaced is so in every file, with the
+  // records of its name that reading has overruled.
   std::u16string addRecord(const Effect::Node& record);
 
   // Stores the node, not a copy, as the record with that id.
@@ -54,6 +57,8 @@ class Watermarks final : public Kiln::RefCount {
 
   // The first id, in id order, with that name whose record was not downloaded; empty when there is none.
   std::u16string findIdByName(std::u16string_view stylename) const;
+  // All of them, but not the NoneRecord's.
+  std::vector<std::u16string> idsOfName(std::u16string_view stylename) const;
   bool hasName(std::u16string_view stylename) const { return !findIdByName(stylename).empty(); }
 
   // The store's own record, not to be modified; empty when there is none with that id.
@@ -87,12 +92,27 @@ class Watermarks final : public Kiln::RefCount {
   bool readUserFile();
   bool readUserFileOnce();
   void readLocalData();
-  bool addAll(Kiln::Dom::INode& root, const Text& path);
-  void prepare(Kiln::Dom::INode& record, const Text& path) const;
-  Text add(const Effect::Node& record, bool isFromLocalData);
+  bool readAll(Kiln::Dom::INode& root, const Text& path);
+  void takeIn(const Effect::FileRecord& found, const Text& path);
+  void settle(const Effect::FileRecord& found, const Text& id, const Text& path) const;
   void complete(Kiln::Dom::INode& record, const Text& id, bool isFromLocalData) const;
+  void keep(const Effect::FileRecord& found, const Text& path, const Text& by);
+  bool isOverruled(Kiln::Dom::INode& known, const Effect::FileRecord& by, const Text& path) const;
+  Text otherId(const Effect::FileRecord& found, const Text& path) const;
+
+  // Reading what others have changed.
+  void takeUpOthersChanges(const Text& path);
+  void takeUp(Kiln::Dom::INode& root, const Text& path);
+  std::optional<Text> idOfAdded(const Effect::FileRecord& found, const Text& path) const;
+  std::map<Text, Text> idsByIdInFile(const Text& path) const;
+  bool isStillIn(const Text& path, const Text& id) const;
+  static Text idInItsFile(Kiln::Dom::INode& record, const Text& id);
+  bool marks(const Text& path) const { return marksDownloaded && isLocalData(path); }
+  Text withEnding(const Text& id, const Text& path) const;
 
   // Changing.
+  Text add(const Effect::Node& record);
+  void replaceOverruled(std::u16string_view name);
   void change(const Text& id, const Effect::Node& record);
   void put(const Text& id, const Effect::Node& record);
   void setBack();
@@ -101,15 +121,14 @@ class Watermarks final : public Kiln::RefCount {
   // Writing.
   void saveChanges();
   void writeDue();
-  void takeUpOthersChanges(const Text& path);
-  void takeUp(Kiln::Dom::INode& root, const Text& path);
-  bool isStillIn(const Text& path, const Text& id) const;
-  Text idInFile(Kiln::Dom::INode& record, const Text& path) const;
   Groups groups() const;
   std::vector<Text> dueInOrder(const Groups& all) const;
   void writeMergedCopy(const Groups& all);
-  Effect::Node document(const std::vector<Text>& ids) const;
-  void attempt(const std::function<void()>& work);
+  Effect::Node document(const Text& path, const std::vector<Text>& ids) const;
+  Text elementOf(const Effect::OverruledRecord& overruledOne, const Text& path,
+                 const std::map<Text, Effect::Node>& taken) const;
+  bool isReplaced(const Effect::OverruledRecord& record) const;
+  void attempt(const Text& path, const std::function<void()>& work);
   void setAside(Effect::WatermarkFile& file, const Kiln::Exception& problem);
   void tellOnce(const Kiln::Exception& problem);
 
@@ -125,11 +144,14 @@ class Watermarks final : public Kiln::RefCount {
   bool merged;
 
   Effect::WatermarkRecords records;
-  std::set<std::pair<Text, Text>> namesAndIds;  // of the records that were not downloaded
-  std::map<Text, Effect::WatermarkFile> files;  // by path
+  std::set<std::pair<Text, Text>> namesAndIds;                     // of the records that were not downloaded
+  std::map<Text, Effect::WatermarkFile> files;                     // by path
+  std::map<Text, std::vector<Effect::OverruledRecord>> overruled;  // by path
 
   bool isOpening = true;  // failures to write are reported, not thrown
+  std::set<Text> left;    // paths of the files to leave as they are while opening: others' records clash with theirs
   bool hasTold = false;
   std::set<Text> due;  // paths of the files whose records have changed since they were last read or written
-  std::map<Text, Effect::Node> before;  // original records of unsaved changes; empty for added ones
+  std::map<Text, Effect::Node> before;        // original records of unsaved changes; empty for added ones
+  std::set<Text, std::less<>> replacedNames;  // of the records that unsaved changes remove or replace
 };

@@ -27,8 +27,11 @@ void Watermarks::saveChanges() {
     setBack();
     throw;
   }
+  for (auto& [path, kept] : overruled)
+    std::erase_if(kept, [this](const OverruledRecord& record) { return isReplaced(record); });
   due.clear();
   before.clear();
+  replacedNames.clear();
 }
 
 // Another compiler's exception does not run this library's destructors and handlers: undo an interrupted change when
@@ -44,79 +47,24 @@ void Watermarks::setBack() {
   for (const auto& [id, record] : before) put(id, record);
   before.clear();
   due.clear();
+  replacedNames.clear();
 }
 
 void Watermarks::writeDue() {
   std::set<Text> readable;
   for (const Text& path : due)
-    attempt([&] {
+    attempt(path, [&] {
       takeUpOthersChanges(path);
       readable.insert(path);
     });
   const Groups all = groups();
   writeMergedCopy(all);
   for (const Text& path : dueInOrder(all)) {
-    if (!readable.contains(path)) continue;
+    if (!readable.contains(path) || left.contains(path)) continue;
     const auto group = all.find(path);
-    attempt([&] { fileAt(path).write(document(group == all.end() ? std::vector<Text>() : group->second)); });
+    attempt(path,
+            [&] { fileAt(path).write(document(path, group == all.end() ? std::vector<Text>() : group->second)); });
   }
-}
-
-// Merges in changes that others have made to the file since it was last read or written here. Records changed here win;
-// for all others the file wins, including additions and removals.
-void Watermarks::takeUpOthersChanges(const Text& path) {
-  WatermarkFile& file = fileAt(path);
-  file.refuseIfBlocked();
-  Node root;
-  try {
-    root = file.readIfChanged();
-  } catch (const Kiln::Exception& problem) {
-    if (isLocalData(path)) throw;
-    setAside(file, problem);
-  }
-  if (root) takeUp(*root, path);
-}
-
-void Watermarks::takeUp(Kiln::Dom::INode& root, const Text& path) {
-  std::set<Text> there;
-  for (const Node& record : recordsOf(root)) {
-    prepare(*record, path);
-    const Text id = idInFile(*record, path);
-    if (id == noneId || !isUsableName(fieldText(*record, Field::stylename).view())) continue;
-    there.insert(id);
-    const Node known = this->record(id);
-    const Text source = known ? fieldText(*known, Field::sourceFile).str() : path;
-    if (before.contains(id) || (source != path && isStillIn(source, id))) continue;
-    complete(*record, id, isLocalData(path));
-    put(id, record);
-  }
-  if (there.empty()) return;  // a file without records does not count as removals
-  const Groups all = groups();
-  const auto own = all.find(path);
-  if (own == all.end()) return;
-  for (const Text& id : own->second)
-    if (id != noneId && !there.contains(id) && !before.contains(id)) put(id, {});
-}
-
-// Whether the record is still in the file that it was read from: a record being moved may already be in its new file
-// when the move fails at the end. If unreadable, assume true.
-bool Watermarks::isStillIn(const Text& path, const Text& id) const {
-  try {
-    const Node root = WatermarkFile(host, host.path(path)).read();
-    if (!root) return false;
-    const std::vector<Node> there = recordsOf(*root);
-    return std::any_of(there.begin(), there.end(), [&](const Node& record) { return idInFile(*record, path) == id; });
-  } catch (const Kiln::Exception&) {
-    return true;
-  }
-}
-
-// In a file written by a store, a record's element is named by its id. In other files the id may lack the downloaded
-// suffix.
-std::u16string Watermarks::idInFile(Kiln::Dom::INode& record, const Text& path) const {
-  Text id = record.name().str();
-  if (isLocalData(path) && marksDownloaded && !id.ends_with(downloadedEnding)) id += downloadedEnding;
-  return id;
 }
 
 Watermarks::Groups Watermarks::groups() const {
@@ -139,7 +87,7 @@ std::vector<std::u16string> Watermarks::dueInOrder(const Groups& all) const {
 }
 
 // The whole store as in memory, for inspection; never read here. A failure to write this copy does not fail the user's
-// change.
+// change, and is not told: local data may be read-only.
 void Watermarks::writeMergedCopy(const Groups& all) {
   if (all.size() < 2 || !mergeFolder) return;
   const auto path = mergeFolder->join(watermarkFileName);
@@ -148,18 +96,41 @@ void Watermarks::writeMergedCopy(const Groups& all) {
   for (const auto& [id, record] : records) root->setChild(id, record->clone());
   try {
     host.documents()->write(root, host.file(path));
-  } catch (const Kiln::Exception& problem) {
-    tellOnce(problem);
+  } catch (const Kiln::Exception&) {
+    return;
   }
 }
 
-// The records of a file as stored, after the NoneRecord, which every file has.
-Node Watermarks::document(const std::vector<Text>& recordIds) const {
+// The records of a file as stored, after the NoneRecord, which every file has: those that are shown, and those that
+// reading has overruled.
+Node Watermarks::document(const Text& path, const std::vector<Text>& recordIds) const {
+  std::map<Text, Node> elements;
+  for (const Text& id : recordIds)
+    if (id != noneId) elements.emplace(id, asWritten(*record(id)));
+  if (const auto kept = overruled.find(path); kept != overruled.end())
+    for (const OverruledRecord& each : kept->second)
+      if (!isReplaced(each)) elements.emplace(elementOf(each, path, elements), each.node->clone());
+
   const Node root = newElement(host, rootName);
   root->setChild(noneId, asWritten(*makeNoneRecord()));
-  for (const Text& id : recordIds)
-    if (id != noneId) root->setChild(id, asWritten(*record(id)));
+  for (const auto& [name, element] : elements) root->setChild(name, element);
   return root;
+}
+
+// A free name for the element of an overruled record. In one file with the record that is shown for it, it is read
+// before that, so that it is overruled again; once they have different names, after it, so that the id stays with the
+// record that is shown.
+std::u16string Watermarks::elementOf(const OverruledRecord& overruledOne, const Text& path,
+                                     const std::map<Text, Node>& taken) const {
+  Text element = overruledOne.element;
+  const Node shown = overruledOne.by.empty() ? Node() : record(overruledOne.by);
+  if (shown && fieldText(*shown, Field::sourceFile).view() == path) {
+    const bool isSameName =
+        fieldText(*shown, Field::stylename).view() == fieldText(*overruledOne.node, Field::stylename).view();
+    element = isSameName ? u"-" + overruledOne.by : overruledOne.by + u"-";
+  }
+  while (element == noneId || taken.contains(element)) element += u'-';
+  return element;
 }
 
 void Watermarks::exportMerged(const Kiln::SmartPtr<Kiln::Services::Path>& to) {
@@ -168,13 +139,14 @@ void Watermarks::exportMerged(const Kiln::SmartPtr<Kiln::Services::Path>& to) {
   host.documents()->write(root, host.file(to));
 }
 
-// While the store opens, an unwritable file must not keep the other files and the tab from opening.
-void Watermarks::attempt(const std::function<void()>& work) {
+// While the store opens, an unwritable file must not keep the other files and the tab from opening. Only the user's own
+// is told about: local data is often read-only.
+void Watermarks::attempt(const Text& path, const std::function<void()>& work) {
   if (!isOpening) return work();
   try {
     work();
   } catch (const Kiln::Exception& problem) {
-    tellOnce(problem);
+    if (!isLocalData(path)) tellOnce(problem);
   }
 }
 

@@ -22,15 +22,14 @@ std::u16string field(Node& record, std::u16string_view name) {
   return found ? found->value().str() : std::u16string();
 }
 
-// Falls back to the text for records without a name, and to the element's name for records without an id.
+// Falls back to the text for records without a name.
 std::u16string nameOf(Node& record) {
   const bool isNamed = static_cast<bool>(record.child(Field::stylename));
   return field(record, isNamed ? Field::stylename : Field::label);
 }
 
 std::u16string idOf(Node& record) {
-  std::u16string id = field(record, Field::value);
-  return id.empty() ? record.localNameText() : id;
+  return std::u16string(Formats::idInFile(record.localNameText(), field(record, Field::value)));
 }
 
 bool isReference(std::u16string_view name) { return name.starts_with(u"$IDS_") && name.ends_with(u';'); }
