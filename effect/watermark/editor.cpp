@@ -6,18 +6,21 @@ namespace Kiln::XUL {
 
 using namespace Effect;
 
-WatermarkDlg::WatermarkDlg(TabHost lender, SmartPtr<Dom::INode> edited, bool isNewRecord)
+WatermarkDlg::WatermarkDlg(TabHost lender, SmartPtr<Dom::INode> edited, bool isNewRecord, IdsOfName stored)
     : shared{std::move(lender), std::move(edited), {}, {}},
       names(shared),
       colour(shared),
       font(shared),
       placement(shared),
       printStyle(shared),
-      clashes(shared, names, isNewRecord) {
+      clashes(shared, isNewRecord, std::move(stored)) {
   shared.dialog = shared.host.preferences->openDialog(Address::watermarkEditor);
   if (!shared.dialog) return;
   connectWidgets();
-  load(shared.record);
+  if (!shared.record) return;
+  const Node original = shared.record->clone();
+  load(original);
+  keepWhatCannotBeShown(shared.host.services, *original, *shared.record);
 }
 
 void WatermarkDlg::run() {
@@ -41,7 +44,6 @@ void WatermarkDlg::connectWidgets() {
 
 // Loads a record into the widgets, and through them into the edited record.
 void WatermarkDlg::load(const SmartPtr<Dom::INode>& source) {
-  if (!source) return;
   const Node values = shownValues(shared.host.services, *source);
   names.load(*values);
   colour.load(*values);

@@ -22,13 +22,20 @@ class WatermarkDlg final : public SignalTarget {
   // Loads the dialog over the preferences, whose tab has the list of watermarks, and shows the record; with a null
   // record the dialog shows nothing and can only be cancelled. The host catches what a handler throws, and the dialog
   // stays open.
-  WatermarkDlg(TabHost lender, SmartPtr<Dom::INode> edited, bool isNewRecord);
+  // `stored` tells of watermarks that the list may not show.
+  WatermarkDlg(TabHost lender, SmartPtr<Dom::INode> edited, bool isNewRecord, IdsOfName stored = {});
 
   // Returns when the dialog has closed; at once when its layout could not be loaded.
   void run();
 
   // Whether the caller should store the record.
   bool isAccepted() const { return accepted; }
+
+  // Whether the user's last answer was not to replace a watermark of the name.
+  bool isReplacingDeclined() const { return clashes.isDeclined(); }
+
+  // The ids of the watermarks that the record replaces, as the user has agreed.
+  const std::vector<std::u16string>& replaced() const { return clashes.replaced(); }
 
  private:
   void onOk(SubDialogEventArg& event);

@@ -20,6 +20,7 @@ constexpr std::int32_t customColourIndex = 10;
 void EditorColour::connectWidgets() {
   support = supportOfModel();
   const auto caption = editor.dialog->widgetById(WidgetId::colourCaption);
+  editor.widget<ComboBox>(WidgetId::blackMark);  // layouts may have it; nothing depends on it
   const auto picker = editor.widget<ColorPicker>(WidgetId::colourPicker);
   const auto colours = editor.widget<ComboBox>(WidgetId::colourList);
   const bool isBlackOnly = support == Support::blackOnly;

@@ -41,12 +41,14 @@ void EditorFont::load(Dom::INode& values) {
 
   const WString size = fieldText(values, Field::fontsize);
   putSize(editor.widget<TextBox>(WidgetId::fontSize), size);
+  loadedSize = size;
 }
 
 void EditorFont::replaceImpossibleSize() {
   const WString size = fieldText(*editor.record, Field::fontsize);
   if (isFontSize(size.view())) {
-    setField(*editor.record, Field::fontsize, decimalText(leadingInteger(size.view())));
+    if (size.view() != loadedSize.view())
+      setField(*editor.record, Field::fontsize, decimalText(leadingInteger(size.view())));
     return;
   }
   putSize(editor.widget<TextBox>(WidgetId::fontSize), leastFontSize);

@@ -16,7 +16,8 @@ class EditorFont final : public SignalTarget {
   // Shows face, style and size, and writes them into the edited record.
   void load(Dom::INode& values);
 
-  // Replaces a size out of range by the minimum, at either end. "12 pt" is read as 12.
+  // Replaces a size out of range by the minimum, at either end. "12 pt" is read as 12; one that the user has not
+  // changed stays as it is.
   void replaceImpossibleSize();
 
  private:
@@ -31,6 +32,7 @@ class EditorFont final : public SignalTarget {
 
   const EditorContext& editor;
   OwnChange ownChange;
+  WString loadedSize;
 };
 
 }  // namespace Kiln::XUL

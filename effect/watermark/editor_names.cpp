@@ -12,13 +12,17 @@ using namespace Effect;
 
 namespace {
 
-// The name of the "None" entry in every installed language.
+// The name of the "None" entry in every installed language whose texts can be read.
 std::vector<std::u16string> namesOfNone(Host& host) {
   std::vector<std::u16string> names;
   const auto locales = host.locales(u"base");
   for (std::int32_t i = 0; i < locales->count(); ++i) {
     const std::u16string table = u"chrome://base/content/" + locales->at(i).str() + u"/strings.dtd";
-    names.push_back(host.lookUp(table, Token::none).str());
+    try {
+      names.push_back(host.lookUp(table, Token::none).str());
+    } catch (const Exception&) {
+      // A damaged translation must not keep the others from being used.
+    }
   }
   return names;
 }
@@ -59,10 +63,6 @@ void EditorNames::startAgainIfEmpty() {
     styleNameEdited = false;
 }
 
-WString EditorNames::name() const {
-  return styleNameBox ? styleNameBox->text() : fieldText(*editor.record, Field::stylename);
-}
-
 // A field's text as displayed: empty for a watermark without a text, and truncated to the maximum input length.
 std::u16string EditorNames::shownText(WStringView text) const {
   if (text.view() == Token::none) return {};
@@ -70,34 +70,25 @@ std::u16string EditorNames::shownText(WStringView text) const {
   return std::u16string(cutToBox(editor.host.services.translate(text).view()));
 }
 
+// The record is written last, so that a change that the host refuses because something failed leaves it as it was.
 void EditorNames::onLabelText(SmartPtr<TextChangeEventArg> change) {
   if (ownChange.isRunning()) return;
   const bool isStyleName = styleNameBox && change->source() == styleNameBox;
-  if (hasStyleNames)
-    takeLabelOrStyleName(change->text(), isStyleName);
-  else
-    takeBoth(change->text(), isStyleName);
-  const WString name = fieldText(*editor.record, Field::stylename);
-  updateOkButton(fieldText(*editor.record, Field::label), name, isReservedName(name));
-}
+  const WString text = change->text();
 
-// The name follows the text until the user types a name.
-void EditorNames::takeLabelOrStyleName(WStringView text, bool isStyleName) {
-  setField(*editor.record, isStyleName ? Field::stylename : Field::label, text);
-  if (isStyleName) {
-    if (text.size() != 0) styleNameEdited = true;
-  } else if (!styleNameEdited) {
-    setField(*editor.record, Field::stylename, text);
-    ownChange.setText(styleNameBox, text);
-  }
-  if (editor.preview) editor.preview->setText(fieldText(*editor.record, Field::label));
-}
+  // The name follows the text until the user types a name.
+  const bool changesLabel = !isStyleName;
+  const bool changesName = isStyleName || !hasStyleNames || !styleNameEdited;
+  const WString label = changesLabel ? text : fieldText(*editor.record, Field::label);
+  const WString name = changesName ? text : fieldText(*editor.record, Field::stylename);
+  const bool isReserved = isReservedName(name);
 
-void EditorNames::takeBoth(WStringView text, bool isStyleName) {
-  if (!isStyleName) setField(*editor.record, Field::label, text);
-  setField(*editor.record, Field::stylename, text);
-  ownChange.setText(styleNameBox, text);
-  if (editor.preview) editor.preview->setText(text);
+  if (!hasStyleNames || (changesName && !isStyleName)) ownChange.setText(styleNameBox, name);
+  if (editor.preview) editor.preview->setText(hasStyleNames ? label : text);
+  updateOkButton(label, name, isReserved);
+  if (changesLabel) setField(*editor.record, Field::label, label);
+  if (changesName) setField(*editor.record, Field::stylename, name);
+  if (hasStyleNames && isStyleName && text.size() != 0) styleNameEdited = true;
 }
 
 void EditorNames::updateOkButton(WStringView label, WStringView stylename, bool forceDisable) const {

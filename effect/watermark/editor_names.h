@@ -20,13 +20,8 @@ class EditorNames final : public SignalTarget {
   // Where the defaults have neither text nor name, the name follows the text again.
   void startAgainIfEmpty();
 
-  // The name as displayed; without a box, as recorded.
-  WString name() const;
-
  private:
   void onLabelText(SmartPtr<TextChangeEventArg> change);
-  void takeLabelOrStyleName(WStringView text, bool isStyleName);
-  void takeBoth(WStringView text, bool isStyleName);
   void updateOkButton(WStringView label, WStringView stylename, bool forceDisable) const;
   bool isReservedName(WStringView text) const;
   std::u16string shownText(WStringView text) const;

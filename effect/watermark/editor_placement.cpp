@@ -29,7 +29,7 @@ void EditorPlacement::connectAngle() {
 }
 
 void EditorPlacement::load(Dom::INode& values) {
-  angle.enter(fieldText(values, Field::angle));
+  angle.load(fieldText(values, Field::angle));
   applyPosition(fieldText(values, Field::positionY).str() + fieldText(values, Field::positionX).str());
 }
 

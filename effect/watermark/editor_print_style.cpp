@@ -44,7 +44,7 @@ void EditorPrintStyle::load(Dom::INode& values) {
                                    : WidgetId::printSolid;
   if (const auto button = editor.widget<RadioButton>(radio)) button->setChecked(true);
   if (isTransparent)
-    transparency.enter(fieldText(*values.child(Field::transparency), Field::intensity));
+    transparency.load(fieldText(*values.child(Field::transparency), Field::intensity));
   else
     transparency.show(initialPercent);
   applyPrintStyle(radio);

@@ -15,6 +15,10 @@ bool isFontStyle(std::u16string_view text) {
          text == FontStyle::boldItalic;
 }
 
+bool isPrintStyle(std::u16string_view text) {
+  return text == PrintStyle::solid || text == PrintStyle::outline || text == PrintStyle::transparency;
+}
+
 Kiln::WString intensityOf(Kiln::Dom::INode& record) {
   const Node transparency = record.child(Field::transparency);
   return transparency ? fieldText(*transparency, Field::intensity) : Kiln::WString();
@@ -68,7 +72,7 @@ Node shownValues(Kiln::Host& host, Kiln::Dom::INode& record) {
   take(Field::fontstyle, isFontStyle);
   take(Field::colour, isColour);
   take(Field::angle, [](std::u16string_view text) { return angleOf(text).has_value(); });
-  take(Field::printStyle, any);
+  take(Field::printStyle, isPrintStyle);
 
   const Kiln::WString vertical = fieldText(record, Field::positionY);
   const Kiln::WString horizontal = fieldText(record, Field::positionX);
@@ -79,6 +83,28 @@ Node shownValues(Kiln::Host& host, Kiln::Dom::INode& record) {
   if (const Kiln::WString intensity = intensityOf(record); percentOf(intensity.view()))
     setField(*shown->child(Field::transparency), Field::intensity, intensity);
   return shown;
+}
+
+void keepWhatCannotBeShown(Kiln::Host& host, Kiln::Dom::INode& original, Kiln::Dom::INode& record) {
+  const Node shown = shownValues(host, original);
+  const auto keep = [&](Name field) { setField(record, field, fieldText(original, field)); };
+  for (const Name text : {Field::label, Field::stylename}) {
+    const Kiln::WString own = fieldText(original, text);
+    const bool isReference = host.translate(own).view() != own.view();
+    if (!isReference && cutToBox(own.view()).size() < own.size()) keep(text);
+  }
+  // A colour is another one than that shown where the model prints none.
+  for (const Name field :
+       {Field::fontstyle, Field::colour, Field::angle, Field::positionX, Field::positionY, Field::printStyle}) {
+    const Kiln::WString own = fieldText(original, field);
+    const Kiln::WString written = fieldText(record, field);
+    const bool isReplaced = own.view() != fieldText(*shown, field).view();
+    if (!own.empty() && isReplaced && written.view() == fieldText(*shown, field).view()) keep(field);
+  }
+  const Kiln::WString intensity = intensityOf(original);
+  const bool applies = fieldText(original, Field::printStyle).view() == PrintStyle::transparency;
+  if (applies && !intensity.empty() && !percentOf(intensity.view()))
+    setField(*record.childOrNew(Field::transparency), Field::intensity, intensity);
 }
 
 }  // namespace Effect

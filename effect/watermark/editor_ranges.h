@@ -37,4 +37,8 @@ bool isPosition(std::u16string_view code);
 // an invalid one.
 Node shownValues(Kiln::Host& host, Kiln::Dom::INode& record);
 
+// Sets the fields of `record` back to those of `original` that the editor cannot show, and shows something else for:
+// what the user does not change stays as it was.
+void keepWhatCannotBeShown(Kiln::Host& host, Kiln::Dom::INode& original, Kiln::Dom::INode& record);
+
 }  // namespace Effect

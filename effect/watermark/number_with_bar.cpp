@@ -27,6 +27,11 @@ void NumberWithBar::enter(WStringView text) {
     takeText(text);
 }
 
+void NumberWithBar::load(WStringView text) {
+  enter(text);
+  isTouched = false;
+}
+
 void NumberWithBar::show(std::int32_t number) {
   ownChange.setPosition(bar, number - least);
   ownChange.setText(box, decimalText(number));
@@ -40,7 +45,10 @@ void NumberWithBar::onText(SmartPtr<TextChangeEventArg> change) {
   if (!ownChange.isRunning() && !takeText(change->text())) change->refuse();
 }
 
-void NumberWithBar::onFocusLost(EventArg<TextBox> event) { enter(event.source().text()); }
+// A box that the user only passes through changes nothing: the record may have a value that the box cannot show.
+void NumberWithBar::onFocusLost(EventArg<TextBox> event) {
+  if (isTouched) enter(event.source().text());
+}
 
 void NumberWithBar::onScroll(EventArg<ScrollBar> event) {
   if (ownChange.isRunning()) return;
@@ -55,6 +63,7 @@ bool NumberWithBar::takeText(WStringView text) {
   if (!number) return false;
   ownChange.setPosition(bar, *number - least);
   take(*number);
+  isTouched = true;
   return true;
 }
 

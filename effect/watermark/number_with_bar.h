@@ -31,6 +31,9 @@ class NumberWithBar final : public SignalTarget {
   // Enters a text as the user does.
   void enter(WStringView text);
 
+  // The same with the text of a record, which counts as untouched.
+  void load(WStringView text);
+
   // Shows a number without taking it.
   void show(std::int32_t number);
 
@@ -50,6 +53,7 @@ class NumberWithBar final : public SignalTarget {
   SmartPtr<TextBox> box;
   SmartPtr<ScrollBar> bar;
   OwnChange ownChange;
+  bool isTouched = false;  // the user has changed the number
 };
 
 }  // namespace Kiln::XUL

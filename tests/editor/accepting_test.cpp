@@ -109,22 +109,33 @@ TEST_F(EditorOverAList, ComparesTheTranslationOfAnEntry) {
   EXPECT_THAT(questions, ElementsAre(overwrite));
 }
 
-TEST_F(EditorOverAList, AsksAboutDownloadedEntriesOnlyForOneOfThem) {
-  world.addToList(u"downloaded")->setMarked(true);
-  EXPECT_TRUE(accept("downloaded", false, false));
-  EXPECT_THAT(questions, IsEmpty());
-  world.list().data()->at(2)->setMarked(true);
-  EXPECT_FALSE(accept("downloaded", false, false));
-  EXPECT_TRUE(accept("third", false, false)) << "which is not downloaded";
+// Downloaded watermarks are never replaced; the user's own are, whichever is edited.
+TEST_F(EditorOverAList, AsksAboutNoDownloadedEntryAndAboutEveryOther) {
+  for (const bool isNew : {false, true})
+    for (const bool isSelectedMarked : {false, true}) {
+      world.list().data()->at(2)->setMarked(isSelectedMarked);
+      if (!isNew && !isSelectedMarked) world.addToList(u"downloaded")->setMarked(true);
+      EXPECT_TRUE(accept("downloaded", isNew, false));
+      EXPECT_THAT(questions, IsEmpty());
+      EXPECT_FALSE(accept("third", isNew, false));
+      EXPECT_THAT(questions, ElementsAre(overwrite));
+    }
 }
 
-TEST_F(EditorOverAList, ComparesANewRecordWithThoseThatAreDownloadedLikeTheSelectedOne) {
-  world.addToList(u"downloaded")->setMarked(true);
-  world.list().data()->at(2)->setMarked(true);
-  EXPECT_TRUE(accept("third", true, false));
-  EXPECT_THAT(questions, IsEmpty());
-  EXPECT_FALSE(accept("downloaded", true, false));
-  EXPECT_THAT(questions, ElementsAre(overwrite));
+TEST_F(EditorOverAList, NamesTheEntryThatWillBeReplaced) {
+  std::string name;
+  world.edit(world.newRecord({{"label", "Text"}, {"stylename", "second"}}), [&](Hand& hand) {
+    hand.type("txt_EffWMStyleName", "third");
+    hand.onQuestion = [&name](Refhost::Dialog& question) {
+      const auto* shown = dynamic_cast<Refhost::Label*>(question.layout().find(u"txt_OverwriteName"));
+      ASSERT_NE(shown, nullptr);
+      EXPECT_TRUE(shown->isVisible());
+      name = Formats::toUtf8(shown->label());
+    };
+    hand.accept();
+    hand.cancel();
+  });
+  EXPECT_EQ(name, "third");
 }
 
 TEST_F(EditorOverAList, AsksAgainAfterARefusal) {

@@ -52,6 +52,7 @@ class Hand {
   // The user's reaction to a question of the editor.
   void answer(Refhost::Dialog& question) {
     questions.push_back(Formats::toUtf8(question.url()));
+    if (onQuestion) onQuestion(question);
     if (onAnswer) onAnswer();
     saysYes ? static_cast<void>(question.accept()) : question.cancel();
   }
@@ -77,6 +78,7 @@ class Hand {
   Effect::Node record;
   bool saysYes = false;
   std::function<void()> onAnswer;
+  std::function<void(Refhost::Dialog&)> onQuestion;
   std::vector<std::string> questions;  // their addresses
 };
 
@@ -129,6 +131,8 @@ class EditorWorld : public StoreWorld {
     manager->model->setAvailable(u"Watermark-Color", u"Black", hasBlack);
     manager->model->setAvailable(u"Watermark-Color", u"Non-Black", hasOthers);
   }
+
+  Kiln::SmartPtr<Kiln::XUL::GUI> tab() const { return gui; }
 
   // The tab's list of watermarks, with arbitrary ids.
   Refhost::ListBox& list() { return dynamic_cast<Refhost::ListBox&>(*gui->find(u"lst_selectedWatermark")); }

@@ -6,6 +6,61 @@
 
 namespace {
 
+// A GUI and its dialogs as the host has them; remembers the ids of widgets that are looked for.
+class WatchedDialog final : public Kiln::XUL::SubDialog {
+ public:
+  WatchedDialog(Kiln::SmartPtr<Kiln::XUL::SubDialog> hosts, std::vector<std::string>& ids)
+      : dialog(std::move(hosts)),
+        wanted(ids) {}
+
+  Kiln::SmartPtr<Kiln::XUL::Widget> widgetById(Kiln::WStringView id) override {
+    wanted.push_back(Formats::toUtf8(id));
+    return dialog->widgetById(id);
+  }
+  Kiln::SmartPtr<Kiln::XUL::Widget> parentWidgetById(Kiln::WStringView id) override {
+    return dialog->parentWidgetById(id);
+  }
+  Kiln::SmartPtr<Kiln::XUL::Button> okButton() override { return dialog->okButton(); }
+  Kiln::SmartPtr<Kiln::Signal<Kiln::XUL::SubDialogEventArg&>> okSignal() override { return dialog->okSignal(); }
+  Kiln::SmartPtr<Kiln::Signal<Kiln::XUL::SubDialogEventArg&>> cancelSignal() override {
+    return dialog->cancelSignal();
+  }
+  Kiln::SmartPtr<SubDialog> openDialog(Kiln::WStringView url) override { return dialog->openDialog(url); }
+  void runModally() override { dialog->runModally(); }
+  void show() override { dialog->show(); }
+  void registerImage(Kiln::WStringView name, Kiln::WStringView url) override { dialog->registerImage(name, url); }
+
+ private:
+  Kiln::SmartPtr<Kiln::XUL::SubDialog> dialog;
+  std::vector<std::string>& wanted;
+};
+
+class WatchedGui final : public Kiln::XUL::GUI {
+ public:
+  explicit WatchedGui(Kiln::SmartPtr<Kiln::XUL::GUI> hosts) : gui(std::move(hosts)) {}
+
+  void load(Kiln::WStringView url) override { gui->load(url); }
+  Kiln::SmartPtr<Kiln::Signal<Kiln::SmartPtr<GUI>>> readySignal() override { return gui->readySignal(); }
+  Kiln::SmartPtr<Kiln::XUL::Widget> widgetById(Kiln::WStringView id) override { return gui->widgetById(id); }
+  Kiln::SmartPtr<Kiln::XUL::TabPanel> tabPanel() override { return gui->tabPanel(); }
+  Kiln::SmartPtr<Kiln::XUL::SubDialog> openDialog(Kiln::WStringView url) override {
+    return Refhost::make<WatchedDialog>(gui->openDialog(url), wanted);
+  }
+
+  std::vector<std::string> wanted;
+
+ private:
+  Kiln::SmartPtr<Kiln::XUL::GUI> gui;
+};
+
+TEST_F(Editor, LooksForTheBlackMarkThatOtherLayoutsHave) {
+  const auto gui = Refhost::make<WatchedGui>(world.tab());
+  Kiln::XUL::WatermarkDlg editor({world.host, world.manager, gui}, world.newRecord(), false);
+  const auto caption = std::find(gui->wanted.begin(), gui->wanted.end(), "txt_WMCol");
+  ASSERT_NE(caption, gui->wanted.end());
+  EXPECT_EQ(*(caption + 1), "wtmcol_k");
+}
+
 using testing::ElementsAre;
 using testing::IsEmpty;
 

@@ -45,6 +45,21 @@ TEST_F(Editor, TextIsTakenAfterTheHostFailedToShowTheName) {
   });
 }
 
+// The host refuses the change, so neither the box nor the record has it.
+TEST_F(Editor, TextThatAFailureKeepsFromTheBoxIsNotInTheRecord) {
+  for (const char* widget : {"txt_EffWMStyleName", "dlg_watermark"}) {
+    const std::string operation = widget == std::string("dlg_watermark") ? "enable" : "setText";
+    world.edit([&](Hand& hand) {
+      const std::string id = operation == "enable" ? Formats::toUtf8(hand.dialog.ok().id().view()) : widget;
+      const EditorWorld::FailingChange failing(world, id, operation);
+      EXPECT_FALSE(hand.type("txt_EffWMTxtBox", "first"));
+      EXPECT_EQ(std::exchange(world.face.failures, {}).size(), 1U) << id;
+      EXPECT_EQ(hand.field("label"), "Text") << id;
+      EXPECT_EQ(hand.field("stylename"), "Name") << id;
+    });
+  }
+}
+
 TEST_F(Editor, NameThatIsOnlyDeletedStillFollowsTheText) {
   world.edit([](Hand& hand) {
     hand.type("txt_EffWMStyleName", "");
