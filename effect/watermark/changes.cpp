@@ -2,80 +2,68 @@
 #include "effect/watermark/editor.h"
 #include "effect/watermark/tab.h"
 
+#include <algorithm>
+
 namespace Kiln::XUL {
 
 using namespace Effect;
 
-// Runs the editor; true when the record should be stored. The editor moves the selection when an entry above is about
-// to be replaced; restores it, since entries are identified by their ids.
-bool WatermarkTab::editWatermark(const Node& edited, bool isNew) {
+// Runs the editor; the ids of the records to replace when the record should be stored. The editor moves the selection
+// when an entry above is about to be replaced; restores it, since entries are identified by their ids.
+std::optional<std::vector<std::u16string>> WatermarkTab::editWatermark(const Watermarks& target, const Node& edited,
+                                                                       bool isNew) {
   const auto selected = list ? list->selectedItem() : SmartPtr<ListItem>();
-  WatermarkDlg editor(host, edited, isNew);
+  WatermarkDlg editor(host, edited, isNew, [&target](std::u16string_view name) { return target.idsOfName(name); });
   editor.run();
   if (selected && !(list->selectedItem() == selected)) list->selectValue(selected->value());
-  return editor.isAccepted();
-}
-
-// The id of another record with that name, which a record taking the name replaces; empty for none. A built-in record,
-// whose name is a string-table reference, is compared by the displayed name.
-std::u16string WatermarkTab::watermarkNamed(std::u16string_view name, std::u16string_view besides) const {
-  std::u16string named = store->findIdByName(name);
-  if (!named.empty() && named != besides) return named;
-  const auto items = list ? list->data() : SmartPtr<ListData>();
-  for (std::int32_t i = 0; items && i < items->count(); ++i) {
-    const auto item = items->at(i);
-    const bool isOther = item->value().view() != besides && !item->isMarked();
-    if (isOther && item->text().view() == name) return item->value().str();
-  }
-  return {};
+  if (!editor.isAccepted() || editor.isReplacingDeclined()) return {};
+  return editor.replaced();
 }
 
 void WatermarkTab::onAddWM(EventArg<Button>) {
-  const SmartPtr<Watermarks> target = store;
+  const SmartPtr<Watermarks> target = openedStore();
   const Node edited = target->makeNoneRecord();
-  if (!editWatermark(edited, true)) return;
+  const auto replaced = editWatermark(*target, edited, true);
+  if (!replaced) return;
 
-  const WString name = fieldText(*edited, Field::stylename);
-  const std::u16string sameName = watermarkNamed(name.view(), {});
-  bool isReplaced = false;
   std::u16string newId;
   target->changeTogether([&](Watermarks::Changes& changes) {
-    isReplaced = changes.remove(sameName);
+    for (const std::u16string& id : *replaced) changes.remove(id);
     newId = changes.add(edited);
   });
-  if (isReplaced) removeItem(sameName);
+  removeItems(*replaced);
   if (newId.empty()) return;
-  if (list) list->data()->append(name, newId);
+  if (list) list->data()->append(fieldText(*edited, Field::stylename), newId);
   refreshList();
   if (target->isFull() && addButton) addButton->disable();
   selectWatermark(newId);
 }
 
 void WatermarkTab::onEditWM(EventArg<Button>) {
+  const SmartPtr<Watermarks> target = openedStore();
   const auto item = list ? list->selectedItem() : SmartPtr<ListItem>();
   const std::u16string id = item ? item->value().str() : std::u16string(noneId);
-  const SmartPtr<Watermarks> target = store;
   const Node record = target->record(id);
   if (id == noneId || !record) return;
 
   const Node edited = record->clone();
-  const WString oldName = fieldText(*edited, Field::stylename);
-  if (!editWatermark(edited, false)) return;
+  const auto replaced = editWatermark(*target, edited, false);
+  if (!replaced) return;
 
-  const WString name = fieldText(*edited, Field::stylename);
-  const std::u16string sameName = name.view() == oldName.view() ? std::u16string() : watermarkNamed(name.view(), id);
-  bool isReplaced = false;
   target->changeTogether([&](Watermarks::Changes& changes) {
-    isReplaced = changes.remove(sameName);
+    for (const std::u16string& other : *replaced) changes.remove(other);
     changes.update(id, edited);
   });
-  if (isReplaced) removeItem(sameName);
-  item->setText(name);
+  removeItems(*replaced);
+  item->setText(fieldText(*edited, Field::stylename));
   refreshList();
   selectWatermark(id);
 }
 
+// There is no entry to delete where a watermark is selected that the list does not show.
 void WatermarkTab::onDeleteWM(EventArg<Button>) {
+  openedStore();
+  if (list && !list->selectedItem()) return;
   const auto dialog = host.preferences->openDialog(Address::confirmDelete);
   if (!dialog) return;
   connect(*dialog->okSignal(), *this, &WatermarkTab::onOkWMDelete);
@@ -85,11 +73,13 @@ void WatermarkTab::onDeleteWM(EventArg<Button>) {
 void WatermarkTab::onOkWMDelete(SubDialogEventArg&) {
   const auto item = list ? list->selectedItem() : SmartPtr<ListItem>();
   if (!item || item->value().view() == noneId) return;
-  store->removeRecord(item->value().view());
-  removeItem(item->value().view());
+  const SmartPtr<Watermarks> target = openedStore();
+  const std::u16string id = item->value().str();
+  target->removeRecord(id);
+  removeItems({id});
   refreshList();
   if (addButton) {
-    if (store->isFull())
+    if (target->isFull())
       addButton->disable();
     else if (!addButton->isEnabled())
       addButton->enable();
@@ -97,14 +87,13 @@ void WatermarkTab::onOkWMDelete(SubDialogEventArg&) {
   selectWatermark(noneId);
 }
 
-void WatermarkTab::removeItem(std::u16string_view id) {
+void WatermarkTab::removeItems(const std::vector<std::u16string>& ids) {
   if (!list) return;
   const auto items = list->data();
-  for (std::int32_t i = 0; i < items->count(); ++i) {
-    if (items->at(i)->value().view() != id) continue;
-    items->remove(i);
-    return;
-  }
+  for (std::int32_t i = items->count() - 1; i >= 0; --i)
+    if (std::find(ids.begin(), ids.end(), items->at(i)->value().view()) != ids.end() &&
+        items->at(i)->value().view() != noneId)
+      items->remove(i);
 }
 
 }  // namespace Kiln::XUL

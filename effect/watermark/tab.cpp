@@ -35,6 +35,16 @@ void WatermarkTab::setupWM() {
   if (store->isFull()) disableIfThere(addButton);
 }
 
+// The store, opened anew after an import without memory for it; the list then shows what it holds. Throws
+// std::bad_alloc.
+SmartPtr<Watermarks> WatermarkTab::openedStore() {
+  if (store) return store;
+  store = newStore<Watermarks>(host, false);
+  showWatermarks();
+  showCurrent();
+  return store;
+}
+
 void WatermarkTab::bindWidgets() {
   list = host.widget<ListBox>(WidgetId::watermarkList);
   addButton = host.widget<Button>(WidgetId::watermarkAdd);
@@ -73,11 +83,14 @@ void WatermarkTab::selectWatermark(std::u16string_view id) {
 void WatermarkTab::WMSelectionChange(ModelSelectionChange& change) {
   const bool isLocked = host.isLocked(Prop::watermarkSel);
   // At print time the files may have changed since they were read.
-  if (!store || host.uiMode() == modePrePrint) store = newStore<Watermarks>(host, false);
+  if (host.uiMode() == modePrePrint)
+    store = newStore<Watermarks>(host, false);
+  else
+    openedStore();
 
   const std::u16string id = knownWatermark(change.value.view());
   writePrintDetails(host.services, *host.properties->modelProperties(), *store->record(id), id == noneId);
-  if (list) list->selectValue(id);
+  showSelection(id);
   if (editButton && deleteButton && perPageBox && !isLocked) {
     const bool isAny = id != noneId;
     editButton->setEnabled(isAny);
@@ -86,6 +99,13 @@ void WatermarkTab::WMSelectionChange(ModelSelectionChange& change) {
   }
   if (id == noneId) host.send({{Prop::watermark, Value::none}});
 }
+
+// A watermark that the list does not show leaves no entry selected, so that none is taken for it.
+void WatermarkTab::showSelection(std::u16string_view id) {
+  if (list && !list->selectValue(id)) list->select(-1);
+}
+
+void WatermarkTab::showCurrent() { showSelection(knownWatermark(host.propertyValue(Prop::watermarkSel).view())); }
 
 // The record's id, else its downloaded form, else none.
 std::u16string WatermarkTab::knownWatermark(std::u16string_view id) const {
@@ -99,7 +119,8 @@ std::u16string WatermarkTab::knownWatermark(std::u16string_view id) const {
 void WatermarkTab::DisableWM(ModelEnableChange& change) {
   if (host.isLocked(Prop::watermarkSel)) {
     // The user cannot change the selection, only see it.
-    if (list) list->selectValue(host.propertyValue(Prop::watermarkSel));
+    openedStore();
+    showCurrent();
     disableIfThere(addButton);
     disableIfThere(editButton);
     disableIfThere(deleteButton);
@@ -121,7 +142,7 @@ void WatermarkTab::offerWatermarks() {
     enableIfThere(editButton);
     enableIfThere(deleteButton);
   }
-  if (!store->isFull()) enableIfThere(addButton);
+  if (!openedStore()->isFull()) enableIfThere(addButton);
 }
 
 void WatermarkTab::withdrawWatermarks() {
@@ -166,7 +187,7 @@ void WatermarkTab::takeUpWatermarks() {
   store = openStore<Watermarks>(host, false);
   if (!store) return;
   showWatermarks();
-  if (list) list->selectValue(host.propertyValue(Prop::watermarkSel));
+  showCurrent();
   if (!addButton) return;
   if (store->isFull())
     addButton->disable();

@@ -6,8 +6,10 @@
 #include "effect/tab_host.h"
 #include "effect/watermark/watermarks.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Kiln::XUL {
 
@@ -41,22 +43,25 @@ class WatermarkTab final : public SignalTarget {
 
  private:
   // Display and selection.
+  SmartPtr<Watermarks> openedStore();
   void bindWidgets();
   void showWatermarks();
   std::u16string knownWatermark(std::u16string_view id) const;
   void offerWatermarks();
   void withdrawWatermarks();
   void selectWatermark(std::u16string_view id);
+  void showSelection(std::u16string_view id);
+  void showCurrent();
 
   // Changes.
-  bool editWatermark(const Effect::Node& edited, bool isNew);
-  std::u16string watermarkNamed(std::u16string_view name, std::u16string_view besides) const;
-  void removeItem(std::u16string_view id);
+  std::optional<std::vector<std::u16string>> editWatermark(const Watermarks& target, const Effect::Node& edited,
+                                                           bool isNew);
+  void removeItems(const std::vector<std::u16string>& ids);
   void refreshList();
 
   const TabHost& host;
   SmartPtr<Alignment> leftBox;
-  SmartPtr<Watermarks> store;  // empty until the tab is set up or, without a tab, a watermark is selected
+  SmartPtr<Watermarks> store;  // empty before the tab is set up, and after an import without memory for it
 
   // Each empty without a tab, or when the layout has no such widget.
   SmartPtr<ListBox> list;

@@ -66,6 +66,17 @@ TEST_F(Merge, OfAnotherWatermarkOfTheIdGivesANewId) {
   EXPECT_EQ(bytesOf(watermarks), merged);
 }
 
+// The store reads ids likewise.
+TEST_F(Merge, KnowsAWatermarkWithoutAnIdByItsElementWithoutTheEndingOfADownloadedOne) {
+  const auto nameless = [](const std::string& element, const std::string& name) {
+    return "  <" + element + ">\n    <stylename>" + name + "</stylename>\n    <value></value>\n  </" + element + ">\n";
+  };
+  put(watermarks, watermarkFile(nameless("WM_1", "Mine")));
+  put(from / "ZVeffect.xml", watermarkFile(nameless("WM_1_G", "Theirs")));
+  putManifest({{u"WatermarkSel", u"WM_1_G"}});
+  EXPECT_EQ(value(import(), u"WatermarkSel"), u"WM_1_2");
+}
+
 // Built-in watermarks have translated names, and a face for the user's language.
 TEST_F(Merge, OfWatermarksThatCameWithTheProgramLooksPastTheFace) {
   const auto draft = [](const std::string& face, const std::string& size) {

@@ -368,6 +368,45 @@ TEST_F(Plugin, ImportWithoutMemoryForAStoreLeavesItEmpty) {
   EXPECT_EQ(run.value(u"WatermarkText"), "New");
 }
 
+TEST_F(Plugin, AddsEditsAndDeletesWatermarksAfterAnImportWithoutMemoryForTheStore) {
+  for (const char16_t* button : {u"btn_WMAdd", u"btn_WMEdit", u"btn_WMDel"}) {
+    putWatermarkFile(home, watermark("WM_1", "Draft") + watermark("WM_2", "Other"));
+    PluginRun run(home);
+    run.world.preferences.set(u"WatermarkSel", u"WM_1");
+    putWatermarkFile(home, watermark("WM_1", "Draft") + watermark("WM_9", "New"));
+    Refhost::heap().failAfter(1);
+    run.world.preferences.importProfile("p", {});
+    Refhost::heap().failAfter(-1);
+    run.world.face.failures.clear();
+
+    run.world.face.onModal = [](Refhost::Dialog& dialog) {
+      if (auto* text = dynamic_cast<Refhost::TextBoxNode*>(dialog.layout().find(u"txt_EffWMTxtBox"))) {
+        EXPECT_TRUE(text->edit(u"Typed", Refhost::Edit::typed));
+      }
+      dialog.accept();
+    };
+    run.world.widget<Refhost::Button>(button).click();
+    EXPECT_THAT(run.world.face.failures, IsEmpty());
+    const auto shown = run.watermarks();
+    EXPECT_THAT(shown, Contains("WM_9=New"));
+    EXPECT_EQ(std::count(shown.begin(), shown.end(), "WM_1=Draft"), button == std::u16string(u"btn_WMAdd") ? 1 : 0);
+    const auto isTyped = [](const std::string& line) { return line.ends_with("=Typed"); };
+    EXPECT_EQ(std::count_if(shown.begin(), shown.end(), isTyped), button == std::u16string(u"btn_WMDel") ? 0 : 1);
+  }
+}
+
+TEST_F(Plugin, OffersWatermarksAfterAnImportWithoutMemoryForTheStore) {
+  PluginRun run(home);
+  run.world.preferences.setAvailable(u"Watermark", u"Watermark", false);
+  Refhost::heap().failAfter(1);
+  run.world.preferences.importProfile("p", {});
+  Refhost::heap().failAfter(-1);
+  run.world.face.failures.clear();
+  run.world.preferences.setAvailable(u"Watermark", u"Watermark", true);
+  EXPECT_THAT(run.world.face.failures, IsEmpty());
+  EXPECT_TRUE(run.isEnabled(u"btn_WMAdd"));
+}
+
 TEST_F(Plugin, GoesOnAfterAnImportThatRanOutOfMemory) {
   putWatermarkFile(home, watermark("WM_1", "Draft"));
   putOverlays(overlaysOf(home), {{u"Form", u"12345.opa"}, {u"Letterhead", u"23456.opa"}});
