@@ -10,6 +10,7 @@
 #include "host/widgets/list.h"
 
 #include <algorithm>
+#include <cmath>
 #include <stdexcept>
 
 namespace Refhost {
@@ -138,6 +139,22 @@ Kiln::SmartPtr<Kiln::XUL::Image> ReferenceHost::image(Kiln::WStringView address,
     return {};
   }
   return make<Image>(std::u16string(address.view()), file, std::u16string(scope.view()));
+}
+
+Kiln::SmartPtr<Kiln::XUL::Image> ReferenceHost::scaledImage(Kiln::WStringView address, Kiln::WStringView scope,
+                                                            float factor) {
+  const auto picture = Kiln::smartCast<Image>(image(address, scope));
+  if (!picture || factor == 1.0F) return picture;
+  const auto resource = world.chrome.file(address);
+  Files::Disk& disk = resource ? Files::realDisk() : world.files.disk;
+  try {
+    const auto sides = bitmapSides(disk.read(picture->file, largestBitmap));
+    if (!sides) return {};
+    const auto scaled = [factor](int side) { return static_cast<int>(std::lround(static_cast<float>(side) * factor)); };
+    return make<Image>(*picture, scaled(sides->width), scaled(sides->height));
+  } catch (const Files::DiskError&) {
+    return {};
+  }
 }
 
 Kiln::SmartPtr<Kiln::XUL::Image> ReferenceHost::swatch(Kiln::WStringView colour, std::int32_t width,

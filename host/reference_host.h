@@ -28,6 +28,13 @@ class Image final : public Kiln::XUL::Image {
       : source(std::move(imageSource)),
         file(std::move(imageFile)),
         scope(std::move(imageScope)) {}
+  // A picture to be shown with sides other than its own, in pixels.
+  Image(const Image& original, int pictureWidth, int pictureHeight)
+      : source(original.source),
+        file(original.file),
+        scope(original.scope),
+        width(pictureWidth),
+        height(pictureHeight) {}
   Image(std::u16string swatchColour, int swatchWidth, int swatchHeight)
       : colour(std::move(swatchColour)),
         width(swatchWidth),
@@ -40,7 +47,7 @@ class Image final : public Kiln::XUL::Image {
   // The scope given by the plug-in; empty for none. This host ignores scopes.
   const std::u16string scope;
 
-  // A swatch's colour ("#RRGGBB") and sides in pixels; empty and 0 for a picture.
+  // A swatch's colour ("#RRGGBB"), empty for a picture; and the sides in pixels, 0 for a picture's own.
   const std::u16string colour;
   const int width = 0;
   const int height = 0;
@@ -118,6 +125,8 @@ class ReferenceHost final : public Kiln::Host {
   Kiln::SmartPtr<Kiln::Services::Documents> documents() override { return documentService; }
   Kiln::SmartPtr<Kiln::Services::Tickets> tickets() override { return ticketService; }
   void tell(Kiln::WStringView sentence) override;
+  Kiln::SmartPtr<Kiln::XUL::Image> scaledImage(Kiln::WStringView address, Kiln::WStringView scope,
+                                               float factor) override;
 
  private:
   World world;

@@ -81,6 +81,10 @@ class Host {
   // Reports a failure that does not abort the current operation to the user: one sentence. Throw to abort. [plug-in]
   virtual void tell(WStringView sentence) = 0;
 
+  // The picture that `image` returns, its sides multiplied by `factor`, which is at least 1: for screens of more than
+  // 96 pixels per inch. Empty when it cannot be read. [plug-in, ready]
+  virtual SmartPtr<XUL::Image> scaledImage(WStringView address, WStringView scope, float factor) = 0;
+
  protected:
   Host() = default;
   Host(const Host&) = default;

@@ -48,19 +48,23 @@ bool isDepth(std::uint32_t bits) {
 
 }  // namespace
 
-bool isBitmap(std::string_view bytes) {
-  if (!bytes.starts_with("BM")) return false;
+bool isBitmap(std::string_view bytes) { return bitmapSides(bytes).has_value(); }
+
+std::optional<BitmapSides> bitmapSides(std::string_view bytes) {
+  if (!bytes.starts_with("BM")) return {};
   const auto header = headerOf(bytes);
-  if (!header || !isDepth(header->bitsPerPixel)) return false;
+  if (!header || !isDepth(header->bitsPerPixel)) return {};
   const bool hasMasks = header->compression == withColourMasks;
-  if (header->compression != uncompressed && !(hasMasks && header->bitsPerPixel >= 16)) return false;
+  if (header->compression != uncompressed && !(hasMasks && header->bitsPerPixel >= 16)) return {};
   const std::int64_t height = std::abs(header->height);
-  if (header->width <= 0 || height == 0 || header->width > longestSide || height > longestSide) return false;
+  if (header->width <= 0 || height == 0 || header->width > longestSide || height > longestSide) return {};
 
   const std::int64_t rowBytes = (header->width * header->bitsPerPixel + 31) / 32 * 4;
   const std::int64_t pixelsAt = numberAt(bytes, 10, 4);
-  return pixelsAt >= static_cast<std::int64_t>(fileHeaderBytes + header->bytes) &&
-         pixelsAt + rowBytes * height <= static_cast<std::int64_t>(bytes.size());
+  const bool isComplete = pixelsAt >= static_cast<std::int64_t>(fileHeaderBytes + header->bytes) &&
+                          pixelsAt + rowBytes * height <= static_cast<std::int64_t>(bytes.size());
+  if (!isComplete) return {};
+  return BitmapSides{static_cast<int>(header->width), static_cast<int>(height)};
 }
 
 }  // namespace Refhost

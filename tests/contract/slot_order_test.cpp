@@ -210,29 +210,14 @@ TEST(SlotOrder, OfTickets) {
 }
 
 TEST(SlotOrder, OfHost) {
-  expectSlots(0, {slotOf(&Host::allocator),
-                  slotOf(&Host::isPluginActive),
-                  slotOf(&Host::showPluginHelp),
-                  slotOf(&Host::showHelpTopic),
-                  slotOf(&Host::attributeNames),
-                  slotOf(&Host::runJobStep),
-                  slotOf(&Host::cancelJob),
-                  slotOf(&Host::listData),
-                  slotOf(&Host::alignment),
-                  slotOf(&Host::image),
-                  slotOf(&Host::swatch),
-                  slotOf(&Host::translate),
-                  slotOf(&Host::lookUp),
-                  slotOf(&Host::locales),
-                  slotOf(&Host::languageName),
-                  slotOf(&Host::isJapanese),
-                  slotOf(&Host::fontNames),
-                  slotOf(&Host::path),
-                  slotOf(&Host::file),
-                  slotOf(&Host::resource),
-                  slotOf(&Host::documents),
-                  slotOf(&Host::tickets),
-                  slotOf(&Host::tell)});
+  expectSlots(0, {slotOf(&Host::allocator),     slotOf(&Host::isPluginActive), slotOf(&Host::showPluginHelp),
+                  slotOf(&Host::showHelpTopic), slotOf(&Host::attributeNames), slotOf(&Host::runJobStep),
+                  slotOf(&Host::cancelJob),     slotOf(&Host::listData),       slotOf(&Host::alignment),
+                  slotOf(&Host::image),         slotOf(&Host::swatch),         slotOf(&Host::translate),
+                  slotOf(&Host::lookUp),        slotOf(&Host::locales),        slotOf(&Host::languageName),
+                  slotOf(&Host::isJapanese),    slotOf(&Host::fontNames),      slotOf(&Host::path),
+                  slotOf(&Host::file),          slotOf(&Host::resource),       slotOf(&Host::documents),
+                  slotOf(&Host::tickets),       slotOf(&Host::tell),           slotOf(&Host::scaledImage)});
 }
 
 }  // namespace

@@ -48,6 +48,10 @@ class HostAround : public Kiln::Host {
   Kiln::SmartPtr<Kiln::Services::Documents> documents() override { return inner.documents(); }
   Kiln::SmartPtr<Kiln::Services::Tickets> tickets() override { return inner.tickets(); }
   void tell(Kiln::WStringView sentence) override { inner.tell(sentence); }
+  Kiln::SmartPtr<Kiln::XUL::Image> scaledImage(Kiln::WStringView address, Kiln::WStringView scope,
+                                               float factor) override {
+    return inner.scaledImage(address, scope, factor);
+  }
 
  private:
   Kiln::Host& inner;

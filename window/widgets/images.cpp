@@ -25,8 +25,13 @@ QPixmap bitmapIn(const std::filesystem::path& file) {
 QPixmap pixmapOf(const Kiln::SmartPtr<Kiln::XUL::Image>& image, const QWidget& on) {
   const auto* known = dynamic_cast<const Refhost::Image*>(image.get());
   if (known == nullptr) return {};
-  return known->colour.empty() ? bitmapIn(known->file)
-                               : swatch(QColor(toQt(known->colour)), {known->width, known->height}, on);
+  const QSize sides(known->width, known->height);
+  if (!known->colour.empty()) return swatch(QColor(toQt(known->colour)), sides, on);
+  const QPixmap picture = bitmapIn(known->file);
+  if (sides.isEmpty() || picture.isNull()) return picture;
+  QPixmap scaled = picture.scaled(sides, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+  scaled.setDevicePixelRatio(on.devicePixelRatioF());
+  return scaled;
 }
 
 QPixmap pixmapAt(std::u16string_view address, const Refhost::ChromeFolders& chrome) {

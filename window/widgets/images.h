@@ -15,7 +15,7 @@ class QWidget;
 namespace Window {
 
 // The picture for display on that widget; null for none, and for an unreadable one. Pictures are sized for 96 dots per
-// inch; swatches are in device pixels.
+// inch; swatches, and pictures scaled for the screen, are in device pixels.
 QPixmap pixmapOf(const Kiln::SmartPtr<Kiln::XUL::Image>& image, const QWidget& on);
 
 // The picture at an address; null for none.
