@@ -34,10 +34,12 @@ class Assignment {
   Refhost::ImageBox& image(std::size_t slot) { return widget<Refhost::ImageBox>(Formats::WidgetId::slotImages[slot]); }
 
   void fill(std::size_t slot) {
-    const auto sources = shownItems(widget<Refhost::SelectorNode>(Formats::WidgetId::overlaySource));
+    auto& list = widget<Refhost::SelectorNode>(Formats::WidgetId::overlaySource);
+    const auto sources = shownItems(list);
     const auto source = std::ranges::find(sources, slots[slot].overlay, &ShownItem::name);
     if (source == sources.end())
       throw std::runtime_error("The overlay " + inQuotes(slots[slot].overlay) + " cannot be combined with others.");
+    list.choose(source->index);  // overlays of several folders may have the same value
     image(slot).drop(source->value);
     if (slot < firstListSlot)
       widget<Refhost::RadioButton>(u"rad" + number(slot) + u"_" + toUtf16(slots[slot].pages)).choose();

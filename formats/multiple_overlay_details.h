@@ -35,12 +35,13 @@ inline std::u16string detailsOf(const SlotContents& slots) {
   return details;
 }
 
-// `pathOf` returns the path of the overlay in a slot.
+// `pathOf` returns the path of the overlay in a slot, "None" for one that is gone, which is left out.
 inline std::u16string sourceFilesOf(const SlotContents& slots,
                                     const std::function<std::u16string(std::size_t)>& pathOf) {
   std::u16string files;
   for (std::size_t i = 0; i < slots.size(); ++i)
-    if (!slots[i].label.empty() && !slots[i].pages.empty()) append(files, pathOf(i), slots[i].pages);
+    if (!slots[i].label.empty() && !slots[i].pages.empty())
+      if (const std::u16string path = pathOf(i); path != Value::none) append(files, path, slots[i].pages);
   return files;
 }
 

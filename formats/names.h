@@ -138,6 +138,9 @@ inline constexpr Name overlayLayering = u"ePTKWJobOverlayImage_Layering";
 inline constexpr Name overlayPerPage = u"ePTKWJobOverlayImage_PrintPerPage";
 inline constexpr Name overlayPicture = u"img_EffOverlay";
 
+// In the question before a deletion: that another overlay takes the place of the deleted one.
+inline constexpr Name otherForm = u"lbl_DeleteOtherForm";
+
 // The dialog for several overlays. The pictures are in slot order, and so are the text boxes, which start at the third
 // slot.
 inline constexpr Name overlaySource = u"lib_MulOvlSource";

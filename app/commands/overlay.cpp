@@ -2,6 +2,7 @@
 // where printing is available.
 #include "app/commands/commands.h"
 #include "app/failure.h"
+#include "app/shown_items.h"
 #include "app/silent_run.h"
 #include "formats/names.h"
 #include "formats/text.h"
@@ -89,11 +90,15 @@ int remove(const OverlayOptions& given) {
     throw std::runtime_error("There is no overlay \"" + given.name + "\"; \"kiln overlay list\" lists them.");
   auto* button = dynamic_cast<Refhost::Button*>(run.preferences().gui()->find(Formats::WidgetId::overlayDelete));
   if (button == nullptr) throw std::runtime_error("These preferences have no button that deletes overlays.");
-  list.choose(overlay->index);
-  run.act([button] { button->click(); }, [](Refhost::Dialog& dialog) { dialog.accept(); });
-  const auto left = overlayNamed(overlaysIn(list), given.name);
-  if (left && left->isDownloaded == overlay->isDownloaded)
-    throw std::runtime_error("The overlay \"" + given.name + "\" cannot be deleted now.");
+  bool isConfirmed = false;
+  run.act([&] { list.choose(overlay->index); });
+  if (list.selection() == overlay->index)
+    run.act([button] { button->click(); }, [&](Refhost::Dialog& dialog) { isConfirmed = dialog.accept(); });
+  if (!isConfirmed) throw std::runtime_error("The overlay \"" + given.name + "\" cannot be deleted now.");
+  const auto other = overlayNamed(overlaysIn(list), given.name);
+  if (other && other->isDownloaded == overlay->isDownloaded)
+    std::cerr << "kiln: Another overlay has the name " << inQuotes(onOneLine(given.name))
+              << " too; it stays, and takes its place.\n";
   return 0;
 }
 

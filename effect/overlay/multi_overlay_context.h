@@ -5,13 +5,11 @@
 #include "kiln/gui.h"
 #include "kiln/host.h"
 
-#include <string_view>
-
 namespace Kiln::XUL {
 
 struct MultiOverlayContext {
   Host& services;
-  const Overlays& store;
+  SmartPtr<Overlays> store;    // held, since an import may replace the tab's store while the dialog is open
   SmartPtr<SubDialog> dialog;  // empty when its layout cannot be loaded
 
   // The dialog's widget with that id and type; empty when the layout has none.
@@ -21,7 +19,7 @@ struct MultiOverlayContext {
   }
 
   // The bitmap beside the overlay's file; one that says so when there is none.
-  SmartPtr<Image> thumbnail(std::u16string_view label, bool isDownloaded) const;
+  SmartPtr<Image> thumbnail(const Effect::OverlayId& overlay) const;
 };
 
 }  // namespace Kiln::XUL

@@ -8,7 +8,7 @@ using namespace Effect;
 
 MultiOverlayDlg::MultiOverlayDlg(DialogHost lender, GUI& preferences)
     : properties(std::move(lender.properties)),
-      shared{lender.services, lender.store, preferences.openDialog(Address::multipleOverlay)},
+      shared{lender.services, std::move(lender.store), preferences.openDialog(Address::multipleOverlay)},
       source(shared),
       slots(shared, source) {
   if (!shared.dialog) return;
@@ -40,9 +40,8 @@ void MultiOverlayDlg::connectWidgets() {
 
 void MultiOverlayDlg::onOk(SubDialogEventArg&) {
   const SlotContents contents = slots.contents();
-  const std::u16string files = sourceFilesOf(contents, [this](std::size_t slot) {
-    return shared.store.pathOf(slots.at(slot).label(), slots.at(slot).isDownloaded());
-  });
+  const std::u16string files =
+      sourceFilesOf(contents, [this](std::size_t slot) { return shared.store->pathOf(slots.at(slot).id()); });
 
   const auto transition = properties->transition(Prop::overlaySel, Value::multiple);
   transition->add(Prop::overlayImage, Value::multipleOverlayImage);
@@ -71,15 +70,19 @@ void MultiOverlayDlg::onHelp(EventArg<Button>) {
 void MultiOverlayDlg::show(Text details) {
   slots.clearAll();
   const auto overlay = source.defaultOverlay();
-  const WString defaultLabel = overlay ? overlay->value() : WString();
-  const auto contents = readDetails(details, defaultLabel.view(), [this](Text label) { return isThere(label); });
+  const Text defaultLabel = overlay ? Text(overlay->fileName) : Text();
+  const auto contents = readDetails(details, defaultLabel, [this](Text label) { return isThere(label); });
   if (!contents) return restoreDefaults();
-  // An empty first slot gets the default overlay, whose origin is known.
+  const auto sourceFiles = properties->modelProperties()->child(Prop::overlaySourceFileName);
+  const WString files = sourceFiles ? sourceFiles->wideValue() : WString();
+  Text savedFiles = files.view();
+  // An empty first slot gets the default overlay, which is not saved yet.
   const bool beginsWithDefault = details.starts_with(u';');
   for (std::size_t i = 0; i < slotCount; ++i) {
     const auto& [label, pages] = (*contents)[i];
     if (label.empty()) continue;
-    slots.place(i, label, i == 0 && beginsWithDefault ? overlay->isMarked() : isOnlyDownloaded(label), pages);
+    const bool isDefault = i == 0 && beginsWithDefault;
+    slots.place(i, isDefault ? *overlay : overlayFor(label, pages, savedFiles), pages);
   }
   source.refreshButtons();
 }
@@ -88,19 +91,28 @@ void MultiOverlayDlg::restoreDefaults() {
   slots.clearAll();
   if (const auto overlay = source.defaultOverlay()) {
     source.select(*overlay);
-    slots.place(0, overlay->value().view(), overlay->isMarked(), firstRule(0));
+    slots.place(0, *overlay, firstRule(0));
   }
   source.refreshButtons();
 }
 
 void MultiOverlayDlg::onRestoreDefaults(EventArg<Button>) { restoreDefaults(); }
 
-bool MultiOverlayDlg::isThere(Text label) const {
-  const std::u16string path = shared.store.pathOf(label, isOnlyDownloaded(label));
-  return path != Value::none && shared.services.path(path)->exists();
+// Saved labels do not distinguish overlays of several folders; the saved files, which follow the order of the slots,
+// do. Without a file that fits, the user's own overlay takes precedence. Removes the fitting one from `savedFiles`.
+OverlayId MultiOverlayDlg::overlayFor(Text label, Text pages, Text& savedFiles) const {
+  for (Text rest = savedFiles; !rest.empty();) {
+    const FileListEntry entry = takeFirst(rest);
+    if (lastPartOf(entry.file) != label || entry.pages != pages) continue;
+    savedFiles = rest;
+    return shared.store->idOf(label, entry.file);
+  }
+  return shared.store->idOf(label, {});
 }
 
-// Saved labels do not distinguish downloaded overlays from the user's own, which take precedence.
-bool MultiOverlayDlg::isOnlyDownloaded(Text label) const { return shared.store.pathOf(label, false) == Value::none; }
+bool MultiOverlayDlg::isThere(Text label) const {
+  const std::u16string path = shared.store->pathOf(shared.store->idOf(label, {}));
+  return path != Value::none && shared.services.path(path)->exists();
+}
 
 }  // namespace Kiln::XUL

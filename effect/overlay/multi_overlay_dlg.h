@@ -20,7 +20,7 @@ class MultiOverlayDlg final : public SignalTarget {
   struct DialogHost {
     Host& services;
     PropertyManager properties;
-    const Overlays& store;
+    SmartPtr<Overlays> store;
   };
 
   // Loads the dialog over the preferences, whose tab has the list of overlays, and shows the saved values. Widgets that
@@ -43,8 +43,8 @@ class MultiOverlayDlg final : public SignalTarget {
   // Loads the saved values, or the defaults, into the slots.
   void show(Text details);
   void restoreDefaults();
+  Effect::OverlayId overlayFor(Text label, Text pages, Text& savedFiles) const;
   bool isThere(Text label) const;
-  bool isOnlyDownloaded(Text label) const;
 
   PropertyManager properties;
   MultiOverlayContext shared;

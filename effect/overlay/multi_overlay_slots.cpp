@@ -63,10 +63,10 @@ void MultiOverlaySlots::onAddManual(EventArg<Button>) { addToFirstFree(masterSlo
 
 // Puts the selected overlay into the first free slot of the range, if there is one.
 void MultiOverlaySlots::addToFirstFree(std::size_t from, std::size_t to) {
-  const auto item = source.selectedItem();
-  if (!item) return;
+  const auto overlay = source.selected();
+  if (!overlay) return;
   while (from < to && slots[from].isOccupied()) ++from;
-  if (from < to) place(from, item->value().view(), item->isMarked(), firstRule(from));
+  if (from < to) place(from, *overlay, firstRule(from));
 }
 
 template <std::size_t slot>
@@ -76,16 +76,16 @@ void MultiOverlaySlots::onDrop(WString value) {
 
 // A replacing overlay keeps the slot's pages; a master's rule may be chosen before its overlay.
 void MultiOverlaySlots::dropOn(std::size_t slot, Text value) {
-  const auto item = source.itemOf(value);
-  if (!item) return;
+  const auto overlay = source.overlayOf(value);
+  if (!overlay) return;
   const bool keepsPages = slots[slot].isOccupied() || (slot < masterSlots && !slots[slot].pages().empty());
   const std::u16string pages(keepsPages ? Text(slots[slot].pages()) : firstRule(slot));
-  place(slot, value, item->isMarked(), pages);
+  place(slot, *overlay, pages);
 }
 
-void MultiOverlaySlots::place(std::size_t slot, Text label, bool isDownloaded, Text pages) {
+void MultiOverlaySlots::place(std::size_t slot, const OverlayId& overlay, Text pages) {
   slots[slot].setPages(pages);
-  slots[slot].setLabel(label, isDownloaded, context.thumbnail(label, isDownloaded));
+  slots[slot].setLabel(overlay, context.thumbnail(overlay));
   showPages(slot);
   if (slot < masterSlots) keepMastersApart();
 }

@@ -25,7 +25,7 @@ class MultiOverlaySlots final : public SignalTarget {
   const OvlThumbnail& at(std::size_t slot) const { return slots[slot]; }
   Effect::SlotContents contents() const;
 
-  void place(std::size_t slot, std::u16string_view label, bool isDownloaded, std::u16string_view pages);
+  void place(std::size_t slot, const Effect::OverlayId& overlay, std::u16string_view pages);
   void clearAll();
 
   void onAdd(EventArg<Button> event);

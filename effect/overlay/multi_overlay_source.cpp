@@ -24,53 +24,49 @@ void MultiOverlaySource::connectList() {
 void MultiOverlaySource::fill() {
   const auto box = overlaysOfTab();
   if (!list || !box) return;
-  const auto overlays = box->data();
+  const auto offered = box->data();
   const auto items = context.services.listData();
-  for (std::int32_t i = headItems; i < overlays->count(); ++i) {
-    const auto overlay = overlays->at(i);
-    const auto picture = context.thumbnail(overlay->value().view(), overlay->isMarked());
+  overlays.clear();
+  for (std::int32_t i = headItems; i < offered->count(); ++i) {
+    const auto overlay = offered->at(i);
+    const auto picture = context.thumbnail(idOf(*overlay));
     if (!picture) continue;
     const auto item = items->append(overlay->displayedText(), overlay->value());
     item->setImage(picture);
     item->setColour(sourceColour);
     item->setMarked(overlay->isMarked());
+    overlays.push_back(idOf(*overlay));
   }
   list->setData(items);
 }
 
-SmartPtr<ListItem> MultiOverlaySource::selectedItem() const {
-  return list ? list->selectedItem() : SmartPtr<ListItem>();
+std::optional<OverlayId> MultiOverlaySource::selected() const {
+  const std::int32_t index = list ? list->selectedIndex() : -1;
+  if (index < 0 || index >= static_cast<std::int32_t>(overlays.size())) return {};
+  return overlays[static_cast<std::size_t>(index)];
 }
 
-// A downloaded overlay and the user's own may have the same value; prefers the selected item, which is usually the one
-// dragged.
-SmartPtr<ListItem> MultiOverlaySource::itemOf(std::u16string_view value) const {
-  if (!list) return {};
-  if (const auto selected = list->selectedItem(); selected && selected->value().view() == value) return selected;
-  const auto items = list->data();
-  for (std::int32_t i = 0; i < items->count(); ++i)
-    if (const auto item = items->at(i); item->value().view() == value) return item;
-  return {};
+// Several overlays may have the same value; prefers the selected one, which is usually the one dragged.
+std::optional<OverlayId> MultiOverlaySource::overlayOf(std::u16string_view value) const {
+  if (const auto overlay = selected(); overlay && overlay->fileName == value) return overlay;
+  const auto found = std::ranges::find(overlays, value, &OverlayId::fileName);
+  if (found == overlays.end()) return {};
+  return *found;
 }
 
-// A downloaded overlay and the user's own may have the same value.
-void MultiOverlaySource::select(ListItem& overlay) {
-  if (!list) return;
-  const auto items = list->data();
-  for (std::int32_t i = 0; i < items->count(); ++i) {
-    const auto item = items->at(i);
-    if (item->value().view() != overlay.value().view() || item->isMarked() != overlay.isMarked()) continue;
-    list->select(i);
-    return;
-  }
+void MultiOverlaySource::select(const OverlayId& overlay) {
+  const auto found = std::ranges::find(overlays, overlay);
+  if (list && found != overlays.end()) list->select(static_cast<std::int32_t>(found - overlays.begin()));
 }
 
-// The item that is `headItems` before the end of the tab's list, or the only overlay.
-SmartPtr<ListItem> MultiOverlaySource::defaultOverlay() const {
+// The one that is `headItems` before the end of the tab's list, or the only one.
+std::optional<OverlayId> MultiOverlaySource::defaultOverlay() const {
   const auto box = overlaysOfTab();
   if (!box) return {};
-  const auto overlays = box->data();
-  return overlays->at(std::max(overlays->count() - headItems, headItems));
+  const auto offered = box->data();
+  const auto item = offered->at(std::max(offered->count() - headItems, headItems));
+  if (!item) return {};
+  return idOf(*item);
 }
 
 void MultiOverlaySource::refreshButtons() const {

@@ -3,7 +3,9 @@
 
 #include "effect/overlay/multi_overlay_context.h"
 
+#include <optional>
 #include <string_view>
+#include <vector>
 
 namespace Kiln::XUL {
 
@@ -16,17 +18,17 @@ class MultiOverlaySource final : public SignalTarget {
   // Fills the list with the overlays of the tab's list.
   void fill();
 
-  // Empty when nothing is selected.
-  SmartPtr<ListItem> selectedItem() const;
+  // Nothing when no overlay is selected.
+  std::optional<Effect::OverlayId> selected() const;
 
-  // The item with that value; empty when there is none.
-  SmartPtr<ListItem> itemOf(std::u16string_view value) const;
+  // The overlay with that value; nothing when there is none.
+  std::optional<Effect::OverlayId> overlayOf(std::u16string_view value) const;
 
-  // Selects the item of an overlay of the tab's list.
-  void select(ListItem& overlay);
+  // Selects an overlay of the tab's list.
+  void select(const Effect::OverlayId& overlay);
 
-  // The item of the tab's list for the overlay of a first assignment; empty when there is none.
-  SmartPtr<ListItem> defaultOverlay() const;
+  // The overlay of a first assignment; nothing when the tab's list has none.
+  std::optional<Effect::OverlayId> defaultOverlay() const;
 
   // Enables the buttons that add, while an overlay is selected.
   void refreshButtons() const;
@@ -37,6 +39,7 @@ class MultiOverlaySource final : public SignalTarget {
 
   const MultiOverlayContext& context;
   SmartPtr<ListBox> list;
+  std::vector<Effect::OverlayId> overlays;  // of the list's items; the texts of these are translated
 };
 
 }  // namespace Kiln::XUL

@@ -36,6 +36,14 @@ void copyIfThere(Kiln::Services::Path& file, const Kiln::SmartPtr<Kiln::Services
 
 }  // namespace
 
+namespace Effect {
+
+OverlayId idOf(Kiln::XUL::ListItem& overlay) {
+  return {overlay.text().str(), overlay.value().str(), overlay.isMarked()};
+}
+
+}  // namespace Effect
+
 Overlays::Overlays(Kiln::Host& lender, const Kiln::PropertyManager& properties, bool isMergedAlready)
     : host(lender),
       random(timeSeed()),
@@ -90,31 +98,63 @@ void Overlays::take(Kiln::StringView bytes, Kiln::Services::Path& index, bool ke
   const Text diskfile = index.text().str();
   const bool downloaded = isDownloaded(diskfile);
   const auto folder = index.folder();
+  std::set<std::pair<Text, Text>> known;
+  if (keepsKnown)
+    for (const auto* all : {&records, &overruled})
+      for (const OverlayRecord& record : *all)
+        if (record.diskfile == diskfile) known.emplace(storableName(record.label), record.diskpath);
   for (const IndexEntry& entry : readIndex(bytes.view())) {
-    if (!isOverlayFileName(entry.fileName) || (keepsKnown && findByLabel(entry.name, downloaded) >= 0)) continue;
+    if (!isOverlayFileName(entry.fileName) || known.contains({entry.name, entry.fileName})) continue;
     const auto file = folder->join(entry.fileName);
-    if (isFile(*file)) put({entry.name, entry.name, entry.fileName, file->text().str(), diskfile, downloaded});
+    OverlayRecord record{entry.name, entry.name, entry.fileName, file->text().str(), diskfile, downloaded};
+    if (!isFile(*file) || (keepsKnown && removed.contains({record.label, record.path, diskfile}))) continue;
+    if (keepsKnown && findByLabel(record.label, downloaded) >= 0)
+      overruled.push_back(std::move(record));
+    else
+      put(std::move(record));
   }
 }
 
 // Of records with the same label the last one wins, at the position of the first.
 void Overlays::put(OverlayRecord record) {
   const auto [known, isNew] = byLabel.try_emplace({record.label, record.downloaded}, records.size());
-  if (isNew)
+  if (isNew) {
     records.push_back(std::move(record));
-  else
-    records[known->second] = std::move(record);
+    return;
+  }
+  OverlayRecord& place = records[known->second];
+  if (place.path != record.path) overruled.push_back(std::move(place));
+  place = std::move(record);
 }
 
-// Removes every record of that file: an index from outside may list it under several names.
-void Overlays::erase(const Text& path) {
+template <class IsMeant>
+void Overlays::erase(const IsMeant& isMeant) {
+  std::set<std::pair<Text, bool>> labels;
+  std::erase_if(overruled, isMeant);
   std::erase_if(records, [&](const OverlayRecord& record) {
-    if (record.path == path) changed.insert(record.diskfile);
-    return record.path == path;
+    if (!isMeant(record)) return false;
+    changed.insert(record.diskfile);
+    labels.emplace(record.label, record.downloaded);
+    return true;
   });
   byLabel.clear();
   for (std::size_t i = 0; i < records.size(); ++i) byLabel[{records[i].label, records[i].downloaded}] = i;
+  restoreOverruled(labels);
 }
+
+// Lists the last overruled record of each label that has none any more.
+void Overlays::restoreOverruled(const std::set<std::pair<Text, bool>>& labels) {
+  for (const auto& [label, downloaded] : labels) {
+    const auto form = std::find_if(overruled.rbegin(), overruled.rend(), [&](const OverlayRecord& record) {
+      return record.label == label && record.downloaded == downloaded && isFileOf(record);
+    });
+    if (form == overruled.rend()) continue;
+    put(std::move(*form));
+    overruled.erase(std::next(form).base());
+  }
+}
+
+bool Overlays::isFileOf(const OverlayRecord& record) const { return isFile(*host.path(record.path)); }
 
 bool Overlays::isDownloaded(std::u16string_view index) const {
   return marksDownloaded && index != indexPath->text().view();
@@ -146,14 +186,38 @@ std::u16string Overlays::pathOf(std::u16string_view fileName, bool downloaded) c
   return record == nullptr ? Text(Value::none) : record->path;
 }
 
+const OverlayRecord* Overlays::find(const OverlayId& id) const {
+  const std::int32_t known = findByLabel(id.label, id.downloaded);
+  return known >= 0 && record(known).diskpath == id.fileName ? &record(known) : nullptr;
+}
+
+std::u16string Overlays::pathOf(const OverlayId& id) const {
+  const OverlayRecord* record = find(id);
+  return record == nullptr ? Text(Value::none) : record->path;
+}
+
+OverlayId Overlays::idOf(std::u16string_view fileName, std::u16string_view path) const {
+  const OverlayRecord* chosen = nullptr;
+  const auto rank = [path](const OverlayRecord& record) { return record.path == path ? 0 : record.downloaded ? 2 : 1; };
+  for (const OverlayRecord& record : records)
+    if (record.diskpath == fileName && (chosen == nullptr || rank(record) < rank(*chosen))) chosen = &record;
+  return chosen == nullptr ? OverlayId() : OverlayId{chosen->label, chosen->diskpath, chosen->downloaded};
+}
+
 void Overlays::refresh() {
   if (!blocked.contains(indexPath->text().str())) take(bytesOf(*indexPath), *indexPath, true);
+}
+
+void Overlays::checkIndex() const { checkUnblocked(indexPath->text().str()); }
+
+void Overlays::checkUnblocked(const Text& index) const {
+  if (const auto why = blocked.find(index); why != blocked.end()) throw Kiln::Exception(host.allocator(), why->second);
 }
 
 std::u16string Overlays::addOverlay(std::u16string_view label) {
   const std::int32_t known = findByLabel(label, false);
   const Text index = known >= 0 ? record(known).diskfile : indexPath->text().str();
-  if (const auto why = blocked.find(index); why != blocked.end()) throw Kiln::Exception(host.allocator(), why->second);
+  checkUnblocked(index);
   if (known < 0) {
     const auto folder = indexPath->folder();
     const Text fileName = freeFileName(*folder);
@@ -166,7 +230,7 @@ std::u16string Overlays::addOverlay(std::u16string_view label) {
 }
 
 void Overlays::takeBack(std::u16string_view path) {
-  if (added.erase(Text(path)) > 0) erase(Text(path));
+  if (added.erase(Text(path)) > 0) erase([path](const OverlayRecord& record) { return record.path == path; });
 }
 
 // A file name that no file, record or leftover thumbnail uses. Random draws come first; the sequential search after
@@ -189,11 +253,36 @@ std::u16string Overlays::freeFileName(Kiln::Services::Path& folder) {
 bool Overlays::removeOverlay(std::u16string_view fileName, bool downloaded) {
   const Text path = pathOf(fileName, downloaded);
   if (path == Value::none) return false;
-  const auto file = host.path(path);
-  if (const auto thumbnail = host.path(thumbnailOf(path)); isFile(*thumbnail)) thumbnail->remove();
-  const bool isDeleted = file->remove();
-  erase(path);
+  const bool isDeleted = deleteFiles(path);
+  erase([&path](const OverlayRecord& record) { return record.path == path; });
   return isDeleted;
+}
+
+bool Overlays::removeOverlay(const OverlayId& id) {
+  const OverlayRecord* found = find(id);
+  if (found == nullptr) return false;
+  const OverlayRecord meant = *found;
+  const auto isOther = [&meant](const OverlayRecord& record) {
+    return record.path == meant.path && record.label != meant.label;
+  };
+  const bool isShared = std::ranges::any_of(records, isOther) || std::ranges::any_of(overruled, isOther);
+  const bool isDeleted = !isShared && deleteFiles(meant.path);
+  if (isShared) removed.emplace(meant.label, meant.path, meant.diskfile);
+  erase([&meant](const OverlayRecord& record) { return record.path == meant.path && record.label == meant.label; });
+  return isDeleted;
+}
+
+bool Overlays::deleteFiles(const Text& path) {
+  if (const auto thumbnail = host.path(thumbnailOf(path)); isFile(*thumbnail)) thumbnail->remove();
+  return host.path(path)->remove();
+}
+
+bool Overlays::hasOtherForm(const OverlayId& id) const {
+  const OverlayRecord* const known = find(id);
+  return known != nullptr && std::ranges::any_of(overruled, [&](const OverlayRecord& record) {
+           return record.label == id.label && record.downloaded == id.downloaded && record.path != known->path &&
+                  isFileOf(record);
+         });
 }
 
 void Overlays::fillList(Kiln::XUL::ListData& list, bool withMultiple,
@@ -224,6 +313,7 @@ void Overlays::save() {
   }
   changed.clear();
   added.clear();
+  removed.clear();
 }
 
 // Preserves entries that another process has added meanwhile.
@@ -231,14 +321,42 @@ void Overlays::write(const Text& index) {
   const auto path = host.path(index);
   const Kiln::String present = bytesOf(*path);
   take(present, *path, true);
-  std::vector<IndexEntry> entries;
-  for (const OverlayRecord& record : records)
-    if (record.diskfile == index) entries.push_back({record.disklabel, record.diskpath});
-  const std::string bytes = indexBytes(entries);
+  const std::string bytes = indexBytes(entriesOf(index, readIndex(present.view())));
   if (bytes == present.view() && !changed.contains(index)) return;
   const auto store = host.file(path);
   store->write(bytes);
   store->commit();
+}
+
+// The records of an index in their order, and before each the overruled ones with its label, so that it overrules them
+// when the index is read.
+std::vector<IndexEntry> Overlays::entriesOf(const Text& index, const std::vector<IndexEntry>& present) const {
+  std::map<Text, IndexEntry> own;  // those not written yet, by label
+  for (const OverlayRecord& record : records)
+    if (record.diskfile == index) own[storableName(record.label)] = {record.disklabel, record.diskpath};
+  std::set<std::pair<Text, Text>> kept;
+  for (const OverlayRecord& record : overruled)
+    if (record.diskfile == index && isFileOf(record)) kept.emplace(record.label, record.diskpath);
+  const auto isWritten = [&](const IndexEntry& entry) {
+    const auto found = own.find(entry.name);
+    return kept.contains({entry.name, entry.fileName}) ||
+           (found != own.end() && found->second.fileName == entry.fileName);
+  };
+  std::map<Text, std::size_t> last;  // the position of the last entry of each label
+  for (std::size_t i = 0; i < present.size(); ++i)
+    if (isWritten(present[i])) last[present[i].name] = i;
+
+  std::vector<IndexEntry> entries;
+  for (std::size_t i = 0; i < present.size(); ++i) {
+    const IndexEntry& entry = present[i];
+    if (kept.erase({entry.name, entry.fileName}) > 0) entries.push_back(entry);
+    if (const auto position = last.find(entry.name); position == last.end() || position->second != i) continue;
+    if (const auto record = own.extract(entry.name)) entries.push_back(record.mapped());
+  }
+  for (const OverlayRecord& record : records)
+    if (record.diskfile == index)
+      if (const auto rest = own.extract(storableName(record.label))) entries.push_back(rest.mapped());
+  return entries;
 }
 
 // Write the index last, so that it never lists files that were not copied.

@@ -13,6 +13,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -26,6 +27,18 @@ struct OverlayRecord {
   std::u16string diskfile;   // the index that has the record
   bool downloaded = false;   // from local data, when that is kept separate from the user's own
 };
+
+// Identifies a record, as an item of the tab's list does. Neither labels nor file names are unique.
+struct OverlayId {
+  std::u16string label;
+  std::u16string fileName;
+  bool downloaded = false;
+
+  friend bool operator==(const OverlayId&, const OverlayId&) = default;
+};
+
+// The record that an item made by Overlays::fillList stands for.
+OverlayId idOf(Kiln::XUL::ListItem& overlay);
 
 }  // namespace Effect
 
@@ -53,8 +66,19 @@ class Overlays final : public Kiln::RefCount {
   // when there is no such record.
   std::u16string pathOf(std::u16string_view fileName, bool downloaded) const;
 
-  // Merges in changes that other processes have made to the user's index since it was last read.
+  // The path of that very record; "None" when there is no such record.
+  std::u16string pathOf(const Effect::OverlayId& id) const;
+
+  // The record with that file name: the one at `path`, else the first one, the user's own before a downloaded one.
+  // Without such a record, an id that no record has.
+  Effect::OverlayId idOf(std::u16string_view fileName, std::u16string_view path) const;
+
+  // Merges in changes that other processes have made to the user's index since it was last read. Throws
+  // Kiln::Exception when it cannot be read any more.
   void refresh();
+
+  // Throws Kiln::Exception when the user's index cannot be used, so that no overlay can be added to it.
+  void checkIndex() const;
 
   // Reserves an overlay with that label, and returns the path to create its file at: the existing path when the user
   // has an overlay with that label, else a new one. Throws Kiln::Exception when no file name is free.
@@ -66,6 +90,13 @@ class Overlays final : public Kiln::RefCount {
   // Deletes the overlay's thumbnail and file; false when there is no such overlay. Throws Kiln::Exception, and keeps
   // the overlay, when they cannot be deleted. The next save writes the index.
   bool removeOverlay(std::u16string_view fileName, bool downloaded);
+
+  // The same for that very record; keeps the file while another record has it. Of the overlays with the label that the
+  // record overruled, the last one takes its place.
+  bool removeOverlay(const Effect::OverlayId& id);
+
+  // Whether another overlay takes the place of that record when it is removed.
+  bool hasOtherForm(const Effect::OverlayId& id) const;
 
   // Appends an item for no overlay, one for several when `withMultiple` is set, then one per record. `icon` marks the
   // downloaded ones; may be empty.
@@ -85,6 +116,7 @@ class Overlays final : public Kiln::RefCount {
   using Text = std::u16string;
 
   void readLocalData(Effect::Name settingsFolder);
+  void checkUnblocked(const Text& index) const;
   void readOrBlock(Kiln::Services::Path& index, bool isFromLocalData);
 
   // The bytes of an index; empty when it does not exist. Throws Kiln::Exception.
@@ -94,11 +126,17 @@ class Overlays final : public Kiln::RefCount {
   void take(Kiln::StringView bytes, Kiln::Services::Path& index, bool keepsKnown);
 
   void put(Effect::OverlayRecord record);
-  void erase(const Text& path);
+  template <class IsMeant>
+  void erase(const IsMeant& isMeant);
+  void restoreOverruled(const std::set<std::pair<Text, bool>>& labels);
+  bool deleteFiles(const Text& path);
   const Effect::OverlayRecord* find(std::u16string_view fileName, bool downloaded) const;
+  const Effect::OverlayRecord* find(const Effect::OverlayId& id) const;
+  bool isFileOf(const Effect::OverlayRecord& record) const;
   bool isDownloaded(std::u16string_view index) const;
   Text freeFileName(Kiln::Services::Path& folder);
   void write(const Text& index);
+  std::vector<Effect::IndexEntry> entriesOf(const Text& index, const std::vector<Effect::IndexEntry>& present) const;
 
   Kiln::Host& host;
   std::mt19937 random;
@@ -109,6 +147,12 @@ class Overlays final : public Kiln::RefCount {
 
   std::vector<Effect::OverlayRecord> records;
   std::map<std::pair<Text, bool>, std::size_t> byLabel;  // the position of each (label, downloaded)
+
+  // In reading order. They are not listed, but stay in their indexes.
+  std::vector<Effect::OverlayRecord> overruled;
+
+  // The index entries of removed records whose file another record has: label, path, index.
+  std::set<std::tuple<Text, Text, Text>> removed;
 
   std::set<Text> added;                 // paths of the records created by addOverlay
   std::set<Text> changed;               // indexes with records added or removed since they were written

@@ -1,20 +1,17 @@
 #include "effect/overlay/ovl_thumbnail.h"
 
-#include "effect/vocabulary.h"
-
 namespace Kiln::XUL {
 
-void OvlThumbnail::setLabel(std::u16string_view label, bool isDownloaded, SmartPtr<Image> picture) {
-  fileName = label;
-  downloaded = isDownloaded;
+void OvlThumbnail::setLabel(const Effect::OverlayId& id, SmartPtr<Image> picture) {
+  overlay = id;
   occupied = true;
   if (image) image->setImage(std::move(picture));
 }
 
 void OvlThumbnail::clear() {
-  fileName.clear();
+  overlay = {};
   rule.clear();
-  downloaded = occupied = false;
+  occupied = false;
   if (image) image->setResource(Effect::blankBitmap);
 }
 

@@ -1,6 +1,7 @@
 // One slot of the dialog for several overlays: the overlay in it, the pages that it is printed on, and its picture.
 #pragma once
 
+#include "effect/overlay/overlays.h"
 #include "kiln/widgets.h"
 
 #include <string>
@@ -14,10 +15,10 @@ class OvlThumbnail {
   void bind(SmartPtr<ImageBox> box) { image = std::move(box); }
 
   // The overlay's file name; empty while the slot is free.
-  const std::u16string& label() const { return fileName; }
+  const std::u16string& label() const { return overlay.fileName; }
 
-  // Whether it is the downloaded overlay with that file name, not the user's own.
-  bool isDownloaded() const { return downloaded; }
+  // The overlay's record; overlays of several folders may share a file name.
+  const Effect::OverlayId& id() const { return overlay; }
 
   // The rule; empty for none. The user may choose one before the slot has an overlay.
   const std::u16string& pages() const { return rule; }
@@ -26,16 +27,15 @@ class OvlThumbnail {
   bool isOccupied() const { return occupied; }
 
   // Puts an overlay into the slot and shows its picture, which may be empty. Keeps the rule.
-  void setLabel(std::u16string_view label, bool isDownloaded, SmartPtr<Image> picture);
+  void setLabel(const Effect::OverlayId& id, SmartPtr<Image> picture);
 
   // Frees the slot: no overlay, no rule, the blank page.
   void clear();
 
  private:
-  std::u16string fileName;
+  Effect::OverlayId overlay;
   std::u16string rule;
   SmartPtr<ImageBox> image;
-  bool downloaded = false;
   bool occupied = false;
 };
 

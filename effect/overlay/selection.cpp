@@ -38,6 +38,12 @@ std::u16string OverlayTab::selectedOverlay() const {
   return item ? item->value().str() : host.propertyValue(Prop::overlaySel).str();
 }
 
+// The record of the selected entry; without a list, the one that the properties mean.
+OverlayId OverlayTab::selectedRecord() const {
+  if (const auto item = selectedItem()) return idOf(*item);
+  return store ? store->idOf(selectedOverlay(), host.propertyValue(Prop::overlaySourceFileName).view()) : OverlayId();
+}
+
 void OverlayTab::OvlSelectionChange(ModelSelectionChange& change) {
   const std::u16string value = change.value.str();
   selectOverlayItem(value, host.propertyValue(Prop::overlaySourceFileName).view());
@@ -47,14 +53,21 @@ void OverlayTab::OvlSelectionChange(ModelSelectionChange& change) {
     withdrawOverlay();
   } else {
     offerOverlay(value);
+    const WString before = host.propertyValue(Prop::overlaySourceFileName);
     validateOvlSourceFile(value);
+    const WString source = host.propertyValue(Prop::overlaySourceFileName);
+    // Another overlay of the file name may have been found instead of a missing file.
+    if (source.view() != before.view() && !source.empty() && value != Value::multiple) {
+      selectOverlayItem(value, source.view());
+      showOverlayPicture();
+    }
   }
   const auto item = selectedItem();
   if (item) host.send({{Prop::overlayName, item->displayedText().view()}});
 }
 
-// Neither values nor labels are unique: a downloaded overlay may share its file name or name with one of the user's.
-// The file to print decides then.
+// Neither values nor labels are unique: overlays of several folders may share them. The file to print decides then; of
+// several names of that file, the selected one stays, or else the last one shown is selected again.
 void OverlayTab::selectOverlayItem(std::u16string_view value, std::u16string_view source) {
   if (!list) return;
   const auto items = list->data();
@@ -64,10 +77,16 @@ void OverlayTab::selectOverlayItem(std::u16string_view value, std::u16string_vie
   const auto hasValue = [&](ListItem& item) { return item.value().view() == value; };
   const auto hasLabel = [&](ListItem& item) { return item.text().view() == value; };
   const auto canBe = [&](ListItem& item) { return !isDownloaded || item.isMarked(); };
-  const auto isPrinted = [&](ListItem& item) { return store && store->pathOf(value, item.isMarked()) == source; };
+  const auto isPrinted = [&](ListItem& item) { return store && store->pathOf(idOf(item)) == source; };
+  const auto isExact = [&](ListItem& item) { return hasValue(item) && canBe(item) && isPrinted(item); };
+  const WString lastShown = host.propertyValue(Prop::overlayName);
 
-  std::int32_t index =
-      firstItem(*items, [&](ListItem& item) { return hasValue(item) && canBe(item) && isPrinted(item); });
+  const auto current = list->selectedItem();
+  std::int32_t index = current && isExact(*current) ? list->selectedIndex() : -1;
+  if (index < 0)
+    index = firstItem(*items,
+                      [&](ListItem& item) { return isExact(item) && item.displayedText().view() == lastShown.view(); });
+  if (index < 0) index = firstItem(*items, isExact);
   if (index < 0)
     index = firstItem(*items, [&](ListItem& item) { return hasValue(item) && item.isMarked() == isDownloaded; });
   if (index < 0) index = firstItem(*items, [&](ListItem& item) { return hasValue(item) && canBe(item); });
@@ -99,7 +118,10 @@ void OverlayTab::validateOvlSourceFile(std::u16string_view selection) {
   if (selection == Value::multiple) {
     for (std::u16string_view rest = source.view(); !rest.empty();) {
       const FileListEntry entry = takeFirst(rest);
-      if (const std::u16string file = presentOverlayFile(entry.file); !file.empty()) append(valid, file, entry.pages);
+      // A separator in a path divides it; only the print side can say so.
+      const bool isDivided = entry.pages.find_first_of(u"/\\") != entry.pages.npos;
+      const std::u16string file = isDivided ? std::u16string(entry.file) : presentOverlayFile(entry.file);
+      if (!file.empty()) append(valid, file, entry.pages);
     }
   } else {
     valid = presentOverlayFile(source.view());
@@ -107,7 +129,7 @@ void OverlayTab::validateOvlSourceFile(std::u16string_view selection) {
   if (valid != source.view()) host.send({{Prop::overlaySourceFileName, valid}});
 }
 
-// The file if it exists, else the store's file with that name, else empty.
+// The file if it exists, else the store's file with that name, the selected overlay's first, else empty.
 std::u16string OverlayTab::presentOverlayFile(std::u16string_view file) const {
   if (file.empty()) return {};
   const auto isThere = [this](std::u16string_view path) {
@@ -116,6 +138,8 @@ std::u16string OverlayTab::presentOverlayFile(std::u16string_view file) const {
   };
   if (isThere(file)) return std::u16string(file);
   const auto item = selectedItem();
+  if (item && store && item->value().view() == lastPartOf(file))
+    if (const std::u16string path = store->pathOf(idOf(*item)); path != Value::none && isThere(path)) return path;
   const bool isDownloaded = isUserData(file) || (item && item->isMarked());
   for (const bool flag : {isDownloaded, !isDownloaded}) {
     const std::u16string path = store ? store->pathOf(lastPartOf(file), flag) : std::u16string(Value::none);

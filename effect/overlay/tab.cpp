@@ -7,6 +7,8 @@
 #include "effect/user_store.h"
 #include "effect/widget_state.h"
 
+#include <utility>
+
 namespace Kiln::XUL {
 
 using namespace Effect;
@@ -37,9 +39,9 @@ void OverlayTab::setupOverlay() {
   host.send({{Prop::ovlDestCreated, Value::no}});
 }
 
-Overlays& OverlayTab::overlays() {
+SmartPtr<Overlays> OverlayTab::openedStore() {
   if (!store) store = newStore<Overlays>(host, false);
-  return *store;
+  return store;
 }
 
 void OverlayTab::bindWidgets() {
@@ -81,7 +83,7 @@ void OverlayTab::onOvlChange(EventArg<ComboBox> event) {
     assignOverlays();
   } else {
     host.send({{Prop::overlaySel, value.view()},
-               {Prop::overlaySourceFileName, overlays().pathOf(value.view(), item->isMarked())},
+               {Prop::overlaySourceFileName, overlays().pathOf(idOf(*item))},
                {Prop::overlayImage, Value::overlayImage}});
   }
 }
@@ -92,20 +94,24 @@ void OverlayTab::onOvlDetails(EventArg<Button>) {
 }
 
 void OverlayTab::assignOverlays() {
-  MultiOverlayDlg({host.services, host.properties, overlays()}, *host.preferences).run();
+  MultiOverlayDlg({host.services, host.properties, openedStore()}, *host.preferences).run();
 }
 
 void OverlayTab::onOvlDelete(EventArg<Button>) {
   const auto dialog = host.preferences->openDialog(Address::confirmDelete);
   if (!dialog) return;
+  const OverlayId outer = std::exchange(asked, selectedRecord());
+  if (const auto hint = smartCast<Label>(dialog->widgetById(WidgetId::otherForm)))
+    hint->setVisible(overlays().hasOtherForm(asked));
   connect(*dialog->okSignal(), *this, &OverlayTab::onOkOvlDelete);
   dialog->runModally();
+  asked = outer;
 }
 
-// The deleted file may have had several entries, and saving merges in the changes of other processes: refill the list.
+// While the question is open, an import may have changed the selection. Another overlay may take the deleted one's
+// place, and saving merges in the changes of other processes: refill the list.
 void OverlayTab::onOkOvlDelete(SubDialogEventArg&) {
-  const auto item = selectedItem();
-  overlays().removeOverlay(selectedOverlay(), item && item->isMarked());
+  overlays().removeOverlay(asked);
 
   const auto select = [this] {
     showOverlays();
@@ -164,8 +170,7 @@ void OverlayTab::offerOverlay(std::u16string_view value) {
 void OverlayTab::showOverlayPicture() {
   if (!picture) return;
   const auto item = selectedItem();
-  const std::u16string path =
-      item && store ? store->pathOf(item->value().view(), item->isMarked()) : std::u16string(Value::none);
+  const std::u16string path = item && store ? store->pathOf(idOf(*item)) : std::u16string(Value::none);
   picture->setImage(path == Value::none ? tip : host.services.image(thumbnailOf(path), {}));
 }
 

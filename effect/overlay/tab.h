@@ -20,7 +20,7 @@ class OverlayTab final : public SignalTarget {
   void setupOverlay();
 
   // The store; opened on the first call.
-  Overlays& overlays();
+  Overlays& overlays() { return *openedStore(); }
 
   void OvlSelectionChange(ModelSelectionChange& change);
   void OvlOccuranceSelectionChange(ModelSelectionChange& change);
@@ -58,12 +58,15 @@ class OverlayTab final : public SignalTarget {
   void showOverlayPicture();
   void offerOverlay(std::u16string_view value);
 
+  SmartPtr<Overlays> openedStore();
+
   // Runs the dialog for several overlays; returns when it has closed.
   void assignOverlays();
 
   // Selection.
   SmartPtr<ListItem> selectedItem() const;
   std::u16string selectedOverlay() const;
+  Effect::OverlayId selectedRecord() const;
   void selectOverlayItem(std::u16string_view value, std::u16string_view source);
   void withdrawOverlay();
   std::u16string presentOverlayFile(std::u16string_view file) const;
@@ -80,6 +83,8 @@ class OverlayTab final : public SignalTarget {
   SmartPtr<Toggle> perPageBox;
   SmartPtr<ImageBox> picture;
   SmartPtr<Label> caption;
+
+  Effect::OverlayId asked;  // the overlay that the question before a deletion is about
 
   SmartPtr<Image> tip;  // the icon of downloaded data; empty when the tab does not mark it
 };

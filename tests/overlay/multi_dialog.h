@@ -123,14 +123,14 @@ class MultiDialog : public testing::Test {
 
   // Opens the dialog like the tab, runs the user's input, and returns when it has closed.
   void open(const User& user) {
-    const auto store = world.open();
+    tabsStore = opening();
     const Refhost::LayoutReader layouts(world.chrome, without);
     Refhost::WidgetWorld widgets{world.trace, world.strings, {}, [](const auto& action) { action(); }, [](auto&) {}};
     const auto gui = Refhost::make<Refhost::Gui>(Refhost::GuiWorld{world.face, layouts, widgets}, world.trace);
     gui->loadTab(u"chrome://effect/content/tab_effect.xul");
     if (auto* combo = dynamic_cast<Refhost::ComboBox*>(gui->find(u"cmb_EffOverlay"))) {
       const auto items = world.host.listData();
-      store->fillList(*items, true, {});
+      tabsStore->fillList(*items, true, {});
       Effect::orderByLabel(*items, 2);
       combo->setData(items);
     }
@@ -141,7 +141,7 @@ class MultiDialog : public testing::Test {
       user(shown);
       if (dialog.isOpen()) dialog.cancel();
     };
-    Kiln::XUL::MultiOverlayDlg({world.host, world.manager, *store}, *gui).run();
+    Kiln::XUL::MultiOverlayDlg({world.host, world.manager, tabsStore}, *gui).run();
   }
 
   // The slots shown when the dialog opens with that value.
@@ -176,6 +176,8 @@ class MultiDialog : public testing::Test {
   OverlayStore world{home.folder.path};
   std::set<std::u16string, std::less<>> without;  // widgets omitted from the layouts
   std::vector<Refhost::TraceEvent> events;
+  std::function<Kiln::SmartPtr<Overlays>()> opening = [this] { return world.open(); };
+  Kiln::SmartPtr<Overlays> tabsStore;
   std::function<void()> afterTheStoreIsRead = [] {};
   std::u16string blankPage;  // the address that the dialog registers for it
 };

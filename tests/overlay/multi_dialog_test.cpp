@@ -2,6 +2,9 @@
 #include "tests/overlay/multi_dialog.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
 
 namespace {
 
@@ -46,6 +49,57 @@ TEST_F(MultiDialog, ListsTheOverlaysOfTheTabInItsOrder) {
 TEST_F(MultiDialog, ListsAnOverlayByTheTextThatTheTabShows) {
   home.putUser({{u"$IDS_WM_DRAFT;", u"11111.opa"}});
   open([](OpenDialog& dialog) { EXPECT_EQ(dialog.source().items().at(0)->text().view(), u"Draft"); });
+}
+
+// Overwrites what it frees, so that nothing of it can be read any more.
+class OverwritingAllocator final : public Kiln::Allocator {
+ public:
+  void* allocate(std::size_t bytes) noexcept override {
+    auto* block = static_cast<std::size_t*>(std::malloc(bytes + prefix));
+    if (block == nullptr) return nullptr;
+    *block = bytes;
+    return reinterpret_cast<char*>(block) + prefix;
+  }
+  void deallocate(void* memory) noexcept override {
+    if (memory == nullptr) return;
+    auto* block = reinterpret_cast<std::size_t*>(static_cast<char*>(memory) - prefix);
+    std::memset(memory, 0x5A, *block);
+    std::free(block);
+  }
+
+ private:
+  static constexpr std::size_t prefix = alignof(std::max_align_t);
+};
+
+// An import may replace the tab's store while the dialog is open.
+TEST_F(MultiDialog, KeepsItsStoreWhileItIsOpen) {
+  OverwritingAllocator allocator;
+  opening = [&] { return Kiln::SmartPtr<Overlays>(new (allocator) Overlays(world.host, world.manager, false)); };
+  open([this](OpenDialog& dialog) {
+    tabsStore.reset();
+    dialog.drop("AAAAA.opa", 1);
+    dialog.accept();
+  });
+  EXPECT_EQ(value(u"OverlaySourceFileName"), path('A') + ";All$");
+}
+
+TEST_F(MultiDialog, TellsOverlaysOfOneFileNameApart) {
+  home.putLocal("x", {{u"X", u"AAAAA.opa"}, {u"Y", u"BBBBB.opa"}});
+  const std::string theirs =
+      Formats::toUtf8(world.host.path((home.localFolder("x") / "AAAAA.opa").u16string())->text().view());
+  const std::string both = theirs + ";Even$" + path('A') + ";Odd$";
+  open([](OpenDialog& dialog) {
+    dialog.clearByMenu(1);
+    dialog.source().choose(3);  // A, B, C, X, Y
+    dialog.drop("AAAAA.opa", 1);
+    dialog.choose("rad1_Even");
+    dialog.source().choose(0);
+    dialog.drop("AAAAA.opa", 2);
+    dialog.accept();
+  });
+  EXPECT_EQ(value(u"OverlaySourceFileName"), both);
+  open([](OpenDialog& dialog) { dialog.accept(); });
+  EXPECT_EQ(value(u"OverlaySourceFileName"), both) << "OK alone changes nothing";
 }
 
 TEST_F(MultiDialog, ShowsTheErrorPageForAThumbnailThatIsMissing) {

@@ -312,7 +312,7 @@ TEST_F(OverlayStoreTest, KeepsItsOwnRecordsOfTheNamesThatAnotherProcessHasAdded)
   EXPECT_THAT(records(), ElementsAre("one=00001.opa", "two=00003.opa"));
   store->addOverlay(u"new");
   store->save();
-  EXPECT_THAT(listed(home.userIndex()), ElementsAre("one=00001.opa", "two=00003.opa", IsNew("new")));
+  EXPECT_THAT(listed(home.userIndex()), ElementsAre("one=00002.opa", "one=00001.opa", "two=00003.opa", IsNew("new")));
 }
 
 TEST_F(OverlayStoreTest, LearnsWhatAnotherProcessHasAdded) {

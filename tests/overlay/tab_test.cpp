@@ -380,7 +380,8 @@ TEST_F(OverlayGroup, ListsWhatTheStoreHasAfterADeletion) {
   home.putUser({{u"one", u"00001.opa"}, {u"two", u"00002.opa"}, {u"theirs", u"00003.opa"}});
   tab.choose(u"00001.opa");
   tab.remove();
-  EXPECT_THAT(tab.items(), ElementsAre("None=None", "Multiple=Multiple", "00003.opa=theirs", "00002.opa=two"));
+  EXPECT_THAT(tab.items(),
+              ElementsAre("None=None", "Multiple=Multiple", "00001.opa=one", "00003.opa=theirs", "00002.opa=two"));
   EXPECT_EQ(tab.selected(), "None");
 }
 

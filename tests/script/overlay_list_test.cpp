@@ -46,6 +46,30 @@ TEST_F(OverlayList, IsWithoutWhatIsDeleted) {
   EXPECT_FALSE(std::filesystem::exists(folder / "00001.bmp"));
 }
 
+TEST_F(OverlayList, KeepsTheOverlayOfTheFileNameThatIsNotNamed) {
+  const path local = home / "localdata" / "a" / "overlays";
+  std::filesystem::create_directories(local);
+  writeFile(local / "ovlNmFl.flo", record("Alpha", "00001.opa"));
+  writeFile(local / "00001.opa", "content");
+  const auto outcome = overlay({"delete", "Alpha"});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_FALSE(std::filesystem::exists(local / "00001.opa"));
+  EXPECT_TRUE(std::filesystem::exists(folder / "00001.opa"));
+  EXPECT_EQ(overlay({"list"}).out, "Letterhead\nTerms\n");
+}
+
+TEST_F(OverlayList, HasTheOtherOverlayOfTheNameThatIsDeleted) {
+  writeFile(folder / "ovlNmFl.flo", record("A", "00001.opa") + record("B", "00003.opa") + record("A", "00004.opa"));
+  writeFile(folder / "00004.opa", "content");
+  const auto outcome = overlay({"delete", "A"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "kiln: Another overlay has the name \"A\" too; it stays, and takes its place.\n");
+  EXPECT_FALSE(std::filesystem::exists(folder / "00004.opa"));
+  EXPECT_EQ(overlay({"list"}).out, "A\nB\n");
+  EXPECT_EQ(overlay({"delete", "A"}).err, "");
+  EXPECT_EQ(overlay({"list"}).out, "B\n");
+}
+
 TEST_F(OverlayList, IsNamedWhereAnOverlayIsUnknown) {
   const auto outcome = overlay({"delete", "Gone"});
   EXPECT_EQ(outcome.status, 1);

@@ -60,4 +60,32 @@ TEST(Screen, SizesTheSwatches) {
   }
 }
 
+TEST(Screen, SizesTheThumbnailsOfSeveralOverlays) {
+  const auto folder = testFolder() / "home" / "profile" / "overlays";
+  std::filesystem::create_directories(folder);
+  std::string record(154, '\0');
+  record[0] = 'A';
+  const std::string name = "00001.opa";
+  for (std::size_t i = 0; i < name.size(); ++i) record[128 + 2 * i] = name[i];
+  writeFile(folder / "ovlNmFl.flo", record);
+  writeFile(folder / name, "an overlay");
+  std::string bitmap("BM\x46\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\x01\0\0\0\x04\0\0\0\x01\0\x18\0", 30);
+  bitmap.resize(54 + 4 * 4, '\0');
+  writeFile(folder / "00001.bmp", bitmap);
+  const std::pair<int, int> screens[] = {{96, 4}, {120, 5}, {192, 8}};
+  for (const auto& [dpi, side] : screens) {
+#ifdef _WIN32
+    const Resolution resolution(dpi);
+#endif
+    const auto outcome = runKiln({"drive", "--dpi", std::to_string(dpi), "--home", (testFolder() / "home").string()},
+                                 "select cmb_EffOverlay Multiple\nwidget lib_MulOvlSource\ncancel\n");
+    std::istringstream lines(outcome.out);
+    std::string line;
+    for (int i = 0; i < 2; ++i) std::getline(lines, line);
+    const json items = json::parse(line).at("items");
+    ASSERT_EQ(items.size(), 1U) << line;
+    EXPECT_EQ(items.at(0).at("side"), side) << dpi;
+  }
+}
+
 }  // namespace

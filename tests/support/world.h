@@ -22,13 +22,17 @@ class RecordingFace : public Refhost::Face {
     helpAddresses.push_back(url);
     helpTopics.push_back(topic);
   }
-  std::optional<std::u16string> askJobStep() override { return jobStep; }
+  std::optional<std::u16string> askJobStep() override {
+    ++jobSteps;
+    return jobStep;
+  }
   void showFailure(const std::string& sentence) override { failures.push_back(sentence); }
 
   // The user's input in a modal dialog; a dialog that is still open afterwards is closed, neither accepted nor
   // cancelled.
   std::function<void(Refhost::Dialog&)> onModal;
   std::optional<std::u16string> jobStep;
+  int jobSteps = 0;
   std::vector<std::u16string> helpAddresses;
   std::vector<std::u16string> helpTopics;
   std::vector<std::string> failures;
