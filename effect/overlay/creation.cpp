@@ -1,5 +1,7 @@
 #include "effect/overlay/creation.h"
 
+#include <utility>
+
 namespace Kiln::XUL {
 
 using namespace Effect;
@@ -44,6 +46,7 @@ void OverlayCreation::onPreAccept(SmartPtr<PreAcceptPanel> panel) {
 // True when a destination was prepared, which the driver writes the overlay to.
 bool OverlayCreation::sendOverlayCreateTransitions() {
   host.send({{Prop::ovlDestCreated, Value::no}});
+  side.overlays().checkIndex();  // before the user is asked for a name in vain
   side.overlays().refresh();
   if (side.overlays().isFull()) {
     if (const auto dialog = host.preferences->openDialog(Address::overlayFull)) dialog->runModally();
@@ -60,16 +63,17 @@ bool OverlayCreation::sendOverlayCreateTransitions() {
 bool OverlayCreation::mayTakeName(const std::u16string& name) {
   const std::int32_t known = side.overlays().findByLabel(name, false);
   if (known < 0 || !host.services.path(side.overlays().record(known).path)->exists()) return true;
-  mayOverwrite = false;
+  const bool outer = std::exchange(mayOverwrite, false);  // of a question that this creation runs inside
   const auto dialog = host.preferences->openDialog(Address::overwrite);
   if (!dialog) {
+    mayOverwrite = outer;
     host.send({{Prop::overlayImageName, {}}});
     return false;
   }
   connect(*dialog->okSignal(), *this, &OverlayCreation::onOvlOverwrite);
   connect(*dialog->cancelSignal(), *this, &OverlayCreation::onCancelOvlOverwrite);
   dialog->runModally();
-  return mayOverwrite;
+  return std::exchange(mayOverwrite, outer);
 }
 
 // Adds the new overlay to the index before the driver writes its file; stores do not list it until then. On failure
@@ -91,6 +95,7 @@ void OverlayCreation::prepareDestination(const std::u16string& name) {
 void OverlayCreation::onOvlOverwrite(SubDialogEventArg&) { mayOverwrite = true; }
 
 void OverlayCreation::onCancelOvlOverwrite(SubDialogEventArg&) {
+  mayOverwrite = false;
   host.send({{Prop::ovlDestCreated, Value::no}, {Prop::overlayImageName, {}}});
 }
 

@@ -130,6 +130,32 @@ TEST_F(OverlayCreation, ForgetsAnEarlierYes) {
   EXPECT_EQ(bytesOf(home.userFolder() / "00001.opa"), "new");
 }
 
+TEST_F(OverlayCreation, DoesNotTakeTheYesOfACreationThatRunsInsideItsQuestion) {
+  home.putUser({{u"Letterhead", u"00001.opa"}});
+  Creation creation(home, u"Letterhead");
+  creation.onDialog = [&creation](Refhost::Dialog& dialog) {
+    if (creation.dialogs.size() > 1) {
+      dialog.accept();
+      return;
+    }
+    creation.set(u"OverlayImageCreate", u"On");
+    dialog.cancel();
+  };
+  EXPECT_FALSE(creation.accept());
+  EXPECT_THAT(creation.dialogs, ElementsAre(overwrite, overwrite));
+  EXPECT_EQ(creation.value(u"OvlDestCreated"), "False");
+}
+
+TEST_F(OverlayCreation, TellsOfAnUnreadableIndexBeforeItAsksForAName) {
+  std::filesystem::create_directories(OverlayHome::index(home.userFolder()));  // a folder where a file should be
+  Creation creation(home, u"Letterhead");
+  creation.world->face.failures.clear();
+  creation.accept();
+  EXPECT_THAT(creation.world->face.failures, ElementsAre(HasSubstr("ovlNmFl.flo")));
+  EXPECT_EQ(creation.world->face.jobSteps, 0);
+  EXPECT_EQ(creation.value(u"OvlDestCreated"), "False");
+}
+
 TEST_F(OverlayCreation, DoesNotAskForALabelWhoseFileIsGone) {
   home.putUser({{u"Letterhead", u"00001.opa"}});
   Creation creation(home, u"Letterhead");
