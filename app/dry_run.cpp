@@ -1,5 +1,7 @@
 #include "app/dry_run.h"
 
+#include "press/job/overlay_words.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -49,14 +51,14 @@ class Description {
  public:
   Description(const Press::Plan& printed, const Press::Effects& wanted) : plan(printed), effects(wanted) {}
 
-  std::vector<std::string> sentences(const std::map<std::string, std::string>& overlayNames) {
+  std::vector<std::string> sentences() {
     job();
     if (!effects.any()) say("no effect changes them.");
-    sayMarks(true, overlayNames);
+    sayMarks(true);
     if (effects.pagesOnSheet > 1)
       say(std::to_string(effects.pagesOnSheet) + " pages go on a sheet; that makes " + std::to_string(plan.sheets) +
           (plan.sheets == 1 ? " sheet." : " sheets."));
-    sayMarks(false, overlayNames);
+    sayMarks(false);
     if (effects.mirrorImage) say("every " + sheetWord() + " is mirrored, left and right exchanged.");
     if (effects.rotate180)
       say("every " + sheetWord() + " is turned half round.");
@@ -82,9 +84,8 @@ class Description {
   }
 
   // Describes the marks drawn before several pages are put on a sheet, or those drawn after.
-  void sayMarks(bool areOnPages, const std::map<std::string, std::string>& overlayNames) {
-    if (isOnPages(effects.overlaysOnEachPage) == areOnPages)
-      for (const Press::Overlay& overlay : effects.overlays) sayOverlay(overlay, overlayNames);
+  void sayMarks(bool areOnPages) {
+    if (isOnPages(effects.overlaysOnEachPage) == areOnPages) sayOverlays();
     if (isOnPages(effects.watermark.onEachPage) == areOnPages && !effects.watermark.text.empty()) sayWatermark();
   }
 
@@ -97,9 +98,15 @@ class Description {
                                    : pagesInWords(plan.sheets, "sheet", isMeant);
   }
 
-  void sayOverlay(const Press::Overlay& overlay, const std::map<std::string, std::string>& names) {
-    const auto known = names.find(overlay.file.filename().string());
-    say("the overlay " + inQuotes(known == names.end() ? overlay.file.string() : known->second) + " goes " +
+  void sayOverlays() {
+    for (const Press::Overlay& overlay : effects.overlays) sayOverlay(overlay);
+    const std::string words = Press::overlaysInWords(effects, static_cast<int>(plan.kept.size()));
+    const std::string unit = Press::overlaysCountSheets(effects) ? "sheet" : "page";
+    if (effects.overlays.size() > 1 && !words.empty()) say("overlays by " + unit + ": " + words + ".");
+  }
+
+  void sayOverlay(const Press::Overlay& overlay) {
+    say("the overlay " + inQuotes(Press::overlayName(overlay.file)) + " goes " +
         (effects.overlaysOverPage ? "over" : "under") + " the content of " +
         places(effects.overlaysOnEachPage, [&](int page) { return overlay.pages.has(page); }) + ".");
   }
@@ -137,9 +144,8 @@ class Description {
 
 }  // namespace
 
-std::vector<std::string> describe(const Press::Plan& plan, const Press::Effects& effects,
-                                  const std::map<std::string, std::string>& overlayNames) {
-  return Description(plan, effects).sentences(overlayNames);
+std::vector<std::string> describe(const Press::Plan& plan, const Press::Effects& effects) {
+  return Description(plan, effects).sentences();
 }
 
 }  // namespace App

@@ -4,15 +4,13 @@
 #include "press/job/effects.h"
 #include "press/job/plan.h"
 
-#include <map>
 #include <string>
 #include <vector>
 
 namespace App {
 
-// One sentence per step, in order, with the pages concerned. `overlayNames`: display names of overlays by file name.
-std::vector<std::string> describe(const Press::Plan& plan, const Press::Effects& effects,
-                                  const std::map<std::string, std::string>& overlayNames);
+// One sentence per step, in order, with the pages concerned.
+std::vector<std::string> describe(const Press::Plan& plan, const Press::Effects& effects);
 
 // "every page", "no page", "page 3", "pages 1-3, 5": the pages of `count` for which `isMeant` is true; `word` is the
 // singular noun.

@@ -117,12 +117,4 @@ void warnOfMissingWatermark(SilentRun& run, const Refhost::TracePairs& settings)
                   "Watermark=Watermark.");
 }
 
-std::map<std::string, std::string> overlayNames(SilentRun& run) {
-  std::map<std::string, std::string> names;
-  auto* const list = dynamic_cast<Refhost::SelectorNode*>(run.preferences().gui()->find(WidgetId::overlayList));
-  if (list == nullptr) return names;
-  for (const ShownItem& item : shownItems(*list)) names.emplace(Formats::toUtf8(item.value), item.name);
-  return names;
-}
-
 }  // namespace App

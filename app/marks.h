@@ -3,7 +3,6 @@
 
 #include "app/silent_run.h"
 
-#include <map>
 #include <string>
 #include <vector>
 
@@ -21,8 +20,5 @@ void chooseOverlays(SilentRun& run, const std::vector<std::string>& words);
 
 // Tells the user when `settings` are those of a watermark, but the watermark is off, so that they have no effect.
 void warnOfMissingWatermark(SilentRun& run, const Refhost::TracePairs& settings);
-
-// The displayed names of the tab's overlays by file name; empty when the tab has no such list.
-std::map<std::string, std::string> overlayNames(SilentRun& run);
 
 }  // namespace App

@@ -2,6 +2,7 @@
 
 #include "app/shown_items.h"
 #include "formats/names.h"
+#include "formats/page_rules.h"
 #include "formats/text.h"
 
 #include <algorithm>
@@ -10,6 +11,18 @@ namespace App {
 namespace {
 
 using Formats::toUtf16;
+
+// Whether every item of a list names pages. What it has besides digits and hyphens, the dialog rejects.
+bool namesPages(std::string_view list) {
+  bool hasItems = false;
+  for (std::size_t start = 0; start < list.size();) {
+    const std::string_view item = list.substr(start, list.find(',', start) - start);
+    if (!item.empty() && !Formats::isPageItem(item)) return false;
+    hasItems = hasItems || !item.empty();
+    start += item.size() + 1;
+  }
+  return hasItems;
+}
 
 // Slot indexes start at 0 here, and at 1 in widget ids.
 class Assignment {
@@ -50,7 +63,7 @@ class Assignment {
   void writePages(std::size_t slot) {
     const std::string& pages = slots[slot].pages;
     auto& box = widget<Refhost::TextBoxNode>(Formats::WidgetId::slotPages[slot - firstListSlot]);
-    if (pages.empty() || !box.edit(toUtf16(pages), Refhost::Edit::typed))
+    if (!namesPages(pages) || !box.edit(toUtf16(pages), Refhost::Edit::typed))
       throw std::runtime_error(inQuotes(pages) + " does not say on which pages the overlay " +
                                inQuotes(slots[slot].overlay) +
                                " goes: write All, Even, Odd, or numbers such as 1,3,5-9.");

@@ -30,6 +30,11 @@ inline Name firstRule(std::size_t slot) {
 // Whether the text consists of digits, commas and hyphens. The print side interprets it.
 inline bool isPageList(std::u16string_view text) { return text.find_first_not_of(u"0123456789,-") == text.npos; }
 
+// Whether an item of such a list names pages: a number, or a range that may be open at one end.
+inline bool isPageItem(std::string_view item) {
+  return !item.empty() && item != "-" && item.find('-') == item.rfind('-');
+}
+
 // The rule of the second master, given the first one's: the opposite of an even or odd `first` when both slots are
 // occupied, so that no page gets both, or when the two rules are equal; otherwise `second`.
 inline std::u16string_view ruleBeside(std::u16string_view first, std::u16string_view second, bool areBothOccupied) {

@@ -2,7 +2,6 @@
 #include "app/commands/commands.h"
 #include "app/dry_run.h"
 #include "app/failure.h"
-#include "app/marks.h"
 #include "app/progress_line.h"
 #include "app/silent_run.h"
 #include "app/system/interruption.h"
@@ -41,7 +40,6 @@ struct PrintOptions {
 struct Wanted {
   Press::Effects effects;
   Press::PageRule pages;
-  std::map<std::string, std::string> overlayNames;
 };
 
 Wanted wantedBy(const PrintOptions& given, const Opening& opening) {
@@ -49,14 +47,13 @@ Wanted wantedBy(const PrintOptions& given, const Opening& opening) {
   wanted.pages = Press::PageRule(given.pages);
   SilentRun run(opening.options());
   given.settings.makeIn(run);
-  wanted.overlayNames = overlayNames(run);
   wanted.effects = Press::effectsFromProperties(run.accept());
   return wanted;
 }
 
 void tell(const Wanted& wanted, const StandardFiles& files) {
   const Press::Plan plan = Press::planPrint(files.in(), wanted.effects, wanted.pages);
-  for (const std::string& sentence : describe(plan, wanted.effects, wanted.overlayNames)) std::cout << sentence << '\n';
+  for (const std::string& sentence : describe(plan, wanted.effects)) std::cout << sentence << '\n';
 }
 
 void print(const Wanted& wanted, const StandardFiles& files, const Interruption& interruption) {

@@ -118,10 +118,9 @@ void OverlayTab::validateOvlSourceFile(std::u16string_view selection) {
   if (selection == Value::multiple) {
     for (std::u16string_view rest = source.view(); !rest.empty();) {
       const FileListEntry entry = takeFirst(rest);
-      // A separator in a path divides it; only the print side can say so.
-      const bool isDivided = entry.pages.find_first_of(u"/\\") != entry.pages.npos;
-      const std::u16string file = isDivided ? std::u16string(entry.file) : presentOverlayFile(entry.file);
-      if (!file.empty()) append(valid, file, entry.pages);
+      // A ";" in a path divides it. Such a list cannot be checked; the print side says so.
+      if (entry.pages.find_first_of(u"/\\") != entry.pages.npos) return;
+      if (const std::u16string file = presentOverlayFile(entry.file); !file.empty()) append(valid, file, entry.pages);
     }
   } else {
     valid = presentOverlayFile(source.view());

@@ -1,6 +1,7 @@
 #include "press/job/capture.h"
 
 #include "press/error.h"
+#include "press/job/overlay_words.h"
 #include "press/job/print.h"
 #include "press/pictures/bitmap.h"
 #include "press/pictures/loader.h"
@@ -24,7 +25,8 @@ Capture captureOverlay(const std::filesystem::path& in, const Effects& effects) 
   Job job(in);
   Capture capture;
   capture.pdf = job.printPage(1, effects);
-  capture.notes = job.notes();
+  capture.notes = overlayNotes(effects);
+  capture.notes.insert(capture.notes.end(), job.notes().begin(), job.notes().end());
   try {
     capture.thumbnail = bitmapFile(thumbnail(capture.pdf));
   } catch (const Error& error) {

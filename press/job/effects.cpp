@@ -29,6 +29,7 @@ Effects effectsFromProperties(const Properties& properties) {
   effects.overlaysOnEachPage = holds(Prop::overlayOccurance, Value::perPage);
   if (holds(Prop::nin1, Value::twoInOne)) effects.pagesOnSheet = 2;
   if (holds(Prop::nin1, Value::fourInOne)) effects.pagesOnSheet = 4;
+  effects.overlayTroubles = overlayTroubles(properties);
   try {
     effects.watermark = watermarkFromProperties(properties);
     effects.overlays = overlaysFromProperties(properties);

@@ -24,6 +24,9 @@ struct Effects {
   // Error to throw when printing, for properties that cannot be applied; usually empty.
   std::string refusal = {};
 
+  // What is left out of the overlays as chosen, or refused; usually nothing.
+  std::vector<OverlayTrouble> overlayTroubles = {};
+
   // Whether any effect can change a page.
   bool any() const;
 

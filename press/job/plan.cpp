@@ -1,6 +1,7 @@
 #include "press/job/plan.h"
 
 #include "press/error.h"
+#include "press/job/overlay_words.h"
 #include "press/marks/marks.h"
 #include "press/pages/mirror_and_rotation.h"
 #include "press/pages/shape.h"
@@ -15,7 +16,8 @@ Plan planPrint(const std::filesystem::path& in, const Effects& effects, const Pa
   marks.prepare(effects);
   Plan plan;
   plan.drawsWatermark = marks.drawsWatermark();
-  plan.notes = marks.notes();
+  plan.notes = overlayNotes(effects);
+  plan.notes.insert(plan.notes.end(), marks.notes().begin(), marks.notes().end());
   plan.jobPages = static_cast<int>(document.pages.size());
   int placesLeft = 0;  // on the sheet
   for (int page = 1; page <= plan.jobPages; ++page) {

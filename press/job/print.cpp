@@ -2,6 +2,7 @@
 
 #include "files/disk.h"
 #include "files/whole_file.h"
+#include "press/job/overlay_words.h"
 #include "press/job/selection.h"
 #include "press/job/write_behind.h"
 #include "press/pages/annotations.h"
@@ -136,7 +137,8 @@ std::vector<std::string> putEffectsOn(Document& document, Marks& marks, const Ef
   else if (effects.any())
     wrapPages(document, wrap, steps);
   document.pages = std::vector<PageEntry>();  // clear() would keep the memory
-  std::vector<std::string> notes = marks.notes();
+  std::vector<std::string> notes = overlayNotes(effects);
+  notes.insert(notes.end(), marks.notes().begin(), marks.notes().end());
   for (std::string& note : wrap.notes()) notes.push_back(std::move(note));
   return notes;
 }

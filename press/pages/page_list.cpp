@@ -74,6 +74,11 @@ PageRule::PageRule(std::string_view text) {
   }
 }
 
+bool PageRule::hasAny(int count) const {
+  if (kind != Kind::listed) return count >= (kind == Kind::even ? 2 : 1);
+  return std::ranges::any_of(ranges, [count](const Range& range) { return range.second >= 1 && range.first <= count; });
+}
+
 bool PageRule::has(int page) const {
   if (kind != Kind::listed) return kind == Kind::all || (page % 2 == 0) == (kind == Kind::even);
   const auto after = std::ranges::upper_bound(ranges, page, {}, &Range::first);

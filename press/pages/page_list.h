@@ -20,6 +20,9 @@ class PageRule {
 
   bool has(int page) const;
 
+  // Whether it includes any page of a job of `count` pages.
+  bool hasAny(int count) const;
+
   friend bool operator==(const PageRule&, const PageRule&) = default;
 
  private:

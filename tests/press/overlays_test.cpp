@@ -105,10 +105,52 @@ TEST(OverlayProperties, AreRefusedWhenTheyMakeNoSense) {
   EXPECT_THAT(refused("OverlayImage", ""), HasSubstr("choose another overlay"));
   EXPECT_THAT(refused("MultipleOverlayImage", "/o/a.opa$"), HasSubstr("/o/a.opa"));
   EXPECT_THAT(refused("MultipleOverlayImage", ";All$"), HasSubstr("does not name a file"));
-  EXPECT_THAT(refused("MultipleOverlayImage", "/o/a.opa;1--2$"), HasSubstr("\"1--2\""));
+  EXPECT_THAT(refused("MultipleOverlayImage", "/o/a.opa;1,a$"), HasSubstr("\"a\""));
+  for (const char* divided : {"/o$/a.opa;All$", "/o;/a.opa;All$", "\\\\s\\u$\\a.opa;1,3$"})
+    EXPECT_THAT(refused("MultipleOverlayImage", divided), HasSubstr("has \"$\" or \";\" in its name"));
   std::string endless;
   for (int entry = 0; entry < 100'000; ++entry) endless += "/o/a.opa;All$";
   EXPECT_THAT(refused("MultipleOverlayImage", endless), HasSubstr("more than 1000 overlays"));
+}
+
+TEST(OverlayProperties, NameOneFileThatATicketDoesNotTellFromSeveral) {
+  for (const char* file : {"/o$/a.opa", "/o;x/a.opa", "\\\\server\\users$\\a.opa"}) {
+    const Effects effects = Press::effectsFromProperties(
+        {{"OverlayImage", "MultipleOverlayImage"}, {"OverlaySel", "a.opa"}, {"OverlaySourceFileName", file}});
+    EXPECT_EQ(effects.overlays, (std::vector<Overlay>{{file, PageRule()}}));
+    EXPECT_EQ(effects.refusal, "");
+    EXPECT_THAT(effects.overlayTroubles, testing::IsEmpty());
+  }
+}
+
+TEST(OverlayProperties, HaveNoOverlayWithoutPages) {
+  using Press::OverlayTrouble;
+  using Kind = OverlayTrouble::Kind;
+  const Effects effects = Press::effectsFromProperties(
+      {{"OverlayImage", "MultipleOverlayImage"},
+       {"OverlaySel", "Multiple"},
+       {"OverlaySourceFileName", "/o/a.opa;$/o/b.opa;-$/o/c.opa;,$/o/d.opa;0$/o/e.opa;--2,$/o/f.opa;--,2,1--3$"}});
+  EXPECT_EQ(effects.refusal, "");
+  EXPECT_EQ(effects.overlays, (std::vector<Overlay>{{"/o/f.opa", PageRule("2")}}));
+  EXPECT_EQ(effects.overlayTroubles, (std::vector<OverlayTrouble>{{Kind::noPages, "/o/a.opa", ""},
+                                                                  {Kind::namesNoPage, "/o/b.opa", "-"},
+                                                                  {Kind::namesNoPage, "/o/c.opa", ","},
+                                                                  {Kind::namesNoPage, "/o/d.opa", "0"},
+                                                                  {Kind::namesNoPage, "/o/e.opa", "--2,"},
+                                                                  {Kind::namesNoPage, "/o/f.opa", "--,1--3"}}));
+}
+
+TEST(OverlayProperties, NameTheFilesWhoseFoldersDivideTheList) {
+  using Press::OverlayTrouble;
+  const auto troubles = [](const char* source) {
+    return Press::overlayTroubles({{"OverlayImage", "MultipleOverlayImage"}, {"OverlaySourceFileName", source}});
+  };
+  EXPECT_EQ(troubles("/o$x/a.opa;All$/o/b.opa;1$/o;y/c.opa;2-$"),
+            (std::vector<OverlayTrouble>{{OverlayTrouble::Kind::folder, "/o$x/a.opa", ""},
+                                         {OverlayTrouble::Kind::folder, "/o;y/c.opa", ""}}));
+  EXPECT_EQ(troubles("").size(), 1U);
+  EXPECT_EQ(troubles("").front().kind, OverlayTrouble::Kind::noneAssigned);
+  EXPECT_THAT(troubles(std::string(1'000'000, '$').c_str()), testing::SizeIs(1));
 }
 
 TEST(OverlayProperties, SayWhereAndHowOftenToPrint) {

@@ -161,7 +161,75 @@ TEST_F(PrintMarks, SeveralOverlaysAreEachOnTheirPages) {
             "The job has 4 pages.\n"
             "The overlay \"Footer\" goes under the content of every page.\n"
             "The overlay \"Letterhead\" goes under the content of pages 2, 4.\n"
-            "The overlay \"Letterhead\" goes under the content of page 1.\n");
+            "The overlay \"Letterhead\" goes under the content of page 1.\n"
+            "Overlays by page: 1-2, 4: Footer, Letterhead; 3: Footer.\n");
+}
+
+TEST_F(PrintMarks, SeveralOverlaysOfOneFileNameAreToldApart) {
+  const path local = home / "localdata" / "a" / "overlays";
+  fs::create_directories(local);
+  writeFile(local / "ovlNmFl.flo", field("Local", 128) + field("10000.opa", 26));
+  fs::copy_file(job, local / "10000.opa");
+  EXPECT_THAT(said({"--overlay", "Letterhead:1", "--overlay", "Local:2-"}),
+              HasSubstr("Overlays by page: 1: Letterhead; 2-4: Local.\n"));
+}
+
+// What a user can enter as a list of pages never stops the job.
+TEST_F(PrintMarks, ListThatNamesNoPageIsTold) {
+  const auto saved = [this](const std::string& letterhead, const std::string& footer) {
+    const std::string folder = (home / "profile" / "overlays").string() + "/";
+    return std::vector<std::string>{
+        "--set",
+        "OverlaySourceFileName=" + folder + "10000.opa;" + letterhead + "$" + folder + "10001.opa;" + footer + "$",
+        "--set",
+        "OverlayImage=MultipleOverlayImage",
+        "--set",
+        "OverlaySel=Multiple"};
+  };
+  for (const std::string list : {"-", ",", "--2,", "0"}) {
+    fs::remove(out);
+    const auto outcome = print(saved(list, "1,2--3"));
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "kiln: For the overlay \"Letterhead\", \"" + list +
+                               "\" names no page: write All, Even, Odd, or numbers such as 1,3,5-9.\n"
+                               "kiln: For the overlay \"Footer\", \"2--3\" names no page: write All, Even, Odd, or "
+                               "numbers such as 1,3,5-9.\n");
+    EXPECT_TRUE(fs::exists(out));
+  }
+  fs::remove(out);
+  EXPECT_THAT(said(saved("-", "1")), HasSubstr("For the overlay \"Letterhead\", \"-\" names no page"));
+}
+
+// Several overlays were accepted, then one chosen, then several again: its entry has no pages.
+TEST_F(PrintMarks, OverlayWithoutPagesIsTold) {
+  const std::string file = (home / "profile" / "overlays" / "10000.opa").string();
+  const auto outcome = print({"--set", "OverlaySourceFileName=" + file + ";$", "--set",
+                              "OverlayImage=MultipleOverlayImage", "--set", "OverlaySel=Multiple"});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(outcome.err,
+            "kiln: For the overlay \"Letterhead\", no page is named: write All, Even, Odd, or numbers such "
+            "as 1,3,5-9.\n");
+  EXPECT_TRUE(fs::exists(out));
+}
+
+// A ticket does not tell one overlay from several where its file has the separators of the list in its name.
+TEST_F(PrintMarks, OneOverlayInAnyFolderGoesThroughATicket) {
+  const path strange = testFolder() / "users$;1" / "home";
+  fs::create_directories(strange.parent_path());
+  fs::rename(home, strange);
+  const auto at = [&](std::vector<std::string> words) {
+    words.insert(words.end(), {"--home", strange.string()});
+    return runKiln(words);
+  };
+  const path ticket = testFolder() / "ticket.xml";
+  writeFile(ticket, at({"ticket", "--overlay", "Letterhead"}).out);
+  const auto outcome = at({"print", job.string(), "--dry-run", "--ticket", ticket.string()});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_THAT(outcome.out, HasSubstr("The overlay \"Letterhead\" goes under the content of every page.\n"));
+
+  const auto several = at({"print", job.string(), out.string(), "--overlay", "Letterhead:1", "--overlay", "Footer:2"});
+  EXPECT_EQ(several.status, 1);
+  EXPECT_THAT(several.err, HasSubstr("several overlays cannot lie in a folder that has \"$\" or \";\" in its name"));
 }
 
 TEST_F(PrintMarks, NameWithAColonCountsWhereThereIsOne) {
