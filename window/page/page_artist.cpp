@@ -1,5 +1,6 @@
 #include "window/page/page_artist.h"
 
+#include "press/job/overlay_words.h"
 #include "press/job/print.h"
 #include "press/pictures/loader.h"
 
@@ -22,6 +23,18 @@ constexpr double mostPixels = 8e6;
 // The limit for enlarging small pages.
 constexpr double finestDpi = 600;
 
+OverlaySummary overlaysOf(const Press::Effects& effects, int pages) {
+  OverlaySummary summary;
+  summary.countsSheets = Press::overlaysCountSheets(effects);
+  summary.words = QString::fromStdString(Press::overlaysInWords(effects, pages));
+  for (const std::string& name : Press::overlaysOnNoPage(effects, pages))
+    summary.onNoPage.append(QString::fromStdString(name));
+  summary.troubles = effects.overlayTroubles;
+  for (const Press::OverlayTrouble& trouble : summary.troubles)
+    summary.namesInTrouble.append(QString::fromStdString(Press::overlayName(trouble.file)));
+  return summary;
+}
+
 QImage toImage(const Press::Picture& picture) {
   const QImage borrowed(reinterpret_cast<const uchar*>(picture.argb.data()), picture.width, picture.height,
                         qsizetype{4} * picture.width, QImage::Format_RGB32);
@@ -39,6 +52,7 @@ class PageArtist::Desk final : public QObject {
       if (!job || order.document != document || timeOf(document) != time) open(order.document);
       result.pages = job->pageCount();
       result.pagesOnSheet = order.effects.pagesOnSheet;
+      result.overlays = overlaysOf(order.effects, result.pages);
       const int page = std::clamp(order.page, 1, result.pages);
       const std::string printed = job->printPage(page, order.effects);
       for (const std::string& note : job->notes()) result.notes += QString::fromStdString(note) + '\n';

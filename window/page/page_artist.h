@@ -8,11 +8,13 @@
 #include <QSize>
 #include <QSizeF>
 #include <QString>
+#include <QStringList>
 #include <QThread>
 
 #include <atomic>
 #include <filesystem>
 #include <memory>
+#include <vector>
 
 namespace Window {
 
@@ -26,6 +28,15 @@ struct PageOrder {
   QSize room;
 };
 
+// What the page panel says about the job's overlays.
+struct OverlaySummary {
+  bool countsSheets = false;
+  QString words;         // which overlays are printed on which pages; empty for none
+  QStringList onNoPage;  // names of overlays that no page of the job gets
+  std::vector<Press::OverlayTrouble> troubles;
+  QStringList namesInTrouble;  // one for each trouble
+};
+
 struct PagePicture {
   QImage image;
   int pages = 0;
@@ -33,6 +44,8 @@ struct PagePicture {
 
   // The size of the displayed page; with several per sheet, of the sheet.
   QSizeF millimetres;
+
+  OverlaySummary overlays;
 
   // Sentences about deviations from the requested effects; usually empty.
   QString notes;

@@ -18,6 +18,7 @@ PagePanel::PagePanel(QWidget* parent)
       forward(new QToolButton(this)),
       place(new QLabel(this)),
       size(new QLabel(this)),
+      overlays(new QLabel(this)),
       notes(new QLabel(this)) {
   auto* bar = new QHBoxLayout;
   bar->addStretch();
@@ -30,6 +31,7 @@ PagePanel::PagePanel(QWidget* parent)
   layout->addWidget(paper, 1);
   layout->addLayout(bar);
   layout->addWidget(size);
+  layout->addWidget(overlays);
   layout->addWidget(notes);
   paper->setObjectName("page");
   back->setObjectName("previousPage");
@@ -39,10 +41,13 @@ PagePanel::PagePanel(QWidget* parent)
   size->setObjectName("paper");
   size->setAlignment(Qt::AlignCenter);
   size->setForegroundRole(QPalette::PlaceholderText);
+  overlays->setObjectName("overlays");
   notes->setObjectName("notes");
-  notes->setTextFormat(Qt::PlainText);
-  notes->setWordWrap(true);
-  notes->setVisible(false);
+  for (QLabel* label : {overlays, notes}) {
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setVisible(false);
+  }
   for (QToolButton* button : {back, forward}) button->setAutoRaise(true);
 
   connect(back, &QToolButton::clicked, this, [this] { turn(-1); });
@@ -60,6 +65,7 @@ void PagePanel::setTexts(const Texts& texts) {
   sheetText = texts("SHEET");
   sizeText = texts("PAPER");
   paperText = texts("PAGE_PICTURE");
+  overlayTexts = OverlayTexts(texts);
   const bool leftToRight = layoutDirection() == Qt::LeftToRight;
   back->setArrowType(leftToRight ? Qt::LeftArrow : Qt::RightArrow);
   forward->setArrowType(leftToRight ? Qt::RightArrow : Qt::LeftArrow);
@@ -113,10 +119,21 @@ void PagePanel::showPlace() {
   size->setText(isShown ? sizeText.arg(rounded.width()).arg(rounded.height()) : QString());
   notes->setText(picture().notes);
   notes->setVisible(!picture().notes.isEmpty());
+  showOverlays();
   paper->setAccessibleName(paperText);
   paper->setAccessibleDescription(isShown ? text : picture().failure);
   back->setEnabled(number > 1);
   forward->setEnabled(number < count);
+}
+
+// The words keep room for the page: a long text is cut, and whole in the tooltip.
+void PagePanel::showOverlays() {
+  constexpr qsizetype mostCharacters = 400;
+  const QString words = overlayTexts.sentences(picture().overlays);
+  const bool isLong = words.size() > mostCharacters;
+  overlays->setText(isLong ? words.left(mostCharacters) + "..." : words);
+  overlays->setToolTip(isLong ? words : QString());
+  overlays->setVisible(!words.isEmpty());
 }
 
 }  // namespace Window

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "window/language/texts.h"
+#include "window/page/overlay_texts.h"
 #include "window/page/page_artist.h"
 
 #include <QWidget>
@@ -39,6 +40,7 @@ class PagePanel final : public QWidget {
   void turn(int sheets) { goTo(page() + sheets * order.effects.pagesOnSheet); }
   void drawn(const PagePicture& picture);
   void showPlace();
+  void showOverlays();
 
   PageOrder order;
   PaperView* paper;
@@ -46,11 +48,13 @@ class PagePanel final : public QWidget {
   QToolButton* forward;
   QLabel* place;
   QLabel* size;
+  QLabel* overlays;
   QLabel* notes;
   QString placeText;
   QString sheetText;
   QString sizeText;
   QString paperText;
+  OverlayTexts overlayTexts;
   PageArtist artist;
 };
 
