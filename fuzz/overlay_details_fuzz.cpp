@@ -6,6 +6,8 @@
 #include "press/error.h"
 #include "press/marks/overlay.h"
 
+#include <algorithm>
+#include <limits>
 #include <optional>
 #include <vector>
 
@@ -26,13 +28,29 @@ std::optional<Press::PageRule> ruleIn(std::u16string_view text) {
   }
 }
 
+// The pages that a slot is printed on: those of the readable items, if it has the characters of a list of pages.
+std::optional<Press::PageRule> printedRule(std::u16string_view text) {
+  std::optional<Press::PageRule> rule = ruleIn(text);
+  if (!rule && isPageList(text)) {
+    std::u16string read;
+    for (std::u16string_view rest = text; !rest.empty();) {
+      const std::u16string_view item = rest.substr(0, rest.find(u','));
+      rest.remove_prefix(std::min(item.size() + 1, rest.size()));
+      if (isPageItem(Formats::toUtf8(item))) read += std::u16string(item) + u",";
+    }
+    rule = ruleIn(read);
+  }
+  if (rule && !rule->hasAny(std::numeric_limits<int>::max())) rule.reset();
+  return rule;
+}
+
 void checkPrinting(const SlotContents& slots) {
   std::vector<Press::Overlay> expected;
   bool areRules = true;
   for (const auto& [label, pages] : slots) {
     if (label.empty() || pages.empty()) continue;
-    const auto rule = ruleIn(pages);
-    areRules = areRules && rule;
+    areRules = areRules && (ruleIn(pages) || isPageList(pages));
+    const auto rule = printedRule(pages);
     if (rule) expected.push_back({std::filesystem::u8path(Formats::toUtf8(pathOf(label))), *rule});
   }
   const std::u16string files = sourceFilesOf(slots, [&slots](std::size_t slot) { return pathOf(slots[slot].label); });
