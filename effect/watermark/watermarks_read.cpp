@@ -102,9 +102,8 @@ std::u16string Watermarks::otherId(const FileRecord& found, const Text& path) co
 
 // Completes a record that was read. The user's file keeps its id there, where it has taken over another's.
 void Watermarks::settle(const FileRecord& found, const Text& id, const Text& path) const {
-  const Kiln::WString value = fieldText(*found.node, Field::value);
   complete(*found.node, id, isLocalData(path));
-  if (!isLocalData(path) && !value.empty() && value.view() != id) setField(*found.node, Field::origId, value);
+  if (!isLocalData(path) && found.id != id) setField(*found.node, Field::origId, found.id);
 }
 
 // Sets the fields that every record of the store has.

@@ -397,12 +397,13 @@ TEST_F(Plugin, AddsEditsAndDeletesWatermarksAfterAnImportWithoutMemoryForTheStor
 
 TEST_F(Plugin, OffersWatermarksAfterAnImportWithoutMemoryForTheStore) {
   PluginRun run(home);
-  run.world.preferences.setAvailable(u"Watermark", u"Watermark", false);
+  run.world.preferences.setAvailable(u"Watermark", u"None", false);
+  run.world.preferences.set(u"WatermarkSel", u"1");
   Refhost::heap().failAfter(1);
   run.world.preferences.importProfile("p", {});
   Refhost::heap().failAfter(-1);
   run.world.face.failures.clear();
-  run.world.preferences.setAvailable(u"Watermark", u"Watermark", true);
+  run.world.preferences.setAvailable(u"Watermark", u"None", true);
   EXPECT_THAT(run.world.face.failures, IsEmpty());
   EXPECT_TRUE(run.isEnabled(u"btn_WMAdd"));
 }

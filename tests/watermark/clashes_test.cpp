@@ -196,18 +196,20 @@ TEST(ClashesOfTwoStores, LeaveARecordOfTheIdThatIsBeingChanged) {
 }
 
 TEST(ClashesOfTwoStores, KnowOverruledRecordsAgain) {
-  Home home;
-  home.putUserFile(watermarkFile(record("WM_a", "same", "10") + record("WM_b", "same", "20")));
-  StoreWorld world(home.folder.path);
-  StoreWorld other(home.folder.path);
-  const auto ours = world.open();
-  const auto theirs = other.open();
-  world.add(*ours, u"ours");
-  other.add(*theirs, u"theirs");
-  world.add(*ours, u"ours again");
-  EXPECT_EQ(world.list(*ours), world.list(*world.open()));
-  EXPECT_EQ(fieldText(*ours->record(u"WM_a"), Field::angle).view(), u"20");
-  for (const char* angle : {"<angle>10<", "<angle>20<"}) EXPECT_THAT(bytesOf(world.userFile()), HasSubstr(angle));
+  for (const char* id : {"WM_a", "WM_b"}) {
+    Home home;
+    home.putUserFile(watermarkFile(record("WM_a", "same", "10") + record(id, "same", "20")));
+    StoreWorld world(home.folder.path);
+    StoreWorld other(home.folder.path);
+    const auto ours = world.open();
+    const auto theirs = other.open();
+    world.add(*ours, u"ours");
+    other.add(*theirs, u"theirs");
+    world.add(*ours, u"ours again");
+    EXPECT_EQ(world.list(*ours), world.list(*world.open()));
+    EXPECT_EQ(fieldText(*ours->record(u"WM_a"), Field::angle).view(), u"20");
+    for (const char* angle : {"<angle>10<", "<angle>20<"}) EXPECT_THAT(bytesOf(world.userFile()), HasSubstr(angle));
+  }
 }
 
 // A disk on which the local data cannot be written to.
