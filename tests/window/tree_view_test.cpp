@@ -134,7 +134,8 @@ TEST_F(TreeViewTest, TheCurrentRowOfAListIsChosenAgainByAClickAndByTheKeyboard) 
   const auto isOff = [this] { return open.value(u"Watermark") == "None"; };
   ASSERT_EQ(list.currentRow(), 0);
   turnOn();
-  Testing::press(list, Qt::Key_Space);
+  QKeyEvent space(QEvent::KeyPress, Qt::Key_Space, {}, " ");
+  QCoreApplication::sendEvent(&list, &space);
   Testing::waitUntil(isOff);
   turnOn();
   Testing::click(*list.viewport(), list.visualItemRect(list.item(0)).center());
