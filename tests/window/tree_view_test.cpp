@@ -119,8 +119,8 @@ TEST_F(TreeViewTest, ARowOfAListIsChosenByTheKeyboard) {
   auto& list = open.find<ItemList>("lst_selectedWatermark");
   const auto data = node.data();
   while (data->count() > 0) data->remove(0);
-  data->append(u"a", u"a");
-  data->append(u"b", u"b");
+  data->append(u"a", u"0");
+  data->append(u"b", u"1");
   node.setEnabled(true);
   node.setData(data);
   node.select(0);
