@@ -1,5 +1,4 @@
-// The capitals of Unicode's basic plane and their small letters, as ranges. Made by tools/make-letter-case, from Unicode
-// 14.0.0.
+// The capitals of Unicode's basic plane and their small letters, as ranges. Made by tools/make-letter-case.
 #pragma once
 
 #include <cstdint>
