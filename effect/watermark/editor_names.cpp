@@ -88,7 +88,7 @@ void EditorNames::onLabelText(SmartPtr<TextChangeEventArg> change) {
   updateOkButton(label, name, isReserved);
   if (changesLabel) setField(*editor.record, Field::label, label);
   if (changesName) setField(*editor.record, Field::stylename, name);
-  if (hasStyleNames && isStyleName && text.size() != 0) styleNameEdited = true;
+  if (hasStyleNames && isStyleName && !text.view().empty()) styleNameEdited = true;
 }
 
 void EditorNames::updateOkButton(WStringView label, WStringView stylename, bool forceDisable) const {

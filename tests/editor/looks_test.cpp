@@ -22,9 +22,7 @@ class WatchedDialog final : public Kiln::XUL::SubDialog {
   }
   Kiln::SmartPtr<Kiln::XUL::Button> okButton() override { return dialog->okButton(); }
   Kiln::SmartPtr<Kiln::Signal<Kiln::XUL::SubDialogEventArg&>> okSignal() override { return dialog->okSignal(); }
-  Kiln::SmartPtr<Kiln::Signal<Kiln::XUL::SubDialogEventArg&>> cancelSignal() override {
-    return dialog->cancelSignal();
-  }
+  Kiln::SmartPtr<Kiln::Signal<Kiln::XUL::SubDialogEventArg&>> cancelSignal() override { return dialog->cancelSignal(); }
   Kiln::SmartPtr<SubDialog> openDialog(Kiln::WStringView url) override { return dialog->openDialog(url); }
   void runModally() override { dialog->runModally(); }
   void show() override { dialog->show(); }

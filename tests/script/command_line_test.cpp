@@ -133,9 +133,7 @@ TEST(DriveCommand, WithoutLeavesWidgetsOut) {
   EXPECT_EQ(answers.at(2).at("ok"), true);
 }
 
-TEST(DriveCommand, FontsMayBeUnknown) {
-  EXPECT_EQ(drive({"--fonts", "-"}, "get MirrorImage\n").status, 0);
-}
+TEST(DriveCommand, FontsMayBeUnknown) { EXPECT_EQ(drive({"--fonts", "-"}, "get MirrorImage\n").status, 0); }
 
 TEST(DriveCommand, JobStepIsInForceFromTheOpeningOn) {
   const std::string script = "click btn_job\nget OverlayImageName\n";
