@@ -104,6 +104,10 @@ inline std::string details(std::vector<std::string> entries) {
   return value;
 }
 
+inline std::filesystem::path pictureOf(const Kiln::XUL::Image& image) {
+  return dynamic_cast<const Refhost::Image&>(image).file;
+}
+
 class MultiDialog : public testing::Test {
  protected:
   using User = std::function<void(OpenDialog&)>;

@@ -1,4 +1,6 @@
 // The watermark group of the tab: the list, what a selection writes, and what it follows.
+#include "watermark_tab.h"
+
 #include "formats/text.h"
 #include "host/model/settings.h"
 #include "host/reference_host.h"
@@ -17,55 +19,6 @@ using testing::IsEmpty;
 using Testing::transitions;
 using Testing::widgetOperations;
 using Testing::World;
-
-constexpr const char16_t* listId = u"lst_selectedWatermark";
-constexpr const char16_t* perPageId = u"ePTKWPageWatermark_PrintPerPage";
-
-const char* const oneOfAKind = R"(<Watermarks>
-  <WM_1><label>Mine</label><stylename>apple</stylename><value>WM_1</value><fontname>Face</fontname>
-    <fontsize>24</fontsize><fontstyle>BoldItalic</fontstyle><colour>#FF0000</colour><angle>45</angle>
-    <positionX>L</positionX><positionY>U</positionY><printStyle>Transparency</printStyle>
-    <transparency><intensity>30</intensity></transparency></WM_1>
-  <WM_2><label>Ours</label><stylename>Banana</stylename><value>WM_2</value><fontsize>x</fontsize>
-    <colour>#12</colour><angle>-90</angle><printStyle>Outline</printStyle>
-    <transparency><intensity>30</intensity></transparency></WM_2>
-  <WM_3><label>$IDS_WM_DRAFT;</label><stylename>Äpfel</stylename><value>WM_3</value></WM_3>
-</Watermarks>)";
-
-// A run with a new home.
-struct Tab {
-  explicit Tab(const std::string& userFile = oneOfAKind, Refhost::Options options = builtOptions()) {
-    std::filesystem::create_directories(home.path / "user");
-    if (!userFile.empty()) Testing::writeFile(home.path / "user" / "ZVeffect.xml", userFile);
-    options.home = home.path;
-    world = std::make_unique<World>(std::move(options));
-    world->take();
-  }
-
-  Refhost::ListBox& list() { return world->widget<Refhost::ListBox>(listId); }
-  Refhost::Button& button(std::u16string_view id) { return world->widget<Refhost::Button>(id); }
-  bool isEnabled(std::u16string_view id) { return world->preferences.gui()->find(id)->isEnabled(); }
-  std::string value(std::u16string_view property) { return toUtf8(world->value(property)); }
-  std::string selected() { return toUtf8(list().selectedItem()->value().view()); }
-
-  void choose(std::u16string_view id) {
-    for (std::int32_t i = 0; i < list().items().count(); ++i)
-      if (list().items().at(i)->value().view() == id) return list().choose(i);
-    FAIL() << "no such item";
-  }
-
-  std::vector<std::string> items() {
-    std::vector<std::string> lines;
-    for (std::int32_t i = 0; i < list().items().count(); ++i) {
-      const auto item = list().items().at(i);
-      lines.push_back(toUtf8(item->value().view()) + "=" + toUtf8(item->displayedText().view()));
-    }
-    return lines;
-  }
-
-  Testing::TemporaryFolder home;
-  std::unique_ptr<World> world;
-};
 
 // "NAME=VALUE" of each direct write to a property.
 std::vector<std::string> written(const std::vector<Refhost::TraceEvent>& events) {
@@ -262,79 +215,6 @@ TEST(WatermarkSelection, WhileLockedLeavesTheButtons) {
   tab.world->preferences.set(u"WatermarkSel", u"WM_1");
   EXPECT_THAT(widgetOperations(tab.world->take()), ElementsAre("lst_selectedWatermark select WM_1"));
   EXPECT_EQ(tab.value(u"WatermarkText"), "Mine");
-}
-
-TEST(DisableWM, WithdrawsInOrderThenResetsInOneTransition) {
-  Tab tab;
-  tab.choose(u"WM_1");
-  tab.world->take();
-  tab.world->preferences.setAvailable(u"Watermark", u"Watermark", false);
-  const auto events = tab.world->take();
-  EXPECT_THAT(widgetOperations(events),
-              ElementsAre("lst_selectedWatermark select 0", "lst_selectedWatermark disable", "lbl_WM disable",
-                          "btn_WMAdd disable", "btn_WMEdit disable", "btn_WMDel disable",
-                          "lst_selectedWatermark select 0", "btn_WMEdit setEnabled false", "btn_WMDel setEnabled false",
-                          std::string(toUtf8(perPageId)) + " setEnabled false"));
-  EXPECT_THAT(transitions(events), ElementsAre("Watermark=None,WatermarkSel=0", "Watermark=None"));
-  EXPECT_EQ(tab.value(u"WatermarkSel"), "0");
-}
-
-TEST(DisableWM, OffersTheGroupAgain) {
-  Tab tab;
-  tab.world->preferences.setAvailable(u"Watermark", u"Watermark", false);
-  tab.world->take();
-  tab.world->preferences.setAvailable(u"Watermark", u"Watermark", true);
-  const auto events = tab.world->take();
-  const auto operations = widgetOperations(events);
-  EXPECT_THAT(std::vector(operations.begin(), operations.begin() + 4),
-              ElementsAre("lst_selectedWatermark enable", "lbl_WM enable", "btn_WMEdit disable", "btn_WMDel disable"));
-  EXPECT_EQ(operations.back(), "btn_WMAdd enable");
-  EXPECT_THAT(transitions(events), ElementsAre("Watermark=None,WatermarkSel=0", "Watermark=None"));
-}
-
-TEST(DisableWM, EnablesEditAndDeleteWhileAWatermarkIsSelected) {
-  Tab tab;
-  tab.choose(u"WM_1");
-  tab.world->take();
-  tab.world->preferences.setAvailable(u"Watermark", u"None", false);
-  // Every option disables the group; a selection made meanwhile is shown when it is enabled.
-  tab.world->preferences.set(u"WatermarkSel", u"WM_1");
-  tab.world->take();
-  tab.world->preferences.setAvailable(u"Watermark", u"None", true);
-  const auto events = tab.world->take();
-  EXPECT_THAT(widgetOperations(events), ElementsAre("lst_selectedWatermark enable", "lbl_WM enable",
-                                                    "btn_WMEdit enable", "btn_WMDel enable", "btn_WMAdd enable"));
-  EXPECT_THAT(transitions(events), IsEmpty());
-}
-
-TEST(DisableWM, WhileLockedOnlyDisablesTheButtonsWhateverTheFlag) {
-  for (const bool available : {false, true}) {
-    Tab tab;
-    tab.choose(u"WM_1");
-    if (available) tab.world->preferences.setAvailable(u"Watermark", u"None", false);
-    tab.world->preferences.set(u"WatermarkSel", u"WM_1");
-    tab.world->preferences.lock({u"WatermarkSel"});
-    tab.world->take();
-    tab.world->preferences.setAvailable(u"Watermark", u"None", available);
-    const auto events = tab.world->take();
-    EXPECT_THAT(widgetOperations(events), ElementsAre("lst_selectedWatermark select WM_1", "btn_WMAdd disable",
-                                                      "btn_WMEdit disable", "btn_WMDel disable"));
-    EXPECT_THAT(transitions(events), IsEmpty());
-    EXPECT_EQ(tab.value(u"WatermarkSel"), "WM_1");
-  }
-}
-
-TEST(DisableWM, OfAFullStoreLeavesAddDisabled) {
-  std::string records;
-  for (int i = 0; i < 20; ++i) {
-    const std::string id = "WM_" + std::to_string(i);
-    records += "<" + id + "><label>" + id + "</label><value>" + id + "</value></" + id + ">";
-  }
-  Tab tab("<Watermarks>" + records + "</Watermarks>");
-  EXPECT_FALSE(tab.isEnabled(u"btn_WMAdd"));
-  tab.world->preferences.setAvailable(u"Watermark", u"Watermark", false);
-  tab.world->preferences.setAvailable(u"Watermark", u"Watermark", true);
-  EXPECT_FALSE(tab.isEnabled(u"btn_WMAdd"));
 }
 
 TEST(WatermarkTab, WorksWithoutAnyOfItsWidgets) {
