@@ -188,14 +188,14 @@ std::optional<std::u16string> Watermarks::idOfAdded(const FileRecord& found, con
 
 // The ids of a file's records, by their ids in the file; with those of records that are being removed from it.
 std::map<std::u16string, std::u16string> Watermarks::idsByIdInFile(const Text& path) const {
-  std::map<Text, Text> ids;
+  std::map<Text, Text> idsById;
   const auto add = [&](const Text& id, const Node& record) {
     if (record && id != noneId && fieldText(*record, Field::sourceFile).view() == path)
-      ids.try_emplace(idInItsFile(*record, id), id);
+      idsById.try_emplace(idInItsFile(*record, id), id);
   };
   for (const auto& [id, record] : before) add(id, record);
   for (const auto& [id, record] : records) add(id, record);
-  return ids;
+  return idsById;
 }
 
 // Whether the record is still in the file that it was read from: a record being moved may already be in its new file
