@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <system_error>
 
 namespace Files {
 
@@ -18,5 +19,8 @@ class TemporaryFolder {
  private:
   std::filesystem::path folder;
 };
+
+// A new folder that only this user can enter, in `parent`. Sets `reason` on failure. One source file per system.
+std::filesystem::path newPrivateFolder(const std::filesystem::path& parent, std::error_code& reason);
 
 }  // namespace Files
