@@ -30,6 +30,9 @@ class Module {
   bool stays = false;
 };
 
+// The ending of libraries' file names on this system: ".so", ".dll".
+extern const char* const moduleEnding;
+
 // The folder of the running program and its libraries. Throws std::runtime_error when it cannot be determined.
 std::filesystem::path programFolder();
 

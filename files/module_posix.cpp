@@ -17,6 +17,8 @@ Module::~Module() {
 
 void* Module::symbol(const char* name) const { return dlsym(handle, name); }
 
+const char* const moduleEnding = ".so";
+
 std::filesystem::path programFolder() { return std::filesystem::read_symlink("/proc/self/exe").parent_path(); }
 
 }  // namespace Files

@@ -19,6 +19,8 @@ void* Module::symbol(const char* name) const {
   return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(handle), name));
 }
 
+const char* const moduleEnding = ".dll";
+
 std::filesystem::path programFolder() {
   std::wstring file(MAX_PATH, L'\0');
   for (;;) {

@@ -3,6 +3,7 @@
 #include "files/path_text.h"
 
 #include <stdexcept>
+#include <string>
 
 namespace Refhost {
 
@@ -21,12 +22,6 @@ Library::Library(const std::filesystem::path& file) {
     throw std::runtime_error("The library " + Files::shownPath(file) + " is no plug-in: it exports no createPlugin.");
 }
 
-const char* defaultPluginName() {
-#ifdef _WIN32
-  return "Zorvueffect.dll";
-#else
-  return "Zorvueffect.so";
-#endif
-}
+std::string defaultPluginName() { return std::string("Zorvueffect") + Files::moduleEnding; }
 
 }  // namespace Refhost

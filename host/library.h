@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
 
 namespace Refhost {
 
@@ -25,6 +26,6 @@ class Library final : public Kiln::Services::Library {
 };
 
 // The plug-in library's file name on this system: "Zorvueffect.so", "Zorvueffect.dll".
-const char* defaultPluginName();
+std::string defaultPluginName();
 
 }  // namespace Refhost
