@@ -1,5 +1,6 @@
 #include "failing_disk.h"
 #include "files/file_set.h"
+#include "forwarding_disk.h"
 #include "model_disk.h"
 #include "scratch.h"
 
@@ -41,25 +42,12 @@ void replaceOneByOne(Files::Disk& disk) {
 
 // With a journal whose entries may be lost.
 void replaceWithoutFlushingFolders(Files::Disk& disk) {
-  class Hasty final : public Files::Disk {
+  class Hasty final : public ForwardingDisk {
    public:
-    explicit Hasty(Files::Disk& trueDisk) : disk(trueDisk) {}
-    Files::EntryKind kind(const Path& path) override { return disk.kind(path); }
-    std::vector<Files::Entry> entries(const Path& folder) override { return disk.entries(folder); }
-    std::chrono::seconds age(const Path& file) override { return disk.age(file); }
-    std::string read(const Path& file, std::size_t limit) override { return disk.read(file, limit); }
-    std::unique_ptr<File> create(const Path& temporary, const Path& target) override {
-      return disk.create(temporary, target);
-    }
-    void replace(const Path& temporary, const Path& target) override { disk.replace(temporary, target); }
-    bool remove(const Path& file) override { return disk.remove(file); }
-    void createFolder(const Path& folder) override { disk.createFolder(folder); }
+    using ForwardingDisk::ForwardingDisk;
     void syncFolder(const Path& folder) override {
       if (folder == home) disk.syncFolder(folder);
     }
-
-   private:
-    Files::Disk& disk;
   };
   Hasty hasty(disk);
   replaceTogether(hasty);
