@@ -24,14 +24,14 @@ bool namesPages(std::string_view list) {
   return hasItems;
 }
 
-// Slot indexes start at 0 here, and at 1 in widget ids.
 class Assignment {
  public:
   Assignment(Refhost::Dialog& opened, const OverlaySlots& wanted) : dialog(opened), slots(wanted) {}
 
   void make() {
-    for (std::size_t slot = 0; slot < overlaySlots; ++slot) image(slot).choose(std::u16string(Formats::clearItem));
-    for (std::size_t slot = 0; slot < overlaySlots; ++slot)
+    for (std::size_t slot = 0; slot < Formats::slotCount; ++slot)
+      image(slot).choose(std::u16string(Formats::clearItem));
+    for (std::size_t slot = 0; slot < Formats::slotCount; ++slot)
       if (!slots[slot].overlay.empty()) fill(slot);
     if (!dialog.accept()) throw std::runtime_error("The overlays cannot be assigned to their pages.");
   }
@@ -41,8 +41,6 @@ class Assignment {
   Kind& widget(Formats::Name id) {
     return demandWidget<Kind>(dialog.layout(), id);
   }
-
-  static std::u16string number(std::size_t slot) { return toUtf16(std::to_string(slot + 1)); }
 
   Refhost::ImageBox& image(std::size_t slot) { return widget<Refhost::ImageBox>(Formats::WidgetId::slotImages[slot]); }
 
@@ -54,15 +52,24 @@ class Assignment {
       throw std::runtime_error("The overlay " + inQuotes(slots[slot].overlay) + " cannot be combined with others.");
     list.choose(source->index);  // overlays of several folders may have the same value
     image(slot).drop(source->value);
-    if (slot < firstListSlot)
-      widget<Refhost::RadioButton>(u"rad" + number(slot) + u"_" + toUtf16(slots[slot].pages)).choose();
+    if (slot < Formats::masterSlots)
+      chooseRule(slot);
     else
       writePages(slot);
   }
 
+  void chooseRule(std::size_t slot) {
+    const auto& rules = Formats::masterRules;
+    const auto rule = std::ranges::find_if(rules, [&](const Formats::MasterRule& each) {
+      return each.slot == slot && Formats::isName(slots[slot].pages, each.rule);
+    });
+    if (rule == std::end(rules)) throw std::logic_error("no master has the pages " + slots[slot].pages);
+    widget<Refhost::RadioButton>(rule->button).choose();
+  }
+
   void writePages(std::size_t slot) {
     const std::string& pages = slots[slot].pages;
-    auto& box = widget<Refhost::TextBoxNode>(Formats::WidgetId::slotPages[slot - firstListSlot]);
+    auto& box = widget<Refhost::TextBoxNode>(Formats::WidgetId::slotPages[slot - Formats::masterSlots]);
     if (!namesPages(pages) || !box.edit(toUtf16(pages), Refhost::Edit::typed))
       throw std::runtime_error(inQuotes(pages) + " does not say on which pages the overlay " +
                                inQuotes(slots[slot].overlay) +

@@ -6,7 +6,11 @@
 namespace App {
 namespace {
 
-bool isParity(const PlacedOverlay& placed) { return placed.pages == "Even" || placed.pages == "Odd"; }
+namespace Value = Formats::Value;
+
+bool isFor(const PlacedOverlay& placed, Formats::Name rule) { return Formats::isName(placed.pages, rule); }
+
+bool isParity(const PlacedOverlay& placed) { return isFor(placed, Value::evenPages) || isFor(placed, Value::oddPages); }
 
 // Those without a free slot of their kind become equivalent lists.
 std::vector<PlacedOverlay> takeMasters(std::vector<PlacedOverlay>& overlays) {
@@ -18,14 +22,14 @@ std::vector<PlacedOverlay> takeMasters(std::vector<PlacedOverlay>& overlays) {
   std::erase_if(overlays, isParity);
 
   std::vector<PlacedOverlay> masters;
-  const auto all = std::ranges::find(overlays, "All", &PlacedOverlay::pages);
+  const auto all = std::ranges::find_if(overlays, [](const auto& placed) { return isFor(placed, Value::allPages); });
   if (parities.size() < 2 && all != overlays.end()) {
     masters.push_back(*all);
     overlays.erase(all);
   }
   masters.insert(masters.end(), parities.begin(), parities.end());
   for (PlacedOverlay& placed : overlays)
-    if (placed.pages == "All") placed.pages = "1-";
+    if (isFor(placed, Value::allPages)) placed.pages = "1-";
   return masters;
 }
 
@@ -34,12 +38,12 @@ std::vector<PlacedOverlay> takeMasters(std::vector<PlacedOverlay>& overlays) {
 OverlaySlots slotsFor(const std::vector<PlacedOverlay>& overlays) {
   std::vector<PlacedOverlay> lists = overlays;
   const std::vector<PlacedOverlay> masters = takeMasters(lists);
-  if (lists.size() > overlaySlots - firstListSlot)
+  if (lists.size() > Formats::slotCount - Formats::masterSlots)
     throw std::runtime_error("At most six overlays can be on lists of pages; " + std::to_string(lists.size()) +
                              " are.");
   OverlaySlots slots;
   std::ranges::copy(masters, slots.begin());
-  std::ranges::copy(lists, slots.begin() + firstListSlot);
+  std::ranges::copy(lists, slots.begin() + Formats::masterSlots);
   return slots;
 }
 

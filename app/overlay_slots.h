@@ -1,8 +1,9 @@
 // Assigns overlays to the slots of the dialog for several overlays.
 #pragma once
 
+#include "formats/page_rules.h"
+
 #include <array>
-#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -16,9 +17,7 @@ struct PlacedOverlay {
 
 // The first slot takes all, even or odd pages, the second even or odd ones other than the first's; the remaining six
 // take lists. A slot without an overlay is free.
-inline constexpr std::size_t overlaySlots = 8;
-inline constexpr std::size_t firstListSlot = 2;
-using OverlaySlots = std::array<PlacedOverlay, overlaySlots>;
+using OverlaySlots = std::array<PlacedOverlay, Formats::slotCount>;
 
 // Overlays on all, even and odd pages go below those on lists; both kinds keep their order. Throws std::runtime_error,
 // one sentence, when there are too few slots.

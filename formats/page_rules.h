@@ -14,6 +14,19 @@ namespace Formats {
 inline constexpr std::size_t slotCount = 8;
 inline constexpr std::size_t masterSlots = 2;
 
+// A radio button of the dialog, and the rule that it gives a master.
+struct MasterRule {
+  Name button;
+  std::size_t slot;
+  Name rule;
+};
+
+inline constexpr MasterRule masterRules[] = {
+    {WidgetId::firstMasterAll, 0, Value::allPages},  {WidgetId::firstMasterEven, 0, Value::evenPages},
+    {WidgetId::firstMasterOdd, 0, Value::oddPages},  {WidgetId::secondMasterEven, 1, Value::evenPages},
+    {WidgetId::secondMasterOdd, 1, Value::oddPages},
+};
+
 // Empty for a rule other than even or odd.
 inline Name oppositeOf(std::u16string_view rule) {
   if (rule == Value::evenPages) return Value::oddPages;

@@ -7,25 +7,9 @@ namespace Kiln::XUL {
 
 using namespace Effect;
 
-namespace {
-
-struct RuleButton {
-  Name id;
-  std::size_t slot;
-  Name rule;
-};
-
-constexpr RuleButton ruleButtons[] = {
-    {WidgetId::firstMasterAll, 0, Value::allPages},  {WidgetId::firstMasterEven, 0, Value::evenPages},
-    {WidgetId::firstMasterOdd, 0, Value::oddPages},  {WidgetId::secondMasterEven, 1, Value::evenPages},
-    {WidgetId::secondMasterOdd, 1, Value::oddPages},
-};
-
-}  // namespace
-
 void MultiOverlaySlots::connectRules() {
-  for (const RuleButton& rule : ruleButtons)
-    if (const auto button = context.widget<RadioButton>(rule.id))
+  for (const MasterRule& rule : masterRules)
+    if (const auto button = context.widget<RadioButton>(rule.button))
       connect(*button->changeSignal(), *this, &MultiOverlaySlots::onRule);
 }
 
@@ -92,9 +76,9 @@ void MultiOverlaySlots::place(std::size_t slot, const OverlayId& overlay, Text p
 
 void MultiOverlaySlots::onRule(EventArg<Toggle> event) {
   const WString id = event.source().id();
-  const auto* chosen = std::find_if(std::begin(ruleButtons), std::end(ruleButtons),
-                                    [&](const RuleButton& button) { return button.id == id.view(); });
-  if (chosen == std::end(ruleButtons)) return;
+  const auto* chosen = std::find_if(std::begin(masterRules), std::end(masterRules),
+                                    [&](const MasterRule& rule) { return rule.button == id.view(); });
+  if (chosen == std::end(masterRules)) return;
   slots[chosen->slot].setPages(chosen->rule);
   keepMastersApart();
 }
@@ -114,8 +98,8 @@ void MultiOverlaySlots::takePages(std::size_t slot, TextChangeEventArg& change) 
 }
 
 void MultiOverlaySlots::showPages(std::size_t slot) const {
-  for (const RuleButton& rule : ruleButtons)
-    if (const auto button = context.widget<RadioButton>(rule.id); button && rule.slot == slot)
+  for (const MasterRule& rule : masterRules)
+    if (const auto button = context.widget<RadioButton>(rule.button); button && rule.slot == slot)
       button->setChecked(rule.rule == slots[slot].pages());
   if (const auto box = pagesBox(slot)) box->setText(slots[slot].pages());
 }
