@@ -51,10 +51,7 @@ TEST_F(Changes, AddingTheNameOfTheSelectedWatermarkIsAskedAboutToo) {
 // Saving takes up what another process has added; the list shows that at the next opening.
 TEST_F(Changes, AddingReplacesARecordThatTheListDoesNotShow) {
   open();
-  std::string bytes = bytesOf(userFile());
-  const std::string end = "</Watermarks>";
-  bytes.insert(bytes.rfind(end), element("WM_9", {{"label", "theirs"}, {"value", "WM_9"}}));
-  putUserFile(bytes);
+  addAsAnotherProcess("WM_9", "theirs");
   willName(u"ours");
   click(u"btn_WMAdd");
   willName(u"theirs");

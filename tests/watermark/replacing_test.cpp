@@ -91,10 +91,7 @@ TEST_F(ChangesBesideADownloadedOne, AskNothingWhereBothAreKept) {
 // The list shows what another process has added at the next opening.
 TEST_F(Changes, AskBeforeTheyReplaceARecordThatTheListDoesNotShow) {
   open();
-  std::string bytes = bytesOf(userFile());
-  const std::string end = "</Watermarks>";
-  bytes.insert(bytes.rfind(end), element("WM_9", {{"label", "theirs"}, {"value", "WM_9"}}));
-  putUserFile(bytes);
+  addAsAnotherProcess("WM_9", "theirs");
   willName(u"ours");
   click(u"btn_WMAdd");
   EXPECT_THAT(questions, IsEmpty());

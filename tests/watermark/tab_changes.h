@@ -36,6 +36,13 @@ class Changes : public testing::Test {
     world->take();
   }
 
+  // What another process has put into the user's file since the tab opened.
+  void addAsAnotherProcess(const std::string& id, const std::string& name) {
+    std::string bytes = bytesOf(userFile());
+    bytes.insert(bytes.rfind("</Watermarks>"), element(id, {{"label", name}, {"value", id}}));
+    putUserFile(bytes);
+  }
+
   using Edits = std::vector<std::pair<std::u16string, std::u16string>>;
 
   // The input for the next dialog's boxes before it is accepted. Questions are just accepted.
