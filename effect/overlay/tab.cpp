@@ -186,7 +186,7 @@ void OverlayTab::DisableOvlOccurance(ModelEnableChange& change) {
   followAvailability(perPageBox.get(), change, Value::perPage);
 }
 
-// Not connected: the layering box is enabled and disabled with the
+// Not connected: the layering box is enabled and disabled with the overlay.
 void OverlayTab::DisableOvlLayering(ModelEnableChange& change) {
   followAvailability(layeringBox.get(), change, Value::overlay);
 }
