@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t blockBytes = std::size_t{1} << 16;
+constexpr std::size_t chunkBytes = std::size_t{1} << 16;
 
 using Entry = std::unique_ptr<archive_entry, decltype(&archive_entry_free)>;
 
@@ -58,7 +58,7 @@ class Packer {
   Packer(Files::Disk& disk, const fs::path& file) : target(disk, file) {
     // Write blocks as they come, without padding the last one.
     check(archive_write_set_format_zip(archive.get()));
-    check(archive_write_set_bytes_per_block(archive.get(), static_cast<int>(blockBytes)));
+    check(archive_write_set_bytes_per_block(archive.get(), static_cast<int>(chunkBytes)));
     check(archive_write_set_bytes_in_last_block(archive.get(), 1));
     check(archive_write_open2(archive.get(), this, nullptr, write, nullptr, nullptr));
   }
@@ -124,13 +124,13 @@ void pack(Files::Disk& disk, const fs::path& folder, const fs::path& first, cons
 
   Packer packer(disk, file);
   std::uint64_t done = 0;
-  std::vector<char> block(blockBytes);
+  std::vector<char> block(chunkBytes);
   for (const SourceFile& source : sources) {
     packer.begin(source.name, source.bytes);
     std::ifstream stream(source.path, std::ios::binary);
     for (std::uint64_t left = source.bytes; left > 0;) {
       if (!progress(inKilobytes(done), inKilobytes(total))) throw Stopped();
-      const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(left, blockBytes));
+      const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(left, chunkBytes));
       stream.read(block.data(), static_cast<std::streamsize>(wanted));
       if (!stream) throw std::runtime_error("The file " + Files::shownPath(source.path) + " cannot be read.");
       packer.add({block.data(), wanted});
