@@ -1,14 +1,11 @@
 // Thousands of actions of a user and of the host, in any order: no watermark and no overlay disappears but by a
 // confirmed deletion or replacement of that very name.
 #include "formats/names.h"
-#include "formats/overlay_index.h"
 #include "formats/text.h"
-#include "formats/watermark_record.h"
-#include "host/documents/documents.h"
 #include "host/gui.h"
 #include "host/widgets/input.h"
 #include "host/widgets/list.h"
-#include "tests/support/host_world.h"
+#include "tests/effect/made_home.h"
 #include "tests/support/world.h"
 
 #include <gtest/gtest.h>
@@ -22,75 +19,15 @@
 
 namespace {
 
-namespace fs = std::filesystem;
 namespace WidgetId = Formats::WidgetId;
 namespace Prop = Formats::Prop;
 namespace Value = Formats::Value;
 using Formats::toUtf16;
 using Formats::toUtf8;
 
-constexpr const char* marksOfTheUser = R"(<?xml version="1.0" encoding="UTF-8"?>
-<Watermarks>
-  <WM_1><label>Mine</label><stylename>Mine</stylename><value>WM_1</value></WM_1>
-  <WM_2><label>Draft</label><stylename>Draft</stylename><value>WM_2</value></WM_2>
-</Watermarks>)";
-constexpr const char* marksOfA = R"(<?xml version="1.0" encoding="UTF-8"?>
-<Watermarks>
-  <WM_1><label>Corp</label><stylename>Corp</stylename><value>WM_1</value></WM_1>
-  <WM_7><label>Draft</label><stylename>Draft</stylename><value>WM_7</value></WM_7>
-</Watermarks>)";
-constexpr const char* marksOfB = R"(<?xml version="1.0" encoding="UTF-8"?>
-<Watermarks>
-  <WM_7><label>Mine</label><stylename>Mine</stylename><value>WM_7</value></WM_7>
-  <WM_8><label>Draft</label><stylename>Draft</stylename><value>WM_8</value></WM_8>
-</Watermarks>)";
-
-// A home with the user's things and two folders of local data that clash with them in names, ids and file names.
-struct Home {
-  Home() {
-    Testing::writeFile(path() / "user" / "ZVeffect.xml", marksOfTheUser);
-    Testing::writeFile(path() / "localdata" / "A" / "ZVeffect.xml", marksOfA);
-    Testing::writeFile(path() / "localdata" / "B" / "ZVeffect.xml", marksOfB);
-    put(path() / "profile" / "overlays", {{u"Zebra", u"00001.opa"}, {u"Letterhead", u"00002.opa"}});
-    put(path() / "localdata" / "A" / "overlays", {{u"Alpha", u"00001.opa"}, {u"Letterhead", u"00003.opa"}});
-    put(path() / "localdata" / "B" / "overlays", {{u"Alpha", u"00002.opa"}});
-  }
-
-  static void put(const fs::path& folder, const std::vector<Formats::IndexEntry>& entries) {
-    for (const auto& entry : entries) Testing::writeFile(folder / entry.fileName, toUtf8(entry.name));
-    Testing::writeFile(folder / Formats::overlayIndexName, Formats::indexBytes(entries));
-  }
-
-  const fs::path& path() const { return folder.path; }
-
-  // "KIND FOLDER NAME" of everything that somebody made.
-  std::multiset<std::string> things() const {
-    std::multiset<std::string> all;
-    for (const char* place : {"user", "localdata/A", "localdata/B"}) {
-      const fs::path file = path() / place / Formats::watermarkFileName;
-      if (!fs::exists(file)) continue;
-      const auto root =
-          Refhost::readXml(Testing::bytesOf(file), file.string(), Refhost::documentLimits, Refhost::NameEscaping::on);
-      for (const auto& record : root->children())
-        if (const auto name = record->child(Formats::Field::stylename); name && record->localNameText() != u"0")
-          all.insert(std::string("mark ") + place + ' ' + toUtf8(name->value().view()));
-    }
-    for (const char* place : {"profile/overlays", "localdata/A/overlays", "localdata/B/overlays"}) {
-      const fs::path index = path() / place / Formats::overlayIndexName;
-      if (!fs::exists(index)) continue;
-      for (const auto& entry : Formats::readIndex(Testing::bytesOf(index)))
-        if (fs::exists(path() / place / entry.fileName))
-          all.insert(std::string("overlay ") + place + ' ' + toUtf8(entry.name));
-    }
-    return all;
-  }
-
-  Testing::TemporaryFolder folder;
-};
-
 class User {
  public:
-  User(const Home& where, unsigned seed) : home(where), random(seed) { open(); }
+  User(const Testing::MadeHome& where, unsigned seed) : home(where), random(seed) { open(); }
 
   // Does something; tells what.
   std::string act() {
@@ -121,6 +58,7 @@ class User {
   }
 
   void open() {
+    formerNames.clear();
     Refhost::Options options = Testing::builtOptions();
     options.home = home.path();
     options.settings = {{std::u16string(Formats::Setting::userDataSupport), tossed() ? u"True" : u"False"},
@@ -135,11 +73,16 @@ class User {
     const std::u16string url = dialog.url();
     if (url == Formats::Address::watermarkEditor) return edit(dialog);
     const bool agrees = tossed();
-    if (agrees && (url == Formats::Address::confirmDelete || url == Formats::Address::overwrite)) mayGo.insert(asked);
+    if (agrees && (url == Formats::Address::confirmDelete || url == Formats::Address::overwrite)) giveUp(asked);
     if (agrees)
       dialog.accept();
     else
       dialog.cancel();
+  }
+
+  void giveUp(const std::string& name) {
+    mayGo.insert(name);
+    mayGo.insert(formerNames[name].begin(), formerNames[name].end());
   }
 
   void edit(Refhost::Dialog& dialog) {
@@ -156,7 +99,10 @@ class User {
       mayGo = agreed;
       return;
     }
-    if (!before.empty()) mayGo.insert(before);  // a renamed one has its former name no more
+    if (before.empty()) return;
+    giveUp(before);  // a renamed one has its former name no more, except in local data
+    formerNames[asked].insert(before);
+    formerNames[asked].merge(std::set(formerNames[before]));
   }
 
   static void type(Refhost::Dialog& dialog, Formats::Name id, const std::u16string& text) {
@@ -232,8 +178,9 @@ class User {
     open();
   }
 
-  const Home& home;
-  std::set<std::string> mayGo;  // displayed names
+  const Testing::MadeHome& home;
+  std::set<std::string> mayGo;                               // displayed names
+  std::map<std::string, std::set<std::string>> formerNames;  // of renamed watermarks, which local data keeps
   std::mt19937 random;
   std::unique_ptr<Testing::World> world;
   std::string asked;  // the name that a question is about
@@ -242,8 +189,9 @@ class User {
 class RandomActions : public testing::TestWithParam<unsigned> {};
 
 TEST_P(RandomActions, LoseNothingThatNobodyAgreedToLose) {
-  const Home home;
+  const Testing::MadeHome home;
   auto before = home.things();
+  ASSERT_EQ(before.size(), 11U);
   User user(home, GetParam());
   for (int step = 0; step < 400; ++step) {
     const std::string what = step == 0 ? "open" : user.act();

@@ -80,7 +80,11 @@ TemporaryFolder::~TemporaryFolder() {
 }
 
 void writeFile(const std::filesystem::path& file, std::string_view bytes) {
-  std::ofstream(file, std::ios::binary) << bytes;
+  if (file.has_parent_path()) std::filesystem::create_directories(file.parent_path());
+  std::ofstream stream(file, std::ios::binary);
+  stream << bytes;
+  stream.close();
+  if (!stream) throw std::runtime_error("a test cannot write " + file.string());
 }
 
 void copyResources(const std::filesystem::path& to) {

@@ -88,6 +88,7 @@ class TemporaryFolder {
   const std::filesystem::path path;
 };
 
+// Writes a file, and the folders that it is in.
 void writeFile(const std::filesystem::path& file, std::string_view bytes);
 
 // Copies the build's resources, for tests to damage.
