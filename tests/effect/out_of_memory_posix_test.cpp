@@ -1,8 +1,8 @@
 // Memory runs out at each allocation of an action, in plug-in and host: what people made is there as it was before the
 // action or as it is after it, all memory is given back, and the next opening works.
 //
-// An action takes thousands of allocations; unless EVERY_ALLOCATION is set in the environment, thirty of them fail, spread
-// over the action.
+// An action takes thousands of allocations; unless EVERY_ALLOCATION is set in the environment, thirty of them fail,
+// spread over the action.
 #include "formats/names.h"
 #include "host/allocator.h"
 #include "host/gui.h"
