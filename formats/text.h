@@ -61,7 +61,7 @@ inline void appendUtf8(std::string& text, char32_t code) {
 inline char32_t nextCodePoint(std::u16string_view utf16, std::size_t& index) {
   const char16_t first = utf16[index++];
   if (!isHighSurrogate(first) || index == utf16.size() || !isLowSurrogate(utf16[index])) return first;
-  return 0x10000 + ((char32_t{first} - 0xD800) << 10) + (char32_t{utf16[index++]} - 0xDC00);
+  return 0x10000 + ((char32_t{first} & 0x3FF) << 10) + (char32_t{utf16[index++]} & 0x3FF);
 }
 
 // Invalid sequences become U+FFFD.
