@@ -1,5 +1,6 @@
 #include "app/dry_run.h"
 
+#include "formats/printable.h"
 #include "press/job/overlay_words.h"
 
 #include <algorithm>
@@ -8,12 +9,6 @@
 
 namespace App {
 namespace {
-
-// Replaces control characters, which user texts may contain, for output on one line of a terminal.
-std::string onOneLine(std::string sentence) {
-  std::ranges::replace_if(sentence, [](char unit) { return (unit >= 0 && unit < ' ') || unit == '\x7F'; }, ' ');
-  return sentence;
-}
 
 std::string inQuotes(const std::string& text) { return '"' + text + '"'; }
 
@@ -70,7 +65,7 @@ class Description {
   }
 
  private:
-  void say(const std::string& sentence) { lines.push_back(onOneLine(capitalised(sentence))); }
+  void say(const std::string& sentence) { lines.push_back(Formats::printable(capitalised(sentence))); }
 
   std::string sheetWord() const { return effects.pagesOnSheet > 1 ? "sheet" : "page"; }
 

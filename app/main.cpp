@@ -113,6 +113,6 @@ int main(int count, char** words) {
   if (isFilter)
     App::message(App::Message::error, sentence);
   else
-    std::cerr << "kiln: " << sentence << '\n';
+    App::tell(sentence);
   return status;
 }

@@ -44,13 +44,14 @@ const ShownItem* overlayNamed(const std::vector<ShownItem>& items, const std::st
 
 // Splits NAME:PAGES.
 PlacedOverlay toPlaced(const std::vector<ShownItem>& items, const std::string& word) {
-  if (overlayNamed(items, word) != nullptr) return {word, "All"};
-  const std::size_t colon = word.rfind(':');
-  if (colon != word.npos && overlayNamed(items, word.substr(0, colon)) != nullptr)
-    return {word.substr(0, colon), word.substr(colon + 1)};
   std::vector<std::string> names;
   for (const ShownItem& item : items)
     if (isOverlay(item)) names.push_back(item.name);
+  if (const std::string name = nameMeant(names, word); overlayNamed(items, name) != nullptr) return {name, "All"};
+  const std::size_t colon = word.rfind(':');
+  if (colon != word.npos)
+    if (const std::string name = nameMeant(names, word.substr(0, colon)); overlayNamed(items, name) != nullptr)
+      return {name, word.substr(colon + 1)};
   throw std::runtime_error("There is no overlay " + inQuotes(word) +
                            (names.empty() ? "; there are none yet." : "; there are " + listed(names) + '.'));
 }
@@ -87,10 +88,10 @@ bool needsWatermark(const std::pair<std::u16string, std::u16string>& setting) {
 void chooseWatermark(SilentRun& run, const std::string& name) {
   auto& list = onTab<Refhost::SelectorNode>(run, WidgetId::watermarkList);
   const auto items = shownItems(list);
-  const auto item = std::ranges::find(items, name, &ShownItem::name);
-  if (item != items.end()) return choose(run, list, *item, "watermark");
   std::vector<std::string> names;
   for (const ShownItem& each : items) names.push_back(each.name);
+  const auto item = std::ranges::find(items, nameMeant(names, name), &ShownItem::name);
+  if (item != items.end()) return choose(run, list, *item, "watermark");
   throw std::runtime_error("There is no watermark " + inQuotes(name) + "; there are " + listed(names) + '.');
 }
 

@@ -1,11 +1,14 @@
 #include "app/messages.h"
 
-#include <algorithm>
+#include "formats/printable.h"
+
 #include <iostream>
+#include <string>
 
 namespace App {
+namespace {
 
-const char* messageStart(Message kind) {
+constexpr std::string_view startOf(Message kind) {
   switch (kind) {
     case Message::error: return "ERROR: ";
     case Message::warning: return "WARNING: ";
@@ -16,9 +19,29 @@ const char* messageStart(Message kind) {
   return "";
 }
 
-void message(Message kind, std::string text) {
-  std::ranges::replace_if(text, [](char unit) { return unit >= 0 && unit < ' '; }, ' ');
-  std::cerr << messageStart(kind) + text + '\n';
+void write(std::string_view start, std::string_view text) {
+  std::string line(start);
+  line += text;
+  line += '\n';
+  std::cerr << line;
+}
+
+// The start of a text in UTF-8, of at most so many bytes and whole characters.
+std::string startOfText(const std::string& text, std::size_t most) {
+  if (text.size() <= most) return text;
+  constexpr std::string_view more = "...";
+  std::size_t end = most - more.size();
+  while ((static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;
+  return text.substr(0, end) + std::string(more);
+}
+
+}  // namespace
+
+void tell(std::string_view sentence) { write("kiln: ", Formats::printable(sentence)); }
+
+void message(Message kind, std::string_view text) {
+  const std::string_view start = startOf(kind);
+  write(start, startOfText(Formats::printable(text), longestMessage - start.size()));
 }
 
 }  // namespace App

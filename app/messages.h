@@ -1,16 +1,25 @@
-// Messages to a print scheduler, one line each on standard error.
+// What commands tell people: one line each on standard error. Texts of others in them cannot start another line or
+// control a terminal.
 #pragma once
 
-#include <string>
+#include <cstddef>
+#include <string_view>
 
 namespace App {
 
+// Tells the user a sentence.
+void tell(std::string_view sentence);
+
+// Where a command's sentences go.
+using Tell = void (*)(std::string_view sentence);
+
+// Messages to a print scheduler.
 enum class Message { error, warning, info, debug, page };
 
-// The prefix of a line of that kind, such as "ERROR: ".
-const char* messageStart(Message kind);
+// The scheduler breaks longer lines, and takes the rest for a line of its own.
+inline constexpr std::size_t longestMessage = 1500;
 
-// Writes a message; replaces control characters, which could start another line, by spaces.
-void message(Message kind, std::string text);
+// Writes a message after the prefix of its kind, such as "ERROR: "; cuts one that is too long.
+void message(Message kind, std::string_view text);
 
 }  // namespace App

@@ -1,6 +1,10 @@
 #include "app/shown_items.h"
 
+#include "formats/printable.h"
 #include "formats/text.h"
+
+#include <algorithm>
+#include <set>
 
 namespace App {
 
@@ -14,6 +18,17 @@ std::vector<ShownItem> shownItems(Refhost::SelectorNode& list) {
 }
 
 std::string inQuotes(const std::string& name) { return '"' + name + '"'; }
+
+std::string nameMeant(const std::vector<std::string>& names, const std::string& word) {
+  if (std::ranges::find(names, word) != names.end()) return word;
+  std::set<std::string> listedSo;
+  for (const std::string& name : names)
+    if (Formats::printable(name) == word) listedSo.insert(name);
+  if (listedSo.size() > 1)
+    throw std::runtime_error("Several names are listed as " + inQuotes(word) +
+                             ": choose among them in the preferences.");
+  return listedSo.empty() ? word : *listedSo.begin();
+}
 
 std::string listed(const std::vector<std::string>& names) {
   std::string list;

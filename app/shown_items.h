@@ -23,6 +23,11 @@ std::vector<ShownItem> shownItems(Refhost::SelectorNode& list);
 
 std::string inQuotes(const std::string& name);
 
+// The name that a word of a command line means: the word itself where there is such a name, else the only name that is
+// listed as the word (see Formats::printable), else the word. Throws std::runtime_error, one sentence, when several
+// names are listed so.
+std::string nameMeant(const std::vector<std::string>& names, const std::string& word);
+
 // "A", "B" ...: quoted names separated by commas.
 std::string listed(const std::vector<std::string>& names);
 

@@ -2,7 +2,6 @@
 
 #include "host/gui.h"
 
-#include <iostream>
 #include <stdexcept>
 #include <utility>
 
@@ -25,6 +24,6 @@ void SilentFace::showFailure(const std::string& sentence) {
   if (!failure) failure = sentence;
 }
 
-void SilentFace::tell(const std::string& sentence) { std::cerr << start << sentence << '\n'; }
+void SilentFace::tell(const std::string& sentence) { say(sentence); }
 
 }  // namespace App

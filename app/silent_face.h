@@ -1,6 +1,7 @@
 // The face of a run without user interaction.
 #pragma once
 
+#include "app/messages.h"
 #include "host/face.h"
 
 #include <functional>
@@ -13,8 +14,8 @@ namespace App {
 // Records failures. Cancels dialogs when they open, unless an operation is set.
 class SilentFace final : public Refhost::Face {
  public:
-  // `messageStart` is the prefix of lines on standard error.
-  explicit SilentFace(std::string messageStart) : start(std::move(messageStart)) {}
+  // `tellUser` takes the host's sentences.
+  explicit SilentFace(Tell tellUser) : say(tellUser) {}
 
   // Called for dialogs that open from now on; a dialog still open afterwards is cancelled. Empty for no operation. Its
   // exceptions are recorded as failures.
@@ -36,7 +37,7 @@ class SilentFace final : public Refhost::Face {
   void tell(const std::string& sentence) override;
 
  private:
-  std::string start;
+  Tell say;
   std::function<void(Refhost::Dialog&)> inDialog;
   std::optional<std::string> failure;
 };

@@ -10,9 +10,7 @@
 
 namespace App {
 
-SilentRun::SilentRun(const Refhost::Options& options, const std::string& messageStart)
-    : silent(messageStart),
-      opened(options, silent) {
+SilentRun::SilentRun(const Refhost::Options& options, Tell tellUser) : silent(tellUser), opened(options, silent) {
   try {
     opened.open();
     silent.check();

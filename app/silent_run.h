@@ -26,9 +26,8 @@ class NotAccepted : public std::runtime_error {
 // user. All operations throw std::runtime_error, one sentence, when something cannot be set.
 class SilentRun {
  public:
-  // Opens the preferences. `messageStart` is the prefix of the host's messages. Throws Failure when they cannot be
-  // opened.
-  explicit SilentRun(const Refhost::Options& options, const std::string& messageStart = "kiln: ");
+  // Opens the preferences; `tellUser` takes the host's sentences. Throws Failure when they cannot be opened.
+  explicit SilentRun(const Refhost::Options& options, Tell tellUser = tell);
 
   void takeTicket(const std::filesystem::path& file);
   void choose(const Refhost::TracePairs& choices);

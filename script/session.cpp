@@ -1,6 +1,7 @@
 #include "script/session.h"
 
 #include "files/path_text.h"
+#include "formats/printable.h"
 #include "formats/text.h"
 #include "script/commands.h"
 #include "script/describe.h"
@@ -37,7 +38,8 @@ bool Session::run() {
     send();
   }
   close();
-  for (const std::string& failure : failures) std::cerr << "kiln: " << failure << '\n';
+  for (const std::string& failure : failures) tell(failure);
+  if (commands.bad()) throw std::runtime_error("The commands cannot be read to their end.");
   return allOk;
 }
 
@@ -115,7 +117,7 @@ void Session::runModally(Refhost::Dialog& dialog) {
 
 void Session::showFailure(const std::string& sentence) { fail(sentence); }
 
-void Session::tell(const std::string& sentence) { std::cerr << "kiln: " << sentence << '\n'; }
+void Session::tell(const std::string& sentence) { std::cerr << "kiln: " + Formats::printable(sentence) + '\n'; }
 
 void Session::open() {
   opened = std::make_unique<Refhost::Preferences>(options, *this);

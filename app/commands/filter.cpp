@@ -139,7 +139,7 @@ Press::Effects effectsOf(const Call& call, const FilterOptions& given) {
   else
     message(Message::debug, "The settings are those in " + ticket.string() + ".");
 
-  SilentRun run(options, messageStart(Message::warning));
+  SilentRun run(options, [](std::string_view sentence) { message(Message::warning, sentence); });
   if (!ticket.empty()) run.takeTicket(ticket);
   const Refhost::TracePairs choices = jobChoices(call, given, run.preferences().model());
   if (ticket.empty() && options.properties.empty() && choices.empty())

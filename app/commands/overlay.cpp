@@ -2,9 +2,11 @@
 // where printing is available.
 #include "app/commands/commands.h"
 #include "app/failure.h"
+#include "app/messages.h"
 #include "app/shown_items.h"
 #include "app/silent_run.h"
 #include "formats/names.h"
+#include "formats/printable.h"
 #include "formats/text.h"
 #include "host/gui.h"
 #include "host/widgets/list.h"
@@ -56,19 +58,12 @@ std::vector<Listed> overlaysIn(Refhost::ComboBox& list) {
   return overlays;
 }
 
-// Replaces control characters, which names in a foreign index may contain, for output on one line of a terminal.
-std::string onOneLine(std::string name) {
-  for (char& unit : name)
-    if (static_cast<unsigned char>(unit) < ' ' || unit == '\x7F') unit = '?';
-  return name;
-}
-
 int list(const OverlayOptions& given) {
   const Interruption interruption;
   const Opening opening(given.settings, interruption);
   SilentRun run(opening.options());
   for (const Listed& overlay : overlaysIn(listIn(run)))
-    std::cout << onOneLine(overlay.name) << (overlay.isDownloaded ? "\tdownloaded" : "") << '\n';
+    std::cout << Formats::printable(overlay.name) << (overlay.isDownloaded ? "\tdownloaded" : "") << '\n';
   return 0;
 }
 
@@ -80,25 +75,32 @@ std::optional<Listed> overlayNamed(const std::vector<Listed>& overlays, const st
   return {};
 }
 
+// The name of the overlay that the user means.
+std::string meantBy(const OverlayOptions& given, const std::vector<Listed>& overlays) {
+  std::vector<std::string> names;
+  for (const Listed& overlay : overlays) names.push_back(overlay.name);
+  return nameMeant(names, given.name);
+}
+
 int remove(const OverlayOptions& given) {
   const Interruption interruption;
   const Opening opening(given.settings, interruption);
   SilentRun run(opening.options());
   Refhost::ComboBox& list = listIn(run);
-  const auto overlay = overlayNamed(overlaysIn(list), given.name);
-  if (!overlay)
-    throw std::runtime_error("There is no overlay \"" + given.name + "\"; \"kiln overlay list\" lists them.");
+  const std::vector<Listed> overlays = overlaysIn(list);
+  const std::string name = meantBy(given, overlays);
+  const auto overlay = overlayNamed(overlays, name);
+  if (!overlay) throw std::runtime_error("There is no overlay \"" + name + "\"; \"kiln overlay list\" lists them.");
   auto* button = dynamic_cast<Refhost::Button*>(run.preferences().gui()->find(Formats::WidgetId::overlayDelete));
   if (button == nullptr) throw std::runtime_error("These preferences have no button that deletes overlays.");
   bool isConfirmed = false;
   run.act([&] { list.choose(overlay->index); });
   if (list.selection() == overlay->index)
     run.act([button] { button->click(); }, [&](Refhost::Dialog& dialog) { isConfirmed = dialog.accept(); });
-  if (!isConfirmed) throw std::runtime_error("The overlay \"" + given.name + "\" cannot be deleted now.");
-  const auto other = overlayNamed(overlaysIn(list), given.name);
+  if (!isConfirmed) throw std::runtime_error("The overlay \"" + name + "\" cannot be deleted now.");
+  const auto other = overlayNamed(overlaysIn(list), name);
   if (other && other->isDownloaded == overlay->isDownloaded)
-    std::cerr << "kiln: Another overlay has the name " << inQuotes(onOneLine(given.name))
-              << " too; it stays, and takes its place.\n";
+    tell("Another overlay has the name " + inQuotes(name) + " too; it stays, and takes its place.");
   return 0;
 }
 

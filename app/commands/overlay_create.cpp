@@ -1,12 +1,12 @@
 // kiln overlay create: makes an overlay of a PDF's first page through the plug-in, as in the preferences.
 #include "app/commands/commands.h"
+#include "app/messages.h"
 #include "app/silent_run.h"
 #include "formats/names.h"
 #include "formats/text.h"
 #include "host/overlay_job.h"
 #include "press/job/capture.h"
 
-#include <iostream>
 #include <memory>
 
 namespace App {
@@ -48,7 +48,7 @@ int create(const CreationOptions& given) {
       Press::captureOverlay(toPath(given.in), Press::effectsFromProperties(run.printedValues()));
   prepare(run, given);
   Refhost::writeOverlay(run.preferences(), {capture.pdf, capture.thumbnail});
-  for (const std::string& note : capture.notes) std::cerr << "kiln: " << note << '\n';
+  for (const std::string& note : capture.notes) tell(note);
   return 0;
 }
 

@@ -2,6 +2,7 @@
 #include "app/commands/commands.h"
 #include "app/dry_run.h"
 #include "app/failure.h"
+#include "app/messages.h"
 #include "app/progress_line.h"
 #include "app/silent_run.h"
 #include "app/system/interruption.h"
@@ -66,7 +67,7 @@ void print(const Wanted& wanted, const StandardFiles& files, const Interruption&
     };
     notes = Press::printPdf(files.in(), files.out(), wanted.effects, progress, wanted.pages);
   }
-  for (const std::string& note : notes) std::cerr << "kiln: " << note << '\n';
+  for (const std::string& note : notes) App::tell(note);
   files.deliver();
 }
 

@@ -1,6 +1,7 @@
 #include "host/profiles/profile.h"
 #include "app/commands/commands.h"
 #include "app/failure.h"
+#include "app/messages.h"
 #include "app/progress_line.h"
 #include "app/silent_run.h"
 #include "app/system/interruption.h"
@@ -8,7 +9,6 @@
 #include "formats/text.h"
 #include "host/kept_settings.h"
 
-#include <iostream>
 #include <memory>
 #include <optional>
 
@@ -59,7 +59,7 @@ std::unique_ptr<SilentRun> openAsKept(Refhost::Options options) {
     const auto model = Refhost::readModel(options.resources / "models", options.model);
     const auto kept = Refhost::readSettings(Refhost::settingsFile(options.home, model.name));
     if (!kept.setAside.empty())
-      std::cerr << "kiln: The settings were damaged; they are kept in " << Files::shownPath(kept.setAside) << ".\n";
+      tell("The settings were damaged; they are kept in " + Files::shownPath(kept.setAside) + ".");
     options.properties = Refhost::applicable(kept.values, model);
   } catch (const std::exception& error) {
     throw Failure(cannotOpen, error.what());

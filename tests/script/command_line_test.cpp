@@ -62,6 +62,18 @@ TEST(CommandLine, WrongUsageIsOneSentence) {
   for (const auto& words : wrong) expectRefusal(runKiln(words));
 }
 
+TEST(CommandLine, MessageIsALineThatNoTerminalObeys) {
+  const std::string foreign = "a\n\x1B[31mb\u009Bc\u202Ed";
+  const std::string shown = "a \uFFFD[31mb\uFFFDc\uFFFDd";
+  for (const std::vector<std::string>& words :
+       {std::vector<std::string>{foreign}, {"drive", foreign}, {"drive", "--model", foreign}}) {
+    const auto outcome = runKiln(words);
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_THAT(outcome.err, HasSubstr(shown));
+    EXPECT_EQ(outcome.err.find('\n'), outcome.err.size() - 1);
+  }
+}
+
 TEST(DriveCommand, ExitStatusTellsWhetherEveryCommandWasAnsweredWithOk) {
   EXPECT_EQ(drive({}, "get MirrorImage\n").status, 0);
   EXPECT_EQ(drive({}, "get MirrorImage\nget None\n").status, 1);

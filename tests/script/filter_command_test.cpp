@@ -251,6 +251,21 @@ TEST_F(FilterCommand, WrongCallIsOneSentence) {
                   "The number of copies is \"" + copies + "\"");
 }
 
+TEST_F(FilterCommand, MessageIsOneShortLineWhateverIsInIt) {
+  const std::string forged = "x\nERROR: \u2028\u001B[2J\u0085\u202Eforged\x9B";
+  const auto outcome = filter({"7", "somebody", "A title", forged, "", job.string()});
+  EXPECT_EQ(outcome.err,
+            "ERROR: The number of copies is \"x ERROR:  \uFFFD[2J \uFFFDforged\uFFFD\": it has to be a whole "
+            "number of at least 1.\n");
+  // The scheduler breaks a line after some 2,000 bytes.
+  const auto longer = filter({"7", "somebody", "A title", std::string(5000, ' ') + "ERROR: forged", "", job.string()});
+  EXPECT_LT(longer.err.size(), 1600u);
+  EXPECT_THAT(longer.err, EndsWith("...\n"));
+  std::string letters;
+  for (int i = 0; i < 1000; ++i) letters += "\u6F22";
+  EXPECT_THAT(filter({"7", "somebody", "A title", letters, "", job.string()}).err, EndsWith("\u6F22...\n"));
+}
+
 TEST_F(FilterCommand, EndsAtTheSchedulersWishAndLeavesNothing) {
   // Nobody writes into it, so the filter waits for its job.
   const path pipe = testFolder() / "pipe";

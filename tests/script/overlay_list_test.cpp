@@ -70,6 +70,39 @@ TEST_F(OverlayList, HasTheOtherOverlayOfTheNameThatIsDeleted) {
   EXPECT_EQ(overlay({"list"}).out, "B\n");
 }
 
+// "é", a new line, an escape sequence, a control of one byte in Latin-1, and an override of the direction.
+const std::u16string foreignName = u"\u00E9\nForm\u001B[2J\u009B\u202Etrohs";
+const std::string foreignNameAsListed = "\u00E9 Form\uFFFD[2J\uFFFD\uFFFDtrohs";
+
+std::string foreignRecord(const std::u16string& name, const std::string& file) {
+  std::string bytes = record("", file);
+  for (std::size_t i = 0; i < name.size(); ++i) {
+    bytes[2 * i] = static_cast<char>(name[i] & 0xFF);
+    bytes[2 * i + 1] = static_cast<char>(name[i] >> 8);
+  }
+  return bytes;
+}
+
+TEST_F(OverlayList, HasALineForEachNameWhateverIsInIt) {
+  writeFile(folder / "ovlNmFl.flo", record("Terms", "00003.opa") + foreignRecord(foreignName, "00001.opa"));
+  EXPECT_EQ(overlay({"list"}).out, "Terms\n" + foreignNameAsListed + "\n");
+}
+
+TEST_F(OverlayList, NamesEachOverlaySoThatItCanBeNamed) {
+  writeFile(folder / "ovlNmFl.flo", record("Terms", "00003.opa") + foreignRecord(foreignName, "00001.opa"));
+  const auto outcome = overlay({"delete", foreignNameAsListed});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(overlay({"list"}).out, "Terms\n");
+}
+
+TEST_F(OverlayList, NamesNoneBySeveralThatAreListedAlike) {
+  writeFile(folder / "ovlNmFl.flo", foreignRecord(u"A\u001B", "00003.opa") + foreignRecord(u"A\u009B", "00001.opa"));
+  const auto outcome = overlay({"delete", "A\uFFFD"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err, HasSubstr("Several names are listed as \"A\uFFFD\""));
+  EXPECT_EQ(overlay({"list"}).out, "A\uFFFD\nA\uFFFD\n");
+}
+
 TEST_F(OverlayList, IsNamedWhereAnOverlayIsUnknown) {
   const auto outcome = overlay({"delete", "Gone"});
   EXPECT_EQ(outcome.status, 1);
