@@ -1,3 +1,4 @@
+#include "formats/printable.h"
 #include "window/preferences/preferences_window.h"
 #include "window/window.h"
 
@@ -21,7 +22,7 @@ constexpr int cannotOpen = 2;
 constexpr int cannotDraw = 1;
 
 int fail(int status, const std::string& sentence) {
-  std::fprintf(stderr, "kiln: %s\n", sentence.c_str());
+  std::fprintf(stderr, "kiln: %s\n", Formats::printable(sentence).c_str());
   return status;
 }
 

@@ -21,6 +21,17 @@ TEST(AccessKey, LeavesAmpersandsOfTheLabel) { EXPECT_EQ(withAccessKey("R&D only"
 
 TEST(AccessKey, MayBeMissing) { EXPECT_EQ(withAccessKey("R&D", ""), "R&&D"); }
 
+TEST(TextOfOthers, IsOnItsOwnLinesWithoutWhatIsObeyed) {
+  EXPECT_EQ(plainText("a\nb"), "a\nb");
+  EXPECT_EQ(plainText(QString::fromUtf8("a\u202Eb\u001Bc")), QString::fromUtf8("a\uFFFDb\uFFFDc"));
+}
+
+TEST(ToolTip, ShowsItsTextAsItIs) {
+  EXPECT_EQ(toolTipOf("Delete", false), "Delete");
+  EXPECT_EQ(toolTipOf("Delete", true), "<p>Delete</p>");
+  EXPECT_EQ(toolTipOf("<img src='/etc/passwd'>", false), "<p>&lt;img src='/etc/passwd'&gt;</p>");
+}
+
 TEST(WindowTexts, RefuseANameThatNoTableHas) {
   const Refhost::ChromeFolders chrome(RESOURCES_FOLDER);
   const Refhost::StringTables tables(chrome, "en-US");

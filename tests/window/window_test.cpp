@@ -210,6 +210,15 @@ TEST_F(WindowTest, AFailureIsASentenceInABox) {
   EXPECT_EQ(box->text(), "The tray is empty.");
 }
 
+TEST_F(WindowTest, AFailureShowsTheNamesInItAsTheyAre) {
+  open.window->preferences().dispatch([] { throw std::runtime_error("<b>name</b>\u202E is gone."); });
+  QCoreApplication::processEvents();
+  auto* box = open.window->findChild<QMessageBox*>();
+  ASSERT_NE(box, nullptr);
+  EXPECT_EQ(box->text(), QString::fromUtf8("<b>name</b>\uFFFD is gone."));
+  for (const QLabel* label : box->findChildren<QLabel*>()) EXPECT_EQ(label->textFormat(), Qt::PlainText);
+}
+
 TEST(WindowOnDamagedSettings, SaysSoAndOpensWithTheDefaults) {
   Testing::OpenWindow open([](Request& request) {
     const auto folder = request.preferences.home / "profile";

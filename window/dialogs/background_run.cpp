@@ -2,6 +2,7 @@
 
 #include "host/profiles/archive.h"
 #include "press/error.h"
+#include "window/dialogs/plain_labels.h"
 
 #include <QEventLoop>
 #include <QProgressDialog>
@@ -53,7 +54,8 @@ RunResult runWithProgress(const std::function<void(const RunProgress&)>& task, c
   beforeBar.exec(QEventLoop::ExcludeUserInputEvents);
 
   if (!worker->isFinished()) {
-    QProgressDialog bar(name.doing, texts("STOP"), 0, barSteps, parent);
+    QProgressDialog bar(plainText(name.doing), texts("STOP"), 0, barSteps, parent);
+    showPlain(bar);
     bar.setWindowTitle(name.title);
     bar.setWindowModality(Qt::ApplicationModal);
     bar.setAutoReset(false);

@@ -1,5 +1,9 @@
 #include "window/language/texts.h"
 
+#include "formats/printable.h"
+
+#include <QTextDocument>
+
 #include <stdexcept>
 
 namespace Window {
@@ -7,6 +11,16 @@ namespace Window {
 QString toQt(std::u16string_view text) { return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size())); }
 
 std::u16string toWide(const QString& text) { return text.toStdU16String(); }
+
+QString plainText(const QString& text) {
+  const std::u16string wide = toWide(text);
+  return toQt(Formats::printable(wide, Formats::LineFeeds::kept));
+}
+
+QString toolTipOf(const QString& text, bool isToBeWrapped) {
+  if (!isToBeWrapped && !Qt::mightBeRichText(text)) return text;
+  return Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal);
+}
 
 QString withAccessKey(const QString& label, const QString& key) {
   const auto plain = [](QString text) { return text.replace('&', "&&"); };

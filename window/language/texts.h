@@ -13,6 +13,14 @@ namespace Window {
 QString toQt(std::u16string_view text);
 std::u16string toWide(const QString& text);
 
+// A text of others, such as a name in a file, as labels and lists show it: on its own lines, without characters that
+// would be obeyed (see Formats::printable).
+QString plainText(const QString& text);
+
+// A tool tip that shows the text as it is, although Qt takes what looks like HTML for HTML. Qt wraps only tips in HTML,
+// as this one is when it looks like that or `isToBeWrapped`.
+QString toolTipOf(const QString& text, bool isToBeWrapped);
+
 // A label with its access key in Qt's form: the key in brackets, as in East Asian labels, if present, else its first
 // occurrence. A missing key is appended in brackets; an empty key gives no access key. Escapes ampersands.
 QString withAccessKey(const QString& label, const QString& key);
@@ -28,7 +36,7 @@ class Texts {
   QString operator()(const char* name) const;
 
   // The displayed form of a text that may be a string-table reference.
-  QString shown(std::u16string_view text) const { return toQt(tables->resolve(text)); }
+  QString shown(std::u16string_view text) const { return plainText(toQt(tables->resolve(text))); }
 
  private:
   const Refhost::StringTables* tables;

@@ -26,7 +26,7 @@ QString OverlayTexts::sentences(const OverlaySummary& overlays) const {
     else
       lines.append(text.contains("%1") ? text.arg(name) : text);
   }
-  return lines.join('\n');
+  return plainText(lines.join('\n'));
 }
 
 QString OverlayTexts::trouble(Press::OverlayTrouble::Kind kind) const {

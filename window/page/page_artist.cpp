@@ -3,6 +3,7 @@
 #include "press/job/overlay_words.h"
 #include "press/job/print.h"
 #include "press/pictures/loader.h"
+#include "window/language/texts.h"
 
 #include <algorithm>
 #include <map>
@@ -55,7 +56,7 @@ class PageArtist::Desk final : public QObject {
       result.overlays = overlaysOf(order.effects, result.pages);
       const int page = std::clamp(order.page, 1, result.pages);
       const std::string printed = job->printPage(page, order.effects);
-      for (const std::string& note : job->notes()) result.notes += QString::fromStdString(note) + '\n';
+      for (const std::string& note : job->notes()) result.notes += plainText(QString::fromStdString(note)) + '\n';
       result.notes.chop(1);
       result.millimetres = measure(printed, {(page - 1) / result.pagesOnSheet, result.pagesOnSheet});
       const QSizeF inches = result.millimetres / millimetresPerInch;
@@ -63,7 +64,7 @@ class PageArtist::Desk final : public QObject {
           std::min({order.room.width() / inches.width(), order.room.height() / inches.height(), finestDpi});
       result.image = toImage(Press::drawPage(printed, 1, dpi));
     } catch (const std::exception& error) {
-      result.failure = QString::fromUtf8(error.what());
+      result.failure = plainText(QString::fromUtf8(error.what()));
     }
     return result;
   }

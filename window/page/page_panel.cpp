@@ -132,7 +132,7 @@ void PagePanel::showOverlays() {
   const QString words = overlayTexts.sentences(picture().overlays);
   const bool isLong = words.size() > mostCharacters;
   overlays->setText(isLong ? words.left(mostCharacters) + "..." : words);
-  overlays->setToolTip(isLong ? words : QString());
+  overlays->setToolTip(isLong ? toolTipOf(words, false) : QString());
   overlays->setVisible(!words.isEmpty());
 }
 

@@ -1,5 +1,7 @@
 #include "window/preferences/closing.h"
 
+#include "window/dialogs/plain_labels.h"
+
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -12,7 +14,8 @@ bool Closing::keep() {
   } catch (const std::exception& error) {
     accepted = true;
     const Texts texts = session.texts();
-    QMessageBox box(QMessageBox::Warning, texts("TITLE"), error.what(), QMessageBox::NoButton, &window);
+    QMessageBox box(QMessageBox::Warning, texts("TITLE"), plainText(error.what()), QMessageBox::NoButton, &window);
+    showPlain(box);
     box.addButton(texts("OK"), QMessageBox::AcceptRole);
     box.exec();
   }

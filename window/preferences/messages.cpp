@@ -1,5 +1,7 @@
 #include "window/preferences/messages.h"
 
+#include "window/dialogs/plain_labels.h"
+
 #include <QDesktopServices>
 #include <QMessageBox>
 #include <QPushButton>
@@ -9,11 +11,12 @@ namespace Window {
 
 void Messages::announce(const News& news) {
   const Texts texts = session.texts();
-  auto* box = new QMessageBox(QMessageBox::Information, news.title, news.sentence, QMessageBox::NoButton, &window);
-  box->setTextFormat(Qt::PlainText);
+  auto* box =
+      new QMessageBox(QMessageBox::Information, news.title, plainText(news.sentence), QMessageBox::NoButton, &window);
   QStringList notes;
   for (const std::string& note : news.notes) notes << QString::fromStdString(note);
-  box->setInformativeText(notes.join('\n'));
+  box->setInformativeText(plainText(notes.join('\n')));
+  showPlain(*box);
   QPushButton* ok = box->addButton(texts("OK"), QMessageBox::AcceptRole);
   box->setDefaultButton(ok);
   box->setEscapeButton(ok);
@@ -27,13 +30,14 @@ void Messages::announce(const News& news) {
 }
 
 void Messages::showFailure(const std::string& sentence) {
-  const QString text = QString::fromStdString(sentence);
+  const QString text = plainText(QString::fromStdString(sentence));
   told << text;
   QMetaObject::invokeMethod(
       &window,
       [this, text] {
         const Texts texts = session.texts();
         auto* box = new QMessageBox(QMessageBox::Warning, texts("TITLE"), text, QMessageBox::NoButton, &window);
+        showPlain(*box);
         box->addButton(texts("OK"), QMessageBox::AcceptRole);
         box->setAttribute(Qt::WA_DeleteOnClose);
         box->open();

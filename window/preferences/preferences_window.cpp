@@ -237,7 +237,7 @@ void PreferencesWindow::openDocument() {
 
 void PreferencesWindow::setDocument(const std::filesystem::path& file) {
   job.replaceBy(file);
-  setWindowTitle(job.name(session.texts()) + QStringLiteral(" \u2013 ") + session.texts()("TITLE"));
+  setWindowTitle(plainText(job.name(session.texts())) + QStringLiteral(" \u2013 ") + session.texts()("TITLE"));
   pages->setDocument(file);
 }
 

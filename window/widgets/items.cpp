@@ -38,7 +38,7 @@ void showItems(ItemList& list, Kiln::XUL::ListData& items) {
   for (int i = 0; i < items.count(); ++i) {
     const auto item = items.at(i);
     const QIcon icon = list.showsPages() ? pageOf(*item, list) : iconOf(*item, list);
-    auto* row = new QListWidgetItem(icon, toQt(item->displayedText().view()), &list);
+    auto* row = new QListWidgetItem(icon, plainText(toQt(item->displayedText().view())), &list);
     if (!list.showsPages()) row->setData(Qt::ForegroundRole, colourOf(*item));
     row->setData(ItemList::valueRole, toQt(item->value().view()));
     row->setSizeHint({0, list.rowHeight()});
@@ -49,7 +49,7 @@ void showItems(QComboBox& combo, Kiln::XUL::ListData& items) {
   combo.clear();
   for (int i = 0; i < items.count(); ++i) {
     const auto item = items.at(i);
-    combo.addItem(iconOf(*item, combo), toQt(item->displayedText().view()));
+    combo.addItem(iconOf(*item, combo), plainText(toQt(item->displayedText().view())));
     combo.setItemData(i, colourOf(*item), Qt::ForegroundRole);
   }
   combo.setCurrentIndex(-1);

@@ -13,11 +13,9 @@ using Refhost::WidgetNode;
 
 namespace {
 
-// Qt wraps rich text alone.
 QString asToolTip(const QString& text, const QWidget& widget) {
   constexpr int widest = 400;
-  const bool isLong = widget.fontMetrics().horizontalAdvance(text) > widest;
-  return isLong ? QStringLiteral("<p>") + text.toHtmlEscaped() + QStringLiteral("</p>") : text;
+  return toolTipOf(text, widget.fontMetrics().horizontalAdvance(text) > widest);
 }
 
 }  // namespace

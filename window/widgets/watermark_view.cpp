@@ -99,7 +99,7 @@ void WatermarkView::shape() {
     const Press::Box& box = outlines.bounds;
     bounds = QRectF(QPointF(box.x0, box.y0), QPointF(box.x1, box.y1));
   } catch (const Press::Error& error) {
-    refusal = QString::fromUtf8(error.what());
+    refusal = plainText(QString::fromUtf8(error.what()));
   }
 }
 
