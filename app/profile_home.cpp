@@ -1,3 +1,4 @@
+#include "app/messages.h"
 #include "app/opening.h"
 #include "files/disk.h"
 #include "formats/text.h"
@@ -28,6 +29,7 @@ ProfileHome::ProfileHome(const std::filesystem::path& profile, Refhost::Options&
   const Refhost::StringTables texts{Refhost::ChromeFolders(options.resources), options.locale};
   Refhost::ProfileHome into = Refhost::ProfileHome::closed(folder.path());
   into.translate = [&texts](std::u16string_view text) { return texts.resolve(text); };
+  into.tell = tell;
   into.settingsFile = [&](const std::u16string& profileModel) {
     if (model == Model::ofProfile) options.model = shippedModel(models, profileModel);
     return Refhost::settingsFile(folder.path(), Refhost::readModel(models, options.model).name);

@@ -83,6 +83,7 @@ int importProfile(const ProfileOptions& given) {
   const auto home = std::filesystem::absolute(options.home).lexically_normal();
   Refhost::ProfileHome into = Refhost::ProfileHome::closed(home);
   into.translate = [&texts](std::u16string_view text) { return texts.resolve(text); };
+  into.tell = tell;
   into.settingsFile = [&](const std::u16string& profileModel) {
     const bool isOther = !given.model.empty();
     return Refhost::settingsFile(home, isOther ? Refhost::readModel(options.resources / "models", given.model).name

@@ -41,7 +41,7 @@ struct MergedOverlays {
   std::string index;
   std::vector<std::pair<std::filesystem::path, std::u16string>> files;
 
-  // By file name.
+  // Of all overlays of the profile, by file name.
   Renamed names;
 };
 

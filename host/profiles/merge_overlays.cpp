@@ -96,9 +96,7 @@ class OverlayMerge {
     take(to);
   }
 
-  void note(const std::u16string& inProfile, const std::u16string& inHome) {
-    if (inProfile != inHome) merged.names[inProfile] = inHome;
-  }
+  void note(const std::u16string& inProfile, const std::u16string& inHome) { merged.names[inProfile] = inHome; }
 
   // The file's own name, or the next free one in the plug-in's scheme.
   std::u16string freeName(const std::u16string& file) const {

@@ -2,6 +2,7 @@
 
 #include "files/file_set.h"
 #include "formats/overlay_index.h"
+#include "formats/page_rules.h"
 #include "formats/text.h"
 #include "formats/watermark_record.h"
 #include "host/documents/documents.h"
@@ -9,6 +10,7 @@
 #include "host/profiles/home_import.h"
 #include "host/profiles/references.h"
 
+#include <algorithm>
 #include <fstream>
 #include <set>
 #include <stdexcept>
@@ -100,9 +102,13 @@ class HomeImport {
   Manifest run() {
     const Renamed watermarks = addWatermarks();
     const Renamed overlays = addOverlays();
-    rename(manifest.values, watermarks, overlays, home.overlayFolder);
+    const auto isInHome = [this](std::u16string_view name) {
+      return disk.kind(home.overlayFolder / Files::pathFromText(name)) == Files::EntryKind::file;
+    };
+    const auto leftOut = rename(manifest.values, watermarks, {overlays, home.overlayFolder, isInHome});
     if (home.settingsFile) write(home.settingsFile(manifest.model), settingsBytes(manifest.values));
     files.commit();
+    tell(leftOut);
     return manifest;
   }
 
@@ -137,6 +143,15 @@ class HomeImport {
     }
     if (!merged.files.empty()) write(home.overlayFolder / Files::pathFromText(Formats::overlayIndexName), merged.index);
     return merged.names;
+  }
+
+  // A list may have any length; eight overlays are all that people can choose.
+  void tell(const std::vector<std::u16string>& leftOut) const {
+    constexpr std::size_t mostUnits = 200;
+    if (!home.tell) return;
+    for (std::size_t i = 0; i < std::min(leftOut.size(), Formats::slotCount); ++i)
+      home.tell("The overlay \"" + Formats::toUtf8(leftOut[i].substr(0, mostUnits)) +
+                "\" is not in the profile, and is left out: choose another one, or none.");
   }
 
   void write(const fs::path& path, std::string_view bytes) {
@@ -182,7 +197,11 @@ ProfileHome ProfileHome::of(Preferences& preferences) {
 }
 
 ProfileHome ProfileHome::closed(const fs::path& home) {
-  return {home, home / "user" / Formats::watermarkFileName, home / "profile" / overlayFolderName, {}, {}};
+  ProfileHome closed;
+  closed.home = home;
+  closed.watermarkFile = home / "user" / Formats::watermarkFileName;
+  closed.overlayFolder = home / "profile" / overlayFolderName;
+  return closed;
 }
 
 Manifest importProfile(Files::Disk& disk, const fs::path& file, const ProfileHome& home, const Progress& progress) {

@@ -51,10 +51,14 @@ struct ProfileHome {
 
   // The settings file of a model, to which the profile's values are written. Empty when the caller applies the values.
   std::function<std::filesystem::path(const std::u16string& model)> settingsFile;
+
+  // Takes a sentence for each value of the profile that is not taken. May be empty.
+  std::function<void(const std::string& sentence)> tell = {};
 };
 
 // Imports the profile's files into the home atomically: after an interruption the home is unchanged, or is complete
-// once it is opened again. Returns the values, which refer to the home's watermarks and overlays. Progress is in
+// once it is opened again. Returns the values, which refer to the home's watermarks and overlays, and to no other file.
+// Progress is in
 // kilobytes, and cannot stop the import once the home is being changed. Throws std::runtime_error, one sentence, and
 // Stopped.
 Manifest importProfile(Files::Disk& disk, const std::filesystem::path& file, const ProfileHome& home,

@@ -143,8 +143,65 @@ TEST_F(Merge, OfAnotherOverlayOfTheFileNameGivesANewFileName) {
   EXPECT_EQ(bytesOf(overlays / "00002.bmp"), "picture Form");
   EXPECT_EQ(bytesOf(overlays / "12345.OPA"), "form Own");
   EXPECT_EQ(value(imported, u"MultipleOverlayDetails"), u"00002.opa;All$;$;$;$;$;$;$;$");
-  EXPECT_EQ(value(imported, u"OverlaySourceFileName"),
-            (overlays / "00002.opa").u16string() + u";All$/gone/00009.opa;Odd$");
+  EXPECT_EQ(value(imported, u"OverlaySourceFileName"), (overlays / "00002.opa").u16string() + u";All$");
+}
+
+std::string leftOut(const std::string& file) {
+  return "The overlay \"" + file + "\" is not in the profile, and is left out: choose another one, or none.";
+}
+
+TEST_F(Merge, TakesNoPathThatLeadsOutOfTheProfile) {
+  putOverlays(from / "overlays", {{u"Form", u"12345.opa"}});
+  for (const std::string path :
+       {"/etc/passwd", "/home/a/letter.pdf", "C:\\Users\\a\\x.opa", "..", "/", "/x/ovlNmFl.flo", "12345.opa/..",
+        "/a/12345.opa;All$/etc/passwd;All$", "relative.pdf", "12346.opa"}) {
+    putManifest({{u"OverlaySel", u"12345.opa"}, {u"OverlaySourceFileName", Formats::toUtf16(path)}});
+    told.clear();
+    EXPECT_EQ(value(import(), u"OverlaySourceFileName"), u"") << path;
+    EXPECT_THAT(told, ElementsAre(leftOut(path)));
+    EXPECT_THAT(bytesOf(Refhost::settingsFile(home, u"standard")),
+                testing::HasSubstr("\"OverlaySourceFileName\": \"\""));
+  }
+}
+
+TEST_F(Merge, OfAPathToAnotherPlaceTakesTheOverlayOfItsFileName) {
+  putOverlays(from / "overlays", {{u"Form", u"12345.opa"}});
+  putManifest({{u"OverlaySel", u"12345.opa"}, {u"OverlaySourceFileName", u"/etc/12345.opa"}});
+  EXPECT_EQ(value(import(), u"OverlaySourceFileName"), (overlays / "12345.opa").u16string());
+  EXPECT_THAT(told, testing::IsEmpty());
+}
+
+TEST_F(Merge, OfSettingsAloneTakesTheHomesOwnOverlay) {
+  putOverlays(overlays, {{u"Form", u"00001.opa"}});
+  putManifest({{u"OverlaySel", u"00001.opa"}, {u"OverlaySourceFileName", u"/old/home/overlays/00001.opa"}});
+  EXPECT_EQ(value(import(), u"OverlaySourceFileName"), (overlays / "00001.opa").u16string());
+  EXPECT_THAT(told, testing::IsEmpty());
+}
+
+TEST_F(Merge, TakesOutOfAListWhatLeadsOutOfTheProfile) {
+  putOverlays(from / "overlays", {{u"Form", u"12345.opa"}});
+  const std::u16string inHome = (overlays / "12345.opa").u16string();
+  const auto taken = [&](const std::u16string& list) {
+    putManifest({{u"OverlaySel", u"Multiple"}, {u"OverlaySourceFileName", list}});
+    told.clear();
+    return value(import(), u"OverlaySourceFileName");
+  };
+  EXPECT_EQ(taken(u"/etc/passwd;All$/old/12345.opa;1,3$/etc/group;2$"), inHome + u";1,3$");
+  EXPECT_THAT(told, ElementsAre(leftOut("/etc/passwd"), leftOut("/etc/group")));
+  EXPECT_EQ(taken(u"12345.opa;All$;$"), inHome + u";All$;$");
+  EXPECT_THAT(told, testing::IsEmpty());
+  for (const std::u16string list : {u"12345.opa;/../../../../../etc/passwd$", u"12345.opa;a;b$", u";/etc/passwd$"}) {
+    EXPECT_EQ(taken(list), u"");
+    EXPECT_THAT(told, ElementsAre(leftOut(Formats::toUtf8(list))));
+  }
+}
+
+TEST_F(Merge, TellsOfAsManyPathsAsPeopleCanChooseOverlays) {
+  std::u16string list;
+  for (int i = 0; i < 1000; ++i) list += u"/etc/passwd;All$";
+  putManifest({{u"OverlaySel", u"Multiple"}, {u"OverlaySourceFileName", list}});
+  EXPECT_EQ(value(import(), u"OverlaySourceFileName"), u"");
+  EXPECT_THAT(told, testing::SizeIs(8));
 }
 
 TEST_F(Merge, OfAnEntryWithoutAFileTakesItsPlace) {

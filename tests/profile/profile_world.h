@@ -64,6 +64,7 @@ class ProfileWorld : public testing::Test {
     into.translate = [](std::u16string_view text) {
       return text == u"$IDS_WM_DRAFT;" ? std::u16string(u"Draft") : std::u16string(text);
     };
+    into.tell = [this](const std::string& sentence) { told.push_back(sentence); };
     into.settingsFile = [this](const std::u16string& model) { return Refhost::settingsFile(home, model); };
     return Refhost::importProfile(disk, file, into, progress);
   }
@@ -82,6 +83,7 @@ class ProfileWorld : public testing::Test {
     }
   }
 
+  std::vector<std::string> told;  // by imports
   Files::TemporaryFolder folder;
   const std::filesystem::path from = folder.path() / "from";
   const std::filesystem::path home = folder.path() / "home";

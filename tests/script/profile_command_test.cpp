@@ -101,6 +101,21 @@ TEST_F(ProfileCommand, TellsOfSettingsThatAreDamaged) {
   EXPECT_THAT(outcome.err, HasSubstr("settings-standard.json.damaged"));
 }
 
+TEST_F(ProfileCommand, TellsOfAFileThatTheProfileNamesButDoesNotHold) {
+  const path secret = testFolder() / "secret.pdf";
+  put(secret, "a person's own");
+  put(settings(home), R"({"values": {"OverlayImage": "OverlayImage", "OverlaySel": "secret.pdf",
+                       "OverlaySourceFileName": ")" +
+                          secret.generic_string() + "\"}}");
+  ASSERT_EQ(exportTo(file).status, 0);
+  const auto outcome = importFrom(file);
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "kiln: The overlay \"" + secret.generic_string() +
+                             "\" is not in the profile, and is left out: choose another one, or none.\n");
+  EXPECT_THAT(readFile(settings(other)), HasSubstr("\"OverlaySourceFileName\": \"\""));
+  EXPECT_EQ(runKiln({"ticket", "--profile", file.string()}).err, outcome.err);
+}
+
 TEST_F(ProfileCommand, NeedsToBeToldWhatToDo) {
   EXPECT_EQ(runKiln({"profile"}).status, 2);
   EXPECT_EQ(runKiln({"profile", "export"}).status, 2);

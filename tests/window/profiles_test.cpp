@@ -62,6 +62,23 @@ TEST_F(ProfilesTest, TakeSettingsAndOverlaysToAnotherHome) {
   EXPECT_TRUE(other.window->failures().isEmpty());
 }
 
+TEST_F(ProfilesTest, TellOfAFileThatTheyNameButDoNotHold) {
+  open.window->preferences().set(u"OverlaySourceFileName", profile.toStdU16String());
+  std::ofstream(profile.toStdString()) << "<b>a file</b>";
+  open.settle();
+  ASSERT_EQ(open.value(u"OverlaySourceFileName"), profile.toStdString());
+  const QString packed = folder.filePath("other.zip");
+  answers.choose("EXPORT_PROFILE", {button("Export..."), file(packed)});
+
+  OpenWindow other;
+  Answers(other).choose("IMPORT_PROFILE", {file(packed)});
+  EXPECT_EQ(other.value(u"OverlaySourceFileName"), "");
+  auto* box = other.window->findChild<QMessageBox*>();
+  ASSERT_NE(box, nullptr);
+  EXPECT_THAT(box->informativeText().toStdString(), HasSubstr(profile.toStdString() + "\" is not in the profile"));
+  for (const QLabel* label : box->findChildren<QLabel*>()) EXPECT_EQ(label->textFormat(), Qt::PlainText);
+}
+
 TEST_F(ProfilesTest, LeaveOutWhatTheUserMadeWhenToldTo) {
   const auto settingsOnly = [](QWidget& dialog) {
     auto* box = dialog.findChild<QCheckBox*>();

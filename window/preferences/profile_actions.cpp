@@ -52,15 +52,17 @@ void importProfile(const ActionWorld& world) {
   if (!file) return;
   const QString title = texts("IMPORT_TITLE");
   const QString name = toQt(file->filename().u16string());
+  std::vector<std::string> notes;
+  Refhost::ProfileHome home = Refhost::ProfileHome::of(world.preferences());
+  home.tell = [&notes](const std::string& sentence) { notes.push_back(sentence); };
   Refhost::Manifest profile;
-  const auto task = [&profile, &file,
-                     home = Refhost::ProfileHome::of(world.preferences())](const RunProgress& progress) {
+  const auto task = [&](const RunProgress& progress) {
     profile = Refhost::importProfile(Files::realDisk(), *file, home, progress);
   };
   if (!world.run(task, {title, texts("IMPORTING").arg(name)}, "IMPORT_STOPPED")) return;
   world.preferences().importProfile({}, profile.values);
   world.pages.redraw();
-  world.messages.announce({title, texts("IMPORT_DONE").arg(name)});
+  world.messages.announce({title, texts("IMPORT_DONE").arg(name), notes});
 }
 
 }  // namespace Window
