@@ -82,6 +82,9 @@ class Disk {
   // Creates one folder; its parent exists. Does nothing when the folder exists.
   virtual void createFolder(const std::filesystem::path& folder) = 0;
 
+  // The same, for a folder that only this user can enter.
+  virtual void createPrivateFolder(const std::filesystem::path& folder) { createFolder(folder); }
+
   // Returns when files created, replaced and removed in `folder` are on the storage medium. (Windows has no such call:
   // there `replace` itself is synchronous, and removed files may reappear after a loss of power.)
   virtual void syncFolder(const std::filesystem::path& folder) = 0;

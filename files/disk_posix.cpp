@@ -134,14 +134,13 @@ class PosixDisk final : public Disk {
   }
 
   std::unique_ptr<File> create(const fs::path& temporary, const fs::path& target) override {
-    const std::optional<mode_t> kept = permissionsOf(target);
-    const int descriptor =
-        ::open(checked(temporary, "written"), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kept.value_or(0666));
+    const std::optional<Access> kept = accessTo(target);
+    // The old file's permissions are for its own group, so the new file is its owner's alone until it has that.
+    const mode_t mode = kept ? kept->mode & S_IRWXU : 0666;
+    const int descriptor = ::open(checked(temporary, "written"), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
     if (descriptor < 0) fail(target, "written");
     auto file = std::make_unique<PosixFile>(target, descriptor);
-    // The umask may have removed permissions of the old file. A failure is harmless: the new file is at most as
-    // permissive as the old one.
-    if (kept) static_cast<void>(::fchmod(descriptor, *kept));
+    if (kept) takeOver(descriptor, *kept);
     return file;
   }
 
@@ -155,11 +154,8 @@ class PosixDisk final : public Disk {
     return false;
   }
 
-  void createFolder(const fs::path& folder) override {
-    if (::mkdir(checked(folder, "created"), 0777) == 0) return;
-    const int code = errno;
-    if (kind(folder) != EntryKind::folder) fail(folder, "created", code);
-  }
+  void createFolder(const fs::path& folder) override { createFolder(folder, 0777); }
+  void createPrivateFolder(const fs::path& folder) override { createFolder(folder, 0700); }
 
   void syncFolder(const fs::path& folder) override {
     const Handle handle(::open(checked(folder, "flushed to the disk"), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
@@ -175,8 +171,28 @@ class PosixDisk final : public Disk {
     return S_ISDIR(status.st_mode) ? EntryKind::folder : EntryKind::other;
   }
 
-  // The permissions of the file to be replaced; nothing for a new file.
-  static std::optional<mode_t> permissionsOf(const fs::path& target) {
+  void createFolder(const fs::path& folder, mode_t mode) {
+    if (::mkdir(checked(folder, "created"), mode) == 0) return;
+    const int code = errno;
+    if (kind(folder) != EntryKind::folder) fail(folder, "created", code);
+  }
+
+  struct Access {
+    gid_t group;
+    mode_t mode;
+  };
+
+  // Gives a new file the access to the old one, without the group's where it cannot have that group. A failure is
+  // harmless: the new file is at most as permissive as the old one.
+  static void takeOver(int descriptor, const Access& old) {
+    struct stat status{};
+    const bool hasGroup = (::fstat(descriptor, &status) == 0 && status.st_gid == old.group) ||
+                          ::fchown(descriptor, static_cast<uid_t>(-1), old.group) == 0;
+    static_cast<void>(::fchmod(descriptor, hasGroup ? old.mode : old.mode & ~mode_t{S_IRWXG}));
+  }
+
+  // The access to the file to be replaced; nothing for a new file.
+  static std::optional<Access> accessTo(const fs::path& target) {
     struct stat status{};
     if (::lstat(checked(target, "written"), &status) != 0) {
       if (errno != ENOENT) fail(target, "written");
@@ -186,7 +202,7 @@ class PosixDisk final : public Disk {
     if (S_ISDIR(status.st_mode)) fail(target, "written", EISDIR);
     if (!S_ISREG(status.st_mode)) fail(target, "written", EINVAL);
     if (::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) fail(target, "written");
-    return status.st_mode & 0777;
+    return Access{status.st_gid, status.st_mode & 0777};
   }
 };
 

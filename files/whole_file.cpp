@@ -102,6 +102,13 @@ void createFolders(Disk& disk, const fs::path& folder) {
   disk.syncFolder(folderOf(folder));
 }
 
+void createPrivateFolder(Disk& disk, const fs::path& folder) {
+  if (folder.empty() || disk.kind(folder) == EntryKind::folder) return;
+  if (folder.has_relative_path()) createFolders(disk, folder.parent_path());
+  disk.createPrivateFolder(folder);
+  disk.syncFolder(folderOf(folder));
+}
+
 void sweepTemporaries(Disk& disk, const fs::path& folder) {
   if (disk.kind(folder) != EntryKind::folder) return;
   for (const Entry& entry : disk.entries(folder)) {

@@ -58,6 +58,9 @@ bool holds(Disk& disk, const std::filesystem::path& path, std::string_view bytes
 // Creates a folder and its parents durably. Throws DiskError.
 void createFolders(Disk& disk, const std::filesystem::path& folder);
 
+// The same for a folder that only this user can enter; a folder that exists is left as it is.
+void createPrivateFolder(Disk& disk, const std::filesystem::path& folder);
+
 // Removes the temporary files that crashed programs have left in `folder`. Called when a folder is opened; ignores
 // files that cannot be removed, and a missing folder.
 void sweepTemporaries(Disk& disk, const std::filesystem::path& folder);

@@ -35,17 +35,20 @@ std::string_view nameOf(Mode mode) {
   return {};
 }
 
-// The folder for user data; a temporary one is deleted with this object. Writers report a folder that cannot be
-// created.
+// The folder for user data; a temporary one is deleted with this object.
 class Home {
  public:
   explicit Home(const std::filesystem::path& wanted) {
     path = wanted.empty() ? temporary.emplace().path() : std::filesystem::absolute(wanted).lexically_normal();
     if (!path.has_filename()) path = path.parent_path();
-    for (const char* name : {"user", "profile"}) {
-      std::error_code ignored;
-      std::filesystem::create_directories(path / name, ignored);
+    std::error_code ignored;
+    std::filesystem::create_directories(path.parent_path(), ignored);
+    try {
+      Files::realDisk().createPrivateFolder(path);
+    } catch (const Files::DiskError&) {
+      // Writers report it.
     }
+    for (const char* name : {"user", "profile"}) std::filesystem::create_directories(path / name, ignored);
   }
 
   std::filesystem::path path;

@@ -155,6 +155,7 @@ class HomeImport {
   }
 
   void write(const fs::path& path, std::string_view bytes) {
+    Files::createPrivateFolder(disk, home.home);
     Files::createFolders(disk, Files::folderOf(path));
     files.write(path, bytes);
   }

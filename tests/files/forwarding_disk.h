@@ -23,6 +23,7 @@ class ForwardingDisk : public Files::Disk {
   void replace(const Path& temporary, const Path& target) override { disk.replace(temporary, target); }
   bool remove(const Path& file) override { return disk.remove(file); }
   void createFolder(const Path& folder) override { disk.createFolder(folder); }
+  void createPrivateFolder(const Path& folder) override { disk.createPrivateFolder(folder); }
   void syncFolder(const Path& folder) override { disk.syncFolder(folder); }
 
  protected:

@@ -1,4 +1,5 @@
 // Links, pipes and modes.
+#include "files/temporary_folder.h"
 #include "files/whole_file.h"
 #include "scratch.h"
 
@@ -41,6 +42,50 @@ TEST(RealDisk, KeepsTheOldFilesPermissions) {
   }
 }
 
+// Sets the mask of this process for a moment.
+class Mask {
+ public:
+  explicit Mask(mode_t mask) : before(::umask(mask)) {}
+  ~Mask() { ::umask(before); }
+  Mask(const Mask&) = delete;
+  Mask& operator=(const Mask&) = delete;
+
+ private:
+  mode_t before;
+};
+
+mode_t modeOf(const fs::path& path) {
+  struct stat status{};
+  return ::lstat(path.c_str(), &status) == 0 ? status.st_mode & 07777 : 07777;
+}
+
+TEST(RealDisk, GivesTheNewFileItsFinalModeBeforeItHasContent) {
+  for (const mode_t mask : {mode_t{0}, mode_t{077}}) {
+    const Mask masked(mask);
+    const Scratch scratch;
+    const auto path = scratch.folder / "marks.xml";
+    EXPECT_EQ(modeOf(Files::PendingFile(Files::realDisk(), path).temporary()), 0666u & ~mask);
+    put(path, "old");
+    for (const mode_t mode : {0600u, 0640u, 0604u, 0666u}) {
+      fs::permissions(path, fs::perms(mode));
+      EXPECT_EQ(modeOf(Files::PendingFile(Files::realDisk(), path).temporary()), mode) << mask;
+    }
+  }
+}
+
+TEST(RealDisk, MakesAPrivateFolderForItsOwnerAlone) {
+  for (const mode_t mask : {mode_t{0}, mode_t{077}}) {
+    const Mask masked(mask);
+    const Scratch scratch;
+    Files::createPrivateFolder(Files::realDisk(), scratch.folder / "above" / "own");
+    EXPECT_EQ(modeOf(scratch.folder / "above" / "own"), 0700u);
+    EXPECT_EQ(modeOf(scratch.folder / "above"), 0777u & ~mask);
+    Files::createPrivateFolder(Files::realDisk(), scratch.folder / "above");
+    EXPECT_EQ(modeOf(scratch.folder / "above"), 0777u & ~mask) << "it was there";
+    EXPECT_EQ(modeOf(Files::TemporaryFolder().path()), 0700u);
+  }
+}
+
 TEST(RealDisk, NeitherWaitsForAPipeNorReplacesIt) {
   const Scratch scratch;
   const auto pipe = scratch.folder / "marks.xml";
@@ -69,6 +114,36 @@ constexpr std::string_view permissionAdvice =
 bool isRefusedForPermission(const fs::path& path) {
   return sentenceOf<Files::DiskError>([&] { Files::replaceWhole(Files::realDisk(), path, "new"); })
       .ends_with(permissionAdvice);
+}
+
+// A group that an ordinary user is not in.
+constexpr gid_t foreignGroup = 4711;
+
+TEST(RealDisk, GivesTheGroupOfTheOldFileWhatItMay) {
+  const Scratch scratch;
+  const auto path = scratch.folder / "marks.xml";
+  put(path, "old");
+  const gid_t group = ::geteuid() == 0 ? foreignGroup : ::getegid();
+  ASSERT_EQ(::chown(path.c_str(), static_cast<uid_t>(-1), group), 0);
+  fs::permissions(path, fs::perms(0640));
+  Files::replaceWhole(Files::realDisk(), path, "new");
+  struct stat status{};
+  ASSERT_EQ(::stat(path.c_str(), &status), 0);
+  EXPECT_EQ(status.st_gid, group);
+  EXPECT_EQ(status.st_mode & 0777, 0640u);
+}
+
+// The file of a foreign group, which only root can make, is the owner's alone once that cannot be kept.
+TEST(RealDisk, GivesNoOtherGroupWhatTheOldFilesGroupMay) {
+  const Scratch scratch;
+  const auto path = scratch.folder / "marks.xml";
+  put(path, "old");
+  const bool isRoot = ::geteuid() == 0;
+  ASSERT_TRUE(!isRoot || ::chown(path.c_str(), 65534, foreignGroup) == 0);
+  fs::permissions(path, fs::perms(0664));
+  fs::permissions(scratch.folder, fs::perms(0777));
+  EXPECT_TRUE(asOrdinaryUser([&] { return Files::replaceWhole(Files::realDisk(), path, "new"); }));
+  EXPECT_EQ(modeOf(path), isRoot ? 0604u : 0664u);
 }
 
 TEST(RealDisk, SaysThatAFolderIsWriteProtected) {
