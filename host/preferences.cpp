@@ -14,6 +14,7 @@
 #include "host/property_binding.h"
 #include "host/reference_host.h"
 #include "host/screen.h"
+#include "host/undo_history.h"
 #include "host/user_folders.h"
 
 #include <stdexcept>
@@ -139,9 +140,9 @@ struct Preferences::Run {
   bool isOver = false;  // whether there are no tabs, or they are closed
   Kiln::SmartPtr<Kiln::UIPlugin> plugin;
 
-  // The values before each action that changed some, the latest last.
-  std::vector<TracePairs> past;
-  int actions = 0;  // nesting depth
+  UndoHistory past;
+  bool isUndoable = true;  // whether the current action is to be added to it
+  int actions = 0;         // nesting depth
 };
 
 Preferences::Preferences(Options options, Face& shownBy)
@@ -275,15 +276,14 @@ void Preferences::help() {
   if (!run->isOver) dispatch([this] { run->gui->panel().fireHelp(); });
 }
 
-bool Preferences::canUndo() const { return !run->past.empty(); }
+bool Preferences::canUndo() const { return !run->past.isEmpty(); }
 
 void Preferences::undo() {
-  if (run->past.empty()) return;
-  const TracePairs before = std::move(run->past.back());
-  run->past.pop_back();
-  const std::size_t kept = run->past.size();
+  if (run->past.isEmpty()) return;
+  const TracePairs before = run->past.takeLatest();
+  run->isUndoable = false;
   dispatch([&] { run->model().submit(differences(run->model(), before)); });
-  run->past.resize(kept);
+  run->isUndoable = true;
 }
 
 void Preferences::restoreDefaults() {
@@ -324,10 +324,10 @@ void Preferences::loadTicket(std::string_view document, const std::string& sourc
     if (const auto now = *run->model().value(name); now != value) loaded.emplace_back(name, now);
   if (loaded.empty()) return;
   // The values are set already; submitting them runs the rules and fires the signals.
-  const std::size_t kept = run->past.size();
+  run->isUndoable = false;
   dispatch([&] { run->model().submit(loaded); });
-  run->past.resize(kept);
-  run->past.push_back(before);
+  run->isUndoable = true;
+  if (!run->changesFiles) run->past.add(before);
 }
 
 void Preferences::writeJob(std::string_view bytes, std::optional<std::string_view> picture) {
@@ -373,7 +373,7 @@ void Preferences::dispatch(const std::function<void()>& action) {
   ++run->actions;
   const std::string sentence = sentenceOfFailure(action);
   --run->actions;
-  if (outermost && userValues(run->model()) != before) run->past.push_back(before);
+  if (outermost && run->isUndoable && userValues(run->model()) != before) run->past.add(before);
   // Undo does not restore files, so earlier values may no longer match them.
   if (outermost && run->changesFiles) run->past.clear();
   if (!sentence.empty()) face.showFailure(sentence);
