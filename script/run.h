@@ -22,7 +22,8 @@ struct Request {
 };
 
 // Executes one command per line, and writes one answer per line. Returns the exit status: 0 when all answers have "ok"
-// true, else 1. Throws std::runtime_error, one sentence, when the preferences cannot be opened.
+// true, else 1. Throws std::runtime_error, one sentence, when the preferences cannot be opened, or the commands cannot
+// be read to their end.
 int run(const Request& request, std::istream& commands, std::ostream& answers);
 
 }  // namespace Script

@@ -17,6 +17,20 @@ namespace {
 // Prevents an endless loop with a plug-in that opens a dialog whenever one is cancelled.
 constexpr int mostDialogsAfterEnd = 100;
 
+// Far more than any command needs.
+constexpr std::size_t mostBytesOfLine = std::size_t{1} << 20;
+
+// Reads to the end of the line, but stores only the start of one that is too long; false at the end of the script.
+bool readLine(std::istream& lines, std::string& line) {
+  line.clear();
+  bool isAtEnd = true;
+  for (char unit = 0; lines.get(unit); isAtEnd = false) {
+    if (unit == '\n') return true;
+    if (line.size() <= mostBytesOfLine) line += unit;
+  }
+  return !isAtEnd && !lines.bad();
+}
+
 }  // namespace
 
 Session::Session(const Request& request, std::istream& commandLines, std::ostream& answerLines)
@@ -145,7 +159,7 @@ void Session::openFirst() {
 }
 
 bool Session::nextCommand(std::string& line) {
-  while (std::getline(commands, line)) {
+  while (readLine(commands, line)) {
     if (line.ends_with('\r')) line.pop_back();
     if (!isComment(line)) return true;
   }
@@ -157,6 +171,8 @@ void Session::execute(const std::string& line) {
   unanswered = Answer{command, std::nullopt, Json::object()};
   if (dialogToTell) unanswered->members["modal"] = text(*std::exchange(dialogToTell, std::nullopt));
   try {
+    if (line.size() > mostBytesOfLine)
+      throw std::runtime_error("The line is longer than " + std::to_string(mostBytesOfLine) + " bytes.");
     const Json members = obey(*this, splitWords(line));
     if (unanswered && unanswered->command == command) unanswered->members.update(members);
   } catch (const std::exception& error) {

@@ -7,6 +7,7 @@
 #include "script/commands.h"
 #include "script/run.h"
 
+#include <cstdio>
 #include <fstream>
 #include <iostream>
 #include <memory>
@@ -21,7 +22,7 @@ Examples:
   kiln drive --model kvt --locale ja-JP --trace trace.jsonl regression.drive
 
 Exit status: 0 when every command was answered with "ok" true, 1 when one was not,
-2 when the preferences cannot be opened or the command line is wrong.)";
+2 when the preferences cannot be opened, the commands cannot be read, or the command line is wrong.)";
 
 const std::map<std::string, Refhost::Mode> modes = {{std::string(Formats::modeDocProp), Refhost::Mode::docProp},
                                                     {std::string(Formats::modePDC), Refhost::Mode::pdc},
@@ -93,6 +94,9 @@ int drive(const DriveOptions& given) {
   try {
     const int status = Script::run(request, given.script.empty() ? std::cin : file, std::cout);
     if (!std::cout) throw Failure(1, "The answers cannot be written.");
+    // The stream takes an error for the end.
+    if (given.script.empty() && std::ferror(stdin) != 0)
+      throw Failure(cannotOpen, "Standard input cannot be read to its end.");
     return status;
   } catch (const Failure&) {
     throw;

@@ -39,6 +39,34 @@ TEST(ScriptCommands, UnbalancedQuoteIsRefused) {
 
 TEST(ScriptCommands, LineThatIsNoUtf8IsRefused) { EXPECT_EQ(answer("set OverlayImageName a\xFF").at("ok"), false); }
 
+TEST(ScriptCommands, LineThatIsTooLongIsRefusedAndTheNextIsNot) {
+  constexpr std::size_t most = 1 << 20;
+  const std::string start = "set OverlayImageName ";
+  const std::string longest = start + std::string(most - start.size(), 'x');
+  const auto result = runScript(longest + '\n' + longest + "y\n" + start + "z\nget OverlayImageName\n");
+  ASSERT_EQ(result.answers.size(), 4u);
+  EXPECT_EQ(result.answers[0].at("ok"), true);
+  EXPECT_EQ(result.answers[1].at("error"), "The line is longer than 1048576 bytes.");
+  EXPECT_EQ(result.answers[3].at("value"), "z");
+}
+
+// Gives one line, and then fails to read on.
+class FailingInput final : public std::streambuf {
+ public:
+  FailingInput() { setg(line, line, line + sizeof line - 1); }
+  int_type underflow() override { throw std::runtime_error("the device is gone"); }
+
+ private:
+  char line[21] = "get OverlayImageName";
+};
+
+TEST(ScriptCommands, InputThatCannotBeReadIsNoEndOfTheScript) {
+  FailingInput input;
+  std::istream commands(&input);
+  std::ostringstream answers;
+  EXPECT_THROW(Script::run(fakeRequest(), commands, answers), std::runtime_error);
+}
+
 TEST(ScriptCommands, WrongNumberOfWordsTellsTheUsage) {
   EXPECT_THAT(answer("select cmb_colour").at("error"), HasSubstr("select ID VALUE"));
   EXPECT_THAT(answer("ok now").at("error"), HasSubstr("used as: ok"));
