@@ -200,7 +200,7 @@ class PosixDisk final : public Disk {
     }
     if (S_ISLNK(status.st_mode)) return {};
     if (S_ISDIR(status.st_mode)) fail(target, "written", EISDIR);
-    if (!S_ISREG(status.st_mode)) fail(target, "written", EINVAL);
+    if (!S_ISREG(status.st_mode)) throw DiskError(shownPath(target) + " cannot be written: it is no ordinary file.");
     if (::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) fail(target, "written");
     return Access{status.st_gid, status.st_mode & 0777};
   }

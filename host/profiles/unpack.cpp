@@ -12,6 +12,7 @@
 #include <set>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace Refhost {
@@ -202,7 +203,11 @@ class Unpacker {
   }
 
   [[noreturn]] void failToWrite() const {
-    throw std::runtime_error(Files::shownPath(file) + " cannot be unpacked: " + reason(writer.get()) + ".");
+    const std::error_code code(archive_errno(writer.get()), std::generic_category());
+    // The library says no more than that it could not write.
+    const std::string why =
+        code.value() > 0 ? Files::DiskError(root, "written", code).what() : reason(writer.get()) + ".";
+    throw std::runtime_error(Files::shownPath(file) + " cannot be unpacked: " + why);
   }
 
   const fs::path& file;

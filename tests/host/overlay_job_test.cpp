@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <functional>
 #include <new>
+#include <utility>
 
 namespace {
 
@@ -23,10 +24,16 @@ class OverlayDisk final : public ForwardingDisk {
  public:
   OverlayDisk() : ForwardingDisk(Files::realDisk()) {}
   std::function<void(const Path&)> beforeOverlay;
+  bool isFlushFailing = false;  // of the next folder
 
   std::unique_ptr<File> create(const Path& temporary, const Path& target) override {
     if (beforeOverlay && target.extension() == ".opa") beforeOverlay(target);
     return ForwardingDisk::create(temporary, target);
+  }
+  void syncFolder(const Path& folder) override {
+    if (std::exchange(isFlushFailing, false))
+      throw Files::DiskError(folder, "flushed to the disk", std::make_error_code(std::errc::io_error));
+    ForwardingDisk::syncFolder(folder);
   }
 };
 
@@ -140,6 +147,17 @@ TEST_F(OverlayJob, OutOfMemoryRestoresTheOverlayToReplace) {
   EXPECT_THROW(print(), std::bad_alloc);
   EXPECT_THAT(overlays(), ElementsAre("old", "old picture"));
   EXPECT_EQ(listed(), 1);
+}
+
+// The last step: the file is in place, but nobody knows whether it stays there.
+TEST_F(OverlayJob, WhoseLastFlushFailsIsReportedAndKept) {
+  print({"old", "old picture"});
+  disk.beforeOverlay = [this](const std::filesystem::path&) { disk.isFlushFailing = true; };
+  EXPECT_THROW(print(), Files::DiskError);
+  EXPECT_THAT(overlays(), ElementsAre("captured", "picture"));
+  EXPECT_EQ(listed(), 1);
+  Testing::World next(options());
+  EXPECT_EQ(next.widget<Refhost::ComboBox>(u"cmb_EffOverlay").items().count(), 3);
 }
 
 TEST_F(OverlayJob, ThatCannotBeWrittenIsCancelled) {
