@@ -31,7 +31,9 @@ TemporaryFolder::TemporaryFolder() {
 
 TemporaryFolder::~TemporaryFolder() {
   std::error_code ignored;
-  std::filesystem::remove_all(folder, ignored);
+  for (std::filesystem::directory_iterator at(folder, ignored), end; at != end; at.increment(ignored))
+    std::filesystem::remove_all(at->path(), ignored);
+  removeEmptyFolder(folder);
 }
 
 }  // namespace Files

@@ -23,4 +23,8 @@ class TemporaryFolder {
 // A new folder that only this user can enter, in `parent`. Sets `reason` on failure. One source file per system.
 std::filesystem::path newPrivateFolder(const std::filesystem::path& parent, std::error_code& reason);
 
+// Removes an empty folder; ignores failures. Unlike std::filesystem::remove, it never tries to remove a file, which a
+// confined process may not do in `folder`'s parent.
+void removeEmptyFolder(const std::filesystem::path& folder);
+
 }  // namespace Files

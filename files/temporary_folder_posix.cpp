@@ -1,5 +1,7 @@
 #include "files/temporary_folder.h"
 
+#include <unistd.h>
+
 #include <cerrno>
 #include <cstdlib>
 #include <string>
@@ -11,5 +13,7 @@ std::filesystem::path newPrivateFolder(const std::filesystem::path& parent, std:
   if (mkdtemp(name.data()) == nullptr) reason.assign(errno, std::generic_category());
   return name;
 }
+
+void removeEmptyFolder(const std::filesystem::path& folder) { static_cast<void>(::rmdir(folder.c_str())); }
 
 }  // namespace Files

@@ -18,4 +18,9 @@ std::filesystem::path newPrivateFolder(const std::filesystem::path& parent, std:
   return {};
 }
 
+void removeEmptyFolder(const std::filesystem::path& folder) {
+  std::error_code ignored;
+  std::filesystem::remove(folder, ignored);
+}
+
 }  // namespace Files

@@ -7,6 +7,8 @@
 #include "app/opening.h"
 #include "app/silent_run.h"
 #include "app/system/account.h"
+#include "app/system/confinement.h"
+#include "app/system/installed_fonts.h"
 #include "app/system/interruption.h"
 #include "app/system/standard_files.h"
 #include "formats/text.h"
@@ -16,6 +18,7 @@
 #include <charconv>
 #include <chrono>
 #include <cstdlib>
+#include <iterator>
 #include <memory>
 #include <system_error>
 
@@ -148,6 +151,23 @@ Press::Effects effectsOf(const Call& call, const FilterOptions& given) {
   return Press::effectsFromProperties(run.accept());
 }
 
+// The job is the one input that anybody can send: whatever it makes of this process can then read nothing but that job,
+// the overlays and the fonts, and change nothing but the temporary files.
+void confineTo(const StandardFiles& files, const Press::Effects& effects) {
+  NeededFiles needed;
+  needed.toWrite = files.temporaryFolder();
+  // The libraries' own files.
+  needed.toRead = {
+      "/usr",       "/lib",      "/lib64",      "/etc/ld.so.cache", "/etc/localtime", "/var/cache/fontconfig",
+      "/etc/fonts", "/dev/null", "/dev/urandom"};
+  std::ranges::move(fontPlaces(), std::back_inserter(needed.toRead));
+  for (const Press::Overlay& overlay : effects.overlays) needed.toRead.push_back(overlay.file);
+  needed.toRead.push_back(files.in());
+  const Confined confined = confine(needed);
+  if (!confined.toFiles) message(Message::debug, "This kernel does not confine the filter to its files.");
+  if (!confined.toCalls) message(Message::debug, "This kernel does not keep the filter from starting programs.");
+}
+
 // Reports progress to the scheduler, in pages of the job, at most once a second.
 class ProgressMessages {
  public:
@@ -170,6 +190,8 @@ class ProgressMessages {
 void print(const Call& call, const FilterOptions& given, const Interruption& interruption) {
   const Press::Effects effects = effectsOf(call, given);
   const StandardFiles files(call.file, "-", interruption);
+  confineTo(files, effects);
+  files.receive();
   ProgressMessages progress;
   std::vector<std::string> notes;
   try {

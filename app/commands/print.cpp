@@ -79,6 +79,7 @@ int run(const PrintOptions& given) {
     const Opening opening(given.settings, interruption);
     const Wanted wanted = wantedBy(given, opening);
     const StandardFiles files(given.in, given.out, interruption);
+    files.receive();
     try {
       given.isDryRun ? tell(wanted, files) : print(wanted, files, interruption);
     } catch (const Press::Error& error) {

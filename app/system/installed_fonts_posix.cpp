@@ -5,8 +5,30 @@
 
 #include <memory>
 #include <set>
+#include <system_error>
 
 namespace App {
+
+namespace {
+
+std::filesystem::path pathOf(const FcChar8* bytes) { return reinterpret_cast<const char*>(bytes); }
+
+}  // namespace
+
+std::vector<std::filesystem::path> fontPlaces() {
+  std::vector<std::filesystem::path> places;
+  const std::unique_ptr<FcStrList, decltype(&FcStrListDone)> folders(FcConfigGetFontDirs(nullptr), &FcStrListDone);
+  while (const FcChar8* folder = folders ? FcStrListNext(folders.get()) : nullptr) places.push_back(pathOf(folder));
+  const FcFontSet* fonts = FcConfigGetFonts(nullptr, FcSetSystem);
+  for (int i = 0; fonts != nullptr && i < fonts->nfont; ++i) {
+    FcChar8* file = nullptr;
+    std::error_code ignored;
+    if (FcPatternGetString(fonts->fonts[i], FC_FILE, 0, &file) == FcResultMatch &&
+        std::filesystem::is_symlink(pathOf(file), ignored))
+      places.push_back(pathOf(file));
+  }
+  return places;
+}
 
 std::optional<std::vector<std::u16string>> installedFonts() {
   const std::unique_ptr<FcPattern, decltype(&FcPatternDestroy)> any(FcPatternCreate(), &FcPatternDestroy);

@@ -68,17 +68,17 @@ void replaceAll(std::string& sentence, const std::string& from, const std::strin
 StandardFiles::StandardFiles(const std::string& in, const std::string& out, const Interruption& wishToStop)
     : interruption(wishToStop),
       input(toPath(in)),
-      output(toPath(out)) {
+      output(toPath(out)),
+      hasInput(in == "-") {
   // When the reader of standard output exits, writing must fail with an error.
   std::signal(SIGPIPE, SIG_IGN);
   if (in == "-" || out == "-") folder.emplace();
   if (out == "-") output = folder->path() / "out.pdf";
-  if (in != "-") return;
-  input = folder->path() / "in.pdf";
-  receive();
+  if (hasInput) input = folder->path() / "in.pdf";
 }
 
 void StandardFiles::receive() const {
+  if (!hasInput) return;
   std::ofstream file(input, std::ios::binary);
   char block[1 << 16];
   for (;;) {

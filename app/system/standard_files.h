@@ -14,8 +14,7 @@ namespace App {
 // access and atomic output, so both go through temporary files, which are deleted with the object.
 class StandardFiles {
  public:
-  // Reads all of standard input if requested. Throws Press::Stopped when interrupted, and std::runtime_error, one
-  // sentence, on read or write errors.
+  // Makes the folder for the temporary files. Throws std::runtime_error, one sentence, when that fails.
   StandardFiles(const std::string& in, const std::string& out, const Interruption& interruption);
   StandardFiles(const StandardFiles&) = delete;
   StandardFiles& operator=(const StandardFiles&) = delete;
@@ -23,19 +22,25 @@ class StandardFiles {
   const std::filesystem::path& in() const { return input; }
   const std::filesystem::path& out() const { return output; }
 
-  // Copies `out` to standard output if requested. Throws like the constructor, possibly after writing a part.
+  // The folder of the temporary files; empty where there are none.
+  std::filesystem::path temporaryFolder() const { return folder ? folder->path() : std::filesystem::path(); }
+
+  // Reads all of standard input if requested; call it before `in` is used. Throws Press::Stopped when interrupted, and
+  // std::runtime_error, one sentence, on read or write errors.
+  void receive() const;
+
+  // Copies `out` to standard output if requested. Throws like `receive`, possibly after writing a part.
   void deliver() const;
 
   // Replaces the paths of `in` and `out` in a sentence by the names that the user knows.
   std::string inUsersWords(std::string sentence) const;
 
  private:
-  void receive() const;
-
   const Interruption& interruption;
   std::optional<Files::TemporaryFolder> folder;
   std::filesystem::path input;
   std::filesystem::path output;
+  const bool hasInput;
 };
 
 }  // namespace App

@@ -19,6 +19,9 @@ class Started {
 
   void signal(int number) const;
 
+  // The process.
+  int id() const { return process; }
+
   // Its exit status, -1 when a signal ended it; waits for it.
   int wait();
 
