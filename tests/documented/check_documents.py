@@ -316,7 +316,7 @@ class Check:
                         self.command(command)
 
     def all(self):
-        documents = ["README.md", *(["CONTRIBUTING.md"] if "CONTRIBUTING.md" in self.files else []),
+        documents = ["README.md", *(name for name in ("CONTRIBUTING.md", "SECURITY.md") if name in self.files),
                      *sorted(file for file in self.files if re.fullmatch(r"docs/[\w/-]+\.md", file))]
         for document in documents:
             self.document(document)
