@@ -55,6 +55,15 @@ class Disk {
     virtual void close() = 0;
   };
 
+  // A lock between all programs of the system. The destructor gives it up; so does the system when the process dies.
+  class Lock {
+   public:
+    virtual ~Lock() = default;
+  };
+
+  // Whether a file to lock is created when it is missing.
+  enum class Missing { created, refused };
+
   virtual ~Disk() = default;
 
   // The kind of the entry at `path`, following links; none when there is no entry or it cannot be determined.
@@ -88,6 +97,10 @@ class Disk {
   // Returns when files created, replaced and removed in `folder` are on the storage medium. (Windows has no such call:
   // there `replace` itself is synchronous, and removed files may reappear after a loss of power.)
   virtual void syncFolder(const std::filesystem::path& folder) = 0;
+
+  // Locks a regular file; null while another program, or another lock of this one, has it or is writing it. Does not
+  // wait. Throws also where the file system has no locks.
+  virtual std::unique_ptr<Lock> tryLock(const std::filesystem::path& file, Missing missing) = 0;
 };
 
 // The file system of this machine.

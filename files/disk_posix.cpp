@@ -1,6 +1,7 @@
 #include "files/disk.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -88,6 +89,14 @@ class PosixFile final : public Disk::File {
   off_t onTheirWay = 0;  // bytes whose write-back was started
 };
 
+class PosixLock final : public Disk::Lock {
+ public:
+  explicit PosixLock(int descriptor) : handle(descriptor) {}
+
+ private:
+  Handle handle;
+};
+
 class PosixDisk final : public Disk {
  public:
   EntryKind kind(const fs::path& path) override {
@@ -140,6 +149,8 @@ class PosixDisk final : public Disk {
     const int descriptor = ::open(checked(temporary, "written"), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
     if (descriptor < 0) fail(target, "written");
     auto file = std::make_unique<PosixFile>(target, descriptor);
+    // Tells those who sweep that the file is being written. Where there are no locks, they go by the process.
+    static_cast<void>(::flock(descriptor, LOCK_EX | LOCK_NB));
     if (kept) takeOver(descriptor, *kept);
     return file;
   }
@@ -163,6 +174,21 @@ class PosixDisk final : public Disk {
     if (!handle.isOpen()) fail(folder, "flushed to the disk");
     // Some file systems cannot flush folders, and report it with this error.
     if (::fsync(handle.get()) != 0 && errno != EINVAL) fail(folder, "flushed to the disk");
+  }
+
+  std::unique_ptr<Lock> tryLock(const fs::path& file, Missing missing) override {
+    // Neither follows a link, which could lead out of a home, nor waits for the other end of a pipe.
+    const int flags = O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+    const int created = missing == Missing::created ? O_CREAT : 0;
+    const int descriptor = ::open(checked(file, "locked"), flags | created, 0666);
+    if (descriptor < 0) fail(file, "locked");
+    auto lock = std::make_unique<PosixLock>(descriptor);
+    struct stat status{};
+    if (::fstat(descriptor, &status) != 0) fail(file, "locked");
+    if (!S_ISREG(status.st_mode)) fail(file, "locked", EINVAL);
+    if (uninterrupted([&] { return ::flock(descriptor, LOCK_EX | LOCK_NB); }) == 0) return lock;
+    if (errno != EWOULDBLOCK) fail(file, "locked");
+    return nullptr;
   }
 
  private:

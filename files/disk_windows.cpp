@@ -121,6 +121,14 @@ class WindowsFile final : public Disk::File {
   Handle handle;
 };
 
+class WindowsLock final : public Disk::Lock {
+ public:
+  explicit WindowsLock(HANDLE opened) : handle(opened) {}
+
+ private:
+  Handle handle;
+};
+
 class WindowsDisk final : public Disk {
  public:
   EntryKind kind(const fs::path& path) override {
@@ -218,6 +226,21 @@ class WindowsDisk final : public Disk {
   }
 
   void syncFolder(const fs::path&) override {}
+
+  std::unique_ptr<Lock> tryLock(const fs::path& file, Missing missing) override {
+    const DWORD creation = missing == Missing::created ? OPEN_ALWAYS : OPEN_EXISTING;
+    const HANDLE opened = CreateFileW(checked(file, "locked").c_str(), GENERIC_READ | GENERIC_WRITE,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, creation,
+                                      FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+    if (opened == INVALID_HANDLE_VALUE && GetLastError() == ERROR_SHARING_VIOLATION) return nullptr;
+    if (opened == INVALID_HANDLE_VALUE) fail(file, "locked");
+    auto lock = std::make_unique<WindowsLock>(opened);
+    OVERLAPPED start{};
+    if (LockFileEx(opened, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &start) != 0) return lock;
+    if (const DWORD code = GetLastError(); code != ERROR_LOCK_VIOLATION && code != ERROR_IO_PENDING)
+      fail(file, "locked", code);
+    return nullptr;
+  }
 
  private:
   static EntryKind kindOf(DWORD attributes) {

@@ -25,6 +25,7 @@ class ForwardingDisk : public Files::Disk {
   void createFolder(const Path& folder) override { disk.createFolder(folder); }
   void createPrivateFolder(const Path& folder) override { disk.createPrivateFolder(folder); }
   void syncFolder(const Path& folder) override { disk.syncFolder(folder); }
+  std::unique_ptr<Lock> tryLock(const Path& file, Missing missing) override { return disk.tryLock(file, missing); }
 
  protected:
   Files::Disk& disk;
