@@ -13,7 +13,8 @@ namespace fs = std::filesystem;
 constexpr std::string_view nameStart = ".kiln-";
 constexpr std::string_view nameEnd = ".tmp";
 
-// Longer than any write. PIDs are reused, so files older than this are removed even if their process seems to run.
+// Longer than any write without a lock. PIDs are reused, so files older than this are removed even if their process
+// seems to run.
 constexpr std::chrono::hours longestWrite{1};
 
 fs::path temporaryIn(Disk& disk, const fs::path& folder) {
@@ -37,6 +38,27 @@ std::optional<long> writerOf(const fs::path& name) {
   rest.remove_prefix(static_cast<std::size_t>(number.ptr - rest.data()));
   const bool counted = rest.size() > 1 && rest.front() == '-' && rest.find_first_not_of("0123456789", 1) == rest.npos;
   return number.ec == std::errc() && process > 0 && counted ? std::optional(process) : std::nullopt;
+}
+
+// Where it cannot be determined, the process in the name decides.
+bool isBeingWritten(Disk& disk, const fs::path& temporary) {
+  try {
+    return disk.tryLock(temporary, Disk::Missing::refused) == nullptr;
+  } catch (const DiskError&) {
+    return false;
+  }
+}
+
+void sweep(Disk& disk, const fs::path& folder, const fs::path& name) {
+  const auto writer = writerOf(name);
+  if (!writer) return;
+  const fs::path path = folder / name;
+  try {
+    if (processRuns(*writer) && disk.age(path) <= longestWrite) return;
+    if (disk.kind(path) == EntryKind::file && !isBeingWritten(disk, path)) disk.remove(path);
+  } catch (const DiskError&) {
+    // Harmless; the next sweep retries.
+  }
 }
 
 }  // namespace
@@ -109,18 +131,19 @@ void createPrivateFolder(Disk& disk, const fs::path& folder) {
   disk.syncFolder(folderOf(folder));
 }
 
+bool isTemporaryName(const fs::path& name) { return writerOf(name).has_value(); }
+
 void sweepTemporaries(Disk& disk, const fs::path& folder) {
   if (disk.kind(folder) != EntryKind::folder) return;
-  for (const Entry& entry : disk.entries(folder)) {
-    const auto writer = entry.kind == EntryKind::file ? writerOf(entry.name) : std::nullopt;
-    if (!writer) continue;
-    const fs::path path = folder / entry.name;
-    try {
-      if (!processRuns(*writer) || disk.age(path) > longestWrite) disk.remove(path);
-    } catch (const DiskError&) {
-      // Harmless; the next sweep retries.
-    }
-  }
+  for (const Entry& entry : disk.entries(folder))
+    if (entry.kind == EntryKind::file) sweep(disk, folder, entry.name);
+}
+
+// Looks at the names alone, since the folder may have many files.
+void sweepBeside(Disk& disk, const fs::path& file) {
+  std::error_code error;
+  for (fs::directory_iterator at(folderOf(file), error), end; !error && at != end; at.increment(error))
+    sweep(disk, folderOf(file), at->path().filename());
 }
 
 }  // namespace Files

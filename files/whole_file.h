@@ -61,8 +61,17 @@ void createFolders(Disk& disk, const std::filesystem::path& folder);
 // The same for a folder that only this user can enter; a folder that exists is left as it is.
 void createPrivateFolder(Disk& disk, const std::filesystem::path& folder);
 
+// Whether the name is one that a PendingFile gives its temporary file.
+bool isTemporaryName(const std::filesystem::path& name);
+
 // Removes the temporary files that crashed programs have left in `folder`. Called when a folder is opened; ignores
 // files that cannot be removed, and a missing folder.
+//
+// A temporary file is removed when no program is writing it, and the process in its name is not running or the file is
+// too old to be that process's: process numbers are reused.
 void sweepTemporaries(Disk& disk, const std::filesystem::path& folder);
+
+// The same for the folder of an output file, which may be large and is not ours. Never throws.
+void sweepBeside(Disk& disk, const std::filesystem::path& file);
 
 }  // namespace Files

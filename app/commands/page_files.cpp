@@ -27,7 +27,9 @@ void addSample(CLI::App& kiln, Run& run) {
   command.add_option("OUT.pdf", *out, "The sample job; an existing file is replaced")->required()->type_name("");
   command.callback([&run, out] {
     run = [out] {
-      Files::replaceWhole(Files::realDisk(), Files::linkTarget(toPath(*out)), Press::samplePdf());
+      const auto target = Files::linkTarget(toPath(*out));
+      Files::sweepBeside(Files::realDisk(), target);
+      Files::replaceWhole(Files::realDisk(), target, Press::samplePdf());
       return 0;
     };
   });

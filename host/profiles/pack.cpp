@@ -122,6 +122,7 @@ void pack(Files::Disk& disk, const fs::path& folder, const fs::path& first, cons
   std::uint64_t total = 0;
   for (const SourceFile& source : sources) total += source.bytes;
 
+  Files::sweepBeside(disk, file);
   Packer packer(disk, file);
   std::uint64_t done = 0;
   std::vector<char> block(chunkBytes);

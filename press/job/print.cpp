@@ -196,7 +196,9 @@ std::vector<std::string> printPdf(const fs::path& in, const fs::path& out, const
     if (!keepPages(document, pages))
       throw Error(quoted(in) + " has none of the chosen pages: choose from its " +
                   std::to_string(document.pages.size()) + ".");
-    Files::PendingFile file(Files::realDisk(), Files::linkTarget(out));
+    const fs::path target = Files::linkTarget(out);
+    Files::sweepBeside(Files::realDisk(), target);
+    Files::PendingFile file(Files::realDisk(), target);
     std::vector<std::string> notes = printOpened(document, file, effects, progress);
     file.finish();
     file.putInPlace();

@@ -13,8 +13,10 @@ void openTicket(const ActionWorld& world) {
 
 void saveTicket(const ActionWorld& world) {
   const FileQuestion question{.title = "SAVE_TICKET_TITLE", .files = "TICKET_FILES", .ending = "xml"};
-  if (const auto file = askForFile(question, world.texts(), &world.window))
-    Files::replaceWhole(Files::realDisk(), *file, world.preferences().ticket());
+  const auto file = askForFile(question, world.texts(), &world.window);
+  if (!file) return;
+  Files::sweepBeside(Files::realDisk(), *file);
+  Files::replaceWhole(Files::realDisk(), *file, world.preferences().ticket());
 }
 
 }  // namespace Window
