@@ -1,5 +1,8 @@
 #include "files/file_set.h"
 
+#include <algorithm>
+#include <map>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -23,30 +26,132 @@ std::string pathBytes(const fs::path& path) {
 
 fs::path pathFromBytes(std::string_view bytes) { return std::u8string(bytes.begin(), bytes.end()); }
 
+bool leadsOut(const fs::path& relative) { return relative.empty() || *relative.begin() == ".."; }
+
 // Relative to the folder if inside it.
 fs::path relativeTo(const fs::path& folder, const fs::path& path) {
   const fs::path inside = path.lexically_normal().lexically_relative(folder.lexically_normal());
-  return inside.empty() || *inside.begin() == ".." ? fs::absolute(path) : inside;
+  return leadsOut(inside) ? fs::absolute(path) : inside;
 }
 
-Replacements readJournal(Disk& disk, const fs::path& journal) {
-  const std::string bytes = disk.read(journal, journalLimit);
-  const auto damaged = [&] {
-    return DiskError(shownPath(journal) +
-                     " is damaged, so an import that was interrupted cannot be completed; delete the file, and import "
-                     "the profile again.");
-  };
-  if (!bytes.starts_with(firstLine)) throw damaged();
-  std::string_view rest = std::string_view(bytes).substr(firstLine.size());
+// Nothing when the bytes are no journal.
+std::optional<Replacements> parseJournal(std::string_view bytes) {
+  if (!bytes.starts_with(firstLine)) return {};
+  bytes.remove_prefix(firstLine.size());
   std::vector<fs::path> paths;
-  for (std::size_t end = rest.find('\0'); end != rest.npos; end = rest.find('\0')) {
-    paths.push_back(folderOf(journal) / pathFromBytes(rest.substr(0, end)));
-    rest.remove_prefix(end + 1);
+  for (std::size_t end = bytes.find('\0'); end != bytes.npos; end = bytes.find('\0')) {
+    paths.push_back(pathFromBytes(bytes.substr(0, end)));
+    bytes.remove_prefix(end + 1);
   }
-  if (!rest.empty() || paths.size() % 2 != 0) throw damaged();
+  if (!bytes.empty() || paths.size() % 2 != 0) return {};
   Replacements replacements;
   for (std::size_t i = 0; i < paths.size(); i += 2) replacements.emplace_back(paths[i], paths[i + 1]);
   return replacements;
+}
+
+// Whether the folder, which is in `folder` by its name, is there without its links as well.
+bool isReallyIn(const fs::path& folder, const fs::path& inside) {
+  std::error_code error;
+  const fs::path outer = fs::weakly_canonical(folder, error);
+  if (error) return false;
+  const fs::path inner = fs::weakly_canonical(inside, error);
+  return !error && !leadsOut(inner.lexically_relative(outer));
+}
+
+// Decides whether the entries of a journal are such as an import into its folder writes. A journal may come with a home
+// from elsewhere, and must not make whoever opens the home move files outside of it.
+class Entries {
+ public:
+  Entries(Disk& filesDisk, fs::path journalFolder) : disk(filesDisk), folder(std::move(journalFolder)) {}
+
+  // Why the entry is none, as the end of a sentence; empty when it is one.
+  std::string problem(const fs::path& temporary, const fs::path& target) {
+    for (const fs::path& path : {temporary, target})
+      if (std::string found = placeProblem(path); !found.empty()) return found;
+    if (folderOf(temporary) != folderOf(target)) return "it moves a file from one folder to another";
+    if (!isTemporaryName(temporary.filename())) return "it moves a file that is no temporary file of an import";
+    if (isReserved(target.filename())) return "it replaces a file that no import replaces";
+    std::error_code ignored;
+    const EntryKind found = disk.kind(folder / temporary);
+    if ((found != EntryKind::none && found != EntryKind::file) || fs::is_symlink(folder / temporary, ignored))
+      return "it moves something that is no ordinary file";
+    const EntryKind replaced = disk.kind(folder / target);
+    return replaced == EntryKind::none || replaced == EntryKind::file ? "" : "it replaces something that is no file";
+  }
+
+ private:
+  std::string placeProblem(const fs::path& path) {
+    if (path.has_root_path()) return "it has an absolute path";
+    const bool isPlain = std::none_of(path.begin(), path.end(),
+                                      [](const fs::path& part) { return part.empty() || part == "." || part == ".."; });
+    if (path.empty() || !isPlain) return "it has a path that is not plain, such as one with \"..\"";
+    const auto [place, isNew] = isInside.try_emplace(folderOf(path), false);
+    if (isNew) place->second = isReallyIn(folder, folder / place->first);
+    return place->second ? "" : "a link leads it outside of the folder";
+  }
+
+  static bool isReserved(const fs::path& name) { return shownPath(name).starts_with(".kiln"); }
+
+  Disk& disk;
+  const fs::path folder;
+  std::map<fs::path, bool> isInside;  // by folder, relative to `folder`
+};
+
+// Renames what must not be carried out, so that it is told once, and does not hinder later imports. Throws.
+[[noreturn]] void refuse(Disk& disk, const fs::path& journal, const std::string& problem) {
+  const std::string sentence =
+      shownPath(journal) + " is refused as the journal of an interrupted import: " + problem + ". Nothing was moved. ";
+  fs::path aside;
+  for (int number = 1; aside.empty() || disk.kind(aside) != EntryKind::none; ++number)
+    (aside = journal) += ".refused-" + std::to_string(number);
+  try {
+    disk.replace(journal, aside);
+    disk.syncFolder(folderOf(journal));
+  } catch (const DiskError&) {
+    throw DiskError(sentence + "Delete it, and import the profile again.");
+  }
+  throw DiskError(sentence + "It is now " + shownPath(aside) + "; import the profile again.");
+}
+
+// With full paths.
+Replacements readJournal(Disk& disk, const fs::path& journal) {
+  const fs::path folder = folderOf(journal);
+  if (disk.kind(journal) != EntryKind::file) refuse(disk, journal, "it is no file");
+  std::string bytes;
+  try {
+    bytes = disk.read(journal, journalLimit);
+  } catch (const DiskError& error) {
+    if (error.code() != std::errc::file_too_large) throw;
+    refuse(disk, journal, "it is too large");
+  }
+  std::optional<Replacements> replacements = parseJournal(bytes);
+  if (!replacements) refuse(disk, journal, "it is damaged");
+  Entries entries(disk, folder);
+  for (const auto& [temporary, target] : *replacements)
+    if (const std::string problem = entries.problem(temporary, target); !problem.empty())
+      refuse(disk, journal, "in one of its entries, " + problem);
+  for (auto& [temporary, target] : *replacements) {
+    temporary = folder / temporary;
+    target = folder / target;
+  }
+  return std::move(*replacements);
+}
+
+void carryOut(Disk& disk, const fs::path& journal, const Replacements& replacements) {
+  std::set<fs::path> folders;
+  for (const auto& [temporary, target] : replacements) {
+    folders.insert(folderOf(target));
+    if (disk.kind(temporary) == EntryKind::none) continue;  // it was renamed already
+    try {
+      disk.replace(temporary, target);
+    } catch (const DiskError&) {
+      // Another process may be completing the same set.
+      if (disk.kind(temporary) != EntryKind::none) throw;
+    }
+  }
+  for (const fs::path& folder : folders) disk.syncFolder(folder);
+  disk.remove(journal);
+  disk.syncFolder(folderOf(journal));
 }
 
 }  // namespace
@@ -76,9 +181,13 @@ void FileSet::commit() {
       for (PendingFile& file : files) file.leave();
     throw;
   }
-  for (PendingFile& file : files) file.leave();
+  Replacements replacements;
+  for (PendingFile& file : files) {
+    file.leave();
+    replacements.emplace_back(file.temporary(), file.path());
+  }
   try {
-    completeFileSet(disk, journal);
+    carryOut(disk, journal, replacements);
   } catch (const DiskError& error) {
     throw DiskError(std::string(error.what()) + " What is still to be done is done at the next opening.");
   }
@@ -104,21 +213,7 @@ bool FileSet::isUndone() const {
 }
 
 void completeFileSet(Disk& disk, const fs::path& journal) {
-  if (disk.kind(journal) == EntryKind::none) return;
-  std::set<fs::path> folders;
-  for (const auto& [temporary, target] : readJournal(disk, journal)) {
-    folders.insert(folderOf(target));
-    if (disk.kind(temporary) == EntryKind::none) continue;  // it was renamed already
-    try {
-      disk.replace(temporary, target);
-    } catch (const DiskError&) {
-      // Another process may be completing the same set.
-      if (disk.kind(temporary) != EntryKind::none) throw;
-    }
-  }
-  for (const fs::path& folder : folders) disk.syncFolder(folder);
-  disk.remove(journal);
-  disk.syncFolder(folderOf(journal));
+  if (disk.kind(journal) != EntryKind::none) carryOut(disk, journal, readJournal(disk, journal));
 }
 
 }  // namespace Files

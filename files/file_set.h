@@ -18,7 +18,8 @@ class FileSet {
   FileSet(Disk& filesDisk, std::filesystem::path journalFile);
 
   // Registers the new content of a file in an existing folder, and writes it beside the file; does nothing when the
-  // content is unchanged. Throws DiskError.
+  // content is unchanged. A file outside of the journal's folder is replaced too, but not after an interruption. Throws
+  // DiskError.
   void write(const std::filesystem::path& path, std::string_view bytes);
 
   // Replaces the files. On DiskError they are unchanged, unless its message says that some are replaced;
@@ -36,6 +37,10 @@ class FileSet {
 
 // Completes the set of a process that was interrupted. Does nothing without a journal. On DiskError the journal stays
 // for another attempt.
+//
+// A journal is trusted with nothing but what such a set does in the journal's own folder: to move temporary files of
+// ours to files beside them. One that is damaged, or has any other entry (an absolute path, "..", through a link to
+// outside), is not carried out at all: it is renamed to JOURNAL.refused-N, and DiskError says so.
 void completeFileSet(Disk& disk, const std::filesystem::path& journal);
 
 }  // namespace Files

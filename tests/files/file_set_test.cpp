@@ -8,6 +8,7 @@
 
 namespace {
 
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -169,7 +170,7 @@ TEST(FileSet, MovesWithItsFolderBeforeItIsCompleted) {
     FailingDisk disk(Files::realDisk());
     Files::FileSet set(disk, first / "import.journal");
     set.write(first / "user" / "marks.xml", "new");
-    disk.failing = disk.operations + 9;  // the rename
+    disk.failing = disk.operations + 8;  // the rename
     EXPECT_THAT(sentenceOf<Files::DiskError>([&] { set.commit(); }), HasSubstr("at the next opening"));
   }
   ASSERT_TRUE(std::filesystem::exists(first / "import.journal"));
@@ -187,15 +188,36 @@ TEST(FileSet, IsRefusedWhileAnotherIsNotComplete) {
   EXPECT_EQ(disk.seen(), (Contents{{journal, "kiln-file-set 1\n"}}));
 }
 
-TEST(FileSet, JournalThatIsDamagedIsToldAndLeft) {
+TEST(FileSet, JournalThatIsDamagedIsSetAsideAndTold) {
   using namespace std::string_literals;
   for (const std::string& bytes : {""s, "something else"s, "kiln-file-set 1\nuser/a"s, "kiln-file-set 1\nuser/a\0"s}) {
     ModelDisk disk;
     disk.place(journal, bytes);
-    EXPECT_THAT(sentenceOf<Files::DiskError>([&] { Files::completeFileSet(disk, journal); }), HasSubstr("is damaged"))
+    EXPECT_THAT(sentenceOf<Files::DiskError>([&] { Files::completeFileSet(disk, journal); }),
+                AllOf(HasSubstr("it is damaged"), HasSubstr("import.journal.refused-1")))
         << bytes;
-    EXPECT_EQ(disk.seen(), (Contents{{journal, bytes}}));
+    EXPECT_EQ(disk.seen(), (Contents{{home / "import.journal.refused-1", bytes}}));
+    Files::completeFileSet(disk, journal);
   }
+}
+
+TEST(FileSet, JournalThatCannotBeSetAsideIsToldAndLeft) {
+  ModelDisk model;
+  model.place(journal, "damaged");
+  FailingDisk disk(model);
+  disk.failing = 2;  // after the reading
+  EXPECT_THAT(sentenceOf<Files::DiskError>([&] { Files::completeFileSet(disk, journal); }), HasSubstr("Delete it"));
+  EXPECT_EQ(model.seen(), (Contents{{journal, "damaged"}}));
+}
+
+TEST(FileSet, JournalsThatAreRefusedAreAllKept) {
+  ModelDisk disk;
+  for (const char* bytes : {"one", "two"}) {
+    disk.place(journal, bytes);
+    EXPECT_THROW(Files::completeFileSet(disk, journal), Files::DiskError);
+  }
+  EXPECT_EQ(disk.seen(),
+            (Contents{{home / "import.journal.refused-1", "one"}, {home / "import.journal.refused-2", "two"}}));
 }
 
 }  // namespace

@@ -244,10 +244,26 @@ TEST_F(RoundTrip, LeavesNothingOfAnImportThatDied) {
   for (const auto& [name, bytes] : treeOf(home)) EXPECT_FALSE(name.ends_with(".tmp")) << name;
 }
 
+// A home from elsewhere.
+TEST_F(RoundTrip, MovesNothingForTheJournalOfAHostileHomeAndSaysSoOnce) {
+  const Path victim = folder.path() / "victim";
+  put(victim, "precious");
+  put(folder.path() / ".kiln-2147483646-1.tmp", "hostile");
+  put(importJournal(home), std::string("kiln-file-set 1\n../.kiln-2147483646-1.tmp") + '\0' + "../victim" + '\0');
+  {
+    PluginRun run(home);
+    EXPECT_THAT(run.world.face.failures, testing::ElementsAre(HasSubstr("import.journal.refused-1")));
+    EXPECT_THAT(run.watermarks(), SizeIs(6));
+  }
+  EXPECT_EQ(bytesOf(victim), "precious");
+  PluginRun again(home);
+  EXPECT_THAT(again.world.face.failures, IsEmpty());
+}
+
 TEST_F(RoundTrip, OpensAHomeWhoseImportCannotBeCompletedAndSaysSo) {
   put(importJournal(home), "damaged");
   PluginRun run(home);
-  EXPECT_THAT(run.world.face.failures, testing::ElementsAre(HasSubstr("import.journal is damaged")));
+  EXPECT_THAT(run.world.face.failures, testing::ElementsAre(HasSubstr("import.journal is refused")));
   EXPECT_THAT(run.watermarks(), SizeIs(6));
 }
 
