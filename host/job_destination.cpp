@@ -1,14 +1,19 @@
 #include "host/job_destination.h"
 
-#include "files/path_text.h"
+#include "files/whole_file.h"
 #include "formats/names.h"
+#include "formats/overlay_index.h"
 #include "host/documents/captured.h"
+#include "host/documents/stores.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace Refhost {
 
-JobDestination::JobDestination(Files::Disk& fileDisk, PropertyModel& properties) : disk(fileDisk), model(properties) {
+JobDestination::JobDestination(const FileWorld& fileWorld, PropertyModel& properties)
+    : world(fileWorld),
+      model(properties) {
   model.onChange([this] { follow(); });
 }
 
@@ -24,15 +29,39 @@ bool JobDestination::takesPlaceOf(const std::filesystem::path& file) {
 void JobDestination::write(std::string_view bytes, std::optional<std::string_view> picture) {
   const std::u16string name = named();
   if (name.empty()) throw std::runtime_error("The job has no destination: the property OverlayDestFileName is empty.");
-  writeCaptured(disk, Files::pathFromText(name), bytes, picture);
+  const std::filesystem::path file = Files::pathFromText(name);
+  const ChangeGuard::Lock lock = world.guard->lock(world.disk, world.home);
+  try {
+    keepListed(file);
+  } catch (const Files::DiskError&) {
+    putBack(world.disk, file);
+    throw;
+  }
+  writeCaptured(world.disk, file, bytes, picture);
   aside.clear();
+}
+
+// Since the plug-in has put the overlay into the index, another program may have written the index without it: there
+// was no such file.
+void JobDestination::keepListed(const std::filesystem::path& file) const {
+  const std::filesystem::path index = Files::folderOf(file) / Files::pathFromText(Formats::overlayIndexName);
+  const std::u16string name = Formats::storableName(model.value(Formats::Prop::overlayImageName).value_or(u""));
+  const bool isOverlay = model.value(Formats::Prop::ovlDestCreated) == Formats::Value::yes && !name.empty();
+  if (!isOverlay || world.disk.kind(index) != Files::EntryKind::file) return;
+  std::vector<Formats::IndexEntry> entries = Formats::readIndex(world.disk.read(index, storeLimit));
+  const std::u16string fileName = Files::pathText(file.filename());
+  if (std::any_of(entries.begin(), entries.end(), [&](const auto& entry) { return entry.fileName == fileName; }))
+    return;
+  entries.push_back({name, fileName});
+  Files::replaceWhole(world.disk, index, Formats::indexBytes(entries));
 }
 
 void JobDestination::follow() {
   const bool isCancelled = model.value(Formats::Prop::cancelJob) == Formats::Value::yes;
   if (aside.empty() || (named() == aside && !isCancelled)) return;
   try {
-    putBack(disk, Files::pathFromText(aside));
+    const ChangeGuard::Lock lock = world.guard->lock(world.disk, world.home);
+    putBack(world.disk, Files::pathFromText(aside));
   } catch (const Files::DiskError&) {
     // It stays set aside until the folder is opened next.
   }

@@ -1,7 +1,7 @@
 // The file that the driver captures the current job to: the value of OverlayDestFileName.
 #pragma once
 
-#include "files/disk.h"
+#include "host/documents/path.h"
 #include "host/model/properties.h"
 
 #include <filesystem>
@@ -16,7 +16,7 @@ namespace Refhost {
 class JobDestination {
  public:
   // Both outlive the object.
-  JobDestination(Files::Disk& fileDisk, PropertyModel& properties);
+  JobDestination(const FileWorld& fileWorld, PropertyModel& properties);
   JobDestination(const JobDestination&) = delete;
   JobDestination& operator=(const JobDestination&) = delete;
 
@@ -31,8 +31,9 @@ class JobDestination {
  private:
   std::u16string named() const;
   void follow();
+  void keepListed(const std::filesystem::path& file) const;
 
-  Files::Disk& disk;
+  const FileWorld& world;
   PropertyModel& model;
   std::u16string aside;  // the destination that was set aside; empty for none
 };

@@ -1,5 +1,6 @@
 #include "host/kept_settings.h"
 
+#include "files/home_lock.h"
 #include "files/whole_file.h"
 #include "formats/text.h"
 
@@ -67,6 +68,10 @@ KeptSettings readSettings(const std::filesystem::path& file) {
   const std::string bytes = startOf(file);
   if (const auto values = bytes.size() <= mostBytes ? parse(bytes) : std::nullopt) return {*values, {}};
 
+  // Another program may have found it damaged as well, and have written a new one meanwhile.
+  const Files::HomeLock lock(Files::realDisk(), file.parent_path().parent_path());
+  if (Files::realDisk().kind(file) == Files::EntryKind::none) return {};
+  if (const auto values = parse(startOf(file))) return {*values, {}};
   std::filesystem::path aside = file;
   aside += ".damaged";
   std::error_code error;

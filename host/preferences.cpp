@@ -2,6 +2,7 @@
 
 #include "files/disk.h"
 #include "files/file_set.h"
+#include "files/home_lock.h"
 #include "files/temporary_folder.h"
 #include "formats/names.h"
 #include "formats/text.h"
@@ -99,12 +100,13 @@ struct Preferences::Run {
               [this](const auto& path) { return destination.takesPlaceOf(path); }, [this] { changesFiles = true; }},
         manager(make<PropertyManager>(
             make<PropertyModel>(readModel(options.resources / "models", options.model), owner.events), owner.events)),
-        destination(files.disk, *manager->model),
+        destination(files, *manager->model),
         widgets{owner.events, strings, screen.window(), [&owner](const auto& action) { owner.dispatch(action); },
                 [&owner](WidgetNode& widget) { owner.face.widgetChanged(widget); }},
         layouts(owner.folders, options.withoutWidgets),
         host({owner.face, owner.events, owner.folders, strings, files, *manager->model}),
         gui(make<Gui>(GuiWorld{owner.face, layouts, widgets}, owner.events)) {
+    files.guard->longestWait = options.longestWait;
     host.active = options.active;
     host.fonts = options.fonts;
     host.helpContext = [this] { return isOver ? u"" : gui->panel().selectedTabId().str(); };
@@ -156,6 +158,7 @@ void Preferences::open() {
   run = std::make_unique<Run>(*this, runOptions);
   // An exception's code may be in the plug-in's library: destroy it before unloading the library.
   const std::string sentence = sentenceOfFailure([this] { start(); });
+  run->files.guard->endAction();
   if (sentence.empty()) return;
   run.reset();
   throw std::runtime_error(sentence);
@@ -164,7 +167,7 @@ void Preferences::open() {
 void Preferences::start() {
   tidyHome();
   applyOptions();
-  tidyUserFolders(run->files.disk, *run->manager->settings);
+  tidyUserFolders(run->files.disk, *run->manager->settings, home());
   const Mode mode = runOptions.mode;
   if (mode == Mode::docProp || mode == Mode::pdc) loadDeviceTab();
 
@@ -192,13 +195,21 @@ void Preferences::start() {
 
 // Completes or cleans up the work of crashed processes, before any file is read.
 void Preferences::tidyHome() {
-  try {
-    Files::completeFileSet(run->files.disk, importJournal(home()));
-    for (const std::filesystem::path& folder : {home(), home() / "profile"})
-      Files::sweepTemporaries(run->files.disk, folder);
-  } catch (const Files::DiskError& error) {
-    face.tell(error.what());
-  }
+  Files::Disk& disk = run->files.disk;
+  const auto tidy = [this](const auto& work) {
+    try {
+      work();
+    } catch (const Files::DiskError& error) {
+      face.tell(error.what());
+    }
+  };
+  tidy([&] {
+    if (disk.kind(importJournal(home())) == Files::EntryKind::none) return;
+    const Files::HomeLock lock(disk, home(), runOptions.longestWait);
+    Files::completeFileSet(disk, importJournal(home()));
+  });
+  for (const std::filesystem::path& folder : {home(), home() / "profile"})
+    tidy([&] { Files::sweepTemporaries(disk, folder); });
 }
 
 void Preferences::applyOptions() {
@@ -373,6 +384,7 @@ void Preferences::dispatch(const std::function<void()>& action) {
   ++run->actions;
   const std::string sentence = sentenceOfFailure(action);
   --run->actions;
+  run->files.guard->endAction();
   if (outermost && run->isUndoable && userValues(run->model()) != before) run->past.add(before);
   // Undo does not restore files, so earlier values may no longer match them.
   if (outermost && run->changesFiles) run->past.clear();

@@ -1,6 +1,7 @@
 // One opening of the preferences: a model, a plug-in, its tab, and the user's actions.
 #pragma once
 
+#include "files/home_lock.h"
 #include "host/chrome/addresses.h"
 #include "host/chrome/strings.h"
 #include "host/face.h"
@@ -17,10 +18,6 @@
 #include <string_view>
 #include <utility>
 #include <vector>
-
-namespace Files {
-class Disk;
-}
 
 namespace Refhost {
 
@@ -57,6 +54,9 @@ struct Options {
 
   // The disk for user files, for tests; null for the file system.
   Files::Disk* disk = nullptr;
+
+  // The longest wait for other programs that are changing the home.
+  std::chrono::milliseconds longestWait = Files::longestLockWait;
 };
 
 class Preferences {

@@ -218,6 +218,7 @@ Kiln::SmartPtr<Kiln::Services::BackingStoreIO> ReferenceHost::resource(Kiln::WSt
 }
 
 void ReferenceHost::tell(Kiln::WStringView sentence) {
+  world.files.guard->release();
   if (hearTold)
     hearTold(Formats::toUtf8(sentence));
   else

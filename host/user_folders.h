@@ -6,7 +6,8 @@
 
 namespace Refhost {
 
-// Removes temporary files of crashed programs from the folders, and restores files that were set aside. Ignores errors.
-void tidyUserFolders(Files::Disk& disk, const Settings& settings);
+// Removes temporary files of crashed programs from the folders, and restores files that were set aside, unless another
+// program is changing the home. Ignores errors.
+void tidyUserFolders(Files::Disk& disk, const Settings& settings, const std::filesystem::path& home);
 
 }  // namespace Refhost

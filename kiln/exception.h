@@ -21,6 +21,13 @@ class Exception : public std::exception {
   String message;
 };
 
+// Another program has changed the file that was to be replaced, since the plug-in has last looked at it. The plug-in
+// reads it again, and commits its change to what is in it now.
+class FileChanged : public Exception {
+ public:
+  using Exception::Exception;
+};
+
 namespace XUL {
 
 // A required name is unknown to the host: a signal of an unknown property, for example.

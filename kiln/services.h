@@ -58,7 +58,8 @@ class BackingStoreIO : public RefCount {
   // Appends bytes for the next commit. [plug-in]
   virtual void write(StringView bytes) = 0;
 
-  // Stores the bytes written, all or nothing. Throws Exception when it cannot. [plug-in]
+  // Stores the bytes written, all or nothing. Throws Exception when it cannot; FileChanged where that would overwrite
+  // what another program has written since the plug-in has read the file, or has found that there is none. [plug-in]
   virtual void commit() = 0;
 };
 

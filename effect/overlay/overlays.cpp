@@ -1,5 +1,6 @@
 #include "effect/overlay/overlays.h"
 
+#include "effect/changed_files.h"
 #include "effect/list_order.h"
 #include "effect/local_data.h"
 #include "effect/sentence.h"
@@ -305,7 +306,7 @@ void Overlays::save() {
   for (const OverlayRecord& record : records) indexes.insert(record.diskfile);
   for (const Text& index : indexes) {
     try {
-      write(index);
+      untilFilesStay([&] { write(index); });
     } catch (const Kiln::Exception&) {
       // Other indexes only lose entries of missing files; that can wait until they are writable.
       if (changed.contains(index)) throw;

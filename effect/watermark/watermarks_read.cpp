@@ -1,4 +1,5 @@
 // Reading the store's files: when it opens, and when others have changed them.
+#include "effect/changed_files.h"
 #include "effect/local_data.h"
 #include "effect/sentence.h"
 #include "effect/watermark/watermarks.h"
@@ -24,9 +25,12 @@ const OverruledRecord* sameIn(const std::vector<OverruledRecord>& kept, Kiln::Do
 // False when nothing more must be read.
 bool Watermarks::readUserFile() {
   try {
-    if (readUserFileOnce()) return true;
-    fileAt(userPath).copyFrom(Address::builtInWatermarks);
-    return readUserFileOnce();
+    bool isRead = false;
+    untilFilesStay([&] {
+      isRead = readUserFileOnce();
+      if (!isRead) fileAt(userPath).copyFrom(Address::builtInWatermarks);
+    });
+    return isRead || readUserFileOnce();
   } catch (const Kiln::Exception& problem) {
     tellOnce(problem);
     return true;

@@ -1,4 +1,5 @@
 // Writing the store's files, merged with other processes' changes.
+#include "effect/changed_files.h"
 #include "effect/sentence.h"
 #include "effect/watermark/watermarks.h"
 
@@ -20,7 +21,7 @@ bool Watermarks::save() {
 
 void Watermarks::saveChanges() {
   try {
-    writeDue();
+    untilFilesStay([this] { writeDue(); });
   } catch (const Kiln::Exception&) {
     // Some may have been written: their content must be read before they are overwritten.
     for (const Text& path : due) fileAt(path).forget();
@@ -145,6 +146,8 @@ void Watermarks::attempt(const Text& path, const std::function<void()>& work) {
   if (!isOpening) return work();
   try {
     work();
+  } catch (const Kiln::FileChanged&) {
+    // The next change brings the file into the written form.
   } catch (const Kiln::Exception& problem) {
     if (!isLocalData(path)) tellOnce(problem);
   }
@@ -155,7 +158,7 @@ void Watermarks::attempt(const Text& path, const std::function<void()>& work) {
 void Watermarks::setAside(WatermarkFile& file, const Kiln::Exception& problem) {
   std::u16string copy;
   try {
-    copy = file.setAside()->text().str();
+    untilFilesStay([&] { copy = file.setAside()->text().str(); });
   } catch (const Kiln::Exception&) {
     const std::string sentence = sentenceOfBlocking(problem);
     file.block(sentence);

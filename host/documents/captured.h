@@ -7,7 +7,10 @@
 //   - the picture of an overlay that is being deleted, until the overlay is deleted.
 //
 // The overlay file decides: if it is missing, the old pair is restored; if it exists, files set aside are not needed,
-// unless its picture is missing.
+// unless its picture is missing. The picture of an overlay that did not exist before is marked while it is written, so
+// that it goes if the overlay does not come.
+//
+// The functions are called under the home's lock.
 #pragma once
 
 #include "files/disk.h"
@@ -15,6 +18,9 @@
 #include <optional>
 
 namespace Refhost {
+
+// Whether the file is not there, but set aside, until its replacement is complete or the folder is opened next.
+bool isSetAside(Files::Disk& disk, const std::filesystem::path& file);
 
 // Deletes a file on behalf of a plug-in; false when there is none. Sets it aside instead when it is a destination, or
 // the picture of an existing overlay. Throws Files::DiskError.
@@ -28,8 +34,12 @@ void writeCaptured(Files::Disk& disk, const std::filesystem::path& file, std::st
 // Restores what was set aside for a destination that will not be written. Throws Files::DiskError.
 void putBack(Files::Disk& disk, const std::filesystem::path& file);
 
-// Restores everything that was set aside in a folder, by any process. Called when the folder is opened; files that
+// Restores everything that was set aside in a folder, and removes the pictures of overlays that did not come, by any
+// process. Called when the folder is opened; files that
 // cannot be restored stay set aside.
 void putAllBack(Files::Disk& disk, const std::filesystem::path& folder);
+
+// Whether putAllBack has something to do. Throws Files::DiskError.
+bool hasToPutBack(Files::Disk& disk, const std::filesystem::path& folder);
 
 }  // namespace Refhost

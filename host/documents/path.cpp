@@ -70,7 +70,11 @@ class Path final : public Kiln::Services::Path {
   Kiln::SmartPtr<Kiln::Services::Path> folder() override { return makePath(world, path.parent_path()); }
   Kiln::WString lastPart() override { return Refhost::text(Files::pathText(path.filename())); }
 
-  bool exists() override { return world.disk.kind(path) != Files::EntryKind::none; }
+  bool exists() override {
+    if (world.disk.kind(path) != Files::EntryKind::none || isSetAside(world.disk, path)) return true;
+    world.guard->saw(path, {});
+    return false;
+  }
   bool isFolder() override { return world.disk.kind(path) == Files::EntryKind::folder; }
 
   Kiln::SmartPtr<Kiln::Services::TextList> list(Kiln::WStringView pattern) override {
@@ -89,8 +93,12 @@ class Path final : public Kiln::Services::Path {
   }
 
   bool remove() override {
-    const bool isDestination = world.isDestination && world.isDestination(path);
-    const bool removed = forPlugin([&] { return takeAway(world.disk, path, isDestination); });
+    const bool removed = forPlugin([&] {
+      const ChangeGuard::Lock lock = world.guard->lock(world.disk, world.home);
+      const bool isDestination = world.isDestination && world.isDestination(path);
+      return takeAway(world.disk, path, isDestination);
+    });
+    world.guard->wasChanged(path);
     if (removed) reportChange(world, {"delete", {{"path", tracedPath(world, path)}}});
     return removed;
   }
@@ -105,6 +113,18 @@ class Path final : public Kiln::Services::Path {
  private:
   const FileWorld& world;
 };
+
+// Throws Files::DiskError and FileChanged.
+bool save(const FileWorld& world, const fs::path& path, std::string_view bytes) {
+  const ChangeGuard::Lock lock = world.guard->lock(world.disk, world.home);
+  if (!world.guard->isAsSeen(world.disk, path) && !Files::holds(world.disk, path, bytes)) {
+    world.guard->lookAgain(path, lock);
+    throw Kiln::FileChanged(heap(), Files::shownPath(path) + " was changed by another program meanwhile; try again.");
+  }
+  const bool isChanged = Files::replaceWhole(world.disk, path, bytes);
+  world.guard->wasChanged(path);
+  return isChanged;
+}
 
 // With the platform's separators, without a trailing one.
 fs::path tidied(fs::path path) {
@@ -135,7 +155,7 @@ std::u16string tracedPath(const FileWorld& world, const fs::path& path) {
 }
 
 bool saveTraced(const FileWorld& world, const fs::path& path, std::string_view bytes) {
-  if (!forPlugin([&] { return Files::replaceWhole(world.disk, path, bytes); })) return false;
+  if (!forPlugin([&] { return save(world, path, bytes); })) return false;
   reportChange(world, {"write", {{"path", tracedPath(world, path)}, {"bytes", static_cast<double>(bytes.size())}}});
   return true;
 }

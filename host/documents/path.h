@@ -2,11 +2,13 @@
 #pragma once
 
 #include "files/disk.h"
+#include "host/documents/change_guard.h"
 #include "host/trace.h"
 #include "kiln/services.h"
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -25,6 +27,9 @@ struct FileWorld {
 
   // Called after the plug-in has written or deleted a file; empty when nobody needs to know.
   std::function<void()> onChange = {};
+
+  // Keeps its changes and those of other programs apart.
+  std::shared_ptr<ChangeGuard> guard = std::make_shared<ChangeGuard>();
 };
 
 // `world` outlives the path and all paths derived from it. The path's text uses the platform's separators.
@@ -40,7 +45,7 @@ std::filesystem::path nativePath(Kiln::Services::Path& path);
 std::u16string tracedPath(const FileWorld& world, const std::filesystem::path& path);
 
 // Replaces the content of the file by `bytes` and traces it; false, without a trace, when the content is unchanged.
-// Throws Exception.
+// Throws Exception; FileChanged when another program has changed the file since the plug-in has looked at it.
 bool saveTraced(const FileWorld& world, const std::filesystem::path& path, std::string_view bytes);
 
 // Whether a name matches a pattern, with * for any units and ? for exactly one.

@@ -14,7 +14,9 @@ class FileStore final : public Kiln::Services::FileBackingStoreIO {
 
   Kiln::SmartPtr<Kiln::Services::Path> path() override { return givenPath; }
   Kiln::String readAll() override {
-    return text(forPlugin([&] { return world.disk.read(file, storeLimit); }));
+    const std::string bytes = forPlugin([&] { return world.disk.read(file, storeLimit); });
+    world.guard->saw(file, bytes);
+    return text(bytes);
   }
   void write(Kiln::StringView bytes) override { pending += bytes.view(); }
 

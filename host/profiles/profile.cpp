@@ -1,6 +1,7 @@
 #include "host/profiles/profile.h"
 
 #include "files/file_set.h"
+#include "files/home_lock.h"
 #include "formats/overlay_index.h"
 #include "formats/page_rules.h"
 #include "formats/text.h"
@@ -207,6 +208,8 @@ ProfileHome ProfileHome::closed(const fs::path& home) {
 
 Manifest importProfile(Files::Disk& disk, const fs::path& file, const ProfileHome& home, const Progress& progress) {
   const Unpacked unpacked(disk, file, progress);
+  Files::createFolders(disk, home.home);
+  const Files::HomeLock lock(disk, home.home, home.longestWait);
   Files::completeFileSet(disk, importJournal(home.home));
   return HomeImport(disk, home, unpacked, progress).run();
 }

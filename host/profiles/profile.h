@@ -6,6 +6,7 @@
 // on any thread while the home is not in use.
 #pragma once
 
+#include "files/home_lock.h"
 #include "files/temporary_folder.h"
 #include "host/preferences.h"
 #include "host/profiles/archive.h"
@@ -54,6 +55,9 @@ struct ProfileHome {
 
   // Takes a sentence for each value of the profile that is not taken. May be empty.
   std::function<void(const std::string& sentence)> tell = {};
+
+  // The longest wait for other programs that are changing the home.
+  std::chrono::milliseconds longestWait = Files::longestLockWait;
 };
 
 // Imports the profile's files into the home atomically: after an interruption the home is unchanged, or is complete

@@ -77,9 +77,34 @@ TEST(Captured, PairIsOldOrNewAlsoWhereNobodyRemovedTheOldOneFirst) {
 }
 
 TEST(Captured, NewOverlayIsThereWithItsPictureOrNotAtAll) {
-  for (const Contents& state :
-       afterLosses({}, [](ModelDisk& disk) { writeCaptured(disk, overlay, "new", "new picture"); }))
-    EXPECT_TRUE(state == newPair || !state.contains(overlay));
+  const auto left = afterLosses({}, [](ModelDisk& disk) {
+    writeCaptured(disk, overlay, "new", "new picture");
+    EXPECT_EQ(disk.seen(), newPair);
+  });
+  EXPECT_THAT(left, UnorderedElementsAre(newPair, Contents()));
+}
+
+TEST(Captured, PictureOfNoOverlayThatNobodyWroteHereStays) {
+  const Contents before = {{folder / "00007.bmp", "a person's own"}, {folder / "2.opa", "unlisted"}};
+  const auto disk = diskWith(before);
+  EXPECT_FALSE(hasToPutBack(*disk, folder));
+  EXPECT_EQ(opened(before), before);
+}
+
+TEST(Captured, OverlayThatIsSetAsideIsKnown) {
+  const auto disk = diskWith(oldPair);
+  EXPECT_FALSE(isSetAside(*disk, overlay));
+  takeAway(*disk, overlay, true);
+  EXPECT_TRUE(isSetAside(*disk, overlay));
+  EXPECT_TRUE(hasToPutBack(*disk, folder));
+}
+
+TEST(Captured, OverlayThatIsDeletedWhileItIsSetAsideDoesNotComeBack) {
+  const auto disk = diskWith(oldPair);
+  takeAway(*disk, overlay, true);
+  EXPECT_TRUE(takeAway(*disk, picture, false));
+  EXPECT_TRUE(takeAway(*disk, overlay, false));
+  EXPECT_THAT(opened(disk->seen()), IsEmpty());
 }
 
 TEST(Captured, JobWithoutAPictureLeavesTheOneThatIsThere) {

@@ -42,6 +42,111 @@ TEST(FileStore, LeavesTheFileWithoutACommit) {
   EXPECT_TRUE(world.events.empty());
 }
 
+// The sentence of the refusal; empty when it is stored.
+std::string failureOf(Kiln::Services::FileBackingStoreIO& store, std::string_view bytes) {
+  return sentenceOf<Kiln::FileChanged>([&] {
+    store.write(bytes);
+    store.commit();
+  });
+}
+
+TEST(FileStore, DoesNotReplaceWhatAnotherProgramHasWrittenSinceItWasRead) {
+  const FilesWorld world;
+  const auto file = world.scratch.folder / "marks.xml";
+  put(file, "old");
+  const auto store = fileStore(world.files, world.path(u"marks.xml"));
+  store->readAll();
+  put(file, "theirs");
+  EXPECT_EQ(failureOf(*store, "ours"),
+            Files::shownPath(file) + " was changed by another program meanwhile; try again.");
+  EXPECT_EQ(contentOf(file), "theirs");
+  EXPECT_EQ(store->readAll().view(), "theirs");
+  EXPECT_EQ(failureOf(*store, "theirs and ours"), "");
+  EXPECT_EQ(contentOf(file), "theirs and ours");
+}
+
+TEST(FileStore, ComparesWithTheFirstReading) {
+  const FilesWorld world;
+  const auto file = world.scratch.folder / "marks.xml";
+  put(file, "old");
+  const auto store = fileStore(world.files, world.path(u"marks.xml"));
+  store->readAll();
+  put(file, "theirs");
+  fileStore(world.files, world.path(u"marks.xml"))->readAll();
+  EXPECT_NE(failureOf(*store, "ours"), "");
+}
+
+TEST(FileStore, DoesNotReplaceAFileThatWasNotThere) {
+  const FilesWorld world;
+  const auto path = world.path(u"marks.xml");
+  EXPECT_FALSE(path->exists());
+  put(world.scratch.folder / "marks.xml", "theirs");
+  EXPECT_NE(failureOf(*fileStore(world.files, path), "ours"), "");
+  EXPECT_EQ(contentOf(world.scratch.folder / "marks.xml"), "theirs");
+}
+
+TEST(FileStore, DoesNotBringBackAFileThatAnotherProgramHasDeleted) {
+  const FilesWorld world;
+  put(world.scratch.folder / "marks.xml", "old");
+  const auto store = fileStore(world.files, world.path(u"marks.xml"));
+  store->readAll();
+  std::filesystem::remove(world.scratch.folder / "marks.xml");
+  EXPECT_NE(failureOf(*store, "ours"), "");
+  EXPECT_FALSE(std::filesystem::exists(world.scratch.folder / "marks.xml"));
+}
+
+TEST(FileStore, StoresWhatAnotherProgramHasWrittenAlready) {
+  const FilesWorld world;
+  put(world.scratch.folder / "marks.xml", "old");
+  const auto store = fileStore(world.files, world.path(u"marks.xml"));
+  store->readAll();
+  put(world.scratch.folder / "marks.xml", "same");
+  EXPECT_EQ(failureOf(*store, "same"), "");
+}
+
+TEST(FileStore, OfWhatWasReadInAnEarlierActionIsWrittenWithoutAQuestion) {
+  const FilesWorld world;
+  put(world.scratch.folder / "marks.xml", "old");
+  const auto store = fileStore(world.files, world.path(u"marks.xml"));
+  store->readAll();
+  world.files.guard->endAction();
+  put(world.scratch.folder / "marks.xml", "theirs");
+  EXPECT_EQ(failureOf(*store, "ours"), "");
+}
+
+TEST(FileStore, KeepsTheHomeFromOthersAfterARefusalUntilItIsWritten) {
+  const FilesWorld world;
+  const auto lock = [&] { const Files::HomeLock attempt(Files::realDisk(), world.scratch.folder, {}); };
+  put(world.scratch.folder / "marks.xml", "old");
+  const auto store = fileStore(world.files, world.path(u"marks.xml"));
+  for (const bool isWritten : {true, false}) {
+    store->readAll();
+    put(world.scratch.folder / "marks.xml", isWritten ? "theirs" : "theirs again");
+    EXPECT_NE(failureOf(*store, "ours"), "");
+    EXPECT_THROW(lock(), Files::DiskError);
+    if (isWritten)
+      EXPECT_EQ(failureOf(*store, "ours"), "");
+    else
+      world.files.guard->endAction();
+    lock();
+  }
+}
+
+TEST(FileStore, SaysThatAnotherProgramIsChangingTheHome) {
+  const FilesWorld world;
+  world.files.guard->longestWait = {};
+  put(world.scratch.folder / "marks.xml", "old");
+  const Files::HomeLock lock(Files::realDisk(), world.scratch.folder);
+  const auto path = world.path(u"marks.xml");
+  const auto store = fileStore(world.files, path);
+  EXPECT_EQ(store->readAll().view(), "old");
+  store->write("new");
+  const std::string busy = Files::shownPath(world.scratch.folder) + " is in use by another program; try again.";
+  EXPECT_EQ(sentenceOf<Kiln::Exception>([&] { store->commit(); }), busy);
+  EXPECT_EQ(sentenceOf<Kiln::Exception>([&] { path->remove(); }), busy);
+  EXPECT_EQ(contentOf(world.scratch.folder / "marks.xml"), "old");
+}
+
 TEST(FileStore, TellsNothingWhereNothingChanges) {
   const FilesWorld world;
   put(world.scratch.folder / "marks.xml", "same");

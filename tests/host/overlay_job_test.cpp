@@ -160,6 +160,20 @@ TEST_F(OverlayJob, WhoseLastFlushFailsIsReportedAndKept) {
   EXPECT_EQ(next.widget<Refhost::ComboBox>(u"cmb_EffOverlay").items().count(), 3);
 }
 
+// To a program that reads the index meanwhile, the record is one without a file, which the next change drops.
+TEST_F(OverlayJob, IsListedThoughAnotherProgramHasDroppedItsRecordMeanwhile) {
+  auto given = options();
+  given.properties = {{u"PrintJob", u"Overlay"}};
+  Refhost::Preferences job(given, world.face);
+  job.open();
+  ASSERT_TRUE(job.accept());
+  const auto index = home.path / "profile" / "overlays" / "ovlNmFl.flo";
+  const std::string written = Testing::bytesOf(index);
+  Testing::writeFile(index, "");
+  Refhost::writeOverlay(job, {"captured", "picture"});
+  EXPECT_EQ(Testing::bytesOf(index), written);
+}
+
 TEST_F(OverlayJob, ThatCannotBeWrittenIsCancelled) {
   auto given = options();
   given.properties = {{u"PrintJob", u"Overlay"}};

@@ -70,7 +70,7 @@ TEST(Opening, FailsForAModelWithoutAPropertyThatTheTabNeeds) {
   EXPECT_EQ(failureOfOpening(options), "The model has no property OvlDestCreated.");
 }
 
-TEST(Home, HoldsUserAndProfileAndNothingElse) {
+TEST(Home, HoldsUserAndProfileAndItsLockAndNothingElse) {
   const TemporaryFolder folder;
   auto options = builtOptions();
   options.home = folder.path / "home";
@@ -78,7 +78,7 @@ TEST(Home, HoldsUserAndProfileAndNothingElse) {
   std::set<std::string> names;
   for (const auto& entry : std::filesystem::directory_iterator(options.home))
     names.insert(entry.path().filename().string());
-  EXPECT_EQ(names, (std::set<std::string>{"profile", "user"}));
+  EXPECT_EQ(names, (std::set<std::string>{Files::homeLockName, "profile", "user"}));
   EXPECT_EQ(world.preferences.setting(u"kilnworks.user.path"), (options.home / "user").generic_u16string());
   EXPECT_EQ(world.preferences.setting(u"kilnworks.user.userprofile"), (options.home / "profile").generic_u16string());
   EXPECT_EQ(world.preferences.setting(u"kilnworks.pdlsettings.folder"), u"overlays");

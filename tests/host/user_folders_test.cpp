@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 namespace {
 
 using Testing::builtOptions;
@@ -44,6 +46,44 @@ TEST_F(UserFolders, GetBackWhatWasSetAside) {
     EXPECT_TRUE(std::filesystem::exists(home.path / folder / "00001.opa")) << folder;
     EXPECT_TRUE(std::filesystem::exists(home.path / folder / "00001.bmp")) << folder;
   }
+}
+
+// Written before its overlay, by a process that was killed then.
+TEST_F(UserFolders, LoseThePictureOfAnOverlayThatDidNotCome) {
+  const auto folder = make("profile/overlays");
+  writeFile(folder / ".kiln-new-00001.opa", "");
+  writeFile(folder / "00001.bmp", "picture");
+  writeFile(folder / ".kiln-new-00002.opa", "");
+  writeFile(folder / "00002.bmp", "picture of an overlay that came");
+  writeFile(folder / "00002.opa", "overlay");
+  open();
+  std::set<std::string> left;
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) left.insert(entry.path().filename().string());
+  EXPECT_EQ(left, (std::set<std::string>{"00002.bmp", "00002.opa"}));
+}
+
+TEST_F(UserFolders, AreNotTidiedWhileAnotherProgramIsChangingThem) {
+  const auto folder = make("profile/overlays");
+  writeFile(folder / ".kiln-aside-00001.opa", "overlay");
+  {
+    const Files::HomeLock lock(Files::realDisk(), home.path);
+    auto options = builtOptions();
+    options.home = home.path;
+    options.longestWait = {};
+    const Testing::World world(options);
+  }
+  EXPECT_FALSE(std::filesystem::exists(folder / "00001.opa"));
+  open();
+  EXPECT_TRUE(std::filesystem::exists(folder / "00001.opa"));
+}
+
+// A person's own, or an overlay whose record was lost.
+TEST_F(UserFolders, KeepOverlaysAndPicturesThatNoIndexLists) {
+  const auto folder = make("profile/overlays");
+  for (const char* name : {"00001.opa", "00002.bmp", "form.pdf", "ovlNmFl.flo"}) writeFile(folder / name, "");
+  open();
+  for (const char* name : {"00001.opa", "00002.bmp", "form.pdf"})
+    EXPECT_TRUE(std::filesystem::exists(folder / name)) << name;
 }
 
 TEST_F(UserFolders, KeepEveryOtherFile) {

@@ -315,6 +315,56 @@ TEST_F(OverlayStoreTest, KeepsItsOwnRecordsOfTheNamesThatAnotherProcessHasAdded)
   EXPECT_THAT(listed(home.userIndex()), ElementsAre("one=00002.opa", "one=00001.opa", "two=00003.opa", IsNew("new")));
 }
 
+// A disk on which another program changes something when this one is about to replace a file: after it has read it.
+class BusyDisk final : public ForwardingDisk {
+ public:
+  std::unique_ptr<Lock> tryLock(const Path& file, Missing missing) override {
+    if (const auto work = std::exchange(meanwhile, {})) work();
+    return disk.tryLock(file, missing);
+  }
+  std::function<void()> meanwhile;
+};
+
+TEST(OverlayStoreOnABusyHome, KeepsWhatIsPutIntoTheIndexBetweenItsReadingAndItsReplacing) {
+  OverlayHome home;
+  home.putUser({{u"one", u"00001.opa"}});
+  BusyDisk disk;
+  OverlayStore world(home.folder.path, disk);
+  const auto store = world.open();
+  store->addOverlay(u"ours");
+  disk.meanwhile = [&] { home.putUser({{u"one", u"00001.opa"}, {u"theirs", u"00002.opa"}}); };
+  store->save();
+  EXPECT_THAT(listed(home.userIndex()), ElementsAre("one=00001.opa", "theirs=00002.opa", IsNew("ours")));
+}
+
+TEST(OverlayStoreOnABusyHome, KeepsTheRecordOfAFileThatIsWrittenBetweenTheReadingAndTheReplacingOfItsIndex) {
+  OverlayHome home;
+  home.putUser({{u"one", u"00001.opa"}, {u"theirs", u"00002.opa"}});
+  std::filesystem::remove(home.userFolder() / "00002.opa");
+  BusyDisk disk;
+  OverlayStore world(home.folder.path, disk);
+  const auto store = world.open();
+  world.files.guard->endAction();
+  store->addOverlay(u"ours");
+  disk.meanwhile = [&] { Testing::writeFile(home.userFolder() / "00002.opa", "overlay"); };
+  store->save();
+  EXPECT_THAT(listed(home.userIndex()), ElementsAre("one=00001.opa", "theirs=00002.opa", IsNew("ours")));
+}
+
+// Its job may still be cancelled.
+TEST_F(OverlayStoreTest, KeepsTheRecordOfAnOverlayThatAnotherProcessHasSetAside) {
+  home.putUser({{u"one", u"00001.opa"}, {u"two", u"00002.opa"}});
+  open();
+  std::filesystem::rename(home.userFolder() / "00001.opa", home.userFolder() / ".kiln-aside-00001.opa");
+  store->removeOverlay(u"00002.opa", false);
+  store->save();
+  EXPECT_THAT(listed(home.userIndex()), ElementsAre("one=00001.opa"));
+  open();
+  store->addOverlay(u"new");
+  store->save();
+  EXPECT_THAT(listed(home.userIndex()), ElementsAre("one=00001.opa", IsNew("new")));
+}
+
 TEST_F(OverlayStoreTest, LearnsWhatAnotherProcessHasAdded) {
   open();
   home.putUser({{u"theirs", u"00002.opa"}});

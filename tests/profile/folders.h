@@ -1,6 +1,7 @@
 // Temporary folders for tests, and their content.
 #pragma once
 
+#include "files/home_lock.h"
 #include "files/temporary_folder.h"
 #include "tests/support/host_world.h"
 
@@ -10,7 +11,7 @@
 
 namespace Testing {
 
-// All files below a folder: their content by relative path; folders have a trailing "/".
+// All files below a folder but a home's lock: their content by relative path; folders have a trailing "/".
 using Tree = std::map<std::string, std::string>;
 
 inline Tree treeOf(const std::filesystem::path& folder) {
@@ -20,7 +21,7 @@ inline Tree treeOf(const std::filesystem::path& folder) {
     const std::string name = entry.path().lexically_relative(folder).generic_string();
     if (entry.is_directory())
       tree[name + "/"] = "";
-    else
+    else if (name != Files::homeLockName)
       tree[name] = bytesOf(entry.path());
   }
   return tree;

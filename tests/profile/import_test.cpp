@@ -244,4 +244,20 @@ TEST_F(Import, LeavesNoTemporaryFolderBehind) {
   EXPECT_TRUE(std::filesystem::is_empty(temporaries.path));
 }
 
+TEST_F(Import, IsRefusedWhileAnotherProgramIsChangingTheHome) {
+  pack();
+  std::filesystem::create_directories(home);
+  const Files::HomeLock lock(Files::realDisk(), home);
+  ProfileHome into = ProfileHome::closed(home);
+  into.translate = [](std::u16string_view text) { return std::u16string(text); };
+  into.longestWait = {};
+  try {
+    importProfile(Files::realDisk(), file, into, goOn);
+    ADD_FAILURE() << "it was imported";
+  } catch (const std::runtime_error& refusal) {
+    EXPECT_THAT(refusal.what(), HasSubstr("is in use by another program; try again."));
+  }
+  EXPECT_THAT(treeOf(home), testing::IsEmpty());
+}
+
 }  // namespace

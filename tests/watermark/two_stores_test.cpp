@@ -1,5 +1,6 @@
 // Two stores on one home, as in two processes.
 #include "store_world.h"
+#include "tests/files/forwarding_disk.h"
 
 #include <gmock/gmock.h>
 
@@ -96,6 +97,72 @@ TEST_F(TwoStores, ARecordOfTheirsThatClaimsTheNoneRecordsIdIsNotTakenUp) {
   world.add(*ours, u"ours");
   EXPECT_EQ(fieldText(*ours->record(u"0"), Field::stylename).view(), u"$IDS_NONE;");
   EXPECT_EQ(names().at("0"), "$IDS_NONE;");
+}
+
+// A disk on which another program changes something when this one is about to replace a file: after it has read it.
+class BusyDisk final : public ForwardingDisk {
+ public:
+  std::unique_ptr<Lock> tryLock(const Path& file, Missing missing) override {
+    if (const auto work = std::exchange(meanwhile, {})) work();
+    return disk.tryLock(file, missing);
+  }
+  std::function<void()> meanwhile;
+};
+
+class BusyHome : public testing::Test {
+ protected:
+  BusyHome() {
+    home.putUserFile(watermarkFile(element("WM_1", {{"label", "one"}, {"value", "WM_1"}}) +
+                                   element("WM_2", {{"label", "two"}, {"value", "WM_2"}})));
+    ours = world.open();
+    theirs = other.open();
+  }
+
+  Home home;
+  BusyDisk disk;
+  StoreWorld world{home.folder.path, disk};
+  StoreWorld other{home.folder.path};
+  Kiln::SmartPtr<Watermarks> ours;
+  Kiln::SmartPtr<Watermarks> theirs;
+};
+
+TEST_F(BusyHome, LosesNoRecordThatIsAddedBetweenTheReadingAndTheReplacingOfItsFile) {
+  std::string second;
+  disk.meanwhile = [&] { second = Formats::toUtf8(other.add(*theirs, u"theirs")); };
+  const std::string first = Formats::toUtf8(world.add(*ours, u"ours"));
+  EXPECT_EQ(world.namesIn(world.userFile()),
+            (Names{{"0", "$IDS_NONE;"}, {"WM_1", "one"}, {"WM_2", "two"}, {first, "ours"}, {second, "theirs"}}));
+  EXPECT_TRUE(ours->hasName(u"theirs"));
+  EXPECT_TRUE(world.face.failures.empty());
+}
+
+TEST_F(BusyHome, BringsNoRecordBackThatIsRemovedBetweenTheReadingAndTheReplacingOfItsFile) {
+  disk.meanwhile = [&] { theirs->removeRecord(u"WM_1"); };
+  const std::string first = Formats::toUtf8(world.add(*ours, u"ours"));
+  EXPECT_EQ(world.namesIn(world.userFile()), (Names{{"0", "$IDS_NONE;"}, {"WM_2", "two"}, {first, "ours"}}));
+}
+
+TEST_F(BusyHome, LosesNoRecordToTheBuiltInOnesOfAFirstOpening) {
+  const Home fresh;
+  BusyDisk busy;
+  StoreWorld first(fresh.folder.path, busy);
+  StoreWorld second(fresh.folder.path);
+  busy.meanwhile = [&] { second.add(*second.open(), u"theirs"); };
+  const auto store = first.open();
+  EXPECT_TRUE(store->hasName(u"theirs"));
+  EXPECT_EQ(first.namesIn(first.userFile()).size(), 7U);
+  EXPECT_TRUE(first.face.failures.empty());
+}
+
+TEST_F(BusyHome, RevertsAChangeWhileAnotherProgramHasTheHome) {
+  world.files.guard->longestWait = {};
+  {
+    const Files::HomeLock lock(Files::realDisk(), home.folder.path);
+    EXPECT_THROW(world.add(*ours, u"ours"), Kiln::Exception);
+    EXPECT_FALSE(ours->hasName(u"ours"));
+  }
+  world.add(*ours, u"ours");
+  EXPECT_EQ(world.namesIn(world.userFile()).size(), 4U);
 }
 
 // A record of that id that they add elsewhere is ours for as long as its own file may have it.
