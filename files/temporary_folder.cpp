@@ -12,7 +12,7 @@ namespace {
 namespace fs = std::filesystem;
 
 // The names: .kiln-folder-PROCESS-UNIQUE. No person names a folder so.
-constexpr std::string_view nameStart = ".kiln-folder-";
+constexpr std::string_view folderNameStart = ".kiln-folder-";
 
 // Far longer than it takes to hold a new folder.
 constexpr std::chrono::hours longestBeginning{1};
@@ -31,8 +31,8 @@ fs::path parentFolder() {
 std::optional<long> makerOf(const fs::path& name) {
   const std::string text = shownPath(name);
   std::string_view rest = text;
-  if (!rest.starts_with(nameStart)) return {};
-  rest.remove_prefix(nameStart.size());
+  if (!rest.starts_with(folderNameStart)) return {};
+  rest.remove_prefix(folderNameStart.size());
   long process = 0;
   const auto number = std::from_chars(rest.data(), rest.data() + rest.size(), process);
   rest.remove_prefix(static_cast<std::size_t>(number.ptr - rest.data()));
@@ -53,7 +53,7 @@ TemporaryFolder::TemporaryFolder() {
   const auto parent = parentFolder();
   sweepTemporaryFolders(parent);
   std::error_code reason;
-  folder = newPrivateFolder(parent, std::string(nameStart) + std::to_string(processNumber()) + "-", reason);
+  folder = newPrivateFolder(parent, std::string(folderNameStart) + std::to_string(processNumber()) + "-", reason);
   if (reason)
     throw std::runtime_error("No temporary folder can be made in " + shownPath(parent) + ": " + reason.message() + ".");
   hold = holdFolder(folder);
