@@ -156,7 +156,6 @@ class HomeImport {
   }
 
   void write(const fs::path& path, std::string_view bytes) {
-    Files::createPrivateFolder(disk, home.home);
     Files::createFolders(disk, Files::folderOf(path));
     files.write(path, bytes);
   }
@@ -208,7 +207,7 @@ ProfileHome ProfileHome::closed(const fs::path& home) {
 
 Manifest importProfile(Files::Disk& disk, const fs::path& file, const ProfileHome& home, const Progress& progress) {
   const Unpacked unpacked(disk, file, progress);
-  Files::createFolders(disk, home.home);
+  Files::createPrivateFolder(disk, home.home);
   const Files::HomeLock lock(disk, home.home, home.longestWait);
   Files::completeFileSet(disk, importJournal(home.home));
   return HomeImport(disk, home, unpacked, progress).run();
