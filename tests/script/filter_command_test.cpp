@@ -94,6 +94,21 @@ TEST_F(FilterCommand, TakesTheJobFromStandardInputToo) {
   EXPECT_TRUE(fs::is_empty(temporary));
 }
 
+TEST_F(FilterCommand, PrintsWithAHomeWhoseJournalLeadsOutOfItAndMovesNothing) {
+  const path home = testFolder() / "kept";
+  keepSettings(home, R"("NegativeImage": "Negative")");
+  const path victim = testFolder() / "victim";
+  writeFile(victim, "precious");
+  writeFile(testFolder() / ".kiln-2147483645-1.tmp", "hostile");
+  writeFile(home / "import.journal",
+            std::string("kiln-file-set 1\n../.kiln-2147483645-1.tmp") + '\0' + "../victim" + '\0');
+  const auto outcome = filterJob({}, {"--home", home.string()});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_TRUE(samePages(outcome.out, printed({"--set", "NegativeImage=Negative"})));
+  EXPECT_THAT(outcome.err, HasSubstr("import.journal is refused"));
+  EXPECT_EQ(readFile(victim), "precious");
+}
+
 TEST_F(FilterCommand, LeavesTheJobAsItIsAndSaysSoWhereNothingIsSet) {
   const auto outcome = filterJob();
   EXPECT_EQ(outcome.status, 0);

@@ -103,6 +103,31 @@ TEST_F(OverlayList, NamesNoneBySeveralThatAreListedAlike) {
   EXPECT_EQ(overlay({"list"}).out, "A\uFFFD\nA\uFFFD\n");
 }
 
+// A home from elsewhere, with the journal of an import that was never made.
+TEST_F(OverlayList, MovesNothingOutOfAHomeWithAHostileJournalAndSaysSoOnce) {
+  const path outside = testFolder() / "outside";
+  std::filesystem::create_directories(outside);
+  writeFile(outside / "victim", "precious");
+  const std::vector<std::vector<std::string>> commands = {{"overlay", "list"}, {"ticket"}};
+  for (std::vector<std::string> command : commands) {
+    command.insert(command.end(), {"--home", home.string()});
+    for (const std::string& folder : {outside.string(), std::string("../outside")}) {
+      SCOPED_TRACE(command.front() + " " + folder);
+      writeFile(outside / ".kiln-2147483645-1.tmp", "hostile");
+      writeFile(home / "import.journal",
+                "kiln-file-set 1\n" + folder + "/.kiln-2147483645-1.tmp" + '\0' + folder + "/victim" + '\0');
+      const auto first = runKiln(command);
+      EXPECT_EQ(first.status, 0);
+      EXPECT_THAT(first.err, HasSubstr("import.journal is refused"));
+      EXPECT_EQ(readFile(outside / "victim"), "precious");
+      const auto second = runKiln(command);
+      EXPECT_EQ(second.status, 0);
+      EXPECT_EQ(second.err, "");
+      EXPECT_EQ(second.out, first.out);
+    }
+  }
+}
+
 TEST_F(OverlayList, IsNamedWhereAnOverlayIsUnknown) {
   const auto outcome = overlay({"delete", "Gone"});
   EXPECT_EQ(outcome.status, 1);
