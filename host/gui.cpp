@@ -104,6 +104,7 @@ Kiln::SmartPtr<Kiln::XUL::SubDialog> Dialog::openDialog(Kiln::WStringView url) {
 void Dialog::runModally() {
   const Kiln::SmartPtr<Dialog> self(this);
   start(true);
+  if (gui.world.beforeModal) gui.world.beforeModal();
   gui.world.face.runModally(*this);
   if (open) close();
 }

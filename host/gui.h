@@ -7,6 +7,7 @@
 #include "host/signal.h"
 #include "kiln/gui.h"
 
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -21,6 +22,9 @@ struct GuiWorld {
   Face& face;
   const LayoutReader& layouts;
   WidgetWorld& widgets;
+
+  // Called before a dialog waits for the user; empty when nobody needs to know.
+  std::function<void()> beforeModal = {};
 };
 
 class TabPanel final : public Kiln::XUL::TabPanel {

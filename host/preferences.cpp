@@ -105,7 +105,7 @@ struct Preferences::Run {
                 [&owner](WidgetNode& widget) { owner.face.widgetChanged(widget); }},
         layouts(owner.folders, options.withoutWidgets),
         host({owner.face, owner.events, owner.folders, strings, files, *manager->model}),
-        gui(make<Gui>(GuiWorld{owner.face, layouts, widgets}, owner.events)) {
+        gui(make<Gui>(GuiWorld{owner.face, layouts, widgets, [this] { files.guard->release(); }}, owner.events)) {
     files.guard->longestWait = options.longestWait;
     host.active = options.active;
     host.fonts = options.fonts;

@@ -116,6 +116,7 @@ Kiln::SmartPtr<Kiln::Services::TextList> ReferenceHost::attributeNames(Kiln::WSt
 }
 
 void ReferenceHost::runJobStep() {
+  world.files.guard->release();
   if (const auto name = world.face.askJobStep())
     world.model.submit({{std::u16string(Formats::Prop::overlayImageName), *name}});
 }

@@ -1,6 +1,7 @@
 // Opening and changing the store. watermarks_read.cpp reads its files, watermarks_save.cpp writes them.
 #include "effect/watermark/watermarks.h"
 
+#include "effect/changed_files.h"
 #include "effect/settings.h"
 #include "effect/watermark/numbers.h"
 
@@ -33,7 +34,11 @@ Watermarks::Watermarks(Kiln::Host& lender, const Kiln::PropertyManager& properti
   put(Text(noneId), makeNoneRecord());
 
   if (readUserFile()) readLocalData();
-  writeDue();
+  try {
+    untilFilesStay([this] { writeDue(); });
+  } catch (const Kiln::FileChanged&) {
+    // The next change brings the files into the written form.
+  }
   due.clear();
   left.clear();
   isOpening = false;

@@ -147,7 +147,7 @@ void Watermarks::attempt(const Text& path, const std::function<void()>& work) {
   try {
     work();
   } catch (const Kiln::FileChanged&) {
-    // The next change brings the file into the written form.
+    throw;
   } catch (const Kiln::Exception& problem) {
     if (!isLocalData(path)) tellOnce(problem);
   }
