@@ -42,21 +42,25 @@ void JobDestination::write(std::string_view bytes, std::optional<std::string_vie
 }
 
 // Since the plug-in has put the overlay into the index, another program may have written the index without it: there
-// was no such file.
+// was no such file. It may even have given the file to another overlay.
 void JobDestination::keepListed(const std::filesystem::path& file) const {
   const std::filesystem::path index = Files::folderOf(file) / Files::pathFromText(Formats::overlayIndexName);
-  const std::u16string name = Formats::storableName(model.value(Formats::Prop::overlayImageName).value_or(u""));
-  const bool isOverlay = model.value(Formats::Prop::ovlDestCreated) == Formats::Value::yes && !name.empty();
+  const bool isOverlay = model.value(Formats::Prop::ovlDestCreated) == Formats::Value::yes && !overlay.empty();
   if (!isOverlay || world.disk.kind(index) != Files::EntryKind::file) return;
   std::vector<Formats::IndexEntry> entries = Formats::readIndex(world.disk.read(index, storeLimit));
-  const std::u16string fileName = Files::pathText(file.filename());
-  if (std::any_of(entries.begin(), entries.end(), [&](const auto& entry) { return entry.fileName == fileName; }))
-    return;
-  entries.push_back({name, fileName});
+  const Formats::IndexEntry own{overlay, Files::pathText(file.filename())};
+  if (std::find(entries.begin(), entries.end(), own) != entries.end()) return;
+  if (std::any_of(entries.begin(), entries.end(), [&](const auto& entry) { return entry.fileName == own.fileName; }))
+    throw Files::DiskError(Files::shownPath(file) + " is the file of another overlay meanwhile; try again.");
+  entries.push_back(own);
   Files::replaceWhole(world.disk, index, Formats::indexBytes(entries));
 }
 
 void JobDestination::follow() {
+  if (const std::u16string name = named(); name != followed) {
+    followed = name;
+    overlay = Formats::storableName(model.value(Formats::Prop::overlayImageName).value_or(u""));
+  }
   const bool isCancelled = model.value(Formats::Prop::cancelJob) == Formats::Value::yes;
   if (aside.empty() || (named() == aside && !isCancelled)) return;
   try {

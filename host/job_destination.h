@@ -35,7 +35,9 @@ class JobDestination {
 
   const FileWorld& world;
   PropertyModel& model;
-  std::u16string aside;  // the destination that was set aside; empty for none
+  std::u16string aside;     // the destination that was set aside; empty for none
+  std::u16string followed;  // the destination at the last change
+  std::u16string overlay;   // the overlay's name when the destination was prepared
 };
 
 }  // namespace Refhost

@@ -31,6 +31,13 @@ std::u16string withoutCase(std::u16string name) {
   return name;
 }
 
+// Whether the record's file belongs to an overlay of another name.
+bool isListedAsOther(const OverlayRecord& record, const std::vector<IndexEntry>& entries) {
+  return std::ranges::any_of(entries, [&](const IndexEntry& entry) {
+    return entry.fileName == record.diskpath && entry.name != storableName(record.label);
+  });
+}
+
 void copyIfThere(Kiln::Services::Path& file, const Kiln::SmartPtr<Kiln::Services::Path>& to) {
   if (isFile(file)) file.copyTo(to);
 }
@@ -234,17 +241,20 @@ void Overlays::takeBack(std::u16string_view path) {
   if (added.erase(Text(path)) > 0) erase([path](const OverlayRecord& record) { return record.path == path; });
 }
 
-// A file name that no file, record or leftover thumbnail uses. Random draws come first; the sequential search after
+// A file name that no file, record, index entry or leftover thumbnail uses: another process may be about to write the
+// file of an entry. Random draws come first; the sequential search after
 // them finds the last free names.
 std::u16string Overlays::freeFileName(Kiln::Services::Path& folder) {
   constexpr unsigned drawn = 1000;
+  const std::vector<IndexEntry> entries = readIndex(bytesOf(*folder.join(overlayIndexName)).view());
   unsigned number = 0;
   for (unsigned tries = 0; tries < drawn + fileNumbers; ++tries) {
     number = (tries < drawn ? static_cast<unsigned>(random()) : number + 1) % fileNumbers;
     Text name = overlayFileName(number);
     const auto file = folder.join(name);
-    const bool isTaken = std::any_of(records.begin(), records.end(),
-                                     [&](const OverlayRecord& record) { return record.path == file->text().view(); });
+    const bool isTaken =
+        std::ranges::any_of(records, [&](const auto& record) { return record.path == file->text().view(); }) ||
+        std::ranges::any_of(entries, [&](const auto& entry) { return entry.fileName == name; });
     if (!isTaken && !file->exists() && !folder.join(thumbnailOf(name))->exists()) return name;
   }
   throw Kiln::Exception(host.allocator(), "The folder " + toValidUtf8(folder.text().view()) +
@@ -321,12 +331,21 @@ void Overlays::save() {
 void Overlays::write(const Text& index) {
   const auto path = host.path(index);
   const Kiln::String present = bytesOf(*path);
+  const std::vector<IndexEntry> entries = readIndex(present.view());
+  checkAdded(index, entries);
   take(present, *path, true);
-  const std::string bytes = indexBytes(entriesOf(index, readIndex(present.view())));
+  const std::string bytes = indexBytes(entriesOf(index, entries));
   if (bytes == present.view() && !changed.contains(index)) return;
   const auto store = host.file(path);
   store->write(bytes);
   store->commit();
+}
+
+// Two processes may draw the same file name at the same time. Then the one that comes second must draw again.
+void Overlays::checkAdded(const Text& index, const std::vector<IndexEntry>& present) const {
+  for (const OverlayRecord& record : records)
+    if (record.diskfile == index && added.contains(record.path) && isListedAsOther(record, present))
+      throw Kiln::Exception(host.allocator(), "Another program is creating an overlay with the same file; try again.");
 }
 
 // The records of an index in their order, and before each the overruled ones with its label, so that it overrules them

@@ -136,6 +136,7 @@ class Overlays final : public Kiln::RefCount {
   bool isDownloaded(std::u16string_view index) const;
   Text freeFileName(Kiln::Services::Path& folder);
   void write(const Text& index);
+  void checkAdded(const Text& index, const std::vector<Effect::IndexEntry>& present) const;
   std::vector<Effect::IndexEntry> entriesOf(const Text& index, const std::vector<Effect::IndexEntry>& present) const;
 
   Kiln::Host& host;

@@ -1,4 +1,5 @@
 // Jobs that become overlays: what is written, and what is restored when that fails.
+#include "formats/overlay_index.h"
 #include "host/overlay_job.h"
 #include "host/widgets/list.h"
 #include "tests/files/forwarding_disk.h"
@@ -172,6 +173,20 @@ TEST_F(OverlayJob, IsListedThoughAnotherProgramHasDroppedItsRecordMeanwhile) {
   Testing::writeFile(index, "");
   Refhost::writeOverlay(job, {"captured", "picture"});
   EXPECT_EQ(Testing::bytesOf(index), written);
+}
+
+TEST_F(OverlayJob, DoesNotWriteTheFileOfAnotherOverlay) {
+  auto given = options();
+  given.properties = {{u"PrintJob", u"Overlay"}};
+  Refhost::Preferences job(given, world.face);
+  job.open();
+  ASSERT_TRUE(job.accept());
+  const std::filesystem::path file = *job.model().value(u"OverlayDestFileName");
+  const std::string theirs = Formats::indexBytes({{u"theirs", file.filename().u16string()}});
+  Testing::writeFile(file.parent_path() / "ovlNmFl.flo", theirs);
+  EXPECT_THROW(Refhost::writeOverlay(job, {"captured", "picture"}), std::runtime_error);
+  EXPECT_FALSE(std::filesystem::exists(file));
+  EXPECT_EQ(Testing::bytesOf(file.parent_path() / "ovlNmFl.flo"), theirs);
 }
 
 TEST_F(OverlayJob, ThatCannotBeWrittenIsCancelled) {

@@ -66,6 +66,17 @@ TEST(OverlayStoreOnANearlyFullFolder, NeverGivesTheNameOfAThumbnailThatIsThere) 
   EXPECT_THROW(world.open()->addOverlay(u"new"), Kiln::Exception);
 }
 
+// Its file may be about to be written.
+TEST(OverlayStoreOnANearlyFullFolder, NeverGivesTheNameOfAFileThatTheIndexLists) {
+  OverlayHome home;
+  home.putUser({{u"theirs", u"04711.opa"}});
+  std::filesystem::remove(home.userFolder() / "04711.opa");
+  std::filesystem::remove(home.userFolder() / "04711.bmp");
+  NearlyFullDisk disk;
+  OverlayStore world(home.folder.path, disk);
+  EXPECT_THROW(world.open()->addOverlay(u"new"), Kiln::Exception);
+}
+
 TEST_F(OverlayStoreTest, WritesEachRecordToTheIndexThatItCameFrom) {
   world.set(u"kilnworks.tips.userdata.support", u"True");
   home.putUser({{u"mine", u"00001.opa"}});
@@ -335,6 +346,22 @@ TEST(OverlayStoreOnABusyHome, KeepsWhatIsPutIntoTheIndexBetweenItsReadingAndItsR
   disk.meanwhile = [&] { home.putUser({{u"one", u"00001.opa"}, {u"theirs", u"00002.opa"}}); };
   store->save();
   EXPECT_THAT(listed(home.userIndex()), ElementsAre("one=00001.opa", "theirs=00002.opa", IsNew("ours")));
+}
+
+TEST(OverlayStoreOnABusyHome, RefusesAFileNameThatAnotherProcessHasDrawnAtTheSameTime) {
+  OverlayHome home;
+  home.putUser({{u"one", u"00001.opa"}});
+  BusyDisk disk;
+  OverlayStore world(home.folder.path, disk);
+  const auto store = world.open();
+  const std::u16string path = store->addOverlay(u"ours");
+  const std::u16string fileName = std::filesystem::path(path).filename().u16string();
+  const std::string theirs = recordBytes(u"one", u"00001.opa") + recordBytes(u"theirs", fileName);
+  disk.meanwhile = [&] { Testing::writeFile(OverlayHome::index(home.userFolder()), theirs); };
+  EXPECT_THROW(store->save(), Kiln::Exception);
+  EXPECT_EQ(home.userIndex(), theirs);
+  store->takeBack(path);
+  EXPECT_NE(std::filesystem::path(store->addOverlay(u"ours")).filename().u16string(), fileName);
 }
 
 TEST(OverlayStoreOnABusyHome, KeepsTheRecordOfAFileThatIsWrittenBetweenTheReadingAndTheReplacingOfItsIndex) {
