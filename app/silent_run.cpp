@@ -13,10 +13,15 @@ namespace App {
 SilentRun::SilentRun(const Refhost::Options& options, Tell tellUser) : silent(tellUser), opened(options, silent) {
   try {
     opened.open();
-    silent.check();
+    check();
   } catch (const std::exception& error) {
     throw Failure(cannotOpen, error.what());
   }
+}
+
+void SilentRun::check() {
+  silent.check();
+  if (const std::string& unread = opened.unread(); !unread.empty()) throw std::runtime_error(unread);
 }
 
 void SilentRun::takeTicket(const std::filesystem::path& file) {
@@ -29,21 +34,24 @@ void SilentRun::takeTicket(const std::filesystem::path& file) {
     if (sentence.ends_with('.')) sentence.pop_back();
     throw std::runtime_error(sentence + "; write the ticket anew with \"kiln ticket\".");
   }
-  silent.check();
+  check();
 }
 
-void SilentRun::choose(const Refhost::TracePairs& choices) { App::choose(opened, silent, choices); }
+void SilentRun::choose(const Refhost::TracePairs& choices) {
+  App::choose(opened, silent, choices);
+  check();
+}
 
 void SilentRun::act(const std::function<void()>& atWidgets, const std::function<void(Refhost::Dialog&)>& inDialogs) {
   silent.operateDialogs(inDialogs);
   atWidgets();
   silent.operateDialogs({});
-  silent.check();
+  check();
 }
 
 std::map<std::string, std::string> SilentRun::accept() {
   const bool isAccepted = opened.accept();
-  silent.check();
+  check();
   if (!isAccepted) throw NotAccepted("The plug-in does not accept these settings.");
   return printedValues();
 }

@@ -23,7 +23,8 @@ class NotAccepted : public std::runtime_error {
 };
 
 // One opening of the preferences, with its own face. Settings are applied in the order of the calls, as if chosen by a
-// user. All operations throw std::runtime_error, one sentence, when something cannot be set.
+// user. All operations throw std::runtime_error, one sentence, when something cannot be set, or when a file of the
+// user's could not be read: what is shown, printed or exported without it would be less than there is.
 class SilentRun {
  public:
   // Opens the preferences; `tellUser` takes the host's sentences. Throws Failure when they cannot be opened.
@@ -45,6 +46,8 @@ class SilentRun {
   SilentFace& face() { return silent; }
 
  private:
+  void check();
+
   SilentFace silent;
   Refhost::Preferences opened;
 };

@@ -1,17 +1,36 @@
 #include "effect/local_data.h"
 
 namespace Effect {
+namespace {
 
-Folders localDataFolders(Kiln::Services::Path& localData) {
-  Folders folders;
-  const auto names = localData.list(u"*");
-  for (std::int32_t i = 0; i < names->count(); ++i)
-    if (auto entry = localData.join(names->at(i)); entry->isFolder()) folders.push_back(std::move(entry));
-  return folders;
+// Runs the work; keeps the first problem.
+template <class Work>
+bool succeeds(LocalData& found, const Work& work) {
+  try {
+    work();
+    return true;
+  } catch (const Kiln::Exception& problem) {
+    if (!found.problem) found.problem = problem;
+    return false;
+  }
 }
 
-bool isMergedData(Kiln::Services::Path& localData, const Folders& folders) {
-  return folders.size() > 1 || localData.join(u"~merge")->exists();
+}  // namespace
+
+LocalData readFolders(Kiln::Services::Path& localData) {
+  LocalData found;
+  Kiln::SmartPtr<Kiln::Services::TextList> names;
+  found.isListed = succeeds(found, [&] {
+    if (localData.exists()) names = localData.list(u"*");
+  });
+  if (!names) return found;
+  for (std::int32_t i = 0; i < names->count(); ++i)
+    succeeds(found, [&] {
+      if (auto entry = localData.join(names->at(i)); entry->isFolder()) found.folders.push_back(std::move(entry));
+    });
+  found.isMerged = found.folders.size() > 1;
+  succeeds(found, [&] { found.isMerged = found.isMerged || localData.join(u"~merge")->exists(); });
+  return found;
 }
 
 }  // namespace Effect

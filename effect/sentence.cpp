@@ -8,7 +8,7 @@ std::string sentenceOf(const Kiln::Exception& problem) {
 }
 
 std::string sentenceOfBlocking(const Kiln::Exception& problem) {
-  return sentenceOf(problem) + " It is not written over: move it elsewhere, and open the preferences again.";
+  return sentenceOf(problem) + " It is not written over: mend it or move it elsewhere, and open the preferences again.";
 }
 
 }  // namespace Effect

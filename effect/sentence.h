@@ -11,7 +11,7 @@ namespace Effect {
 // The message in UTF-8, with a full stop, so that another sentence can follow.
 std::string sentenceOf(const Kiln::Exception& problem);
 
-// The same, followed by the advice to move the file away, which is not overwritten.
+// The same, followed by the advice to mend the file or to move it away, since it is not overwritten.
 std::string sentenceOfBlocking(const Kiln::Exception& problem);
 
 }  // namespace Effect

@@ -32,7 +32,8 @@ class DiskError : public std::runtime_error {
   std::error_code systemCode;
 };
 
-enum class EntryKind { none, file, folder, other };
+// `unknown` only in listings: the entry is there, but cannot be examined.
+enum class EntryKind { none, file, folder, other, unknown };
 
 // An entry of a folder.
 struct Entry {
@@ -66,10 +67,12 @@ class Disk {
 
   virtual ~Disk() = default;
 
-  // The kind of the entry at `path`, following links; none when there is no entry or it cannot be determined.
+  // The kind of the entry at `path`, following links. None only when there certainly is no entry: also for a path that
+  // no entry can have, and for a link that leads nowhere. Throws when it cannot be determined, so that nobody takes an
+  // existing file for a missing one and writes over it.
   virtual EntryKind kind(const std::filesystem::path& path) = 0;
 
-  // The entries in unspecified order, without "." and "..".
+  // All entries in unspecified order, without "." and "..". Throws when the list may be incomplete.
   virtual std::vector<Entry> entries(const std::filesystem::path& folder) = 0;
 
   // The time since the file was last written.

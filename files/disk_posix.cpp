@@ -31,6 +31,10 @@ const char* checked(const fs::path& path, std::string_view action) {
   return path.c_str();
 }
 
+// Whether the error of a look-up means that there is no such entry, rather than that it cannot be looked up. No entry
+// can have a path with a part that is too long, and a link in a circle leads nowhere.
+bool isAbsent(int code) { return code == ENOENT || code == ENOTDIR || code == ENAMETOOLONG || code == ELOOP; }
+
 // Restarts a system call that a signal has interrupted.
 template <class Call>
 auto uninterrupted(const Call& call) {
@@ -76,7 +80,7 @@ class PosixFile final : public Disk::File {
     onTheirWay = size;
   }
   void sync() override {
-    if (::fsync(handle.get()) != 0) fail(path, "flushed to the disk");
+    if (uninterrupted([&] { return ::fsync(handle.get()); }) != 0) fail(path, "flushed to the disk");
   }
   void close() override {
     if (!handle.close()) fail(path, "written");
@@ -101,8 +105,10 @@ class PosixDisk final : public Disk {
  public:
   EntryKind kind(const fs::path& path) override {
     struct stat status{};
-    if (hasZero(path) || ::stat(path.c_str(), &status) != 0) return EntryKind::none;
-    return kindOf(status);
+    if (hasZero(path)) return EntryKind::none;
+    if (::stat(path.c_str(), &status) == 0) return kindOf(status);
+    if (!isAbsent(errno)) fail(path, "examined");
+    return EntryKind::none;
   }
 
   std::vector<Entry> entries(const fs::path& folder) override {
@@ -110,8 +116,8 @@ class PosixDisk final : public Disk {
     std::vector<Entry> found;
     checked(folder, "listed");
     for (fs::directory_iterator at(folder, error), end; !error && at != end; at.increment(error)) {
-      std::error_code gone;  // deleted meanwhile: the kind is none
-      found.push_back({at->path().filename(), kind(at->path()), at->is_symlink(gone)});
+      std::error_code ignored;
+      found.push_back({at->path().filename(), listedKind(at->path()), at->is_symlink(ignored)});
     }
     if (error) throw DiskError(folder, "listed", error);
     return found;
@@ -125,7 +131,7 @@ class PosixDisk final : public Disk {
 
   std::string read(const fs::path& file, std::size_t limit) override {
     // O_NONBLOCK, since opening a pipe would wait for its writer.
-    const Handle handle(::open(checked(file, "read"), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    const Handle handle(opened(checked(file, "read"), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     struct stat status{};
     if (!handle.isOpen() || ::fstat(handle.get(), &status) != 0) fail(file, "read");
     if (S_ISDIR(status.st_mode)) fail(file, "read", EISDIR);
@@ -146,7 +152,7 @@ class PosixDisk final : public Disk {
     const std::optional<Access> kept = accessTo(target);
     // The old file's permissions are for its own group, so the new file is its owner's alone until it has that.
     const mode_t mode = kept ? kept->mode & S_IRWXU : 0666;
-    const int descriptor = ::open(checked(temporary, "written"), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+    const int descriptor = opened(checked(temporary, "written"), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
     if (descriptor < 0) fail(target, "written");
     auto file = std::make_unique<PosixFile>(target, descriptor);
     // Tells those who sweep that the file is being written. Where there are no locks, they go by the process.
@@ -169,11 +175,12 @@ class PosixDisk final : public Disk {
   void createPrivateFolder(const fs::path& folder) override { createFolder(folder, 0700); }
 
   void syncFolder(const fs::path& folder) override {
-    const Handle handle(::open(checked(folder, "flushed to the disk"), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const Handle handle(opened(checked(folder, "flushed to the disk"), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!handle.isOpen() && errno == EACCES) return;  // it may be written to but not listed
     if (!handle.isOpen()) fail(folder, "flushed to the disk");
     // Some file systems cannot flush folders, and report it with this error.
-    if (::fsync(handle.get()) != 0 && errno != EINVAL) fail(folder, "flushed to the disk");
+    if (uninterrupted([&] { return ::fsync(handle.get()); }) != 0 && errno != EINVAL)
+      fail(folder, "flushed to the disk");
   }
 
   std::unique_ptr<Lock> tryLock(const fs::path& file, Missing missing) override {
@@ -192,6 +199,19 @@ class PosixDisk final : public Disk {
   }
 
  private:
+  static int opened(const char* path, int flags, mode_t mode = 0) {
+    return uninterrupted([=] { return ::open(path, flags, mode); });
+  }
+
+  // None for an entry that was deleted meanwhile.
+  EntryKind listedKind(const fs::path& entry) {
+    try {
+      return kind(entry);
+    } catch (const DiskError&) {
+      return EntryKind::unknown;
+    }
+  }
+
   static EntryKind kindOf(const struct stat& status) {
     if (S_ISREG(status.st_mode)) return EntryKind::file;
     return S_ISDIR(status.st_mode) ? EntryKind::folder : EntryKind::other;

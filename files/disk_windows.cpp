@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace Files {
@@ -67,8 +68,33 @@ bool patiently(const Call& call) {
   }
 }
 
+// Whether the error of a look-up means that there is no such entry, rather than that it cannot be looked up.
 bool isAbsent(DWORD code) {
-  return code == ERROR_FILE_NOT_FOUND || code == ERROR_PATH_NOT_FOUND || code == ERROR_INVALID_NAME;
+  switch (code) {
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+    case ERROR_INVALID_NAME:
+    case ERROR_BAD_PATHNAME:
+    case ERROR_DIRECTORY:  // a part of the path is a file
+    case ERROR_FILENAME_EXCED_RANGE:
+    case ERROR_CANT_RESOLVE_FILENAME:  // links in a circle
+      return true;
+    default: return false;
+  }
+}
+
+// The attributes of an entry; nothing when there certainly is none. Waits for a file that is being deleted, which
+// denies access until its last user closes it.
+std::optional<DWORD> attributesOf(const fs::path& path, const std::wstring& full, std::string_view action) {
+  DWORD attributes = INVALID_FILE_ATTRIBUTES;
+  const bool isKnown = patiently([&] {
+    attributes = GetFileAttributesW(full.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES;
+  });
+  if (isKnown) return attributes;
+  const DWORD code = GetLastError();
+  if (!isAbsent(code)) fail(path, action, code);
+  return {};
 }
 
 class Handle {
@@ -106,6 +132,7 @@ class WindowsFile final : public Disk::File {
       const auto wanted = static_cast<DWORD>(std::min(bytes.size(), most));
       DWORD written = 0;
       if (WriteFile(handle.get(), bytes.data(), wanted, &written, nullptr) == 0) fail(path, "written");
+      if (written == 0) fail(path, "written", ERROR_DISK_FULL);
       bytes.remove_prefix(written);
     }
   }
@@ -132,12 +159,15 @@ class WindowsLock final : public Disk::Lock {
 class WindowsDisk final : public Disk {
  public:
   EntryKind kind(const fs::path& path) override {
+    std::wstring full;
     try {
-      const DWORD attributes = GetFileAttributesW(checked(path, "read").c_str());
-      return attributes == INVALID_FILE_ATTRIBUTES ? EntryKind::none : kindOf(attributes);
-    } catch (const DiskError&) {
+      full = checked(path, "examined");
+    } catch (const DiskError& problem) {
+      if (problem.code() && !isAbsent(static_cast<DWORD>(problem.code().value()))) throw;
       return EntryKind::none;  // no file can have such a name
     }
+    const auto attributes = attributesOf(path, full, "examined");
+    return attributes ? kindOf(*attributes) : EntryKind::none;
   }
 
   std::vector<Entry> entries(const fs::path& folder) override {
@@ -210,8 +240,9 @@ class WindowsDisk final : public Disk {
 
   bool remove(const fs::path& file) override {
     const std::wstring path = checked(file, "deleted");
-    const DWORD attributes = GetFileAttributesW(path.c_str());
-    if (attributes != INVALID_FILE_ATTRIBUTES && kindOf(attributes) == EntryKind::folder)
+    const auto attributes = attributesOf(file, path, "deleted");
+    if (!attributes) return false;
+    if (kindOf(*attributes) == EntryKind::folder)
       throw DiskError(file, "deleted", std::make_error_code(std::errc::is_a_directory));
     if (patiently([&] { return DeleteFileW(path.c_str()) != 0; })) return true;
     const DWORD code = GetLastError();
@@ -259,12 +290,12 @@ class WindowsDisk final : public Disk {
   }
 
   static void refuseUnwritable(const fs::path& target) {
-    const DWORD attributes = GetFileAttributesW(checked(target, "written").c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES) return;
-    if (kindOf(attributes) == EntryKind::folder)
+    const auto attributes = attributesOf(target, checked(target, "written"), "written");
+    if (!attributes) return;
+    if (kindOf(*attributes) == EntryKind::folder)
       throw DiskError(target, "written", std::make_error_code(std::errc::is_a_directory));
-    if (kindOf(attributes) != EntryKind::file) fail(target, "written", ERROR_BAD_FILE_TYPE);
-    if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) fail(target, "written", ERROR_ACCESS_DENIED);
+    if (kindOf(*attributes) != EntryKind::file) fail(target, "written", ERROR_BAD_FILE_TYPE);
+    if ((*attributes & FILE_ATTRIBUTE_READONLY) != 0) fail(target, "written", ERROR_ACCESS_DENIED);
   }
 };
 

@@ -108,9 +108,9 @@ class Entries {
     disk.replace(journal, aside);
     disk.syncFolder(folderOf(journal));
   } catch (const DiskError&) {
-    throw DiskError(sentence + "Delete it, and import the profile again.");
+    throw RefusedJournal(sentence + "Delete it, and import the profile again.");
   }
-  throw DiskError(sentence + "It is now " + shownPath(aside) + "; import the profile again.");
+  throw RefusedJournal(sentence + "It is now " + shownPath(aside) + "; import the profile again.");
 }
 
 // With full paths.

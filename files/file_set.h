@@ -35,12 +35,18 @@ class FileSet {
   std::list<PendingFile> files;
 };
 
+// The journal was read, and is not carried out.
+class RefusedJournal : public DiskError {
+ public:
+  using DiskError::DiskError;
+};
+
 // Completes the set of a process that was interrupted. Does nothing without a journal. On DiskError the journal stays
-// for another attempt.
+// for another attempt: until then, the files must not be written, and no temporary file of theirs be removed.
 //
 // A journal is trusted with nothing but what such a set does in the journal's own folder: to move temporary files of
 // ours to files beside them. One that is damaged, or has any other entry (an absolute path, "..", through a link to
-// outside), is not carried out at all: it is renamed to JOURNAL.refused-N, and DiskError says so.
+// outside), is not carried out at all: it is renamed to JOURNAL.refused-N, and RefusedJournal says so.
 void completeFileSet(Disk& disk, const std::filesystem::path& journal);
 
 }  // namespace Files

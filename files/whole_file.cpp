@@ -93,12 +93,19 @@ void PendingFile::putInPlace() {
   disk.syncFolder(folderOf(target));
 }
 
-fs::path linkTarget(const fs::path& path) { return fs::is_symlink(path) ? fs::weakly_canonical(path) : path; }
+fs::path linkTarget(const fs::path& path) {
+  std::error_code problem;
+  const fs::file_status status = fs::symlink_status(path, problem);
+  if (!fs::status_known(status)) throw DiskError(path, "examined", problem);
+  if (!fs::is_symlink(status)) return path;
+  fs::path target = fs::weakly_canonical(path, problem);
+  if (problem) throw DiskError(path, "followed", problem);
+  return target;
+}
 
 bool holds(Disk& disk, const fs::path& path, std::string_view bytes) {
-  if (disk.kind(path) != EntryKind::file) return false;
   try {
-    return disk.read(path, bytes.size()) == bytes;
+    return disk.kind(path) == EntryKind::file && disk.read(path, bytes.size()) == bytes;
   } catch (const DiskError&) {
     return false;  // larger or unreadable: the write reports the error
   }

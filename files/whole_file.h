@@ -49,7 +49,7 @@ class PendingFile {
 // may still be lost.
 bool replaceWhole(Disk& disk, const std::filesystem::path& path, std::string_view bytes);
 
-// The file that a link leads to, for those who write through links; another path unchanged.
+// The file that a link leads to, for those who write through links; another path unchanged. Throws DiskError.
 std::filesystem::path linkTarget(const std::filesystem::path& path);
 
 // Whether the file has that content; false for an unreadable file.
@@ -65,7 +65,7 @@ void createPrivateFolder(Disk& disk, const std::filesystem::path& folder);
 bool isTemporaryName(const std::filesystem::path& name);
 
 // Removes the temporary files that crashed programs have left in `folder`. Called when a folder is opened; ignores
-// files that cannot be removed, and a missing folder.
+// files that cannot be removed, and a missing folder. Throws DiskError when the folder cannot be listed.
 //
 // A temporary file is removed when no program is writing it, and the process in its name is not running or the file is
 // too old to be that process's: process numbers are reused.

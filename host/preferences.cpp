@@ -78,6 +78,12 @@ TracePairs userValues(const PropertyModel& model) {
   return pairs;
 }
 
+// Whether the path is the folder, or leads into it.
+bool isBelow(const std::filesystem::path& folder, const std::filesystem::path& path) {
+  const std::filesystem::path inside = path.lexically_normal().lexically_relative(folder.lexically_normal());
+  return !inside.empty() && *inside.begin() != "..";
+}
+
 // The pairs of `wanted` that differ from the model.
 TracePairs differences(const PropertyModel& model, const TracePairs& wanted) {
   TracePairs pairs;
@@ -96,8 +102,12 @@ struct Preferences::Run {
         strings(owner.folders, options.locale),
         screen(options.dpi),
         library(make<Library>(options.plugin)),
-        files{options.disk == nullptr ? Files::realDisk() : *options.disk, owner.events, home.path,
-              [this](const auto& path) { return destination.takesPlaceOf(path); }, [this] { changesFiles = true; }},
+        files{options.disk == nullptr ? Files::realDisk() : *options.disk,
+              owner.events,
+              home.path,
+              [this](const auto& path) { return destination.takesPlaceOf(path); },
+              [this] { changesFiles = true; },
+              [this](const auto& path, const auto& problem) { noteUnread(path, problem); }},
         manager(make<PropertyManager>(
             make<PropertyModel>(readModel(options.resources / "models", options.model), owner.events), owner.events)),
         destination(files, *manager->model),
@@ -126,7 +136,15 @@ struct Preferences::Run {
     manager->profileImport->fire(make<ProfileEvent>(files, target, std::nullopt));
   }
 
+  void noteUnread(const std::filesystem::path& path, const Files::DiskError& problem) {
+    const bool isForbidden = problem.code() == std::errc::permission_denied;
+    const auto localData = manager->settings->get(Setting::localDataPath);
+    if (isForbidden && localData && isBelow(Files::pathFromText(*localData), path)) return;
+    if (unread.empty()) unread = problem.what();
+  }
+
   Home home;
+  std::string unread;
   StringTables strings;
   Screen screen;
   Kiln::SmartPtr<Library> library;
@@ -193,23 +211,23 @@ void Preferences::start() {
   run->past.clear();
 }
 
-// Completes or cleans up the work of crashed processes, before any file is read.
+// Completes or cleans up the work of crashed processes, before any file is read. Throws Files::DiskError when an import
+// cannot be completed now: what is saved meanwhile would be overwritten when it is.
 void Preferences::tidyHome() {
   Files::Disk& disk = run->files.disk;
-  const auto tidy = [this](const auto& work) {
-    try {
-      work();
-    } catch (const Files::DiskError& error) {
-      face.tell(error.what());
+  try {
+    if (disk.kind(importJournal(home())) != Files::EntryKind::none) {
+      const Files::HomeLock lock(disk, home(), runOptions.longestWait);
+      Files::completeFileSet(disk, importJournal(home()));
     }
-  };
-  tidy([&] {
-    if (disk.kind(importJournal(home())) == Files::EntryKind::none) return;
-    const Files::HomeLock lock(disk, home(), runOptions.longestWait);
-    Files::completeFileSet(disk, importJournal(home()));
-  });
-  for (const std::filesystem::path& folder : {home(), home() / "profile"})
-    tidy([&] { Files::sweepTemporaries(disk, folder); });
+  } catch (const Files::RefusedJournal& error) {
+    face.tell(error.what());
+  }
+  try {
+    for (const std::filesystem::path& folder : {home(), home() / "profile"}) Files::sweepTemporaries(disk, folder);
+  } catch (const Files::DiskError& error) {
+    face.tell(error.what());
+  }
 }
 
 void Preferences::applyOptions() {
@@ -263,6 +281,8 @@ void Preferences::cancelDialogs() {
 }
 
 const std::filesystem::path& Preferences::home() const { return run->home.path; }
+
+const std::string& Preferences::unread() const { return run->unread; }
 
 bool Preferences::accept() {
   if (run->isOver) return false;

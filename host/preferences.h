@@ -94,6 +94,11 @@ class Preferences {
   // The folder for user data.
   const std::filesystem::path& home() const;
 
+  // Why the first file, of those that the plug-in could not look at or read so far, could not be; empty when there is
+  // none. Then watermarks or overlays may be missing from what the tabs show. Local data that this user has no
+  // permission to read does not count.
+  const std::string& unread() const;
+
   // User actions. accept fires the pre-accept signal first and returns false when vetoed; accept and cancel close the
   // tabs.
   bool accept();

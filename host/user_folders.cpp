@@ -6,6 +6,9 @@
 #include "formats/names.h"
 #include "host/documents/captured.h"
 
+#include <optional>
+#include <vector>
+
 namespace Refhost {
 namespace {
 
@@ -33,40 +36,66 @@ std::vector<fs::path> foldersIn(Files::Disk& disk, const fs::path& folder) {
   return folders;
 }
 
+struct UserFolder {
+  fs::path path;
+  bool isOwn = true;  // not local data, which the user cannot fix
+};
+
 // The folders of the settings, whether or not they exist.
-std::vector<fs::path> userFolders(Files::Disk& disk, const Settings& settings) {
+std::vector<UserFolder> userFolders(Files::Disk& disk, const Settings& settings) {
   const fs::path overlays = folderIn(settings, Formats::Setting::settingsFolder).relative_path();
-  std::vector<fs::path> folders;
-  if (const auto user = folderIn(settings, Formats::Setting::userPath); !user.empty()) folders.push_back(user);
+  std::vector<UserFolder> folders;
+  if (const auto user = folderIn(settings, Formats::Setting::userPath); !user.empty()) folders.push_back({user});
   if (const auto profile = folderIn(settings, Formats::Setting::userProfile); !profile.empty())
-    folders.push_back(profile / overlays);
+    folders.push_back({profile / overlays});
   const fs::path localData = folderIn(settings, Formats::Setting::localDataPath);
   if (localData.empty()) return folders;
-  folders.push_back(localData);
+  folders.push_back({localData, false});
   tryTo([&] {
     for (const fs::path& folder : foldersIn(disk, localData)) {
-      folders.push_back(folder);
-      folders.push_back(folder / overlays.filename());
+      folders.push_back({folder, false});
+      folders.push_back({folder / overlays.filename(), false});
     }
   });
   return folders;
 }
 
+bool isReadOnly(const Files::DiskError& problem) {
+  return problem.code() == std::errc::permission_denied || problem.code() == std::errc::operation_not_permitted ||
+         problem.code() == std::errc::read_only_file_system;
+}
+
+// Ignores the failures in folders that are not the user's own or that nobody can write to.
+template <class Work>
+void tidy(const UserFolder& folder, const Work& work) {
+  try {
+    work();
+  } catch (const Files::DiskError& problem) {
+    if (folder.isOwn && !isReadOnly(problem)) throw;
+  }
+}
+
+// Empty while another program has the home's lock.
+std::optional<Files::HomeLock> lockAtOnce(Files::Disk& disk, const fs::path& home) {
+  std::optional<Files::HomeLock> lock;
+  tryTo([&] { lock.emplace(disk, home, std::chrono::milliseconds(0)); });
+  return lock;
+}
+
 }  // namespace
 
 void tidyUserFolders(Files::Disk& disk, const Settings& settings, const fs::path& home) {
-  std::vector<fs::path> toPutBack;
-  for (const fs::path& folder : userFolders(disk, settings)) {
-    tryTo([&] { Files::sweepTemporaries(disk, folder); });
-    tryTo([&] {
-      if (hasToPutBack(disk, folder)) toPutBack.push_back(folder);
+  std::vector<UserFolder> toPutBack;
+  for (const UserFolder& folder : userFolders(disk, settings)) {
+    tryTo([&] { Files::sweepTemporaries(disk, folder.path); });
+    tidy(folder, [&] {
+      if (hasToPutBack(disk, folder.path)) toPutBack.push_back(folder);
     });
   }
   if (toPutBack.empty()) return;
-  tryTo([&] {
-    const Files::HomeLock lock(disk, home, std::chrono::milliseconds(0));
-    for (const fs::path& folder : toPutBack) putAllBack(disk, folder);
-  });
+  const auto lock = lockAtOnce(disk, home);
+  if (!lock) return;
+  for (const UserFolder& folder : toPutBack) tidy(folder, [&] { putAllBack(disk, folder.path); });
 }
 
 }  // namespace Refhost

@@ -31,12 +31,14 @@ class Path : public RefCount {
   virtual SmartPtr<Path> folder() = 0;
   virtual WString lastPart() = 0;
 
+  // Whether there is such an entry, and whether it is a folder. Throw Exception when that cannot be determined: a file
+  // that cannot be looked at must not be taken for a missing one. [plug-in]
   virtual bool exists() = 0;
   virtual bool isFolder() = 0;
 
   // The names of the entries that match a pattern of `*` and `?`, without "." and ".."; empty when this is not a
   // folder. A link to a folder is an entry like the folder itself, unless it leads to a folder on the way here, or to
-  // one that is listed under another name. [plug-in]
+  // one that is listed under another name. Throws Exception when the folder cannot be listed completely. [plug-in]
   virtual SmartPtr<TextList> list(WStringView pattern) = 0;
 
   // Creates the folder and its parents. Throws Exception when it cannot. [plug-in]
@@ -52,7 +54,7 @@ class Path : public RefCount {
 // A stream of bytes that is read whole, or written and then committed.
 class BackingStoreIO : public RefCount {
  public:
-  // The whole content. Throws Exception when it cannot be read. [plug-in]
+  // The whole content. Throws Exception when it cannot be read; nothing is known of the content then. [plug-in]
   virtual String readAll() = 0;
 
   // Appends bytes for the next commit. [plug-in]
@@ -75,7 +77,8 @@ class Documents : public RefCount {
   // A new element without a parent; empty when out of memory. `prefix` and `nameSpace` may be empty. [plug-in]
   virtual SmartPtr<Dom::INode> createElement(WStringView name, WStringView prefix, WStringView nameSpace) = 0;
 
-  // The document's root element. Throws Exception when it is not well formed or too large. [plug-in]
+  // The document's root element. Throws Exception when it is not well formed or too large, and passes the store's on.
+  // [plug-in]
   virtual SmartPtr<Dom::INode> read(SmartPtr<BackingStoreIO> store) = 0;
 
   // Writes a document and commits the store. [plug-in]

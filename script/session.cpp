@@ -137,6 +137,7 @@ void Session::open() {
   opened = std::make_unique<Refhost::Preferences>(options, *this);
   opened->trace().listen([this](const Refhost::TraceEvent& event) { record(event); });
   opened->open();
+  if (const std::string& unread = opened->unread(); !unread.empty()) throw std::runtime_error(unread);
 }
 
 void Session::close() {

@@ -23,6 +23,7 @@ std::uint32_t timeSeed() {
   return static_cast<std::uint32_t>(std::chrono::system_clock::now().time_since_epoch().count());
 }
 
+// Throws Kiln::Exception when that cannot be determined.
 bool isFile(Kiln::Services::Path& path) { return path.exists() && !path.isFolder(); }
 
 // Equal for names that differ only in case.
@@ -70,16 +71,17 @@ Overlays::Overlays(Kiln::Host& lender, const Kiln::PropertyManager& properties, 
 }
 
 void Overlays::readLocalData(Name settingsFolder) {
-  if (!mergeFolder || !mergeFolder->exists()) return;
-  Folders folders;
-  try {
-    folders = localDataFolders(*mergeFolder);
-  } catch (const Kiln::Exception&) {
-    // The user cannot fix local data.
-  }
-  merged = merged || isMergedData(*mergeFolder, folders);
+  if (!mergeFolder) return;
+  const LocalData localData = readFolders(*mergeFolder);
+  if (localData.problem) note(*localData.problem);
+  merged = merged || localData.isMerged;
   const Kiln::WString lastPart = host.path(settingsFolder)->lastPart();
-  for (const auto& folder : folders) readOrBlock(*folder->join(lastPart)->join(overlayIndexName), true);
+  for (const auto& folder : localData.folders) readOrBlock(*folder->join(lastPart)->join(overlayIndexName), true);
+}
+
+// Remembers the first index that could not be read.
+void Overlays::note(const Kiln::Exception& problem) {
+  if (unread.empty()) unread = sentenceOf(problem);
 }
 
 // Never overwrite an unreadable index: its entries would be lost.
@@ -87,6 +89,7 @@ void Overlays::readOrBlock(Kiln::Services::Path& index, bool isFromLocalData) {
   try {
     take(bytesOf(index), index, false);
   } catch (const Kiln::Exception& problem) {
+    note(problem);
     const std::string sentence = sentenceOfBlocking(problem);
     blocked[index.text().str()] = sentence;
     if (!isFromLocalData) host.tell(toUtf16(sentence));
@@ -115,7 +118,7 @@ void Overlays::take(Kiln::StringView bytes, Kiln::Services::Path& index, bool ke
     if (!isOverlayFileName(entry.fileName) || known.contains({entry.name, entry.fileName})) continue;
     const auto file = folder->join(entry.fileName);
     OverlayRecord record{entry.name, entry.name, entry.fileName, file->text().str(), diskfile, downloaded};
-    if (!isFile(*file) || (keepsKnown && removed.contains({record.label, record.path, diskfile}))) continue;
+    if (!mayBeFile(record.path) || (keepsKnown && removed.contains({record.label, record.path, diskfile}))) continue;
     if (keepsKnown && findByLabel(record.label, downloaded) >= 0)
       overruled.push_back(std::move(record));
     else
@@ -154,7 +157,7 @@ void Overlays::erase(const IsMeant& isMeant) {
 void Overlays::restoreOverruled(const std::set<std::pair<Text, bool>>& labels) {
   for (const auto& [label, downloaded] : labels) {
     const auto form = std::find_if(overruled.rbegin(), overruled.rend(), [&](const OverlayRecord& record) {
-      return record.label == label && record.downloaded == downloaded && isFileOf(record);
+      return record.label == label && record.downloaded == downloaded && mayBeFile(record.path);
     });
     if (form == overruled.rend()) continue;
     put(std::move(*form));
@@ -162,7 +165,14 @@ void Overlays::restoreOverruled(const std::set<std::pair<Text, bool>>& labels) {
   }
 }
 
-bool Overlays::isFileOf(const OverlayRecord& record) const { return isFile(*host.path(record.path)); }
+// An overlay that cannot be examined is one: it must not disappear from its index.
+bool Overlays::mayBeFile(const Text& path) const {
+  try {
+    return isFile(*host.path(path));
+  } catch (const Kiln::Exception&) {
+    return true;
+  }
+}
 
 bool Overlays::isDownloaded(std::u16string_view index) const {
   return marksDownloaded && index != indexPath->text().view();
@@ -214,6 +224,10 @@ OverlayId Overlays::idOf(std::u16string_view fileName, std::u16string_view path)
 
 void Overlays::refresh() {
   if (!blocked.contains(indexPath->text().str())) take(bytesOf(*indexPath), *indexPath, true);
+}
+
+void Overlays::checkComplete() const {
+  if (!unread.empty()) throw Kiln::Exception(host.allocator(), unread);
 }
 
 void Overlays::checkIndex() const { checkUnblocked(indexPath->text().str()); }
@@ -292,7 +306,7 @@ bool Overlays::hasOtherForm(const OverlayId& id) const {
   const OverlayRecord* const known = find(id);
   return known != nullptr && std::ranges::any_of(overruled, [&](const OverlayRecord& record) {
            return record.label == id.label && record.downloaded == id.downloaded && record.path != known->path &&
-                  isFileOf(record);
+                  mayBeFile(record.path);
          });
 }
 
@@ -356,7 +370,7 @@ std::vector<IndexEntry> Overlays::entriesOf(const Text& index, const std::vector
     if (record.diskfile == index) own[storableName(record.label)] = {record.disklabel, record.diskpath};
   std::set<std::pair<Text, Text>> kept;
   for (const OverlayRecord& record : overruled)
-    if (record.diskfile == index && isFileOf(record)) kept.emplace(record.label, record.diskpath);
+    if (record.diskfile == index && mayBeFile(record.path)) kept.emplace(record.label, record.diskpath);
   const auto isWritten = [&](const IndexEntry& entry) {
     const auto found = own.find(entry.name);
     return kept.contains({entry.name, entry.fileName}) ||
@@ -381,6 +395,7 @@ std::vector<IndexEntry> Overlays::entriesOf(const Text& index, const std::vector
 
 // Write the index last, so that it never lists files that were not copied.
 void Overlays::exportTo(const Kiln::SmartPtr<Kiln::Services::Path>& folder) {
+  checkComplete();
   std::vector<IndexEntry> entries;
   std::set<Text> taken;
   for (const OverlayRecord& record : records) {

@@ -102,11 +102,16 @@ class Overlays final : public Kiln::RefCount {
   // downloaded ones; may be empty.
   void fillList(Kiln::XUL::ListData& list, bool withMultiple, const Kiln::SmartPtr<Kiln::XUL::Image>& icon) const;
 
+  // Whether all indexes could be read, so that no overlays are missing here. checkComplete throws Kiln::Exception, the
+  // reason, when they could not.
+  bool isComplete() const { return unread.empty(); }
+  void checkComplete() const;
+
   // Writes the indexes. Throws Kiln::Exception when one with unsaved changes cannot be written.
   void save();
 
   // Copies every overlay, with its thumbnail, into an existing folder, and writes an index of them. Throws
-  // Kiln::Exception.
+  // Kiln::Exception, also when overlays may be missing.
   void exportTo(const Kiln::SmartPtr<Kiln::Services::Path>& folder);
 
   // Whether the store holds data of several folders, or of an already merged one.
@@ -118,6 +123,7 @@ class Overlays final : public Kiln::RefCount {
   void readLocalData(Effect::Name settingsFolder);
   void checkUnblocked(const Text& index) const;
   void readOrBlock(Kiln::Services::Path& index, bool isFromLocalData);
+  void note(const Kiln::Exception& problem);
 
   // The bytes of an index; empty when it does not exist. Throws Kiln::Exception.
   Kiln::String bytesOf(Kiln::Services::Path& index) const;
@@ -132,7 +138,7 @@ class Overlays final : public Kiln::RefCount {
   bool deleteFiles(const Text& path);
   const Effect::OverlayRecord* find(std::u16string_view fileName, bool downloaded) const;
   const Effect::OverlayRecord* find(const Effect::OverlayId& id) const;
-  bool isFileOf(const Effect::OverlayRecord& record) const;
+  bool mayBeFile(const Text& path) const;
   bool isDownloaded(std::u16string_view index) const;
   Text freeFileName(Kiln::Services::Path& folder);
   void write(const Text& index);
@@ -145,6 +151,7 @@ class Overlays final : public Kiln::RefCount {
   Kiln::SmartPtr<Kiln::Services::Path> mergeFolder;  // empty when the host has no local data
   bool marksDownloaded = false;
   bool merged;
+  std::string unread;  // why the first index that could not be read could not be; empty when there is none
 
   std::vector<Effect::OverlayRecord> records;
   std::map<std::pair<Text, bool>, std::size_t> byLabel;  // the position of each (label, downloaded)

@@ -48,7 +48,10 @@ void OverlayTab::OvlSelectionChange(ModelSelectionChange& change) {
   const std::u16string value = change.value.str();
   selectOverlayItem(value, host.propertyValue(Prop::overlaySourceFileName).view());
   showOverlayPicture();
-  if (value == Value::multiple && (!store || store->count() == 0)) return makeOvlValid();
+  if (value == Value::multiple && (!store || store->count() == 0)) {
+    if (store) store->checkComplete();  // else several overlays would be given up for a passing error
+    return makeOvlValid();
+  }
   if (value == Value::none) {
     withdrawOverlay();
   } else {
@@ -63,7 +66,10 @@ void OverlayTab::OvlSelectionChange(ModelSelectionChange& change) {
     }
   }
   const auto item = selectedItem();
-  if (item) host.send({{Prop::overlayName, item->displayedText().view()}});
+  if (!item) return;
+  // The list has no entry of an overlay whose index could not be read; its name stays.
+  const bool isMissing = value != Value::none && item->value().view() == Value::none && store && !store->isComplete();
+  if (!isMissing) host.send({{Prop::overlayName, item->displayedText().view()}});
 }
 
 // Neither values nor labels are unique: overlays of several folders may share them. The file to print decides then; of
@@ -128,7 +134,8 @@ void OverlayTab::validateOvlSourceFile(std::u16string_view selection) {
   if (valid != source.view()) host.send({{Prop::overlaySourceFileName, valid}});
 }
 
-// The file if it exists, else the store's file with that name, the selected overlay's first, else empty.
+// The file if it exists, else the store's file with that name, the selected overlay's first, else empty. Throws
+// Exception when it cannot be determined whether there is one.
 std::u16string OverlayTab::presentOverlayFile(std::u16string_view file) const {
   if (file.empty()) return {};
   const auto isThere = [this](std::u16string_view path) {
@@ -144,6 +151,7 @@ std::u16string OverlayTab::presentOverlayFile(std::u16string_view file) const {
     const std::u16string path = store ? store->pathOf(lastPartOf(file), flag) : std::u16string(Value::none);
     if (path != Value::none && isThere(path)) return path;
   }
+  if (store) store->checkComplete();
   return {};
 }
 

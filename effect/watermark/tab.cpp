@@ -89,8 +89,10 @@ void WatermarkTab::WMSelectionChange(ModelSelectionChange& change) {
     openedStore();
 
   const std::u16string id = knownWatermark(change.value.view());
-  writePrintDetails(host.services, *host.properties->modelProperties(), *store->record(id), id == noneId);
   showSelection(id);
+  const Node record = store->record(id);
+  if (!record) return store->checkComplete();
+  writePrintDetails(host.services, *host.properties->modelProperties(), *record, id == noneId);
   if (editButton && deleteButton && perPageBox && !isLocked) {
     const bool isAny = id != noneId;
     editButton->setEnabled(isAny);
@@ -107,13 +109,14 @@ void WatermarkTab::showSelection(std::u16string_view id) {
 
 void WatermarkTab::showCurrent() { showSelection(knownWatermark(host.propertyValue(Prop::watermarkSel).view())); }
 
-// The record's id, else its downloaded form, else none.
+// The record's id, else its downloaded form, else none. An unknown one stays as it is when a file could not be read,
+// since it may be in that file.
 std::u16string WatermarkTab::knownWatermark(std::u16string_view id) const {
   if (store->record(id)) return std::u16string(id);
   const bool marksDownloaded = settingFlag(*host.properties->configuration(), Setting::userDataSupport);
   std::u16string downloadedId = std::u16string(id) + std::u16string(downloadedEnding);
   if (marksDownloaded && store->record(downloadedId)) return downloadedId;
-  return std::u16string(noneId);
+  return std::u16string(store->isComplete() ? noneId : id);
 }
 
 void WatermarkTab::DisableWM(ModelEnableChange& change) {

@@ -23,7 +23,9 @@ class SeenStore final : public Kiln::Services::FileBackingStoreIO {
 
   Kiln::SmartPtr<Kiln::Services::Path> path() override { return store->path(); }
   Kiln::String readAll() override {
+    isWhole = false;
     Kiln::String bytes = store->readAll();
+    isWhole = true;
     seen = bytes;
     return bytes;
   }
@@ -36,6 +38,9 @@ class SeenStore final : public Kiln::Services::FileBackingStoreIO {
     seen = Kiln::String(allocator, std::exchange(pending, {}));
   }
 
+  // Whether the last read got the whole content.
+  bool wasReadWhole() const { return isWhole; }
+
   bool isAsSeen() { return seen && store->readAll().view() == seen->view(); }
 
  private:
@@ -43,6 +48,7 @@ class SeenStore final : public Kiln::Services::FileBackingStoreIO {
   Kiln::SmartPtr<Kiln::Services::FileBackingStoreIO> store;
   std::string pending;
   std::optional<Kiln::String> seen;  // nothing before the first read or write
+  bool isWhole = false;
 };
 
 WatermarkFile::WatermarkFile(Kiln::Host& lender, Kiln::SmartPtr<Kiln::Services::Path> filePath)
@@ -75,9 +81,15 @@ Node WatermarkFile::readIfChanged() {
 }
 
 Node WatermarkFile::readDocument() {
-  const Node root = host.documents()->read(store);
+  Node root;
+  try {
+    root = host.documents()->read(store);
+  } catch (const Kiln::Exception& problem) {
+    if (!store->wasReadWhole()) throw;
+    throw DamagedFile(host.allocator(), problem.what());
+  }
   if (root->childCount() > mostRecords)
-    throw Kiln::Exception(host.allocator(), "A watermark file holds more than 100000 records.");
+    throw DamagedFile(host.allocator(), "A watermark file holds more than 100000 records.");
   return root;
 }
 

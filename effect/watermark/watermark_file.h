@@ -10,6 +10,13 @@ namespace Effect {
 
 class SeenStore;
 
+// The file was read completely, and holds no records that can be used. Any other Kiln::Exception of a read tells
+// nothing of the content, which may be sound and must not be written over.
+class DamagedFile : public Kiln::Exception {
+ public:
+  using Exception::Exception;
+};
+
 // Remembers the content last read or written by this process, to detect changes by others.
 class WatermarkFile {
  public:
@@ -19,8 +26,8 @@ class WatermarkFile {
   WatermarkFile& operator=(const WatermarkFile&) = delete;
   ~WatermarkFile();
 
-  // The root of the records; empty when there is no file. Throws Exception when the file cannot be read completely, or
-  // has too many records.
+  // The root of the records; empty when there is no file. Throws DamagedFile when it is no document or has too many
+  // records, Exception when it cannot be read.
   Node read();
 
   // The same when the file exists and differs from what was last read or written here; else empty. Throws like read.
@@ -33,7 +40,7 @@ class WatermarkFile {
   void write(const Node& root);
   void copyFrom(Name resource);
 
-  // Copies an unreadable file beside itself, as the first name ZVeffect.damaged-N.xml that is free or has the same
+  // Copies a damaged file beside itself, as the first name ZVeffect.damaged-N.xml that is free or has the same
   // content; returns the copy's path. Throws Exception.
   Kiln::SmartPtr<Kiln::Services::Path> setAside();
 

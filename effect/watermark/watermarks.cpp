@@ -169,6 +169,10 @@ bool Watermarks::isFull() const {
   return count >= mostWatermarks;
 }
 
+void Watermarks::checkComplete() const {
+  if (!unread.empty()) throw Kiln::Exception(host.allocator(), unread);
+}
+
 void Watermarks::fillList(Kiln::XUL::ListData& list, const Kiln::SmartPtr<Kiln::XUL::Image>& icon) const {
   fillWatermarkList(host, records, list, {marksDownloaded ? icon : nullptr, hidesBuiltIn});
 }

@@ -21,7 +21,8 @@
 
 class Watermarks final : public Kiln::RefCount {
  public:
-  // Reads all files, the user's first. Never throws for a file; reports files that cannot be written to the user.
+  // Reads all files, the user's first. Never throws for a file; reports the user's own that cannot be read or written
+  // to the user.
   Watermarks(Kiln::Host& lender, const Kiln::PropertyManager& properties, bool isMergedAlready);
 
   // Changes that are saved together. The operations work like the store's.
@@ -76,7 +77,13 @@ class Watermarks final : public Kiln::RefCount {
   // Writes the files with changed records, and the merged copy when it is missing.
   bool save();
 
-  // Writes all records to one file, with the ids and names of their own files. Throws Kiln::Exception.
+  // Whether all files could be read, so that no records are missing here; a damaged file does not count. checkComplete
+  // throws Kiln::Exception, the reason, when they could not.
+  bool isComplete() const { return unread.empty(); }
+  void checkComplete() const;
+
+  // Writes all records to one file, with the ids and names of their own files. Throws Kiln::Exception, also when
+  // records may be missing.
   void exportMerged(const Kiln::SmartPtr<Kiln::Services::Path>& to);
 
   // Whether the store holds data of several folders, or of an already merged one.
@@ -92,6 +99,7 @@ class Watermarks final : public Kiln::RefCount {
   bool readUserFile();
   bool readUserFileOnce();
   void readLocalData();
+  void note(const Kiln::Exception& problem);
   bool readAll(Kiln::Dom::INode& root, const Text& path);
   void takeIn(const Effect::FileRecord& found, const Text& path);
   void settle(const Effect::FileRecord& found, const Text& id, const Text& path) const;
@@ -130,6 +138,7 @@ class Watermarks final : public Kiln::RefCount {
   bool isReplaced(const Effect::OverruledRecord& record) const;
   void attempt(const Text& path, const std::function<void()>& work);
   void setAside(Effect::WatermarkFile& file, const Kiln::Exception& problem);
+  [[noreturn]] void block(Effect::WatermarkFile& file, const Kiln::Exception& problem) const;
   void tellOnce(const Kiln::Exception& problem);
 
   Effect::WatermarkFile& fileAt(const Text& path);
@@ -142,6 +151,7 @@ class Watermarks final : public Kiln::RefCount {
   bool marksDownloaded = false;
   bool hidesBuiltIn = false;
   bool merged;
+  std::string unread;  // why the first file that could not be read could not be; empty when there is none
 
   Effect::WatermarkRecords records;
   std::set<std::pair<Text, Text>> namesAndIds;                     // of the records that were not downloaded

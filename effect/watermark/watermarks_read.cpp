@@ -43,25 +43,38 @@ bool Watermarks::readUserFileOnce() {
   Node root;
   try {
     root = file.read();
-  } catch (const Kiln::Exception& problem) {
+  } catch (const DamagedFile& problem) {
     setAside(file, problem);
+  } catch (const Kiln::Exception& problem) {
+    note(problem);
+    block(file, problem);
   }
   return root && readAll(*root, userPath);
 }
 
 void Watermarks::readLocalData() {
-  if (!mergeFolder || !mergeFolder->exists()) return;
-  Folders folders;
-  attempt(userPath, [&] { folders = localDataFolders(*mergeFolder); });
-  merged = merged || isMergedData(*mergeFolder, folders);
-  for (const auto& folder : folders) {
+  if (!mergeFolder) return;
+  const LocalData localData = readFolders(*mergeFolder);
+  if (localData.problem) {
+    note(*localData.problem);
+    if (!localData.isListed) tellOnce(*localData.problem);
+  }
+  merged = merged || localData.isMerged;
+  for (const auto& folder : localData.folders) {
     const Text path = folder->join(watermarkFileName)->text().str();
     try {
       if (const Node root = fileAt(path).read()) readAll(*root, path);
-    } catch (const Kiln::Exception&) {
+    } catch (const DamagedFile&) {
       // The user cannot fix local data; leave the file unchanged.
+    } catch (const Kiln::Exception& problem) {
+      note(problem);
     }
   }
+}
+
+// Remembers the first file that could not be read.
+void Watermarks::note(const Kiln::Exception& problem) {
+  if (unread.empty()) unread = sentenceOf(problem);
 }
 
 // False when there is no record below the root, whether or not any was taken in.
@@ -141,7 +154,7 @@ void Watermarks::takeUpOthersChanges(const Text& path) {
   Node root;
   try {
     root = file.readIfChanged();
-  } catch (const Kiln::Exception& problem) {
+  } catch (const DamagedFile& problem) {
     if (isLocalData(path)) throw;
     setAside(file, problem);
   }

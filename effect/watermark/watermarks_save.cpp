@@ -87,15 +87,16 @@ std::vector<std::u16string> Watermarks::dueInOrder(const Groups& all) const {
   return paths;
 }
 
-// The whole store as in memory, for inspection; never read here. A failure to write this copy does not fail the user's
-// change, and is not told: local data may be read-only.
+// The whole store as in memory, for inspection; never read here, and not written without the records of files that
+// could not be read. A failure to write this copy does not fail the user's change, and is not told: local data may be
+// read-only.
 void Watermarks::writeMergedCopy(const Groups& all) {
-  if (all.size() < 2 || !mergeFolder) return;
+  if (all.size() < 2 || !mergeFolder || !isComplete()) return;
   const auto path = mergeFolder->join(watermarkFileName);
-  if (due.empty() && path->exists()) return;
-  const Node root = newElement(host, rootName);
-  for (const auto& [id, record] : records) root->setChild(id, record->clone());
   try {
+    if (due.empty() && path->exists()) return;
+    const Node root = newElement(host, rootName);
+    for (const auto& [id, record] : records) root->setChild(id, record->clone());
     host.documents()->write(root, host.file(path));
   } catch (const Kiln::Exception&) {
     return;
@@ -135,6 +136,7 @@ std::u16string Watermarks::elementOf(const OverruledRecord& overruledOne, const 
 }
 
 void Watermarks::exportMerged(const Kiln::SmartPtr<Kiln::Services::Path>& to) {
+  checkComplete();
   const Node root = newElement(host, rootName);
   for (const auto& [id, record] : records) root->setChild(id, asWritten(*record));
   host.documents()->write(root, host.file(to));
@@ -160,11 +162,16 @@ void Watermarks::setAside(WatermarkFile& file, const Kiln::Exception& problem) {
   try {
     untilFilesStay([&] { copy = file.setAside()->text().str(); });
   } catch (const Kiln::Exception&) {
-    const std::string sentence = sentenceOfBlocking(problem);
-    file.block(sentence);
-    throw Kiln::Exception(host.allocator(), sentence);
+    block(file, problem);
   }
   host.tell(toUtf16(sentenceOf(problem)) + u" What was in it is kept in " + copy + u".");
+}
+
+// Keeps a file that could not be read, or of which no copy could be saved, from being overwritten. Throws.
+void Watermarks::block(WatermarkFile& file, const Kiln::Exception& problem) const {
+  const std::string sentence = sentenceOfBlocking(problem);
+  file.block(sentence);
+  throw Kiln::Exception(host.allocator(), sentence);
 }
 
 // Reports only the first failure, since a whole folder may be unwritable.

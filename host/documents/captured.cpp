@@ -122,18 +122,23 @@ void putBack(Files::Disk& disk, const fs::path& file) {
 
 void putAllBack(Files::Disk& disk, const fs::path& folder) {
   if (disk.kind(folder) != Files::EntryKind::folder) return;
-  tryTo([&] {
-    const std::vector<Files::Entry> entries = disk.entries(folder);
-    // Overlays restore their pictures too; other pictures belong to existing overlays.
-    for (const bool isPictureTurn : {false, true})
-      for (const Files::Entry& entry : entries) {
-        fs::path file = subjectOf(folder, entry.name);
-        if (file.empty()) continue;
-        const bool isPicture = file.extension() == ".bmp";
-        if (isPicture) file.replace_extension(".opa");
-        if (isPicture == isPictureTurn) tryTo([&] { putBack(disk, file); });
+  const std::vector<Files::Entry> entries = disk.entries(folder);
+  std::optional<Files::DiskError> first;
+  // Overlays restore their pictures too; other pictures belong to existing overlays.
+  for (const bool isPictureTurn : {false, true})
+    for (const Files::Entry& entry : entries) {
+      fs::path file = subjectOf(folder, entry.name);
+      if (file.empty()) continue;
+      const bool isPicture = file.extension() == ".bmp";
+      if (isPicture) file.replace_extension(".opa");
+      if (isPicture != isPictureTurn) continue;
+      try {
+        putBack(disk, file);
+      } catch (const Files::DiskError& problem) {
+        if (!first) first = problem;
       }
-  });
+    }
+  if (first) throw Files::DiskError(*first);
 }
 
 bool hasToPutBack(Files::Disk& disk, const fs::path& folder) {

@@ -8,7 +8,8 @@
 //
 // The overlay file decides: if it is missing, the old pair is restored; if it exists, files set aside are not needed,
 // unless its picture is missing. The picture of an overlay that did not exist before is marked while it is written, so
-// that it goes if the overlay does not come.
+// that it goes if the overlay does not come. When it cannot be determined whether a file exists, nothing is renamed or
+// deleted.
 //
 // The functions are called under the home's lock.
 #pragma once
@@ -35,8 +36,8 @@ void writeCaptured(Files::Disk& disk, const std::filesystem::path& file, std::st
 void putBack(Files::Disk& disk, const std::filesystem::path& file);
 
 // Restores everything that was set aside in a folder, and removes the pictures of overlays that did not come, by any
-// process. Called when the folder is opened; files that
-// cannot be restored stay set aside.
+// process. Called when the folder is opened. Throws the first Files::DiskError after it has restored what can be
+// restored; the rest stays set aside.
 void putAllBack(Files::Disk& disk, const std::filesystem::path& folder);
 
 // Whether putAllBack has something to do. Throws Files::DiskError.

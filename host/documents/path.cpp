@@ -71,15 +71,17 @@ class Path final : public Kiln::Services::Path {
   Kiln::WString lastPart() override { return Refhost::text(Files::pathText(path.filename())); }
 
   bool exists() override {
-    if (world.disk.kind(path) != Files::EntryKind::none || isSetAside(world.disk, path)) return true;
-    world.guard->saw(path, {});
-    return false;
+    const bool isThere = readForPlugin(world, path, [this] {
+      return world.disk.kind(path) != Files::EntryKind::none || isSetAside(world.disk, path);
+    });
+    if (!isThere) world.guard->saw(path, {});
+    return isThere;
   }
-  bool isFolder() override { return world.disk.kind(path) == Files::EntryKind::folder; }
+  bool isFolder() override { return kind() == Files::EntryKind::folder; }
 
   Kiln::SmartPtr<Kiln::Services::TextList> list(Kiln::WStringView pattern) override {
     std::vector<Files::Entry> entries;
-    if (isFolder()) entries = forPlugin([&] { return world.disk.entries(path); });
+    if (isFolder()) entries = readForPlugin(world, path, [&] { return world.disk.entries(path); });
     removeRepetitions(path, entries);
     std::vector<std::u16string> names;
     for (const Files::Entry& entry : entries)
@@ -105,12 +107,16 @@ class Path final : public Kiln::Services::Path {
 
   void copyTo(Kiln::SmartPtr<Kiln::Services::Path> to) override {
     if (!to) throw failure(Files::shownPath(path) + " was to be copied to no path.");
-    saveTraced(world, nativePath(*to), forPlugin([&] { return world.disk.read(path, copyLimit); }));
+    saveTraced(world, nativePath(*to), readForPlugin(world, path, [&] { return world.disk.read(path, copyLimit); }));
   }
 
   const fs::path path;
 
  private:
+  Files::EntryKind kind() const {
+    return readForPlugin(world, path, [this] { return world.disk.kind(path); });
+  }
+
   const FileWorld& world;
 };
 

@@ -28,6 +28,10 @@ struct FileWorld {
   // Called after the plug-in has written or deleted a file; empty when nobody needs to know.
   std::function<void()> onChange = {};
 
+  // Called when the plug-in could not look at something or read it, before the plug-in gets the Exception, which it may
+  // survive; empty when nobody needs to know.
+  std::function<void(const std::filesystem::path&, const Files::DiskError&)> onUnread = {};
+
   // Keeps its changes and those of other programs apart.
   std::shared_ptr<ChangeGuard> guard = std::make_shared<ChangeGuard>();
 };

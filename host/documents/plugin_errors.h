@@ -1,7 +1,7 @@
 // Converts file errors to plug-in exceptions.
 #pragma once
 
-#include "files/disk.h"
+#include "host/documents/path.h"
 #include "host/object.h"
 
 namespace Refhost {
@@ -14,6 +14,19 @@ decltype(auto) forPlugin(const Work& work) {
   } catch (const Files::DiskError& error) {
     throw failure(error.what());
   }
+}
+
+// The same for looking at `path` or reading it; also tells the world.
+template <class Work>
+decltype(auto) readForPlugin(const FileWorld& world, const std::filesystem::path& path, const Work& work) {
+  return forPlugin([&]() -> decltype(auto) {
+    try {
+      return work();
+    } catch (const Files::DiskError& error) {
+      if (world.onUnread) world.onUnread(path, error);
+      throw;
+    }
+  });
 }
 
 }  // namespace Refhost

@@ -14,7 +14,7 @@ class FileStore final : public Kiln::Services::FileBackingStoreIO {
 
   Kiln::SmartPtr<Kiln::Services::Path> path() override { return givenPath; }
   Kiln::String readAll() override {
-    const std::string bytes = forPlugin([&] { return world.disk.read(file, storeLimit); });
+    const std::string bytes = readForPlugin(world, file, [&] { return world.disk.read(file, storeLimit); });
     world.guard->saw(file, bytes);
     return text(bytes);
   }

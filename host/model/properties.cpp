@@ -4,6 +4,7 @@
 #include "host/model/settings.h"
 
 #include <algorithm>
+#include <exception>
 #include <utility>
 
 namespace Refhost {
@@ -189,12 +190,20 @@ void PropertyModel::announceAgain(Pending& pending) const {
 }
 
 void PropertyModel::announce() {
+  std::exception_ptr first;
   for (const auto& property : properties) {
-    const auto options = property->description.options;
-    for (const std::u16string& option : options)
-      if (!property->isAvailable(option)) fireEnable(*property, option);
-    fireSelection(*property);
+    try {
+      const auto options = property->description.options;
+      for (const std::u16string& option : options)
+        if (!property->isAvailable(option)) fireEnable(*property, option);
+      fireSelection(*property);
+    } catch (...) {
+      const std::exception_ptr problem = std::current_exception();
+      if (!problem) throw;  // of another compiler, which cannot be kept
+      if (!first) first = problem;
+    }
   }
+  if (first) std::rethrow_exception(first);
 }
 
 // Runs the rules until nothing changes; returns the options that became available or unavailable.

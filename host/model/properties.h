@@ -55,7 +55,7 @@ class PropertyModel final : public Kiln::ModelRoot {
   void setAvailable(std::u16string_view name, std::u16string_view option, bool available);
 
   // Fires the current state: for each property in the model's order, an enable change for each unavailable option, then
-  // a selection change.
+  // a selection change. Announces the other properties, too, when a slot throws; then rethrows the first exception.
   void announce();
 
   // Called after the outermost submit or setAvailable has fired its signals, and after a direct write of a value.

@@ -162,7 +162,7 @@ TEST(FileStore, SaysWhyItCannotStore) {
   put(world.scratch.folder / "marks.xml", "old");
   const auto store = fileStore(world.files, world.path(u"marks.xml"));
   store->write("half");
-  disk.failing = 3;
+  disk.failing = 5;  // examine, read, examine, create, write
   EXPECT_EQ(sentenceOf<Kiln::Exception>([&] { store->commit(); }),
             Files::shownPath(world.scratch.folder / "marks.xml") +
                 " cannot be written: the disk is full; free some space and try again.");

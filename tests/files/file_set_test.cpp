@@ -170,7 +170,7 @@ TEST(FileSet, MovesWithItsFolderBeforeItIsCompleted) {
     FailingDisk disk(Files::realDisk());
     Files::FileSet set(disk, first / "import.journal");
     set.write(first / "user" / "marks.xml", "new");
-    disk.failing = disk.operations + 8;  // the rename
+    disk.failing = disk.operations + 14;  // the rename
     EXPECT_THAT(sentenceOf<Files::DiskError>([&] { set.commit(); }), HasSubstr("at the next opening"));
   }
   ASSERT_TRUE(std::filesystem::exists(first / "import.journal"));

@@ -143,7 +143,7 @@ TEST(WholeFile, ThatWouldNotChangeIsNotWritten) {
   ASSERT_TRUE(Files::replaceWhole(disk, path, newBytes));
   disk.operations = 0;
   EXPECT_FALSE(Files::replaceWhole(disk, path, newBytes));
-  EXPECT_EQ(disk.operations, 2);  // read, and flush of the folder
+  EXPECT_EQ(disk.operations, 3);  // examine, read, and flush of the folder
   EXPECT_TRUE(Files::replaceWhole(disk, path, newBytes.substr(1)));
   EXPECT_EQ(contentOf(path), newBytes.substr(1));
 }
@@ -159,7 +159,8 @@ TEST(WholeFile, IsOldOrNewWhicheverOperationFails) {
     disk.failing = failing;
     const std::string sentence = sentenceOf<Files::DiskError>([&] { Files::replaceWhole(disk, path, newBytes); });
     if (disk.operations < failing) {
-      EXPECT_EQ(disk.operations, 7);  // read, create, write, sync, close, replace, and the folder
+      // examine, read, examine the temporary name, create, write, sync, close, replace, and the folder
+      EXPECT_EQ(disk.operations, 9);
       break;
     }
 
@@ -176,7 +177,7 @@ TEST(WholeFile, IsOldOrNewWhicheverOperationFails) {
     Files::replaceWhole(disk, path, newBytes);
     EXPECT_EQ(contentOf(path), newBytes);
   }
-  EXPECT_EQ(failures, 6);  // all but the first: an unreadable file is rewritten
+  EXPECT_EQ(failures, 7);  // all but the first two: an unreadable file is rewritten
 }
 
 TEST(WholeFile, IsOldWhenAFlushFailsAndTheFlushIsNotRetried) {
@@ -184,11 +185,11 @@ TEST(WholeFile, IsOldWhenAFlushFailsAndTheFlushIsNotRetried) {
   const auto path = scratch.folder / "marks.xml";
   put(path, oldBytes);
   FailingDisk disk(Files::realDisk());
-  disk.failing = 4;  // read, create, write, sync
+  disk.failing = 6;  // examine, read, examine, create, write, sync
   disk.reason = std::errc::io_error;
   EXPECT_THROW(Files::replaceWhole(disk, path, newBytes), Files::DiskError);
   EXPECT_EQ(contentOf(path), oldBytes);
-  EXPECT_EQ(disk.operations, 5);  // after the flush only the removal of the temporary file
+  EXPECT_EQ(disk.operations, 7);  // after the flush only the removal of the temporary file
 }
 
 TEST(WholeFile, NeedsItsFolder) {

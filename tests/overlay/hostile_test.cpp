@@ -66,10 +66,10 @@ TEST_F(HostileIndex, OfAHundredMegabytesIsToldUnreadAndNeverWrittenOver) {
   EXPECT_GT(disk.most, 0U);
   EXPECT_LT(disk.most, 100'000'000U);
   EXPECT_EQ(store->count(), 0);
-  EXPECT_THAT(
-      watched.face.failures,
-      ElementsAre(AllOf(HasSubstr("ovlNmFl.flo"),
-                        EndsWith("It is not written over: move it elsewhere, and open the preferences again."))));
+  EXPECT_THAT(watched.face.failures,
+              ElementsAre(AllOf(
+                  HasSubstr("ovlNmFl.flo"),
+                  EndsWith("It is not written over: mend it or move it elsewhere, and open the preferences again."))));
   try {
     store->addOverlay(u"new");
     FAIL();
@@ -87,10 +87,12 @@ TEST_F(HostileIndex, OfMoreOverlaysThanAnybodyHasIsTold) {
   EXPECT_THAT(world.face.failures, IsEmpty());
   putIndex(std::string(154 * 100'001, 'x'));
   world.open();
-  EXPECT_THAT(world.face.failures,
-              ElementsAre("The overlay index " + OverlayHome::index(home.userFolder()).string() +
-                          " lists more than 100000 overlays. It is not written over: move it elsewhere, and open the "
-                          "preferences again."));
+  EXPECT_THAT(
+      world.face.failures,
+      ElementsAre(
+          "The overlay index " + OverlayHome::index(home.userFolder()).string() +
+          " lists more than 100000 overlays. It is not written over: mend it or move it elsewhere, and open the "
+          "preferences again."));
 }
 
 TEST_F(HostileIndex, OfManyNamesForOneFileIsReadInTimeLinearInIt) {

@@ -12,7 +12,9 @@ inline const std::string userFileBytes = watermarkFile(element("WM_1", {{"label"
                                                        element("WM_2", {{"label", "two"}, {"value", "WM_2"}}));
 
 inline void renameRecord(Watermarks& store, std::u16string_view id, std::u16string_view name) {
-  const Effect::Node edited = store.record(id)->clone();
+  const Effect::Node known = store.record(id);
+  if (!known) return;  // its file could not be read
+  const Effect::Node edited = known->clone();
   Effect::setField(*edited, Effect::Field::stylename, name);
   store.updateRecord(id, edited);
 }
