@@ -7,10 +7,8 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <fstream>
 #include <optional>
 #include <stdexcept>
-#include <system_error>
 
 namespace Refhost {
 namespace {
@@ -35,15 +33,15 @@ std::optional<TracePairs> parse(const std::string& bytes) {
   return pairs;
 }
 
-// The start of the file: enough to detect one that is too large.
-std::string startOf(const std::filesystem::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  std::string bytes(mostBytes + 1, '\0');
-  if (stream) stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  if (!stream.is_open() || stream.bad())
-    throw std::runtime_error("The settings in " + quoted(file) + " cannot be read: check the file's permissions.");
-  bytes.resize(static_cast<std::size_t>(stream.gcount()));
-  return bytes;
+// The content of the file; nothing when there is none. No settings are in a file that is too large.
+std::optional<std::string> bytesIn(Files::Disk& disk, const std::filesystem::path& file) {
+  try {
+    if (disk.kind(file) == Files::EntryKind::none) return {};
+    return disk.read(file, mostBytes);
+  } catch (const Files::DiskError& problem) {
+    if (problem.code() == std::errc::file_too_large) return "";
+    throw std::runtime_error("The settings in " + quoted(file) + " cannot be read: " + problem.what());
+  }
 }
 
 }  // namespace
@@ -63,10 +61,10 @@ std::filesystem::path settingsFile(const std::filesystem::path& home, const std:
   return home / "profile" / ("settings-" + name + ".json");
 }
 
-KeptSettings readSettings(const std::filesystem::path& file) {
-  if (Files::realDisk().kind(file) == Files::EntryKind::none) return {};
-  const std::string bytes = startOf(file);
-  if (const auto values = bytes.size() <= mostBytes ? parse(bytes) : std::nullopt) return {*values, {}};
+KeptSettings readSettings(const std::filesystem::path& file, Files::Disk& disk) {
+  const auto bytes = bytesIn(disk, file);
+  if (!bytes) return {};
+  if (const auto values = parse(*bytes)) return {*values, {}};
 
   // Another program may have found it damaged as well, and have written a new one meanwhile.
   const Files::HomeLock lock(Files::realDisk(), file.parent_path().parent_path());
@@ -74,11 +72,12 @@ KeptSettings readSettings(const std::filesystem::path& file) {
   if (const auto values = parse(startOf(file))) return {*values, {}};
   std::filesystem::path aside = file;
   aside += ".damaged";
-  std::error_code error;
-  std::filesystem::rename(file, aside, error);
-  if (error)
+  try {
+    disk.replace(file, aside);
+  } catch (const Files::DiskError& problem) {
     throw std::runtime_error("The settings in " + quoted(file) + " are damaged and cannot be renamed (" +
-                             error.message() + "): delete the file.");
+                             problem.code().message() + "): delete the file.");
+  }
   return {{}, aside};
 }
 
@@ -88,10 +87,10 @@ std::string settingsBytes(const TracePairs& values) {
   return Json{{"values", members}}.dump(4, ' ', false, Json::error_handler_t::replace) + '\n';
 }
 
-void writeSettings(const std::filesystem::path& file, const TracePairs& values) {
+void writeSettings(const std::filesystem::path& file, const TracePairs& values, Files::Disk& disk) {
   try {
-    Files::createFolders(Files::realDisk(), file.parent_path());
-    Files::replaceWhole(Files::realDisk(), file, settingsBytes(values));
+    Files::createFolders(disk, file.parent_path());
+    Files::replaceWhole(disk, file, settingsBytes(values));
   } catch (const Files::DiskError& error) {
     throw std::runtime_error("The settings cannot be kept in " + quoted(file) + ": " + error.what());
   }

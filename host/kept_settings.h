@@ -1,6 +1,7 @@
 // Settings saved by OK for the next opening: one file per model, home/profile/settings-MODEL.json.
 #pragma once
 
+#include "files/disk.h"
 #include "host/model/description.h"
 #include "host/trace.h"
 
@@ -20,15 +21,16 @@ struct KeptSettings {
   std::filesystem::path setAside;
 };
 
-// The settings in `file`; none when there is no such file. Throws std::runtime_error, one sentence, when the file
-// cannot be read, or is damaged and cannot be moved.
-KeptSettings readSettings(const std::filesystem::path& file);
+// The settings in `file`; none when there is no such file. Only a file that was read, and does not hold settings, is
+// damaged. Throws std::runtime_error, one sentence, when the file cannot be read, or is damaged and cannot be moved; it
+// is then where it was.
+KeptSettings readSettings(const std::filesystem::path& file, Files::Disk& disk = Files::realDisk());
 
 // The content of such a file; equal values give equal bytes. Characters that UTF-8 cannot represent become U+FFFD.
 std::string settingsBytes(const TracePairs& values);
 
 // Replaces the file atomically. Throws std::runtime_error, one sentence, and leaves it unchanged on failure.
-void writeSettings(const std::filesystem::path& file, const TracePairs& values);
+void writeSettings(const std::filesystem::path& file, const TracePairs& values, Files::Disk& disk = Files::realDisk());
 
 // The subset of `values` that a user may set on that model.
 TracePairs applicable(const TracePairs& values, const ModelDescription& model);

@@ -1,5 +1,6 @@
 #include "files/temporary_folder.h"
 #include "host/kept_settings.h"
+#include "tests/files/every_fault.h"
 
 #include <gmock/gmock.h>
 
@@ -73,6 +74,43 @@ TEST_F(KeptSettingsTest, ThatCannotBeWrittenAreOneSentence) {
   } catch (const std::runtime_error& error) {
     EXPECT_THAT(error.what(), HasSubstr("settings-standard.json"));
   }
+}
+
+TEST_F(KeptSettingsTest, AreTheOldOnesOrTheNewOnesWhicheverOperationFails) {
+  const TracePairs before{{u"MirrorImage", u"None"}};
+  const TracePairs after{{u"MirrorImage", u"MirrorImage"}};
+  const int faults = forEveryFault([&](FailingDisk& disk, const auto& arm, const Fault& fault) {
+    writeSettings(file, before);
+    arm();
+    const std::string failure = failureOf([&] { writeSettings(file, after, disk); });
+    const TracePairs now = readSettings(file).values;
+    EXPECT_TRUE(now == after || (now == before && !failure.empty())) << fault;
+  });
+  EXPECT_GT(faults, 15);
+}
+
+TEST_F(KeptSettingsTest, ThatCannotBeReadAreNeitherNoneNorDamaged) {
+  const TracePairs values{{u"MirrorImage", u"MirrorImage"}};
+  writeSettings(file, values);
+  int failures = 0;
+  forEveryFault([&](FailingDisk& disk, const auto& arm, const Fault& fault) {
+    arm();
+    TracePairs read;
+    const std::string failure = failureOf([&] { read = readSettings(file, disk).values; });
+    if (failure.empty()) {
+      EXPECT_EQ(read, values) << fault;
+    } else {
+      ++failures;
+      EXPECT_THAT(failure, HasSubstr("settings-standard.json")) << fault;
+    }
+    EXPECT_EQ(readSettings(file).values, values) << fault;
+  });
+  EXPECT_EQ(failures, 4);
+}
+
+TEST_F(KeptSettingsTest, ThatAreTooLargeAreDamaged) {
+  write(std::string(2 << 20, ' '));
+  EXPECT_EQ(readSettings(file).setAside.filename(), "settings-standard.json.damaged");
 }
 
 TEST(ApplicableSettings, AreThoseThatAUserMaySetOnTheModel) {
