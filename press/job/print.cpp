@@ -187,11 +187,13 @@ PageEntry alone(const PageEntry& entry) {
 
 std::vector<std::string> printPdf(const fs::path& in, const fs::path& out, const Effects& effects,
                                   const Progress& progress, const PageRule& pages) {
-  std::error_code ignored;
-  if (fs::equivalent(in, out, ignored))
+  std::error_code problem;
+  if (fs::equivalent(in, out, problem))
     throw Error(quoted(out) + " is the job itself: choose another file to print into.");
   if (!effects.refusal.empty()) throw Error(effects.refusal);
   Document document = openDocument(in);
+  // Files that cannot be compared may be the same.
+  if (problem && problem != std::errc::no_such_file_or_directory) throw unwritable(out, problem);
   try {
     if (!keepPages(document, pages))
       throw Error(quoted(in) + " has none of the chosen pages: choose from its " +

@@ -19,6 +19,8 @@ namespace fs = std::filesystem;
 void refuseWhatIsNoPdf(const fs::path& file) {
   std::error_code code;
   const fs::file_status status = fs::status(file, code);
+  if (!fs::status_known(status))
+    throw Error(quoted(file) + " cannot be examined (" + code.message() + "): see that it can be read.");
   if (!fs::exists(status)) throw Error(quoted(file) + " does not exist: check its name and its folder.");
   if (!fs::is_regular_file(status))
     throw Error(quoted(file) + " is not an ordinary file: name the PDF file that is to be printed.");

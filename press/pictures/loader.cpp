@@ -1,6 +1,7 @@
 #include "press/pictures/loader.h"
 
 #include "files/module.h"
+#include "files/whole_file.h"
 #include "press/error.h"
 #include "press/pictures/module.h"
 
@@ -60,9 +61,18 @@ Picture drawPage(const std::string& pdf, int page, double dpi) {
 }
 
 void drawPageToPng(const std::string& pdf, int page, double dpi, const fs::path& png) {
-  const Result result = draw(pdf, page, dpi, png.string().c_str());
-  if (!result.error.empty())
-    throw Error(quoted(png) + " cannot be made (" + result.error + "): choose another page, size or place.");
+  const auto demand = [&](const std::string& error) {
+    if (!error.empty())
+      throw Error(quoted(png) + " cannot be made (" + error + "): choose another page, size or place.");
+  };
+  try {
+    Files::PendingFile file(Files::realDisk(), Files::linkTarget(png));
+    demand(draw(pdf, page, dpi, file.temporary().string().c_str()).error);
+    file.finish();
+    file.putInPlace();
+  } catch (const Files::DiskError& problem) {
+    demand(problem.code().message());
+  }
 }
 
 }  // namespace Press
