@@ -62,14 +62,17 @@ std::filesystem::path settingsFile(const std::filesystem::path& home, const std:
 }
 
 KeptSettings readSettings(const std::filesystem::path& file, Files::Disk& disk) {
-  const auto bytes = bytesIn(disk, file);
-  if (!bytes) return {};
-  if (const auto values = parse(*bytes)) return {*values, {}};
+  const auto known = [&]() -> std::optional<KeptSettings> {
+    const auto bytes = bytesIn(disk, file);
+    if (!bytes) return KeptSettings{};
+    if (const auto values = parse(*bytes)) return KeptSettings{*values, {}};
+    return {};
+  };
+  if (auto settings = known()) return *settings;
 
   // Another program may have found it damaged as well, and have written a new one meanwhile.
-  const Files::HomeLock lock(Files::realDisk(), file.parent_path().parent_path());
-  if (Files::realDisk().kind(file) == Files::EntryKind::none) return {};
-  if (const auto values = parse(startOf(file))) return {*values, {}};
+  const Files::HomeLock lock(disk, file.parent_path().parent_path());
+  if (auto settings = known()) return *settings;
   std::filesystem::path aside = file;
   aside += ".damaged";
   try {
