@@ -23,12 +23,14 @@ std::map<std::string, std::pair<std::string, std::string>> overlaysOf(const Over
   return overlays;
 }
 
-// The user's overlay files, listed or not.
+// The files of the user's overlays, listed or not, and what belongs to them; without temporary files, whose process
+// runs.
 std::set<std::string> filesOf(const OverlayHome& home) {
   std::set<std::string> names;
   if (std::filesystem::exists(home.userFolder()))
     for (const auto& entry : std::filesystem::directory_iterator(home.userFolder()))
-      if (entry.path().extension() == ".opa") names.insert(entry.path().filename().string());
+      if (entry.path().filename() != "ovlNmFl.flo" && entry.path().extension() != ".tmp")
+        names.insert(entry.path().filename().string());
   return names;
 }
 
@@ -80,6 +82,7 @@ TEST(KilledWhileCreating, ANewOverlayIsThereWholeOrWasNeverThere) {
           EXPECT_TRUE(filesOf(home).empty()) << killedAt;
         } else {
           EXPECT_EQ(left.at("new"), std::make_pair(std::string("new"), std::string("new picture"))) << killedAt;
+          EXPECT_EQ(filesOf(home).size(), 2U) << killedAt;
         }
       });
   EXPECT_GT(points, 15);
@@ -126,8 +129,7 @@ TEST(KilledAtAnyTime, LeavesNothingAsideThatOpeningDoesNotClear) {
       {{u"form", u"00001.opa"}}, [](const OverlayHome& home, Files::Disk& disk) { create(home, disk, u"form"); },
       [](const OverlayHome& home, int killedAt) {
         overlaysOf(home);
-        for (const auto& entry : std::filesystem::directory_iterator(home.userFolder()))
-          EXPECT_FALSE(entry.path().filename().string().starts_with(".kiln-aside-")) << killedAt;
+        EXPECT_EQ(filesOf(home), (std::set<std::string>{"00001.bmp", "00001.opa"})) << killedAt;
       });
 }
 
