@@ -4,7 +4,7 @@
 
 #include <gmock/gmock.h>
 
-#include <set>
+#include <map>
 
 namespace {
 
