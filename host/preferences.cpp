@@ -78,12 +78,6 @@ TracePairs userValues(const PropertyModel& model) {
   return pairs;
 }
 
-// Whether the path is the folder, or leads into it.
-bool isBelow(const std::filesystem::path& folder, const std::filesystem::path& path) {
-  const std::filesystem::path inside = path.lexically_normal().lexically_relative(folder.lexically_normal());
-  return !inside.empty() && *inside.begin() != "..";
-}
-
 // The pairs of `wanted` that differ from the model.
 TracePairs differences(const PropertyModel& model, const TracePairs& wanted) {
   TracePairs pairs;
@@ -138,9 +132,7 @@ struct Preferences::Run {
 
   void noteUnread(const std::filesystem::path& path, const Files::DiskError& problem) {
     const bool isForbidden = problem.code() == std::errc::permission_denied;
-    const auto localData = manager->settings->get(Setting::localDataPath);
-    if (isForbidden && localData && isBelow(Files::pathFromText(*localData), path)) return;
-    if (unread.empty()) unread = problem.what();
+    if (unread.empty() && !(isForbidden && isLocalData(*manager->settings, path))) unread = problem.what();
   }
 
   Home home;

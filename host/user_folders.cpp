@@ -98,4 +98,10 @@ void tidyUserFolders(Files::Disk& disk, const Settings& settings, const fs::path
   for (const UserFolder& folder : toPutBack) tidy(folder, [&] { putAllBack(disk, folder.path); });
 }
 
+bool isLocalData(const Settings& settings, const fs::path& path) {
+  const fs::path folder = folderIn(settings, Formats::Setting::localDataPath);
+  const fs::path inside = path.lexically_normal().lexically_relative(folder.lexically_normal());
+  return !folder.empty() && !inside.empty() && *inside.begin() != "..";
+}
+
 }  // namespace Refhost

@@ -12,4 +12,7 @@ namespace Refhost {
 // those of folders that nobody can write to.
 void tidyUserFolders(Files::Disk& disk, const Settings& settings, const std::filesystem::path& home);
 
+// Whether the path is the folder of local data, or leads into it.
+bool isLocalData(const Settings& settings, const std::filesystem::path& path);
+
 }  // namespace Refhost

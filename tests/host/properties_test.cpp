@@ -217,6 +217,19 @@ TEST(PropertyModel, AnnouncesPropertyByPropertyWhatIsUnavailableThenTheValue) {
             (Lines{"Paper=A3", "Duplex:On false", "Duplex=Off", "Staple:On false", "Staple=Off", "Text="}));
 }
 
+TEST(PropertyModel, AnnouncesTheOtherPropertiesWhenAHandlerThrowsAndRethrowsTheFirstException) {
+  Model model;
+  model.follow(u"Paper", [](auto&) { throw std::runtime_error("first"); });
+  model.follow(u"Staple", [](auto&) { throw std::runtime_error("second"); });
+  try {
+    model.properties->announce();
+    FAIL() << "nothing is thrown";
+  } catch (const std::runtime_error& thrown) {
+    EXPECT_STREQ(thrown.what(), "first");
+  }
+  EXPECT_EQ(model.take(), (Lines{"Paper=A4", "Duplex=Off", "Staple=Off", "Text="}));
+}
+
 TEST(PropertyModel, StartsInOneStepWhateverTheOrderOfTheValues) {
   Model model;
   model.properties->submit({{u"Paper", u"A3"}});

@@ -1,4 +1,5 @@
 // Cleanup of the user's data folders when the preferences open.
+#include "tests/files/forwarding_disk.h"
 #include "tests/support/world.h"
 
 #include <gtest/gtest.h>
@@ -101,6 +102,40 @@ TEST_F(UserFolders, ThatAreNoFoldersKeepNothingFromOpening) {
   make("profile");
   writeFile(home.path / "profile" / "overlays", "a file");
   open();
+}
+
+// A disk on which the watermark files of a folder cannot be read.
+class UnreadableDisk final : public ForwardingDisk {
+ public:
+  UnreadableDisk(std::string folderName, std::errc why) : name(std::move(folderName)), reason(why) {}
+
+  std::string read(const Path& file, std::size_t limit) override {
+    if (file.parent_path().filename() == name && file.extension() == ".xml")
+      throw Files::DiskError(file, "read", std::make_error_code(reason));
+    return disk.read(file, limit);
+  }
+
+ private:
+  const std::string name;
+  const std::errc reason;
+};
+
+TEST_F(UserFolders, TellTheHostOfFilesThatCouldNotBeReadButNotOfForbiddenLocalData) {
+  const auto unreadWith = [this](const std::string& folder, std::errc reason) {
+    UnreadableDisk disk(folder, reason);
+    auto options = builtOptions();
+    options.home = home.path;
+    options.disk = &disk;
+    const Testing::World world(options);
+    return world.preferences.unread();
+  };
+  writeFile(make("localdata/a") / "ZVeffect.xml", "<Watermarks/>");
+  writeFile(make("user") / "ZVeffect.xml", "<Watermarks/>");
+  EXPECT_EQ(unreadWith("elsewhere", std::errc::io_error), "");
+  EXPECT_EQ(unreadWith("a", std::errc::permission_denied), "");
+  EXPECT_NE(unreadWith("a", std::errc::io_error).find("cannot be read"), std::string::npos);
+  EXPECT_NE(unreadWith("user", std::errc::permission_denied).find("cannot be read"), std::string::npos);
+  EXPECT_NE(unreadWith("user", std::errc::io_error).find("cannot be read"), std::string::npos);
 }
 
 }  // namespace
