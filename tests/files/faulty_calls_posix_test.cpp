@@ -59,7 +59,7 @@ class SavedFile : public testing::TestWithParam<Way> {
     return during(plan, [this] { GetParam().save(file); });
   }
 
-  // The calls with paths relative to the folder, and with "*" for the number of the temporary file; consecutive equal ones once.
+  // The calls with paths relative to the folder, and "*" for the temporary file; consecutive equal ones once.
   std::vector<std::string> callsOf(const Report& report) const {
     std::vector<std::string> calls;
     for (std::string line : report.calls) {
