@@ -102,9 +102,9 @@ class Entries {
   const std::string sentence =
       shownPath(journal) + " is refused as the journal of an interrupted import: " + problem + ". Nothing was moved. ";
   fs::path aside;
-  for (int number = 1; aside.empty() || disk.kind(aside) != EntryKind::none; ++number)
-    (aside = journal) += ".refused-" + std::to_string(number);
   try {
+    for (int number = 1; aside.empty() || disk.kind(aside) != EntryKind::none; ++number)
+      (aside = journal) += ".refused-" + std::to_string(number);
     disk.replace(journal, aside);
     disk.syncFolder(folderOf(journal));
   } catch (const DiskError&) {

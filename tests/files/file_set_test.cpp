@@ -202,12 +202,14 @@ TEST(FileSet, JournalThatIsDamagedIsSetAsideAndTold) {
 }
 
 TEST(FileSet, JournalThatCannotBeSetAsideIsToldAndLeft) {
-  ModelDisk model;
-  model.place(journal, "damaged");
-  FailingDisk disk(model);
-  disk.failing = 2;  // after the reading
-  EXPECT_THAT(sentenceOf<Files::DiskError>([&] { Files::completeFileSet(disk, journal); }), HasSubstr("Delete it"));
-  EXPECT_EQ(model.seen(), (Contents{{journal, "damaged"}}));
+  for (const int failing : {4, 5}) {  // finding a name, and renaming
+    ModelDisk model;
+    model.place(journal, "damaged");
+    FailingDisk disk(model);
+    disk.failing = failing;
+    EXPECT_THAT(sentenceOf<Files::DiskError>([&] { Files::completeFileSet(disk, journal); }), HasSubstr("Delete it"));
+    EXPECT_EQ(model.seen(), (Contents{{journal, "damaged"}}));
+  }
 }
 
 TEST(FileSet, JournalsThatAreRefusedAreAllKept) {
