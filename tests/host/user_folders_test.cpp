@@ -58,9 +58,9 @@ TEST_F(UserFolders, LoseThePictureOfAnOverlayThatDidNotCome) {
   writeFile(folder / "00002.bmp", "picture of an overlay that came");
   writeFile(folder / "00002.opa", "overlay");
   open();
-  std::set<std::string> left;
-  for (const auto& entry : std::filesystem::directory_iterator(folder)) left.insert(entry.path().filename().string());
-  EXPECT_EQ(left, (std::set<std::string>{"00002.bmp", "00002.opa"}));
+  std::set<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) names.insert(entry.path().filename().string());
+  EXPECT_EQ(names, (std::set<std::string>{"00002.bmp", "00002.opa"}));
 }
 
 TEST_F(UserFolders, AreNotTidiedWhileAnotherProgramIsChangingThem) {
