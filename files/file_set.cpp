@@ -49,13 +49,15 @@ std::optional<Replacements> parseJournal(std::string_view bytes) {
   return replacements;
 }
 
-// Whether the folder, which is in `folder` by its name, is there without its links as well.
+// Whether the folder, which is in `folder` by its name, is there without its links as well. Throws DiskError.
 bool isReallyIn(const fs::path& folder, const fs::path& inside) {
   std::error_code error;
   const fs::path outer = fs::weakly_canonical(folder, error);
-  if (error) return false;
+  if (error) throw DiskError(folder, "examined", error);
   const fs::path inner = fs::weakly_canonical(inside, error);
-  return !error && !leadsOut(inner.lexically_relative(outer));
+  if (error == std::errc::too_many_symbolic_link_levels) return false;
+  if (error) throw DiskError(inside, "examined", error);
+  return !leadsOut(inner.lexically_relative(outer));
 }
 
 // Decides whether the entries of a journal are such as an import into its folder writes. A journal may come with a home
@@ -149,7 +151,14 @@ void carryOut(Disk& disk, const fs::path& journal, const Replacements& replaceme
       if (disk.kind(temporary) != EntryKind::none) throw;
     }
   }
-  for (const fs::path& folder : folders) disk.syncFolder(folder);
+  for (const fs::path& folder : folders) {
+    try {
+      disk.syncFolder(folder);
+    } catch (const DiskError& error) {
+      // Somebody has deleted it since the interruption.
+      if (error.code() != std::errc::no_such_file_or_directory) throw;
+    }
+  }
   disk.remove(journal);
   disk.syncFolder(folderOf(journal));
 }
@@ -173,6 +182,9 @@ void FileSet::commit() {
   std::set<fs::path> folders;
   for (const PendingFile& file : files) folders.insert(folderOf(file.path()));
   for (const fs::path& folder : folders) disk.syncFolder(folder);
+  for (const PendingFile& file : files)
+    if (disk.kind(file.temporary()) != EntryKind::file)
+      throw DiskError(shownPath(file.temporary()) + " was deleted by another program; try again.");
   try {
     writeJournal();
   } catch (const DiskError&) {
