@@ -187,7 +187,9 @@ class PosixDisk final : public Disk {
     // Neither follows a link, which could lead out of a home, nor waits for the other end of a pipe.
     const int flags = O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
     const int created = missing == Missing::created ? O_CREAT : 0;
-    const int descriptor = ::open(checked(file, "locked"), flags | created, 0666);
+    int descriptor = opened(checked(file, "locked"), flags | created, 0666);
+    // Another user's, who runs programs on this home as well: locking needs no permission to write.
+    if (descriptor < 0 && errno == EACCES) descriptor = opened(file.c_str(), (flags & ~O_ACCMODE) | O_RDONLY);
     if (descriptor < 0) fail(file, "locked");
     auto lock = std::make_unique<PosixLock>(descriptor);
     struct stat status{};

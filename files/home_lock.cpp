@@ -10,6 +10,12 @@ using std::chrono::steady_clock;
 
 constexpr std::chrono::milliseconds pause{2};
 
+// Whether the error tells nothing of the home.
+bool isPassing(std::error_code code) {
+  return code == std::errc::too_many_files_open || code == std::errc::too_many_files_open_in_system ||
+         code == std::errc::not_enough_memory || code == std::errc::interrupted || code == std::errc::io_error;
+}
+
 // On a machine that stalls, the other program does not get on either.
 constexpr steady_clock::duration longestPause = 10 * pause;
 
@@ -19,7 +25,8 @@ HomeLock::HomeLock(Disk& disk, const std::filesystem::path& home, std::chrono::m
   for (steady_clock::duration waited{0};;) {
     try {
       lock = disk.tryLock(home / homeLockName, Disk::Missing::created);
-    } catch (const DiskError&) {
+    } catch (const DiskError& problem) {
+      if (isPassing(problem.code())) throw;
       return;
     }
     if (lock) return;
