@@ -30,11 +30,16 @@ void JobDestination::write(std::string_view bytes, std::optional<std::string_vie
   const std::u16string name = named();
   if (name.empty()) throw std::runtime_error("The job has no destination: the property OverlayDestFileName is empty.");
   const std::filesystem::path file = Files::pathFromText(name);
-  const ChangeGuard::Lock lock = world.guard->lock(world.disk, world.home);
+  ChangeGuard::Lock lock;
   try {
+    lock = world.guard->lock(world.disk, world.home);
     keepListed(file);
   } catch (const Files::DiskError&) {
-    putBack(world.disk, file);
+    try {
+      putBack(world.disk, file);
+    } catch (const Files::DiskError&) {
+      // The first failure is reported; it stays set aside until the folder is opened next.
+    }
     throw;
   }
   writeCaptured(world.disk, file, bytes, picture);

@@ -1,8 +1,10 @@
 #include "host/kept_settings.h"
 
+#include "files/file_set.h"
 #include "files/home_lock.h"
 #include "files/whole_file.h"
 #include "formats/text.h"
+#include "host/profiles/home_import.h"
 
 #include <nlohmann/json.hpp>
 
@@ -79,7 +81,7 @@ KeptSettings readSettings(const std::filesystem::path& file, Files::Disk& disk) 
     disk.replace(file, aside);
   } catch (const Files::DiskError& problem) {
     throw std::runtime_error("The settings in " + quoted(file) + " are damaged and cannot be renamed (" +
-                             problem.code().message() + "): delete the file.");
+                             (problem.code() ? problem.code().message() : problem.what()) + "): delete the file.");
   }
   return {{}, aside};
 }
@@ -93,6 +95,9 @@ std::string settingsBytes(const TracePairs& values) {
 void writeSettings(const std::filesystem::path& file, const TracePairs& values, Files::Disk& disk) {
   try {
     Files::createFolders(disk, file.parent_path());
+    const std::filesystem::path home = file.parent_path().parent_path();
+    const Files::HomeLock lock(disk, home);
+    Files::completeFileSet(disk, importJournal(home));  // else it would be completed later, over these settings
     Files::replaceWhole(disk, file, settingsBytes(values));
   } catch (const Files::DiskError& error) {
     throw std::runtime_error("The settings cannot be kept in " + quoted(file) + ": " + error.what());

@@ -365,6 +365,7 @@ std::optional<std::filesystem::path> Preferences::exportProfile(const std::files
   run->host.hearTold = [&told](const std::string& sentence) { told = sentence; };
   const std::string sentence = sentenceOfFailure([&] { run->manager->profileExport->fire(event); });
   run->host.hearTold = {};
+  if (run->actions == 0) run->files.guard->endAction();
   if (!sentence.empty() || !told.empty()) throw std::runtime_error(sentence.empty() ? told : sentence);
   const auto localData = setting(Setting::localDataPath);
   return localData ? std::optional(profileLocation(Files::pathFromText(*localData), target)) : std::nullopt;
@@ -396,7 +397,7 @@ void Preferences::dispatch(const std::function<void()>& action) {
   ++run->actions;
   const std::string sentence = sentenceOfFailure(action);
   --run->actions;
-  run->files.guard->endAction();
+  if (outermost) run->files.guard->endAction();
   if (outermost && run->isUndoable && userValues(run->model()) != before) run->past.add(before);
   // Undo does not restore files, so earlier values may no longer match them.
   if (outermost && run->changesFiles) run->past.clear();

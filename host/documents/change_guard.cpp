@@ -1,5 +1,8 @@
 #include "host/documents/change_guard.h"
 
+#include "files/file_set.h"
+#include "host/profiles/home_import.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -24,6 +27,7 @@ ChangeGuard::Lock ChangeGuard::lock(Files::Disk& disk, const std::filesystem::pa
   Lock lock = held.lock();
   if (lock || home.empty()) return lock;
   lock = std::make_shared<Files::HomeLock>(disk, home, longestWait);
+  Files::completeFileSet(disk, importJournal(home));  // of a program that has died since the home was opened
   held = lock;
   return lock;
 }
@@ -43,12 +47,13 @@ bool ChangeGuard::isAsSeen(Files::Disk& disk, const std::filesystem::path& file)
 
 void ChangeGuard::wasChanged(const std::filesystem::path& file) {
   seen.erase(file);
-  release();
+  if (file == keptFor) release();
 }
 
 void ChangeGuard::lookAgain(const std::filesystem::path& file, Lock lock) {
   std::erase_if(seen, [&](const auto& each) { return each.first.parent_path() == file.parent_path(); });
   kept = std::move(lock);
+  keptFor = file;
 }
 
 void ChangeGuard::endAction() {

@@ -24,8 +24,8 @@ class ChangeGuard {
   // The longest wait for other programs.
   std::chrono::milliseconds longestWait = Files::longestLockWait;
 
-  // The home's lock, shared by all who have it here; null without a home. Throws Files::DiskError while another program
-  // has it for too long.
+  // The home's lock, shared by all who have it here; null without a home. Completes an interrupted import first. Throws
+  // Files::DiskError while another program has the lock for too long, and when the import cannot be completed.
   Lock lock(Files::Disk& disk, const std::filesystem::path& home);
 
   // Remembers what the plug-in has seen of a file: its content, or nothing when there was none. The first sight since
@@ -52,6 +52,7 @@ class ChangeGuard {
  private:
   std::weak_ptr<Files::HomeLock> held;
   Lock kept;
+  std::filesystem::path keptFor;
   std::map<std::filesystem::path, std::optional<std::string>> seen;
 };
 

@@ -117,7 +117,7 @@ TEST(Path, SaysWhyACopyFailed) {
   FailingDisk disk(Files::realDisk());
   const FilesWorld world(disk);
   put(world.scratch.folder / "from", "bytes");
-  disk.failing = 4;  // read, examine the target and the temporary name, create
+  disk.failing = 5;  // read, look for a journal, examine the target and the temporary name, create
   const std::string sentence = sentenceOf<Kiln::Exception>([&] { world.path(u"from")->copyTo(world.path(u"to")); });
   EXPECT_EQ(sentence, Files::shownPath(world.scratch.folder / "to") +
                           " cannot be written: the disk is full; free some space and try again.");
