@@ -10,7 +10,11 @@
 
 namespace Refhost {
 
-using TracePairs = std::vector<std::pair<std::u16string, std::u16string>>;
+// A class of its own: g++ 12's variant of nothing but the library's types destroys what is not there when a copy runs
+// out of memory.
+struct TracePairs : std::vector<std::pair<std::u16string, std::u16string>> {
+  using vector::vector;
+};
 using TraceValue = std::variant<std::u16string, bool, double, TracePairs>;
 
 // One event: its operation ("connect", "transition" and so on) and its members in order. docs/drive.md lists them.
