@@ -47,7 +47,7 @@ std::vector<UserFolder> userFolders(Files::Disk& disk, const Settings& settings)
   std::vector<UserFolder> folders;
   if (const auto user = folderIn(settings, Formats::Setting::userPath); !user.empty()) folders.push_back({user});
   if (const auto profile = folderIn(settings, Formats::Setting::userProfile); !profile.empty())
-    folders.push_back({profile / overlays});
+    folders.push_back({overlays.empty() ? profile : profile / overlays});
   const fs::path localData = folderIn(settings, Formats::Setting::localDataPath);
   if (localData.empty()) return folders;
   folders.push_back({localData, false});

@@ -29,7 +29,8 @@ fs::path markOf(const fs::path& file) { return beside(file, newStart); }
 fs::path subjectOf(const fs::path& folder, const fs::path& name) {
   const std::string shown = Files::shownPath(name);
   for (const std::string_view start : {asideStart, newStart})
-    if (shown.starts_with(start)) return folder / Files::pathFromText(Files::pathText(name).substr(start.size()));
+    if (shown.starts_with(start) && shown.size() > start.size())
+      return folder / Files::pathFromText(Files::pathText(name).substr(start.size()));
   return {};
 }
 
@@ -101,6 +102,8 @@ void writeCaptured(Files::Disk& disk, const fs::path& file, std::string_view byt
 }
 
 void putBack(Files::Disk& disk, const fs::path& file) {
+  const Files::EntryKind kind = disk.kind(file);
+  if (kind != Files::EntryKind::none && kind != Files::EntryKind::file) return;  // somebody has put it there
   const fs::path picture = pictureOf(file);
   if (isThere(disk, markOf(file))) {
     if (!isThere(disk, file) && !isThere(disk, asideOf(file))) removeIfThere(disk, picture);
