@@ -11,6 +11,8 @@
 #include "app/system/installed_fonts.h"
 #include "app/system/interruption.h"
 #include "app/system/standard_files.h"
+#include "files/path_text.h"
+#include "formats/overlay_index.h"
 #include "formats/text.h"
 #include "press/job/print.h"
 
@@ -161,7 +163,10 @@ void confineTo(const StandardFiles& files, const Press::Effects& effects) {
       "/usr",       "/lib",      "/lib64",      "/etc/ld.so.cache", "/etc/localtime", "/var/cache/fontconfig",
       "/etc/fonts", "/dev/null", "/dev/urandom"};
   std::ranges::move(fontPlaces(), std::back_inserter(needed.toRead));
-  for (const Press::Overlay& overlay : effects.overlays) needed.toRead.push_back(overlay.file);
+  for (const Press::Overlay& overlay : effects.overlays) {
+    needed.toRead.push_back(overlay.file);
+    needed.toRead.push_back(overlay.file.parent_path() / Files::pathFromText(Formats::overlayIndexName));  // its name
+  }
   needed.toRead.push_back(files.in());
   const Confined confined = confine(needed);
   if (!confined.toFiles) message(Message::debug, "This kernel does not confine the filter to its files.");

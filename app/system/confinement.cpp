@@ -14,6 +14,9 @@
 #include <cerrno>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <string_view>
 
 // The leak check at the end of a sanitized process traces it, reads what the system tells of it, and runs a program
 // that knows the names of functions.
@@ -113,6 +116,13 @@ bool confineFiles(const NeededFiles& files) {
   for (const fs::path& place : files.toRead) ruleset.allow(place, mayRead | mayList);
 #ifdef KILN_IS_SANITIZED
   ruleset.allow("/proc", mayRead | mayList);
+  // The leaks that are known, for the report at the end.
+  const std::string options = std::getenv("LSAN_OPTIONS") ? std::getenv("LSAN_OPTIONS") : "";
+  constexpr std::string_view name = "suppressions=";
+  if (const std::size_t at = options.find(name); at != options.npos) {
+    const std::size_t begin = at + name.size();
+    ruleset.allow(options.substr(begin, options.find(':', begin) - begin), mayRead);
+  }
 #endif
   // A folder is removed from its parent.
   return ruleset.allow(files.toWrite, mayRead | mayList | mayWrite | mayTruncate | mayRemoveFolders) &&
@@ -151,6 +161,9 @@ constexpr std::uint32_t refused[] = {
     SYS_pidfd_open,
     SYS_pidfd_getfd,
     SYS_pidfd_send_signal,
+    SYS_rt_sigqueueinfo,
+    SYS_rt_tgsigqueueinfo,
+    SYS_process_madvise,
     SYS_unshare,
     SYS_setns,
     SYS_mount,
