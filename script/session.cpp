@@ -26,7 +26,7 @@ bool readLine(std::istream& lines, std::string& line) {
   bool isAtEnd = true;
   for (char unit = 0; lines.get(unit); isAtEnd = false) {
     if (unit == '\n') return true;
-    if (line.size() <= mostBytesOfLine) line += unit;
+    if (line.size() <= mostBytesOfLine + 1) line += unit;  // a carriage return may follow
   }
   return !isAtEnd && !lines.bad();
 }
