@@ -71,7 +71,7 @@ void drawPageToPng(const std::string& pdf, int page, double dpi, const fs::path&
     file.finish();
     file.putInPlace();
   } catch (const Files::DiskError& problem) {
-    demand(problem.code().message());
+    demand(problem.code() ? problem.code().message() : problem.what());
   }
 }
 
