@@ -65,6 +65,22 @@ TEST(FileStore, DoesNotReplaceWhatAnotherProgramHasWrittenSinceItWasRead) {
   EXPECT_EQ(contentOf(file), "theirs and ours");
 }
 
+TEST(FileStore, CompletesTheImportOfAProgramThatHasDiedSinceTheReading) {
+  const FilesWorld world;
+  const auto file = world.scratch.folder / "marks.xml";
+  put(file, "old");
+  const auto store = fileStore(world.files, world.path(u"marks.xml"));
+  store->readAll();
+  put(world.scratch.folder / ".kiln-2147483646-1.tmp", "imported");
+  put(world.scratch.folder / "import.journal",
+      std::string("kiln-file-set 1\n.kiln-2147483646-1.tmp") + '\0' + "marks.xml" + '\0');
+  EXPECT_EQ(failureOf(*store, "ours"),
+            Files::shownPath(file) + " was changed by another program meanwhile; try again.");
+  EXPECT_EQ(store->readAll().view(), "imported");
+  EXPECT_EQ(failureOf(*store, "imported and ours"), "");
+  EXPECT_EQ(contentOf(file), "imported and ours");
+}
+
 TEST(FileStore, ComparesWithTheFirstReading) {
   const FilesWorld world;
   const auto file = world.scratch.folder / "marks.xml";

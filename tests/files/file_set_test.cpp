@@ -201,6 +201,23 @@ TEST(FileSet, JournalThatIsDamagedIsSetAsideAndTold) {
   }
 }
 
+TEST(FileSet, WhoseTemporaryFilesAreGoneReplacesNothing) {
+  const Scratch scratch;
+  Files::FileSet set(Files::realDisk(), scratch.folder / "import.journal");
+  set.write(scratch.folder / "marks.xml", "new");
+  for (const auto& entry : std::filesystem::directory_iterator(scratch.folder)) std::filesystem::remove(entry.path());
+  EXPECT_THAT(sentenceOf<Files::DiskError>([&] { set.commit(); }), HasSubstr("was deleted by another program"));
+  EXPECT_TRUE(std::filesystem::is_empty(scratch.folder));
+}
+
+TEST(FileSet, IsCompleteWhereTheFolderOfItsFilesIsGone) {
+  const Scratch scratch;
+  const auto left = scratch.folder / "import.journal";
+  put(left, std::string("kiln-file-set 1\ngone/.kiln-1-1.tmp") + '\0' + "gone/index.flo" + '\0');
+  Files::completeFileSet(Files::realDisk(), left);
+  EXPECT_TRUE(std::filesystem::is_empty(scratch.folder));
+}
+
 TEST(FileSet, JournalThatCannotBeSetAsideIsToldAndLeft) {
   for (const int failing : {4, 5}) {  // finding a name, and renaming
     ModelDisk model;

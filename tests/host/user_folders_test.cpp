@@ -87,6 +87,15 @@ TEST_F(UserFolders, KeepOverlaysAndPicturesThatNoIndexLists) {
     EXPECT_TRUE(std::filesystem::exists(folder / name)) << name;
 }
 
+TEST_F(UserFolders, OpenWhereAFolderStandsInPlaceOfAnOverlayThatWasSetAside) {
+  const auto folder = make("profile/overlays");
+  writeFile(folder / ".kiln-aside-00001.opa", "overlay");
+  writeFile(folder / ".kiln-aside-", "");
+  make("profile/overlays/00001.opa");
+  open();
+  EXPECT_TRUE(std::filesystem::exists(folder / ".kiln-aside-00001.opa"));
+}
+
 TEST_F(UserFolders, KeepEveryOtherFile) {
   const auto folder = make("profile/overlays");
   for (const char* name : {"00001.opa", ".kiln-x.tmp", "form.tmp", ".kiln-aside"}) writeFile(folder / name, "kept");
