@@ -116,6 +116,8 @@ bool confineFiles(const NeededFiles& files) {
   for (const fs::path& place : files.toRead) ruleset.allow(place, mayRead | mayList);
 #ifdef KILN_IS_SANITIZED
   ruleset.allow("/proc", mayRead | mayList);
+  std::error_code ignored;
+  ruleset.allow(fs::read_symlink("/proc/self/exe", ignored).parent_path(), mayRead | mayList);  // for names in reports
   // The leaks that are known, for the report at the end.
   const std::string options = std::getenv("LSAN_OPTIONS") ? std::getenv("LSAN_OPTIONS") : "";
   constexpr std::string_view name = "suppressions=";
