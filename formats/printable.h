@@ -11,8 +11,6 @@
 
 namespace Formats {
 
-enum class LineFeeds { replaced, kept };
-
 constexpr bool isLineBreak(char32_t code) {
   return (code >= 0x0A && code <= 0x0D) || code == 0x85 || code == 0x2028 || code == 0x2029;
 }
@@ -32,25 +30,21 @@ constexpr char32_t printable(char32_t code) {
   return isControl(code) || isDirectional(code) || isSurrogate(code) ? replacementCharacter : code;
 }
 
-// The text on one line, or on its own lines, as valid UTF-8.
-inline std::string printable(std::string_view utf8, LineFeeds feeds = LineFeeds::replaced) {
+// The text on one line, as valid UTF-8.
+inline std::string printable(std::string_view utf8) {
   std::string text;
   text.reserve(utf8.size());
-  while (!utf8.empty()) {
-    const char32_t code = takeCodePoint(utf8);
-    appendUtf8(text, code == '\n' && feeds == LineFeeds::kept ? code : printable(code));
-  }
+  while (!utf8.empty()) appendUtf8(text, printable(takeCodePoint(utf8)));
   return text;
 }
 
-inline std::u16string printable(std::u16string_view utf16, LineFeeds feeds = LineFeeds::replaced) {
+inline std::u16string printable(std::u16string_view utf16) {
   std::u16string text(utf16);
   for (std::size_t i = 0; i < utf16.size();) {
     const std::size_t start = i;
     const char32_t code = nextCodePoint(utf16, i);
-    const bool isKept = code == '\n' && feeds == LineFeeds::kept;
     // What is replaced is one unit, and so is what replaces it.
-    if (code < 0x10000 && !isKept) text[start] = static_cast<char16_t>(printable(code));
+    if (code < 0x10000) text[start] = static_cast<char16_t>(printable(code));
   }
   return text;
 }

@@ -5,7 +5,6 @@
 
 namespace {
 
-using Formats::LineFeeds;
 using Formats::printable;
 
 TEST(Printable, TextIsLeftAsItIs) {
@@ -37,11 +36,6 @@ TEST(Printable, NothingChangesTheDirectionOfWhatFollows) {
   for (const char32_t code : {0x202AU, 0x202BU, 0x202CU, 0x202DU, 0x202EU, 0x2066U, 0x2067U, 0x2068U, 0x2069U, 0x206FU})
     EXPECT_EQ(printable("a" + Formats::toUtf8(code) + "fdp.exe"), "a\uFFFDfdp.exe") << static_cast<unsigned>(code);
   EXPECT_EQ(printable(std::u16string_view(u"a\u202Eb")), u"a\uFFFDb");
-}
-
-TEST(Printable, ATextMayKeepItsLines) {
-  EXPECT_EQ(printable("a\nb\r\x1B", LineFeeds::kept), "a\nb \uFFFD");
-  EXPECT_EQ(printable(std::u16string_view(u"a\nb\r\u001B"), LineFeeds::kept), u"a\nb \uFFFD");
 }
 
 }  // namespace

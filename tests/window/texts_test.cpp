@@ -21,8 +21,8 @@ TEST(AccessKey, LeavesAmpersandsOfTheLabel) { EXPECT_EQ(withAccessKey("R&D only"
 
 TEST(AccessKey, MayBeMissing) { EXPECT_EQ(withAccessKey("R&D", ""), "R&&D"); }
 
-TEST(TextOfOthers, IsOnItsOwnLinesWithoutWhatIsObeyed) {
-  EXPECT_EQ(plainText("a\nb"), "a\nb");
+TEST(TextOfOthers, IsOnOneLineWithoutWhatIsObeyed) {
+  EXPECT_EQ(plainText("a\nb"), "a b");
   EXPECT_EQ(plainText(QString::fromUtf8("a\u202Eb\u001Bc")), QString::fromUtf8("a\uFFFDb\uFFFDc"));
 }
 

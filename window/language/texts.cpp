@@ -12,10 +12,7 @@ QString toQt(std::u16string_view text) { return QString::fromUtf16(text.data(), 
 
 std::u16string toWide(const QString& text) { return text.toStdU16String(); }
 
-QString plainText(const QString& text) {
-  const std::u16string wide = toWide(text);
-  return toQt(Formats::printable(wide, Formats::LineFeeds::kept));
-}
+QString plainText(const QString& text) { return toQt(Formats::printable(toWide(text))); }
 
 QString toolTipOf(const QString& text, bool isToBeWrapped) {
   if (!isToBeWrapped && !Qt::mightBeRichText(text)) return text;

@@ -13,8 +13,8 @@ namespace Window {
 QString toQt(std::u16string_view text);
 std::u16string toWide(const QString& text);
 
-// A text of others, such as a name in a file, as labels and lists show it: on its own lines, without characters that
-// would be obeyed (see Formats::printable).
+// A text of others, such as a name in a file, as labels and lists show it: on one line, without characters that would
+// be obeyed (see Formats::printable).
 QString plainText(const QString& text);
 
 // A tool tip that shows the text as it is, although Qt takes what looks like HTML for HTML. Qt wraps only tips in HTML,

@@ -26,7 +26,8 @@ QString OverlayTexts::sentences(const OverlaySummary& overlays) const {
     else
       lines.append(text.contains("%1") ? text.arg(name) : text);
   }
-  return plainText(lines.join('\n'));
+  for (QString& line : lines) line = plainText(line);
+  return lines.join('\n');
 }
 
 QString OverlayTexts::trouble(Press::OverlayTrouble::Kind kind) const {

@@ -14,8 +14,8 @@ void Messages::announce(const News& news) {
   auto* box =
       new QMessageBox(QMessageBox::Information, news.title, plainText(news.sentence), QMessageBox::NoButton, &window);
   QStringList notes;
-  for (const std::string& note : news.notes) notes << QString::fromStdString(note);
-  box->setInformativeText(plainText(notes.join('\n')));
+  for (const std::string& note : news.notes) notes << plainText(QString::fromStdString(note));
+  box->setInformativeText(notes.join('\n'));
   showPlain(*box);
   QPushButton* ok = box->addButton(texts("OK"), QMessageBox::AcceptRole);
   box->setDefaultButton(ok);
