@@ -139,6 +139,10 @@ class Overlays final : public Kiln::RefCount {
   const Effect::OverlayRecord* find(std::u16string_view fileName, bool downloaded) const;
   const Effect::OverlayRecord* find(const Effect::OverlayId& id) const;
   bool mayBeFile(const Text& path) const;
+
+  // Throws Kiln::Exception when that cannot be determined.
+  static bool isFile(Kiln::Services::Path& path);
+  static void copyIfThere(Kiln::Services::Path& file, const Kiln::SmartPtr<Kiln::Services::Path>& to);
   bool isDownloaded(std::u16string_view index) const;
   Text freeFileName(Kiln::Services::Path& folder);
   void write(const Text& index);
