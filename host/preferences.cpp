@@ -1,8 +1,6 @@
 #include "host/preferences.h"
 
 #include "files/disk.h"
-#include "files/file_set.h"
-#include "files/home_lock.h"
 #include "files/temporary_folder.h"
 #include "formats/names.h"
 #include "formats/text.h"
@@ -10,7 +8,6 @@
 #include "host/job_destination.h"
 #include "host/kept_settings.h"
 #include "host/library.h"
-#include "host/profiles/home_import.h"
 #include "host/profiles/profile_event.h"
 #include "host/property_binding.h"
 #include "host/reference_host.h"
@@ -175,7 +172,8 @@ void Preferences::open() {
 }
 
 void Preferences::start() {
-  tidyHome();
+  tidyHome(run->files.disk, home(), runOptions.longestWait,
+           [this](const std::string& sentence) { face.tell(sentence); });
   applyOptions();
   tidyUserFolders(run->files.disk, *run->manager->settings, home());
   const Mode mode = runOptions.mode;
@@ -201,25 +199,6 @@ void Preferences::start() {
   run->gui->fireReady();
   dispatch([this] { run->model().announce(); });
   run->past.clear();
-}
-
-// Completes or cleans up the work of crashed processes, before any file is read. Throws Files::DiskError when an import
-// cannot be completed now: what is saved meanwhile would be overwritten when it is.
-void Preferences::tidyHome() {
-  Files::Disk& disk = run->files.disk;
-  try {
-    if (disk.kind(importJournal(home())) != Files::EntryKind::none) {
-      const Files::HomeLock lock(disk, home(), runOptions.longestWait);
-      Files::completeFileSet(disk, importJournal(home()));
-    }
-  } catch (const Files::RefusedJournal& error) {
-    face.tell(error.what());
-  }
-  try {
-    for (const std::filesystem::path& folder : {home(), home() / "profile"}) Files::sweepTemporaries(disk, folder);
-  } catch (const Files::DiskError& error) {
-    face.tell(error.what());
-  }
 }
 
 void Preferences::applyOptions() {

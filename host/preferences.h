@@ -153,7 +153,6 @@ class Preferences {
   struct Run;
 
   void start();
-  void tidyHome();
   void applyOptions();
   void loadDeviceTab();
   void close();

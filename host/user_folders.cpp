@@ -1,10 +1,12 @@
 #include "host/user_folders.h"
 
+#include "files/file_set.h"
 #include "files/home_lock.h"
 #include "files/path_text.h"
 #include "files/whole_file.h"
 #include "formats/names.h"
 #include "host/documents/captured.h"
+#include "host/profiles/home_import.h"
 
 #include <optional>
 #include <vector>
@@ -83,6 +85,23 @@ std::optional<Files::HomeLock> lockAtOnce(Files::Disk& disk, const fs::path& hom
 }
 
 }  // namespace
+
+void tidyHome(Files::Disk& disk, const fs::path& home, std::chrono::milliseconds longestWait,
+              const std::function<void(const std::string&)>& tell) {
+  try {
+    if (disk.kind(importJournal(home)) != Files::EntryKind::none) {
+      const Files::HomeLock lock(disk, home, longestWait);
+      Files::completeFileSet(disk, importJournal(home));
+    }
+  } catch (const Files::RefusedJournal& error) {
+    tell(error.what());
+  }
+  try {
+    for (const fs::path& folder : {home, home / "profile"}) Files::sweepTemporaries(disk, folder);
+  } catch (const Files::DiskError& error) {
+    tell(error.what());
+  }
+}
 
 void tidyUserFolders(Files::Disk& disk, const Settings& settings, const fs::path& home) {
   std::vector<UserFolder> toPutBack;

@@ -1,10 +1,21 @@
-// The folders of the user's data, from the host settings.
+// The home and the folders of the user's data, which the host settings name: what is done before they are read.
 #pragma once
 
 #include "files/disk.h"
 #include "host/model/settings.h"
 
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <string>
+
 namespace Refhost {
+
+// Called before any file of the home is read. Completes an import that was interrupted, and removes temporary files of
+// crashed programs; tells what is not done. Throws Files::DiskError when an import cannot be completed now: what is
+// saved meanwhile would be overwritten when it is.
+void tidyHome(Files::Disk& disk, const std::filesystem::path& home, std::chrono::milliseconds longestWait,
+              const std::function<void(const std::string&)>& tell);
 
 // Removes temporary files of crashed programs from the folders, and restores files that were set aside, unless another
 // program is changing the home. Throws Files::DiskError when a file of the user's own, that may be set aside, cannot be
