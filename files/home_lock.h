@@ -19,8 +19,9 @@ inline constexpr std::chrono::milliseconds longestLockWait{10'000};
 
 class HomeLock {
  public:
-  // Waits while another program has the lock, but not longer than `atMost`: then throws DiskError, one sentence. Where
-  // the home cannot be written, or its file system has no locks, nothing is locked.
+  // Waits while another program has the lock, but not longer than `atMost`: then throws DiskError, one sentence. So it
+  // does for an error that may pass. Where the home cannot be written, or its file system has no locks, nothing is
+  // locked.
   HomeLock(Disk& disk, const std::filesystem::path& home, std::chrono::milliseconds atMost = longestLockWait);
 
  private:

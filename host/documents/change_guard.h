@@ -40,7 +40,7 @@ class ChangeGuard {
   // Called after a change by the plug-in.
   void wasChanged(const std::filesystem::path& file);
 
-  // Called when the plug-in must look at the file, and beside it, again: keeps the lock for its next change.
+  // Called when the plug-in must look at the file, and beside it, again: keeps the lock until it is changed.
   void lookAgain(const std::filesystem::path& file, Lock lock);
 
   // Gives up the lock that is kept; called before anything that may take long.
