@@ -19,7 +19,7 @@ void tidyHome(Files::Disk& disk, const std::filesystem::path& home, std::chrono:
 
 // Removes temporary files of crashed programs from the folders, and restores files that were set aside, unless another
 // program is changing the home. Throws Files::DiskError when a file of the user's own, that may be set aside, cannot be
-// restored for now: without it the indexes of overlays would be saved without its entry. Ignores other errors, and
+// restored for now: its overlay would look as if it was missing. Ignores other errors, and
 // those of folders that nobody can write to.
 void tidyUserFolders(Files::Disk& disk, const Settings& settings, const std::filesystem::path& home);
 

@@ -62,9 +62,8 @@ struct ProfileHome {
 
 // Imports the profile's files into the home atomically: after an interruption the home is unchanged, or is complete
 // once it is opened again. Returns the values, which refer to the home's watermarks and overlays, and to no other file.
-// Progress is in
-// kilobytes, and cannot stop the import once the home is being changed. Throws std::runtime_error, one sentence, and
-// Stopped.
+// Progress is in kilobytes, and cannot stop the import once the home is being changed. Throws std::runtime_error, one
+// sentence, and Stopped.
 Manifest importProfile(Files::Disk& disk, const std::filesystem::path& file, const ProfileHome& home,
                        const Progress& progress);
 
