@@ -2,7 +2,8 @@
 #include "effect/effect_plugin.h"
 
 KILN_EXPORT Kiln::UIPlugin* createPlugin(Kiln::Host& host, Kiln::PropertyManager manager, const Kiln::String& name,
-                                         void* /*reserved*/, Kiln::SmartPtr<Kiln::Services::Library> library) {
+                                         void* reserved, Kiln::SmartPtr<Kiln::Services::Library> library) {
+  if (Kiln::answerVersion(name, reserved)) return nullptr;
   // Released before this returns, whichever side destroys the parameters.
   const Kiln::PropertyManager ownManager = std::move(manager);
   const Kiln::SmartPtr<Kiln::Services::Library> ownLibrary = std::move(library);

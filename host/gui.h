@@ -54,6 +54,11 @@ class Dialog final : public Kiln::XUL::SubDialog {
  public:
   Dialog(Gui& owner, std::u16string url, Layout layout);
 
+  static constexpr const char* interfaceName = "Refhost::Dialog";
+  void* queryInterface(Kiln::StringView asked) noexcept override {
+    return asked.view() == interfaceName ? this : SubDialog::queryInterface(asked);
+  }
+
   const std::u16string& url() const { return address; }
   Layout& layout() { return content; }
   bool isOpen() const { return open; }

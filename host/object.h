@@ -6,6 +6,7 @@
 #include "kiln/ref_count.h"
 
 #include <new>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -21,5 +22,24 @@ Kiln::SmartPtr<T> make(Arguments&&... arguments) {
 
 // The exception that host operations throw to plug-ins: one sentence.
 inline Kiln::Exception failure(std::string_view sentence) { return {heap(), sentence}; }
+
+// What a host operation was given. Throws Exception when that is null: `operation` is "ListData::insert", and
+// `argument` is "an item".
+template <class T>
+const Kiln::SmartPtr<T>& given(const Kiln::SmartPtr<T>& object, std::string_view operation, std::string_view argument) {
+  if (!object) throw failure(std::string(operation).append(" was called without ").append(argument).append("."));
+  return object;
+}
+
+// The same for an object of this host's class T, which a plug-in hands back. Throws Exception when the host has not
+// made it, too.
+template <class T, class U>
+Kiln::SmartPtr<T> givenBack(const Kiln::SmartPtr<U>& object, std::string_view operation, std::string_view argument) {
+  auto known = Kiln::smartCast<T>(given(object, operation, argument));
+  if (!known)
+    throw failure(
+        std::string(operation).append(" was called with ").append(argument).append(" that this host did not make."));
+  return known;
+}
 
 }  // namespace Refhost

@@ -68,6 +68,15 @@ std::string sentenceOfFailure(const std::function<void()>& action) {
   return {};
 }
 
+// Calls the plug-in until it says that it is done.
+void activateWithoutGui(Kiln::UIPlugin& plugin) {
+  constexpr int most = 100;
+  for (int calls = 0; plugin.rootlessActivation();)
+    if (++calls == most)
+      throw std::runtime_error("The plug-in asked for more than " + std::to_string(most) +
+                               " calls of rootlessActivation.");
+}
+
 // Properties that users may set, without context properties.
 TracePairs userValues(const PropertyModel& model) {
   TracePairs pairs = model.values();
@@ -117,8 +126,8 @@ struct Preferences::Run {
 
   // The plug-in's PrintTicket interface. Throws std::runtime_error when it has none.
   Kiln::PTPlugin& ticketPlugin() const {
-    auto* part = dynamic_cast<Kiln::PTPlugin*>(plugin.get());
-    if (part == nullptr) throw std::runtime_error("The plug-in does not take part in PrintTickets.");
+    const auto part = Kiln::smartCast<Kiln::PTPlugin>(plugin);
+    if (!part) throw std::runtime_error("The plug-in does not take part in PrintTickets.");
     return *part;
   }
 
@@ -179,14 +188,14 @@ void Preferences::start() {
   const Mode mode = runOptions.mode;
   if (mode == Mode::docProp || mode == Mode::pdc) loadDeviceTab();
 
-  run->plugin = run->library->createPlugin()(run->host, run->manager, text(Formats::pluginName), nullptr, run->library);
+  run->plugin = run->library->create(run->host, run->manager, Formats::pluginName);
   if (!run->plugin)
     throw std::runtime_error("The library " + Formats::toUtf8(runOptions.plugin.u16string()) +
                              " has no plug-in named " + std::string(Formats::pluginName) + ".");
   run->plugin->create();
   run->plugin->initialise();
   if (mode == Mode::rootless) {
-    run->plugin->rootlessActivation();
+    activateWithoutGui(*run->plugin);
     run->isOver = true;
     return;
   }

@@ -21,6 +21,12 @@ class Transition final : public Kiln::State::Transition {
   Transition(const PropertyModel& properties, Kiln::WStringView property, Kiln::WStringView value) : model(properties) {
     append(property, value);
   }
+
+  static constexpr const char* interfaceName = "Refhost::Transition";
+  void* queryInterface(Kiln::StringView asked) noexcept override {
+    return asked.view() == interfaceName ? this : Kiln::State::Transition::queryInterface(asked);
+  }
+
   void add(Kiln::WStringView property, Kiln::WStringView value) override { append(property, value); }
 
   TracePairs pairs;
@@ -39,8 +45,8 @@ class Alignment final : public Kiln::XUL::Alignment {
  public:
   explicit Alignment(std::int32_t alignmentFlags) : flags(alignmentFlags) {}
   void bind(Kiln::SmartPtr<Kiln::XUL::Widget> container) override {
-    auto* box = dynamic_cast<Container*>(container.get());
-    if (box != nullptr && (flags & shareColumns) != 0) box->shareColumns();
+    const auto box = Kiln::smartCast<Container>(container);
+    if (box && (flags & shareColumns) != 0) box->shareColumns();
   }
 
  private:
@@ -87,8 +93,7 @@ Kiln::SmartPtr<Kiln::State::Transition> PropertyManager::transition(Kiln::WStrin
 }
 
 void PropertyManager::submit(Kiln::SmartPtr<Kiln::State::Transition> transition) {
-  const auto own = Kiln::smartCast<Transition>(transition);
-  if (!own) throw failure("A transition was submitted that this host did not make.");
+  const auto own = givenBack<Transition>(transition, "IPropertyManager::submit", "a transition");
   trace.record({"transition", {{"pairs", own->pairs}}});
   model->submit(own->pairs);
 }

@@ -24,6 +24,11 @@ namespace Refhost {
 // A picture from an address or file, or a swatch of one colour.
 class Image final : public Kiln::XUL::Image {
  public:
+  static constexpr const char* interfaceName = "Refhost::Image";
+  void* queryInterface(Kiln::StringView asked) noexcept override {
+    return asked.view() == interfaceName ? this : Kiln::XUL::Image::queryInterface(asked);
+  }
+
   Image(std::u16string imageSource, std::filesystem::path imageFile, std::u16string imageScope = {})
       : source(std::move(imageSource)),
         file(std::move(imageFile)),

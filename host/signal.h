@@ -1,7 +1,7 @@
 // The signals of this host.
 #pragma once
 
-#include "host/allocator.h"
+#include "host/object.h"
 #include "host/trace.h"
 #include "kiln/signal.h"
 
@@ -21,6 +21,7 @@ class HostSignal final : public Kiln::Signal<Arg> {
         owner(std::move(ownerName)) {}
 
   void attach(Kiln::SmartPtr<Kiln::ArgumentSlot<Arg>> slot) override {
+    given(slot, "Signal::attach", "a slot");
     trace.record(
         {"connect", {{"signal", Refhost::TraceValue(std::u16string(kind.begin(), kind.end()))}, {"of", owner}}});
     slots.push_back(std::move(slot));

@@ -9,17 +9,22 @@ namespace Kiln::Dom {
 // A node belongs to its parent and stays alive as long as anything references it. Implemented by the host.
 class INode : public RefCount {
  public:
+  // The node's name, without a prefix. [plug-in]
   virtual WString name() = 0;
 
   // The node's own text, empty when it has none. [plug-in]
   virtual WString value() = 0;
+
+  // Sets the node's own text. [plug-in]
   virtual void setValue(WStringView text) = 0;
 
-  // The number of children, and the child at `index` (from 0, in insertion order); empty when out of range. [plug-in]
+  // The number of children. [plug-in]
   virtual std::int32_t childCount() = 0;
+
+  // The child at `index`, from 0, in insertion order; null when out of range. [plug-in]
   virtual SmartPtr<INode> childAt(std::int32_t index) = 0;
 
-  // The first child with that name; empty when there is none. [plug-in]
+  // The first child with that name; null when there is none. [plug-in]
   virtual SmartPtr<INode> child(WStringView name) = 0;
 
   // The child with that name; appended with an empty value when there is none. [plug-in]

@@ -40,20 +40,21 @@ class GUI : public RefCount {
   // Fires once, when the layout is live; without a layout when the GUI itself is. [plug-in]
   virtual SmartPtr<Signal<SmartPtr<GUI>>> readySignal() = 0;
 
-  // The widget with that id; empty when the layout has none. [plug-in, ready]
+  // The widget with that id, in any tab; null when no layout has one. [plug-in, ready]
   virtual SmartPtr<Widget> widgetById(WStringView id) = 0;
 
-  // Never empty; the same object each time. [plug-in, ready]
+  // The row of tabs; the same object each time. [plug-in, ready]
   virtual SmartPtr<TabPanel> tabPanel() = 0;
 
-  // Loads a dialog; empty when its layout cannot be loaded. Nothing is shown yet. [plug-in, ready]
+  // Loads a dialog; null when its layout cannot be loaded, which the host has told then. Nothing is shown yet.
+  // [plug-in, ready]
   virtual SmartPtr<SubDialog> openDialog(WStringView url) = 0;
 };
 
 // What the OK and cancel signals of a dialog carry.
 class SubDialogEventArg : public RefCount {
  public:
-  // Refuses to close; OK only. [plug-in, ready]
+  // Refuses to close by OK; has no effect on Cancel. [plug-in, ready]
   virtual void vetoClose() = 0;
 };
 
@@ -61,16 +62,19 @@ class SubDialogEventArg : public RefCount {
 // the host itself holds a dialog while it is open.
 class SubDialog : public RefCount {
  public:
+  // The dialog's widget with that id; null when its layout has none. [plug-in, ready]
   virtual SmartPtr<Widget> widgetById(WStringView id) = 0;
 
-  // A widget of the tab that the dialog was opened from. [plug-in, ready]
+  // The widget of the preferences with that id; null when there is none. [plug-in, ready]
   virtual SmartPtr<Widget> parentWidgetById(WStringView id) = 0;
 
-  // Never empty; its enabled state is whether the user can accept. [plug-in, ready]
+  // The OK button; its enabled state is whether the user can accept. [plug-in, ready]
   virtual SmartPtr<Button> okButton() = 0;
 
-  // Fire before the dialog closes by OK, and by Cancel. [plug-in, ready]
+  // Fires before the dialog closes by OK. [plug-in, ready]
   virtual SmartPtr<Signal<SubDialogEventArg&>> okSignal() = 0;
+
+  // Fires before the dialog closes by Cancel, or because its window or the preferences close. [plug-in, ready]
   virtual SmartPtr<Signal<SubDialogEventArg&>> cancelSignal() = 0;
 
   // Loads a dialog over this one, as GUI::openDialog. [plug-in, ready]
@@ -82,7 +86,8 @@ class SubDialog : public RefCount {
   // Opens the dialog and returns at once. Throws Exception when it is open already. [plug-in, ready]
   virtual void show() = 0;
 
-  // Registers a picture under a name for this dialog's widgets. [plug-in, ready]
+  // Registers a picture (a chrome:// address) under a name for this dialog's widgets; a later one replaces an earlier
+  // one. [plug-in, ready]
   virtual void registerImage(WStringView name, WStringView url) = 0;
 };
 

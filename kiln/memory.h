@@ -4,12 +4,24 @@
 // from the host's allocator and carries a pointer to it: objects in a word in front of them (Base), texts in their
 // block (text.h). Nothing here has static or namespace-scope state: it would exist once in each module.
 //
-// All of this interface is used on the host's UI thread only. The comments on operations name the caller and the state
-// in which it may call:
+// The comments on operations name the caller and the state in which it may call:
 //
 //   [plug-in]         the plug-in calls, from its construction on
 //   [plug-in, ready]  the plug-in calls, from the GUI's ready signal on
 //   [host]            the host calls
+//
+// For every operation:
+//
+//   - It is called on the host's UI thread only, and so are a plug-in's handlers; nothing here takes a lock. Operations
+//     may be called from inside one another: a handler may submit, load a dialog and run it.
+//   - A pointer is null, as an argument or as a result, only where its comment says so. An operation of the host that
+//     is called without what it needs throws Exception: "CLASS::OPERATION was called without ARGUMENT." A null result
+//     means what the comment says, and never a failure that has a reason: those are thrown.
+//   - Texts may be empty, as arguments and as results, unless the comment says otherwise.
+//   - Every operation of the host may throw std::bad_alloc, and what it is said to throw; those that are `noexcept` do
+//     not. What a handler throws passes through the host's operation that has fired its signal.
+//   - Objects that a plug-in passes back to the host are ones that the host has made, except for slots and the plug-in
+//     itself. The host refuses others by an Exception; a picture of others shows nothing.
 #pragma once
 
 #include <cstddef>

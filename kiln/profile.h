@@ -12,7 +12,7 @@ class Property;
 // One export or import. Implemented by the host.
 class ImportExportEvent : public RefCount {
  public:
-  // An argument of the event, for example "IncludeUserdata"; empty when it has none with that name. [plug-in]
+  // An argument of the event, for example "IncludeUserdata"; null when it has none with that name. [plug-in]
   virtual SmartPtr<Property> property(WStringView name) = 0;
 
   // The folder for the plug-in's files in this profile, given the folder of local data

@@ -3,9 +3,12 @@
 //   1. An object is created with a count of 0: SmartPtr<T> object(new (allocator) T(...));
 //   2. every SmartPtr to it counts 1;
 //   3. the last one to be released destroys it, through the allocator that it came from.
+//
+// An object is asked by name whether it has an interface, and never by dynamic_cast, which does not work between
+// libraries that keep their symbols to themselves, or have different C++ runtimes.
 #pragma once
 
-#include "kiln/memory.h"
+#include "kiln/text.h"
 
 #include <utility>
 
@@ -21,6 +24,11 @@ class RefCount : public virtual Base {
   }
 
   std::int32_t references() const noexcept { return count; }
+
+  // The object's interface of that name, as a pointer to it; null when it has none. It lives as long as the object, and
+  // counts no reference. Every interface that can be asked for has its name as `interfaceName`; smartCast asks for it.
+  // Later versions of the contract add interfaces, never operations. [plug-in, host]
+  virtual void* queryInterface(StringView) noexcept { return nullptr; }
 
  private:
   std::int32_t count = 0;
@@ -65,10 +73,11 @@ class SmartPtr {
   T* object = nullptr;
 };
 
-// The same object as a T; empty when it is not a T, or when `from` is empty.
+// The same object as a T; null when it has no such interface, or when `from` is null.
 template <class T, class U>
 SmartPtr<T> smartCast(const SmartPtr<U>& from) noexcept {
-  return SmartPtr<T>(dynamic_cast<T*>(from.get()));
+  if (!from) return nullptr;
+  return SmartPtr<T>(static_cast<T*>(from->queryInterface(T::interfaceName)));
 }
 
 }  // namespace Kiln

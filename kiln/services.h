@@ -13,30 +13,36 @@ class Library : public RefCount {};
 // Texts in order, for example font names or locales.
 class TextList : public RefCount {
  public:
+  // The number of texts. [plug-in]
   virtual std::int32_t count() = 0;
 
-  // `index` from 0; empty when out of range. [plug-in]
+  // The text at `index`, from 0; empty when out of range. [plug-in]
   virtual WString at(std::int32_t index) = 0;
 };
 
 // A path of the host's file system; it need not exist. Immutable.
 class Path : public RefCount {
  public:
+  // The path in the notation of the system. [plug-in]
   virtual WString text() = 0;
 
   // This path followed by `name`, which may have several components. [plug-in]
   virtual SmartPtr<Path> join(WStringView name) = 0;
 
-  // The parent folder, and the last component. [plug-in]
+  // The parent folder. [plug-in]
   virtual SmartPtr<Path> folder() = 0;
+
+  // The last component; empty for a root. [plug-in]
   virtual WString lastPart() = 0;
 
-  // Whether there is such an entry, and whether it is a folder. Throw Exception when that cannot be determined: a file
-  // that cannot be looked at must not be taken for a missing one. [plug-in]
+  // Whether there is such an entry. Throws Exception when that cannot be determined: a file that cannot be looked at
+  // must not be taken for a missing one. [plug-in]
   virtual bool exists() = 0;
+
+  // Whether there is such an entry, and it is a folder. Throws Exception as `exists`. [plug-in]
   virtual bool isFolder() = 0;
 
-  // The names of the entries that match a pattern of `*` and `?`, without "." and ".."; empty when this is not a
+  // The names of the entries that match a pattern of `*` and `?`, without "." and ".."; none when this is not a
   // folder. A link to a folder is an entry like the folder itself, unless it leads to a folder on the way here, or to
   // one that is listed under another name. Throws Exception when the folder cannot be listed completely. [plug-in]
   virtual SmartPtr<TextList> list(WStringView pattern) = 0;
@@ -68,20 +74,27 @@ class BackingStoreIO : public RefCount {
 // A backing store on a file. Without a commit the file is unchanged.
 class FileBackingStoreIO : public BackingStoreIO {
  public:
+  static constexpr const char* interfaceName = "FileBackingStoreIO";
+  void* queryInterface(StringView asked) noexcept override {
+    return asked.view() == interfaceName ? this : BackingStoreIO::queryInterface(asked);
+  }
+
+  // The file's path. [plug-in]
   virtual SmartPtr<Path> path() = 0;
 };
 
 // Reads and writes XML documents through a backing store.
 class Documents : public RefCount {
  public:
-  // A new element without a parent; empty when out of memory. `prefix` and `nameSpace` may be empty. [plug-in]
+  // A new element without a parent; null when out of memory. `prefix` and `nameSpace` may be empty. [plug-in]
   virtual SmartPtr<Dom::INode> createElement(WStringView name, WStringView prefix, WStringView nameSpace) = 0;
 
   // The document's root element. Throws Exception when it is not well formed or too large, and passes the store's on.
   // [plug-in]
   virtual SmartPtr<Dom::INode> read(SmartPtr<BackingStoreIO> store) = 0;
 
-  // Writes a document and commits the store. [plug-in]
+  // Writes a document and commits the store. Throws Exception when a name or text cannot be written as XML, or what the
+  // store throws. [plug-in]
   virtual void write(SmartPtr<Dom::INode> root, SmartPtr<BackingStoreIO> store) = 0;
 };
 

@@ -16,8 +16,9 @@ class Tickets : public RefCount {
   // The schema at a chrome:// address. Throws Exception when it cannot be read. [plug-in]
   virtual SmartPtr<Dom::INode> loadSchema(WStringView url) = 0;
 
-  // Converts the properties by the plug-in's schema and adds the result to `element`. Does nothing when `element` is
-  // empty. [plug-in]
+  // Converts the properties by the plug-in's schema and adds the result to `element`, a "PrintTicket" element of
+  // Documents::createElement: the settings of `level` and narrower scopes. Does nothing when `element` is null, which
+  // is allowed. Throws Exception when a value cannot be converted. [plug-in]
   virtual void propertiesToTicket(PTPlugin& plugin, SmartPtr<Dom::INode> element, Property& properties,
                                   PTLevel level) = 0;
 

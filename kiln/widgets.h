@@ -1,6 +1,6 @@
 // The widgets of a layout. The host owns, draws and operates them; a plug-in finds them by id and sets their state.
 //
-//   1. gui->widgetById(id) finds a widget, smartCast<CheckBox>(...) casts it to the expected kind; either may
+//   1. gui->widgetById(id) finds a widget, smartCast<CheckBox>(...) asks whether it is of the expected kind; either may
 //      return null, since layouts differ;
 //   2. connect(*box->clickSignal(), ...) handles user input;
 //   3. setters change what is shown.
@@ -9,6 +9,14 @@
 // check mark, a selection, a list or a label fires nothing.
 //
 // A displayed text may be a string-table reference ("$IDS_NONE;"), which the host resolves where it shows it.
+//
+// Every text given or returned may be empty. A signal of a widget is never null, and the same object each time; it
+// lives as long as the widget. A widget that a plug-in still holds when its dialog or tab is gone may be called without
+// harm: it keeps its state, and shows nothing.
+//
+// The kinds of widget, each asked for by its interfaceName: Label, ImageBox, Button, CheckBox and RadioButton (both are
+// a Toggle), ListBox and ComboBox (both are a Selector), TextBox (an IntegerTextBox is one, too), ScrollBar,
+// ColorPicker, WMPreview, Container.
 #pragma once
 
 #include "kiln/native_window.h"
@@ -34,14 +42,24 @@ class Image : public RefCount {};
 
 class Widget : public RefCount {
  public:
+  static constexpr const char* interfaceName = "Widget";
+  void* queryInterface(StringView asked) noexcept override {
+    return asked.view() == interfaceName ? this : RefCount::queryInterface(asked);
+  }
+
   // Hides the widget until setVisible(true). [plug-in, ready]
   virtual void hide() = 0;
 
-  // Lets the user operate the widget, or not; the same as setEnabled(true) and setEnabled(false). [plug-in, ready]
+  // Lets the user operate the widget; the same as setEnabled(true). [plug-in, ready]
   virtual void enable() = 0;
+
+  // Keeps the user from operating the widget; the same as setEnabled(false). [plug-in, ready]
   virtual void disable() = 0;
 
+  // Shows the widget, or hides it and gives its room away. [plug-in, ready]
   virtual void setVisible(bool visible) = 0;
+
+  // Lets the user operate the widget and what is inside it, or not. [plug-in, ready]
   virtual void setEnabled(bool enabled) = 0;
 
   // The widget's own enabled state; an ancestor may still be disabled. [plug-in, ready]
@@ -56,18 +74,30 @@ class Widget : public RefCount {
 
 class Label : public Widget {
  public:
+  static constexpr const char* interfaceName = "Label";
+  void* queryInterface(StringView asked) noexcept override {
+    return asked.view() == interfaceName ? this : Widget::queryInterface(asked);
+  }
+
+  // The text shown. [plug-in, ready]
   virtual void setLabel(WStringView text) = 0;
 
-  // A picture beside the text; empty removes it. [plug-in, ready]
+  // A picture beside the text; null removes it. [plug-in, ready]
   virtual void setImage(SmartPtr<Image> image) = 0;
 };
 
 class ImageBox : public Widget {
  public:
-  // The picture shown; empty shows none. [plug-in, ready]
+  static constexpr const char* interfaceName = "ImageBox";
+  void* queryInterface(StringView asked) noexcept override {
+    return asked.view() == interfaceName ? this : Widget::queryInterface(asked);
+  }
+
+  // The picture shown; null shows none. [plug-in, ready]
   virtual void setImage(SmartPtr<Image> image) = 0;
 
-  // Shows the picture registered under that name by GUI or dialog (see SubDialog::registerImage). [plug-in, ready]
+  // Shows the picture that the dialog has registered under that name (SubDialog::registerImage); nothing for a name
+  // that it has not. [plug-in, ready]
   virtual void setResource(WStringView name) = 0;
 
   // Fires when an item of a list is dropped on the picture. Carries the item's value. [plug-in, ready]
@@ -79,76 +109,129 @@ class ImageBox : public Widget {
 
 class Button : public Widget {
  public:
+  static constexpr const char* interfaceName = "Button";
+  void* queryInterface(StringView asked) noexcept override {
+    return asked.view() == interfaceName ? this : Widget::queryInterface(asked);
+  }
+
+  // The text shown. [plug-in, ready]
   virtual void setLabel(WStringView text) = 0;
+
+  // Fires when the user presses the button. [plug-in, ready]
   virtual SmartPtr<Signal<EventArg<Button>>> clickSignal() = 0;
 };
 
 // A two-state control. A user's click changes the mark first, then fires the click signal, then the change signal.
 class Toggle : public Widget {
  public:
+  static constexpr const char* interfaceName = "Toggle";
+  void* queryInterface(StringView asked) noexcept override {
+    return asked.view() == interfaceName ? this : Widget::queryInterface(asked);
+  }
+
+  // Sets the mark; fires nothing. [plug-in, ready]
   virtual void setChecked(bool checked) = 0;
+
+  // The mark. [plug-in, ready]
   virtual bool isChecked() = 0;
+
+  // The text beside the mark. [plug-in, ready]
   virtual void setLabel(WStringView text) = 0;
+
+  // Fires when the user has clicked the control. [plug-in, ready]
   virtual SmartPtr<Signal<EventArg<Toggle>>> clickSignal() = 0;
+
+  // Fires after the click signal. [plug-in, ready]
   virtual SmartPtr<Signal<EventArg<Toggle>>> changeSignal() = 0;
 };
 
-class CheckBox : public Toggle {};
+class CheckBox : public Toggle {
+ public:
+  static constexpr const char* interfaceName = "CheckBox";
+  void* queryInterface(StringView asked) noexcept override {
+    return asked.view() == interfaceName ? this : Toggle::queryInterface(asked);
+  }
+};
 
 // Checking one unchecks the others of its group.
-class RadioButton : public Toggle {};
+class RadioButton : public Toggle {
+ public:
+  static constexpr const char* interfaceName = "RadioButton";
+  void* queryInterface(StringView asked) noexcept override {
+    return asked.view() == interfaceName ? this : Toggle::queryInterface(asked);
+  }
+};
 
-// An entry of a list or combo box. Moving it within a list keeps the object.
+// An entry of a list or combo box. Moving it within a list keeps the object. What is set here takes effect on screen
+// with the next Selector::setData.
 class ListItem : public RefCount {
  public:
   // The displayed text, a string-table reference unresolved. [plug-in, ready]
   virtual WString text() = 0;
+
+  // Sets the displayed text, which may be a string-table reference. [plug-in, ready]
   virtual void setText(WStringView text) = 0;
 
   // The text as the user sees it. [plug-in, ready]
   virtual WString displayedText() = 0;
 
+  // What the item stands for; not shown. [plug-in, ready]
   virtual WString value() = 0;
+
+  // Sets what the item stands for. [plug-in, ready]
   virtual void setValue(WStringView value) = 0;
 
   // "#" and six hexadecimal digits; empty for the list's own colour. [plug-in, ready]
   virtual void setColour(WStringView colour) = 0;
 
-  // The picture in front of the text; empty when there is none. [plug-in, ready]
+  // The picture in front of the text; null when there is none. [plug-in, ready]
   virtual SmartPtr<Image> image() = 0;
+
+  // Sets the picture in front of the text; null removes it. [plug-in, ready]
   virtual void setImage(SmartPtr<Image> image) = 0;
 
   // True for an item that was downloaded for the user. [plug-in, ready]
   virtual bool isMarked() = 0;
+
+  // Says whether the item was downloaded for the user. [plug-in, ready]
   virtual void setMarked(bool marked) = 0;
 
   // For a combo box item: true while a custom entry has no value yet. [plug-in, ready]
   virtual bool flag() = 0;
+
+  // Says whether a custom entry has no value yet. [plug-in, ready]
   virtual void setFlag(bool flag) = 0;
 };
 
 // The entries of a list or combo box, in order. Made by Host::listData, or owned by a widget.
 class ListData : public RefCount {
  public:
+  // The number of items. [plug-in, ready]
   virtual std::int32_t count() = 0;
 
-  // The item at `index`, from 0; empty when there is none. [plug-in, ready]
+  // The item at `index`, from 0; null when there is none. [plug-in, ready]
   virtual SmartPtr<ListItem> at(std::int32_t index) = 0;
 
-  // A new item at the end. [plug-in, ready]
+  // A new item at the end, or where the order of a sorted combo box puts it. [plug-in, ready]
   virtual SmartPtr<ListItem> append(WStringView text, WStringView value) = 0;
 
-  // Puts an item before the one at `index`; count() puts it at the end. [plug-in, ready]
+  // Puts an item before the one at `index`; count() puts it at the end. Throws Exception when `index` is out of range.
+  // [plug-in, ready]
   virtual void insert(std::int32_t index, SmartPtr<ListItem> item) = 0;
 
-  // Removes and returns the item at `index`; empty when out of range. [plug-in, ready]
+  // Removes and returns the item at `index`; null when out of range. [plug-in, ready]
   virtual SmartPtr<ListItem> remove(std::int32_t index) = 0;
 };
 
 // Base of list and combo boxes: items, at most one of which is selected.
 class Selector : public Widget {
  public:
-  // The items shown. Changes take effect on screen with the next setData. Never empty. [plug-in, ready]
+  static constexpr const char* interfaceName = "Selector";
+  void* queryInterface(StringView asked) noexcept override {
+    return asked.view() == interfaceName ? this : Widget::queryInterface(asked);
+  }
+
+  // The items shown. Changes take effect on screen with the next setData. Never null. [plug-in, ready]
   virtual SmartPtr<ListData> data() = 0;
 
   // Shows these items. The selected item stays selected if it is among them; otherwise the first item is selected, if
@@ -157,22 +240,36 @@ class Selector : public Widget {
 
   // The selected item's index; -1 for no selection. [plug-in, ready]
   virtual std::int32_t selectedIndex() = 0;
+
+  // Selects the item at `index`; nothing is selected after one that is out of range. [plug-in, ready]
   virtual void select(std::int32_t index) = 0;
 
   // Selects the first item with that value; false, without a change, when there is none. [plug-in, ready]
   virtual bool selectValue(WStringView value) = 0;
 
-  // Empty when nothing is selected. [plug-in, ready]
+  // The selected item; null when nothing is selected. [plug-in, ready]
   virtual SmartPtr<ListItem> selectedItem() = 0;
 };
 
 class ListBox : public Selector {
  public:
+  static constexpr const char* interfaceName = "ListBox";
+  void* queryInterface(StringView asked) noexcept override {
+    return asked.view() == interfaceName ? this : Selector::queryInterface(asked);
+  }
+
+  // Fires when the user has chosen an item, even the one that was selected. [plug-in, ready]
   virtual SmartPtr<Signal<EventArg<ListBox>>> changeSignal() = 0;
 };
 
 class ComboBox : public Selector {
  public:
+  static constexpr const char* interfaceName = "ComboBox";
+  void* queryInterface(StringView asked) noexcept override {
+    return asked.view() == interfaceName ? this : Selector::queryInterface(asked);
+  }
+
+  // Fires when the user has chosen an item, even the one that was selected. [plug-in, ready]
   virtual SmartPtr<Signal<EventArg<ComboBox>>> changeSignal() = 0;
 
   // Whether items added from now on are inserted in order of their displayed text. [plug-in, ready]
@@ -194,7 +291,7 @@ class TextChangeEvent : public RefCount {
   // Rejects the change: the box keeps its text. [plug-in, ready]
   virtual void refuse() = 0;
 
-  // The box whose text is about to change. Never empty. [plug-in, ready]
+  // The box whose text is about to change. Never null. [plug-in, ready]
   virtual SmartPtr<TextBox> source() = 0;
 };
 
@@ -202,41 +299,80 @@ using TextChangeEventArg = TextChangeEvent;
 
 class TextBox : public Widget {
  public:
+  static constexpr const char* interfaceName = "TextBox";
+  void* queryInterface(StringView asked) noexcept override {
+    return asked.view() == interfaceName ? this : Widget::queryInterface(asked);
+  }
+
+  // The text as it stands; during a change, the one before it. [plug-in, ready]
   virtual WString text() = 0;
+
+  // Sets the text, whatever its length. Fires the typing signal, and is refused by it, like the user's typing; except
+  // from a handler of a change to that same text. [plug-in, ready]
   virtual void setText(WStringView text) = 0;
 
-  // The maximum number of UTF-16 units that the user can enter. [plug-in, ready]
+  // The maximum number of UTF-16 units that the user can enter; what is below 0 counts as 0. [plug-in, ready]
   virtual void setMaximumLength(std::int32_t units) = 0;
 
-  // Fire for each typed and each pasted change. [plug-in, ready]
+  // Fires for each typed change, before it is made. [plug-in, ready]
   virtual SmartPtr<Signal<SmartPtr<TextChangeEventArg>>> typingSignal() = 0;
+
+  // Fires for each pasted change, before it is made. [plug-in, ready]
   virtual SmartPtr<Signal<SmartPtr<TextChangeEventArg>>> pastingSignal() = 0;
 
   // Fires when the box loses the input focus. [plug-in, ready]
   virtual SmartPtr<Signal<EventArg<TextBox>>> blurSignal() = 0;
 };
 
-class IntegerTextBox : public TextBox {};
+class IntegerTextBox : public TextBox {
+ public:
+  static constexpr const char* interfaceName = "IntegerTextBox";
+  void* queryInterface(StringView asked) noexcept override {
+    return asked.view() == interfaceName ? this : TextBox::queryInterface(asked);
+  }
+};
 
 class ScrollBar : public Widget {
  public:
+  static constexpr const char* interfaceName = "ScrollBar";
+  void* queryInterface(StringView asked) noexcept override {
+    return asked.view() == interfaceName ? this : Widget::queryInterface(asked);
+  }
+
+  // The position, within the layout's range. [plug-in, ready]
   virtual std::int32_t position() = 0;
 
-  // A position outside the layout's range is clamped. [plug-in, ready]
+  // Moves the bar and fires its signal, except from a handler of that same position. A position outside the layout's
+  // range is clamped. [plug-in, ready]
   virtual void setPosition(std::int32_t position) = 0;
+
+  // Fires when the bar has moved. [plug-in, ready]
   virtual SmartPtr<Signal<EventArg<ScrollBar>>> scrollSignal() = 0;
 };
 
 class ColorPicker : public Widget {
  public:
+  static constexpr const char* interfaceName = "ColorPicker";
+  void* queryInterface(StringView asked) noexcept override {
+    return asked.view() == interfaceName ? this : Widget::queryInterface(asked);
+  }
+
   // The colour picked, 0xRRGGBB. [plug-in, ready]
   virtual std::uint32_t colour() = 0;
+
+  // Fires when the user has picked a colour, even the one that was picked. [plug-in, ready]
   virtual SmartPtr<Signal<EventArg<ColorPicker>>> changeSignal() = 0;
 };
 
 // Draws a text watermark as it will look on the page. Each setter is called whenever its value changes.
 class WMPreview : public Widget {
  public:
+  static constexpr const char* interfaceName = "WMPreview";
+  void* queryInterface(StringView asked) noexcept override {
+    return asked.view() == interfaceName ? this : Widget::queryInterface(asked);
+  }
+
+  // The watermark's text. [plug-in, ready]
   virtual void setText(WStringView text) = 0;
 
   // "#" and six hexadecimal digits. [plug-in, ready]
@@ -248,8 +384,14 @@ class WMPreview : public Widget {
 
   // Degrees, counter-clockwise, 0 to 359. [plug-in, ready]
   virtual void setRotation(std::int32_t degrees) = 0;
+
+  // The font's name; a similar one stands in for one that is not installed. [plug-in, ready]
   virtual void setFontFace(WStringView face) = 0;
+
+  // Whether the text is bold. [plug-in, ready]
   virtual void setBold(bool bold) = 0;
+
+  // Whether the text is italic. [plug-in, ready]
   virtual void setItalic(bool italic) = 0;
 
   // Points. [plug-in, ready]
@@ -260,7 +402,13 @@ class WMPreview : public Widget {
 };
 
 // A box of the layout that holds other widgets.
-class Container : public Widget {};
+class Container : public Widget {
+ public:
+  static constexpr const char* interfaceName = "Container";
+  void* queryInterface(StringView asked) noexcept override {
+    return asked.view() == interfaceName ? this : Widget::queryInterface(asked);
+  }
+};
 
 // Aligns the captions of the groups in a container. Made by Host::alignment.
 class Alignment : public RefCount {

@@ -61,9 +61,7 @@ Kiln::SmartPtr<Kiln::Dom::INode> Node::childOrNew(Kiln::WStringView name) {
 }
 
 void Node::setChild(Kiln::WStringView name, Kiln::SmartPtr<Kiln::Dom::INode> node) {
-  auto own = Kiln::smartCast<Node>(node);
-  if (!own) throw failure("A node was set that this host did not make.");
-  own = adopt(std::move(own));
+  auto own = adopt(givenBack<Node>(node, "INode::setChild", "a node"));
   const std::size_t place = find(name);
   own->localName = name.view();
   if (place == none) {

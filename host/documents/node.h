@@ -26,6 +26,11 @@ class Node final : public Kiln::Dom::INode {
   explicit Node(std::u16string_view nodeName) : localName(nodeName) {}
   ~Node() override;
 
+  static constexpr const char* interfaceName = "Refhost::Node";
+  void* queryInterface(Kiln::StringView asked) noexcept override {
+    return asked.view() == interfaceName ? this : INode::queryInterface(asked);
+  }
+
   // The element's namespace and preferred prefix; empty for none.
   std::u16string nameSpace;
   std::u16string prefix;

@@ -51,6 +51,11 @@ class Path final : public Kiln::Services::Path {
  public:
   Path(const FileWorld& fileWorld, fs::path filePath) : path(std::move(filePath)), world(fileWorld) {}
 
+  static constexpr const char* interfaceName = "Refhost::Path";
+  void* queryInterface(Kiln::StringView asked) noexcept override {
+    return asked.view() == interfaceName ? this : Kiln::Services::Path::queryInterface(asked);
+  }
+
   Kiln::WString text() override { return Refhost::text(Files::pathText(path)); }
 
   Kiln::SmartPtr<Kiln::Services::Path> join(Kiln::WStringView name) override {
@@ -106,8 +111,8 @@ class Path final : public Kiln::Services::Path {
   }
 
   void copyTo(Kiln::SmartPtr<Kiln::Services::Path> to) override {
-    if (!to) throw failure(Files::shownPath(path) + " was to be copied to no path.");
-    saveTraced(world, nativePath(*to), readForPlugin(world, path, [&] { return world.disk.read(path, copyLimit); }));
+    const fs::path target = nativePath(to, "Path::copyTo");
+    saveTraced(world, target, readForPlugin(world, path, [&] { return world.disk.read(path, copyLimit); }));
   }
 
   const fs::path path;
@@ -145,10 +150,8 @@ Kiln::SmartPtr<Kiln::Services::Path> makePath(const FileWorld& world, fs::path p
   return make<Path>(world, tidied(std::move(path)));
 }
 
-fs::path nativePath(Kiln::Services::Path& path) {
-  const auto* own = dynamic_cast<Path*>(&path);
-  if (own == nullptr) throw failure("A path was used that this host did not make.");
-  return own->path;
+fs::path nativePath(const Kiln::SmartPtr<Kiln::Services::Path>& path, std::string_view operation) {
+  return givenBack<Path>(path, operation, "a path")->path;
 }
 
 std::u16string tracedPath(const FileWorld& world, const fs::path& path) {

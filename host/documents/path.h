@@ -42,8 +42,9 @@ struct FileWorld {
 // recursive walk ends, and to folders that are listed already.
 Kiln::SmartPtr<Kiln::Services::Path> makePath(const FileWorld& world, std::filesystem::path path);
 
-// The file system path of one of this host's paths.
-std::filesystem::path nativePath(Kiln::Services::Path& path);
+// The file system path of one of this host's paths, which `operation` ("Host::file") was called with. Throws Exception
+// for none, and for another's.
+std::filesystem::path nativePath(const Kiln::SmartPtr<Kiln::Services::Path>& path, std::string_view operation);
 
 // A path in the form of the trace: with "/" on every system, relative to the home if inside it.
 std::u16string tracedPath(const FileWorld& world, const std::filesystem::path& path);

@@ -10,7 +10,7 @@ class FileStore final : public Kiln::Services::FileBackingStoreIO {
   FileStore(const FileWorld& fileWorld, Kiln::SmartPtr<Kiln::Services::Path> path)
       : world(fileWorld),
         givenPath(std::move(path)),
-        file(nativePath(*givenPath)) {}
+        file(nativePath(givenPath, "Host::file")) {}
 
   Kiln::SmartPtr<Kiln::Services::Path> path() override { return givenPath; }
   Kiln::String readAll() override {
@@ -65,7 +65,6 @@ class MemoryStore final : public Kiln::Services::BackingStoreIO {
 
 Kiln::SmartPtr<Kiln::Services::FileBackingStoreIO> fileStore(const FileWorld& world,
                                                              Kiln::SmartPtr<Kiln::Services::Path> path) {
-  if (!path) throw failure("A file was to be opened without a path.");
   return make<FileStore>(world, std::move(path));
 }
 

@@ -106,9 +106,9 @@ Kiln::SmartPtr<Kiln::Dom::INode> TicketService::loadSchema(Kiln::WStringView url
 void TicketService::propertiesToTicket(Kiln::PTPlugin& plugin, Kiln::SmartPtr<Kiln::Dom::INode> element,
                                        Kiln::Property& properties, Kiln::PTLevel level) {
   if (!element) return;
-  const auto root = Kiln::smartCast<Node>(element);
-  if (!root || root->localNameText() != u"PrintTicket")
-    throw failure("A PrintTicket is made in an element of this host that is named PrintTicket.");
+  const auto root = givenBack<Node>(element, "Tickets::propertiesToTicket", "an element");
+  if (root->localNameText() != u"PrintTicket")
+    throw failure("Tickets::propertiesToTicket was called with an element that is not named PrintTicket.");
   try {
     writeTicket(schemaOf(plugin)->mapping, properties, level, *root);
   } catch (const std::runtime_error& problem) {
@@ -118,8 +118,7 @@ void TicketService::propertiesToTicket(Kiln::PTPlugin& plugin, Kiln::SmartPtr<Ki
 
 void TicketService::ticketToProperties(Kiln::PTPlugin& plugin, Kiln::SmartPtr<Kiln::Dom::INode> ticket,
                                        Kiln::Property& properties) {
-  const auto root = Kiln::smartCast<Node>(ticket);
-  if (!root) throw failure("A PrintTicket is read from an element of this host.");
+  const auto root = givenBack<Node>(ticket, "Tickets::ticketToProperties", "a ticket");
   Values values;
   try {
     values = readTicket(schemaOf(plugin)->mapping, properties, *root);

@@ -26,7 +26,7 @@ Kiln::SmartPtr<Kiln::XUL::ListItem> ListData::append(Kiln::WStringView text, Kil
 
 void ListData::insert(std::int32_t index, Kiln::SmartPtr<Kiln::XUL::ListItem> item) {
   if (index < 0 || index > count()) throw failure("A list item was inserted at a place that the list does not have.");
-  items.insert(items.begin() + index, std::move(item));
+  items.insert(items.begin() + index, givenBack<ListItem>(item, "ListData::insert", "an item"));
 }
 
 Kiln::SmartPtr<Kiln::XUL::ListItem> ListData::remove(std::int32_t index) {
@@ -43,7 +43,7 @@ SelectorImpl<Interface>::SelectorImpl(WidgetWorld& world, WidgetKind kind, const
 
 template <class Interface>
 void SelectorImpl<Interface>::setData(Kiln::SmartPtr<Kiln::XUL::ListData> data) {
-  list = std::move(data);
+  list = givenBack<ListData>(data, "Selector::setData", "data");
   if (selectedIndex() < 0) selected = list->at(0);
   this->changed();
 }
@@ -91,7 +91,7 @@ template class SelectorImpl<Kiln::XUL::ListBox>;
 template class SelectorImpl<Kiln::XUL::ComboBox>;
 
 void ComboBox::setSorted(bool sort) {
-  if (auto* ownList = dynamic_cast<ListData*>(&items())) ownList->setSorted(sort);
+  if (const auto own = Kiln::smartCast<ListData>(data())) own->setSorted(sort);
 }
 
 void ComboBox::show(std::u16string_view value, bool operable) {

@@ -14,6 +14,11 @@ class ListItem final : public Kiln::XUL::ListItem {
         label(itemText),
         itemValue(itemValue) {}
 
+  static constexpr const char* interfaceName = "Refhost::ListItem";
+  void* queryInterface(Kiln::StringView asked) noexcept override {
+    return asked.view() == interfaceName ? this : Kiln::XUL::ListItem::queryInterface(asked);
+  }
+
   Kiln::WString text() override { return Refhost::text(label); }
   void setText(Kiln::WStringView text) override { label = text.view(); }
   Kiln::WString displayedText() override;
@@ -43,6 +48,11 @@ class ListItem final : public Kiln::XUL::ListItem {
 class ListData final : public Kiln::XUL::ListData {
  public:
   explicit ListData(const StringTables& tables) : strings(tables) {}
+
+  static constexpr const char* interfaceName = "Refhost::ListData";
+  void* queryInterface(Kiln::StringView asked) noexcept override {
+    return asked.view() == interfaceName ? this : Kiln::XUL::ListData::queryInterface(asked);
+  }
 
   // Whether items appended from now on are inserted in order of their displayed text.
   void setSorted(bool sort) { sorted = sort; }

@@ -147,6 +147,11 @@ class Container final : public WidgetImpl<Kiln::XUL::Container> {
  public:
   using WidgetImpl::WidgetImpl;
 
+  static constexpr const char* interfaceName = "Refhost::Container";
+  void* queryInterface(Kiln::StringView asked) noexcept override {
+    return asked.view() == interfaceName ? this : WidgetImpl::queryInterface(asked);
+  }
+
   // Whether the captions of the groups in it are aligned.
   bool sharesColumns() const { return columnsShared; }
   void shareColumns();

@@ -19,33 +19,34 @@ TEST(SlotOrder, OfUIPlugin) {
                slotOf(&UIPlugin::showHelp)});
 }
 
+TEST(SlotOrder, OfRefCount) { expectSlots(afterDestructors, {slotOf(&RefCount::queryInterface)}); }
+
 TEST(SlotOrder, OfPTPlugin) {
-  expectSlots(afterDestructors,
-              {slotOf(&PTPlugin::getSchema), slotOf(&PTPlugin::convertPMtoPT), slotOf(&PTPlugin::convertPTtoPM)});
+  expectSlots(afterDestructors, {slotOf(&PTPlugin::getSchema), slotOf(&PTPlugin::convertPMtoPT),
+                                 slotOf(&PTPlugin::convertPTtoPM), slotOf(&PTPlugin::queryInterface)});
 }
 
 TEST(SlotOrder, OfSignal) {
-  expectSlots(afterDestructors, {slotOf(&Signal<WString>::attach), slotOf(&Signal<WString>::allocator)});
+  expectSlots(afterRefCount, {slotOf(&Signal<WString>::attach), slotOf(&Signal<WString>::allocator)});
 }
 
-TEST(SlotOrder, OfArgumentSlot) { expectSlots(afterDestructors, {slotOf(&ArgumentSlot<WString>::call)}); }
+TEST(SlotOrder, OfArgumentSlot) { expectSlots(afterRefCount, {slotOf(&ArgumentSlot<WString>::call)}); }
 
 TEST(SlotOrder, OfAllocator) { expectSlots(0, {slotOf(&Allocator::allocate), slotOf(&Allocator::deallocate)}); }
 
 TEST(SlotOrder, OfINode) {
-  expectSlots(afterDestructors,
-              {slotOf(&Dom::INode::name), slotOf(&Dom::INode::value), slotOf(&Dom::INode::setValue),
-               slotOf(&Dom::INode::childCount), slotOf(&Dom::INode::childAt), slotOf(&Dom::INode::child),
-               slotOf(&Dom::INode::childOrNew), slotOf(&Dom::INode::setChild), slotOf(&Dom::INode::removeChild),
-               slotOf(&Dom::INode::clone)});
+  expectSlots(afterRefCount, {slotOf(&Dom::INode::name), slotOf(&Dom::INode::value), slotOf(&Dom::INode::setValue),
+                              slotOf(&Dom::INode::childCount), slotOf(&Dom::INode::childAt), slotOf(&Dom::INode::child),
+                              slotOf(&Dom::INode::childOrNew), slotOf(&Dom::INode::setChild),
+                              slotOf(&Dom::INode::removeChild), slotOf(&Dom::INode::clone)});
 }
 
 TEST(SlotOrder, OfTextList) {
-  expectSlots(afterDestructors, {slotOf(&Services::TextList::count), slotOf(&Services::TextList::at)});
+  expectSlots(afterRefCount, {slotOf(&Services::TextList::count), slotOf(&Services::TextList::at)});
 }
 
 TEST(SlotOrder, OfPath) {
-  expectSlots(afterDestructors,
+  expectSlots(afterRefCount,
               {slotOf(&Services::Path::text), slotOf(&Services::Path::join), slotOf(&Services::Path::folder),
                slotOf(&Services::Path::lastPart), slotOf(&Services::Path::exists), slotOf(&Services::Path::isFolder),
                slotOf(&Services::Path::list), slotOf(&Services::Path::createFolder), slotOf(&Services::Path::remove),
@@ -53,8 +54,8 @@ TEST(SlotOrder, OfPath) {
 }
 
 TEST(SlotOrder, OfBackingStoreIO) {
-  expectSlots(afterDestructors, {slotOf(&Services::BackingStoreIO::readAll), slotOf(&Services::BackingStoreIO::write),
-                                 slotOf(&Services::BackingStoreIO::commit)});
+  expectSlots(afterRefCount, {slotOf(&Services::BackingStoreIO::readAll), slotOf(&Services::BackingStoreIO::write),
+                              slotOf(&Services::BackingStoreIO::commit)});
 }
 
 TEST(SlotOrder, OfFileBackingStoreIO) {
@@ -62,14 +63,14 @@ TEST(SlotOrder, OfFileBackingStoreIO) {
 }
 
 TEST(SlotOrder, OfDocuments) {
-  expectSlots(afterDestructors, {slotOf(&Services::Documents::createElement), slotOf(&Services::Documents::read),
-                                 slotOf(&Services::Documents::write)});
+  expectSlots(afterRefCount, {slotOf(&Services::Documents::createElement), slotOf(&Services::Documents::read),
+                              slotOf(&Services::Documents::write)});
 }
 
 TEST(SlotOrder, OfProperty) {
-  expectSlots(afterDestructors, {slotOf(&Property::narrowValue), slotOf(&Property::wideValue),
-                                 slotOf(&Property::boolValue), slotOf(&Property::equals), slotOf(&Property::setValue),
-                                 slotOf(&Property::hasChild), slotOf(&Property::child)});
+  expectSlots(afterRefCount, {slotOf(&Property::narrowValue), slotOf(&Property::wideValue),
+                              slotOf(&Property::boolValue), slotOf(&Property::equals), slotOf(&Property::setValue),
+                              slotOf(&Property::hasChild), slotOf(&Property::child)});
 }
 
 TEST(SlotOrder, OfModelRoot) {
@@ -77,10 +78,10 @@ TEST(SlotOrder, OfModelRoot) {
               {slotOf(&ModelRoot::enableChangeSignal), slotOf(&ModelRoot::selectionChangeSignal)});
 }
 
-TEST(SlotOrder, OfTransition) { expectSlots(afterDestructors, {slotOf(&State::Transition::add)}); }
+TEST(SlotOrder, OfTransition) { expectSlots(afterRefCount, {slotOf(&State::Transition::add)}); }
 
 TEST(SlotOrder, OfIPropertyManager) {
-  expectSlots(afterDestructors,
+  expectSlots(afterRefCount,
               {slotOf(&IPropertyManager::modelProperties), slotOf(&IPropertyManager::configuration),
                slotOf(&IPropertyManager::xmlCustomisation), slotOf(&IPropertyManager::transition),
                slotOf(&IPropertyManager::submit), slotOf(&IPropertyManager::valueAllowed),
@@ -88,11 +89,11 @@ TEST(SlotOrder, OfIPropertyManager) {
 }
 
 TEST(SlotOrder, OfImportExportEvent) {
-  expectSlots(afterDestructors, {slotOf(&ImportExportEvent::property), slotOf(&ImportExportEvent::location)});
+  expectSlots(afterRefCount, {slotOf(&ImportExportEvent::property), slotOf(&ImportExportEvent::location)});
 }
 
 TEST(SlotOrder, OfWidget) {
-  expectSlots(afterDestructors,
+  expectSlots(afterRefCount,
               {slotOf(&XUL::Widget::hide), slotOf(&XUL::Widget::enable), slotOf(&XUL::Widget::disable),
                slotOf(&XUL::Widget::setVisible), slotOf(&XUL::Widget::setEnabled), slotOf(&XUL::Widget::isEnabled),
                slotOf(&XUL::Widget::id), slotOf(&XUL::Widget::nativeWindow)});
@@ -120,7 +121,7 @@ TEST(SlotOrder, OfToggle) {
 }
 
 TEST(SlotOrder, OfListItem) {
-  expectSlots(afterDestructors,
+  expectSlots(afterRefCount,
               {slotOf(&XUL::ListItem::text), slotOf(&XUL::ListItem::setText), slotOf(&XUL::ListItem::displayedText),
                slotOf(&XUL::ListItem::value), slotOf(&XUL::ListItem::setValue), slotOf(&XUL::ListItem::setColour),
                slotOf(&XUL::ListItem::image), slotOf(&XUL::ListItem::setImage), slotOf(&XUL::ListItem::isMarked),
@@ -128,9 +129,8 @@ TEST(SlotOrder, OfListItem) {
 }
 
 TEST(SlotOrder, OfListData) {
-  expectSlots(afterDestructors,
-              {slotOf(&XUL::ListData::count), slotOf(&XUL::ListData::at), slotOf(&XUL::ListData::append),
-               slotOf(&XUL::ListData::insert), slotOf(&XUL::ListData::remove)});
+  expectSlots(afterRefCount, {slotOf(&XUL::ListData::count), slotOf(&XUL::ListData::at), slotOf(&XUL::ListData::append),
+                              slotOf(&XUL::ListData::insert), slotOf(&XUL::ListData::remove)});
 }
 
 TEST(SlotOrder, OfSelector) {
@@ -150,8 +150,8 @@ TEST(SlotOrder, OfComboBox) {
 }
 
 TEST(SlotOrder, OfTextChangeEvent) {
-  expectSlots(afterDestructors, {slotOf(&XUL::TextChangeEvent::text), slotOf(&XUL::TextChangeEvent::isProvisional),
-                                 slotOf(&XUL::TextChangeEvent::refuse), slotOf(&XUL::TextChangeEvent::source)});
+  expectSlots(afterRefCount, {slotOf(&XUL::TextChangeEvent::text), slotOf(&XUL::TextChangeEvent::isProvisional),
+                              slotOf(&XUL::TextChangeEvent::refuse), slotOf(&XUL::TextChangeEvent::source)});
 }
 
 TEST(SlotOrder, OfTextBox) {
@@ -180,33 +180,33 @@ TEST(SlotOrder, OfWMPreview) {
        slotOf(&XUL::WMPreview::setItalic), slotOf(&XUL::WMPreview::setFontSize), slotOf(&XUL::WMPreview::setOpacity)});
 }
 
-TEST(SlotOrder, OfAlignment) { expectSlots(afterDestructors, {slotOf(&XUL::Alignment::bind)}); }
+TEST(SlotOrder, OfAlignment) { expectSlots(afterRefCount, {slotOf(&XUL::Alignment::bind)}); }
 
-TEST(SlotOrder, OfPreAcceptPanel) { expectSlots(afterDestructors, {slotOf(&XUL::PreAcceptPanel::veto)}); }
+TEST(SlotOrder, OfPreAcceptPanel) { expectSlots(afterRefCount, {slotOf(&XUL::PreAcceptPanel::veto)}); }
 
 TEST(SlotOrder, OfTabPanel) {
-  expectSlots(afterDestructors, {slotOf(&XUL::TabPanel::selectedTabId), slotOf(&XUL::TabPanel::helpSignal),
-                                 slotOf(&XUL::TabPanel::preAcceptSignal)});
+  expectSlots(afterRefCount, {slotOf(&XUL::TabPanel::selectedTabId), slotOf(&XUL::TabPanel::helpSignal),
+                              slotOf(&XUL::TabPanel::preAcceptSignal)});
 }
 
 TEST(SlotOrder, OfGUI) {
-  expectSlots(afterDestructors, {slotOf(&XUL::GUI::load), slotOf(&XUL::GUI::readySignal), slotOf(&XUL::GUI::widgetById),
-                                 slotOf(&XUL::GUI::tabPanel), slotOf(&XUL::GUI::openDialog)});
+  expectSlots(afterRefCount, {slotOf(&XUL::GUI::load), slotOf(&XUL::GUI::readySignal), slotOf(&XUL::GUI::widgetById),
+                              slotOf(&XUL::GUI::tabPanel), slotOf(&XUL::GUI::openDialog)});
 }
 
-TEST(SlotOrder, OfSubDialogEventArg) { expectSlots(afterDestructors, {slotOf(&XUL::SubDialogEventArg::vetoClose)}); }
+TEST(SlotOrder, OfSubDialogEventArg) { expectSlots(afterRefCount, {slotOf(&XUL::SubDialogEventArg::vetoClose)}); }
 
 TEST(SlotOrder, OfSubDialog) {
-  expectSlots(afterDestructors, {slotOf(&XUL::SubDialog::widgetById), slotOf(&XUL::SubDialog::parentWidgetById),
-                                 slotOf(&XUL::SubDialog::okButton), slotOf(&XUL::SubDialog::okSignal),
-                                 slotOf(&XUL::SubDialog::cancelSignal), slotOf(&XUL::SubDialog::openDialog),
-                                 slotOf(&XUL::SubDialog::runModally), slotOf(&XUL::SubDialog::show),
-                                 slotOf(&XUL::SubDialog::registerImage)});
+  expectSlots(afterRefCount, {slotOf(&XUL::SubDialog::widgetById), slotOf(&XUL::SubDialog::parentWidgetById),
+                              slotOf(&XUL::SubDialog::okButton), slotOf(&XUL::SubDialog::okSignal),
+                              slotOf(&XUL::SubDialog::cancelSignal), slotOf(&XUL::SubDialog::openDialog),
+                              slotOf(&XUL::SubDialog::runModally), slotOf(&XUL::SubDialog::show),
+                              slotOf(&XUL::SubDialog::registerImage)});
 }
 
 TEST(SlotOrder, OfTickets) {
-  expectSlots(afterDestructors, {slotOf(&Services::Tickets::loadSchema), slotOf(&Services::Tickets::propertiesToTicket),
-                                 slotOf(&Services::Tickets::ticketToProperties)});
+  expectSlots(afterRefCount, {slotOf(&Services::Tickets::loadSchema), slotOf(&Services::Tickets::propertiesToTicket),
+                              slotOf(&Services::Tickets::ticketToProperties)});
 }
 
 TEST(SlotOrder, OfHost) {
@@ -217,7 +217,8 @@ TEST(SlotOrder, OfHost) {
                   slotOf(&Host::lookUp),        slotOf(&Host::locales),        slotOf(&Host::languageName),
                   slotOf(&Host::isJapanese),    slotOf(&Host::fontNames),      slotOf(&Host::path),
                   slotOf(&Host::file),          slotOf(&Host::resource),       slotOf(&Host::documents),
-                  slotOf(&Host::tickets),       slotOf(&Host::tell),           slotOf(&Host::scaledImage)});
+                  slotOf(&Host::tickets),       slotOf(&Host::tell),           slotOf(&Host::scaledImage),
+                  slotOf(&Host::queryInterface)});
 }
 
 }  // namespace

@@ -20,6 +20,9 @@ std::size_t slotOf(Function function) {
 // Virtual destructors occupy the first two vtable entries in this ABI.
 inline constexpr std::size_t afterDestructors = 2;
 
+// RefCount's own operation follows them, except in classes that derive from it virtually.
+inline constexpr std::size_t afterRefCount = 3;
+
 inline void expectSlots(std::size_t first, const std::vector<std::size_t>& slots) {
   for (std::size_t i = 0; i < slots.size(); ++i) EXPECT_EQ(slots[i], first + i) << "the operation at place " << i;
 }

@@ -1,4 +1,5 @@
 #include "files_world.h"
+#include "host/object.h"
 #include "tests/files/failing_disk.h"
 #include "tests/files/model_disk.h"
 
@@ -148,8 +149,7 @@ TEST(Path, OfAnotherHostIsRefused) {
     bool remove() override { return false; }
     void copyTo(Kiln::SmartPtr<Kiln::Services::Path>) override {}
   };
-  Foreign foreign;
-  EXPECT_THROW(nativePath(foreign), Kiln::Exception);
+  EXPECT_THROW(nativePath(make<Foreign>(), "Host::file"), Kiln::Exception);
 }
 
 TEST(PathText, KeepsUnpairedSurrogates) {

@@ -184,7 +184,8 @@ class FakePlugin final : public UIPlugin {
 
 }  // namespace
 
-KILN_EXPORT UIPlugin* createPlugin(Host& host, PropertyManager manager, const String& name, void*,
+KILN_EXPORT UIPlugin* createPlugin(Host& host, PropertyManager manager, const String& name, void* reserved,
                                    SmartPtr<Services::Library> library) {
+  if (answerVersion(name, reserved)) return nullptr;
   return new (host.allocator()) FakePlugin(host, name, manager, library);
 }
