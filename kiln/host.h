@@ -22,8 +22,7 @@ class Host {
   // Opens help at the plug-in's own topic. Called by UIPlugin::showHelp. [plug-in, ready]
   virtual void showPluginHelp(StringView plugin) = 0;
 
-  // Opens a help file (a chrome:// address) at a topic. A topic that the file does not have is told to the user.
-  // [plug-in, ready]
+  // Opens a help file (a chrome:// address) at a topic. [plug-in, ready]
   virtual void showHelpTopic(WStringView url, WStringView topic) = 0;
 
   // The names that an attribute of the plug-in's elements lists, for example the property names that "lock" locks; none

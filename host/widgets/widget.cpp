@@ -28,6 +28,11 @@ const char* nameOf(WidgetKind kind) {
   return "";
 }
 
+// A plug-in may hold a child longer.
+WidgetNode::~WidgetNode() {
+  for (WidgetNode* child : childNodes) child->parentNode = nullptr;
+}
+
 bool WidgetNode::isShown() const { return visible && (parentNode == nullptr || parentNode->isShown()); }
 
 bool WidgetNode::isOperable() const {

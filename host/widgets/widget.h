@@ -65,7 +65,7 @@ class WidgetNode {
         widgetId(std::move(widgetId)) {}
   WidgetNode(const WidgetNode&) = delete;
   WidgetNode& operator=(const WidgetNode&) = delete;
-  virtual ~WidgetNode() = default;
+  virtual ~WidgetNode();
 
   WidgetKind kind() const { return widgetKind; }
 

@@ -348,4 +348,16 @@ TEST_F(Widgets, LayoutThatIsWrongIsRefusedWithItsPlace) {
     EXPECT_THROW(read(content), std::runtime_error) << content;
 }
 
+TEST_F(Widgets, MayBeHeldLongerThanTheirParents) {
+  read(R"(<vbox><hbox><textbox id="box"/></hbox></vbox>)");
+  const Kiln::SmartPtr<Refhost::TextBox> held(&box());
+  layout = {};
+  EXPECT_EQ(held->parent(), nullptr);
+  EXPECT_TRUE(held->isOperable());
+  held->setText(u"a");
+  held->disable();
+  EXPECT_EQ(held->text().view(), u"a");
+  EXPECT_FALSE(held->isOperable());
+}
+
 }  // namespace
