@@ -1,5 +1,6 @@
 #include "app/dry_run.h"
 
+#include "app/messages.h"
 #include "formats/printable.h"
 #include "press/job/overlay_words.h"
 
@@ -9,8 +10,6 @@
 
 namespace App {
 namespace {
-
-std::string inQuotes(const std::string& text) { return '"' + text + '"'; }
 
 std::string capitalised(std::string sentence) {
   if (!sentence.empty() && sentence.front() >= 'a' && sentence.front() <= 'z')

@@ -1,5 +1,6 @@
 #include "app/marks.h"
 
+#include "app/messages.h"
 #include "app/overlay_dialog.h"
 #include "app/overlay_slots.h"
 #include "app/shown_items.h"

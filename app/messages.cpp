@@ -3,7 +3,6 @@
 #include "formats/printable.h"
 
 #include <iostream>
-#include <string>
 
 namespace App {
 namespace {
@@ -38,6 +37,8 @@ std::string startOfText(const std::string& text, std::size_t most) {
 }  // namespace
 
 void tell(std::string_view sentence) { write("kiln: ", Formats::printable(sentence)); }
+
+std::string inQuotes(const std::string& name) { return '"' + name + '"'; }
 
 void message(Message kind, std::string_view text) {
   const std::string_view start = startOf(kind);

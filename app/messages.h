@@ -3,12 +3,16 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace App {
 
 // Tells the user a sentence.
 void tell(std::string_view sentence);
+
+// A name in a sentence.
+std::string inQuotes(const std::string& name);
 
 // Where a command's sentences go.
 using Tell = void (*)(std::string_view sentence);

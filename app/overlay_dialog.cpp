@@ -1,5 +1,6 @@
 #include "app/overlay_dialog.h"
 
+#include "app/messages.h"
 #include "app/shown_items.h"
 #include "formats/names.h"
 #include "formats/page_rules.h"

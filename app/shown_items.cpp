@@ -1,5 +1,6 @@
 #include "app/shown_items.h"
 
+#include "app/messages.h"
 #include "formats/printable.h"
 #include "formats/text.h"
 
@@ -16,8 +17,6 @@ std::vector<ShownItem> shownItems(Refhost::SelectorNode& list) {
   }
   return items;
 }
-
-std::string inQuotes(const std::string& name) { return '"' + name + '"'; }
 
 std::string nameMeant(const std::vector<std::string>& names, const std::string& word) {
   if (std::ranges::find(names, word) != names.end()) return word;

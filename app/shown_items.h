@@ -21,8 +21,6 @@ struct ShownItem {
 
 std::vector<ShownItem> shownItems(Refhost::SelectorNode& list);
 
-std::string inQuotes(const std::string& name);
-
 // The name that a word of a command line means: the word itself where there is such a name, else the only name that is
 // listed as the word (see Formats::printable), else the word. Throws std::runtime_error, one sentence, when several
 // names are listed so.

@@ -32,6 +32,15 @@ class DiskError : public std::runtime_error {
   std::error_code systemCode;
 };
 
+// Runs work whose failure does no harm, and ignores a DiskError.
+template <class Work>
+void tryTo(const Work& work) {
+  try {
+    work();
+  } catch (const DiskError&) {
+  }
+}
+
 // `unknown` only in listings: the entry is there, but cannot be examined.
 enum class EntryKind { none, file, folder, other, unknown };
 

@@ -21,15 +21,6 @@ fs::path folderIn(const Settings& settings, std::u16string_view key) {
   return Files::pathFromText(settings.get(key).value_or(u""));
 }
 
-// Ignores failures: the folder is used as it is.
-template <class Work>
-void tryTo(const Work& work) {
-  try {
-    work();
-  } catch (const Files::DiskError&) {
-  }
-}
-
 std::vector<fs::path> foldersIn(Files::Disk& disk, const fs::path& folder) {
   std::vector<fs::path> folders;
   if (disk.kind(folder) == Files::EntryKind::folder)
@@ -53,7 +44,7 @@ std::vector<UserFolder> userFolders(Files::Disk& disk, const Settings& settings)
   const fs::path localData = folderIn(settings, Formats::Setting::localDataPath);
   if (localData.empty()) return folders;
   folders.push_back({localData, false});
-  tryTo([&] {
+  Files::tryTo([&] {
     for (const fs::path& folder : foldersIn(disk, localData)) {
       folders.push_back({folder, false});
       folders.push_back({folder / overlays.filename(), false});
@@ -80,7 +71,7 @@ void tidy(const UserFolder& folder, const Work& work) {
 // Empty while another program has the home's lock.
 std::optional<Files::HomeLock> lockAtOnce(Files::Disk& disk, const fs::path& home) {
   std::optional<Files::HomeLock> lock;
-  tryTo([&] { lock.emplace(disk, home, std::chrono::milliseconds(0)); });
+  Files::tryTo([&] { lock.emplace(disk, home, std::chrono::milliseconds(0)); });
   return lock;
 }
 
@@ -106,7 +97,7 @@ void tidyHome(Files::Disk& disk, const fs::path& home, std::chrono::milliseconds
 void tidyUserFolders(Files::Disk& disk, const Settings& settings, const fs::path& home) {
   std::vector<UserFolder> toPutBack;
   for (const UserFolder& folder : userFolders(disk, settings)) {
-    tryTo([&] { Files::sweepTemporaries(disk, folder.path); });
+    Files::tryTo([&] { Files::sweepTemporaries(disk, folder.path); });
     tidy(folder, [&] {
       if (hasToPutBack(disk, folder.path)) toPutBack.push_back(folder);
     });

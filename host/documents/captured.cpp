@@ -49,15 +49,6 @@ void removeIfThere(Files::Disk& disk, const fs::path& file) {
   if (disk.remove(file)) disk.syncFolder(Files::folderOf(file));
 }
 
-// Ignores failures: the first one is reported, and opening the folder retries.
-template <class Work>
-void tryTo(const Work& work) {
-  try {
-    work();
-  } catch (const Files::DiskError&) {
-  }
-}
-
 }  // namespace
 
 bool isSetAside(Files::Disk& disk, const fs::path& file) { return isThere(disk, asideOf(file)); }
@@ -73,10 +64,11 @@ bool takeAway(Files::Disk& disk, const fs::path& file, bool isDestination) {
     if (!disk.remove(file) && !wasAside) return false;
     disk.syncFolder(Files::folderOf(file));
   } catch (const Files::DiskError&) {
-    tryTo([&] { putBack(disk, file); });
+    // The first failure is reported, and opening the folder retries.
+    Files::tryTo([&] { putBack(disk, file); });
     throw;
   }
-  tryTo([&] { removeIfThere(disk, asideOf(pictureOf(file))); });
+  Files::tryTo([&] { removeIfThere(disk, asideOf(pictureOf(file))); });
   return true;
 }
 
@@ -91,14 +83,14 @@ void writeCaptured(Files::Disk& disk, const fs::path& file, std::string_view byt
     }
     Files::replaceWhole(disk, file, bytes);
   } catch (const Files::DiskError&) {
-    tryTo([&] {
+    Files::tryTo([&] {
       const bool wasThere = isThere(disk, file) || isThere(disk, asideOf(file));
       if (picture && !wasThere) removeIfThere(disk, pictureOf(file));
       putBack(disk, file);
     });
     throw;
   }
-  tryTo([&] { putBack(disk, file); });
+  Files::tryTo([&] { putBack(disk, file); });
 }
 
 void putBack(Files::Disk& disk, const fs::path& file) {
