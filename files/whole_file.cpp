@@ -1,5 +1,6 @@
 #include "files/whole_file.h"
 
+#include <algorithm>
 #include <atomic>
 #include <charconv>
 #include <optional>
@@ -139,6 +140,12 @@ void createPrivateFolder(Disk& disk, const fs::path& folder) {
 }
 
 bool isTemporaryName(const fs::path& name) { return writerOf(name).has_value(); }
+
+bool hasTemporaries(Disk& disk, const fs::path& folder) {
+  if (disk.kind(folder) != EntryKind::folder) return false;
+  const std::vector<Entry> found = disk.entries(folder);
+  return std::any_of(found.begin(), found.end(), [](const Entry& entry) { return isTemporaryName(entry.name); });
+}
 
 void sweepTemporaries(Disk& disk, const fs::path& folder) {
   if (disk.kind(folder) != EntryKind::folder) return;

@@ -64,8 +64,12 @@ void createPrivateFolder(Disk& disk, const std::filesystem::path& folder);
 // Whether the name is one that a PendingFile gives its temporary file.
 bool isTemporaryName(const std::filesystem::path& name);
 
-// Removes the temporary files that crashed programs have left in `folder`. Called when a folder is opened; ignores
-// files that cannot be removed, and a missing folder. Throws DiskError when the folder cannot be listed.
+// Whether the folder has temporary files, which sweepTemporaries may remove. Throws DiskError when it cannot be listed.
+bool hasTemporaries(Disk& disk, const std::filesystem::path& folder);
+
+// Removes the temporary files that crashed programs have left in `folder`. Called when a folder is opened, under its
+// home's lock: the finished files of an import have no other. Ignores files that cannot be removed, and a missing
+// folder. Throws DiskError when the folder cannot be listed.
 //
 // A temporary file is removed when no program is writing it, and the process in its name is not running or the file is
 // too old to be that process's: process numbers are reused.

@@ -8,6 +8,7 @@
 #include "host/documents/captured.h"
 #include "host/profiles/home_import.h"
 
+#include <algorithm>
 #include <optional>
 #include <vector>
 
@@ -88,24 +89,30 @@ void tidyHome(Files::Disk& disk, const fs::path& home, std::chrono::milliseconds
     tell(error.what());
   }
   try {
-    for (const fs::path& folder : {home, home / "profile"}) Files::sweepTemporaries(disk, folder);
+    const fs::path folders[] = {home, home / "profile"};
+    const bool isTidy =
+        std::ranges::none_of(folders, [&](const auto& each) { return Files::hasTemporaries(disk, each); });
+    const auto lock = isTidy ? std::nullopt : lockAtOnce(disk, home);
+    if (!lock) return;
+    for (const fs::path& folder : folders) Files::sweepTemporaries(disk, folder);
   } catch (const Files::DiskError& error) {
     tell(error.what());
   }
 }
 
 void tidyUserFolders(Files::Disk& disk, const Settings& settings, const fs::path& home) {
-  std::vector<UserFolder> toPutBack;
-  for (const UserFolder& folder : userFolders(disk, settings)) {
-    Files::tryTo([&] { Files::sweepTemporaries(disk, folder.path); });
+  std::vector<UserFolder> untidy;
+  for (const UserFolder& folder : userFolders(disk, settings))
     tidy(folder, [&] {
-      if (hasToPutBack(disk, folder.path)) toPutBack.push_back(folder);
+      if (Files::hasTemporaries(disk, folder.path) || hasToPutBack(disk, folder.path)) untidy.push_back(folder);
     });
-  }
-  if (toPutBack.empty()) return;
+  if (untidy.empty()) return;
   const auto lock = lockAtOnce(disk, home);
   if (!lock) return;
-  for (const UserFolder& folder : toPutBack) tidy(folder, [&] { putAllBack(disk, folder.path); });
+  for (const UserFolder& folder : untidy) {
+    Files::tryTo([&] { Files::sweepTemporaries(disk, folder.path); });
+    tidy(folder, [&] { putAllBack(disk, folder.path); });
+  }
 }
 
 bool isLocalData(const Settings& settings, const fs::path& path) {

@@ -12,7 +12,7 @@
 namespace Refhost {
 
 // Called before any file of the home is read. Completes an import that was interrupted, and removes temporary files of
-// crashed programs; tells what is not done. Throws Files::DiskError when an import cannot be completed now: what is
+// crashed programs, unless another program is changing the home; tells what is not done. Throws Files::DiskError when an import cannot be completed now: what is
 // saved meanwhile would be overwritten when it is.
 void tidyHome(Files::Disk& disk, const std::filesystem::path& home, std::chrono::milliseconds longestWait,
               const std::function<void(const std::string&)>& tell);

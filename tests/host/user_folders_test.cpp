@@ -66,6 +66,9 @@ TEST_F(UserFolders, LoseThePictureOfAnOverlayThatDidNotCome) {
 TEST_F(UserFolders, AreNotTidiedWhileAnotherProgramIsChangingThem) {
   const auto folder = make("profile/overlays");
   writeFile(folder / ".kiln-aside-00001.opa", "overlay");
+  // The files of an import on another machine look as if their process had died.
+  const std::filesystem::path temporaries[] = {home.path / left, home.path / "profile" / left, folder / left};
+  for (const auto& file : temporaries) writeFile(file, "finished");
   {
     const Files::HomeLock lock(Files::realDisk(), home.path);
     auto options = builtOptions();
@@ -74,8 +77,10 @@ TEST_F(UserFolders, AreNotTidiedWhileAnotherProgramIsChangingThem) {
     const Testing::World world(options);
   }
   EXPECT_FALSE(std::filesystem::exists(folder / "00001.opa"));
+  for (const auto& file : temporaries) EXPECT_TRUE(std::filesystem::exists(file)) << file;
   open();
   EXPECT_TRUE(std::filesystem::exists(folder / "00001.opa"));
+  for (const auto& file : temporaries) EXPECT_FALSE(std::filesystem::exists(file)) << file;
 }
 
 // A person's own, or an overlay whose record was lost.
