@@ -17,14 +17,14 @@ bool isThere(const fs::path& path) {
                            "): check where links lead, and who may look into the folders on the way.");
 }
 
-std::optional<Refhost::TracePairs> keptIn(const fs::path& home, const Refhost::Options& options) {
+std::optional<Refhost::TracePairs> keptIn(const fs::path& home, const Refhost::Options& options, Tell tellUser) {
   const Refhost::ModelDescription model = Refhost::readModel(options.resources / "models", options.model);
   const fs::path file = Refhost::settingsFile(home, model.name);
-  if (!isThere(file)) return {};
-  const Refhost::KeptSettings kept = Refhost::readSettings(file);
+  const Refhost::KeptSettings kept = Refhost::readSettings(file, tellUser);
   if (!kept.setAside.empty())
     throw std::runtime_error("The settings in " + file.string() + " were damaged and are now in " +
                              kept.setAside.string() + ": accept the preferences once more.");
+  if (!isThere(file)) return {};
   return Refhost::applicable(kept.values, model);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/host_options.h"
+#include "app/messages.h"
 #include "app/system/interruption.h"
 #include "files/temporary_folder.h"
 
@@ -15,9 +16,10 @@ namespace App {
 // dangling link: jobs must not print without files that may exist.
 bool isThere(const std::filesystem::path& path);
 
-// The settings saved by the window in `home` for the model of `options`; nothing when there are none. Throws
-// std::runtime_error, one sentence, when they cannot be read.
-std::optional<Refhost::TracePairs> keptIn(const std::filesystem::path& home, const Refhost::Options& options);
+// The settings saved by the window in `home` for the model of `options`; nothing when there are none. `tellUser` takes
+// what the user should know of the home. Throws std::runtime_error, one sentence, when they cannot be read.
+std::optional<Refhost::TracePairs> keptIn(const std::filesystem::path& home, const Refhost::Options& options,
+                                          Tell tellUser);
 
 // A temporary home with a profile's content, to print with a profile without changing the user's home.
 class ProfileHome {

@@ -37,7 +37,7 @@ ProfileHome::ProfileHome(const std::filesystem::path& profile, Refhost::Options&
   Refhost::importProfile(Files::realDisk(), profile, into,
                          [&interruption](int, int) { return interruption.signal() == 0; });
   options.home = folder.path();
-  options.properties = keptIn(options.home, options).value_or(Refhost::TracePairs());
+  options.properties = keptIn(options.home, options, tell).value_or(Refhost::TracePairs());
 }
 
 }  // namespace App

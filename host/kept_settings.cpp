@@ -5,6 +5,7 @@
 #include "files/whole_file.h"
 #include "formats/text.h"
 #include "host/profiles/home_import.h"
+#include "host/user_folders.h"
 
 #include <nlohmann/json.hpp>
 
@@ -63,7 +64,10 @@ std::filesystem::path settingsFile(const std::filesystem::path& home, const std:
   return home / "profile" / ("settings-" + name + ".json");
 }
 
-KeptSettings readSettings(const std::filesystem::path& file, Files::Disk& disk) {
+KeptSettings readSettings(const std::filesystem::path& file, const std::function<void(const std::string&)>& tell,
+                          Files::Disk& disk) {
+  const std::filesystem::path home = file.parent_path().parent_path();
+  completeImport(disk, home, Files::longestLockWait, tell);
   const auto known = [&]() -> std::optional<KeptSettings> {
     const auto bytes = bytesIn(disk, file);
     if (!bytes) return KeptSettings{};
@@ -73,7 +77,7 @@ KeptSettings readSettings(const std::filesystem::path& file, Files::Disk& disk) 
   if (auto settings = known()) return *settings;
 
   // Another program may have found it damaged as well, and have written a new one meanwhile.
-  const Files::HomeLock lock(disk, file.parent_path().parent_path());
+  const Files::HomeLock lock(disk, home);
   if (auto settings = known()) return *settings;
   std::filesystem::path aside = file;
   aside += ".damaged";

@@ -6,6 +6,7 @@
 #include "host/trace.h"
 
 #include <filesystem>
+#include <functional>
 #include <string>
 
 namespace Refhost {
@@ -21,10 +22,11 @@ struct KeptSettings {
   std::filesystem::path setAside;
 };
 
-// The settings in `file`; none when there is no such file. Only a file that was read, and does not hold settings, is
-// damaged. Throws std::runtime_error, one sentence, when the file cannot be read, or is damaged and cannot be moved; it
-// is then where it was.
-KeptSettings readSettings(const std::filesystem::path& file, Files::Disk& disk = Files::realDisk());
+// The settings in `file`; none when there is no such file. First completes an import that was interrupted, as
+// completeImport in host/user_folders.h does: the settings before it would be saved over those that it brings. Only a
+// file that was read, and does not hold settings, is damaged. Throws std::runtime_error, one sentence, when the file cannot be read, or is damaged and cannot be moved; it is then where it was.
+KeptSettings readSettings(const std::filesystem::path& file, const std::function<void(const std::string&)>& tell,
+                          Files::Disk& disk = Files::realDisk());
 
 // The content of such a file; equal values give equal bytes. Characters that UTF-8 cannot represent become U+FFFD.
 std::string settingsBytes(const TracePairs& values);

@@ -78,16 +78,20 @@ std::optional<Files::HomeLock> lockAtOnce(Files::Disk& disk, const fs::path& hom
 
 }  // namespace
 
-void tidyHome(Files::Disk& disk, const fs::path& home, std::chrono::milliseconds longestWait,
-              const std::function<void(const std::string&)>& tell) {
+void completeImport(Files::Disk& disk, const fs::path& home, std::chrono::milliseconds longestWait,
+                    const std::function<void(const std::string&)>& tell) {
   try {
-    if (disk.kind(importJournal(home)) != Files::EntryKind::none) {
-      const Files::HomeLock lock(disk, home, longestWait);
-      Files::completeFileSet(disk, importJournal(home));
-    }
+    if (disk.kind(importJournal(home)) == Files::EntryKind::none) return;
+    const Files::HomeLock lock(disk, home, longestWait);
+    Files::completeFileSet(disk, importJournal(home));
   } catch (const Files::RefusedJournal& error) {
     tell(error.what());
   }
+}
+
+void tidyHome(Files::Disk& disk, const fs::path& home, std::chrono::milliseconds longestWait,
+              const std::function<void(const std::string&)>& tell) {
+  completeImport(disk, home, longestWait, tell);
   try {
     const fs::path folders[] = {home, home / "profile"};
     const bool isTidy =

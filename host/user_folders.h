@@ -11,9 +11,13 @@
 
 namespace Refhost {
 
-// Called before any file of the home is read. Completes an import that was interrupted, and removes temporary files of
-// crashed programs, unless another program is changing the home; tells what is not done. Throws Files::DiskError when an import cannot be completed now: what is
-// saved meanwhile would be overwritten when it is.
+// Completes an import into the home that was interrupted; tells of one that never can be. Throws Files::DiskError when
+// it cannot be completed now: what is saved meanwhile would be overwritten when it is.
+void completeImport(Files::Disk& disk, const std::filesystem::path& home, std::chrono::milliseconds longestWait,
+                    const std::function<void(const std::string&)>& tell);
+
+// Called before any file of the home is read. Completes an import, as above, and removes temporary files of crashed
+// programs, unless another program is changing the home; tells what is not done.
 void tidyHome(Files::Disk& disk, const std::filesystem::path& home, std::chrono::milliseconds longestWait,
               const std::function<void(const std::string&)>& tell);
 

@@ -95,6 +95,8 @@ fs::path ticketOfQueue(const fs::path& folder) {
   return ticket;
 }
 
+void warn(std::string_view sentence) { message(Message::warning, sentence); }
+
 // Sets up the settings saved in the window for the model: from the administrator's home, else from the job's user. Does
 // not create a home.
 void takeKeptSettings(Refhost::Options& options, const std::string& user) {
@@ -102,7 +104,7 @@ void takeKeptSettings(Refhost::Options& options, const std::string& user) {
   const Account account = runningAccount();
   if (home.empty() && account.name == user) home = account.folder;
   if (home.empty()) return;
-  const auto kept = keptIn(home, options);
+  const auto kept = keptIn(home, options, warn);
   if (!kept) return;
   message(Message::debug, "The settings are those kept in " + home.string() + ".");
   options.home = home;
@@ -144,7 +146,7 @@ Press::Effects effectsOf(const Call& call, const FilterOptions& given) {
   else
     message(Message::debug, "The settings are those in " + ticket.string() + ".");
 
-  SilentRun run(options, [](std::string_view sentence) { message(Message::warning, sentence); });
+  SilentRun run(options, warn);
   if (!ticket.empty()) run.takeTicket(ticket);
   const Refhost::TracePairs choices = jobChoices(call, given, run.preferences().model());
   if (ticket.empty() && options.properties.empty() && choices.empty())

@@ -57,7 +57,7 @@ void runWithProgress(const std::string& what, const std::string& unharmed,
 std::unique_ptr<SilentRun> openAsKept(Refhost::Options options) {
   try {
     const auto model = Refhost::readModel(options.resources / "models", options.model);
-    const auto kept = Refhost::readSettings(Refhost::settingsFile(options.home, model.name));
+    const auto kept = Refhost::readSettings(Refhost::settingsFile(options.home, model.name), tell);
     if (!kept.setAside.empty())
       tell("The settings were damaged; they are kept in " + Files::shownPath(kept.setAside) + ".");
     options.properties = Refhost::applicable(kept.values, model);

@@ -1,5 +1,6 @@
 #include "files/temporary_folder.h"
 #include "host/kept_settings.h"
+#include "host/profiles/home_import.h"
 #include "tests/files/every_fault.h"
 
 #include <gmock/gmock.h>
@@ -10,6 +11,7 @@
 namespace Refhost {
 namespace {
 
+using testing::AnyOf;
 using testing::HasSubstr;
 using testing::UnorderedElementsAre;
 using Pair = std::pair<std::u16string, std::u16string>;
@@ -21,6 +23,11 @@ class KeptSettingsTest : public testing::Test {
     std::ofstream(file) << bytes;
   }
 
+  KeptSettings read(Files::Disk& disk = Files::realDisk()) {
+    return readSettings(file, [this](const std::string& sentence) { told.push_back(sentence); }, disk);
+  }
+
+  std::vector<std::string> told;
   Files::TemporaryFolder folder;
   std::filesystem::path home = folder.path();
   std::filesystem::path file = settingsFile(home, u"standard");
@@ -33,8 +40,8 @@ TEST_F(KeptSettingsTest, HaveAFileForEachModel) {
 
 TEST_F(KeptSettingsTest, ComeBackAsTheyWere) {
   writeSettings(file, {{u"MirrorImage", u"MirrorImage"}, {u"WatermarkText", u"\u4e0b\u66f8\u304d \"1\""}});
-  EXPECT_THAT(readSettings(file).values, UnorderedElementsAre(Pair(u"MirrorImage", u"MirrorImage"),
-                                                              Pair(u"WatermarkText", u"\u4e0b\u66f8\u304d \"1\"")));
+  EXPECT_THAT(read().values, UnorderedElementsAre(Pair(u"MirrorImage", u"MirrorImage"),
+                                                  Pair(u"WatermarkText", u"\u4e0b\u66f8\u304d \"1\"")));
 }
 
 TEST_F(KeptSettingsTest, AreTextThatPeopleCanRead) {
@@ -47,23 +54,42 @@ TEST_F(KeptSettingsTest, AreTextThatPeopleCanRead) {
 
 TEST_F(KeptSettingsTest, HaveAReplacementForWhatUtf8CannotCarry) {
   writeSettings(file, {{u"WatermarkText", u"a\xD83D"}});
-  EXPECT_THAT(readSettings(file).values, UnorderedElementsAre(Pair(u"WatermarkText", u"a\uFFFD\uFFFD\uFFFD")));
+  EXPECT_THAT(read().values, UnorderedElementsAre(Pair(u"WatermarkText", u"a\uFFFD\uFFFD\uFFFD")));
 }
 
 TEST_F(KeptSettingsTest, AreNoneWithoutAFile) {
-  EXPECT_TRUE(readSettings(file).values.empty());
-  EXPECT_TRUE(readSettings(file).setAside.empty());
+  EXPECT_TRUE(read().values.empty());
+  EXPECT_TRUE(read().setAside.empty());
 }
 
 TEST_F(KeptSettingsTest, ThatAreDamagedAreSetAside) {
   for (const char* damaged : {"", "{", "[]", "{\"values\": 3}", "{\"values\": {\"MirrorImage\": 1}}"}) {
     write(damaged);
-    const KeptSettings kept = readSettings(file);
+    const KeptSettings kept = read();
     EXPECT_TRUE(kept.values.empty()) << damaged;
     EXPECT_EQ(kept.setAside.filename(), "settings-standard.json.damaged") << damaged;
     EXPECT_TRUE(std::filesystem::exists(kept.setAside)) << damaged;
     EXPECT_FALSE(std::filesystem::exists(file)) << damaged;
   }
+}
+
+// The next OK would save the settings before the import over those that it brings.
+TEST_F(KeptSettingsTest, AreThoseOfAnImportThatWasInterrupted) {
+  write(settingsBytes({{u"MirrorImage", u"None"}}));
+  constexpr const char* left = ".kiln-2147483646-1.tmp";
+  std::ofstream(file.parent_path() / left) << settingsBytes({{u"MirrorImage", u"MirrorImage"}});
+  std::ofstream(importJournal(home)) << "kiln-file-set 1\nprofile/" << left << '\0' << "profile/settings-standard.json"
+                                     << '\0';
+  EXPECT_THAT(read().values, UnorderedElementsAre(Pair(u"MirrorImage", u"MirrorImage")));
+  EXPECT_FALSE(std::filesystem::exists(importJournal(home)));
+  EXPECT_TRUE(told.empty());
+}
+
+TEST_F(KeptSettingsTest, AreReadAndTheJournalOfAnImportThatIsRefusedIsTold) {
+  write(settingsBytes({{u"MirrorImage", u"MirrorImage"}}));
+  std::ofstream(importJournal(home)) << "damaged";
+  EXPECT_THAT(read().values, UnorderedElementsAre(Pair(u"MirrorImage", u"MirrorImage")));
+  EXPECT_THAT(told, testing::ElementsAre(HasSubstr("import.journal is refused")));
 }
 
 TEST_F(KeptSettingsTest, ThatCannotBeWrittenAreOneSentence) {
@@ -83,7 +109,7 @@ TEST_F(KeptSettingsTest, AreTheOldOnesOrTheNewOnesWhicheverOperationFails) {
     writeSettings(file, before);
     arm();
     const std::string failure = failureOf([&] { writeSettings(file, after, disk); });
-    const TracePairs now = readSettings(file).values;
+    const TracePairs now = read().values;
     EXPECT_TRUE(now == after || (now == before && !failure.empty())) << fault;
   });
   EXPECT_GT(faults, 15);
@@ -95,22 +121,22 @@ TEST_F(KeptSettingsTest, ThatCannotBeReadAreNeitherNoneNorDamaged) {
   int failures = 0;
   forEveryFault([&](FailingDisk& disk, const auto& arm, const Fault& fault) {
     arm();
-    TracePairs read;
-    const std::string failure = failureOf([&] { read = readSettings(file, disk).values; });
+    TracePairs got;
+    const std::string failure = failureOf([&] { got = read(disk).values; });
     if (failure.empty()) {
-      EXPECT_EQ(read, values) << fault;
+      EXPECT_EQ(got, values) << fault;
     } else {
       ++failures;
-      EXPECT_THAT(failure, HasSubstr("settings-standard.json")) << fault;
+      EXPECT_THAT(failure, AnyOf(HasSubstr("settings-standard.json"), HasSubstr("import.journal"))) << fault;
     }
-    EXPECT_EQ(readSettings(file).values, values) << fault;
+    EXPECT_EQ(read().values, values) << fault;
   });
-  EXPECT_EQ(failures, 4);
+  EXPECT_EQ(failures, 6);
 }
 
 TEST_F(KeptSettingsTest, ThatAreTooLargeAreDamaged) {
   write(std::string(2 << 20, ' '));
-  EXPECT_EQ(readSettings(file).setAside.filename(), "settings-standard.json.damaged");
+  EXPECT_EQ(read().setAside.filename(), "settings-standard.json.damaged");
 }
 
 TEST(ApplicableSettings, AreThoseThatAUserMaySetOnTheModel) {

@@ -86,6 +86,17 @@ TEST_F(FilterCommand, PrintsWithTheTicketOfItsQueue) {
   EXPECT_THAT(outcome.err, AllOf(StartsWith("DEBUG: "), HasSubstr("office.xml")));
 }
 
+TEST_F(FilterCommand, PrintsWithTheSettingsOfAnImportThatWasInterrupted) {
+  const path home = testFolder() / "kept";
+  keepSettings(home, R"("NegativeImage": "Negative")");
+  fs::rename(home / "profile" / "settings-standard.json", home / "profile" / ".kiln-2147483645-1.tmp");
+  writeFile(home / "import.journal", std::string("kiln-file-set 1\nprofile/.kiln-2147483645-1.tmp") + '\0' +
+                                         "profile/settings-standard.json" + '\0');
+  const auto outcome = filterJob({}, {"--home", home.string()});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_TRUE(samePages(outcome.out, printed({"--set", "NegativeImage=Negative"})));
+}
+
 TEST_F(FilterCommand, TakesTheJobFromStandardInputToo) {
   writeTicket("NegativeImage=Negative");
   const auto outcome = filter({"7", "somebody", "A title", "1", ""}, readFile(job));

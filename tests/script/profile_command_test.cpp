@@ -101,6 +101,17 @@ TEST_F(ProfileCommand, TellsOfSettingsThatAreDamaged) {
   EXPECT_THAT(outcome.err, HasSubstr("settings-standard.json.damaged"));
 }
 
+TEST_F(ProfileCommand, ExportsTheSettingsOfAnImportThatWasInterrupted) {
+  constexpr const char* left = ".kiln-2147483645-1.tmp";
+  put(settings(home), R"({"values": {"MirrorImage": "None"}})");
+  put(home / "profile" / left, R"({"values": {"MirrorImage": "MirrorImage"}})");
+  put(home / "import.journal",
+      "kiln-file-set 1\nprofile/" + std::string(left) + '\0' + "profile/settings-standard.json" + '\0');
+  ASSERT_EQ(exportTo(file).status, 0);
+  ASSERT_EQ(importFrom(file).status, 0);
+  EXPECT_THAT(readFile(settings(other)), HasSubstr(R"("MirrorImage": "MirrorImage")"));
+}
+
 TEST_F(ProfileCommand, TellsOfAFileThatTheProfileNamesButDoesNotHold) {
   const path secret = testFolder() / "secret.pdf";
   put(secret, "a person's own");

@@ -105,6 +105,19 @@ TEST_F(SessionTest, TellsOfSettingsThatWereSetAside) {
   EXPECT_EQ(told.filename(), "settings-standard.json.damaged");
 }
 
+TEST_F(SessionTest, KeepsWhatAnInterruptedImportBringsWhereItIsAccepted) {
+  session.reset();
+  constexpr const char* left = ".kiln-2147483646-1.tmp";
+  std::ofstream(options.home / "profile" / left)
+      << Refhost::settingsBytes({{u"MirrorImage", u"MirrorImage"}, {u"PaperSize", u"A3"}});
+  std::ofstream(options.home / "import.journal")
+      << "kiln-file-set 1\nprofile/" << left << '\0' << "profile/settings-standard.json" << '\0';
+  openAnother();
+  EXPECT_TRUE(session->keep());
+  openAnother();
+  EXPECT_EQ(mirrored(), u"MirrorImage");
+}
+
 TEST(SessionWithoutHome, KeepsNothingBeyondItself) {
   SilentFace face;
   std::filesystem::path home;

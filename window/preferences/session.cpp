@@ -42,7 +42,8 @@ void Session::reopen(std::string model, std::string locale) {
 // Opens with the model's saved settings, then the run's options, then the carried values.
 void Session::start(const Refhost::TracePairs& carried) {
   const Refhost::ModelDescription model = Refhost::readModel(options.resources / "models", options.model);
-  const Refhost::KeptSettings kept = Refhost::readSettings(Refhost::settingsFile(options.home, model.name));
+  const Refhost::KeptSettings kept = Refhost::readSettings(
+      Refhost::settingsFile(options.home, model.name), [this](const std::string& sentence) { face.tell(sentence); });
   Refhost::Options now = options;
   now.properties = Refhost::applicable(kept.values, model);
   now.properties.insert(now.properties.end(), options.properties.begin(), options.properties.end());
