@@ -105,8 +105,8 @@ class Entries {
       shownPath(journal) + " is refused as the journal of an interrupted import: " + problem + ". Nothing was moved. ";
   fs::path aside;
   try {
-    for (int number = 1; aside.empty() || disk.kind(aside) != EntryKind::none; ++number)
-      (aside = journal) += ".refused-" + std::to_string(number);
+    (aside = journal) += ".refused-";
+    aside = firstFree(disk, aside);
     disk.replace(journal, aside);
     disk.syncFolder(folderOf(journal));
   } catch (const DiskError&) {

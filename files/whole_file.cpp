@@ -139,6 +139,14 @@ void createPrivateFolder(Disk& disk, const fs::path& folder) {
   disk.syncFolder(folderOf(folder));
 }
 
+fs::path firstFree(Disk& disk, const fs::path& start) {
+  for (int number = 1;; ++number) {
+    fs::path path = start;
+    path += std::to_string(number);
+    if (disk.kind(path) == EntryKind::none) return path;
+  }
+}
+
 bool isTemporaryName(const fs::path& name) { return writerOf(name).has_value(); }
 
 bool hasTemporaries(Disk& disk, const fs::path& folder) {

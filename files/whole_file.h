@@ -61,6 +61,9 @@ void createFolders(Disk& disk, const std::filesystem::path& folder);
 // The same for a folder that only this user can enter; a folder that exists is left as it is.
 void createPrivateFolder(Disk& disk, const std::filesystem::path& folder);
 
+// The first of `start`1, `start`2 ... that is not there yet. Throws DiskError.
+std::filesystem::path firstFree(Disk& disk, const std::filesystem::path& start);
+
 // Whether the name is one that a PendingFile gives its temporary file.
 bool isTemporaryName(const std::filesystem::path& name);
 

@@ -32,6 +32,7 @@ void checkFile(std::string_view bytes) {
   demand(std::filesystem::exists(file()) == kept.setAside.empty());
   if (!kept.setAside.empty()) {
     demand(kept.values.empty() && Fuzzing::read(kept.setAside) == bytes);
+    std::filesystem::remove(kept.setAside);
     return;
   }
   demand(comingBack(kept.values) == kept.values);

@@ -80,8 +80,9 @@ KeptSettings readSettings(const std::filesystem::path& file, const std::function
   const Files::HomeLock lock(disk, home);
   if (auto settings = known()) return *settings;
   std::filesystem::path aside = file;
-  aside += ".damaged";
+  aside += ".damaged-";
   try {
+    aside = Files::firstFree(disk, aside);
     disk.replace(file, aside);
   } catch (const Files::DiskError& problem) {
     throw std::runtime_error("The settings in " + quoted(file) + " are damaged and cannot be renamed (" +

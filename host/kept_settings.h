@@ -24,7 +24,8 @@ struct KeptSettings {
 
 // The settings in `file`; none when there is no such file. First completes an import that was interrupted, as
 // completeImport in host/user_folders.h does: the settings before it would be saved over those that it brings. Only a
-// file that was read, and does not hold settings, is damaged. Throws std::runtime_error, one sentence, when the file cannot be read, or is damaged and cannot be moved; it is then where it was.
+// file that was read, and does not hold settings, is damaged; it is moved to FILE.damaged-N. Throws std::runtime_error,
+// one sentence, when the file cannot be read, or is damaged and cannot be moved; it is then where it was.
 KeptSettings readSettings(const std::filesystem::path& file, const std::function<void(const std::string&)>& tell,
                           Files::Disk& disk = Files::realDisk());
 

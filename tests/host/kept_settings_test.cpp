@@ -67,10 +67,24 @@ TEST_F(KeptSettingsTest, ThatAreDamagedAreSetAside) {
     write(damaged);
     const KeptSettings kept = read();
     EXPECT_TRUE(kept.values.empty()) << damaged;
-    EXPECT_EQ(kept.setAside.filename(), "settings-standard.json.damaged") << damaged;
-    EXPECT_TRUE(std::filesystem::exists(kept.setAside)) << damaged;
+    EXPECT_EQ(kept.setAside.filename(), "settings-standard.json.damaged-1") << damaged;
+    EXPECT_TRUE(std::filesystem::remove(kept.setAside)) << damaged;
     EXPECT_FALSE(std::filesystem::exists(file)) << damaged;
   }
+}
+
+TEST_F(KeptSettingsTest, ThatWereDamagedBeforeAreKeptToo) {
+  const auto contentOf = [](const std::filesystem::path& path) {
+    std::ostringstream content;
+    content << std::ifstream(path).rdbuf();
+    return content.str();
+  };
+  for (const char* damaged : {"one", "two"}) {
+    write(damaged);
+    EXPECT_EQ(contentOf(read().setAside), damaged);
+  }
+  EXPECT_EQ(contentOf(home / "profile" / "settings-standard.json.damaged-1"), "one");
+  EXPECT_EQ(contentOf(home / "profile" / "settings-standard.json.damaged-2"), "two");
 }
 
 // The next OK would save the settings before the import over those that it brings.
@@ -136,7 +150,7 @@ TEST_F(KeptSettingsTest, ThatCannotBeReadAreNeitherNoneNorDamaged) {
 
 TEST_F(KeptSettingsTest, ThatAreTooLargeAreDamaged) {
   write(std::string(2 << 20, ' '));
-  EXPECT_EQ(read().setAside.filename(), "settings-standard.json.damaged");
+  EXPECT_EQ(read().setAside.filename(), "settings-standard.json.damaged-1");
 }
 
 TEST(ApplicableSettings, AreThoseThatAUserMaySetOnTheModel) {

@@ -102,7 +102,7 @@ TEST_F(SessionTest, TellsOfSettingsThatWereSetAside) {
   std::filesystem::path told;
   session->onSetAside = [&told](const std::filesystem::path& file) { told = file; };
   session->open();
-  EXPECT_EQ(told.filename(), "settings-standard.json.damaged");
+  EXPECT_EQ(told.filename(), "settings-standard.json.damaged-1");
 }
 
 TEST_F(SessionTest, KeepsWhatAnInterruptedImportBringsWhereItIsAccepted) {
