@@ -49,7 +49,7 @@ std::optional<Replacements> parseJournal(std::string_view bytes) {
   return replacements;
 }
 
-// Whether the folder, which is in `folder` by its name, is there without its links as well. Throws DiskError.
+// Whether `inside`, which is in `folder` by its name, is there without its links as well. Throws DiskError.
 bool isReallyIn(const fs::path& folder, const fs::path& inside) {
   std::error_code error;
   const fs::path outer = fs::weakly_canonical(folder, error);
@@ -65,6 +65,9 @@ bool isReallyIn(const fs::path& folder, const fs::path& inside) {
 class Entries {
  public:
   Entries(Disk& filesDisk, fs::path journalFolder) : disk(filesDisk), folder(std::move(journalFolder)) {}
+
+  // Whether a journal may have entries for a file of this path, relative to the folder. Throws DiskError.
+  bool mayBeOf(const fs::path& path) { return placeProblem(path).empty(); }
 
   // Why the entry is none, as the end of a sentence; empty when it is one.
   std::string problem(const fs::path& temporary, const fs::path& target) {
@@ -89,7 +92,15 @@ class Entries {
     if (path.empty() || !isPlain) return "it has a path that is not plain, such as one with \"..\"";
     const auto [place, isNew] = isInside.try_emplace(folderOf(path), false);
     if (isNew) place->second = isReallyIn(folder, folder / place->first);
-    return place->second ? "" : "a link leads it outside of the folder";
+    return place->second ? "" : shownPath(linkOut(place->first)) + " is a link that leads out of " + shownPath(folder);
+  }
+
+  // The first part of the way to a folder that is not really in this one.
+  fs::path linkOut(const fs::path& place) {
+    fs::path way = folder;
+    for (const fs::path& part : place)
+      if (!isReallyIn(folder, way /= part)) break;
+    return way;
   }
 
   static bool isReserved(const fs::path& name) { return shownPath(name).starts_with(".kiln"); }
@@ -101,8 +112,8 @@ class Entries {
 
 // Renames what must not be carried out, so that it is told once, and does not hinder later imports. Throws.
 [[noreturn]] void refuse(Disk& disk, const fs::path& journal, const std::string& problem) {
-  const std::string sentence =
-      shownPath(journal) + " is refused as the journal of an interrupted import: " + problem + ". Nothing was moved. ";
+  const std::string sentence = shownPath(journal) + " is refused as the journal of an interrupted import: " + problem +
+                               ". Nothing is moved for it, so the import may be half done. ";
   fs::path aside;
   try {
     (aside = journal) += ".refused-";
@@ -185,13 +196,17 @@ void FileSet::commit() {
   for (const PendingFile& file : files)
     if (disk.kind(file.temporary()) != EntryKind::file)
       throw DiskError(shownPath(file.temporary()) + " was deleted by another program; try again.");
+  const std::size_t all = files.size();
   try {
+    replaceOutside();
     writeJournal();
-  } catch (const DiskError&) {
+  } catch (const DiskError& error) {
     // If the journal may exist after all, it needs its files.
     if (!isUndone())
       for (PendingFile& file : files) file.leave();
-    throw;
+    if (files.size() == all) throw;
+    throw DiskError(std::string(error.what()) + " Files outside of " + shownPath(folderOf(journal)) +
+                    " are replaced already.");
   }
   Replacements replacements;
   for (PendingFile& file : files) {
@@ -202,6 +217,19 @@ void FileSet::commit() {
     carryOut(disk, journal, replacements);
   } catch (const DiskError& error) {
     throw DiskError(std::string(error.what()) + " What is still to be done is done at the next opening.");
+  }
+}
+
+// A journal with such a file would be refused, and with it the rest of the set.
+void FileSet::replaceOutside() {
+  Entries entries(disk, folderOf(journal));
+  for (auto file = files.begin(); file != files.end();) {
+    if (entries.mayBeOf(relativeTo(folderOf(journal), file->path()))) {
+      ++file;
+      continue;
+    }
+    file->putInPlace();
+    file = files.erase(file);
   }
 }
 

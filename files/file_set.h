@@ -18,8 +18,8 @@ class FileSet {
   FileSet(Disk& filesDisk, std::filesystem::path journalFile);
 
   // Registers the new content of a file in an existing folder, and writes it beside the file; does nothing when the
-  // content is unchanged. A file outside of the journal's folder is replaced too, but not after an interruption. Throws
-  // DiskError.
+  // content is unchanged. A file outside of the journal's folder, by its path or by a link, is replaced before the
+  // others, which are replaced together: it must be of use without them. Throws DiskError.
   void write(const std::filesystem::path& path, std::string_view bytes);
 
   // Replaces the files. On DiskError they are unchanged, unless its message says that some are replaced;
@@ -27,6 +27,7 @@ class FileSet {
   void commit();
 
  private:
+  void replaceOutside();
   void writeJournal() const;
   bool isUndone() const;
 

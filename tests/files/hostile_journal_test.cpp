@@ -57,7 +57,7 @@ class HostileJournal : public testing::Test {
     putJournal({{"user/" + std::string(own), "user/marks.xml"}, {temporary, target}});
     const Contents before = files();
     EXPECT_THAT(refusal(), AllOf(HasSubstr(journal.string() + " is refused"), HasSubstr(reason),
-                                 HasSubstr("Nothing was moved."), HasSubstr(".refused-")));
+                                 HasSubstr("Nothing is moved for it"), HasSubstr(".refused-")));
     EXPECT_EQ(files(), before);
     EXPECT_FALSE(std::filesystem::exists(journal));
     EXPECT_EQ(refusal(), "");
