@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 namespace Refhost {
 
@@ -17,12 +18,15 @@ JobDestination::JobDestination(const FileWorld& fileWorld, PropertyModel& proper
   model.onChange([this] { follow(); });
 }
 
+JobDestination::~JobDestination() { restore(world.guard->longestWait); }
+
 std::u16string JobDestination::named() const { return model.value(Formats::Prop::overlayDestFileName).value_or(u""); }
 
 bool JobDestination::takesPlaceOf(const std::filesystem::path& file) {
   const std::u16string name = named();
   if (name.empty() || Files::pathFromText(name).lexically_normal() != file.lexically_normal()) return false;
   aside = name;
+  toRestore.erase(name);
   return true;
 }
 
@@ -35,11 +39,8 @@ void JobDestination::write(std::string_view bytes, std::optional<std::string_vie
     lock = world.guard->lock(world.disk, world.home);
     keepListed(file);
   } catch (const Files::DiskError&) {
-    try {
-      putBack(world.disk, file);
-    } catch (const Files::DiskError&) {
-      // The first failure is reported; it stays set aside until the folder is opened next.
-    }
+    giveUp();
+    restore({});
     throw;
   }
   writeCaptured(world.disk, file, bytes, picture);
@@ -67,14 +68,28 @@ void JobDestination::follow() {
     overlay = Formats::storableName(model.value(Formats::Prop::overlayImageName).value_or(u""));
   }
   const bool isCancelled = model.value(Formats::Prop::cancelJob) == Formats::Value::yes;
-  if (aside.empty() || (named() == aside && !isCancelled)) return;
-  try {
-    const ChangeGuard::Lock lock = world.guard->lock(world.disk, world.home);
-    putBack(world.disk, Files::pathFromText(aside));
-  } catch (const Files::DiskError&) {
-    // It stays set aside until the folder is opened next.
-  }
-  aside.clear();
+  const bool isGivenUp = !aside.empty() && (named() != aside || isCancelled);
+  if (isGivenUp) giveUp();
+  restore(isGivenUp ? world.guard->longestWait : std::chrono::milliseconds(0));
+}
+
+void JobDestination::giveUp() {
+  if (!aside.empty()) toRestore.insert(std::exchange(aside, {}));
+}
+
+void JobDestination::restore(std::chrono::milliseconds atMost) {
+  if (toRestore.empty()) return;
+  Files::tryTo([&] {
+    const ChangeGuard::Lock lock = world.guard->lock(world.disk, world.home, atMost);
+    std::erase_if(toRestore, [this](const std::u16string& name) {
+      try {
+        putBack(world.disk, Files::pathFromText(name));
+        return true;
+      } catch (const Files::DiskError&) {
+        return false;
+      }
+    });
+  });
 }
 
 }  // namespace Refhost

@@ -23,10 +23,11 @@ bool holds(Files::Disk& disk, const std::filesystem::path& file, const std::opti
 
 }  // namespace
 
-ChangeGuard::Lock ChangeGuard::lock(Files::Disk& disk, const std::filesystem::path& home) {
+ChangeGuard::Lock ChangeGuard::lock(Files::Disk& disk, const std::filesystem::path& home,
+                                    std::chrono::milliseconds atMost) {
   Lock lock = held.lock();
   if (lock || home.empty()) return lock;
-  lock = std::make_shared<Files::HomeLock>(disk, home, longestWait);
+  lock = std::make_shared<Files::HomeLock>(disk, home, atMost);
   Files::completeFileSet(disk, importJournal(home));  // of a program that has died since the home was opened
   held = lock;
   return lock;

@@ -26,7 +26,8 @@ class ChangeGuard {
 
   // The home's lock, shared by all who have it here; null without a home. Completes an interrupted import first. Throws
   // Files::DiskError while another program has the lock for too long, and when the import cannot be completed.
-  Lock lock(Files::Disk& disk, const std::filesystem::path& home);
+  Lock lock(Files::Disk& disk, const std::filesystem::path& home) { return lock(disk, home, longestWait); }
+  Lock lock(Files::Disk& disk, const std::filesystem::path& home, std::chrono::milliseconds atMost);
 
   // Remembers what the plug-in has seen of a file: its content, or nothing when there was none. The first sight since
   // the last change or action counts.

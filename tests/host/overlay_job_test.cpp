@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <memory>
 #include <new>
 #include <utility>
 
@@ -200,6 +201,51 @@ TEST_F(OverlayJob, ThatCannotBeWrittenIsCancelled) {
   EXPECT_THROW(Refhost::writeOverlay(job, {"captured", "picture"}), std::runtime_error);
   EXPECT_EQ(job.model().value(u"CancelJob"), u"True");
   EXPECT_THAT(overlays(), IsEmpty());
+}
+
+// A job that takes the place of an overlay, in a home whose lock another program keeps longer than anybody waits.
+class OverlayJobInABusyHome : public OverlayJob {
+ protected:
+  OverlayJobInABusyHome() {
+    print({"old", "old picture"});
+    auto given = options();
+    given.properties = {{u"PrintJob", u"Overlay"}};
+    given.longestWait = {};
+    job = std::make_unique<Refhost::Preferences>(given, world.face);
+    job->open();
+    EXPECT_TRUE(job->accept());
+    file = *job->model().value(u"OverlayDestFileName");
+    lock = std::make_unique<Files::HomeLock>(Files::realDisk(), home.path);
+  }
+
+  std::unique_ptr<Refhost::Preferences> job;
+  std::filesystem::path file;
+  std::unique_ptr<Files::HomeLock> lock;
+};
+
+TEST_F(OverlayJobInABusyHome, RestoresTheOverlayAtTheNextChangeAfterItWasCancelled) {
+  job->set(u"CancelJob", u"True");
+  EXPECT_FALSE(std::filesystem::exists(file));
+  lock.reset();
+  job->set(u"MirrorImage", u"MirrorImage");
+  EXPECT_EQ(bytesOf(file), "old");
+  EXPECT_THAT(overlays(), ElementsAre("old", "old picture"));
+}
+
+TEST_F(OverlayJobInABusyHome, RestoresTheOverlayAtTheEndAfterItWasCancelled) {
+  job->set(u"CancelJob", u"True");
+  lock.reset();
+  job.reset();
+  EXPECT_EQ(bytesOf(file), "old");
+}
+
+TEST_F(OverlayJobInABusyHome, ThatCannotBeWrittenRestoresTheOverlayAtTheEnd) {
+  EXPECT_THROW(Refhost::writeOverlay(*job, {"captured", "picture"}), Files::DiskError);
+  EXPECT_FALSE(std::filesystem::exists(file)) << "moved without the lock";
+  lock.reset();
+  job.reset();
+  EXPECT_EQ(bytesOf(file), "old");
+  EXPECT_THAT(overlays(), ElementsAre("old", "old picture"));
 }
 
 TEST_F(OverlayJob, WithoutADestinationIsCancelled) {
