@@ -6,6 +6,7 @@
 
 #include <gmock/gmock.h>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -67,6 +68,35 @@ TEST(HomeLock, CreatesNothingWhereALinkLeads) {
   std::filesystem::create_symlink(home.folder / "victim", home.folder / ".kiln-lock");
   const HomeLock lock(Files::realDisk(), home.folder, noWait);
   EXPECT_THAT(namesIn(home.folder), ElementsAre(".kiln-lock"));
+}
+
+// The lock as another user takes it, who may only read its file: null while it is held.
+int statusOfReader(const std::filesystem::path& home) {
+  const pid_t child = ::fork();
+  if (child == 0) {
+    if (::chdir(home.c_str()) != 0) ::_exit(2);
+    constexpr uid_t nobody = 65534;
+    if (::geteuid() == 0 && (::setgid(nobody) != 0 || ::setuid(nobody) != 0)) ::_exit(3);
+    if (::open(".kiln-lock", O_RDWR | O_CLOEXEC) >= 0) ::_exit(4);
+    try {
+      ::_exit(Files::realDisk().tryLock(".kiln-lock", Files::Disk::Missing::created) ? 0 : 1);
+    } catch (...) {
+      ::_exit(5);
+    }
+  }
+  int status = 0;
+  return ::waitpid(child, &status, 0) == child && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+TEST(HomeLock, IsThereForThoseWhoMayOnlyReadItsFile) {
+  const Scratch home;
+  std::filesystem::permissions(home.folder, std::filesystem::perms(0755));
+  put(home.folder / ".kiln-lock", "");
+  std::filesystem::permissions(home.folder / ".kiln-lock", std::filesystem::perms(0444));
+  EXPECT_EQ(statusOfReader(home.folder), 0);
+  const auto lock = Files::realDisk().tryLock(home.folder / ".kiln-lock", Files::Disk::Missing::refused);
+  ASSERT_NE(lock, nullptr);
+  EXPECT_EQ(statusOfReader(home.folder), 1);
 }
 
 TEST(HomeLock, DoesNotWaitForTheOtherEndOfAPipe) {
