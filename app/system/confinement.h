@@ -18,7 +18,7 @@ struct NeededFiles {
 // What the kernel enforces from now on.
 struct Confined {
   bool toFiles = false;  // no other files are opened, made or removed, and no TCP port is reached
-  bool toCalls = false;  // no program is run, no socket is made, and no other process is traced or opened
+  bool toCalls = false;  // no program is run, no socket is made, and no other process is traced, signalled or opened
 };
 
 // Confines this thread and the ones that it starts, until the process ends. What the kernel does not support is left

@@ -12,6 +12,7 @@
 #include <sched.h>
 #include <sys/prctl.h>
 #include <sys/ptrace.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -21,6 +22,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstddef>
+#include <cstdlib>
 #include <functional>
 #include <thread>
 
@@ -156,6 +158,32 @@ TEST_F(Confinement, RunsNoProgramAndReachesNoOtherProcess) {
               return prctl(PR_GET_NO_NEW_PRIVS, 0, 0, 0, 0) == 1 ? 0 : 7;
             }),
             0);
+}
+
+// Landlock, which keeps signals from other processes since Linux 6.12, is hidden.
+TEST_F(Confinement, SignalsNoOtherProcess) {
+  EXPECT_EQ(inProcess([&] {
+              hideLandlock();
+              if (!App::confine({{readable}, writable}).toCalls) return 100;
+              if (!isRefused([] { return syscall(SYS_tgkill, getppid(), getppid(), 0); })) return 1;
+              if (!isRefused([] { return syscall(SYS_tkill, getppid(), 0); })) return 2;
+              return syscall(SYS_tgkill, getpid(), gettid(), 0) == 0 ? 0 : 3;
+            }),
+            0);
+}
+
+TEST_F(Confinement, LeavesAnAbortAsItIs) {
+  const pid_t child = fork();
+  if (child == 0) {
+    const rlimit none = {0, 0};
+    setrlimit(RLIMIT_CORE, &none);
+    App::confine({{readable}, writable});
+    std::thread([] { std::abort(); }).join();
+    _exit(0);
+  }
+  int status = 0;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGABRT) << status;
 }
 
 TEST_F(Confinement, IsWhatTheKernelCanDo) {
