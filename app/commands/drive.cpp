@@ -10,7 +10,10 @@
 #include <cstdio>
 #include <fstream>
 #include <iostream>
+#include <istream>
 #include <memory>
+#include <stdexcept>
+#include <streambuf>
 
 namespace App {
 namespace {
@@ -83,20 +86,35 @@ Script::Request toRequest(const DriveOptions& given) {
   return request;
 }
 
+// Standard input as it is, whose own stream takes an error for the end.
+class StandardInput final : public std::streambuf {
+ protected:
+  int_type underflow() override {
+    const int got = std::getc(stdin);
+    if (got == EOF && std::ferror(stdin) != 0) throw std::runtime_error("");  // the stream turns bad
+    if (got == EOF) return traits_type::eof();
+    unit = static_cast<char>(got);
+    setg(&unit, &unit, &unit + 1);
+    return traits_type::to_int_type(unit);
+  }
+
+ private:
+  char unit = 0;
+};
+
 int drive(const DriveOptions& given) {
   const Script::Request request = toRequest(given);
   prepareScreen(given.dpi);
+  StandardInput input;
+  std::istream commands(&input);
   std::ifstream file;
   if (!given.script.empty()) {
     file.open(toPath(given.script), std::ios::binary);
     if (!file) throw Failure(cannotOpen, "The script " + given.script + " cannot be read.");
   }
   try {
-    const int status = Script::run(request, given.script.empty() ? std::cin : file, std::cout);
+    const int status = Script::run(request, given.script.empty() ? commands : file, std::cout);
     if (!std::cout) throw Failure(1, "The answers cannot be written.");
-    // The stream takes an error for the end.
-    if (given.script.empty() && std::ferror(stdin) != 0)
-      throw Failure(cannotOpen, "Standard input cannot be read to its end.");
     return status;
   } catch (const Failure&) {
     throw;

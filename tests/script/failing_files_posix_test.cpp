@@ -3,6 +3,12 @@
 
 #include <gmock/gmock.h>
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -26,8 +32,23 @@ void expectSentence(const Outcome& outcome, int status, const std::string& part)
 
 TEST(ScriptThatCannotBeRead, IsAnErrorAndNotAnEnd) {
   const std::string folder = testFolder().string();
-  expectSentence(runLine("exec \"$0\" drive <'" + folder + "'", {}), 2, "Standard input cannot be read to its end.");
+  expectSentence(runLine("exec \"$0\" drive <'" + folder + "'", {}), 2, "The commands cannot be read to their end.");
   expectSentence(runKiln({"drive", folder}), 2, "cannot be read");
+}
+
+// A terminal whose other end is closed has an error after what came from there.
+TEST(ScriptThatCannotBeRead, IsNotRunFromTheLineWhereItEnds) {
+  const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+  ASSERT_TRUE(terminal > 0 && terminal < 10) << "the shell takes one digit";
+  ASSERT_TRUE(grantpt(terminal) == 0 && unlockpt(terminal) == 0);
+  const int other = open(ptsname(terminal), O_RDWR | O_NOCTTY | O_CLOEXEC);
+  const std::string script = "get MirrorImage\nset MirrorImage MirrorImage";
+  ASSERT_EQ(write(other, script.data(), script.size()), static_cast<ssize_t>(script.size()));
+  close(other);
+  const Outcome outcome = runLine("exec \"$0\" drive <&" + std::to_string(terminal), {});
+  close(terminal);
+  expectSentence(outcome, 2, "The commands cannot be read to their end.");
+  EXPECT_EQ(std::ranges::count(outcome.out, '\n'), 1) << outcome.out;
 }
 
 TEST(FullDevice, IsNoFileToReplace) {
