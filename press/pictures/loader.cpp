@@ -5,8 +5,14 @@
 #include "press/error.h"
 #include "press/pictures/module.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <stdexcept>
 #include <string>
+#include <system_error>
+#include <thread>
 #include <type_traits>
 #include <utility>
 
@@ -50,6 +56,45 @@ Result draw(const std::string& pdf, int page, double dpi, const char* png) {
   return result;
 }
 
+// A file by name, of which the bytes come here. The drawing library tells of a full device itself, on the error output;
+// there is always room in this one.
+class Pipe {
+ public:
+  Pipe() {
+    if (::pipe2(ends, O_CLOEXEC) != 0) throw std::system_error(errno, std::generic_category());
+    reader = std::thread([this] {
+      char block[1 << 16];
+      for (ssize_t got = 0; (got = ::read(ends[0], block, sizeof block)) > 0 || (got < 0 && errno == EINTR);)
+        if (got > 0) bytes.append(block, static_cast<std::size_t>(got));
+    });
+  }
+  ~Pipe() {
+    end();
+    ::close(ends[0]);
+  }
+  Pipe(const Pipe&) = delete;
+  Pipe& operator=(const Pipe&) = delete;
+
+  std::string name() const { return "/proc/self/fd/" + std::to_string(ends[1]); }
+
+  // What was written; nothing is written any more.
+  const std::string& content() {
+    end();
+    return bytes;
+  }
+
+ private:
+  void end() {
+    if (!reader.joinable()) return;
+    ::close(ends[1]);
+    reader.join();
+  }
+
+  int ends[2] = {-1, -1};
+  std::string bytes;
+  std::thread reader;
+};
+
 }  // namespace
 
 Picture drawPage(const std::string& pdf, int page, double dpi) {
@@ -67,7 +112,9 @@ void drawPageToPng(const std::string& pdf, int page, double dpi, const fs::path&
   };
   try {
     Files::PendingFile file(Files::realDisk(), Files::linkTarget(png));
-    demand(draw(pdf, page, dpi, file.temporary().string().c_str()).error);
+    Pipe made;
+    demand(draw(pdf, page, dpi, made.name().c_str()).error);
+    file.write(made.content());
     file.finish();
     file.putInPlace();
   } catch (const Files::DiskError& problem) {

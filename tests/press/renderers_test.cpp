@@ -2,6 +2,7 @@
 
 #include "press/pictures/loader.h"
 #include "tests/press/rendering.h"
+#include "tests/press/small_disk.h"
 #include "tests/press/test_job.h"
 
 #include <gtest/gtest.h>
@@ -123,6 +124,19 @@ TEST(Pictures, AreSavedAsPng) {
   const TestFolder folder;
   Press::drawPageToPng(TestJob{}.bytes(), 1, 72, folder / "page.png");
   EXPECT_EQ(read(folder / "page.png").substr(0, 4), "\x89PNG");
+}
+
+TEST(Pictures, ThatDoNotFitOnTheDiskAreAnErrorAndNoLineOfALibrary) {
+  const TestFolder folder;
+  write(folder / "page.png", "old");
+  const std::string job = TestJob{}.bytes();
+  testing::internal::CaptureStderr();
+  {
+    const SmallDisk small(16);
+    EXPECT_THROW(Press::drawPageToPng(job, 1, 72, folder / "page.png"), Press::Error);
+  }
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  EXPECT_EQ(read(folder / "page.png"), "old");
 }
 
 TEST(Pictures, SayWhatCannotBeDrawn) {
