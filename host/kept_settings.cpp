@@ -42,8 +42,8 @@ std::optional<std::string> bytesIn(Files::Disk& disk, const std::filesystem::pat
     if (disk.kind(file) == Files::EntryKind::none) return {};
     return disk.read(file, mostBytes);
   } catch (const Files::DiskError& problem) {
-    if (problem.code() == std::errc::file_too_large) return "";
-    throw std::runtime_error("The settings in " + quoted(file) + " cannot be read: " + problem.what());
+    if (problem.code() != std::errc::file_too_large) throw;
+    return "";
   }
 }
 
@@ -105,7 +105,7 @@ void writeSettings(const std::filesystem::path& file, const TracePairs& values, 
     Files::completeFileSet(disk, importJournal(home));  // else it would be completed later, over these settings
     Files::replaceWhole(disk, file, settingsBytes(values));
   } catch (const Files::DiskError& error) {
-    throw std::runtime_error("The settings cannot be kept in " + quoted(file) + ": " + error.what());
+    throw std::runtime_error(std::string("The settings are not kept: ") + error.what());
   }
 }
 

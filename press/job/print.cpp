@@ -69,6 +69,7 @@ Error unwritable(const fs::path& out, std::error_code reason) {
   } catch (const Stopped&) {
     throw;
   } catch (const Files::DiskError& problem) {
+    if (!problem.code()) throw Error(problem.what());  // a sentence of its own
     throw unwritable(out, problem.code());
   } catch (const std::system_error& problem) {
     throw unwritable(out, problem.code());

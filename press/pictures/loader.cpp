@@ -118,7 +118,8 @@ void drawPageToPng(const std::string& pdf, int page, double dpi, const fs::path&
     file.finish();
     file.putInPlace();
   } catch (const Files::DiskError& problem) {
-    demand(problem.code() ? problem.code().message() : problem.what());
+    if (!problem.code()) throw Error(problem.what());  // a sentence of its own
+    demand(problem.code().message());
   }
 }
 

@@ -112,8 +112,13 @@ TEST_F(KeptSettingsTest, ThatCannotBeWrittenAreOneSentence) {
     writeSettings(file, {});
     FAIL() << "written";
   } catch (const std::runtime_error& error) {
-    EXPECT_THAT(error.what(), HasSubstr("settings-standard.json"));
+    EXPECT_THAT(error.what(), testing::StartsWith("The settings are not kept: " + (home / "profile").string() + " c"));
   }
+}
+
+TEST_F(KeptSettingsTest, ThatCannotBeReadAreToldOfOnce) {
+  std::filesystem::create_directories(file);
+  EXPECT_EQ(failureOf([&] { read(); }), file.string() + " cannot be read: it is a folder.");
 }
 
 TEST_F(KeptSettingsTest, AreTheOldOnesOrTheNewOnesWhicheverOperationFails) {

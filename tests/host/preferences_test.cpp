@@ -38,8 +38,9 @@ TEST(Opening, FailsForAFileThatIsNoLibrary) {
   options.plugin = folder.path / "Zorvueffect.so";
   Testing::writeFile(options.plugin, "no library");
   const std::string sentence = failureOfOpening(options);
-  EXPECT_TRUE(sentence.starts_with("The plug-in library " + options.plugin.string() + " cannot be loaded: "))
-      << sentence;
+  const std::string file = options.plugin.string();
+  EXPECT_TRUE(sentence.starts_with("The plug-in library " + file + " cannot be loaded: ")) << sentence;
+  EXPECT_EQ(sentence.find(file), sentence.rfind(file)) << sentence;
 }
 
 TEST(Opening, FailsForAnUnknownProperty) {

@@ -59,7 +59,11 @@ TEST(FullDevice, IsNoFileToReplace) {
                                                 {"print", job, "/dev/full", "--home", home},
                                                 {"profile", "export", "/dev/full", "--home", home}})
     expectSentence(runKiln(words), 1, "/dev/full");
-  EXPECT_THAT(runKiln({"sample", "/dev/full"}).err, HasSubstr("it is no ordinary file."));
+  // The reason is told once.
+  for (const std::vector<std::string>& words : {std::vector<std::string>{"sample", "/dev/full"},
+                                                {"print", job, "/dev/full", "--home", home},
+                                                {"picture", job, "/dev/full"}})
+    EXPECT_EQ(runKiln(words).err, "kiln: /dev/full cannot be written: it is no ordinary file.\n");
 }
 
 TEST(FullDevice, AsStandardOutputIsAnError) {
