@@ -227,6 +227,36 @@ TEST_F(Plugin, ExportThatRunsOutOfMemoryIsNoProfile) {
   }
 }
 
+// A disk that counts how often the user's watermarks are read.
+class CountingDisk final : public ForwardingDisk {
+ public:
+  std::string read(const Path& file, std::size_t limit) override {
+    reads += file.parent_path().filename() == "user" ? 1 : 0;
+    return ForwardingDisk::read(file, limit);
+  }
+
+  int reads = 0;
+};
+
+// An action that finds its file as it reads it does not read it again: what an export has seen before does not count.
+TEST_F(Plugin, DeletesAWatermarkAfterAnExportAsIfThereHadBeenNone) {
+  const auto readsOfADeletion = [this](bool exportsFirst) {
+    putWatermarkFile(home, watermark("WM_1", "One") + watermark("WM_2", "Two"));
+    CountingDisk disk;
+    Refhost::Options options = optionsFor(home);
+    options.disk = &disk;
+    PluginRun run(options);
+    if (exportsFirst) run.exportTo(folder.path() / "exported");
+    putWatermarkFile(home, watermark("WM_1", "One") + watermark("WM_2", "Two") + watermark("WM_3", "Three"));
+    disk.reads = 0;
+    run.deleteWatermark(u"WM_1");
+    EXPECT_THAT(bytesOf(home / "user" / "ZVeffect.xml"), AllOf(HasSubstr("Three"), Not(HasSubstr("One"))));
+    return disk.reads;
+  };
+  const int without = readsOfADeletion(false);
+  EXPECT_EQ(readsOfADeletion(true), without);
+}
+
 TEST_F(Plugin, HearsNoProfilesWithoutATab) {
   auto options = optionsFor(home);
   options.mode = Refhost::Mode::rootless;
