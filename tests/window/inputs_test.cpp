@@ -1,4 +1,5 @@
 // Radio buttons, scroll bars, colour pickers and lists of faces in the window.
+#include "host/widgets/preview.h"
 #include "tests/window/shown_layout.h"
 
 #include <gmock/gmock.h>
@@ -208,6 +209,12 @@ TEST_F(FacesTest, AreNamedEachInItsOwn) {
 TEST_F(FacesTest, ThatCannotWriteTheirNamesAreNamedInTheListsOwn) {
   fill({QString::fromUtf8("DejaVu 漢字")});
   EXPECT_FALSE(isInItsOwnFace(0));
+}
+
+TEST(FaceThatIsNotListed, IsNamedOnALineAndInItsOrder) {
+  Testing::ShownLayout shown{"<wmpreview id='page'/><menulist id='faces' preview='page'/>"};
+  shown.node<Refhost::WatermarkPreview>(u"page").setFontFace(u"a\nb\u202Ec");
+  EXPECT_EQ(shown.find<QComboBox>("faces").placeholderText(), QString::fromUtf8("a b\uFFFDc"));
 }
 
 // Counts how often an item is measured or painted, which may load its face.

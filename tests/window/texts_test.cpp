@@ -49,5 +49,10 @@ TEST(TraceLine, IsJsonWithItsMembersInOrder) {
             R"({"op":"transition","of":"a\"b","modal":true,"value":2,"pairs":[["Rotate180","None"]]})");
 }
 
+TEST(TraceLine, HasNothingThatATerminalObeys) {
+  const Refhost::TraceEvent event{"write", {{"path", u"\u001B[2Ja\u009B2J\u202E"}}};
+  EXPECT_EQ(traceLine(event), QString::fromUtf8("{\"op\":\"write\",\"path\":\"\\u001b[2Ja\uFFFD2J\uFFFD\"}"));
+}
+
 }  // namespace
 }  // namespace Window

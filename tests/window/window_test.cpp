@@ -194,6 +194,14 @@ TEST_F(WindowTest, TheInspectorShowsThePropertiesAsTheyAre) {
   EXPECT_EQ(row("NegativeImage")->text(2), "Negative");
 }
 
+TEST_F(WindowTest, TheInspectorShowsTextsOfOthersOnALineAndInTheirOrder) {
+  open.window->preferences().set(u"WatermarkText", u"a\nb\u202Ec");
+  open.settle();
+  const auto rows = open.find<QTreeWidget>("properties").findItems("WatermarkText", Qt::MatchExactly);
+  ASSERT_EQ(rows.size(), 1);
+  EXPECT_EQ(rows.front()->text(1), QString::fromUtf8("a b\uFFFDc"));
+}
+
 TEST_F(WindowTest, TheInspectorShowsEveryEventFromTheOpeningOn) {
   auto& events = open.find<QPlainTextEdit>("events");
   const std::string opening = events.toPlainText().toStdString();

@@ -29,7 +29,7 @@ QString unavailable(const Refhost::PropertyModel& model, const Refhost::Property
 
 void showRow(QTreeWidgetItem& row, const QStringList& texts, bool isBold) {
   for (int column = 0; column < texts.size(); ++column)
-    if (row.text(column) != texts[column]) row.setText(column, texts[column]);
+    if (const QString text = plainText(texts[column]); row.text(column) != text) row.setText(column, text);
   if (row.font(1).bold() == isBold) return;
   QFont font = row.treeWidget()->font();
   font.setBold(isBold);

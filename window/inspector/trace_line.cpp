@@ -30,7 +30,7 @@ QString traceLine(const Refhost::TraceEvent& event) {
   for (const auto& [name, value] : event.members)
     line += ',' + quoted(QString::fromStdString(name)) + ':' +
             std::visit([](const auto& known) { return json(known); }, value);
-  return line + '}';
+  return plainText(line + '}');
 }
 
 }  // namespace Window

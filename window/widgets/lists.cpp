@@ -50,7 +50,7 @@ QWidget* buildCombo(Refhost::WidgetNode& node, ShownTree& tree, QWidget* parent)
     const QSignalBlocker quiet(combo);
     showItems(*combo, selector.items());
     combo->setCurrentIndex(selector.selection());
-    if (preview != nullptr) combo->setPlaceholderText(toQt(preview->watermark().face));
+    if (preview != nullptr) combo->setPlaceholderText(plainText(toQt(preview->watermark().face)));
   });
   return combo;
 }
