@@ -31,7 +31,6 @@ Library::Library(const std::filesystem::path& file) : path(file) {
 
 Kiln::SmartPtr<Kiln::UIPlugin> Library::create(Kiln::Host& host, const Kiln::PropertyManager& manager,
                                                std::string_view name) {
-  demandSameContract(host);
   return factory(host, manager, text(name), nullptr, Kiln::SmartPtr<Kiln::Services::Library>(this));
 }
 

@@ -19,9 +19,11 @@ class Library final : public Kiln::Services::Library {
   // createPlugin.
   explicit Library(const std::filesystem::path& file);
 
-  // The library's plug-in of that name; null when it has none, or memory is out. Throws std::runtime_error, one
-  // sentence with both versions, when the library speaks another version of the contract than `host`, and what its
-  // constructor throws.
+  // To be called before the library is used. Throws std::runtime_error, one sentence with both versions, when it speaks
+  // another version of the contract than this program.
+  void demandSameContract(Kiln::Host& host) const;
+
+  // The library's plug-in of that name; null when it has none, or memory is out. Throws what its constructor throws.
   Kiln::SmartPtr<Kiln::UIPlugin> create(Kiln::Host& host, const Kiln::PropertyManager& manager, std::string_view name);
 
   Kiln::CreatePlugin& createPlugin() const { return *factory; }
@@ -29,8 +31,6 @@ class Library final : public Kiln::Services::Library {
   const std::filesystem::path& file() const { return path; }
 
  private:
-  void demandSameContract(Kiln::Host& host) const;
-
   std::filesystem::path path;
   std::optional<Files::Module> module;
   Kiln::CreatePlugin* factory = nullptr;

@@ -20,14 +20,31 @@ Kiln::SmartPtr<T> make(Arguments&&... arguments) {
   return Kiln::SmartPtr<T>(object);
 }
 
+// Marks what operations of this host throw: the host knows it again when a plug-in has let it pass.
+class HostsOwn {
+ public:
+  virtual ~HostsOwn() = default;
+  virtual const char* sentence() const noexcept = 0;
+};
+
+template <class Base>
+class Own final : public Base, public HostsOwn {
+ public:
+  using Base::Base;
+  const char* sentence() const noexcept override { return this->what(); }
+};
+
 // The exception that host operations throw to plug-ins: one sentence.
-inline Kiln::Exception failure(std::string_view sentence) { return {heap(), sentence}; }
+inline Own<Kiln::Exception> failure(std::string_view sentence) { return {heap(), sentence}; }
+
+// The same for an operation that a plug-in must not call in this way: a failure of the plug-in.
+inline Kiln::Exception misuse(std::string_view sentence) { return {heap(), sentence}; }
 
 // What a host operation was given. Throws Exception when that is null: `operation` is "ListData::insert", and
 // `argument` is "an item".
 template <class T>
 const Kiln::SmartPtr<T>& given(const Kiln::SmartPtr<T>& object, std::string_view operation, std::string_view argument) {
-  if (!object) throw failure(std::string(operation).append(" was called without ").append(argument).append("."));
+  if (!object) throw misuse(std::string(operation).append(" was called without ").append(argument).append("."));
   return object;
 }
 
@@ -37,7 +54,7 @@ template <class T, class U>
 Kiln::SmartPtr<T> givenBack(const Kiln::SmartPtr<U>& object, std::string_view operation, std::string_view argument) {
   auto known = Kiln::smartCast<T>(given(object, operation, argument));
   if (!known)
-    throw failure(
+    throw misuse(
         std::string(operation).append(" was called with ").append(argument).append(" that this host did not make."));
   return known;
 }

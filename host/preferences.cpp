@@ -8,6 +8,7 @@
 #include "host/job_destination.h"
 #include "host/kept_settings.h"
 #include "host/library.h"
+#include "host/plugin_failures.h"
 #include "host/profiles/profile_event.h"
 #include "host/property_binding.h"
 #include "host/reference_host.h"
@@ -56,25 +57,11 @@ class Home {
   std::optional<Files::TemporaryFolder> temporary;
 };
 
-// Runs an action; returns its failure as a sentence, empty on success.
-std::string sentenceOfFailure(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const std::exception& error) {
-    return *error.what() == '\0' ? "The plug-in failed without saying why." : error.what();
-  } catch (...) {
-    return "The plug-in failed in a way that it does not describe.";
-  }
-  return {};
-}
-
 // Calls the plug-in until it says that it is done.
 void activateWithoutGui(Kiln::UIPlugin& plugin) {
   constexpr int most = 100;
   for (int calls = 0; plugin.rootlessActivation();)
-    if (++calls == most)
-      throw std::runtime_error("The plug-in asked for more than " + std::to_string(most) +
-                               " calls of rootlessActivation.");
+    if (++calls == most) throw std::runtime_error("It asks for more than " + std::to_string(most) + " calls.");
 }
 
 // Properties that users may set, without context properties.
@@ -98,7 +85,9 @@ TracePairs differences(const PropertyModel& model, const TracePairs& wanted) {
 // its library.
 struct Preferences::Run {
   Run(Preferences& owner, const Options& options)
-      : home(options.home),
+      : calls(owner.events.calls()),
+        failures(Formats::toUtf8(options.plugin.filename().u16string()), calls),
+        home(options.home),
         strings(owner.folders, options.locale),
         screen(options.dpi),
         library(make<Library>(options.plugin)),
@@ -133,14 +122,17 @@ struct Preferences::Run {
 
   // Tells the plug-in that a profile was imported: it reads its stores again.
   void fireImport(const std::filesystem::path& target) const {
-    manager->profileImport->fire(make<ProfileEvent>(files, target, std::nullopt));
+    calls.run("profile import", [&] { manager->profileImport->fire(make<ProfileEvent>(files, target, std::nullopt)); });
   }
 
   void noteUnread(const std::filesystem::path& path, const Files::DiskError& problem) {
+    failures.noteTold(problem.what());
     const bool isForbidden = problem.code() == std::errc::permission_denied;
     if (unread.empty() && !(isForbidden && isLocalData(*manager->settings, path))) unread = problem.what();
   }
 
+  PluginCalls& calls;
+  PluginFailures failures;
   Home home;
   std::string unread;
   StringTables strings;
@@ -172,8 +164,7 @@ Preferences::~Preferences() { cancelDialogs(); }
 
 void Preferences::open() {
   run = std::make_unique<Run>(*this, runOptions);
-  // An exception's code may be in the plug-in's library: destroy it before unloading the library.
-  const std::string sentence = sentenceOfFailure([this] { start(); });
+  const std::string sentence = run->failures.sentenceOf([this] { start(); });
   run->files.guard->endAction();
   if (sentence.empty()) return;
   run.reset();
@@ -188,24 +179,24 @@ void Preferences::start() {
   const Mode mode = runOptions.mode;
   if (mode == Mode::docProp || mode == Mode::pdc) loadDeviceTab();
 
-  run->plugin = run->library->create(run->host, run->manager, Formats::pluginName);
+  run->library->demandSameContract(run->host);
+  run->plugin = run->calls.run("createPlugin",
+                               [this] { return run->library->create(run->host, run->manager, Formats::pluginName); });
   if (!run->plugin)
     throw std::runtime_error("The library " + Formats::toUtf8(runOptions.plugin.u16string()) +
                              " has no plug-in named " + std::string(Formats::pluginName) + ".");
-  run->plugin->create();
-  run->plugin->initialise();
+  run->calls.run("create", [this] { run->plugin->create(); });
+  run->calls.run("initialise", [this] { run->plugin->initialise(); });
   if (mode == Mode::rootless) {
-    activateWithoutGui(*run->plugin);
+    run->calls.run("rootlessActivation", [this] { activateWithoutGui(*run->plugin); });
     run->isOver = true;
     return;
   }
-  run->plugin->configureUI(run->gui);
-  if (mode == Mode::prePrint) {
-    dispatch([this] { run->gui->fireReady(); });
-    return;
-  }
+  run->calls.run("configureUI", [this] { run->plugin->configureUI(run->gui); });
+  const auto fireReady = [this] { run->calls.run("ready", [this] { run->gui->fireReady(); }); };
+  if (mode == Mode::prePrint) return dispatch(fireReady);
   run->gui->panel().select(run->gui->tabs().back().root->WidgetNode::id());
-  run->gui->fireReady();
+  fireReady();
   dispatch([this] { run->model().announce(); });
   run->past.clear();
 }
@@ -267,7 +258,7 @@ const std::string& Preferences::unread() const { return run->unread; }
 bool Preferences::accept() {
   if (run->isOver) return false;
   bool accepted = false;
-  dispatch([&] { accepted = run->gui->panel().firePreAccept(); });
+  dispatch([&] { accepted = run->calls.run("pre-accept", [this] { return run->gui->panel().firePreAccept(); }); });
   if (accepted) close();
   return accepted;
 }
@@ -284,7 +275,8 @@ void Preferences::selectTab(const std::u16string& id) {
 }
 
 void Preferences::help() {
-  if (!run->isOver) dispatch([this] { run->gui->panel().fireHelp(); });
+  if (run->isOver) return;
+  dispatch([this] { run->calls.run("help", [this] { run->gui->panel().fireHelp(); }); });
 }
 
 bool Preferences::canUndo() const { return !run->past.isEmpty(); }
@@ -314,13 +306,17 @@ void Preferences::setAvailable(const std::u16string& name, const std::u16string&
 }
 
 std::string Preferences::ticket() {
-  return run->host.ticketDocuments().document(run->ticketPlugin(), run->model(), Kiln::PTLevel::job);
+  return run->failures.orSentence(
+      [this] { return run->host.ticketDocuments().document(run->ticketPlugin(), run->model(), Kiln::PTLevel::job); });
 }
 
-std::string Preferences::ticketSchema() { return run->host.ticketDocuments().schemaDocument(run->ticketPlugin()); }
+std::string Preferences::ticketSchema() {
+  return run->failures.orSentence([this] { return run->host.ticketDocuments().schemaDocument(run->ticketPlugin()); });
+}
 
 std::string Preferences::capabilities() {
-  return run->host.ticketDocuments().capabilities(run->ticketPlugin(), run->model());
+  return run->failures.orSentence(
+      [this] { return run->host.ticketDocuments().capabilities(run->ticketPlugin(), run->model()); });
 }
 
 void Preferences::loadTicketFile(const std::filesystem::path& file) {
@@ -329,7 +325,9 @@ void Preferences::loadTicketFile(const std::filesystem::path& file) {
 
 void Preferences::loadTicket(std::string_view document, const std::string& source) {
   const TracePairs before = userValues(run->model());
-  run->host.ticketDocuments().load(run->ticketPlugin(), run->model(), document, source);
+  const std::string sentence = run->failures.sentenceOf(
+      [&] { run->host.ticketDocuments().load(run->ticketPlugin(), run->model(), document, source); });
+  if (!sentence.empty()) throw std::runtime_error(sentence);
   TracePairs loaded;
   for (const auto& [name, value] : before)
     if (const auto now = *run->model().value(name); now != value) loaded.emplace_back(name, now);
@@ -351,7 +349,8 @@ std::optional<std::filesystem::path> Preferences::exportProfile(const std::files
   // A plug-in may skip a file that it cannot read and report that; the profile would be incomplete.
   std::string told;
   run->host.hearTold = [&told](const std::string& sentence) { told = sentence; };
-  const std::string sentence = sentenceOfFailure([&] { run->manager->profileExport->fire(event); });
+  const std::string sentence = run->failures.sentenceOf(
+      [&] { run->calls.run("profile export", [&] { run->manager->profileExport->fire(event); }); });
   run->host.hearTold = {};
   if (run->actions == 0) run->files.guard->endAction();
   if (!sentence.empty() || !told.empty()) throw std::runtime_error(sentence.empty() ? told : sentence);
@@ -383,7 +382,7 @@ void Preferences::dispatch(const std::function<void()>& action) {
   const TracePairs before = outermost ? userValues(run->model()) : TracePairs();
   if (outermost) run->changesFiles = false;
   ++run->actions;
-  const std::string sentence = sentenceOfFailure(action);
+  const std::string sentence = run->failures.sentenceOf(action);
   --run->actions;
   if (outermost) run->files.guard->endAction();
   if (outermost && run->isUndoable && userValues(run->model()) != before) run->past.add(before);

@@ -34,7 +34,7 @@ class Transition final : public Kiln::State::Transition {
  private:
   void append(Kiln::WStringView property, Kiln::WStringView value) {
     if (!model.isKnown(property))
-      throw Kiln::XUL::KeyError(heap(), "The model has no property " + Formats::toUtf8(property) + ".");
+      throw Own<Kiln::XUL::KeyError>(heap(), "The model has no property " + Formats::toUtf8(property) + ".");
     pairs.emplace_back(property.view(), value.view());
   }
 
@@ -105,7 +105,7 @@ bool PropertyManager::valueAllowed(Kiln::WStringView property, Kiln::WStringView
 ReferenceHost::ReferenceHost(const World& hostWorld)
     : world(hostWorld),
       documentService(makeDocuments()),
-      ticketService(makeTickets(hostWorld.chrome)) {}
+      ticketService(makeTickets(hostWorld.chrome, hostWorld.trace.calls())) {}
 
 void ReferenceHost::showPluginHelp(Kiln::StringView plugin) {
   showHelpTopic(u"chrome://" + Formats::toUtf16(plugin) + u"/locale/help.chm", helpContext());

@@ -10,7 +10,19 @@
 
 namespace Refhost {
 
-// A signal that records its connections in the trace.
+// Increments a counter for the lifetime of the object.
+class InDelivery {
+ public:
+  explicit InDelivery(int& deliveries) : count(deliveries) { ++count; }
+  InDelivery(const InDelivery&) = delete;
+  InDelivery& operator=(const InDelivery&) = delete;
+  ~InDelivery() { --count; }
+
+ private:
+  int& count;
+};
+
+// A signal that records its connections in the trace, and exceptions of slots as failed calls.
 template <class Arg>
 class HostSignal final : public Kiln::Signal<Arg> {
  public:
@@ -29,12 +41,21 @@ class HostSignal final : public Kiln::Signal<Arg> {
 
   Kiln::Allocator& allocator() noexcept override { return heap(); }
 
+  // Whether its slots are being called.
+  bool isInDelivery() const { return deliveries > 0; }
+
   // Calls the slots in connection order, without those connected during the call. A slot may destroy the signal.
   void fire(Arg argument) {  // NOLINT(performance-unnecessary-value-param): as slots take it
     const Kiln::SmartPtr<HostSignal> self(this);
-    for (std::size_t i = 0, count = slots.size(); i < count; ++i) {
-      const auto slot = slots[i];
-      slot->call(argument);
+    const InDelivery delivery(deliveries);
+    try {
+      for (std::size_t i = 0, count = slots.size(); i < count; ++i) {
+        const auto slot = slots[i];
+        slot->call(argument);
+      }
+    } catch (...) {
+      trace.calls().noteFailed(kind, owner);
+      throw;
     }
   }
 
@@ -42,6 +63,7 @@ class HostSignal final : public Kiln::Signal<Arg> {
   const Trace& trace;
   std::string kind;
   std::u16string owner;
+  int deliveries = 0;  // nesting depth
   std::vector<Kiln::SmartPtr<Kiln::ArgumentSlot<Arg>>> slots;
 };
 

@@ -1,6 +1,8 @@
 // The operations of a plug-in on the host and the signals that the host fires, as events in order.
 #pragma once
 
+#include "host/plugin_calls.h"
+
 #include <functional>
 #include <string>
 #include <string_view>
@@ -35,8 +37,12 @@ class Trace {
     for (const Listener& listener : listeners) listener(event);
   }
 
+  // The host's calls into the plug-in. They do not change what is traced.
+  PluginCalls& calls() const { return pluginCalls; }
+
  private:
   std::vector<Listener> listeners;
+  mutable PluginCalls pluginCalls;
 };
 
 }  // namespace Refhost

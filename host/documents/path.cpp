@@ -130,7 +130,8 @@ bool save(const FileWorld& world, const fs::path& path, std::string_view bytes) 
   const ChangeGuard::Lock lock = world.guard->lock(world.disk, world.home);
   if (!world.guard->isAsSeen(world.disk, path) && !Files::holds(world.disk, path, bytes)) {
     world.guard->lookAgain(path, lock);
-    throw Kiln::FileChanged(heap(), Files::shownPath(path) + " was changed by another program meanwhile; try again.");
+    throw Own<Kiln::FileChanged>(heap(),
+                                 Files::shownPath(path) + " was changed by another program meanwhile; try again.");
   }
   const bool isChanged = Files::replaceWhole(world.disk, path, bytes);
   world.guard->wasChanged(path);

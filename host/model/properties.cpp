@@ -10,7 +10,7 @@
 namespace Refhost {
 namespace {
 
-Kiln::XUL::KeyError unknown(std::u16string_view name) {
+Own<Kiln::XUL::KeyError> unknown(std::u16string_view name) {
   return {heap(), "The model has no property " + Formats::toUtf8(name) + "."};
 }
 
@@ -80,19 +80,9 @@ class ModelProperty final : public Kiln::Property {
   // Counters of the fired signals, to detect superseded ones.
   unsigned long selectionsFired = 0;
   std::map<std::u16string, unsigned long> enablesFired;
-  int selectionsInDelivery = 0;
 
   Kiln::SmartPtr<HostSignal<Kiln::ModelEnableChange&>> enableChange;
   Kiln::SmartPtr<HostSignal<Kiln::ModelSelectionChange&>> selectionChange;
-};
-
-// Increments a counter for the lifetime of the object.
-struct InDelivery {
-  explicit InDelivery(int& deliveries) : count(deliveries) { ++count; }
-  InDelivery(const InDelivery&) = delete;
-  InDelivery& operator=(const InDelivery&) = delete;
-  ~InDelivery() { --count; }
-  int& count;
 };
 
 PropertyModel::PropertyModel(ModelDescription modelDescription, const Trace& eventTrace)
@@ -144,7 +134,7 @@ void PropertyModel::submit(const TracePairs& pairs) {
 
   Pending pending{applyRules(), {}};
   for (ModelProperty* property : submitted)
-    if (property->value != property->valueBefore || property->selectionsInDelivery == 0)
+    if (property->value != property->valueBefore || !property->selectionChange->isInDelivery())
       pending.selections.push_back({property, property->selectionsFired});
   for (const auto& property : properties) {
     const bool isSubmitted = std::find(submitted.begin(), submitted.end(), property.get()) != submitted.end();
@@ -191,6 +181,7 @@ void PropertyModel::announceAgain(Pending& pending) const {
 
 void PropertyModel::announce() {
   std::exception_ptr first;
+  std::string firstCall;
   for (const auto& property : properties) {
     try {
       const auto options = property->description.options;
@@ -200,10 +191,15 @@ void PropertyModel::announce() {
     } catch (...) {
       const std::exception_ptr problem = std::current_exception();
       if (!problem) throw;  // of another compiler, which cannot be kept
-      if (!first) first = problem;
+      const std::string call = trace.calls().takeFailed();
+      if (first) continue;
+      first = problem;
+      firstCall = call;
     }
   }
-  if (first) std::rethrow_exception(first);
+  if (!first) return;
+  trace.calls().noteFailed(firstCall);
+  std::rethrow_exception(first);
 }
 
 // Runs the rules until nothing changes; returns the options that became available or unavailable.
@@ -260,7 +256,6 @@ void PropertyModel::fireSelection(ModelProperty& property) {
   const std::u16string& name = property.description.name;
   trace.record({"signal", {{"signal", u"selection-change"}, {"of", name}, {"value", property.value}}});
   Kiln::ModelSelectionChange change{Kiln::SmartPtr<Kiln::Property>(&property), text(property.value)};
-  const InDelivery delivery(property.selectionsInDelivery);
   property.selectionChange->fire(change);
 }
 

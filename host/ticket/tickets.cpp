@@ -35,11 +35,13 @@ void bringBack(PropertyModel& model, const Values& values) {
     if (model.value(name) != value) model.child(name)->setValue(value);
 }
 
-// Converts a plug-in's exceptions to the host's.
+// Converts what a plug-in throws and what it lets pass to exceptions of the host, which stay told apart.
 template <class Work>
 auto asHost(const Work& work) {
   try {
     return work();
+  } catch (const HostsOwn& problem) {
+    throw Own<std::runtime_error>(problem.sentence());
   } catch (const Kiln::Exception& problem) {
     throw std::runtime_error(problem.what());
   }
@@ -49,8 +51,11 @@ auto asHost(const Work& work) {
 
 std::string TicketService::document(Kiln::PTPlugin& plugin, PropertyModel& model, Kiln::PTLevel level) {
   return asHost([&] {
-    const auto root = Kiln::smartCast<Node>(plugin.convertPMtoPT(model, level));
-    if (!root) throw std::runtime_error("The plug-in made no PrintTicket.");
+    const auto root = calls.run("convertPMtoPT", [&] {
+      auto made = Kiln::smartCast<Node>(plugin.convertPMtoPT(model, level));
+      if (!made) throw std::runtime_error("The plug-in made no PrintTicket.");
+      return made;
+    });
     const auto ticket = root->copy();
     foreign.addTo(schemaOf(plugin)->mapping, *ticket);
     return writeXml(*ticket);
@@ -65,7 +70,7 @@ void TicketService::load(Kiln::PTPlugin& plugin, PropertyModel& model, std::stri
   const Reading* const outer = std::exchange(reading, &current);
   try {
     asHost([&] {
-      plugin.convertPTtoPM(root, model);
+      calls.run("convertPTtoPM", [&] { plugin.convertPTtoPM(root, model); });
       foreign = ForeignContent(schemaOf(plugin)->mapping, model, *root);
     });
   } catch (...) {
@@ -131,15 +136,17 @@ void TicketService::ticketToProperties(Kiln::PTPlugin& plugin, Kiln::SmartPtr<Ki
 }
 
 std::shared_ptr<const TicketService::Schema> TicketService::schemaOf(Kiln::PTPlugin& plugin) {
-  const auto document = Kiln::smartCast<Node>(plugin.getSchema());
-  if (!document) throw std::runtime_error("The plug-in has no ticket schema.");
-  for (const auto& [url, schema] : schemas)
-    if (schema->document == document) return schema;
-  try {
-    return std::make_shared<Schema>(Schema{document, readSchema(*document)});
-  } catch (const DocumentError& error) {
-    throw std::runtime_error(std::string("The plug-in's ticket schema cannot be used: ") + error.what());
-  }
+  return calls.run("getSchema", [&]() -> std::shared_ptr<const Schema> {
+    const auto document = Kiln::smartCast<Node>(plugin.getSchema());
+    if (!document) throw std::runtime_error("The plug-in has no ticket schema.");
+    for (const auto& [url, schema] : schemas)
+      if (schema->document == document) return schema;
+    try {
+      return std::make_shared<Schema>(Schema{document, readSchema(*document)});
+    } catch (const DocumentError& error) {
+      throw std::runtime_error(std::string("The plug-in's ticket schema cannot be used: ") + error.what());
+    }
+  });
 }
 
 std::string TicketService::sentence(const DocumentError& error) const {
@@ -148,8 +155,8 @@ std::string TicketService::sentence(const DocumentError& error) const {
                    : located(reading->source, line, error.what());
 }
 
-Kiln::SmartPtr<TicketService> makeTickets(const ChromeFolders& chromeFolders) {
-  return make<TicketService>(chromeFolders);
+Kiln::SmartPtr<TicketService> makeTickets(const ChromeFolders& chromeFolders, PluginCalls& pluginCalls) {
+  return make<TicketService>(chromeFolders, pluginCalls);
 }
 
 }  // namespace Refhost

@@ -20,10 +20,12 @@
 
 namespace Refhost {
 
-// Serves one run and one plug-in. `chromeFolders` outlives it.
+// Serves one run and one plug-in. `chromeFolders` and `pluginCalls` outlive it.
 class TicketService final : public Kiln::Services::Tickets {
  public:
-  explicit TicketService(const ChromeFolders& chromeFolders) : folders(chromeFolders) {}
+  TicketService(const ChromeFolders& chromeFolders, PluginCalls& pluginCalls)
+      : folders(chromeFolders),
+        calls(pluginCalls) {}
 
   // The PrintTicket of the properties: UTF-8 with an XML declaration, including foreign content of the last loaded
   // ticket. With the level `job` it is complete; narrower levels omit job settings. Throws std::runtime_error: one
@@ -66,11 +68,12 @@ class TicketService final : public Kiln::Services::Tickets {
   std::string sentence(const DocumentError& error) const;
 
   const ChromeFolders& folders;
+  PluginCalls& calls;
   std::map<std::u16string, std::shared_ptr<const Schema>> schemas;  // by address
   const Reading* reading = nullptr;
   ForeignContent foreign;
 };
 
-Kiln::SmartPtr<TicketService> makeTickets(const ChromeFolders& chromeFolders);
+Kiln::SmartPtr<TicketService> makeTickets(const ChromeFolders& chromeFolders, PluginCalls& pluginCalls);
 
 }  // namespace Refhost

@@ -77,8 +77,8 @@ TEST(RootlessActivation, IsCalledUntilThePluginIsDone) {
 }
 
 TEST(RootlessActivation, ThatNeverEndsIsAFailure) {
-  EXPECT_THAT([] { callsOf(u"101"); },
-              testing::ThrowsMessage<std::runtime_error>(HasSubstr("more than 100 calls of rootlessActivation")));
+  EXPECT_THAT([] { callsOf(u"101"); }, testing::ThrowsMessage<std::runtime_error>(
+                                           HasSubstr("rootlessActivation: It asks for more than 100 calls.")));
 }
 
 }  // namespace

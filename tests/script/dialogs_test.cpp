@@ -137,21 +137,22 @@ TEST(ScriptDialogs, ExceptionReachesTheInnermostCommandAndDialogsStayOpen) {
   const auto run = runScript("click btn_modal\nclick btn_throw\ndialogs\ncancel\nclick btn_throw\n");
   ASSERT_THAT(run.answers, SizeIs(5));
   EXPECT_EQ(run.answers.at(0), opened(outer));
-  EXPECT_EQ(run.answers.at(1), refused("thrown by the button"));
+  EXPECT_EQ(run.answers.at(1), refused(failedAt("click of btn_throw", "thrown by the button")));
   EXPECT_EQ(run.answers.at(2).at("open"), json({outer}));
   EXPECT_EQ(run.answers.at(3), done);
-  EXPECT_EQ(run.answers.at(4), refused("thrown by the button"));
+  EXPECT_EQ(run.answers.at(4), refused(failedAt("click of btn_throw", "thrown by the button")));
   EXPECT_EQ(run.status, 1);
 }
 
 TEST(ScriptDialogs, ExceptionAfterADialogReachesTheCommandThatClosedIt) {
   const auto run = runScript("click btn_throw_after\nok\n");
-  EXPECT_THAT(run.answers, ElementsAre(opened(question), refused("thrown after the question")));
+  EXPECT_THAT(run.answers, ElementsAre(opened(question),
+                                       refused(failedAt("click of btn_throw_after", "thrown after the question"))));
 }
 
 TEST(ScriptDialogs, ExceptionInOkIsNoVetoAndLeavesTheDialogOpen) {
   const auto run = runScript("click btn_modal\nclick chk_throw\nok\ndialogs\n");
-  EXPECT_EQ(run.answers.at(2), refused("thrown by OK"));
+  EXPECT_EQ(run.answers.at(2), refused(failedAt("ok of " + outer, "thrown by OK")));
   EXPECT_EQ(run.answers.at(3).at("open"), json({outer}));
 }
 
@@ -191,7 +192,8 @@ TEST(ScriptDialogs, OpeningThatFailsIsThrown) {
 TEST(ScriptDialogs, OpeningThatFailsAfterCommandsAnswersThemAll) {
   const auto run = runScript("ok\nproperties\n", openingWith(u"modal, throw"));
   ASSERT_THAT(run.answers, SizeIs(2));
-  EXPECT_EQ(run.answers.at(0), json({{"ok", false}, {"error", "thrown after the dialog"}, {"modal", outer}}));
+  EXPECT_EQ(run.answers.at(0),
+            json({{"ok", false}, {"error", failedAt("ready", "thrown after the dialog")}, {"modal", outer}}));
   EXPECT_EQ(run.answers.at(1).at("ok"), false);
   EXPECT_EQ(run.status, 1);
 }

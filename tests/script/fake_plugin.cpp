@@ -2,7 +2,9 @@
 #include "kiln/exception.h"
 #include "kiln/plugin.h"
 
+#include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -16,13 +18,19 @@ constexpr const char16_t* questionUrl = u"chrome://fake/content/dlg_question.xul
 class FakePlugin final : public UIPlugin {
  public:
   FakePlugin(Host& lender, const String& name, const PropertyManager& manager, SmartPtr<Services::Library> library)
-      : UIPlugin(lender, name, manager, library) {}
+      : UIPlugin(lender, name, manager, library) {
+    begin(u"createPlugin");
+  }
 
-  void create() override {}
-  void initialise() override {}
-  bool rootlessActivation() override { return false; }
+  void create() override { begin(u"create"); }
+  void initialise() override { begin(u"initialise"); }
+  bool rootlessActivation() override {
+    begin(u"rootlessActivation");
+    return false;
+  }
 
   void configureUI(SmartPtr<GUI> given) override {
+    begin(u"configureUI");
     gui = given;
     gui->load(u"chrome://fake/content/tab.xul");
     connect(*gui->readySignal(), *this, &FakePlugin::onReady);
@@ -32,6 +40,7 @@ class FakePlugin final : public UIPlugin {
   using Clicked = EventArg<Button>;
 
   void onReady(SmartPtr<GUI>) {
+    begin(u"ready");
     follow(gui, u"btn_modal", &FakePlugin::onModal);
     follow(gui, u"btn_two", &FakePlugin::onTwo);
     follow(gui, u"btn_show", &FakePlugin::onShow);
@@ -49,7 +58,10 @@ class FakePlugin final : public UIPlugin {
     connect(*image->dropSignal(), *this, &FakePlugin::onText);
     connect(*image->menuSignal(), *this, &FakePlugin::onText);
     connect(*gui->tabPanel()->preAcceptSignal(), *this, &FakePlugin::onPreAccept);
+    connect(*gui->tabPanel()->helpSignal(), *this, &FakePlugin::onHelp);
     connect(*propertyManager()->modelProperties()->selectionChangeSignal(u"Colour"), *this, &FakePlugin::onColour);
+    connect(*propertyManager()->profileImportSignal(), *this, &FakePlugin::onImport);
+    connect(*propertyManager()->profileExportSignal(), *this, &FakePlugin::onExport);
     const std::u16string opening = setting(u"fake.opening");
     if (opening == u"modal") runOuter();
     if (opening == u"throw") fail("thrown while opening");
@@ -59,9 +71,14 @@ class FakePlugin final : public UIPlugin {
     }
   }
 
+  void onHelp(EventArg<TabPanel>) { begin(u"help"); }
+  void onImport(ImportExportEventArg) { begin(u"profile import"); }
+  void onExport(ImportExportEventArg) { begin(u"profile export"); }
+
   void onColour(ModelSelectionChange& change) {
     const std::u16string wanted = setting(u"fake.red");
     if (change.value.view() != u"Red") return;
+    begin(u"Red");
     if (wanted == u"asks") runQuestion();
     if (wanted == u"shows") showOuter();
   }
@@ -105,6 +122,7 @@ class FakePlugin final : public UIPlugin {
   void onText(WString text) { log(text); }
 
   void onPreAccept(SmartPtr<PreAcceptPanel> panel) {
+    begin(u"pre-accept");
     if (isChecked(gui, u"chk_veto")) panel->veto();
     if (isChecked(gui, u"chk_ask") && !runQuestion()) panel->veto();
   }
@@ -171,6 +189,28 @@ class FakePlugin final : public UIPlugin {
   std::u16string setting(const char16_t* key) {
     const auto property = propertyManager()->configuration()->child(key);
     return property ? property->wideValue().str() : std::u16string();
+  }
+
+  // A call of the host begins: the one that a setting names fails, in the way that another names.
+  void begin(std::u16string_view call) {
+    if (setting(u"fake.fails") != call) return;
+    const std::u16string how = setting(u"fake.throws");
+    if (how == u"a number") throw 42;
+    if (how == u"no message") fail("");
+    if (how == u"the standard's") throw std::runtime_error("thrown as any library throws");
+    if (how == u"the host's") host().resource(u"nothing");
+    if (how == u"the host's, repeated") repeatTheHosts();
+    fail("thrown by the plug-in");
+  }
+
+  void repeatTheHosts() {
+    std::string sentence;
+    try {
+      host().file(host().path(setting(u"kilnworks.user.path").c_str()))->readAll();
+    } catch (const Exception& problem) {
+      sentence = problem.what();
+    }
+    fail((sentence + " Mend it.").c_str());
   }
 
   void log(WStringView text) { smartCast<Label>(gui->widgetById(u"lbl_log"))->setLabel(text); }

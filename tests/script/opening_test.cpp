@@ -123,7 +123,14 @@ TEST(Opening, PluginThatThrowsIsNotLeftHalfOpen) {
   expectRefusal(
       runKiln({"drive", "--plugin", FAKE_PLUGIN, "--resources", FAKE_RESOURCES, "--config", "fake.opening=throw"},
               "properties\n"),
-      {"thrown while opening"});
+      {"fake_plugin", ", ready: thrown while opening"});
+}
+
+TEST(Opening, PluginThatThrowsWhatIsNoExceptionIsNamedWithTheStep) {
+  for (const std::string step : {"createPlugin", "create", "initialise", "configureUI", "ready"})
+    expectRefusal(runKiln({"drive", "--plugin", FAKE_PLUGIN, "--resources", FAKE_RESOURCES, "--config",
+                           "fake.fails=" + step, "--config", "fake.throws=a number"}),
+                  {path(FAKE_PLUGIN).filename().string() + ", " + step + ": "});
 }
 
 TEST(Opening, HomeThatCannotBeMadeIsToldOnceAndKeepsNothingFromOpening) {

@@ -1,4 +1,5 @@
 // Tickets that are refused: one sentence with line and name, and every property as it was.
+#include "host/plugin_failures.h"
 #include "tests/ticket/ticket_world.h"
 
 #include <gmock/gmock.h>
@@ -141,6 +142,35 @@ TEST(BadInput, AnAfterthoughtOfThePlugInThatFailsLeavesThePropertiesAsTheyWere) 
   plain->afterReading = [] { throw Refhost::failure("Out of luck."); };
   world.plugin = plain;
   EXPECT_EQ(world.refusalOf(spoilt("")), "Out of luck.");
+}
+
+// A plug-in whose every conversion fails.
+class FailingPlugin final : public Kiln::PTPlugin {
+ public:
+  explicit FailingPlugin(Kiln::Host& lender) : PTPlugin(lender) {}
+  Kiln::SmartPtr<Kiln::Dom::INode> getSchema() override { throw Kiln::Exception(Refhost::heap(), "No schema."); }
+  Kiln::SmartPtr<Kiln::Dom::INode> convertPMtoPT(Kiln::Property&, Kiln::PTLevel) override { return {}; }
+  void convertPTtoPM(Kiln::SmartPtr<Kiln::Dom::INode>, Kiln::Property&) override { throw 42; }
+};
+
+TEST(BadInput, AFailureOfThePluginNamesTheConversion) {
+  TicketWorld world;
+  world.plugin = Refhost::make<FailingPlugin>(world.host);
+  Refhost::PluginFailures failures("failing.so", world.trace.calls());
+  EXPECT_EQ(failures.sentenceOf([&] { world.ticket(); }),
+            "failing.so, convertPMtoPT: The plug-in made no PrintTicket.");
+  EXPECT_EQ(failures.sentenceOf([&] { world.capabilities(); }), "failing.so, getSchema: No schema.");
+  const auto before = world.model->values();
+  EXPECT_EQ(failures.sentenceOf([&] { world.load(ticketAround("")); }),
+            "failing.so, convertPTtoPM: An exception was thrown that is no std::exception.");
+  EXPECT_EQ(world.model->values(), before);
+}
+
+TEST(BadInput, AFaultOfTheTicketIsNoFailureOfThePlugin) {
+  TicketWorld world;
+  Refhost::PluginFailures failures("failing.so", world.trace.calls());
+  EXPECT_THAT(failures.sentenceOf([&] { world.load(spoilt(init("psk:PageWatermarkTextAngle", ""))); }),
+              StartsWith("job.xml:9: "));
 }
 
 // A property tree in which one property cannot be written.

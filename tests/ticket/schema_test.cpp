@@ -144,7 +144,8 @@ TEST_P(BrokenSchema, IsRefusedWithItsLineAndName) {
   const auto file = folder.path / "binder" / "content" / "schema.xml";
   Testing::writeFile(file, Testing::replaced(binderSchema, GetParam().from, GetParam().to));
   const Refhost::ChromeFolders chrome{folder.path};
-  const auto service = Refhost::makeTickets(chrome);
+  Refhost::PluginCalls calls;
+  const auto service = Refhost::makeTickets(chrome, calls);
   try {
     service->loadSchema(u"chrome://binder/content/schema.xml");
     FAIL() << "was read";
