@@ -30,6 +30,7 @@ class Transition final : public Kiln::State::Transition {
   void add(Kiln::WStringView property, Kiln::WStringView value) override { append(property, value); }
 
   TracePairs pairs;
+  bool isSubmitted = false;
 
  private:
   void append(Kiln::WStringView property, Kiln::WStringView value) {
@@ -94,6 +95,8 @@ Kiln::SmartPtr<Kiln::State::Transition> PropertyManager::transition(Kiln::WStrin
 
 void PropertyManager::submit(Kiln::SmartPtr<Kiln::State::Transition> transition) {
   const auto own = givenBack<Transition>(transition, "IPropertyManager::submit", "a transition");
+  if (std::exchange(own->isSubmitted, true))
+    throw misuse("A transition was submitted twice: each is submitted at most once.");
   trace.record({"transition", {{"pairs", own->pairs}}});
   model->submit(own->pairs);
 }

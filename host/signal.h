@@ -1,6 +1,7 @@
 // The signals of this host.
 #pragma once
 
+#include "formats/text.h"
 #include "host/object.h"
 #include "host/trace.h"
 #include "kiln/signal.h"
@@ -9,6 +10,16 @@
 #include <vector>
 
 namespace Refhost {
+
+// How often a signal is delivered within its own delivery. A plug-in needs a handful: its handlers set what the signal
+// is about to another value, until it is valid. The stack is enough for many times this number.
+inline constexpr int mostDeliveries = 100;
+
+inline std::string withoutEnd(const std::string& kind, const std::u16string& owner) {
+  return "The signal " + kind + " of " + Formats::toUtf8(owner) +
+         " answers itself without end: its handlers have fired it " + std::to_string(mostDeliveries) +
+         " times, each within the one before.";
+}
 
 // Increments a counter for the lifetime of the object.
 class InDelivery {
@@ -44,11 +55,13 @@ class HostSignal final : public Kiln::Signal<Arg> {
   // Whether its slots are being called.
   bool isInDelivery() const { return deliveries > 0; }
 
-  // Calls the slots in connection order, without those connected during the call. A slot may destroy the signal.
+  // Calls the slots in connection order, without those connected during the call. A slot may destroy the signal. Throws
+  // Kiln::Exception when slots that are called answer by firing it again, and that without end.
   void fire(Arg argument) {  // NOLINT(performance-unnecessary-value-param): as slots take it
     const Kiln::SmartPtr<HostSignal> self(this);
     const InDelivery delivery(deliveries);
     try {
+      if (deliveries > mostDeliveries) throw misuse(withoutEnd(kind, owner));
       for (std::size_t i = 0, count = slots.size(); i < count; ++i) {
         const auto slot = slots[i];
         slot->call(argument);

@@ -11,6 +11,7 @@ namespace {
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
+using testing::StartsWith;
 
 Script::Request failingAt(const std::u16string& call, const std::u16string& how = u"") {
   Script::Request request = fakeRequest();
@@ -83,6 +84,37 @@ TEST(PluginFailure, ThatThePluginHasDealtWithIsNotNamedLater) {
   EXPECT_EQ(failures.sentenceOf(fail), "It fails.");
   EXPECT_EQ(failures.sentenceOf([&] { calls.run("second", fail); }), "a.so, second: It fails.");
   EXPECT_EQ(failures.sentenceOf(fail), "It fails.");
+}
+
+Script::Request answering(const std::u16string& times) {
+  Script::Request request = fakeRequest();
+  request.preferences.settings.emplace_back(u"fake.red", u"answers");
+  request.preferences.settings.emplace_back(u"fake.answers", times);
+  return request;
+}
+
+TEST(SelectionChange, ThatAnswersItselfWithoutEndIsASentence) {
+  const auto run = runScript("set CancelJob True\nget CancelJob\n", answering(u"0"));
+  EXPECT_EQ(run.answers.at(1).at("value"), "True");
+  const std::string sentence = openingFails(answering(u"1000000"));
+  EXPECT_THAT(sentence, StartsWith(failedAt("selection-change of Colour", "The signal selection-change of Colour ")));
+  EXPECT_THAT(sentence, HasSubstr("answers itself without end"));
+}
+
+TEST(SelectionChange, MayAnswerItselfDozensOfTimes) {
+  const auto run = runScript("get Colour\nset Colour Red\nget Colour\n", answering(u"51"));
+  EXPECT_EQ(run.answers.at(0).at("value"), "Red") << "the 51st answer to Black";
+  EXPECT_EQ(run.status, 0);
+}
+
+TEST(Transition, IsSubmittedOnce) {
+  Script::Request request = fakeRequest();
+  request.preferences.settings.emplace_back(u"fake.red", u"submits twice");
+  const auto run = runScript("set Colour Red\nget CancelJob\n", request);
+  EXPECT_EQ(
+      run.answers.at(0).at("error"),
+      failedAt("selection-change of Colour", "A transition was submitted twice: each is submitted at most once."));
+  EXPECT_EQ(run.answers.at(1).at("value"), "True");
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 // A plug-in with a button for each situation that a script must handle: nested dialogs, vetoes, exceptions.
+#include "formats/text.h"
 #include "kiln/exception.h"
 #include "kiln/plugin.h"
 
@@ -77,10 +78,24 @@ class FakePlugin final : public UIPlugin {
 
   void onColour(ModelSelectionChange& change) {
     const std::u16string wanted = setting(u"fake.red");
+    if (wanted == u"answers") return answer(change.value.view());
     if (change.value.view() != u"Red") return;
     begin(u"Red");
+    if (wanted == u"submits twice") submitTwice();
     if (wanted == u"asks") runQuestion();
     if (wanted == u"shows") showOuter();
+  }
+
+  // Submits the other colour, as often as a setting tells.
+  void answer(std::u16string_view colour) {
+    if (answers++ >= std::stoi(Formats::toUtf8(setting(u"fake.answers")))) return;
+    propertyManager()->submit(propertyManager()->transition(u"Colour", colour == u"Red" ? u"Black" : u"Red"));
+  }
+
+  void submitTwice() {
+    const auto transition = propertyManager()->transition(u"CancelJob", u"True");
+    propertyManager()->submit(transition);
+    propertyManager()->submit(transition);
   }
 
   void onModal(Clicked) { runOuter(); }
@@ -220,6 +235,7 @@ class FakePlugin final : public UIPlugin {
   SmartPtr<GUI> gui;
   SmartPtr<SubDialog> outer;
   bool isAnswered = false;
+  int answers = 0;
 };
 
 }  // namespace
