@@ -1,4 +1,5 @@
 #include "files/disk.h"
+#include "files/system_reason.h"
 
 namespace Files {
 namespace {
@@ -14,7 +15,7 @@ std::string sentenceEnd(std::string_view action, std::error_code reason) {
   if (reason == std::errc::is_a_directory) return "it is a folder.";
   if (reason == std::errc::not_a_directory) return "a part of its path is no folder.";
   if (reason == std::errc::file_too_large && action == "read") return "it is larger than this host reads.";
-  return reason.message() + ".";
+  return systemReason(reason) + ".";
 }
 
 }  // namespace

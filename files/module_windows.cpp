@@ -1,4 +1,6 @@
+#include "files/missing_libraries.h"
 #include "files/module.h"
+#include "files/system_reason.h"
 
 #include <windows.h>
 
@@ -7,8 +9,21 @@
 
 namespace Files {
 
+namespace {
+
+std::string reasonFor(DWORD code, const std::filesystem::path& file) {
+  if (code == ERROR_BAD_EXE_FORMAT) return "it is no library for this program's kind of processor";
+  std::string names;
+  if (code == ERROR_MOD_NOT_FOUND)
+    for (const std::string& name : missingLibraries(file)) names += (names.empty() ? "" : ", ") + name;
+  if (!names.empty()) return "these libraries that it needs are not found: " + names;
+  return systemReason({static_cast<int>(code), std::system_category()});
+}
+
+}  // namespace
+
 Module::Module(const std::filesystem::path& file) : handle(LoadLibraryW(std::filesystem::absolute(file).c_str())) {
-  if (handle == nullptr) throw std::runtime_error("system error " + std::to_string(GetLastError()));
+  if (handle == nullptr) throw std::runtime_error(reasonFor(GetLastError(), std::filesystem::absolute(file)));
 }
 
 Module::~Module() {
