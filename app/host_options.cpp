@@ -2,7 +2,7 @@
 
 #include "app/failure.h"
 #include "app/system/installed_fonts.h"
-#include "files/module.h"
+#include "files/product_files.h"
 #include "formats/text.h"
 #include "host/library.h"
 
@@ -12,21 +12,21 @@ void HostOptions::declare(CLI::App& command, const std::string& homeHelp) {
   command.add_option("--model", model, "A shipped model description by its name, or one of your own by its path")
       ->type_name("NAME")
       ->default_str(Refhost::Options().model);
-  command.add_option("--plugin", plugin, "The plug-in library; by default the one beside kiln")->type_name("FILE");
+  command.add_option("--plugin", plugin, "The plug-in library; by default the one of this kiln")->type_name("FILE");
   declarePlaces(command, homeHelp);
 }
 
 void HostOptions::declarePlaces(CLI::App& command, const std::string& homeHelp) {
   command.add_option("--home", home, homeHelp)->type_name("DIR");
   command
-      .add_option("--resources", resources, "The folder of layouts, texts and models; by default share/kiln beside bin")
+      .add_option("--resources", resources, "The folder of layouts, texts and models; by default those of this kiln")
       ->type_name("DIR");
 }
 
 Refhost::Options HostOptions::resolve() const {
   Refhost::Options options;
-  options.plugin = plugin.empty() ? Files::programFolder() / Refhost::defaultPluginName() : toPath(plugin);
-  options.resources = resources.empty() ? Files::programFolder().parent_path() / "share" / "kiln" : toPath(resources);
+  options.plugin = plugin.empty() ? Files::productModule(Refhost::defaultPluginName()) : toPath(plugin);
+  options.resources = resources.empty() ? Files::productResources() : toPath(resources);
   if (!model.empty()) options.model = model;
   options.home = toPath(home);
   options.fonts = installedFonts;

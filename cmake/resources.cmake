@@ -14,7 +14,12 @@ function(zorvu_resources folder destination)
   endforeach()
   string(MAKE_C_IDENTIFIER resources_${destination} target)
   add_custom_target(${target} ALL DEPENDS ${copies})
-  install(DIRECTORY ${PROJECT_SOURCE_DIR}/${folder}/ DESTINATION share/kiln/${destination})
+  set(component runtime)
+  if(folder MATCHES "^window/")
+    set(component window)
+  endif()
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/${folder}/ DESTINATION ${KILN_RESOURCES_DESTINATION}/${destination}
+    COMPONENT ${component})
 endfunction()
 
 zorvu_resources(effect/content effect/content)

@@ -3,6 +3,7 @@
 #include "app/host_options.h"
 #include "app/system/user.h"
 #include "files/module.h"
+#include "files/product_files.h"
 #include "window/window.h"
 
 #include <memory>
@@ -50,7 +51,7 @@ Window::Request toRequest(const ShowOptions& given) {
 // The window needs a windowing toolkit, which the other commands do not; so it is loaded on demand. It is never
 // unloaded, which the toolkit does not support.
 Window::Show* loadWindow() {
-  const auto file = Files::programFolder() / "kiln-window.so";
+  const auto file = Files::productModule("kiln-window.so");
   try {
     Files::Module library(file);
     library.keepLoaded();

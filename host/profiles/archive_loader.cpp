@@ -1,4 +1,5 @@
 #include "files/module.h"
+#include "files/product_files.h"
 #include "host/profiles/archive_module.h"
 
 #include <stdexcept>
@@ -10,7 +11,7 @@ namespace {
 ArchiveFunctions load() {
   std::string reason;
   try {
-    Files::Module library(Files::programFolder() / "kiln-archives.so");
+    Files::Module library(Files::productModule("kiln-archives.so"));
     library.keepLoaded();
     if (auto* function = library.function<GetArchiveFunctions>(archiveFunctionsSymbol)) return function();
     reason = std::string("it exports no ") + archiveFunctionsSymbol;
@@ -18,7 +19,7 @@ ArchiveFunctions load() {
     reason = problem.what();
   }
   throw std::runtime_error("Profiles cannot be read or written (" + reason +
-                           "): install the program again, all of its files in one folder.");
+                           "): install the program again, with all of its files.");
 }
 
 const ArchiveFunctions& archives() {

@@ -1,6 +1,7 @@
 #include "press/pictures/loader.h"
 
 #include "files/module.h"
+#include "files/product_files.h"
 #include "files/whole_file.h"
 #include "press/error.h"
 #include "press/pictures/module.h"
@@ -22,7 +23,7 @@ namespace {
 namespace fs = std::filesystem;
 
 KilnDrawPage load() {
-  const fs::path file = Files::programFolder() / "kiln-pictures.so";
+  const fs::path file = Files::productModule("kiln-pictures.so");
   std::string reason;
   try {
     Files::Module library(file);
@@ -32,8 +33,7 @@ KilnDrawPage load() {
   } catch (const std::runtime_error& problem) {
     reason = problem.what();
   }
-  throw Error(quoted(file) + " cannot be loaded (" + reason +
-              "): install the program again, all of its files in one folder.");
+  throw Error(quoted(file) + " cannot be loaded (" + reason + "): install the program again, with all of its files.");
 }
 
 struct Result {
