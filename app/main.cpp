@@ -76,6 +76,7 @@ App::Run parse(std::vector<std::string> words) {
   App::addProfile(kiln, run);
   App::addTicket(kiln, run);
   App::addDrive(kiln, run);
+  App::addCheck(kiln, run);
   addHelp(kiln, run);
   std::reverse(words.begin(), words.end());  // the parser expects reverse order
   try {

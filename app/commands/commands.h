@@ -12,6 +12,7 @@ using Run = std::function<int()>;
 
 // Each declares a subcommand that sets `run` when it is chosen. They do not throw; `run` throws Failure, or
 // std::exception for exit status 1.
+void addCheck(CLI::App& kiln, Run& run);
 void addDrive(CLI::App& kiln, Run& run);
 void addFilter(CLI::App& kiln, Run& run);
 void addOverlay(CLI::App& kiln, Run& run);

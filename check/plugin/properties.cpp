@@ -1,0 +1,57 @@
+// Models that lack a property.
+#include "check/plugin/groups.h"
+#include "check/plugin/needs.h"
+#include "check/plugin/opening.h"
+#include "formats/text.h"
+
+namespace Checking {
+namespace {
+
+using Formats::toUtf8;
+using Refhost::Library;
+
+// The sentence of the exception that ends the opening; empty when it opens. Rethrows what is no std::exception.
+std::string refusalOf(Opening& opening) {
+  try {
+    opening.open();
+  } catch (const Skipped&) {
+    throw;
+  } catch (const std::exception& error) {
+    return std::string("\"") + error.what() + '"';
+  }
+  return {};
+}
+
+void opensWithoutEachProperty(const Subject& subject) {
+  const auto library = Refhost::make<Library>(subject.library);
+  const Refhost::ModelDescription model = Refhost::readModel(subject.resources / "models", subject.model);
+  for (const auto& property : model.properties) {
+    const std::string name = toUtf8(property.name);
+    for (const Refhost::Mode mode : {Refhost::Mode::docProp, Refhost::Mode::prePrint, Refhost::Mode::rootless}) {
+      const long before = Refhost::heap().blocks();
+      std::string refusal;
+      {
+        Opening opening(subject, *library, {.mode = mode, .withoutProperty = property.name});
+        refusal = refusalOf(opening);
+      }
+      const Need need = needOf(subject, property.name);
+      demand(refusal.empty() || need != Need::optional,
+             "The plug-in does not open without the property " + name + ", which is optional: " + refusal);
+      demand(!refusal.empty() || need != Need::mandatory || mode != Refhost::Mode::docProp,
+             "The plug-in opens without the property " + name + ", which is mandatory.");
+      demand(refusal != "\"\"", "The plug-in does not open without the property " + name + ", and does not say why.");
+      const long left = Refhost::heap().blocks() - before;
+      demand(left == 0,
+             std::to_string(left) + " blocks are left when the plug-in opens without the property " + name + ".");
+    }
+  }
+}
+
+}  // namespace
+
+std::vector<Check> propertyChecks() {
+  return {{"properties/missing", "opens without each property, or says by an exception why it does not",
+           opensWithoutEachProperty}};
+}
+
+}  // namespace Checking
