@@ -3,6 +3,7 @@
 #include "files/path_text.h"
 #include "formats/names.h"
 #include "formats/text.h"
+#include "host/chrome/help.h"
 #include "host/documents/bitmap.h"
 #include "host/documents/documents.h"
 #include "host/documents/stores.h"
@@ -65,19 +66,6 @@ bool isColour(std::u16string_view text) {
   return text.size() == 7 && text.front() == u'#' && text.find_first_not_of(digits, 1) == text.npos;
 }
 
-// The address of a topic's page: in chrome://PACKAGE/locale/FILE.chm, FILE is a folder of the current language with a
-// page per topic. Other addresses are pages themselves.
-std::u16string helpPage(std::u16string_view url, std::u16string_view topic, const std::string& locale) {
-  constexpr std::u16string_view languageFolder = u"/locale/";
-  constexpr std::u16string_view ending = u".chm";
-  std::u16string page(url);
-  const auto place = page.find(languageFolder);
-  if (place == page.npos || !page.ends_with(ending)) return page;
-  page.resize(page.size() - ending.size());
-  page.append(u"/").append(topic).append(u".html");
-  return page.replace(place, languageFolder.size(), u"/content/" + Formats::toUtf16(locale) + u"/");
-}
-
 }  // namespace
 
 PropertyManager::PropertyManager(Kiln::SmartPtr<PropertyModel> properties, const Trace& eventTrace)
@@ -116,7 +104,7 @@ void ReferenceHost::showPluginHelp(Kiln::StringView plugin) {
 
 void ReferenceHost::showHelpTopic(Kiln::WStringView url, Kiln::WStringView topic) {
   world.trace.record({"show-help", {{"context", std::u16string(topic.view())}}});
-  world.face.showHelp(helpPage(url, topic, world.strings.locale()), std::u16string(topic.view()));
+  world.face.showHelp(helpPage(world.chrome, world.strings.locale(), url, topic), std::u16string(topic.view()));
 }
 
 Kiln::SmartPtr<Kiln::Services::TextList> ReferenceHost::attributeNames(Kiln::WStringView attribute) {

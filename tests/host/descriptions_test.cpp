@@ -1,5 +1,6 @@
 // Model descriptions, string tables and layouts: shipped and invalid ones.
 #include "formats/text.h"
+#include "host/chrome/help.h"
 #include "host/chrome/layout.h"
 #include "host/chrome/strings.h"
 #include "host/model/description.h"
@@ -138,7 +139,7 @@ TEST(StringTables, HaveATextForEveryReference) {
           file.starts_with(".git"))
         continue;
       const auto type = entry.path().extension();
-      if (type != ".xul" && type != ".xml" && type != ".cpp" && type != ".h") continue;
+      if (type != ".xul" && type != ".xml" && type != ".cpp" && type != ".h" && type != ".html") continue;
       std::ifstream stream(entry.path());
       const std::string text{std::istreambuf_iterator<char>(stream), {}};
       for (std::sregex_iterator match(text.begin(), text.end(), reference), end; match != end; ++match)
@@ -153,6 +154,43 @@ TEST(StringTables, HaveATextForEveryReference) {
       EXPECT_NE(tables.resolve(token), token) << name << " of " << file << " in " << locale;
     }
   }
+}
+
+TEST(HelpPages, AreTheLanguagesOwnOrElseTheOneForAll) {
+  const auto addressOf = [](std::u16string_view url, std::u16string_view topic) {
+    return Formats::toUtf8(Refhost::helpPage(chrome, "de-DE", url, topic));
+  };
+  EXPECT_EQ(addressOf(u"chrome://base/locale/help.chm", u"5100"), "chrome://base/content/de-DE/help/5100.html");
+  EXPECT_EQ(addressOf(u"chrome://effect/locale/help.chm", u"pro_tab_effect"),
+            "chrome://effect/content/help/pro_tab_effect.html");
+  EXPECT_EQ(addressOf(u"chrome://effect/locale/help.chm", u"none"), "chrome://effect/content/de-DE/help/none.html");
+  EXPECT_EQ(addressOf(u"chrome://effect/content/help/a.html", u"b"), "chrome://effect/content/help/a.html");
+}
+
+TEST(HelpPages, HaveTheTextsOfTheLanguage) {
+  constexpr std::u16string_view address = u"chrome://effect/content/help/pro_tab_effect.html";
+  for (const std::string& locale : locales) {
+    const Refhost::StringTables strings(chrome, locale);
+    const auto page = Refhost::readHelp(chrome, strings, address);
+    ASSERT_TRUE(page);
+    EXPECT_EQ(page->find("$IDS_"), page->npos) << locale << *page;
+    EXPECT_NE(page->find("<h1>" + Formats::toUtf8(strings.resolve(u"$IDS_EFFECT_TAB;")) + "</h1>"), page->npos);
+    EXPECT_TRUE(page->ends_with("</html>\n"));
+  }
+}
+
+TEST(HelpPages, HaveLabelsWithoutWhatOnlyControlsNeed) {
+  const TemporaryFolder folder;
+  writeFile(folder.path / "p/content/en-US/strings.dtd",
+            "<!ENTITY IDS_KEY \"Mirror(I)\"><!ENTITY IDS_MORE \"Edit(S)...\"><!ENTITY IDS_SIGNS \"a &amp; &lt;b>\">"
+            "<!ENTITY IDS_WORD \"A (word)\">");
+  writeFile(folder.path / "p/content/h.html", "<p>$IDS_KEY;, $IDS_MORE;, $IDS_SIGNS;, $IDS_WORD;, $5, $IDS_NO; $IDS_");
+  const Refhost::ChromeFolders folders(folder.path);
+  const Refhost::StringTables strings(folders, "en-US");
+  EXPECT_EQ(Refhost::readHelp(folders, strings, u"chrome://p/content/h.html"),
+            "<p>Mirror, Edit, a &amp; &lt;b>, A (word), $5, $IDS_NO; $IDS_");
+  EXPECT_FALSE(Refhost::readHelp(folders, strings, u"chrome://p/content/none.html"));
+  EXPECT_FALSE(Refhost::readHelp(folders, strings, u"h.html"));
 }
 
 TEST(StringTables, LeaveOtherTextsAsTheyAre) {

@@ -1,6 +1,5 @@
 #include "window/dialogs/help_viewer.h"
 
-#include <QFile>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QTextBrowser>
@@ -26,12 +25,8 @@ HelpViewer::HelpViewer(QWidget* parent)
   connect(closeButton, &QPushButton::clicked, this, &QDialog::reject);
 }
 
-bool HelpViewer::show(const std::u16string& url, const std::u16string& topic, const Refhost::ChromeFolders& chrome,
-                      const Texts& texts) {
-  const auto path = chrome.file(url);
-  QFile file(path ? toQt(path->u16string()) : QString());
-  if (!path || !file.open(QIODevice::ReadOnly)) return false;
-  text->setHtml(QString::fromUtf8(file.readAll()));
+void HelpViewer::show(const std::string& page, const std::u16string& topic, const Texts& texts) {
+  text->setHtml(QString::fromStdString(page));
   text->scrollToAnchor(toQt(topic));
   const QString title = text->document()->metaInformation(QTextDocument::DocumentTitle);
   text->setAccessibleName(texts("HELP_BUTTON"));
@@ -40,7 +35,6 @@ bool HelpViewer::show(const std::u16string& url, const std::u16string& topic, co
   QDialog::show();
   raise();
   activateWindow();
-  return true;
 }
 
 }  // namespace Window

@@ -1,7 +1,6 @@
 // A small window for help pages.
 #pragma once
 
-#include "host/chrome/addresses.h"
 #include "window/language/texts.h"
 
 #include <QDialog>
@@ -20,9 +19,8 @@ class HelpViewer final : public QDialog {
   // Stays open beside `parent` until the user closes it.
   explicit HelpViewer(QWidget* parent);
 
-  // Shows the page at a chrome:// address, scrolled to `topic` if it exists. False when there is no such page.
-  bool show(const std::u16string& url, const std::u16string& topic, const Refhost::ChromeFolders& chrome,
-            const Texts& texts);
+  // Shows a page, scrolled to `topic` if it exists.
+  void show(const std::string& page, const std::u16string& topic, const Texts& texts);
 
  private:
   QTextBrowser* text;

@@ -1,5 +1,6 @@
 #include "window/preferences/help.h"
 
+#include "host/chrome/help.h"
 #include "window/dialogs/help_viewer.h"
 
 #include <QApplication>
@@ -7,6 +8,10 @@
 namespace Window {
 
 void Help::show(const std::u16string& url, const std::u16string& topic) {
+  const Refhost::Preferences& preferences = session.preferences();
+  const auto page = Refhost::readHelp(preferences.chrome(), preferences.strings(), url);
+  isShown = page.has_value();
+  if (!isShown) return messages.showFailure(session.texts()("NOT_OPENED").arg(toQt(url)).toStdString());
   // While a dialog is modal, only its children are usable.
   QWidget* modal = QApplication::activeModalWidget();
   QWidget* owner = modal != nullptr ? modal : &window;
@@ -14,8 +19,7 @@ void Help::show(const std::u16string& url, const std::u16string& topic) {
     delete viewer;
     viewer = new HelpViewer(owner);
   }
-  isShown = viewer->show(url, topic, session.preferences().chrome(), session.texts());
-  if (!isShown) messages.showFailure(session.texts()("NOT_OPENED").arg(toQt(url)).toStdString());
+  viewer->show(*page, topic, session.texts());
 }
 
 void Help::onTab() {
