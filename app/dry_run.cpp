@@ -53,12 +53,8 @@ class Description {
       say(std::to_string(effects.pagesOnSheet) + " pages go on a sheet; that makes " + std::to_string(plan.sheets) +
           (plan.sheets == 1 ? " sheet." : " sheets."));
     sayMarks(false);
-    if (effects.mirrorImage) say("every " + sheetWord() + " is mirrored, left and right exchanged.");
-    if (effects.rotate180)
-      say("every " + sheetWord() + " is turned half round.");
-    else if (effects.rotate180ForA3Ledger)
-      sayTurnedA3Ledger();
-    if (effects.negativeImage) say("every " + sheetWord() + " is printed in negative.");
+    for (const Press::PageEffect& effect : Press::pageEffects)
+      if (effects.*effect.isOn && !isIncludedInAnother(effect)) sayPageEffect(effect);
     for (const std::string& note : plan.notes) say(note);
     return std::move(lines);
   }
@@ -123,12 +119,20 @@ class Description {
         places(mark.onEachPage, [&](int page) { return page == 1 || !mark.firstOnly; }) + ": " + look + ".");
   }
 
-  void sayTurnedA3Ledger() {
+  // Whether the effect, which is for A3 and Ledger, is done to every sheet by another one.
+  bool isIncludedInAnother(const Press::PageEffect& effect) const {
+    return effect.isForA3LedgerAlone && std::ranges::any_of(Press::pageEffects, [&](const Press::PageEffect& other) {
+             return effects.*other.isOn && other.flip == effect.flip && !other.isForA3LedgerAlone;
+           });
+  }
+
+  void sayPageEffect(const Press::PageEffect& effect) {
+    const std::string result(effect.result);
+    if (!effect.isForA3LedgerAlone) return say("every " + sheetWord() + " is " + result + ".");
     const auto isMeant = [this](int sheet) { return contains(plan.a3LedgerSheets, sheet); };
     const bool areSeveral =
         plan.a3LedgerSheets.size() > 1 && plan.sheets > static_cast<int>(plan.a3LedgerSheets.size());
-    say(pagesInWords(plan.sheets, sheetWord(), isMeant) + (areSeveral ? " are" : " is") +
-        " turned half round, as A3 and Ledger are.");
+    say(pagesInWords(plan.sheets, sheetWord(), isMeant) + (areSeveral ? " are " : " is ") + result + ".");
   }
 
   const Press::Plan& plan;

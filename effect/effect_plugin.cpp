@@ -69,10 +69,7 @@ void EffectPlugin::connectEnableChanges() {
   follow(Prop::firstPageOnly, watermark, &WatermarkTab::DisableWMFirstPageOnly);
   follow(Prop::watermarkOccurance, watermark, &WatermarkTab::DisableWMOccurance);
   follow(Prop::overlayImage, overlay, &OverlayTab::DisableOvl);
-  follow(Prop::negativeImage, transforms, &PageTransforms::DisableNegativeImage);
-  follow(Prop::mirrorImage, transforms, &PageTransforms::DisableMirrorImage);
-  follow(Prop::rotate180, transforms, &PageTransforms::DisableRotate180);
-  follow(Prop::rotate180ForA3LD, transforms, &PageTransforms::DisableRotate180);
+  transforms.connectEnableChanges(*model);
   follow(Prop::overlayOccurance, overlay, &OverlayTab::DisableOvlOccurance);
 }
 
@@ -83,10 +80,7 @@ void EffectPlugin::connectSelectionChanges() {
   };
   follow(Prop::watermarkSel, watermark, &WatermarkTab::WMSelectionChange);
   follow(Prop::overlaySel, overlay, &OverlayTab::OvlSelectionChange);
-  follow(Prop::negativeImage, transforms, &PageTransforms::NegativeSelectionChange);
-  follow(Prop::mirrorImage, transforms, &PageTransforms::MirrorSelectionChange);
-  follow(Prop::rotate180, transforms, &PageTransforms::Rotate180SelectionChange);
-  follow(Prop::rotate180ForA3LD, transforms, &PageTransforms::Rotate180ForA3LDSelectionChange);
+  transforms.connectSelectionChanges(*model);
   follow(Prop::firstPageOnly, watermark, &WatermarkTab::FirstPageSelectionChange);
   follow(Prop::watermarkOccurance, watermark, &WatermarkTab::WMOccuranceSelectionChange);
   follow(Prop::overlayOccurance, overlay, &OverlayTab::OvlOccuranceSelectionChange);

@@ -47,11 +47,6 @@ inline constexpr Name ovlDestCreated = u"OvlDestCreated";
 inline constexpr Name cancelJob = u"CancelJob";
 inline constexpr Name nin1 = u"Nin1";
 
-inline constexpr Name negativeImage = u"NegativeImage";
-inline constexpr Name mirrorImage = u"MirrorImage";
-inline constexpr Name rotate180 = u"Rotate180";
-inline constexpr Name rotate180ForA3LD = u"Rotate180ForA3LD";
-
 // Properties of the printer and the job; read only.
 inline constexpr Name modelNumber = u"ModelNumber";
 inline constexpr Name modelSelection = u"ModelSelection";
@@ -94,11 +89,6 @@ inline constexpr Name oddPages = u"Odd";
 
 inline constexpr Name overlay = u"Overlay";
 inline constexpr Name underlay = u"Underlay";
-inline constexpr Name negative = u"Negative";
-inline constexpr Name mirrorImage = u"MirrorImage";
-
-// Also the "on" value of Rotate180ForA3LD.
-inline constexpr Name rotate180 = u"Rotate180";
 
 // Values of Nin1.
 inline constexpr Name twoInOne = u"2in1";
@@ -118,6 +108,26 @@ inline constexpr Name colourNonBlack = u"Non-Black";
 inline constexpr Name customisationTrue = u"true";
 inline constexpr Name customisationFalse = u"false";
 }  // namespace Value
+
+// An effect that a check box of the tab turns on and off: its property, the value for on, and the id of the box. Off is
+// Value::none.
+struct PageEffect {
+  Name property;
+  Name on;
+  Name box;
+
+  friend constexpr bool operator==(const PageEffect&, const PageEffect&) = default;
+};
+
+namespace PageEffects {
+inline constexpr PageEffect negativeImage{u"NegativeImage", u"Negative", u"ePTKWPageNegativeImage"};
+inline constexpr PageEffect mirrorImage{u"MirrorImage", u"MirrorImage", u"ePTKWPageMirrorImage"};
+inline constexpr PageEffect rotate180{u"Rotate180", u"Rotate180", u"chk_EffRot180Deg"};
+inline constexpr PageEffect rotate180ForA3LD{u"Rotate180ForA3LD", u"Rotate180", u"chk_EffRot180DegForA3LD"};
+
+// In the order in which the tab follows them. docs/adding-an-effect.md tells how to add one.
+inline constexpr PageEffect all[] = {negativeImage, mirrorImage, rotate180, rotate180ForA3LD};
+}  // namespace PageEffects
 
 namespace WidgetId {
 inline constexpr Name leftBox = u"effect_common_leftbox";
@@ -160,11 +170,6 @@ inline constexpr Name slotImages[] = {u"img_MulOvl1Image", u"img_MulOvl2Image", 
                                       u"img_MulOvl7Image", u"img_MulOvl8Image"};
 inline constexpr Name slotPages[] = {u"edt_MulOvl3Manual", u"edt_MulOvl4Manual", u"edt_MulOvl5Manual",
                                      u"edt_MulOvl6Manual", u"edt_MulOvl7Manual", u"edt_MulOvl8Manual"};
-
-inline constexpr Name negativeImage = u"ePTKWPageNegativeImage";
-inline constexpr Name mirrorImage = u"ePTKWPageMirrorImage";
-inline constexpr Name rotate180 = u"chk_EffRot180Deg";
-inline constexpr Name rotate180ForA3LD = u"chk_EffRot180DegForA3LD";
 
 inline constexpr Name securityPatternEdit = u"but_EffSecPatEdt";
 inline constexpr Name securityPatternDelete = u"but_EffSecPatDel";

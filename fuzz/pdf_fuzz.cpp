@@ -11,7 +11,7 @@ using Fuzzing::folder;
 
 enum Choice : unsigned {
   withoutMirror = 1,
-  withoutNegative = 2,
+  withoutPaint = 2,
   withoutRotation = 4,
   withoutWatermark = 8,
   withoutOverlay = 16,
@@ -22,9 +22,11 @@ enum Choice : unsigned {
 
 Press::Effects effectsBy(unsigned choice) {
   Press::Effects effects;
-  effects.mirrorImage = (choice & withoutMirror) == 0;
-  effects.negativeImage = (choice & withoutNegative) == 0;
-  effects.rotate180 = effects.rotate180ForA3Ledger = (choice & withoutRotation) == 0;
+  for (const Press::PageEffect& effect : Press::pageEffects) {
+    const bool isTurn = effect.flip == Press::Flip::halfTurn;
+    const unsigned without = isTurn ? withoutRotation : effect.flip == Press::Flip::none ? withoutPaint : withoutMirror;
+    effects.*effect.isOn = (choice & without) == 0;
+  }
   if ((choice & withoutWatermark) == 0) {
     effects.watermark.text = "Draft";
     effects.watermark.face = "DejaVu Sans";

@@ -7,8 +7,16 @@
 namespace Press {
 
 bool Effects::any() const {
-  return mirrorImage || negativeImage || rotate180 || rotate180ForA3Ledger || !watermark.text.empty() ||
-         !overlays.empty() || pagesOnSheet != 1;
+  return anyPageEffect() || !watermark.text.empty() || !overlays.empty() || pagesOnSheet != 1;
+}
+
+bool Effects::anyPageEffect() const {
+  return std::ranges::any_of(pageEffects, [this](const PageEffect& effect) { return this->*effect.isOn; });
+}
+
+bool Effects::anyPaint() const {
+  return std::ranges::any_of(
+      pageEffects, [this](const PageEffect& effect) { return this->*effect.isOn && !effect.paint.blendMode.empty(); });
 }
 
 bool Effects::dependOnPlace() const {
@@ -21,10 +29,7 @@ Effects effectsFromProperties(const Properties& properties) {
   namespace Value = Formats::Value;
   const auto holds = [&](Formats::Name name, Formats::Name on) { return isSet(properties, name, on); };
   Effects effects;
-  effects.mirrorImage = holds(Prop::mirrorImage, Value::mirrorImage);
-  effects.negativeImage = holds(Prop::negativeImage, Value::negative);
-  effects.rotate180 = holds(Prop::rotate180, Value::rotate180);
-  effects.rotate180ForA3Ledger = holds(Prop::rotate180ForA3LD, Value::rotate180);
+  for (const PageEffect& effect : pageEffects) effects.*effect.isOn = holds(effect.setting.property, effect.setting.on);
   effects.overlaysOverPage = holds(Prop::overlayLayering, Value::overlay);
   effects.overlaysOnEachPage = holds(Prop::overlayOccurance, Value::perPage);
   if (holds(Prop::nin1, Value::twoInOne)) effects.pagesOnSheet = 2;

@@ -79,11 +79,11 @@ Error unwritable(const fs::path& out, std::error_code reason) {
   }
 }
 
-void write(QPDF& pdf, Pipeline& out, const Marks& marks, bool isNegative, std::shared_ptr<Steps> steps) {
+void write(QPDF& pdf, Pipeline& out, const Marks& marks, bool blends, std::shared_ptr<Steps> steps) {
   QPDFWriter writer(pdf);
   writer.setOutputPipeline(&out);
   writer.setStreamDataMode(qpdf_s_preserve);
-  if (isNegative) writer.setMinimumPDFVersion("1.4");  // the first version with transparency
+  if (blends) writer.setMinimumPDFVersion("1.4");  // the first version with transparency
   if (!marks.pdfVersion().empty()) writer.setMinimumPDFVersion(marks.pdfVersion());
   if (steps) writer.registerProgressReporter(std::move(steps));
   writer.write();
@@ -151,7 +151,7 @@ std::vector<std::string> printOpened(Document& document, Files::PendingFile& fil
   const std::vector<std::string> notes = putEffectsOn(document, marks, effects, *steps);
   WriteBehind out(file);
   FilePipeline pipeline(out);
-  write(*document.pdf, pipeline, marks, effects.negativeImage, steps);
+  write(*document.pdf, pipeline, marks, effects.anyPaint(), steps);
   out.complete();
   return notes;
 }
@@ -265,7 +265,7 @@ std::string Job::printPage(int page, const Effects& effects) {
     setPages(pdf, state->catalog, {sheet});
     std::string bytes;
     Pl_String out("printed page", nullptr, bytes);
-    write(pdf, out, state->marks, effects.negativeImage, nullptr);
+    write(pdf, out, state->marks, effects.anyPaint(), nullptr);
     return bytes;
   } catch (...) {
     sayWhyNot(state->file, {});

@@ -10,6 +10,12 @@ constexpr double pointsPerMillimetre = 72.0 / 25.4;
 
 bool near(double value, double wanted) { return std::abs(value - wanted) <= 2 * pointsPerMillimetre; }
 
+bool flips(const Effects& effects, Flip flip, const PageShape& shape) {
+  return std::ranges::any_of(pageEffects, [&](const PageEffect& effect) {
+    return effects.*effect.isOn && effect.flip == flip && (!effect.isForA3LedgerAlone || isA3OrLedger(shape));
+  });
+}
+
 }  // namespace
 
 bool isA3OrLedger(const PageShape& shape) {
@@ -23,11 +29,12 @@ bool isA3OrLedger(const PageShape& shape) {
 }
 
 std::string placement(const PageShape& shape, const Effects& effects) {
-  const bool halfTurn = effects.rotate180 || (effects.rotate180ForA3Ledger && isA3OrLedger(shape));
+  const bool halfTurn = flips(effects, Flip::halfTurn, shape);
+  const bool mirrors = flips(effects, Flip::leftAndRight, shape);
   const bool liesOnItsSide = shape.turn == 90 || shape.turn == 270;
   // Half a turn flips both axes; the mirror flips the displayed page's horizontal axis.
-  const bool flipX = halfTurn != (effects.mirrorImage && !liesOnItsSide);
-  const bool flipY = halfTurn != (effects.mirrorImage && liesOnItsSide);
+  const bool flipX = halfTurn != (mirrors && !liesOnItsSide);
+  const bool flipY = halfTurn != (mirrors && liesOnItsSide);
   if (!flipX && !flipY) return {};
   const Box& box = shape.visible;
   return std::string(flipX ? "-1" : "1") + " 0 0 " + (flipY ? "-1 " : "1 ") + number(flipX ? box.x0 + box.x1 : 0) +

@@ -51,10 +51,11 @@ void PageWrap::apply(const PageEntry& entry, const Turn& turn) {
   over += marks.over(shape, turn, resources);
   std::string before = "q\n" + placed + under;
   std::string after = "\nQ\n" + enclosed(over.empty() ? over : placed + over);
-  if (effects.negativeImage) {
-    // Paint the paper white, since blank paper cannot be inverted.
+  if (effects.anyPaint()) {
+    // Paint the paper white, since blank paper has no colour to blend with.
     before.insert(0, "q 1 1 1 rg " + rectangle(shape.reach) + " f Q\n");
-    after += negate(shape, resources);
+    for (const PageEffect& effect : pageEffects)
+      if (effects.*effect.isOn && !effect.paint.blendMode.empty()) after += paintOver(effect.paint, shape, resources);
     page.replaceKey("/Group", rgbGroup);
   }
   streams.insert(streams.begin(), content.shared(before));
@@ -66,8 +67,7 @@ std::vector<std::string> PageWrap::notes() const {
   if (!annotations.metOneWithoutLook()) return {};
   const std::string some = "Some of the job's annotations do not say how they look, so ";
   if (effects.pagesOnSheet > 1) return {some + "they are left out where several pages share a sheet."};
-  if (effects.mirrorImage || effects.negativeImage || effects.rotate180 || effects.rotate180ForA3Ledger)
-    return {some + "they are left to the reader, which shows them without the effects."};
+  if (effects.anyPageEffect()) return {some + "they are left to the reader, which shows them without the effects."};
   return {};
 }
 
@@ -83,18 +83,21 @@ void PageWrap::enclose(const PageEntry& entry, const PageShape& shape, Streams& 
   streams = {content.shared("/KilnPage Do\n")};
 }
 
-// Content that inverts everything below it. Requires an RGB page group, in which the difference to white inverts
-// colours of any colour space.
-std::string PageWrap::negate(const PageShape& shape, QPDFObjectHandle& resources) {
-  if (!negativeState.isInitialized()) {
+// Content that blends a colour with everything below it. Requires an RGB page group, in which blending means the same
+// for colours of any colour space.
+std::string PageWrap::paintOver(const Paint& paint, const PageShape& shape, QPDFObjectHandle& resources) {
+  if (!rgbGroup.isInitialized())
     rgbGroup = pdf.makeIndirectObject("<< /S /Transparency /CS /DeviceRGB /I true >>"_qpdf);
-    negativeState = pdf.makeIndirectObject("<< /BM /Difference >>"_qpdf);
+  PaintState& state = paintStates[paint.name];
+  if (!state.object.isInitialized()) {
+    state.name = paint.name;
+    state.object = pdf.makeIndirectObject(QPDFObjectHandle::parse("<< /BM " + std::string(paint.blendMode) + " >>"));
   }
   QPDFObjectHandle states = dictionaryIn(resources, "/ExtGState");
-  while (states.hasKey(negativeName) && !states.getKey(negativeName).isSameObjectAs(negativeState))
-    negativeName = "/KilnNegative" + std::to_string(++namesMade);
-  states.replaceKey(negativeName, negativeState);
-  return "q " + negativeName + " gs 1 1 1 rg " + rectangle(shape.reach) + " f Q\n";
+  while (states.hasKey(state.name) && !states.getKey(state.name).isSameObjectAs(state.object))
+    state.name = std::string(paint.name) + std::to_string(++state.namesMade);
+  states.replaceKey(state.name, state.object);
+  return "q " + state.name + " gs " + std::string(paint.colour) + " " + rectangle(shape.reach) + " f Q\n";
 }
 
 }  // namespace Press

@@ -9,6 +9,7 @@
 
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace Press {
@@ -37,7 +38,7 @@ class PageWrap {
  private:
   QPDFObjectHandle formOf(const PageEntry& entry, const PageShape& shape);
   void enclose(const PageEntry& entry, const PageShape& shape, Streams& streams, QPDFObjectHandle& resources);
-  std::string negate(const PageShape& shape, QPDFObjectHandle& resources);
+  std::string paintOver(const Paint& paint, const PageShape& shape, QPDFObjectHandle& resources);
 
   QPDF& pdf;
   PageContent content;
@@ -46,9 +47,12 @@ class PageWrap {
   Effects effects;
   std::map<QPDFObjGen, QPDFObjectHandle> formsOfPages;
   QPDFObjectHandle rgbGroup;
-  QPDFObjectHandle negativeState;
-  std::string negativeName = "/KilnNegative";
-  int namesMade = 0;
+  struct PaintState {
+    QPDFObjectHandle object;
+    std::string name;  // in the resources
+    int namesMade = 0;
+  };
+  std::map<std::string_view, PaintState> paintStates;  // by the name of the paint
 };
 
 }  // namespace Press

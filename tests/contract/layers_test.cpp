@@ -84,7 +84,7 @@ TEST(Layers, OfThePluginUseTheStandardLibraryAndTheSystemAlone) {
 // The names in formats/names.h that mean nothing but the effect tab's. The values among them that are words of their
 // own, such as "True" and "Bold", may be written by others for other reasons.
 std::set<std::string> vocabulary() {
-  const std::set<std::string> spaces = {"Prop", "WidgetId", "Setting", "Address", "Token"};
+  const std::set<std::string> spaces = {"Prop", "PageEffects", "WidgetId", "Setting", "Address", "Token"};
   const std::regex opening("^namespace (\\w+) \\{");
   const std::regex literal("u\"([^\"]+)\"");
   std::set<std::string> names;

@@ -1,4 +1,6 @@
 // How the plug-in is brought to life, and what it connects to.
+#include "formats/names.h"
+#include "formats/text.h"
 #include "host/profiles/profile_event.h"
 #include "plugin_object.h"
 #include "tests/support/host_around.h"
@@ -7,6 +9,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <span>
 
 namespace {
 
@@ -120,22 +123,32 @@ TEST(RootlessActivation, ConnectsNothingWhenThePluginIsInactive) {
   EXPECT_TRUE(connections(World(inMode(Mode::rootless, false)).events).empty());
 }
 
+// The lines, with one of each later page effect after the last one of those that are among them.
+std::vector<std::string> withLaterEffects(const std::string& signal, std::vector<std::string> lines) {
+  auto place = std::find(lines.begin(), lines.end(), signal + " Rotate180ForA3LD");
+  for (const auto& effect : std::span(Formats::PageEffects::all).subspan(4))
+    place = lines.insert(place + 1, signal + " " + Formats::toUtf8(effect.property));
+  return lines;
+}
+
 TEST(OnGUIReady, ConnectsTheEnableChangesInOrder) {
   EXPECT_EQ(connectionsOf(World(), "enable-change"),
-            (std::vector<std::string>{
-                "enable-change Watermark", "enable-change FirstPageOnly", "enable-change WatermarkOccurance",
-                "enable-change OverlayImage", "enable-change NegativeImage", "enable-change MirrorImage",
-                "enable-change Rotate180", "enable-change Rotate180ForA3LD", "enable-change OverlayOccurance"}));
+            withLaterEffects("enable-change",
+                             {"enable-change Watermark", "enable-change FirstPageOnly",
+                              "enable-change WatermarkOccurance", "enable-change OverlayImage",
+                              "enable-change NegativeImage", "enable-change MirrorImage", "enable-change Rotate180",
+                              "enable-change Rotate180ForA3LD", "enable-change OverlayOccurance"}));
 }
 
 TEST(OnGUIReady, ConnectsTheSelectionChangesInOrder) {
-  EXPECT_EQ(connectionsOf(World(), "selection-change"),
-            (std::vector<std::string>{"selection-change WatermarkSel", "selection-change OverlaySel",
-                                      "selection-change NegativeImage", "selection-change MirrorImage",
-                                      "selection-change Rotate180", "selection-change Rotate180ForA3LD",
-                                      "selection-change FirstPageOnly", "selection-change WatermarkOccurance",
-                                      "selection-change OverlayOccurance", "selection-change OverlayLayering",
-                                      "selection-change OverlayImageCreate"}));
+  EXPECT_EQ(
+      connectionsOf(World(), "selection-change"),
+      withLaterEffects("selection-change",
+                       {"selection-change WatermarkSel", "selection-change OverlaySel",
+                        "selection-change NegativeImage", "selection-change MirrorImage", "selection-change Rotate180",
+                        "selection-change Rotate180ForA3LD", "selection-change FirstPageOnly",
+                        "selection-change WatermarkOccurance", "selection-change OverlayOccurance",
+                        "selection-change OverlayLayering", "selection-change OverlayImageCreate"}));
 }
 
 TEST(OnGUIReady, BindsSidesThenPropertiesThenPanelThenBoxesThenProfiles) {

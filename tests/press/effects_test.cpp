@@ -1,5 +1,7 @@
 #include "press/job/effects.h"
 
+#include "formats/text.h"
+
 #include <gtest/gtest.h>
 
 using Press::Effects;
@@ -26,6 +28,19 @@ TEST(Effects, EverythingElseIsOff) {
     EXPECT_EQ(effectsFromProperties({{"MirrorImage", value}, {"NegativeImage", value}, {"Rotate180", value}}),
               Effects{})
         << value;
+}
+
+TEST(Effects, EachPageEffectIsOnByItsPropertyAndMakesAPageDifferent) {
+  for (const Press::PageEffect& effect : Press::pageEffects) {
+    Effects expected;
+    expected.*effect.isOn = true;
+    EXPECT_EQ(effectsFromProperties({{Formats::toUtf8(effect.setting.property), Formats::toUtf8(effect.setting.on)}}),
+              expected);
+    EXPECT_TRUE(expected.any());
+    EXPECT_TRUE(expected.anyPageEffect());
+    EXPECT_EQ(expected.anyPaint(), !effect.paint.blendMode.empty());
+  }
+  EXPECT_FALSE(Effects{.pagesOnSheet = 2}.anyPageEffect());
 }
 
 TEST(Effects, AnyOneMakesAPageDifferent) {

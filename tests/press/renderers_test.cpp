@@ -1,5 +1,6 @@
 // Poppler, MuPDF and Ghostscript must show the same printed page.
 
+#include "formats/text.h"
 #include "press/pictures/loader.h"
 #include "tests/press/rendering.h"
 #include "tests/press/small_disk.h"
@@ -28,7 +29,26 @@ void expectNegativeEverywhere(const TestJob& description, int tolerance) {
   }
 }
 
+class EachPageEffect : public testing::TestWithParam<Press::PageEffect> {};
+
+INSTANTIATE_TEST_SUITE_P(On, EachPageEffect, testing::ValuesIn(Press::pageEffects),
+                         [](const auto& row) { return Formats::toUtf8(row.param.setting.property); });
+
 }  // namespace
+
+// What an effect does to a picture is in rendering.cpp.
+TEST_P(EachPageEffect, LooksAsItsPictureInEveryRenderer) {
+  const std::string inks = "0.2 0.4 0.6 rg 60 100 50 50 re f 0.3 0.2 0.1 0.4 k 110 60 50 50 re f\n";
+  const std::string job = TestJob{.boxes = "/MediaBox [0 0 842 1191]", .contents = {marks + inks}}.bytes();
+  Effects effects;
+  effects.*GetParam().isOn = true;
+  for (const Renderer renderer : allRenderers) {
+    const Press::Picture before = render(job, renderer);
+    const Press::Picture expected = withEffects(before, effects);
+    ASSERT_GT(difference(before, expected), 100) << "tests/press/rendering.cpp does not have the effect";
+    EXPECT_LE(difference(render(printed(job, effects), renderer), expected), 2) << static_cast<int>(renderer);
+  }
+}
 
 TEST(Negative, IsRightOnRgbInEveryRenderer) {
   expectNegativeEverywhere(

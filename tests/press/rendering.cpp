@@ -70,7 +70,8 @@ Picture negated(Picture picture) {
 
 Picture withEffects(Picture picture, const Press::Effects& effects) {
   if (effects.mirrorImage) picture = mirrored(std::move(picture));
-  if (effects.rotate180) picture = turnedHalf(std::move(picture));
+  const bool isA3 = picture.width == 842 && picture.height == 1191;
+  if (effects.rotate180 || (effects.rotate180ForA3Ledger && isA3)) picture = turnedHalf(std::move(picture));
   if (effects.negativeImage) picture = negated(std::move(picture));
   return picture;
 }
