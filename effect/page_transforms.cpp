@@ -53,8 +53,8 @@ void PageTransforms::setupRotate180ForA3LD() {
     const auto found = customisation->child(key);
     return found && found->equals(value);
   };
-  if (!is(Prop::xmlCustomisation, Value::customisationTrue)) return;
-  if (!is(Prop::a3LD180Degree, Value::customisationFalse)) return;
+  if (!is(Customisation::xmlCustomisation, Value::customisationTrue)) return;
+  if (!is(Customisation::a3LD180Degree, Value::customisationFalse)) return;
   if (const auto box = host.preferences->widgetById(PageEffects::rotate180ForA3LD.box)) {
     box->setVisible(false);
     box->disable();

@@ -6,7 +6,7 @@ namespace Kiln::XUL {
 using namespace Effect;
 
 void EffectPlugin::onExportProfile(ImportExportEventArg event) {
-  const auto includeUserdata = event->property(Prop::includeUserdata);
+  const auto includeUserdata = event->property(ExportArgument::includeUserdata);
   const auto localData = propertyManager()->configuration()->child(Setting::localDataPath);
   if (!includeUserdata || !includeUserdata->equals(Value::yes) || !localData) return;
   const auto location = host().path(event->location(localData->wideValue()));

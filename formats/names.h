@@ -58,14 +58,18 @@ inline constexpr Name monochromeModel = u"MonochromeModel";
 
 // Its options are the available colours of a watermark.
 inline constexpr Name watermarkColor = u"Watermark-Color";
-
-// An argument of the profile export.
-inline constexpr Name includeUserdata = u"IncludeUserdata";
+}  // namespace Prop
 
 // Arguments of the XML customisation.
+namespace Customisation {
 inline constexpr Name xmlCustomisation = u"XMLCustomisation";
 inline constexpr Name a3LD180Degree = u"A3LD180Degree";
-}  // namespace Prop
+}  // namespace Customisation
+
+// Arguments of the profile export.
+namespace ExportArgument {
+inline constexpr Name includeUserdata = u"IncludeUserdata";
+}  // namespace ExportArgument
 
 namespace Value {
 inline constexpr Name yes = u"True";
@@ -176,6 +180,7 @@ inline constexpr Name securityPatternDelete = u"but_EffSecPatDel";
 inline constexpr Name securityPatternLayering = u"ePTKWJobOverlayImage_Layering_HSP_Overlay";
 
 // The watermark editor. The buttons of the nine positions have the position codes as ids.
+inline constexpr Name positions[] = {u"UL", u"UC", u"UR", u"CL", u"CC", u"CR", u"LL", u"LC", u"LR"};
 inline constexpr Name preview = u"txt_EffWMText";
 inline constexpr Name textBox = u"txt_EffWMTxtBox";
 inline constexpr Name styleNameBox = u"txt_EffWMStyleName";

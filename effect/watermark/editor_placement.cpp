@@ -19,7 +19,7 @@ EditorPlacement::EditorPlacement(const EditorContext& shared)
       angle(leastAngle, angleOf, [this](std::int32_t degrees) { applyAngle(degrees); }) {}
 
 void EditorPlacement::connectPositions() {
-  for (const Name code : {u"UL", u"UC", u"UR", u"CL", u"CC", u"CR", u"LL", u"LC", u"LR"})
+  for (const Name code : WidgetId::positions)
     if (const auto button = editor.widget<Button>(code))
       connect(*button->clickSignal(), *this, &EditorPlacement::onPositionButton);
 }

@@ -11,7 +11,7 @@ std::filesystem::path profileLocation(const std::filesystem::path& localData, co
 }
 
 Kiln::SmartPtr<Kiln::Property> ProfileEvent::property(Kiln::WStringView name) {
-  if (!includeUserdata || name.view() != Formats::Prop::includeUserdata) return {};
+  if (!includeUserdata || name.view() != Formats::ExportArgument::includeUserdata) return {};
   return make<PlainProperty>(*includeUserdata);
 }
 
