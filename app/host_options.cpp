@@ -7,6 +7,16 @@
 #include "host/library.h"
 
 namespace App {
+namespace {
+
+Files::LayeredFolder resourceFolders(const std::vector<std::string>& given) {
+  if (given.empty()) return Files::productResources();
+  std::vector<std::filesystem::path> folders;
+  for (const std::string& folder : given) folders.push_back(toPath(folder));
+  return Files::LayeredFolder(std::move(folders));
+}
+
+}  // namespace
 
 void HostOptions::declare(CLI::App& command, const std::string& homeHelp) {
   command.add_option("--model", model, "A shipped model description by its name, or one of your own by its path")
@@ -18,15 +28,15 @@ void HostOptions::declare(CLI::App& command, const std::string& homeHelp) {
 
 void HostOptions::declarePlaces(CLI::App& command, const std::string& homeHelp) {
   command.add_option("--home", home, homeHelp)->type_name("DIR");
-  command
-      .add_option("--resources", resources, "The folder of layouts, texts and models; by default those of this kiln")
+  addRepeatable(command, "--resources", resources,
+                "A folder to look for layouts, texts and models in; by default those of this kiln")
       ->type_name("DIR");
 }
 
 Refhost::Options HostOptions::resolve() const {
   Refhost::Options options;
   options.plugin = plugin.empty() ? Files::productModule(Refhost::defaultPluginName()) : toPath(plugin);
-  options.resources = resources.empty() ? Files::productResources() : toPath(resources);
+  options.resources = resourceFolders(resources);
   if (!model.empty()) options.model = model;
   options.home = toPath(home);
   options.fonts = installedFonts;

@@ -17,7 +17,7 @@ struct HostOptions {
   std::string model;
   std::string home;
   std::string plugin;
-  std::string resources;
+  std::vector<std::string> resources;
 
   // Declares them on a command. This object must live until the command runs.
   void declare(CLI::App& command, const std::string& homeHelp);

@@ -12,7 +12,7 @@ namespace App {
 namespace {
 
 // Accepts only names of shipped models from a profile; a path could point anywhere.
-std::string shippedModel(const std::filesystem::path& shipped, const std::u16string& name) {
+std::string shippedModel(const Files::LayeredFolder& shipped, const std::u16string& name) {
   const auto names = Refhost::shippedModels(shipped);
   const std::string model = Formats::toUtf8(name);
   if (std::find(names.begin(), names.end(), model) == names.end())
@@ -25,7 +25,7 @@ std::string shippedModel(const std::filesystem::path& shipped, const std::u16str
 
 ProfileHome::ProfileHome(const std::filesystem::path& profile, Refhost::Options& options, Model model,
                          const Interruption& interruption) {
-  const std::filesystem::path models = options.resources / "models";
+  const Files::LayeredFolder models = options.resources / "models";
   const Refhost::StringTables texts{Refhost::ChromeFolders(options.resources), options.locale};
   Refhost::ProfileHome into = Refhost::ProfileHome::closed(folder.path());
   into.translate = [&texts](std::u16string_view text) { return texts.resolve(text); };

@@ -29,8 +29,8 @@ struct Options {
   // The plug-in library.
   std::filesystem::path plugin;
 
-  // The folder with the packages and the folder "models".
-  std::filesystem::path resources;
+  // The folders with the packages and the folder "models".
+  Files::LayeredFolder resources;
   std::string model = "standard";
   Mode mode = Mode::docProp;
   bool active = true;

@@ -13,7 +13,7 @@ std::optional<std::filesystem::path> ChromeFolders::file(std::u16string_view add
   constexpr std::u16string_view scheme = u"chrome://";
   if (!address.starts_with(scheme)) return {};
   address.remove_prefix(scheme.size());
-  std::filesystem::path file = root;
+  std::filesystem::path file;
   while (!address.empty()) {
     const auto part = address.substr(0, address.find(u'/'));
     address.remove_prefix(std::min(address.size(), part.size() + 1));
@@ -21,15 +21,15 @@ std::optional<std::filesystem::path> ChromeFolders::file(std::u16string_view add
     if (leaves) return {};
     file /= std::filesystem::path(part);
   }
-  return file;
+  return roots.find(file);
 }
 
 std::vector<std::string> ChromeFolders::packages() const {
   std::vector<std::string> names;
   std::error_code error;
-  for (const auto& entry : std::filesystem::directory_iterator(root, error))
-    if (std::filesystem::is_directory(entry.path() / "content", error))
-      names.push_back(Formats::toUtf8(entry.path().filename().u16string()));
+  for (const auto& package : roots.entries())
+    if (std::filesystem::is_directory(roots.find(package.filename() / "content"), error))
+      names.push_back(Formats::toUtf8(package.filename().u16string()));
   std::sort(names.begin(), names.end());
   return names;
 }
@@ -37,9 +37,10 @@ std::vector<std::string> ChromeFolders::packages() const {
 std::vector<std::string> ChromeFolders::locales(std::string_view package) const {
   std::vector<std::string> names;
   std::error_code error;
-  for (const auto& entry : std::filesystem::directory_iterator(root / Formats::toUtf16(package) / "content", error))
-    if (std::filesystem::is_regular_file(entry.path() / "strings.dtd", error))
-      names.push_back(Formats::toUtf8(entry.path().filename().u16string()));
+  const auto content = roots / Formats::toUtf16(package) / "content";
+  for (const auto& locale : content.entries())
+    if (std::filesystem::is_regular_file(content.find(locale.filename() / "strings.dtd"), error))
+      names.push_back(Formats::toUtf8(locale.filename().u16string()));
   std::sort(names.begin(), names.end());
   return names;
 }

@@ -97,13 +97,13 @@ class Reader {
 
 }  // namespace
 
-ModelDescription readModel(const std::filesystem::path& shipped, const std::string& nameOrPath) {
+ModelDescription readModel(const Files::LayeredFolder& shipped, const std::string& nameOrPath) {
   constexpr std::size_t generations = 4;
   std::string name = nameOrPath;
   std::transform(name.begin(), name.end(), name.begin(), lowered);
   const auto names = shippedModels(shipped);
   if (std::find(names.begin(), names.end(), name) != names.end())
-    return Reader(shipped / Formats::toUtf16(name + ".xml")).read(generations);
+    return Reader(shipped.find(Formats::toUtf16(name + ".xml"))).read(generations);
   const std::filesystem::path file(Formats::toUtf16(nameOrPath));
   std::error_code error;
   if (!std::filesystem::exists(file, error)) {
@@ -114,11 +114,10 @@ ModelDescription readModel(const std::filesystem::path& shipped, const std::stri
   return Reader(file).read(generations);
 }
 
-std::vector<std::string> shippedModels(const std::filesystem::path& shipped) {
+std::vector<std::string> shippedModels(const Files::LayeredFolder& shipped) {
   std::vector<std::string> names;
-  std::error_code error;
-  for (const auto& entry : std::filesystem::directory_iterator(shipped, error))
-    if (entry.path().extension() == ".xml") names.push_back(Formats::toUtf8(entry.path().stem().u16string()));
+  for (const auto& file : shipped.entries())
+    if (file.extension() == ".xml") names.push_back(Formats::toUtf8(file.stem().u16string()));
   std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
     return std::pair(a != "standard", a) < std::pair(b != "standard", b);
   });

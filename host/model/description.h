@@ -1,9 +1,9 @@
 // Model descriptions: the capabilities of a printer model, as data.
 #pragma once
 
+#include "files/layered_folder.h"
 #include "host/model/rules.h"
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -34,9 +34,9 @@ struct ModelDescription {
 
 // Reads a description that ships with the host (`nameOrPath` without a folder or ending, case-insensitive, in
 // `shipped`) or a user's file by its path. Throws std::runtime_error: one sentence with file and line.
-ModelDescription readModel(const std::filesystem::path& shipped, const std::string& nameOrPath);
+ModelDescription readModel(const Files::LayeredFolder& shipped, const std::string& nameOrPath);
 
 // The names of the shipped descriptions: "standard" first, the others sorted.
-std::vector<std::string> shippedModels(const std::filesystem::path& shipped);
+std::vector<std::string> shippedModels(const Files::LayeredFolder& shipped);
 
 }  // namespace Refhost

@@ -95,6 +95,26 @@ TEST(Opening, ModelThatIsNotWellFormedIsNamedWithItsLine) {
   expectRefusal(runKiln({"drive", "--resources", resources.string()}), {model.string() + ":"});
 }
 
+// Each file is looked for in the first folder, then in the others.
+TEST(Opening, FolderInFrontOfTheShippedFilesChangesWhatItHas) {
+  const path front = testFolder() / "front";
+  const path shipped = KILN_RESOURCES;
+  const path layout = front / "effect" / "content" / "tab_effect.xul";
+  std::filesystem::create_directories(layout.parent_path());
+  writeFile(layout, readFile(shipped / "effect" / "content" / "tab_effect.xul"));
+  replace(layout, "id=\"btn_WMAdd\"", "id=\"btn_mine\"");
+  const auto outcome =
+      runKiln({"drive", "--resources", front.string(), "--resources", shipped.string(), "--model", "kvt"},
+              "get ModelNumber\nwidget btn_mine\n");
+  EXPECT_EQ(outcome.status, 0) << outcome.out << outcome.err;
+  EXPECT_THAT(outcome.out, StartsWith("{\"ok\":true,\"value\":\"KVT\"}\n"));
+  EXPECT_EQ(
+      runKiln({"drive", "--resources", shipped.string(), "--resources", front.string()}, "widget btn_mine\n").status,
+      1);
+  EXPECT_EQ(runKiln({"ticket", "--resources", front.string(), "--resources", shipped.string()}).status, 0);
+  expectRefusal(runKiln({"drive", "--resources", front.string()}), {"no texts for the locale en-US"});
+}
+
 TEST(Opening, ModelOfAPathOfItsOwnOpens) {
   const path model = testFolder() / "mine.xml";
   writeFile(model, readFile(path(KILN_RESOURCES) / "models" / "standard.xml"));

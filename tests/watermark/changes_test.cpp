@@ -143,8 +143,9 @@ TEST_F(Changes, AddingTheNameOfADownloadedWatermarkKeepsBoth) {
 TEST_F(Changes, DeletingWithoutItsDialogOrTheAddButton) {
   auto options = Testing::builtOptions();
   options.withoutWidgets = {u"btn_WMAdd"};
-  options.resources = folder.path / "resources";
-  Testing::copyResources(options.resources);
+  const auto resources = folder.path / "resources";
+  options.resources = resources;
+  Testing::copyResources(resources);
   open(options);
   world->preferences.set(u"WatermarkSel", u"WM_2");
   willAccept({});
@@ -152,7 +153,7 @@ TEST_F(Changes, DeletingWithoutItsDialogOrTheAddButton) {
   EXPECT_THAT(names(), ElementsAre("None", "one", "three"));
   EXPECT_THAT(world->face.failures, IsEmpty());
 
-  std::filesystem::remove(options.resources / "base" / "content" / "dlg_confirmdelete.xul");
+  std::filesystem::remove(resources / "base" / "content" / "dlg_confirmdelete.xul");
   world->preferences.set(u"WatermarkSel", u"WM_1");
   click(u"btn_WMDel");
   EXPECT_THAT(names(), ElementsAre("None", "one", "three"));

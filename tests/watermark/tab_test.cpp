@@ -157,9 +157,10 @@ TEST(WatermarkSelection, WithoutOneOfTheThreeEnablesNoneOfThem) {
 TEST(WatermarkSelection, WritesTheDetailsThatTheModelHas) {
   Testing::TemporaryFolder folder;
   auto options = builtOptions();
-  options.resources = folder.path / "resources";
-  Testing::copyResources(options.resources);
-  const auto file = options.resources / "models" / "standard.xml";
+  const auto resources = folder.path / "resources";
+  options.resources = resources;
+  Testing::copyResources(resources);
+  const auto file = resources / "models" / "standard.xml";
   std::string model = Testing::bytesOf(file);
   const std::string detail = R"(<property name="WatermarkTextScale" value="True"/>)";
   ASSERT_NE(model.find(detail), model.npos);
@@ -267,9 +268,10 @@ TEST(WatermarkTab, OpensOnADamagedFileAndTellsWhereItIsKept) {
 TEST(WatermarkTab, ShowsNoneAloneWhereThereAreNoBuiltInWatermarks) {
   Testing::TemporaryFolder folder;
   auto options = builtOptions();
-  options.resources = folder.path / "resources";
-  Testing::copyResources(options.resources);
-  Testing::writeFile(options.resources / "effect" / "content" / "effect.xml", "<Watermarks/>");
+  const auto resources = folder.path / "resources";
+  options.resources = resources;
+  Testing::copyResources(resources);
+  Testing::writeFile(resources / "effect" / "content" / "effect.xml", "<Watermarks/>");
   options.home = folder.path / "home";
   std::filesystem::create_directories(options.home / "localdata" / "a");
   Testing::writeFile(options.home / "localdata" / "a" / "ZVeffect.xml",
