@@ -1,16 +1,45 @@
 #include "host/chrome/layout.h"
 
 #include "formats/text.h"
+#include "host/chrome/strings.h"
 #include "host/documents/xml.h"
 
 #include <algorithm>
 #include <charconv>
+#include <initializer_list>
 #include <stdexcept>
 
 namespace Refhost {
 namespace {
 
-constexpr std::string_view xulNamespace = "http://www.mozilla.org/keymaster/gatekeeper/there.is.only.xul";
+constexpr std::string_view containers = "tabpanel dialog vbox hbox groupbox radiogroup";
+constexpr std::string_view ofWidgets = "id hidden disabled flex width height tooltiptext";
+
+constexpr ElementFormat layoutElements[] = {
+    {"tabpanel", "", "label orient align pack", ofWidgets},
+    {"dialog", "", "title buttons buttonlabelaccept buttonlabelcancel orient align pack", ofWidgets},
+    {"vbox", containers, "align pack", ofWidgets},
+    {"hbox", containers, "align pack", ofWidgets},
+    {"groupbox", containers, "align pack label", ofWidgets},
+    {"spacer", containers, "", ofWidgets},
+    {"caption", containers, "label accesskey align", ofWidgets},
+    {"label", containers, "value accesskey control align", ofWidgets},
+    {"description", containers, "value accesskey control align", ofWidgets},
+    {"image", containers, "src label droptarget", ofWidgets},
+    {"button", containers, "label accesskey dlgtype", ofWidgets},
+    {"checkbox", containers, "label accesskey checked", ofWidgets},
+    {"listbox", containers, "label rows iconsize draggable", ofWidgets},
+    {"menulist", containers, "label property fontpreview preview", ofWidgets},
+    {"radiogroup", containers, "orient align pack", ofWidgets},
+    {"radio", containers, "label accesskey selected", ofWidgets},
+    {"textbox", containers, "label value type maxlength min max increment", ofWidgets},
+    {"scrollbar", containers, "label orient minpos maxpos curpos", ofWidgets},
+    {"colorpicker", containers, "label accesskey list", ofWidgets},
+    {"wmpreview", containers, "label outlined", ofWidgets},
+    {"listitem", "listbox", "label value"},
+    {"menuitem", "menulist menupopup", "label value"},
+    {"menupopup", "image", ""},
+};
 
 struct ElementKind {
   std::string_view element;
@@ -50,20 +79,19 @@ class Reader {
         omitted(without) {}
 
   Layout read(const XmlTree& tree) {
+    demandFormat(layoutFormat, tree, source);
+    demandValues(tree);
     const XmlElement& element = tree.element;
-    if (element.nameSpace != xulNamespace) fail(element, "the root is not in the XUL namespace.");
     Layout layout;
     if (element.name == "tabpanel") {
       layout.root = make<Container>(world, WidgetKind::tab, idOf(element));
       initialise(*layout.root, element, "label");
-    } else if (element.name == "dialog") {
+    } else {
       layout.root = make<Container>(world, WidgetKind::box, idOf(element));
       initialise(*layout.root, element, "");
       layout.title = textOf(element, "title");
       layout.acceptButton = button(element, "accept", "$IDS_OK;");
       layout.cancelButton = button(element, "cancel", "$IDS_CANCEL;");
-    } else {
-      fail(element, "the root is a <" + element.name + ">, not a <tabpanel> or a <dialog>.");
     }
     readChildren(tree, *layout.root);
     return layout;
@@ -72,6 +100,32 @@ class Reader {
  private:
   [[noreturn]] void fail(const XmlElement& element, std::string_view what) const {
     throw std::runtime_error(located(source, element.line, what));
+  }
+
+  // Rejects references to texts that there are not, and values that nothing reads.
+  void demandValues(const XmlTree& tree) const {
+    const XmlElement& element = tree.element;
+    for (const char* number : {"flex", "width", "height", "rows", "iconsize"}) numberOf(element, number, 0);
+    for (const char* name : {"draggable", "droptarget", "fontpreview"}) flag(element, name);
+    demandOneOf(element, "align", {"start", "center", "end"});
+    demandOneOf(element, "pack", {"start", "center", "end"});
+    demandOneOf(element, "orient", {"horizontal", "vertical"});
+    demandOneOf(element, "type", {"integer"});
+    demandOneOf(element, "dlgtype", {"extra1", "help"});
+    for (const XmlAttribute& attribute : element.attributes)
+      if (attribute.value.starts_with("$IDS_") && !world.strings.has(Formats::toUtf16(attribute.value)))
+        fail(element,
+             attribute.name + " is " + attribute.value + ", which " + world.strings.locale() + " has no text for.");
+    for (const XmlTree& child : tree.children) demandValues(child);
+  }
+
+  void demandOneOf(const XmlElement& element, std::string_view attribute,
+                   std::initializer_list<std::string_view> values) const {
+    const std::string* value = element.find(attribute);
+    if (value == nullptr || std::find(values.begin(), values.end(), *value) != values.end()) return;
+    std::string known;
+    for (const std::string_view each : values) known += (known.empty() ? "\"" : ", \"") + std::string(each) + '"';
+    fail(element, std::string(attribute) + " is \"" + *value + "\", and may be " + known + ".");
   }
 
   static std::u16string textOf(const XmlElement& element, std::string_view attribute) {
@@ -121,20 +175,16 @@ class Reader {
   }
 
   void readItem(const XmlElement& element, WidgetNode& parent) {
-    auto* selector = dynamic_cast<SelectorNode*>(&parent);
-    if (selector == nullptr) fail(element, "an item stands outside a list.");
-    selector->items().append(textOf(element, "label"), textOf(element, "value"));
-    selector->startWithFirst();
+    auto& selector = dynamic_cast<SelectorNode&>(parent);
+    selector.items().append(textOf(element, "label"), textOf(element, "value"));
+    selector.startWithFirst();
   }
 
   // The context menu of the enclosing widget.
   void readMenu(const XmlTree& tree, WidgetNode& parent) {
-    auto* image = dynamic_cast<ImageBox*>(&parent);
-    if (image == nullptr) fail(tree.element, "a <menupopup> stands outside an <image>.");
-    for (const XmlTree& item : tree.children) {
-      if (item.element.name != "menuitem") fail(item.element, "a <menupopup> has entries that are no <menuitem>.");
-      image->addMenuItem({textOf(item.element, "value"), textOf(item.element, "label")});
-    }
+    auto& image = dynamic_cast<ImageBox&>(parent);
+    for (const XmlTree& item : tree.children)
+      image.addMenuItem({textOf(item.element, "value"), textOf(item.element, "label")});
   }
 
   std::int32_t numberOf(const XmlElement& element, std::string_view attribute, std::int32_t otherwise) const {
@@ -172,7 +222,7 @@ class Reader {
     const XmlElement& element = tree.element;
     const auto* kind = std::find_if(std::begin(elementKinds), std::end(elementKinds),
                                     [&element](const auto& entry) { return entry.element == element.name; });
-    if (kind == std::end(elementKinds)) fail(element, "<" + element.name + "> is not known here.");
+    if (kind == std::end(elementKinds)) fail(element, "<" + element.name + "> is no widget.");
     if (omitted.contains(textOf(element, "id"))) {
       const bool isBox = kind->kind == WidgetKind::box || kind->kind == WidgetKind::groupBox;
       if (isBox) readChildren(tree, parent);
@@ -220,6 +270,9 @@ class Reader {
 };
 
 }  // namespace
+
+constinit const DocumentFormat layoutFormat{"http://www.mozilla.org/keymaster/gatekeeper/there.is.only.xul",
+                                            layoutElements};
 
 void walk(WidgetNode& root, const std::function<void(WidgetNode&)>& visit) {
   visit(root);

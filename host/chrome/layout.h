@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/chrome/addresses.h"
+#include "host/documents/format.h"
 #include "host/widgets/input.h"
 #include "host/widgets/list.h"
 #include "host/widgets/preview.h"
@@ -29,6 +30,9 @@ struct Layout {
 
 // Calls `visit` for a widget and all its descendants, parents first.
 void walk(WidgetNode& root, const std::function<void(WidgetNode&)>& visit);
+
+// The format of a layout.
+extern const DocumentFormat layoutFormat;
 
 class LayoutReader {
  public:

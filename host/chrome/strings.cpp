@@ -10,17 +10,27 @@
 namespace Refhost {
 namespace {
 
-// String tables keep references to the five predefined XML entities; resolves them.
-std::string withoutPredefinedReferences(std::string_view text) {
+// The reference that the text begins with, "&amp;" for example; empty for none.
+std::string_view referenceAt(std::string_view text) {
+  if (text.front() != '&') return {};
+  const auto end = text.find_first_of(";& \t\r\n", 1);
+  return end == text.npos || text[end] != ';' ? std::string_view() : text.substr(0, end + 1);
+}
+
+// Resolves references to the five predefined XML entities, which string tables keep. Throws std::runtime_error for any
+// other.
+std::string withoutReferences(std::string_view text) {
   constexpr std::pair<std::string_view, char> predefined[] = {
       {"&amp;", '&'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&quot;", '"'}, {"&apos;", '\''}};
   std::string result;
   while (!text.empty()) {
-    const auto* reference = std::find_if(std::begin(predefined), std::end(predefined),
-                                         [text](const auto& entry) { return text.starts_with(entry.first); });
-    const bool found = reference != std::end(predefined);
-    result += found ? reference->second : text.front();
-    text.remove_prefix(found ? reference->first.size() : 1);
+    const std::string_view reference = referenceAt(text);
+    const auto* found = std::find_if(std::begin(predefined), std::end(predefined),
+                                     [reference](const auto& entry) { return entry.first == reference; });
+    if (found == std::end(predefined) && !reference.empty())
+      throw std::runtime_error("there is no text for the reference " + std::string(reference) + ".");
+    result += reference.empty() ? text.front() : found->second;
+    text.remove_prefix(std::max<std::size_t>(reference.size(), 1));
   }
   return result;
 }
@@ -32,7 +42,7 @@ StringTable readStrings(const std::filesystem::path& file) {
   StringTable table;
   parseEntities(Files::realDisk().read(file, limits.bytes), Files::shownPath(file), limits,
                 [&table](auto name, auto text) {
-                  table.emplace(Formats::toUtf16(name), Formats::toUtf16(withoutPredefinedReferences(text)));
+                  table.emplace(Formats::toUtf16(name), Formats::toUtf16(withoutReferences(text)));
                 });
   return table;
 }

@@ -11,8 +11,7 @@ namespace Refhost {
 
 using StringTable = std::map<std::u16string, std::u16string, std::less<>>;
 
-// Reads the entities of a strings.dtd; of duplicate names the first wins. Throws std::runtime_error: one sentence with
-// file and line.
+// Reads a strings.dtd, which has entities with texts alone. Throws std::runtime_error: one sentence with file and line.
 StringTable readStrings(const std::filesystem::path& file);
 
 // The name in a reference: "IDS_NONE" for "$IDS_NONE;". Empty for a text that is not a reference.
@@ -25,6 +24,9 @@ class StringTables {
   StringTables(const ChromeFolders& folders, std::string localeName);
 
   const std::string& locale() const { return localeName; }
+
+  // Whether there is a text for the reference.
+  bool has(std::u16string_view reference) const { return texts.contains(referencedName(reference)); }
 
   // The text of a reference; other texts and unknown references are returned unchanged.
   std::u16string resolve(std::u16string_view text) const;

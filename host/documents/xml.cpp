@@ -8,6 +8,7 @@
 #include <exception>
 #include <limits>
 #include <memory>
+#include <set>
 #include <stdexcept>
 
 namespace Refhost {
@@ -171,6 +172,11 @@ struct EntityParser : Parser {
       : Parser(sourceName, xmlLimits),
         declared(declaredText) {
     XML_SetEntityDeclHandler(get(), onEntity);
+    // What no other handler takes goes to the default one: all that is no declaration of a new entity.
+    XML_SetDefaultHandler(get(), onOther);
+    XML_SetCommentHandler(get(), [](void*, const char*) {});
+    XML_SetDoctypeDeclHandler(get(), [](void*, const char*, const char*, const char*, int) {}, [](void*) {});
+    XML_SetElementHandler(get(), [](void*, const char*, const char**) {}, [](void*, const char*) {});
   }
 
   void run(std::string_view bytes) {
@@ -185,14 +191,33 @@ struct EntityParser : Parser {
 
   static void onEntity(void* data, const char* name, int isParameter, const char* value, int length, const char*,
                        const char*, const char*, const char*) {
-    auto& parser = *static_cast<EntityParser*>(static_cast<Parser*>(data));
+    auto& parser = self(data);
     parser.guarded([&] {
       parser.count(1);
-      if (isParameter == 0 && value != nullptr) parser.declared(name, {value, static_cast<std::size_t>(length)});
+      if (isParameter != 0 || value == nullptr) parser.fail("the entity " + std::string(name) + " has no text.");
+      parser.names.insert(name);
+      try {
+        parser.declared(name, {value, static_cast<std::size_t>(length)});
+      } catch (const std::runtime_error& problem) {
+        parser.fail(problem.what());
+      }
     });
   }
 
+  static void onOther(void* data, const char* characters, int length) {
+    auto& parser = self(data);
+    const std::string token(characters, static_cast<std::size_t>(length));
+    if (token.find_first_not_of(" \t\r\n") == token.npos) return;
+    parser.guarded([&] {
+      if (parser.names.contains(token)) parser.fail("the text " + token + " stands twice.");
+      parser.fail("only entities with texts belong here.");
+    });
+  }
+
+  static EntityParser& self(void* data) { return *static_cast<EntityParser*>(static_cast<Parser*>(data)); }
+
   const Declared& declared;
+  std::set<std::string, std::less<>> names;
 };
 
 class TreeBuilder final : public XmlHandler {

@@ -56,8 +56,9 @@ class XmlHandler {
 // messages. Throws std::runtime_error: one sentence with source and line.
 void parseXml(std::string_view bytes, const std::string& source, const XmlLimits& limits, XmlHandler& handler);
 
-// Reads the entities that a string table declares, in order; ignores other declarations. Resolves character references
-// in the texts, but not entity references. Throws like parseXml.
+// Reads the entities that a string table declares, in order; rejects other declarations and names that are declared
+// already. Resolves character references in the texts, but not entity references. Throws like parseXml; adds source and
+// line to a std::runtime_error of `declared`.
 void parseEntities(std::string_view bytes, const std::string& source, const XmlLimits& limits,
                    const std::function<void(std::string_view name, std::string_view text)>& declared);
 

@@ -3,7 +3,6 @@
 #include "formats/text.h"
 
 #include <algorithm>
-#include <initializer_list>
 #include <limits>
 #include <map>
 #include <set>
@@ -11,22 +10,32 @@
 namespace Refhost {
 namespace {
 
-constexpr std::u16string_view schemaNameSpace = u"urn:kilnworks:ticket-schema:1";
+constexpr std::string_view schemaNameSpace = "urn:kilnworks:ticket-schema:1";
+
+constexpr ElementFormat schemaElements[] = {
+    {"ticketSchema", "", ""},
+    {"feature", "ticketSchema feature", "name! property! scope absent aliasOf"},
+    {"option", "feature", "name! value!"},
+    {"scored", "option", "name! parameter!"},
+    {"parameter", "ticketSchema", "name! property! scope type! least most unit beyond standIn absent"},
+    {"exact", "parameter feature", "name! least! most!"}};
 
 // Reads one schema document. Validates every name, so that a schema is never ambiguous.
 class SchemaReader {
  public:
+  explicit SchemaReader(const KnowsProperty& propertyNames) : knowsProperty(propertyNames) {}
+
   TicketSchema read(const Node& root) {
     const Scope scope(root);
     if (!isSchemaElement(root, u"ticketSchema"))
       throw DocumentError(root, "a ticket schema begins with the element ticketSchema of the namespace " +
-                                    Formats::toUtf8(schemaNameSpace) + ".");
-    allowAttributes(root, {});
+                                    std::string(schemaNameSpace) + ".");
+    demandAttributes(root);
     choosePrefixes(root);
-    eachChild(root, {u"feature", u"parameter"}, scope, [this](const Node& child, const Scope& inner) {
+    eachChild(root, scope, [this](const Node& child, const Scope& inner) {
       if (child.localNameText() == u"parameter") readParameter(child, inner);
     });
-    eachChild(root, {u"feature", u"parameter"}, scope, [this](const Node& child, const Scope& inner) {
+    eachChild(root, scope, [this](const Node& child, const Scope& inner) {
       if (child.localNameText() == u"feature") schema.features.push_back(readFeature(child, inner, true));
     });
     return std::move(schema);
@@ -34,25 +43,38 @@ class SchemaReader {
 
  private:
   static bool isSchemaElement(const Node& node, std::u16string_view name) {
-    return node.localNameText() == name && node.nameSpace == schemaNameSpace;
+    return node.localNameText() == name && node.nameSpace == Formats::toUtf16(schemaNameSpace);
+  }
+
+  // The format of an element; null for an unknown one.
+  static const ElementFormat* formatOf(const Node& node) {
+    const auto name = Formats::toUtf8(node.localNameText());
+    return isSchemaElement(node, node.localNameText()) ? ticketSchemaFormat.find(name) : nullptr;
   }
 
   template <class Visit>
-  static void eachChild(const Node& parent, std::initializer_list<std::u16string_view> allowed, const Scope& scope,
-                        const Visit& visit) {
+  static void eachChild(const Node& parent, const Scope& scope, const Visit& visit) {
     for (const auto& child : parent.children()) {
-      const bool isAllowed =
-          std::any_of(allowed.begin(), allowed.end(), [&](const auto name) { return isSchemaElement(*child, name); });
-      if (!isAllowed) throw DocumentError(*child, named(*child) + " does not belong into " + named(parent) + ".");
+      const ElementFormat* format = formatOf(*child);
+      if (format == nullptr || !format->mayBeIn(Formats::toUtf8(parent.localNameText())))
+        throw DocumentError(*child, named(*child) + " does not belong into " + named(parent) + ".");
+      demandAttributes(*child);
       visit(*child, Scope(*child, scope));
     }
   }
 
+  // Reads an element that has no others.
+  static void demandNoChildren(const Node& node, const Scope& scope) {
+    eachChild(node, scope, [](const Node&, const Scope&) {});
+  }
+
   static std::string named(const Node& node) { return "the element " + Formats::toUtf8(node.localNameText()); }
 
-  static void allowAttributes(const Node& node, std::initializer_list<std::u16string_view> allowed) {
+  // Rejects attributes that the format does not have; demand does so with missing ones.
+  static void demandAttributes(const Node& node) {
+    const ElementFormat* format = formatOf(node);
     for (const Node::Attribute& attribute : node.attributes)
-      if (!attribute.nameSpace.empty() || std::find(allowed.begin(), allowed.end(), attribute.name) == allowed.end())
+      if (!attribute.nameSpace.empty() || format == nullptr || !format->hasAttribute(Formats::toUtf8(attribute.name)))
         throw DocumentError(node, named(node) + " has no attribute " + Formats::toUtf8(attribute.name) + ".");
   }
 
@@ -64,6 +86,13 @@ class SchemaReader {
     auto value = optional(node, attribute);
     if (!value) throw DocumentError(node, named(node) + " lacks the attribute " + Formats::toUtf8(attribute) + ".");
     return *std::move(value);
+  }
+
+  std::u16string propertyOf(const Node& node) const {
+    auto property = demand(node, u"property");
+    if (knowsProperty && !knowsProperty(property))
+      throw DocumentError(node, "the plug-in knows no property " + Formats::toUtf8(property) + ".");
+    return property;
   }
 
   // The framework's own prefixes, and the schema root's prefixes for other namespaces.
@@ -142,19 +171,16 @@ class SchemaReader {
   }
 
   ExactParameter readExact(const Node& node, const Scope& scope, ValueForm form, const std::u16string& property) {
-    allowAttributes(node, {u"name", u"least", u"most"});
-    eachChild(node, {}, scope, [](const Node&, const Scope&) {});
+    demandNoChildren(node, scope);
     ExactParameter exact{name(node, u"name", scope), typeOf(node, form)};
     claimParameter(node, exact.name, property, exact.type);
     return exact;
   }
 
   void readParameter(const Node& node, const Scope& scope) {
-    allowAttributes(
-        node, {u"name", u"property", u"scope", u"type", u"least", u"most", u"unit", u"beyond", u"standIn", u"absent"});
     const ValueForm form = formOf(node);
     ParameterMapping parameter{name(node, u"name", scope),
-                               demand(node, u"property"),
+                               propertyOf(node),
                                scopeOf(node),
                                typeOf(node, form),
                                outOfRangeOf(node),
@@ -164,7 +190,7 @@ class SchemaReader {
                                optional(node, u"absent")};
     claimParameter(node, parameter.name, parameter.property, parameter.type);
     claimProperty(node, parameter.property);
-    eachChild(node, {u"exact"}, scope, [&](const Node& child, const Scope& inner) {
+    eachChild(node, scope, [&](const Node& child, const Scope& inner) {
       if (parameter.exact) throw DocumentError(child, "a parameter has one exact at most.");
       parameter.exact =
           readExact(child, inner, form == ValueForm::integer ? form : ValueForm::text, parameter.property);
@@ -180,12 +206,10 @@ class SchemaReader {
   }
 
   OptionMapping readOption(const Node& node, const Scope& scope) const {
-    allowAttributes(node, {u"name", u"value"});
     OptionMapping option{name(node, u"name", scope), demand(node, u"value"), {}};
     std::set<QName> scoredNames;
-    eachChild(node, {u"scored"}, scope, [&](const Node& child, const Scope& inner) {
-      allowAttributes(child, {u"name", u"parameter"});
-      eachChild(child, {}, inner, [](const Node&, const Scope&) {});
+    eachChild(node, scope, [&](const Node& child, const Scope& inner) {
+      demandNoChildren(child, inner);
       const QName scored = name(child, u"name", inner);
       const QName parameter = name(child, u"parameter", inner);
       claim(scoredNames, child, scored);
@@ -198,22 +222,15 @@ class SchemaReader {
   }
 
   FeatureMapping readFeature(const Node& node, const Scope& scope, bool isOutermost) {
-    allowAttributes(node, {u"name", u"property", u"scope", u"absent", u"aliasOf"});
-    FeatureMapping feature{name(node, u"name", scope),
-                           demand(node, u"property"),
-                           scopeOf(node),
-                           {},
-                           optional(node, u"absent"),
-                           {},
-                           {},
-                           {}};
+    FeatureMapping feature{
+        name(node, u"name", scope), propertyOf(node), scopeOf(node), {}, optional(node, u"absent"), {}, {}, {}};
     if (isOutermost) claim(featureNames, node, feature.name);
     if (optional(node, u"aliasOf"))
       feature.aliasOf = name(node, u"aliasOf", scope);
     else
       claimProperty(node, feature.property);
     std::set<QName> inner;
-    eachChild(node, {u"option", u"feature", u"exact"}, scope, [&](const Node& child, const Scope& childScope) {
+    eachChild(node, scope, [&](const Node& child, const Scope& childScope) {
       if (child.localNameText() == u"feature") {
         feature.features.push_back(readFeature(child, childScope, false));
         claim(inner, child, feature.features.back().name);
@@ -267,6 +284,7 @@ class SchemaReader {
       throw DocumentError(node, "the property " + Formats::toUtf8(property) + " stands twice.");
   }
 
+  const KnowsProperty& knowsProperty;
   TicketSchema schema;
   std::set<QName> featureNames;
   std::set<std::u16string> properties;
@@ -300,6 +318,10 @@ std::string TicketSchema::shown(const QName& name) const {
   return Formats::toUtf8((found == prefixes.end() ? u'{' + name.nameSpace + u'}' : found->first + u':') + name.name);
 }
 
-TicketSchema readSchema(const Node& document) { return SchemaReader().read(document); }
+constinit const DocumentFormat ticketSchemaFormat{schemaNameSpace, schemaElements};
+
+TicketSchema readSchema(const Node& document, const KnowsProperty& knowsProperty) {
+  return SchemaReader(knowsProperty).read(document);
+}
 
 }  // namespace Refhost

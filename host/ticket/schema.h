@@ -2,10 +2,12 @@
 // describes the format.
 #pragma once
 
+#include "host/documents/format.h"
 #include "host/ticket/names.h"
 #include "host/ticket/values.h"
 #include "kiln/plugin.h"
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <stdexcept>
@@ -98,7 +100,13 @@ struct TicketSchema {
   std::string shown(const QName& name) const;
 };
 
+// The format of a schema.
+extern const DocumentFormat ticketSchemaFormat;
+
+// Whether there is a property with that name; empty when any name may be one.
+using KnowsProperty = std::function<bool(std::u16string_view)>;
+
 // Throws DocumentError: one sentence without the position.
-TicketSchema readSchema(const Node& document);
+TicketSchema readSchema(const Node& document, const KnowsProperty& knowsProperty = {});
 
 }  // namespace Refhost

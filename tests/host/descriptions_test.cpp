@@ -1,9 +1,9 @@
-// Model descriptions, string tables and layouts: shipped and invalid ones.
+// String tables and layouts: shipped and invalid ones.
 #include "formats/text.h"
 #include "host/chrome/help.h"
 #include "host/chrome/layout.h"
 #include "host/chrome/strings.h"
-#include "host/model/description.h"
+#include "tests/support/failure_of.h"
 #include "tests/support/world.h"
 
 #include <gtest/gtest.h>
@@ -14,77 +14,13 @@
 
 namespace {
 
+using Testing::failureOf;
 using Testing::TemporaryFolder;
 using Testing::writeFile;
 
 const std::filesystem::path resources = RESOURCES_FOLDER;
 const Refhost::ChromeFolders chrome(resources);
 const std::vector<std::string> locales = {"de-DE", "en-US", "fr-FR", "ja-JP", "zh-CN", "zh-TW"};
-
-// The message of an action's exception.
-template <class Action>
-std::string failureOf(const Action& action) {
-  try {
-    action();
-  } catch (const std::exception& error) {
-    return error.what();
-  }
-  return "it did not fail";
-}
-
-std::string failureOfModel(const std::string& xml) {
-  const TemporaryFolder folder;
-  writeFile(folder.path / "m.xml", xml);
-  const auto sentence = failureOf([&] { Refhost::readModel(folder.path, (folder.path / "m.xml").string()); });
-  return std::regex_replace(sentence, std::regex("^.*m\\.xml"), "m.xml");
-}
-
-TEST(ModelDescriptions, ThatShipAreReadByTheirNameInAnyCase) {
-  const auto names = Refhost::shippedModels(resources / "models");
-  EXPECT_EQ(names.front(), "standard");
-  EXPECT_EQ(names.size(), 11U);
-  for (const std::string& name : names)
-    EXPECT_FALSE(Refhost::readModel(resources / "models", name).rules.empty() && name != "standard") << name;
-  EXPECT_EQ(Refhost::readModel(resources / "models", "KVT").name, u"kvt");
-}
-
-TEST(ModelDescriptions, InheritPropertiesAndChangeValues) {
-  const auto standard = Refhost::readModel(resources / "models", "standard");
-  const auto kvt = Refhost::readModel(resources / "models", "kvt");
-  EXPECT_EQ(kvt.properties.size(), standard.properties.size());
-  EXPECT_EQ(kvt.properties.front().name, u"ModelNumber");
-  EXPECT_EQ(kvt.properties.front().defaultValue, u"KVT");
-}
-
-TEST(ModelDescriptions, FailWithFileAndLine) {
-  EXPECT_EQ(failureOfModel("<model name='m' label='m'>\n<property"), "m.xml:2: unclosed token");
-  EXPECT_EQ(failureOfModel("<model name='m' label='m'>\n<rule unavailable='Paper' option='A3'/></model>"),
-            "m.xml:2: there is no property Paper.");
-  EXPECT_EQ(failureOfModel("<model name='m' label='m'>\n\n<value of='Paper' is='A3'/></model>"),
-            "m.xml:3: there is no property Paper.");
-  EXPECT_EQ(failureOfModel("<printer/>"), "m.xml:1: the root is a <printer>, not a <model>.");
-  EXPECT_EQ(failureOfModel("<model name='m' label='m'>\n<colour/></model>"), "m.xml:2: <colour> is not known here.");
-  EXPECT_EQ(failureOfModel("<model name='m' label='m'>\n<property name='P'/></model>"),
-            "m.xml:2: <property> has no value.");
-  EXPECT_EQ(
-      failureOfModel("<model name='m' label='m'><property name='P' value=''/>\n<property name='P' value=''/></model>"),
-      "m.xml:2: the property P stands twice.");
-  EXPECT_EQ(failureOfModel("<model name='m' label='m'>\n<property name='P' value='' feature='F'/></model>"),
-            "m.xml:2: there is no property F.");
-  EXPECT_EQ(failureOfModel("<model name='m' label='m'><property name='P' value='a'><option value='a'/></property>\n"
-                           "<rule unavailable='P' option='b'/></model>"),
-            "m.xml:2: P has no option b.");
-  EXPECT_EQ(failureOfModel("<model name='m' extends='m' label='m'/>"),
-            "m.xml:1: the models extend one another too often.");
-  EXPECT_EQ(failureOfModel("<!DOCTYPE model [<!ENTITY a 'b'>]>\n<model name='m' label='&a;'/>"),
-            "m.xml:1: a DOCTYPE is not allowed here.");
-}
-
-TEST(ModelDescriptions, ThatDoNotExistAreToldWithThoseThatDo) {
-  const auto sentence = failureOf([] { Refhost::readModel(resources / "models", "nowhere"); });
-  EXPECT_EQ(sentence.substr(0, 49), "There is no model nowhere: name one of standard, ");
-  EXPECT_NE(sentence.find("kvt,"), sentence.npos) << sentence;
-}
 
 TEST(StringTables, HaveTheSameTextsInEveryLocale) {
   for (const std::string& package : chrome.packages()) {
@@ -200,22 +136,34 @@ TEST(StringTables, LeaveOtherTextsAsTheyAre) {
     EXPECT_EQ(tables.resolve(text), text);
 }
 
-TEST(StringTables, TakeTheFirstOfTwoTextsAndResolvePredefinedReferences) {
+TEST(StringTables, ResolvePredefinedReferences) {
   const TemporaryFolder folder;
-  writeFile(
-      folder.path / "strings.dtd",
-      "\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!ENTITY IDS_A \"first\">\n<!ENTITY IDS_A \"second\">"
-      "<!ENTITY IDS_B \"a &amp; b &lt; &#x65E5;\">");
+  writeFile(folder.path / "strings.dtd",
+            "\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!-- <!ENTITY IDS_NOT \"x\"> -->\n"
+            "<!ENTITY IDS_A 'first'>\n<!ENTITY IDS_B \"a &amp; b &lt; &#x65E5; &#38; c &#38;\">");
   const auto table = Refhost::readStrings(folder.path / "strings.dtd");
+  EXPECT_EQ(table.size(), 2U);
   EXPECT_EQ(table.at(u"IDS_A"), u"first");
-  EXPECT_EQ(table.at(u"IDS_B"), u"a & b < 日");
+  EXPECT_EQ(table.at(u"IDS_B"), u"a & b < 日 & c &");
+}
+
+std::string failureOfStrings(const std::string& second) {
+  const TemporaryFolder folder;
+  writeFile(folder.path / "strings.dtd", "<!ENTITY IDS_A \"a\">\n" + second + "\n<!ENTITY IDS_C \"c\">");
+  const auto sentence = failureOf([&] { Refhost::readStrings(folder.path / "strings.dtd"); });
+  return std::regex_replace(sentence, std::regex("^.*strings\\.dtd"), "strings.dtd");
 }
 
 TEST(StringTables, FailWithFileAndLine) {
-  const TemporaryFolder folder;
-  const auto file = folder.path / "strings.dtd";
-  writeFile(file, "<!ENTITY IDS_A \"a\">\n<!ENTITY IDS_B \"b\"\n");
-  EXPECT_TRUE(failureOf([&] { Refhost::readStrings(file); }).starts_with(file.string() + ":"));
+  EXPECT_TRUE(failureOfStrings("<!ENTITY IDS_B \"b\"").starts_with("strings.dtd:3: "));
+  EXPECT_EQ(failureOfStrings("<!ENTITY IDS_A \"b\">"), "strings.dtd:2: the text IDS_A stands twice.");
+  EXPECT_EQ(failureOfStrings("<!ENTITY IDS_B \"a &IDS_A; b\">"),
+            "strings.dtd:2: there is no text for the reference &IDS_A;.");
+  EXPECT_EQ(failureOfStrings("<!ENTITY IDS_B SYSTEM \"b.txt\">"), "strings.dtd:2: the entity IDS_B has no text.");
+  EXPECT_EQ(failureOfStrings("<!ENTITY % IDS_B \"b\">"), "strings.dtd:2: the entity IDS_B has no text.");
+  for (const char* other : {"<!ELEMENT a ANY>", "<!ATTLIST a b CDATA #IMPLIED>", "<!NOTATION a SYSTEM 'b'>", "%other;",
+                            "<?other?>", "<!ENTITY amp '&#38;#38;'>"})
+    EXPECT_EQ(failureOfStrings(other), "strings.dtd:2: only entities with texts belong here.") << other;
 }
 
 TEST(StringTables, AreNotFoundForAnUnknownLocale) {
@@ -268,14 +216,35 @@ TEST_F(Layouts, ThatShipCanAllBeRead) {
 }
 
 TEST_F(Layouts, FailWithFileAndLine) {
-  EXPECT_EQ(failureOfLayout("<tabpanel id='t'/>"), "l.xul:1: the root is not in the XUL namespace.");
+  EXPECT_EQ(failureOfLayout("<tabpanel id='t'/>"),
+            "l.xul:1: <tabpanel> is not in the namespace "
+            "\"http://www.mozilla.org/keymaster/gatekeeper/there.is.only.xul\".");
+  EXPECT_EQ(failureOfLayout("<vbox/>"), "l.xul:1: the root is a <vbox>, not a <tabpanel> or a <dialog>.");
   EXPECT_EQ(failureOfLayout(start + "\n<vbox>\n<slider/></vbox></tabpanel>"), "l.xul:3: <slider> is not known here.");
   EXPECT_EQ(failureOfLayout(start + "\n<vbox id='a'/><hbox id='a'/></tabpanel>"), "l.xul:2: the id a is used twice.");
   EXPECT_EQ(failureOfLayout(start + "\n<vbox hidden='yes'/></tabpanel>"),
             "l.xul:2: hidden is neither \"true\" nor \"false\".");
   EXPECT_EQ(failureOfLayout(start + "\n<vbox></tabpanel>"), "l.xul:2: mismatched tag");
   EXPECT_EQ(failureOfLayout(start + "\n<listitem label='a' value='b'/></tabpanel>"),
-            "l.xul:2: an item stands outside a list.");
+            "l.xul:2: <listitem> does not belong into <tabpanel>.");
+  EXPECT_EQ(failureOfLayout(start + "\n<button><label/></button></tabpanel>"),
+            "l.xul:2: <label> does not belong into <button>.");
+  EXPECT_EQ(failureOfLayout(start + "\n<vbox colour='red'/></tabpanel>"), "l.xul:2: <vbox> takes no attribute colour.");
+  EXPECT_EQ(failureOfLayout(start + "\n<vbox xml:id='a'/></tabpanel>"), "l.xul:2: <vbox> takes no attribute id.");
+  EXPECT_EQ(failureOfLayout(start + "\n<label>text</label></tabpanel>"),
+            "l.xul:2: <label> has a text, which is not known here.");
+  EXPECT_EQ(failureOfLayout(start + "\n<label value='&IDS_NONE;'/></tabpanel>"), "l.xul:2: undefined entity");
+  EXPECT_EQ(failureOfLayout(start + "\n<label value='$IDS_NO_SUCH_TEXT;'/></tabpanel>"),
+            "l.xul:2: value is $IDS_NO_SUCH_TEXT;, which en-US has no text for.");
+  EXPECT_EQ(failureOfLayout(start + "\n<label value='$IDS_NONE'/></tabpanel>"),
+            "l.xul:2: value is $IDS_NONE, which en-US has no text for.");
+  EXPECT_EQ(failureOfLayout(start + "<menulist>\n<menuitem label='$IDS_NONES;'/></menulist></tabpanel>"),
+            "l.xul:2: label is $IDS_NONES;, which en-US has no text for.");
+  EXPECT_EQ(failureOfLayout(start + "\n<vbox align='top'/></tabpanel>"),
+            "l.xul:2: align is \"top\", and may be \"start\", \"center\", \"end\".");
+  EXPECT_EQ(failureOfLayout(start + "\n<vbox width='wide'/></tabpanel>"), "l.xul:2: width is no whole number.");
+  EXPECT_EQ(failureOfLayout(start + "\n<image droptarget='yes'/></tabpanel>"),
+            "l.xul:2: droptarget is neither \"true\" nor \"false\".");
   EXPECT_EQ(failureOfLayout("<!DOCTYPE x>" + start + "</tabpanel>"), "l.xul:1: a DOCTYPE is not allowed here.");
   std::string deep = start;
   for (int i = 0; i < 100; ++i) deep += "<vbox>";

@@ -95,6 +95,23 @@ TEST(Opening, ModelThatIsNotWellFormedIsNamedWithItsLine) {
   expectRefusal(runKiln({"drive", "--resources", resources.string()}), {model.string() + ":"});
 }
 
+TEST(Opening, UnknownAttributeOfALayoutIsNamedWithItsLine) {
+  const path resources = copyOfResources();
+  const path layout = resources / "effect" / "content" / "tab_effect.xul";
+  replace(layout, "<caption id=\"lbl_Ovl\"", "<caption id=\"lbl_Ovl\" colour=\"red\"");
+  expectRefusal(runKiln({"drive", "--resources", resources.string()}),
+                {layout.string() + ":" + std::to_string(lineOf(readFile(layout), "colour")) +
+                 ": <caption> takes no attribute colour."});
+}
+
+TEST(Opening, TextThatALayoutNamesAndNoTableHasIsNamedWithItsLine) {
+  const path resources = copyOfResources();
+  const path layout = resources / "effect" / "content" / "tab_effect.xul";
+  replace(layout, "$IDS_EFFECT_MIRROR;", "$IDS_EFFECT_MIROR;");
+  expectRefusal(runKiln({"drive", "--resources", resources.string()}),
+                {layout.string() + ":" + std::to_string(lineOf(readFile(layout), "MIROR")), "$IDS_EFFECT_MIROR;"});
+}
+
 // Each file is looked for in the first folder, then in the others.
 TEST(Opening, FolderInFrontOfTheShippedFilesChangesWhatItHas) {
   const path front = testFolder() / "front";
