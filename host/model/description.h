@@ -2,6 +2,7 @@
 #pragma once
 
 #include "files/layered_folder.h"
+#include "host/documents/format.h"
 #include "host/model/rules.h"
 
 #include <string>
@@ -31,6 +32,9 @@ struct ModelDescription {
   std::vector<PropertyDescription> properties;
   std::vector<RuleDescription> rules;
 };
+
+// The format of a description.
+extern const DocumentFormat modelFormat;
 
 // Reads a description that ships with the host (`nameOrPath` without a folder or ending, case-insensitive, in
 // `shipped`) or a user's file by its path. Throws std::runtime_error: one sentence with file and line.

@@ -112,16 +112,25 @@ TEST(Opening, TextThatALayoutNamesAndNoTableHasIsNamedWithItsLine) {
                 {layout.string() + ":" + std::to_string(lineOf(readFile(layout), "MIROR")), "$IDS_EFFECT_MIROR;"});
 }
 
+TEST(Opening, ModelMayExtendAShippedOne) {
+  const path model = testFolder() / "mine.xml";
+  writeFile(model, "<model extends=\"kvt\"><value of=\"PaperSize\" is=\"A3\"/></model>");
+  const auto outcome = runKiln({"drive", "--model", model.string()}, "get ModelNumber\nget PaperSize\n");
+  EXPECT_EQ(outcome.out, "{\"ok\":true,\"value\":\"KVT\"}\n{\"ok\":true,\"value\":\"A3\"}\n");
+}
+
 // Each file is looked for in the first folder, then in the others.
 TEST(Opening, FolderInFrontOfTheShippedFilesChangesWhatItHas) {
   const path front = testFolder() / "front";
   const path shipped = KILN_RESOURCES;
   const path layout = front / "effect" / "content" / "tab_effect.xul";
   std::filesystem::create_directories(layout.parent_path());
+  std::filesystem::create_directories(front / "models");
   writeFile(layout, readFile(shipped / "effect" / "content" / "tab_effect.xul"));
   replace(layout, "id=\"btn_WMAdd\"", "id=\"btn_mine\"");
+  writeFile(front / "models" / "mine.xml", "<model extends=\"kvt\"/>");
   const auto outcome =
-      runKiln({"drive", "--resources", front.string(), "--resources", shipped.string(), "--model", "kvt"},
+      runKiln({"drive", "--resources", front.string(), "--resources", shipped.string(), "--model", "mine"},
               "get ModelNumber\nwidget btn_mine\n");
   EXPECT_EQ(outcome.status, 0) << outcome.out << outcome.err;
   EXPECT_THAT(outcome.out, StartsWith("{\"ok\":true,\"value\":\"KVT\"}\n"));
