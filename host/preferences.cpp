@@ -8,6 +8,7 @@
 #include "host/job_destination.h"
 #include "host/kept_settings.h"
 #include "host/library.h"
+#include "host/plugin_description.h"
 #include "host/plugin_failures.h"
 #include "host/profiles/profile_event.h"
 #include "host/property_binding.h"
@@ -172,6 +173,7 @@ void Preferences::open() {
 }
 
 void Preferences::start() {
+  const std::string name = expectPlugin(folders, runOptions.plugin, run->model(), run->host.ticketDocuments());
   tidyHome(run->files.disk, home(), runOptions.longestWait,
            [this](const std::string& sentence) { face.tell(sentence); });
   applyOptions();
@@ -180,11 +182,10 @@ void Preferences::start() {
   if (mode == Mode::docProp || mode == Mode::pdc) loadDeviceTab();
 
   run->library->demandSameContract(run->host);
-  run->plugin = run->calls.run("createPlugin",
-                               [this] { return run->library->create(run->host, run->manager, Formats::pluginName); });
+  run->plugin = run->calls.run("createPlugin", [&] { return run->library->create(run->host, run->manager, name); });
   if (!run->plugin)
     throw std::runtime_error("The library " + Formats::toUtf8(runOptions.plugin.u16string()) +
-                             " has no plug-in named " + std::string(Formats::pluginName) + ".");
+                             " has no plug-in named " + name + ".");
   run->calls.run("create", [this] { run->plugin->create(); });
   run->calls.run("initialise", [this] { run->plugin->initialise(); });
   if (mode == Mode::rootless) {

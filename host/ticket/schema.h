@@ -1,4 +1,4 @@
-// Ticket schemas: the mapping of properties to features and parameters of a PrintTicket, as data. docs/print-ticket.md
+// Ticket schemas: the mapping of properties to features and parameters of a PrintTicket, as data. docs/formats.md
 // describes the format.
 #pragma once
 

@@ -98,7 +98,7 @@ Kiln::SmartPtr<Kiln::Dom::INode> TicketService::loadSchema(Kiln::WStringView url
     const std::string bytes = Files::realDisk().read(*file, documentLimits.bytes);
     const auto document = readXml(bytes, file->string(), documentLimits);
     try {
-      schemas.emplace(url.view(), std::make_shared<Schema>(Schema{document, readSchema(*document)}));
+      schemas.emplace(url.view(), std::make_shared<Schema>(Schema{document, readSchema(*document, knowsProperty)}));
     } catch (const DocumentError& error) {
       throw failure(located(file->string(), lineOf(*error.element, *document, bytes), error.what()));
     }
@@ -142,7 +142,7 @@ std::shared_ptr<const TicketService::Schema> TicketService::schemaOf(Kiln::PTPlu
     for (const auto& [url, schema] : schemas)
       if (schema->document == document) return schema;
     try {
-      return std::make_shared<Schema>(Schema{document, readSchema(*document)});
+      return std::make_shared<Schema>(Schema{document, readSchema(*document, knowsProperty)});
     } catch (const DocumentError& error) {
       throw std::runtime_error(std::string("The plug-in's ticket schema cannot be used: ") + error.what());
     }

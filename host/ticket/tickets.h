@@ -27,6 +27,10 @@ class TicketService final : public Kiln::Services::Tickets {
       : folders(chromeFolders),
         calls(pluginCalls) {}
 
+  // Makes loadSchema reject properties that `isKnown` does not know. A schema may name properties that the model lacks,
+  // since models differ; none by default, since a plug-in need not say what it knows.
+  void onlyKnows(KnowsProperty isKnown) { knowsProperty = std::move(isKnown); }
+
   // The PrintTicket of the properties: UTF-8 with an XML declaration, including foreign content of the last loaded
   // ticket. With the level `job` it is complete; narrower levels omit job settings. Throws std::runtime_error: one
   // sentence that names the property.
@@ -69,6 +73,7 @@ class TicketService final : public Kiln::Services::Tickets {
 
   const ChromeFolders& folders;
   PluginCalls& calls;
+  KnowsProperty knowsProperty;
   std::map<std::u16string, std::shared_ptr<const Schema>> schemas;  // by address
   const Reading* reading = nullptr;
   ForeignContent foreign;

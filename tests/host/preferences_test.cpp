@@ -61,14 +61,18 @@ TEST(Opening, FailsForABrokenLayoutAndLeavesNothingBehind) {
   EXPECT_EQ(Refhost::heap().blocks(), before);
 }
 
-TEST(Opening, FailsForAModelWithoutAPropertyThatTheTabNeeds) {
+TEST(Opening, FailsForAModelWithoutPropertiesThatTheTabNeedsAndNamesThemAll) {
   const TemporaryFolder folder;
   Testing::writeFile(folder.path / "bare.xml", "<model name='bare' label='Bare'><property name='PaperSize' value='A4'/>"
                                                "<property name='ColourMode' value='Colour'/>"
                                                "<property name='Nin1' value='None'/></model>");
   auto options = builtOptions();
   options.model = (folder.path / "bare.xml").string();
-  EXPECT_EQ(failureOfOpening(options), "The model has no property OvlDestCreated.");
+  EXPECT_EQ(failureOfOpening(options),
+            "The model bare lacks properties that the plug-in effect needs: WatermarkSel, Watermark, FirstPageOnly, "
+            "WatermarkOccurance, OverlaySel, OverlayImage, OverlayOccurance, OverlayLayering, OverlayImageCreate, "
+            "MultipleOverlayDetails, OverlaySourceFileName, OverlayName, OverlayImageName, OverlayDestFileName, "
+            "OvlDestCreated, CancelJob, NegativeImage, MirrorImage, Rotate180, Rotate180ForA3LD.");
 }
 
 TEST(Home, HoldsUserAndProfileAndItsLockAndNothingElse) {

@@ -112,6 +112,23 @@ TEST(Opening, TextThatALayoutNamesAndNoTableHasIsNamedWithItsLine) {
                 {layout.string() + ":" + std::to_string(lineOf(readFile(layout), "MIROR")), "$IDS_EFFECT_MIROR;"});
 }
 
+TEST(Opening, DamagedDescriptionOfAPluginIsNamedWithItsLine) {
+  const path resources = copyOfResources();
+  const path description = resources / "effect" / "content" / "plugin.xml";
+  replace(description, "need=\"optional\"", "need=\"sometimes\"");
+  expectRefusal(
+      runKiln({"drive", "--resources", resources.string()}),
+      {description.string() + ":" + std::to_string(lineOf(readFile(description), "sometimes")) + ": need is neither"});
+}
+
+TEST(Opening, AllPropertiesThatAModelLacksAreNamed) {
+  const path model = testFolder() / "bare.xml";
+  writeFile(model, "<model name=\"bare\" label=\"Bare\"><property name=\"WatermarkSel\" value=\"0\"/></model>");
+  expectRefusal(runKiln({"drive", "--model", model.string()}),
+                {"The model bare lacks properties that the plug-in effect needs: Watermark, FirstPageOnly,",
+                 "OverlaySel", "Rotate180ForA3LD."});
+}
+
 TEST(Opening, ModelMayExtendAShippedOne) {
   const path model = testFolder() / "mine.xml";
   writeFile(model, "<model extends=\"kvt\"><value of=\"PaperSize\" is=\"A3\"/></model>");
