@@ -14,9 +14,12 @@
 
 namespace {
 
+using testing::AllOf;
+using testing::AnyOf;
+using testing::Contains;
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsSubsetOf;
+using testing::Not;
 
 // A 64-bit PE file.
 class Image {
@@ -44,14 +47,24 @@ class Image {
   // The imported libraries, in lower case.
   std::vector<std::string> imports() const {
     std::vector<std::string> names;
-    std::size_t offset = directory(IMAGE_DIRECTORY_ENTRY_IMPORT);
-    for (;; offset += sizeof(IMAGE_IMPORT_DESCRIPTOR)) {
-      const auto entry = at<IMAGE_IMPORT_DESCRIPTOR>(offset);
-      if (entry.Name == 0) return names;
+    for (const auto& entry : importTables()) {
       std::string name = textAt(offsetOf(entry.Name));
       for (char& letter : name) letter = static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
       names.push_back(name);
     }
+    return names;
+  }
+
+  std::vector<std::string> importedFunctions() const {
+    std::vector<std::string> names;
+    for (const auto& entry : importTables())
+      for (std::size_t offset = offsetOf(entry.OriginalFirstThunk);; offset += sizeof(ULONGLONG)) {
+        const auto function = at<ULONGLONG>(offset);
+        if (function == 0) break;
+        EXPECT_FALSE(IMAGE_SNAP_BY_ORDINAL64(function));
+        names.push_back(textAt(offsetOf(static_cast<DWORD>(function)) + sizeof(WORD)));
+      }
+    return names;
   }
 
   bool isStripped() const { return header.FileHeader.NumberOfSymbols == 0; }
@@ -64,6 +77,15 @@ class Image {
     if (offset + sizeof value > bytes.size()) throw std::runtime_error("The file ends too early.");
     std::memcpy(&value, bytes.data() + offset, sizeof value);
     return value;
+  }
+
+  std::vector<IMAGE_IMPORT_DESCRIPTOR> importTables() const {
+    std::vector<IMAGE_IMPORT_DESCRIPTOR> tables;
+    for (std::size_t offset = directory(IMAGE_DIRECTORY_ENTRY_IMPORT);; offset += sizeof(IMAGE_IMPORT_DESCRIPTOR)) {
+      const auto table = at<IMAGE_IMPORT_DESCRIPTOR>(offset);
+      if (table.Name == 0) return tables;
+      tables.push_back(table);
+    }
   }
 
   std::string textAt(std::size_t offset) const { return bytes.c_str() + offset; }
@@ -117,6 +139,13 @@ TEST(PluginLibrary, ExportsCreatePluginAndNothingElse) {
 TEST(PluginLibrary, AsksForTheSystemsOwnLibrariesAlone) {
   const std::vector<std::string> system = {"gdi32.dll", "kernel32.dll", "msvcrt.dll", "user32.dll"};
   EXPECT_THAT(Image(PLUGIN_FILE).imports(), IsSubsetOf(system));
+}
+
+// It runs in other people's processes, where virus scanners look for these.
+TEST(PluginLibrary, NeitherStopsThreadsNorSetsClocksNorCatchesTheProcesssExceptions) {
+  EXPECT_THAT(Image(PLUGIN_FILE).importedFunctions(),
+              AllOf(Contains("GetDeviceCaps"), Not(Contains(AnyOf("SuspendThread", "SetThreadContext", "SetSystemTime",
+                                                                  "AddVectoredExceptionHandler")))));
 }
 
 TEST(PluginLibrary, IsStrippedAndOfAMegabyteAtMost) {
