@@ -166,6 +166,8 @@ TEST(LibraryAndCommand, SayWhatTheyAre) {
     EXPECT_EQ(versionText(file, L"ProductVersion"), L"" PRODUCT_VERSION);
     EXPECT_EQ(versionText(file, L"OriginalFilename"), std::filesystem::path(file).filename().wstring());
     EXPECT_FALSE(versionText(file, L"FileDescription").empty());
+    EXPECT_EQ(versionText(file, L"CompanyName"), L"The Zorvu Effects project");
+    EXPECT_EQ(versionText(file, L"LegalCopyright"), L"All rights reserved; no licence is granted yet");
     EXPECT_TRUE(hasIcon(file));
   }
 }
