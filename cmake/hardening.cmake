@@ -53,6 +53,9 @@ if(BUILD_TESTING OR NOT ZORVU_BENCHMARKS)
 endif()
 
 if(WIN32)
+  # Control flow guard: Clang has it, mingw's g++ has not.
+  kiln_compile_flags(-mguard=cf)
+  kiln_link_flags(-mguard=cf)
   kiln_link_flags(-Wl,--dynamicbase -Wl,--nxcompat -Wl,--high-entropy-va)
 else()
   kiln_compile_flags(-fstack-protector-strong -fstack-clash-protection)
