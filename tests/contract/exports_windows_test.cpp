@@ -68,6 +68,9 @@ class Image {
   }
 
   bool isStripped() const { return header.FileHeader.NumberOfSymbols == 0; }
+
+  // When it was built; 0 for unknown.
+  DWORD timestamp() const { return header.FileHeader.TimeDateStamp; }
   std::size_t size() const { return bytes.size(); }
 
  private:
@@ -146,6 +149,11 @@ TEST(PluginLibrary, NeitherStopsThreadsNorSetsClocksNorCatchesTheProcesssExcepti
   EXPECT_THAT(Image(PLUGIN_FILE).importedFunctions(),
               AllOf(Contains("GetDeviceCaps"), Not(Contains(AnyOf("SuspendThread", "SetThreadContext", "SetSystemTime",
                                                                   "AddVectoredExceptionHandler")))));
+}
+
+TEST(LibraryAndCommand, DoNotDependOnTheTimeOfTheirBuild) {
+  EXPECT_EQ(Image(PLUGIN_FILE).timestamp(), 0U);
+  EXPECT_EQ(Image(KILN_FILE).timestamp(), 0U);
 }
 
 TEST(PluginLibrary, IsStrippedAndOfAMegabyteAtMost) {
