@@ -83,7 +83,9 @@ void EditorColour::onCustomColour(EventArg<ColorPicker> event) { applyCustomColo
 
 void EditorColour::applyColourItem(ListItem& item) {
   const WString value = item.value();
-  setColour(u"#" + std::u16string(value.view().substr(1, 6)));
+  std::u16string colour = u"#";
+  colour += value.view().substr(1, 6);
+  setColour(colour);
   const auto custom = customColourItem();
   if (custom && custom->value().view() == customColour) custom->setFlag(true);
 }
