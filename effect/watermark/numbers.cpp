@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <clocale>
+#include <cstdlib>
 #include <iterator>
 #include <limits>
 
@@ -14,6 +16,23 @@ bool takeSign(std::u16string_view& text) {
   const bool isNegative = text.starts_with(u'-');
   if (isNegative || text.starts_with(u'+')) text.remove_prefix(1);
   return isNegative;
+}
+
+// The number at the start of a text of digits, which is not empty. Never infinite.
+double numberOf(const std::string& digits) {
+  constexpr double most = std::numeric_limits<double>::max();
+#ifdef __cpp_lib_to_chars
+  double number = 0;
+  const auto error = std::from_chars(digits.data(), digits.data() + digits.size(), number).ec;
+  const bool isTooSmall = digits.find("e-") != digits.npos || digits.find("E-") != digits.npos;
+  return error == std::errc::result_out_of_range && !isTooSmall ? most : number;
+#else
+  // This library's from_chars reads integers alone, and strtod expects the decimal point of the process's locale.
+  std::string local = digits;
+  if (const auto point = local.find('.'); point != local.npos)
+    local.replace(point, 1, std::localeconv()->decimal_point);
+  return std::min(std::strtod(local.c_str(), nullptr), most);
+#endif
 }
 
 }  // namespace
@@ -30,16 +49,12 @@ std::int32_t leadingInteger(std::u16string_view text) {
   return static_cast<std::int32_t>(isNegative ? -number : std::min(number, most));
 }
 
-// Not strtod, which depends on the process's locale.
 double leadingNumber(std::u16string_view text) {
   const bool isNegative = takeSign(text);
   const std::size_t end = std::min(text.find_first_not_of(u"0123456789.eE+-"), text.size());
   const std::string digits(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(end));
   if (digits.empty() || digits.find_first_of("0123456789.") != 0) return 0;
-  double number = 0;
-  const auto error = std::from_chars(digits.data(), digits.data() + digits.size(), number).ec;
-  const bool isTooSmall = digits.find("e-") != digits.npos || digits.find("E-") != digits.npos;
-  if (error == std::errc::result_out_of_range && !isTooSmall) number = std::numeric_limits<double>::max();
+  const double number = numberOf(digits);
   return isNegative ? -number : number;
 }
 
