@@ -1,4 +1,4 @@
-// A host as small as one can be: it opens a plug-in for a script, and prints what the plug-in does.
+// A small host: it opens a plug-in, operates it by a script, and prints what the plug-in does.
 //
 //   example_host LIBRARY RESOURCES SCRIPT
 //
