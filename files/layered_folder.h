@@ -1,8 +1,9 @@
 // Several folders as one.
 #pragma once
 
-#include <concepts>
 #include <filesystem>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace Files {
@@ -11,7 +12,7 @@ namespace Files {
 class LayeredFolder {
  public:
   // A single folder converts, since that is what nearly every caller has.
-  template <std::convertible_to<std::filesystem::path> Folder>
+  template <class Folder, class = std::enable_if_t<std::is_convertible_v<const Folder&, std::filesystem::path>>>
   LayeredFolder(const Folder& only) : folders{std::filesystem::path(only)} {}
 
   // `inOrder` has at least one folder.

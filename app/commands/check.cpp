@@ -5,6 +5,7 @@
 #include "app/system/child_process.h"
 #include "check/lists.h"
 #include "files/path_text.h"
+#include "files/product_files.h"
 #include "files/temporary_folder.h"
 #include "formats/names.h"
 #include "formats/printable.h"
@@ -82,13 +83,13 @@ int list(const CheckOptions& given) {
 Checking::Subject subjectOf(const CheckOptions& given) {
   HostOptions places;
   places.plugin = given.library;
-  places.resources = given.resources;
   const Refhost::Options options = places.resolve();
+  const auto resources = given.resources.empty() ? Files::productResources() : toPath(given.resources);
   std::error_code error;
   const auto library = std::filesystem::absolute(options.plugin);
   if (!std::filesystem::is_regular_file(library, error))
     throw Failure(cannotOpen, "There is no library " + Files::shownPath(library) + ".");
-  return {library, given.plugin, std::filesystem::absolute(options.resources), given.model, {}};
+  return {library, given.plugin, std::filesystem::absolute(resources), given.model, {}};
 }
 
 // The check that `--here` names, in this process.
