@@ -124,7 +124,8 @@ class Preferences {
   void loadTicketFile(const std::filesystem::path& file);
 
   // Writes the captured job to the file that OverlayDestFileName names, and the picture of its first page, if any,
-  // beside it. On std::runtime_error (one sentence) the previous file and picture are kept or restored.
+  // beside it. On std::runtime_error (one sentence) the previous file and picture are kept, or restored as soon as no
+  // other program keeps the home's lock.
   void writeJob(std::string_view bytes, std::optional<std::string_view> picture = {});
 
   // Fires the profile export signal and returns the folder for the plug-in's files, which exists if the plug-in has

@@ -227,34 +227,38 @@ TEST_F(Plugin, ExportThatRunsOutOfMemoryIsNoProfile) {
   }
 }
 
-// A disk that counts how often the user's watermarks are read.
+// A disk that counts how often indexes of overlays are read.
 class CountingDisk final : public ForwardingDisk {
  public:
   std::string read(const Path& file, std::size_t limit) override {
-    reads += file.parent_path().filename() == "user" ? 1 : 0;
+    reads += file.extension() == ".flo" ? 1 : 0;
     return ForwardingDisk::read(file, limit);
   }
 
   int reads = 0;
 };
 
-// An action that finds its file as it reads it does not read it again: what an export has seen before does not count.
-TEST_F(Plugin, DeletesAWatermarkAfterAnExportAsIfThereHadBeenNone) {
-  const auto readsOfADeletion = [this](bool exportsFirst) {
-    putWatermarkFile(home, watermark("WM_1", "One") + watermark("WM_2", "Two"));
+// An action that finds its file as it has read it does not read it again: what an export has seen does not count.
+TEST_F(Plugin, DeletesAnOverlayAfterAnExportAsIfThereHadBeenNone) {
+  const auto readsOfADeletion = [this](const Path& at, bool exportsFirst) {
+    const Overlays own = {{u"Form", u"12345.opa"}, {u"Letterhead", u"23456.opa"}};
+    putOverlays(overlaysOf(at), own);
     CountingDisk disk;
-    Refhost::Options options = optionsFor(home);
+    Refhost::Options options = optionsFor(at);
     options.disk = &disk;
     PluginRun run(options);
+    run.world.face.onModal = [](Refhost::Dialog& dialog) { dialog.accept(); };
+    run.overlayList().choose(2);
     if (exportsFirst) run.exportTo(folder.path() / "exported");
-    putWatermarkFile(home, watermark("WM_1", "One") + watermark("WM_2", "Two") + watermark("WM_3", "Three"));
+    Overlays more = own;
+    more.push_back({u"Terms", u"34567.opa"});
+    putOverlays(overlaysOf(at), more);
     disk.reads = 0;
-    run.deleteWatermark(u"WM_1");
-    EXPECT_THAT(bytesOf(home / "user" / "ZVeffect.xml"), AllOf(HasSubstr("Three"), Not(HasSubstr("One"))));
+    run.world.widget<Refhost::Button>(u"btn_OvlDel").click();
+    EXPECT_THAT(run.overlays(), AllOf(Contains(HasSubstr("Terms")), Not(Contains(HasSubstr("Form")))));
     return disk.reads;
   };
-  const int without = readsOfADeletion(false);
-  EXPECT_EQ(readsOfADeletion(true), without);
+  EXPECT_EQ(readsOfADeletion(home, true), readsOfADeletion(other, false));
 }
 
 TEST_F(Plugin, HearsNoProfilesWithoutATab) {
