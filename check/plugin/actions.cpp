@@ -16,6 +16,8 @@ constexpr std::size_t mostWidgets = 300;
 constexpr std::int32_t mostItems = 4;
 constexpr std::size_t mostDialogs = 200;
 
+constexpr int foreign = 42;
+
 void type(Refhost::TextBoxNode& box) {
   for (const char16_t* text : {u"1", u"Check", u""}) {
     box.edit(text, Refhost::Edit::typed);
@@ -131,6 +133,55 @@ void leavesNoBlocks(const Subject& subject) {
   demand(left == 0, std::to_string(left) + " blocks of the host's allocator are left after a user's actions.");
 }
 
+// Throws what no plug-in knows, while it is told to.
+struct Thrower final : Kiln::SignalTarget {
+  void onChange(Kiln::ModelSelectionChange&) {
+    if (!isArmed) return;
+    hasThrown = true;
+    throw foreign;
+  }
+
+  bool isArmed = false;
+  bool hasThrown = false;
+};
+
+// Operates the widget while the thrower throws.
+void demandPassing(Opening& opening, Refhost::WidgetNode& widget, Thrower& thrower) {
+  thrower.isArmed = true;
+  thrower.hasThrown = false;
+  bool hasPassed = false;
+  try {
+    opening.act([&] { operate(widget); });
+  } catch (int) {
+    hasPassed = true;
+  }
+  thrower.isArmed = false;
+  demand(hasPassed == thrower.hasThrown,
+         "A foreign exception of another handler does not pass through the plug-in when the widget " +
+             Formats::toUtf8(widget.id()) + " is operated.");
+}
+
+void passesExceptionsOn(const Subject& subject) {
+  const auto library = Refhost::make<Library>(subject.library);
+  const long before = Refhost::heap().blocks();
+  {
+    Opening opening(subject, *library);
+    opening.open();
+    Thrower thrower;
+    for (const auto& property : opening.model().description().properties)
+      Kiln::connect(*opening.model().selectionChangeSignal(property.name), thrower, &Thrower::onChange);
+    std::vector<Refhost::WidgetNode*> widgets;
+    for (const Refhost::Layout& tab : opening.gui().tabs())
+      Refhost::walk(*tab.root, [&widgets](Refhost::WidgetNode& widget) { widgets.push_back(&widget); });
+    for (Refhost::WidgetNode* widget : widgets) {
+      demandPassing(opening, *widget, thrower);
+      opening.announce();
+    }
+  }
+  const long left = Refhost::heap().blocks() - before;
+  demand(left == 0, std::to_string(left) + " blocks of the host's allocator are left after foreign exceptions.");
+}
+
 }  // namespace
 
 std::vector<Check> actionChecks() {
@@ -139,6 +190,8 @@ std::vector<Check> actionChecks() {
            survivesItsUser<true>},
           {"actions/panel", "answers the user's wish for help, and to accept", answersThePanel},
           {"actions/profiles", "takes part in the export and the import of a profile", takesPartInProfiles},
+          {"actions/exception", "passes a foreign exception of another handler on, and goes on after it",
+           passesExceptionsOn},
           {"actions/memory", "leaves no block of the host's allocator after a user's actions", leavesNoBlocks}};
 }
 

@@ -108,39 +108,6 @@ void survivesEveryAllocation(const Subject& subject) {
   }
 }
 
-// An exception of a handler of others passes through the submit of the plug-in.
-void passesExceptionsOfHandlers(const Subject& subject) {
-  const auto library = Refhost::make<Library>(subject.library);
-  const long before = Refhost::heap().blocks();
-  {
-    Opening opening(subject, *library);
-    opening.open();
-    const auto properties = opening.model().description().properties;
-    for (const auto& property : properties) {
-      bool isThrown = false;
-      struct Thrower final : Kiln::SignalTarget {
-        bool* thrown = nullptr;
-        void onChange(Kiln::ModelSelectionChange&) {
-          *thrown = true;
-          throw foreign;
-        }
-      };
-      Thrower thrower;
-      thrower.thrown = &isThrown;
-      Kiln::connect(*opening.model().selectionChangeSignal(property.name), thrower, &Thrower::onChange);
-      bool hasPassed = false;
-      try {
-        opening.act([&] { opening.model().submit({{property.name, property.defaultValue}}); });
-      } catch (int) {
-        hasPassed = true;
-      }
-      demand(hasPassed == isThrown, "A foreign exception of a handler does not pass.");
-    }
-    opening.announce();
-  }
-  demandNoBlocks(before, "a handler throws a foreign exception");
-}
-
 }  // namespace
 
 std::vector<Check> failureChecks() {
@@ -149,7 +116,6 @@ std::vector<Check> failureChecks() {
       {"failures/bad-alloc", "passes a std::bad_alloc of each call on, and leaves nothing behind", survivesBadAlloc},
       {"failures/foreign", "passes a foreign exception of each call on, and leaves nothing behind",
        survivesForeignExceptions},
-      {"failures/handler", "goes on after a foreign exception of a handler of others", passesExceptionsOfHandlers},
       {"failures/allocation", "leaves nothing behind when memory runs out at any allocation", survivesEveryAllocation}};
 }
 

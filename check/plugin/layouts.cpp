@@ -24,7 +24,8 @@ Opening& opened(Opening& opening) {
 void loadsEveryLayout(const Subject& subject) {
   const auto library = Refhost::make<Library>(subject.library);
   Opening opening(subject, *library);
-  for (const LayoutFile& layout : layoutsOf(opened(opening), subject.resources)) {
+  opened(opening).face.told.clear();
+  for (const LayoutFile& layout : layoutsOf(opening, subject.resources)) {
     const bool isDialog = bool(opening.gui().openDialog(layout.address));
     demand(isDialog && opening.face.told.empty(),
            opening.face.told.empty() ? toUtf8(layout.address) + " is no layout." : opening.face.told.front());

@@ -60,7 +60,8 @@ void opensSideBySide(const Subject& subject) {
   first.release();
   second.announce();
   second.release();
-  opens(subject, {});
+  Opening third(subject, *library);
+  third.open();
 }
 
 const std::vector<Conditions>& everyMode() {
@@ -131,7 +132,11 @@ void isDisconnected(const Subject& subject) {
 void leavesNoBlocks(const Subject& subject) {
   for (const Conditions& conditions : everyMode()) {
     const long before = Refhost::heap().blocks();
-    opens(subject, conditions);
+    {
+      const auto library = Refhost::make<Library>(subject.library);
+      Opening opening(subject, *library, conditions);
+      opening.open();
+    }
     const long left = Refhost::heap().blocks() - before;
     demand(left == 0, std::to_string(left) + " blocks of the host's allocator are left after the end.");
   }

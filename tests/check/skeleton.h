@@ -1,5 +1,5 @@
-// A small plug-in that honours the contract: a switch, a label that follows it, and a dialog. Each plug-in below broken/
-// overrides what it breaks.
+// A small plug-in that honours the contract: a switch, a label that follows it, and a dialog. Each plug-in below
+// broken/ overrides what it breaks.
 #pragma once
 
 #include "kiln/plugin.h"
@@ -112,9 +112,8 @@ UIPlugin* make(Host& host, PropertyManager manager, const String& name, void* re
 
 }  // namespace Broken
 
-#define EXPORT_PLUGIN(Plugin)                                                                             \
-  KILN_EXPORT Kiln::UIPlugin* createPlugin(Kiln::Host& host, Kiln::PropertyManager manager,               \
-                                           const Kiln::String& name, void* reserved,                      \
-                                           Kiln::SmartPtr<Kiln::Services::Library> library) {             \
-    return Broken::make<Plugin>(host, std::move(manager), name, reserved, std::move(library));            \
+#define EXPORT_PLUGIN(Plugin)                                                                                          \
+  KILN_EXPORT Kiln::UIPlugin* createPlugin(Kiln::Host& host, Kiln::PropertyManager manager, const Kiln::String& name,  \
+                                           void* reserved, Kiln::SmartPtr<Kiln::Services::Library> library) {          \
+    return Broken::make<Plugin>(host, std::move(manager), name, reserved, std::move(library));                         \
   }

@@ -1,0 +1,18 @@
+// Tells the user of a failure in the mode PrePrint when it is inactive.
+#include "tests/check/skeleton.h"
+
+namespace {
+
+using namespace Broken;
+
+class Plugin final : public Sound {
+ public:
+  using Sound::Sound;
+  void initialise() override {
+    if (!isActive() && setting(u"UIMode") == u"PrePrint") host().tell(u"Something failed.");
+  }
+};
+
+}  // namespace
+
+EXPORT_PLUGIN(Plugin)

@@ -1,0 +1,18 @@
+// Has a text in one of its locales alone.
+#include "tests/check/skeleton.h"
+
+namespace {
+
+using namespace Broken;
+
+class Plugin final : public Sound {
+ public:
+  using Sound::Sound;
+
+ protected:
+  const char16_t* layout() override { return u"chrome://untranslated/content/tab.xul"; }
+};
+
+}  // namespace
+
+EXPORT_PLUGIN(Plugin)

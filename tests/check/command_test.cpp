@@ -1,0 +1,86 @@
+// The command kiln check.
+#include "check/lists.h"
+#include "tests/script/process.h"
+#include "tests/script/usage.h"
+
+#include <nlohmann/json.hpp>
+
+#include <set>
+
+namespace {
+
+// The command that runs one check on a broken library.
+std::vector<std::string> checkOf(const std::string& library, const std::string& id) {
+  return {"check",       std::string(LIBRARIES_FOLDER "/") + library + LIBRARY_ENDING,
+          "--model",     "sound",
+          "--resources", CHECK_FOLDER "/resources",
+          "--only",      id,
+          "--seconds",   "2"};
+}
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+TEST(CheckCommand, TellsOfItself) { expectHelp("check"); }
+
+TEST(CheckCommand, ListsItsChecks) {
+  const auto outcome = runKiln({"check", "--list"});
+  EXPECT_EQ(outcome.status, 0);
+  for (const Checking::Check& check : Checking::pluginChecks()) EXPECT_THAT(outcome.out, HasSubstr(check.sentence));
+  EXPECT_EQ(static_cast<std::size_t>(std::ranges::count(outcome.out, '\n')), Checking::pluginChecks().size());
+}
+
+TEST(CheckCommand, NamesEachCheckOnce) {
+  std::set<std::string> ids;
+  for (const Checking::Check& check : Checking::pluginChecks()) EXPECT_TRUE(ids.insert(check.id).second) << check.id;
+}
+
+TEST(CheckCommand, IsPassedByThePlugin) {
+  const auto outcome = runKiln({"check"});
+  EXPECT_EQ(outcome.status, 0) << outcome.out;
+  EXPECT_THAT(outcome.out, HasSubstr(" 0 failed, 0 crashed, 0 skipped\n"));
+}
+
+TEST(CheckCommand, RunsWhatIsAskedFor) {
+  const auto outcome = runKiln({"check", "--json", "--only", "contract/ex*", "--only", "life-cycle/create"});
+  EXPECT_EQ(outcome.status, 0);
+  const auto report = nlohmann::json::parse(outcome.out);
+  EXPECT_EQ(report["passed"], 2);
+  EXPECT_EQ(report["checks"][0]["id"], "contract/exports");
+  EXPECT_EQ(report["checks"][1]["id"], "life-cycle/create");
+  EXPECT_EQ(report["checks"][1]["result"], "passed");
+}
+
+TEST(CheckCommand, EndsWithOneWhenACheckFails) {
+  const auto outcome = runKiln(checkOf("too_early", "life-cycle/before-ready"));
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.out, StartsWith("failed  life-cycle/before-ready"));
+  EXPECT_THAT(outcome.out, HasSubstr("calls GUI::widgetById before"));
+}
+
+TEST(CheckCommand, TellsOfACrash) {
+  const auto outcome = runKiln(checkOf("needs_widget", "layouts/missing-widget"));
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.out, StartsWith("crashed layouts/missing-widget"));
+  EXPECT_THAT(outcome.out, HasSubstr("It crashed: "));
+}
+
+TEST(CheckCommand, EndsACheckThatDoesNotEnd) {
+  const auto outcome = runKiln(checkOf("hanging", "life-cycle/rootless"));
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.out, HasSubstr("It did not end within 2 seconds."));
+}
+
+TEST(CheckCommand, RunsOneCheckInItsOwnProcess) {
+  const auto outcome = runKiln({"check", "--here", "contract/version"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out, "passed \n");
+}
+
+TEST(CheckCommand, RefusesWhatIsNotThere) {
+  expectRefusal(runKiln({"check", "nowhere.so"}), {"There is no library", "nowhere.so"});
+  expectRefusal(runKiln({"check", "--only", "nothing/*"}), {"No check has such an id"});
+  expectRefusal(runKiln({"check", "--host"}), {"--host needs a LIBRARY"});
+}
+
+}  // namespace
