@@ -140,13 +140,19 @@ inline std::string readFile(const fs::path& file) {
   return bytes;
 }
 
+// What happens to files here that the plug-in does not do.
+struct Disk {
+  bool isReadOnly = false;   // no file can be written
+  bool isDisturbed = false;  // another program writes before the plug-in does, once
+};
+
 // Reads a file as a whole, and replaces it as a whole unless another program has changed it since.
 class FileStore final : public Kiln::Services::FileBackingStoreIO {
  public:
-  FileStore(Kiln::SmartPtr<Kiln::Services::Path> named, bool mayWrite)
+  FileStore(Kiln::SmartPtr<Kiln::Services::Path> named, Disk& onDisk)
       : place(std::move(named)),
         file(place->text().view()),
-        isWritable(mayWrite) {}
+        disk(onDisk) {}
   Kiln::SmartPtr<Kiln::Services::Path> path() override { return place; }
   Kiln::String readAll() override {
     seen = readFile(file);
@@ -154,8 +160,9 @@ class FileStore final : public Kiln::Services::FileBackingStoreIO {
   }
   void write(Kiln::StringView bytes) override { pending += bytes.view(); }
   void commit() override {
-    if (!isWritable) throw failure(narrow(file.u16string()) + " is read-only.");
-    if (seen && place->exists() && readFile(file) != *seen)
+    if (disk.isReadOnly) throw failure(narrow(file.u16string()) + " is read-only.");
+    const bool isDisturbed = std::exchange(disk.isDisturbed, false);
+    if (isDisturbed || (seen && place->exists() && readFile(file) != *seen))
       throw Kiln::FileChanged(memory, narrow(file.u16string()) + " was changed by another program.");
     onDisk([this] { fs::create_directories(fs::absolute(file).parent_path()); });
     fs::path temporary = file;
@@ -172,7 +179,7 @@ class FileStore final : public Kiln::Services::FileBackingStoreIO {
  private:
   Kiln::SmartPtr<Kiln::Services::Path> place;
   fs::path file;
-  bool isWritable;
+  Disk& disk;
   std::string pending;
   std::optional<std::string> seen;
 };

@@ -16,6 +16,7 @@
 //   click ID, type ID TEXT              what the user does; "ok" and "cancel" close the topmost dialog
 //   allow NAME OPTION, forbid ...       an option becomes available, or not
 //   set NAME VALUE                      the host changes a property
+//   disturb                             another program changes the file that the plug-in writes next
 //   help, accept                        the user asks for help, or accepts the preferences
 //   expect NAME VALUE                   the property has that value
 //   expect-failure                      the action before has failed
@@ -100,7 +101,7 @@ class Run {
     } else if (command == "layout") {
       layout = &layouts[first];
     } else if (command == "read-only") {
-      host.isReadOnly = true;
+      host.disk.isReadOnly = true;
     } else if (command == "open") {
       open();
     } else if (layout == nullptr || !addWidget(command, first)) {
@@ -144,6 +145,8 @@ class Run {
       gui->panel->help->fire(Kiln::XUL::EventArg<Kiln::XUL::TabPanel>(gui->panel));
     } else if (command == "accept") {
       gui->panel->preAccept->fire(make<PreAccept>());
+    } else if (command == "disturb") {
+      host.disk.isDisturbed = true;
     } else if (command == "expect") {
       expect(first, remainder(words));
     } else {

@@ -51,21 +51,22 @@ class Host final : public Kiln::Host {
   Kiln::SmartPtr<Kiln::Services::TextList> fontNames() override { return nullptr; }
   Kiln::SmartPtr<Kiln::Services::Path> path(Kiln::WStringView name) override { return make<Path>(name.view()); }
   Kiln::SmartPtr<Kiln::Services::FileBackingStoreIO> file(Kiln::SmartPtr<Kiln::Services::Path> place) override {
-    return make<FileStore>(std::move(place), !isReadOnly);
+    return make<FileStore>(std::move(place), disk);
   }
   Kiln::SmartPtr<Kiln::Services::BackingStoreIO> resource(Kiln::WStringView url) override {
     constexpr std::u16string_view scheme = u"chrome://";
     if (!url.view().starts_with(scheme)) throw failure(narrow(url) + " is no address of a resource.");
-    return make<FileStore>(make<Path>(resources / url.view().substr(scheme.size())), false);
+    return make<FileStore>(make<Path>(resources / url.view().substr(scheme.size())), packages);
   }
   Kiln::SmartPtr<Kiln::Services::Documents> documents() override { return documentService; }
   Kiln::SmartPtr<Kiln::Services::Tickets> tickets() override { return ticketService; }
   void tell(Kiln::WStringView sentence) override { report("tells: " + narrow(sentence)); }
 
-  bool isReadOnly = false;  // whether no file can be written
+  Disk disk;
 
  private:
   fs::path resources;
+  Disk packages{.isReadOnly = true};
   Kiln::SmartPtr<Documents> documentService = make<Documents>();
   Kiln::SmartPtr<Tickets> ticketService = make<Tickets>();
 };

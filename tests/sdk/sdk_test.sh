@@ -35,7 +35,7 @@ for component in runtime window development; do install_component "$component"; 
 runtime=$(files runtime/opt/kiln)
 window=$(files window/opt/kiln)
 development=$(files development/opt/kiln)
-fact "the runtime has the program and the plug-in" contains "$runtime" '^\./bin/kiln$'
+fact "the runtime has the program" contains "$runtime" '^\./bin/kiln$'
 fact "the runtime has the plug-in" contains "$runtime" '^\./lib.*/kiln/Zorvueffect\.so$'
 fact "the runtime has the layouts and models" contains "$runtime" '^\./share/kiln/effect/content/tab_effect\.xul$'
 fact "the runtime has neither the window nor headers" contains_none "$runtime" 'window|\.h$'
@@ -109,7 +109,7 @@ drives() { [[ $(printf 'click ePTKWPageMirrorImage\nget MirrorImage\n' | "$1" dr
 fact "kiln finds its plug-in and resources" drives "$kiln"
 ln -s "$kiln" linked
 fact "kiln is found by a link" drives ./linked
-fact "kiln prints" "$kiln" sample letter.pdf
+fact "kiln makes a sample" "$kiln" sample letter.pdf
 fact "kiln prints" "$kiln" print letter.pdf printed.pdf --set MirrorImage=MirrorImage --watermark Draft
 fact "kiln finds the module that draws pages" "$kiln" picture printed.pdf page.png
 fact "kiln finds the module that packs profiles" "$kiln" profile export settings.zip
@@ -119,8 +119,9 @@ fact "kiln finds the window" "$kiln" show letter.pdf --screenshot window.png
 fact "the example plug-in installs beside the other one" cmake --install examples --prefix "$prefix"
 stamps() {
   local answers
-  answers=$(printf '%s\n' 'widget cmb_stamp' 'click btn_stamp' 'type txt_stamp Received' ok 'get StampText' 'get Stamp' \
-    'widget chk_stamp' ticket ok | "$kiln" drive --model stamping --plugin "$modules/stamp.so" --locale "$1" --home "$2")
+  answers=$(printf '%s\n' 'widget cmb_stamp' 'click btn_stamp' 'type txt_stamp Received' ok 'get StampText' \
+    'get Stamp' 'widget chk_stamp' ticket ok |
+    "$kiln" drive --model stamping --plugin "$modules/stamp.so" --locale "$1" --home "$2")
   echo "$answers"
   [[ $answers != *'"ok":false'* && $answers == *'"shown":"'"$3"'"'* && $answers == *'"value":"Received"'* &&
     $answers == *'"checked":true'* && $answers == *'stamp:JobStampText'* ]]
