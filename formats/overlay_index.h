@@ -95,6 +95,9 @@ inline std::u16string thumbnailOf(std::u16string_view file) {
   return std::u16string(file.substr(0, file.size() - ending)) + u".bmp";
 }
 
+// The ending of every overlay file.
+inline constexpr std::u16string_view overlayEnding = u".opa";
+
 // New overlays have the file names 00000.opa to 99999.opa.
 inline constexpr unsigned overlayFileNumbers = 100'000;
 

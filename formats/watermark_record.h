@@ -53,6 +53,9 @@ inline constexpr Name noneId = u"0";
 // The suffix of the id of a downloaded record.
 inline constexpr Name downloadedEnding = u"_G";
 
+// The start of the ids that are made for the user's watermarks.
+inline constexpr Name madeIdStart = u"WM_";
+
 // A record's id in its file, wherever a file is read: its field `value`; without one, or with the NoneRecord's, the
 // name of its element, which in a written file is the id, with the suffix if it was downloaded.
 inline std::u16string_view idInFile(std::u16string_view element, std::u16string_view value) {

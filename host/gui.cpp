@@ -65,6 +65,16 @@ Dialog::Dialog(Gui& owner, std::u16string url, Layout layout)
 bool Dialog::accept() {
   if (!open || !ok().isOperable()) return false;
   const Kiln::SmartPtr<Dialog> self(this);
+  const auto actions = gui.world.actions;
+  bool isAccepted = false;
+  actions->act({"ok"}, [&] {
+    isAccepted = fireOk();
+    if (!isAccepted) actions->vetoed();
+  });
+  return isAccepted;
+}
+
+bool Dialog::fireOk() {
   const auto event = make<DialogEvent>(gui.trace, address);
   bool handled = false;
   gui.world.widgets.dispatch([&] {
@@ -77,6 +87,12 @@ bool Dialog::accept() {
 }
 
 void Dialog::cancel() {
+  if (!open) return;
+  const Kiln::SmartPtr<Dialog> self(this);
+  gui.world.actions->act({"cancel"}, [this] { dismiss(); });
+}
+
+void Dialog::dismiss() {
   if (!open) return;
   const Kiln::SmartPtr<Dialog> self(this);
   const auto event = make<DialogEvent>(gui.trace, address);
@@ -105,7 +121,7 @@ void Dialog::runModally() {
   const Kiln::SmartPtr<Dialog> self(this);
   start(true);
   if (gui.world.beforeModal) gui.world.beforeModal();
-  gui.world.face.runModally(*this);
+  gui.world.actions->inDialog(*this, [this] { gui.world.face.runModally(*this); });
   if (open) close();
 }
 
@@ -147,7 +163,7 @@ void Gui::fireReady() { ready->fire(this); }
 void Gui::cancelDialogs() {
   while (!dialogs.empty()) {
     const Kiln::SmartPtr<Dialog> topmost(dialogs.back());
-    topmost->cancel();
+    topmost->dismiss();
     topmost->close();
   }
 }
@@ -174,6 +190,7 @@ Kiln::SmartPtr<Kiln::XUL::SubDialog> Gui::openDialog(Kiln::WStringView url) {
   try {
     return make<Dialog>(*this, std::u16string(url.view()), world.layouts.read(url, world.widgets));
   } catch (const std::runtime_error& error) {
+    world.actions->failed(error.what());
     world.face.showFailure(error.what());
     return {};
   }

@@ -5,10 +5,12 @@
 #include "host/face.h"
 #include "host/object.h"
 #include "host/signal.h"
+#include "host/user_actions.h"
 #include "kiln/gui.h"
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,6 +27,8 @@ struct GuiWorld {
 
   // Called before a dialog waits for the user; empty when nobody needs to know.
   std::function<void()> beforeModal = {};
+
+  std::shared_ptr<UserActions> actions = std::make_shared<UserActions>();
 };
 
 class TabPanel final : public Kiln::XUL::TabPanel {
@@ -73,6 +77,9 @@ class Dialog final : public Kiln::XUL::SubDialog {
   // The user presses Cancel, or closes the dialog. It stays open when a handler throws.
   void cancel();
 
+  // The same, when the preferences end without the user's doing.
+  void dismiss();
+
   // Closes the dialog without notifying the plug-in.
   void close();
 
@@ -91,6 +98,7 @@ class Dialog final : public Kiln::XUL::SubDialog {
   void registerImage(Kiln::WStringView name, Kiln::WStringView url) override;
 
  private:
+  bool fireOk();
   void start(bool modally);
 
   Gui& gui;

@@ -10,6 +10,7 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <map>
 #include <optional>
 #include <stdexcept>
 
@@ -107,6 +108,16 @@ void writeSettings(const std::filesystem::path& file, const TracePairs& values, 
   } catch (const Files::DiskError& error) {
     throw std::runtime_error(std::string("The settings are not kept: ") + error.what());
   }
+}
+
+TracePairs changedValues(const TracePairs& values, const ModelDescription& model) {
+  std::map<std::u16string_view, std::u16string_view> last;
+  for (const auto& [name, value] : values) last[name] = value;
+  TracePairs changed;
+  for (const PropertyDescription& property : model.properties)
+    if (const auto found = last.find(property.name); found != last.end() && found->second != property.defaultValue)
+      changed.emplace_back(found->first, found->second);
+  return changed;
 }
 
 TracePairs applicable(const TracePairs& values, const ModelDescription& model) {

@@ -35,6 +35,9 @@ std::string settingsBytes(const TracePairs& values);
 // Replaces the file atomically. Throws std::runtime_error, one sentence, and leaves it unchanged on failure.
 void writeSettings(const std::filesystem::path& file, const TracePairs& values, Files::Disk& disk = Files::realDisk());
 
+// The last of `values` for each property, in the model's order, without those that are the model's defaults.
+TracePairs changedValues(const TracePairs& values, const ModelDescription& model);
+
 // The subset of `values` that a user may set on that model.
 TracePairs applicable(const TracePairs& values, const ModelDescription& model);
 

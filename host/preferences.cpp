@@ -5,6 +5,7 @@
 #include "formats/names.h"
 #include "formats/text.h"
 #include "host/documents/documents.h"
+#include "host/home.h"
 #include "host/job_destination.h"
 #include "host/kept_settings.h"
 #include "host/library.h"
@@ -25,38 +26,6 @@ namespace {
 namespace Setting = Formats::Setting;
 
 constexpr std::u16string_view deviceTab = u"chrome://base/content/tab_device.xul";
-
-std::string_view nameOf(Mode mode) {
-  switch (mode) {
-    case Mode::docProp: return Formats::modeDocProp;
-    case Mode::pdc: return Formats::modePDC;
-    case Mode::prePrint: return Formats::modePrePrint;
-    case Mode::rootless: break;
-  }
-  return {};
-}
-
-// The folder for user data; a temporary one is deleted with this object.
-class Home {
- public:
-  explicit Home(const std::filesystem::path& wanted) {
-    path = wanted.empty() ? temporary.emplace().path() : std::filesystem::absolute(wanted).lexically_normal();
-    if (!path.has_filename()) path = path.parent_path();
-    std::error_code ignored;
-    std::filesystem::create_directories(path.parent_path(), ignored);
-    try {
-      Files::realDisk().createPrivateFolder(path);
-    } catch (const Files::DiskError&) {
-      // Writers report it.
-    }
-    for (const char* name : {"user", "profile"}) std::filesystem::create_directories(path / name, ignored);
-  }
-
-  std::filesystem::path path;
-
- private:
-  std::optional<Files::TemporaryFolder> temporary;
-};
 
 // Calls the plug-in until it says that it is done.
 void activateWithoutGui(Kiln::UIPlugin& plugin) {
@@ -105,7 +74,8 @@ struct Preferences::Run {
                 [&owner](WidgetNode& widget) { owner.face.widgetChanged(widget); }},
         layouts(owner.folders, options.withoutWidgets),
         host({owner.face, owner.events, owner.folders, strings, files, *manager->model}),
-        gui(make<Gui>(GuiWorld{owner.face, layouts, widgets, [this] { files.guard->release(); }}, owner.events)) {
+        gui(make<Gui>(GuiWorld{owner.face, layouts, widgets, [this] { files.guard->release(); }, options.actions},
+                      owner.events)) {
     files.guard->longestWait = options.longestWait;
     host.active = options.active;
     host.fonts = options.fonts;
@@ -159,7 +129,9 @@ struct Preferences::Run {
 Preferences::Preferences(Options options, Face& shownBy)
     : runOptions(std::move(options)),
       face(shownBy),
-      folders(runOptions.resources) {}
+      folders(runOptions.resources) {
+  if (!runOptions.actions) runOptions.actions = std::make_shared<UserActions>();
+}
 
 Preferences::~Preferences() { cancelDialogs(); }
 
@@ -259,12 +231,31 @@ const std::string& Preferences::unread() const { return run->unread; }
 bool Preferences::accept() {
   if (run->isOver) return false;
   bool accepted = false;
-  dispatch([&] { accepted = run->calls.run("pre-accept", [this] { return run->gui->panel().firePreAccept(); }); });
-  if (accepted) close();
+  actions().act({"ok"}, [&] {
+    accepted = firePreAccept();
+    if (accepted) close();
+  });
   return accepted;
 }
 
-void Preferences::cancel() { close(); }
+bool Preferences::mayPrint() {
+  if (run->isOver) return false;
+  bool accepted = false;
+  actions().act({"print"}, [&] { accepted = firePreAccept(); });
+  return accepted;
+}
+
+bool Preferences::firePreAccept() {
+  bool accepted = false;
+  dispatch([&] { accepted = run->calls.run("pre-accept", [this] { return run->gui->panel().firePreAccept(); }); });
+  if (!accepted) actions().vetoed();
+  return accepted;
+}
+
+void Preferences::cancel() {
+  if (run->isOver) return close();
+  actions().act({"cancel"}, [this] { close(); });
+}
 
 void Preferences::close() {
   run->isOver = true;
@@ -272,12 +263,13 @@ void Preferences::close() {
 }
 
 void Preferences::selectTab(const std::u16string& id) {
-  if (!run->isOver) run->gui->panel().select(id);
+  if (!run->isOver) actions().act({"tab", {id}}, [&] { run->gui->panel().select(id); });
 }
 
 void Preferences::help() {
   if (run->isOver) return;
-  dispatch([this] { run->calls.run("help", [this] { run->gui->panel().fireHelp(); }); });
+  actions().act({"help"},
+                [this] { dispatch([this] { run->calls.run("help", [this] { run->gui->panel().fireHelp(); }); }); });
 }
 
 bool Preferences::canUndo() const { return !run->past.isEmpty(); }
@@ -285,9 +277,11 @@ bool Preferences::canUndo() const { return !run->past.isEmpty(); }
 void Preferences::undo() {
   if (run->past.isEmpty()) return;
   const TracePairs before = run->past.takeLatest();
-  run->isUndoable = false;
-  dispatch([&] { run->model().submit(differences(run->model(), before)); });
-  run->isUndoable = true;
+  actions().act({"undo"}, [&] {
+    run->isUndoable = false;
+    dispatch([&] { run->model().submit(differences(run->model(), before)); });
+    run->isUndoable = true;
+  });
 }
 
 void Preferences::restoreDefaults() {
@@ -295,15 +289,18 @@ void Preferences::restoreDefaults() {
   for (const PropertyDescription& property : run->model().description().properties)
     if (!property.isContext) defaults.emplace_back(property.name, property.defaultValue);
   const TracePairs pairs = differences(run->model(), defaults);
-  if (!pairs.empty()) dispatch([&] { run->model().submit(pairs); });
+  actions().act({"defaults"}, [&] {
+    if (!pairs.empty()) dispatch([&] { run->model().submit(pairs); });
+  });
 }
 
 void Preferences::set(const std::u16string& name, const std::u16string& value) {
-  dispatch([&] { run->model().submit({{name, value}}); });
+  actions().act({"set", {name, value}}, [&] { dispatch([&] { run->model().submit({{name, value}}); }); });
 }
 
 void Preferences::setAvailable(const std::u16string& name, const std::u16string& option, bool available) {
-  dispatch([&] { run->model().setAvailable(name, option, available); });
+  actions().act({available ? "allow" : "forbid", {name, option}},
+                [&] { dispatch([&] { run->model().setAvailable(name, option, available); }); });
 }
 
 std::string Preferences::ticket() {
@@ -321,7 +318,8 @@ std::string Preferences::capabilities() {
 }
 
 void Preferences::loadTicketFile(const std::filesystem::path& file) {
-  loadTicket(Files::realDisk().read(file, documentLimits.bytes), Files::shownPath(file));
+  actions().act({"load-ticket", {Files::pathText(file)}, OwnText::argument},
+                [&] { loadTicket(Files::realDisk().read(file, documentLimits.bytes), Files::shownPath(file)); });
 }
 
 void Preferences::loadTicket(std::string_view document, const std::string& source) {
@@ -376,7 +374,9 @@ void Preferences::refreshStores() {
   dispatch([this] { run->fireImport({}); });
 }
 
-void Preferences::lock(std::vector<std::u16string> names) { run->host.lockedNames = std::move(names); }
+void Preferences::lock(std::vector<std::u16string> names) {
+  actions().act({"lock", names}, [&] { run->host.lockedNames = std::move(names); });
+}
 
 void Preferences::dispatch(const std::function<void()>& action) {
   const bool outermost = run->actions == 0;
@@ -389,7 +389,9 @@ void Preferences::dispatch(const std::function<void()>& action) {
   if (outermost && run->isUndoable && userValues(run->model()) != before) run->past.add(before);
   // Undo does not restore files, so earlier values may no longer match them.
   if (outermost && run->changesFiles) run->past.clear();
-  if (!sentence.empty()) face.showFailure(sentence);
+  if (sentence.empty()) return;
+  actions().failed(sentence);
+  face.showFailure(sentence);
 }
 
 }  // namespace Refhost

@@ -6,6 +6,7 @@
 #include "host/chrome/strings.h"
 #include "host/face.h"
 #include "host/gui.h"
+#include "host/mode.h"
 #include "host/model/properties.h"
 #include "host/trace.h"
 
@@ -22,8 +23,6 @@
 namespace Refhost {
 
 using FontNames = std::function<std::optional<std::vector<std::u16string>>()>;
-
-enum class Mode { docProp, pdc, prePrint, rootless };
 
 struct Options {
   // The plug-in library.
@@ -55,6 +54,9 @@ struct Options {
   // The disk for user files, for tests; null for the file system.
   Files::Disk* disk = nullptr;
 
+  // Where the user's actions are told; null for nowhere.
+  std::shared_ptr<UserActions> actions = {};
+
   // The longest wait for other programs that are changing the home.
   std::chrono::milliseconds longestWait = Files::longestLockWait;
 };
@@ -78,6 +80,9 @@ class Preferences {
   // Valid after open, also after accept or cancel.
   PropertyModel& model();
   const StringTables& strings() const;
+
+  // The user's actions on the widgets of the tabs and dialogs.
+  UserActions& actions() { return *runOptions.actions; }
 
   // A host setting; nothing when the key does not exist.
   std::optional<std::u16string> setting(std::u16string_view key) const;
@@ -103,6 +108,9 @@ class Preferences {
   // tabs.
   bool accept();
   void cancel();
+
+  // Whether the plug-in would accept OK now, which is the condition for printing a job; fires the pre-accept signal.
+  bool mayPrint();
   void selectTab(const std::u16string& id);
   void help();
   bool canUndo() const;
@@ -154,6 +162,7 @@ class Preferences {
   struct Run;
 
   void start();
+  bool firePreAccept();
   void applyOptions();
   void loadDeviceTab();
   void close();

@@ -1,6 +1,8 @@
 // Ids of the user's watermarks: "WM_" and a number in the shape of a GUID.
 #pragma once
 
+#include "formats/watermark_record.h"
+
 #include <array>
 #include <cstdint>
 #include <functional>
@@ -21,7 +23,7 @@ std::u16string recordId(std::uint32_t seconds, const IdDraws& draws);
 std::u16string derivedRecordId(std::u16string_view text);
 
 // Whether the id has the beginning of those made here.
-inline bool isMadeId(std::u16string_view id) { return id.starts_with(u"WM_"); }
+inline bool isMadeId(std::u16string_view id) { return id.starts_with(Formats::madeIdStart); }
 
 class RecordIds {
  public:

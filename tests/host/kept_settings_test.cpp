@@ -167,6 +167,13 @@ TEST(ApplicableSettings, AreThoseThatAUserMaySetOnTheModel) {
   EXPECT_TRUE(applicable({{u"Nin1", u"8in1"}}, model).empty());
 }
 
+TEST(ChangedValues, AreTheLastOnesThatAreNoDefaultsInTheOrderOfTheModel) {
+  ModelDescription model;
+  model.properties = {{u"A", u"1", {}, false}, {u"B", u"2", {}, false}, {u"C", u"3", {}, true}};
+  const TracePairs given{{u"C", u"x"}, {u"B", u"y"}, {u"A", u"z"}, {u"A", u"1"}, {u"B", u"w"}, {u"Unknown", u"x"}};
+  EXPECT_EQ(changedValues(given, model), (TracePairs{{u"B", u"w"}, {u"C", u"x"}}));
+}
+
 // Otherwise the next job into an overlay would reuse the last one's name and file without asking.
 TEST(ApplicableSettings, LeaveOutWhatIsSaidOfOneJob) {
   const TracePairs ofTheJob{{u"PrintJob", u"Overlay"},
