@@ -2,13 +2,13 @@
 
 #include "files/disk.h"
 #include "formats/text.h"
-#include "host/widgets/input.h"
-#include "host/widgets/list.h"
+#include "host/overlay_job.h"
+#include "host/profiles/profile.h"
 #include "script/describe.h"
 #include "script/session.h"
+#include "script/widget_commands.h"
 
 #include <algorithm>
-#include <charconv>
 #include <limits>
 #include <map>
 #include <stdexcept>
@@ -16,123 +16,13 @@
 namespace Script {
 namespace {
 
-using Arguments = std::vector<std::u16string>;
 using Formats::toUtf8;
 
-// Keeps a widget alive while its handlers run, which may close the dialog that owns it.
-using Held = Kiln::SmartPtr<Kiln::XUL::Widget>;
-
-std::string inQuotes(const std::u16string& name) { return '"' + toUtf8(name) + '"'; }
-
-// The widget with that id, if the user can operate it now. `deed` describes the required kind in the error message.
-template <class Kind>
-Kind& operable(Session& session, const std::u16string& id, const std::string& deed) {
-  Refhost::WidgetNode& widget = session.widget(id);
-  auto* kind = dynamic_cast<Kind*>(&widget);
-  if (kind == nullptr) throw std::runtime_error("The widget " + inQuotes(id) + " cannot " + deed + ".");
-  if (!widget.isShown()) throw std::runtime_error("The widget " + inQuotes(id) + " is hidden.");
-  if (!widget.isOperable()) throw std::runtime_error("The widget " + inQuotes(id) + " is disabled.");
-  return *kind;
-}
-
-std::int32_t toNumber(const std::u16string& word) {
-  const std::string digits = toUtf8(word);
-  std::int32_t number = 0;
-  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
-  if (error == std::errc() && end == digits.data() + digits.size()) return number;
-  throw std::runtime_error(inQuotes(word) + " is no whole number.");
-}
-
-Json type(Session& session, const Arguments& words) {
-  auto& box = operable<Refhost::TextBoxNode>(session, words[0], "be typed into");
-  const Held held(&session.widget(words[0]).asWidget());
-  const bool accepted = box.edit(words[1], Refhost::Edit::typed);
-  return {{"accepted", accepted}, {"text", text(box.content())}};
-}
-
-Json blur(Session& session, const Arguments& words) {
-  auto& box = operable<Refhost::TextBoxNode>(session, words[0], "lose the input focus");
-  const Held held(&session.widget(words[0]).asWidget());
-  box.leave();
-  return {{"text", text(box.content())}};
-}
-
-Json scroll(Session& session, const Arguments& words) {
-  auto& bar = operable<Refhost::ScrollBar>(session, words[0], "be scrolled");
-  const std::int32_t position = toNumber(words[1]);
-  if (position < bar.least() || position > bar.most())
-    throw std::runtime_error("The widget " + inQuotes(words[0]) + " has no position " + toUtf8(words[1]) +
-                             "; it goes from " + std::to_string(bar.least()) + " to " + std::to_string(bar.most()) +
-                             ".");
-  bar.scroll(position);
-  return Json::object();
-}
-
-Json pick(Session& session, const Arguments& words) {
-  auto& picker = operable<Refhost::ColorPicker>(session, words[0], "have a colour picked");
-  const std::string colour = toUtf8(words[1]);
-  std::uint32_t value = 0;
-  const auto* end = colour.data() + colour.size();
-  if (colour.size() != 7 || colour.front() != '#' || std::from_chars(colour.data() + 1, end, value, 16).ptr != end)
-    throw std::runtime_error(inQuotes(words[1]) + " is no colour of the form #RRGGBB.");
-  picker.pick(value);
-  return Json::object();
-}
-
-// The index of the first item with that value.
-std::int32_t indexOf(Refhost::SelectorNode& list, const std::u16string& id, const std::u16string& value) {
-  for (std::int32_t i = 0; i < list.items().count(); ++i)
-    if (list.items().at(i)->value().view() == value) return i;
-  throw std::runtime_error("The widget " + inQuotes(id) + " has no item of the value " + inQuotes(value) + ".");
-}
-
-Json drop(Session& session, const Arguments& words) {
-  auto& source = operable<Refhost::ListBox>(session, words[0], "have items dragged from it");
-  if (!source.isDragSource())
-    throw std::runtime_error("The widget " + inQuotes(words[0]) + " cannot have items dragged from it.");
-  indexOf(source, words[0], words[1]);
-  auto& target = operable<Refhost::ImageBox>(session, words[2], "have items dropped on it");
-  if (!target.isDropTarget())
-    throw std::runtime_error("The widget " + inQuotes(words[2]) + " cannot have items dropped on it.");
-  target.drop(words[1]);
-  return Json::object();
-}
-
-Json menu(Session& session, const Arguments& words) {
-  auto& image = operable<Refhost::ImageBox>(session, words[0], "show a context menu");
-  if (std::ranges::none_of(image.menu(), [&](const auto& item) { return item.text == words[1]; }))
-    throw std::runtime_error("The widget " + inQuotes(words[0]) + " has no " + inQuotes(words[1]) +
-                             " in its context menu.");
-  image.choose(words[1]);
-  return Json::object();
-}
-
-Json click(Session& session, const Arguments& words) {
-  Refhost::WidgetNode& widget = session.widget(words[0]);
-  if (dynamic_cast<Refhost::CheckBox*>(&widget) != nullptr)
-    operable<Refhost::CheckBox>(session, words[0], "be clicked").click();
-  else if (dynamic_cast<Refhost::RadioButton*>(&widget) != nullptr)
-    operable<Refhost::RadioButton>(session, words[0], "be clicked").choose();
-  else
-    operable<Refhost::Button>(session, words[0], "be clicked").click();
-  return Json::object();
-}
-
-Json select(Session& session, const Arguments& words) {
-  auto& list = operable<Refhost::SelectorNode>(session, words[0], "have items selected");
-  list.choose(indexOf(list, words[0], words[1]));
-  return Json::object();
-}
-
-Json selectIndex(Session& session, const Arguments& words) {
-  const std::int32_t index = toNumber(words[1]);
-  auto& list = operable<Refhost::SelectorNode>(session, words[0], "have items selected");
-  if (index < 0 || index >= list.items().count())
-    throw std::runtime_error("The widget " + inQuotes(words[0]) + " has no item at " + toUtf8(words[1]) + "; it has " +
-                             std::to_string(list.items().count()) + ".");
-  list.choose(index);
-  return Json::object();
-}
+// A white picture of one pixel.
+constexpr std::string_view
+    smallestBitmap("BM\x3A\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\1\0\0\0\1\0\0\0\1\0\x18\0\0\0\0\0\4\0\0\0"
+                   "\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\xFF\xFF\xFF\0",
+                   58);
 
 Json ok(Session& session, const Arguments&) {
   if (Refhost::Dialog* dialog = session.topmost())
@@ -176,6 +66,35 @@ Json help(Session& session, const Arguments&) {
   return Json::object();
 }
 
+Json undo(Session& session, const Arguments&) {
+  demandNoDialog(session);
+  session.gui();
+  if (!session.preferences().canUndo()) throw std::runtime_error("There is nothing to undo.");
+  session.preferences().undo();
+  return Json::object();
+}
+
+Json defaults(Session& session, const Arguments&) {
+  demandNoDialog(session);
+  session.gui();
+  session.preferences().restoreDefaults();
+  return Json::object();
+}
+
+Json print(Session& session, const Arguments&) {
+  demandNoDialog(session);
+  session.mayPrint();
+  return Json::object();
+}
+
+// The overlay is of the smallest job: nothing here looks into it.
+Json printOverlay(Session& session, const Arguments&) {
+  demandNoDialog(session);
+  session.gui();
+  const Refhost::CapturedJob job{"%PDF-1.7\n%%EOF\n", smallestBitmap};
+  return {{"created", Refhost::printIntoOverlay(session.preferences(), session, job).has_value()}};
+}
+
 void demandProperty(Session& session, const std::u16string& name) {
   if (!session.preferences().model().isKnown(name))
     throw std::runtime_error("The model has no property " + inQuotes(name) + ".");
@@ -215,6 +134,18 @@ Json jobStep(Session& session, const Arguments& words) {
 Json reload(Session& session, const Arguments&) {
   demandNoDialog(session);
   session.reload();
+  return Json::object();
+}
+
+Json reopen(Session& session, const Arguments& words) {
+  demandNoDialog(session);
+  Refhost::TracePairs values;
+  for (std::size_t i = 2; i < words.size(); ++i) {
+    const std::size_t equals = words[i].find(u'=');
+    if (equals == 0 || equals == words[i].npos) throw std::runtime_error(inQuotes(words[i]) + " is not NAME=VALUE.");
+    values.emplace_back(words[i].substr(0, equals), words[i].substr(equals + 1));
+  }
+  session.reopen(toUtf8(words[0]), toUtf8(words[1]), values);
   return Json::object();
 }
 
@@ -278,6 +209,17 @@ Json importProfile(Session& session, const Arguments& words) {
   return Json::object();
 }
 
+Json importProfileFile(Session& session, const Arguments& words) {
+  demandProfiles(session);
+  Json notes = Json::array();
+  Refhost::ProfileHome home = Refhost::ProfileHome::of(session.preferences());
+  home.tell = [&notes](const std::string& sentence) { notes.push_back(sentence); };
+  const Refhost::Manifest profile =
+      Refhost::importProfile(Files::realDisk(), Files::pathFromText(words[0]), home, [](int, int) { return true; });
+  session.preferences().importProfile({}, profile.values);
+  return {{"notes", notes}};
+}
+
 struct Command {
   // The arguments after the name, as shown in messages, and their minimum and maximum number.
   const char* usage;
@@ -299,11 +241,17 @@ const std::map<std::string, Command, std::less<>>& commandTable() {
       {"scroll", {"ID N", 2, 2, scroll}},
       {"pick", {"ID #RRGGBB", 2, 2, pick}},
       {"drop", {"SOURCE VALUE TARGET", 3, 3, drop}},
+      {"drop-index", {"SOURCE N TARGET", 3, 3, dropIndex}},
       {"menu", {"ID ITEM", 2, 2, menu}},
       {"ok", {"", 0, 0, ok}},
       {"cancel", {"", 0, 0, cancel}},
       {"tab", {"ID", 1, 1, tab}},
       {"help", {"", 0, 0, help}},
+      {"undo", {"", 0, 0, undo}},
+      {"defaults", {"", 0, 0, defaults}},
+      {"print", {"", 0, 0, print}},
+      {"print-overlay", {"", 0, 0, printOverlay}},
+      {"import-profile", {"FILE", 1, 1, importProfileFile}},
 
       // Host actions.
       {"set", {"NAME VALUE", 2, 2, set}},
@@ -316,6 +264,7 @@ const std::map<std::string, Command, std::less<>>& commandTable() {
       {"import", {"TARGET", 1, 1, importProfile}},
       {"load-ticket", {"FILE", 1, 1, loadTicket}},
       {"reload", {"", 0, 0, reload}},
+      {"reopen", {"MODEL LOCALE [NAME=VALUE]...", 2, anyNumber, reopen}},
 
       // Queries.
       {"get", {"NAME", 1, 1, get}},

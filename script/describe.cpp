@@ -127,9 +127,11 @@ Json describe(WidgetNode& widget) {
 
 Json describe(const Refhost::TraceEvent& event) {
   Json members = {{"op", event.op}};
-  for (const auto& [name, value] : event.members) members[name] = std::visit(ValueWriter(), value);
+  for (const auto& [name, value] : event.members) members[name] = describe(value);
   return members;
 }
+
+Json describe(const Refhost::TraceValue& value) { return std::visit(ValueWriter(), value); }
 
 Json describe(const Refhost::TracePairs& values) {
   Json members = Json::object();

@@ -13,6 +13,7 @@ Json describe(Refhost::WidgetNode& widget);
 
 // An event of the trace: its "op", then its members.
 Json describe(const Refhost::TraceEvent& event);
+Json describe(const Refhost::TraceValue& value);
 
 // Names and values as an object.
 Json describe(const Refhost::TracePairs& values);

@@ -7,6 +7,7 @@
 #include "script/describe.h"
 #include "script/words.h"
 
+#include <algorithm>
 #include <iostream>
 #include <istream>
 #include <stdexcept>
@@ -33,10 +34,10 @@ bool readLine(std::istream& lines, std::string& line) {
 
 }  // namespace
 
-Session::Session(const Request& request, std::istream& commandLines, std::ostream& answerLines)
+Session::Session(const Request& request, std::istream& commandLines, Answered toHear)
     : options(request.preferences),
       commands(commandLines),
-      answers(answerLines),
+      answered(std::move(toHear)),
       jobStep(request.jobStep) {
   if (options.home.empty()) options.home = temporaryHome.emplace().path();
   if (request.trace.empty()) return;
@@ -71,6 +72,7 @@ Refhost::Gui& Session::gui() {
 }
 
 Refhost::Dialog* Session::topmost() {
+  if (!dialogsOfJob.empty()) return dialogsOfJob.back().get();
   return !opened || opened->openDialogs().empty() ? nullptr : opened->openDialogs().back().get();
 }
 
@@ -93,6 +95,13 @@ void Session::acceptPreferences() {
   if (!preferences().accept()) addVeto();
 }
 
+bool Session::mayPrint() {
+  gui();
+  const bool isAllowed = preferences().mayPrint();
+  if (!isAllowed) addVeto();
+  return isAllowed;
+}
+
 void Session::reload() {
   opened.reset();
   try {
@@ -103,10 +112,24 @@ void Session::reload() {
   }
 }
 
+void Session::reopen(const std::string& model, const std::string& locale, const Refhost::TracePairs& values) {
+  options.model = model;
+  options.locale = locale;
+  options.properties = values;
+  reload();
+}
+
 Json Session::takeEvents() { return std::exchange(events, Json::array()); }
 
 void Session::runModally(Refhost::Dialog& dialog) {
   const Kiln::SmartPtr<Refhost::Dialog> held(&dialog);
+  const bool isOfJob = opened && std::ranges::find(opened->openDialogs(), held) == opened->openDialogs().end();
+  if (isOfJob) dialogsOfJob.push_back(held);
+  runCommands(dialog);
+  if (isOfJob) std::erase(dialogsOfJob, held);
+}
+
+void Session::runCommands(Refhost::Dialog& dialog) {
   if (unanswered) {
     unanswered->members["modal"] = text(dialog.url());
     send();
@@ -160,7 +183,7 @@ void Session::openFirst() {
 }
 
 bool Session::nextCommand(std::string& line) {
-  while (readLine(commands, line)) {
+  while (!isEnded && readLine(commands, line)) {
     if (line.ends_with('\r')) line.pop_back();
     if (!isComment(line)) return true;
   }
@@ -200,7 +223,7 @@ void Session::send() {
   line.update(unanswered->members);
   allOk = allOk && !unanswered->error;
   unanswered.reset();
-  answers << toLine(line) << '\n' << std::flush;
+  if (!answered(line)) isEnded = true;
 }
 
 void Session::record(const Refhost::TraceEvent& event) {
@@ -209,7 +232,11 @@ void Session::record(const Refhost::TraceEvent& event) {
 }
 
 int run(const Request& request, std::istream& commands, std::ostream& answers) {
-  return Session(request, commands, answers).run() ? 0 : 1;
+  const auto answered = [&answers](const Json& answer) {
+    answers << toLine(answer) << '\n' << std::flush;
+    return true;
+  };
+  return Session(request, commands, answered).run() ? 0 : 1;
 }
 
 }  // namespace Script

@@ -7,11 +7,13 @@
 
 #include "files/temporary_folder.h"
 #include "host/face.h"
+#include "host/gui.h"
 #include "host/preferences.h"
 #include "script/json.h"
 #include "script/run.h"
 
 #include <fstream>
+#include <functional>
 #include <iosfwd>
 #include <memory>
 #include <optional>
@@ -22,7 +24,10 @@ namespace Script {
 
 class Session final : public Refhost::Face {
  public:
-  Session(const Request& scriptRequest, std::istream& commandLines, std::ostream& answerLines);
+  // Called with each answer; returns false to end the script.
+  using Answered = std::function<bool(const Json& answer)>;
+
+  Session(const Request& scriptRequest, std::istream& commandLines, Answered toHear);
 
   // Opens the preferences, executes the script and closes them. False when a command failed. Throws std::runtime_error
   // when the preferences cannot be opened.
@@ -33,7 +38,7 @@ class Session final : public Refhost::Face {
   Refhost::Preferences& preferences();
   Refhost::Gui& gui();
 
-  // The topmost open dialog; null when none is open.
+  // The topmost open dialog, also of a job that the preferences print into an overlay; null when none is open.
   Refhost::Dialog* topmost();
 
   // The widget with that id in the topmost dialog, or in the tabs when no dialog is open. Throws when there is none.
@@ -43,8 +48,14 @@ class Session final : public Refhost::Face {
   void accept(Refhost::Dialog& dialog);
   void acceptPreferences();
 
+  // Whether a job may be printed now; a veto is reported like that of OK.
+  bool mayPrint();
+
   // Closes the preferences and reopens them with the same home and options.
   void reload();
+
+  // The same for another model and language, and with these initial values instead of those of the options.
+  void reopen(const std::string& model, const std::string& locale, const Refhost::TracePairs& values);
 
   void setJobStep(std::optional<std::u16string> name) { jobStep = std::move(name); }
 
@@ -72,6 +83,7 @@ class Session final : public Refhost::Face {
   void open();
   void close();
   void openFirst();
+  void runCommands(Refhost::Dialog& dialog);
   bool nextCommand(std::string& line);
   void execute(const std::string& line);
   void fail(const std::string& sentence);
@@ -81,16 +93,20 @@ class Session final : public Refhost::Face {
 
   Refhost::Options options;
   std::istream& commands;
-  std::ostream& answers;
+  Answered answered;
   std::ofstream traceFile;
   std::optional<Files::TemporaryFolder> temporaryHome;
   std::unique_ptr<Refhost::Preferences> opened;
   std::optional<std::u16string> jobStep;
   Json events = Json::array();
 
+  // The running dialogs of preferences other than those opened, the innermost last.
+  std::vector<Kiln::SmartPtr<Refhost::Dialog>> dialogsOfJob;
+
   std::optional<Answer> unanswered;
   std::size_t commandsRead = 0;
   bool allOk = true;
+  bool isEnded = false;  // whether no more commands are wanted
 
   // A modal dialog that opened while no command was unanswered; the next answer reports it.
   std::optional<std::u16string> dialogToTell;

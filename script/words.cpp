@@ -47,6 +47,17 @@ std::vector<std::string> splitWords(std::string_view line) {
   return words;
 }
 
+std::string toWord(std::string_view text) {
+  constexpr std::string_view plain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_-+.,:;/=@%#~";
+  if (!text.empty() && text.find_first_not_of(plain) == std::string_view::npos) return std::string(text);
+  std::string word = "\"";
+  for (const char unit : text) {
+    if (unit == '"' || unit == '\\') word += '\\';
+    word += unit == '\n' || unit == '\r' ? ' ' : unit;
+  }
+  return word + '"';
+}
+
 bool isComment(std::string_view line) {
   return line.starts_with('#') || line.find_first_not_of(blanks) == std::string_view::npos;
 }

@@ -12,6 +12,10 @@ namespace Script {
 // backslash.
 std::vector<std::string> splitWords(std::string_view line);
 
+// The word as it is written in a line, in quotation marks when it needs them. A line break becomes a space: a line
+// cannot have one.
+std::string toWord(std::string_view text);
+
 // Whether a line is blank or a comment, which starts with "#".
 bool isComment(std::string_view line);
 

@@ -5,13 +5,17 @@
 #include "formats/names.h"
 #include "formats/text.h"
 #include "script/commands.h"
+#include "script/replay.h"
 #include "script/run.h"
 
+#include <charconv>
 #include <cstdio>
 #include <fstream>
 #include <iostream>
 #include <istream>
+#include <map>
 #include <memory>
+#include <set>
 #include <stdexcept>
 #include <streambuf>
 
@@ -23,8 +27,10 @@ constexpr const char* footer = R"(The commands are described in docs/drive.md. E
 Examples:
   echo 'click ePTKWPageMirrorImage' | kiln drive
   kiln drive --model kvt --locale ja-JP --trace trace.jsonl regression.drive
+  kiln drive --expect session.drive                        what "kiln show --record" has written
 
-Exit status: 0 when every command was answered with "ok" true, 1 when one was not,
+Exit status: 0 when every command was answered with "ok" true, 1 when one was not; with --expect
+0 when all answers are as recorded, 1 when one differs.
 2 when the preferences cannot be opened, the commands cannot be read, or the command line is wrong.)";
 
 const std::map<std::string, Refhost::Mode> modes = {{std::string(Formats::modeDocProp), Refhost::Mode::docProp},
@@ -47,6 +53,10 @@ struct DriveOptions {
   std::string fonts;
   std::string jobStep = "-";
   std::string trace;
+  bool expects = false;
+
+  // The options that are given, by name.
+  std::set<std::string> named;
 };
 
 std::pair<std::u16string, std::optional<std::u16string>> toSetting(const std::string& word) {
@@ -102,18 +112,55 @@ class StandardInput final : public std::streambuf {
   char unit = 0;
 };
 
-int drive(const DriveOptions& given) {
+// A recorded option that may be repeated comes before those given; another one is taken when it is not given.
+void takeRecorded(DriveOptions& given, const Script::RecordedScript& script) {
+  const std::map<std::string, std::string*> single = {
+      {"model", &given.host.model}, {"mode", &given.mode}, {"locale", &given.locale}, {"fonts", &given.fonts}};
+  for (const auto& [name, value] : single)
+    if (const auto values = script.valuesOf(name); !values.empty() && !given.named.contains("--" + name))
+      *value = values.back();
+  const std::map<std::string, std::vector<std::string>*> repeated = {{"property", &given.properties},
+                                                                     {"config", &given.settings},
+                                                                     {"customise", &given.customisation},
+                                                                     {"without", &given.without}};
+  for (const auto& [name, values] : repeated) {
+    const auto recorded = script.valuesOf(name);
+    values->insert(values->begin(), recorded.begin(), recorded.end());
+  }
+  if (!script.valuesOf("inactive").empty()) given.inactive = true;
+  if (!modes.contains(given.mode)) throw std::runtime_error(script.name + " names no mode of the preferences.");
+  if (const auto dpi = script.valuesOf("dpi"); !dpi.empty() && !given.named.contains("--dpi")) {
+    const auto [end, error] = std::from_chars(dpi.back().data(), dpi.back().data() + dpi.back().size(), given.dpi);
+    if (error != std::errc() || *end != '\0' || given.dpi < 1)
+      throw std::runtime_error(script.name + " names no number of pixels per inch.");
+  }
+}
+
+int compare(DriveOptions given, std::istream& lines) {
+  const auto script = Script::readRecording(lines, given.script.empty() ? "Standard input" : given.script);
+  takeRecorded(given, script);
   const Script::Request request = toRequest(given);
   prepareScreen(given.dpi);
-  StandardInput input;
-  std::istream commands(&input);
+  return Script::replay(request, script, std::cout);
+}
+
+int run(const DriveOptions& given, std::istream& commands) {
+  const Script::Request request = toRequest(given);
+  prepareScreen(given.dpi);
+  return Script::run(request, commands, std::cout);
+}
+
+int drive(const DriveOptions& given) {
   std::ifstream file;
   if (!given.script.empty()) {
     file.open(toPath(given.script), std::ios::binary);
     if (!file) throw Failure(cannotOpen, "The script " + given.script + " cannot be read.");
   }
+  StandardInput input;
+  std::istream standard(&input);
+  std::istream& commands = given.script.empty() ? standard : file;
   try {
-    const int status = Script::run(request, given.script.empty() ? commands : file, std::cout);
+    const int status = given.expects ? compare(given, commands) : run(given, commands);
     if (!std::cout) throw Failure(1, "The answers cannot be written.");
     return status;
   } catch (const Failure&) {
@@ -160,7 +207,12 @@ void addDrive(CLI::App& kiln, Run& run) {
       ->type_name("NAME");
   command.add_option("--trace", given->trace, "Also writes every trace event to this file, as it happens")
       ->type_name("FILE");
-  command.callback([&run, given] { run = [given] { return drive(*given); }; });
+  command.add_flag("--expect", given->expects, "Compares the answers with those that the script has recorded");
+  command.callback([&run, &command, given] {
+    for (const CLI::Option* option : command.get_options())
+      if (option->count() > 0) given->named.insert(option->get_name());
+    run = [given] { return drive(*given); };
+  });
 }
 
 }  // namespace App

@@ -307,6 +307,44 @@ TEST(ScriptCommands, NamedHomeIsMadeAndStays) {
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(request.preferences.home), {}), 2);
 }
 
+TEST(ScriptCommands, UndoAndDefaultsTakeChangesBack) {
+  const auto run = runScript("undo\nset Colour Red\nundo\nget Colour\nset Colour Red\ndefaults\nget Colour\n");
+  EXPECT_EQ(run.answers.at(0), json({{"ok", false}, {"error", "There is nothing to undo."}}));
+  EXPECT_EQ(run.answers.at(2), done);
+  EXPECT_EQ(run.answers.at(3).at("value"), "Black");
+  EXPECT_EQ(run.answers.at(5), done);
+  EXPECT_EQ(run.answers.at(6).at("value"), "Black");
+}
+
+TEST(ScriptCommands, PrintAsksThePluginAndLeavesThePreferencesOpen) {
+  const auto run = runScript("print\nclick chk_veto\nprint\nwidget chk_veto\n");
+  EXPECT_EQ(run.answers.at(0), done);
+  EXPECT_EQ(run.answers.at(2), json({{"ok", true}, {"vetoed", true}}));
+  EXPECT_EQ(run.answers.at(3).at("ok"), true);
+  const auto asking = runScript("click chk_ask\nprint\ncancel\nprint\nok\n");
+  EXPECT_THAT(asking.answers.at(1).at("modal"), HasSubstr("dlg_question"));
+  EXPECT_EQ(asking.answers.at(2), json({{"ok", true}, {"vetoed", true}}));
+  EXPECT_EQ(asking.answers.at(4), done);
+}
+
+TEST(ScriptCommands, DropIndexDropsTheItemAtThatPosition) {
+  const auto run = runScript("drop-index lst_source 0 img_slot\nwidget lbl_log\ndrop-index lst_source 1 img_slot\n");
+  EXPECT_EQ(run.answers.at(0), done);
+  EXPECT_EQ(run.answers.at(1).at("label"), "Red");
+  EXPECT_EQ(run.answers.at(2).at("error"), "The widget \"lst_source\" has no item at 1; it has 1.");
+  EXPECT_EQ(answer("drop-index lst_fixed 0 img_slot").at("ok"), false);
+}
+
+TEST(ScriptCommands, ReopenTakesModelLanguageAndValues) {
+  const auto run = runScript("set Colour Red\nreopen standard en-US\nget Colour\nreopen standard en-US Colour=Red\n"
+                             "get Colour\nreopen standard en-US Colour\nreopen none en-US\nget Colour\n");
+  EXPECT_EQ(run.answers.at(2).at("value"), "Black");
+  EXPECT_EQ(run.answers.at(4).at("value"), "Red");
+  EXPECT_EQ(run.answers.at(5).at("error"), "\"Colour\" is not NAME=VALUE.");
+  EXPECT_EQ(run.answers.at(6).at("ok"), false);
+  EXPECT_EQ(run.answers.at(7).at("error"), "The preferences could not be opened.");
+}
+
 TEST(ScriptCommands, TraceFileHoldsEveryEventOnALineOfItsOwn) {
   Script::Request request = fakeRequest();
   request.trace = std::filesystem::path(testing::TempDir()) / "kiln-trace.jsonl";
