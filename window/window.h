@@ -22,6 +22,12 @@ struct Request {
   // The id of a button to click first; the picture then shows the dialog that it opens. Empty for none.
   std::string press;
 
+  // The drive script to record the session in, as it happens; empty for none.
+  std::filesystem::path record;
+
+  // The product's version.
+  std::string version;
+
   // The initial page, from 1.
   int page = 1;
 

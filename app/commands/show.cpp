@@ -17,6 +17,7 @@ constexpr const char* footer = R"(Examples:
   kiln show --model kvt --locale de-DE
   kiln show letter.pdf --page 2 --screenshot window.png      needs no display
   kiln show --press btn_WMAdd --screenshot editor.png
+  kiln show --record session.drive                           replay it by kiln drive --expect
 
 Exit status: 0 when the window was closed or the picture written, 1 when the picture cannot be written,
 2 when the preferences cannot be opened or the command line is wrong.)";
@@ -27,6 +28,7 @@ struct ShowOptions {
   std::string locale;
   std::string screenshot;
   std::string press;
+  std::string record;
   std::vector<std::string> settings;
   int page = 1;
   bool inspector = false;
@@ -43,6 +45,8 @@ Window::Request toRequest(const ShowOptions& given) {
   request.document = toPath(given.document);
   request.screenshot = toPath(given.screenshot);
   request.press = given.press;
+  request.record = toPath(given.record);
+  request.version = KILN_VERSION;
   request.page = given.page;
   request.inspector = given.inspector;
   return request;
@@ -82,6 +86,8 @@ void addShow(CLI::App& kiln, Run& run) {
       ->type_name("OUT.png");
   command.add_option("--press", given->press, "A button to press first; the picture is of the dialog that it opens")
       ->type_name("ID");
+  command.add_option("--record", given->record, "Writes what you do, and what is answered, to this drive script")
+      ->type_name("OUT.drive");
   addRepeatable(command, "--set", given->settings, "A setting to open with, MirrorImage=MirrorImage; may be repeated")
       ->type_name("NAME=VALUE");
   given->host.declare(command,

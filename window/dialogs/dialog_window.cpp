@@ -35,7 +35,7 @@ DialogWindow::DialogWindow(Refhost::Dialog& shownDialog, const Surroundings& aro
     auto* button = new RoomyButton(buttons);
     buttons->addButton(button, type == u"help" ? QDialogButtonBox::HelpRole : QDialogButtonBox::ResetRole);
     auto& further = dynamic_cast<Refhost::Button&>(node);
-    view->adopt(further, *button, [&further] { further.click(); });
+    view->adopt(further, *button, [this, &further] { view->actions().click(further); });
   });
 
   Refhost::walk(*layout.root, [this](Refhost::WidgetNode& node) {

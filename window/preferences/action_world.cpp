@@ -7,8 +7,14 @@ bool ActionWorld::run(const std::function<void(const RunProgress&)>& task, const
   const RunResult result = runWithProgress(task, name, texts(), &window);
   switch (result.end) {
     case RunEnd::done: return true;
-    case RunEnd::stopped: messages.announce({name.title, texts()(stopped)}); break;
-    case RunEnd::failed: messages.showFailure(result.failure.toStdString()); break;
+    case RunEnd::stopped:
+      session.actions().failed("The user stopped it.");
+      messages.announce({name.title, texts()(stopped)});
+      break;
+    case RunEnd::failed:
+      session.actions().failed(result.failure.toStdString());
+      messages.showFailure(result.failure.toStdString());
+      break;
   }
   return false;
 }

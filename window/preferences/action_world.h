@@ -1,6 +1,7 @@
 // What the actions of the window work on.
 #pragma once
 
+#include "script/recording.h"
 #include "window/dialogs/background_run.h"
 #include "window/page/page_panel.h"
 #include "window/preferences/job.h"
@@ -18,6 +19,7 @@ struct ActionWorld {
   Job& job;
   PagePanel& pages;
   Messages& messages;
+  const Script::Recording& recording;
 
   Refhost::Preferences& preferences() const { return session.preferences(); }
   Texts texts() const { return session.texts(); }

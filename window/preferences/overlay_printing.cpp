@@ -12,7 +12,12 @@ namespace {
 void store(const Press::Capture& overlay, const ActionWorld& world) {
   // The overlay may be on the page, replaced or restored.
   const auto redraw = qScopeGuard([&world] { world.pages.redraw(); });
-  const auto name = Refhost::printIntoOverlay(world.preferences(), world.face, {overlay.pdf, overlay.thumbnail});
+  std::optional<std::u16string> name;
+  Refhost::UserActions& actions = world.session.actions();
+  actions.actWithName({"print-overlay"}, [&] {
+    name = Refhost::printIntoOverlay(world.preferences(), world.face, {overlay.pdf, overlay.thumbnail});
+    actions.answer("created", name.has_value());
+  });
   if (!name) return;
   const Texts texts = world.texts();
   world.messages.announce({texts("OVERLAY_TITLE"), texts("OVERLAY_DONE").arg(toQt(*name)), overlay.notes});

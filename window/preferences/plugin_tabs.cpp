@@ -29,6 +29,7 @@ PluginTabs::PluginTabs(QWidget* parent) : QTabWidget(parent) {
 PluginTabs::~PluginTabs() = default;
 
 void PluginTabs::showTabs(Refhost::Gui& gui, const Surroundings& around) {
+  const QSignalBlocker quiet(this);
   const std::u16string front = gui.panel().selectedTabId().str();
   for (const Refhost::Layout& layout : gui.tabs()) {
     const std::u16string id = layout.root->WidgetNode::id();

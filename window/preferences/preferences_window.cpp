@@ -1,5 +1,6 @@
 #include "window/preferences/preferences_window.h"
 
+#include "kiln/version.h"
 #include "window/dialogs/file_question.h"
 #include "window/inspector/inspector.h"
 #include "window/language/fonts.h"
@@ -20,6 +21,7 @@
 #include <QLocale>
 #include <QPushButton>
 #include <QScreen>
+#include <QSysInfo>
 
 #include <algorithm>
 #include <cmath>
@@ -44,10 +46,18 @@ Refhost::Options onThisMachine(Refhost::Options options) {
   return options;
 }
 
+Script::Facts versionsOf(const Request& request) {
+  return {{"kiln", request.version},
+          {"contract", std::to_string(Kiln::contractVersion.major) + '.' + std::to_string(Kiln::contractVersion.minor)},
+          {"system", QSysInfo::prettyProductName().toStdString()},
+          {"qt", qVersion()}};
+}
+
 }  // namespace
 
 PreferencesWindow::PreferencesWindow(const Request& request)
     : job(request.document),
+      recording(versionsOf(request)),
       centre(new QWidget(this)),
       tabs(new PluginTabs(centre)),
       pages(new PagePanel(centre)),
@@ -60,7 +70,13 @@ PreferencesWindow::PreferencesWindow(const Request& request)
       buttons(new ButtonRow(messages)),
       session(onThisMachine(request.preferences), face) {
   build();
-  session.onOpening = [this](Refhost::Preferences& opening) { inspector->follow(opening.trace()); };
+  session.onOpening = [this](Refhost::Preferences& opening) {
+    inspector->follow(opening.trace());
+    recording.opens(opening.options());
+  };
+  recording.onFailure = [this](const std::string& sentence) { messages.showFailure(sentence); };
+  if (!request.record.empty()) recording.writeTo(request.record);
+  session.actions().tell(&recording);
   session.onSetAside = [this](const std::filesystem::path& file) {
     messages.showFailure(session.texts()("SET_ASIDE").arg(toQt(file.u16string())).toStdString());
   };
@@ -129,7 +145,7 @@ MenuActions PreferencesWindow::menuActions() {
 }
 
 std::function<void()> PreferencesWindow::toDo(void (*action)(const ActionWorld&)) {
-  return [this, action] { action({*this, face, session, job, *pages, messages}); };
+  return [this, action] { action({*this, face, session, job, *pages, messages, recording}); };
 }
 
 void PreferencesWindow::closeEvent(QCloseEvent* event) {

@@ -67,6 +67,7 @@ class PreferencesWindow final : public QMainWindow {
   void setDocument(const std::filesystem::path& file);
 
   Job job;
+  Script::Recording recording;
   QtTexts qtTexts;
   QWidget* centre;
   PluginTabs* tabs;

@@ -4,16 +4,6 @@
 #include "window/dialogs/file_question.h"
 
 namespace Window {
-namespace {
-
-// Whether the plug-in would accept OK now; printing a job has the same condition.
-bool isAccepted(Refhost::Preferences& preferences) {
-  bool accepted = false;
-  preferences.dispatch([&] { accepted = preferences.gui()->panel().firePreAccept(); });
-  return accepted;
-}
-
-}  // namespace
 
 void print(const ActionWorld& world) {
   const Texts texts = world.texts();
@@ -24,7 +14,7 @@ void print(const ActionWorld& world) {
                                 .offered = texts("PRINTED_NAME").arg(world.job.stem(texts))},
                                texts, &world.window);
   if (!file) return;
-  if (!isAccepted(world.preferences())) return world.messages.showFailure(texts("PRINT_REFUSED").toStdString());
+  if (!world.preferences().mayPrint()) return world.messages.showFailure(texts("PRINT_REFUSED").toStdString());
   std::vector<std::string> notes;
   const auto task = [job = world.job.file(), &file, &notes, effects = world.session.effects()](
                         const RunProgress& progress) { notes = Press::printPdf(job, *file, effects, progress); };

@@ -1,5 +1,6 @@
 #include "window/preferences/profile_actions.h"
 
+#include "formats/names.h"
 #include "host/profiles/profile.h"
 #include "window/dialogs/file_question.h"
 
@@ -38,10 +39,15 @@ void exportProfile(const ActionWorld& world) {
       askForFile({.title = "EXPORT_TITLE", .files = "PROFILE_FILES", .ending = "zip", .offered = texts("PROFILE_NAME")},
                  texts, &world.window);
   if (!file) return;
-  const Refhost::ProfileExport profile(world.preferences(), *userData);
+  // The folder is one of this run.
+  std::optional<Refhost::ProfileExport> profile;
+  const bool isIncluded = *userData == Refhost::UserData::included;
+  world.session.actions().act(
+      {"export", {u"profile", std::u16string(isIncluded ? Formats::Value::yes : Formats::Value::no)}},
+      [&] { profile.emplace(world.preferences(), *userData); });
   const QString title = texts("EXPORT_TITLE");
   const QString name = toQt(file->filename().u16string());
-  const auto task = [&](const RunProgress& progress) { profile.pack(*file, progress); };
+  const auto task = [&](const RunProgress& progress) { profile->pack(*file, progress); };
   if (world.run(task, {title, texts("EXPORTING").arg(name)}, "EXPORT_STOPPED"))
     world.messages.announce({title, texts("EXPORT_DONE").arg(name)});
 }
@@ -59,8 +65,12 @@ void importProfile(const ActionWorld& world) {
   const auto task = [&](const RunProgress& progress) {
     profile = Refhost::importProfile(Files::realDisk(), *file, home, progress);
   };
-  if (!world.run(task, {title, texts("IMPORTING").arg(name)}, "IMPORT_STOPPED")) return;
-  world.preferences().importProfile({}, profile.values);
+  bool isDone = false;
+  world.session.actions().act({"import-profile", {Files::pathText(*file)}, Refhost::OwnText::argument}, [&] {
+    isDone = world.run(task, {title, texts("IMPORTING").arg(name)}, "IMPORT_STOPPED");
+    if (isDone) world.preferences().importProfile({}, profile.values);
+  });
+  if (!isDone) return;
   world.pages.redraw();
   world.messages.announce({title, texts("IMPORT_DONE").arg(name), notes});
 }

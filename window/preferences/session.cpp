@@ -8,9 +8,21 @@
 #include <utility>
 
 namespace Window {
+namespace {
+
+// The command that reopens the preferences like this.
+Refhost::UserAction reopening(const Refhost::Options& options, const Refhost::ModelDescription& model) {
+  Refhost::UserAction action{"reopen", {Formats::toUtf16(options.model), Formats::toUtf16(options.locale)}};
+  for (const auto& [name, value] : Refhost::changedValues(options.properties, model))
+    action.arguments.push_back(name + u'=' + value);
+  return action;
+}
+
+}  // namespace
 
 Session::Session(Refhost::Options runOptions, Refhost::Face& theFace) : options(std::move(runOptions)), face(theFace) {
   if (options.home.empty()) options.home = homeOfThisRun.path().toStdU16String();
+  if (!options.actions) options.actions = std::make_shared<Refhost::UserActions>();
 }
 
 void Session::open() {
@@ -50,15 +62,23 @@ void Session::start(const Refhost::TracePairs& carried) {
   const Refhost::TracePairs also = Refhost::applicable(carried, model);
   now.properties.insert(now.properties.end(), also.begin(), also.end());
 
+  if (opened)
+    options.actions->act(reopening(now, model), [&] { open(now); });
+  else
+    open(now);
+  if (!kept.setAside.empty() && onSetAside) onSetAside(kept.setAside);
+}
+
+void Session::open(const Refhost::Options& now) {
   opened.reset();
   opened = std::make_unique<Refhost::Preferences>(now, face);
   if (onOpening) onOpening(*opened);
   opened->open();
-  if (!kept.setAside.empty() && onSetAside) onSetAside(kept.setAside);
 }
 
 Surroundings Session::surroundings() {
-  return {texts(), opened->chrome(), paperOf(opened->model().value(u"PaperSize").value_or(u""))};
+  return {texts(), opened->chrome(), paperOf(opened->model().value(u"PaperSize").value_or(u"")),
+          opened->options().actions};
 }
 
 Press::Effects Session::effects() {

@@ -35,6 +35,7 @@ class Session {
 
   // Valid after open.
   Refhost::Preferences& preferences() { return *opened; }
+  Refhost::UserActions& actions() { return *options.actions; }
   const std::string& model() const { return options.model; }
   const std::string& locale() const { return options.locale; }
 
@@ -57,6 +58,7 @@ class Session {
  private:
   Refhost::TracePairs userValues(bool changedOnly);
   void start(const Refhost::TracePairs& carried);
+  void open(const Refhost::Options& now);
 
   Refhost::Options options;
   Refhost::Face& face;

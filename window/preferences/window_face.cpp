@@ -46,7 +46,9 @@ std::optional<std::u16string> WindowFace::askJobStep() {
   const Texts texts = world.session.texts();
   const NameQuestion question{texts("OVERLAY_TITLE"), texts("JOB_STEP"), overlayNames(world.session.preferences())};
   const auto name = askForName(question, &world.window);
-  return name ? std::optional(toWide(*name)) : std::nullopt;
+  const auto given = name ? std::optional(toWide(*name)) : std::nullopt;
+  world.session.actions().named(given);
+  return given;
 }
 
 void WindowFace::showFailure(const std::string& sentence) { world.messages.showFailure(sentence); }

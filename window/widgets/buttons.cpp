@@ -48,7 +48,7 @@ void showIn(QPushButton& button, const Refhost::WidgetNode& node, ShownTree& tre
 // A button's set width is a minimum: most texts are wider than a symbol.
 QWidget* buildButton(Refhost::Button& node, ShownTree& tree, QWidget* parent) {
   auto* button = new RoomyButton(parent);
-  showIn(*button, node, tree, [&node] { node.click(); });
+  showIn(*button, node, tree, [&tree, &node] { tree.actions().click(node); });
   if (const int width = number(node, "width"); width > 0)
     button->setFixedWidth(
         std::max(width, button->fontMetrics().horizontalAdvance(button->text()) + 2 * RoomyButton::leastBeside));
@@ -57,7 +57,7 @@ QWidget* buildButton(Refhost::Button& node, ShownTree& tree, QWidget* parent) {
 
 QWidget* buildCheckBox(Refhost::CheckBox& node, ShownTree& tree, QWidget* parent) {
   auto* box = new Following<QCheckBox>(parent);
-  QObject::connect(box, &QCheckBox::clicked, box, [&node] { node.click(); });
+  QObject::connect(box, &QCheckBox::clicked, box, [&tree, &node] { tree.actions().click(node); });
   tree.add(node, box, [&tree, &node, box] {
     box->setText(tree.label(node));
     box->setChecked(node.isChecked());
@@ -68,7 +68,7 @@ QWidget* buildCheckBox(Refhost::CheckBox& node, ShownTree& tree, QWidget* parent
 QWidget* buildRadio(Refhost::RadioButton& node, ShownTree& tree, QWidget* parent) {
   auto* button = new Following<QRadioButton>(parent);
   if (QButtonGroup* group = groupAround(parent)) group->addButton(button);
-  QObject::connect(button, &QRadioButton::clicked, button, [&node] { node.choose(); });
+  QObject::connect(button, &QRadioButton::clicked, button, [&tree, &node] { tree.actions().click(node); });
   tree.add(node, button, [&tree, &node, button] {
     button->setText(tree.label(node));
     showMark(*button, node.isChecked());

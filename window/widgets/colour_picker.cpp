@@ -31,7 +31,7 @@ QWidget* buildColourPicker(Refhost::ColorPicker& node, ShownTree& tree, QWidget*
     auto* dialog = new QColorDialog(startColour(node, tree), button);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     QObject::connect(dialog, &QColorDialog::colorSelected, button, [&tree, &node](const QColor& colour) {
-      if (tree.contains(node)) node.pick(colour.rgb() & 0xFFFFFF);
+      if (tree.contains(node)) tree.actions().pick(node, colour.rgb() & 0xFFFFFF);
     });
     dialog->open();
   });

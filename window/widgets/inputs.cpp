@@ -11,7 +11,7 @@
 namespace Window {
 
 QWidget* buildText(Refhost::WidgetNode& node, ShownTree& tree, QWidget* parent) {
-  auto* field = new TextField(dynamic_cast<Refhost::TextBoxNode&>(node), parent);
+  auto* field = new TextField(dynamic_cast<Refhost::TextBoxNode&>(node), tree.actions(), parent);
   if (node.kind() == Refhost::WidgetKind::integerTextBox) field->setInputMethodHints(Qt::ImhFormattedNumbersOnly);
   const int width = number(node, "width");
   if (width > 0 && node.attribute("flex").empty()) field->setMaximumWidth(width);
@@ -30,8 +30,8 @@ QWidget* buildScroll(Refhost::ScrollBar& node, ShownTree& tree, QWidget* parent)
     const QSignalBlocker quiet(slider);
     slider->setValue(node.position());
   };
-  QObject::connect(slider, &QSlider::valueChanged, slider, [&node, showPosition](int position) {
-    node.scroll(position);
+  QObject::connect(slider, &QSlider::valueChanged, slider, [&tree, &node, showPosition](int position) {
+    tree.actions().scroll(node, position);
     showPosition();
   });
   tree.add(node, slider, showPosition);

@@ -23,7 +23,7 @@ QWidget* buildList(Refhost::WidgetNode& node, ShownTree& tree, QWidget* parent) 
 
   // Queued until the list has handled the key or click, since the choice may refill the list.
   const auto choose = [&tree, &node, &selector](int row) {
-    if (tree.contains(node)) selector.choose(row);
+    if (tree.contains(node)) tree.actions().choose(selector, row);
   };
   QObject::connect(list, &QListWidget::currentRowChanged, list, choose, Qt::QueuedConnection);
   QObject::connect(list, &ItemList::chosenAgain, list, choose, Qt::QueuedConnection);
@@ -40,8 +40,8 @@ QWidget* buildCombo(Refhost::WidgetNode& node, ShownTree& tree, QWidget* parent)
   auto* combo = new QComboBox(parent);
   combo->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   if (node.attribute("fontpreview") == u"true") showInOwnFaces(*combo);
-  QObject::connect(combo, &QComboBox::activated, combo, [&selector, combo](int row) {
-    selector.choose(row);
+  QObject::connect(combo, &QComboBox::activated, combo, [&tree, &selector, combo](int row) {
+    tree.actions().choose(selector, row);
     const QSignalBlocker quiet(combo);
     combo->setCurrentIndex(selector.selection());
   });

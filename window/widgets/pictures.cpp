@@ -24,7 +24,7 @@ QWidget* buildImage(Refhost::ImageBox& node, ShownTree& tree, QWidget* parent) {
   if (node.isDropTarget()) {
     box->takeDrops();
     QObject::connect(box, &PictureBox::dropped, box, [&tree, &node](const QString& value) {
-      if (tree.contains(node)) node.drop(toWide(value));
+      if (tree.contains(node)) tree.actions().drop(node, toWide(value));
     });
   }
   std::vector<PictureBox::Entry> menu;
@@ -32,7 +32,7 @@ QWidget* buildImage(Refhost::ImageBox& node, ShownTree& tree, QWidget* parent) {
     menu.push_back({toQt(item.text), tree.around().texts.shown(item.label)});
   box->setMenu(std::move(menu));
   QObject::connect(box, &PictureBox::chosen, box, [&tree, &node](const QString& text) {
-    if (tree.contains(node)) node.choose(toWide(text));
+    if (tree.contains(node)) tree.actions().chooseFromMenu(node, toWide(text));
   });
   tree.add(node, box, [&tree, &node, box] { box->show(pictureIn(node, tree.around(), *box), bool(node.image())); });
   return box;

@@ -52,6 +52,9 @@ class ShownTree {
 
   const Surroundings& around() const { return surroundings; }
 
+  // The user's input on the nodes goes through these.
+  Refhost::UserActions& actions() const { return *surroundings.actions; }
+
   // The text of an attribute, and the label with its access key, in the user's language.
   QString attribute(const Refhost::WidgetNode& node, const char* name) const;
   QString label(const Refhost::WidgetNode& node) const;

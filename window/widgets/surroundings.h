@@ -2,11 +2,13 @@
 #pragma once
 
 #include "host/chrome/addresses.h"
+#include "host/user_actions.h"
 #include "window/language/texts.h"
 
 #include <QSizeF>
 
 #include <functional>
+#include <memory>
 #include <string>
 
 namespace Window {
@@ -19,6 +21,9 @@ struct Surroundings {
 
   // The sheet shown in previews, in points.
   QSizeF paper;
+
+  // What the user's input is forwarded to.
+  std::shared_ptr<Refhost::UserActions> actions = std::make_shared<Refhost::UserActions>();
 
   // The address of a picture that the plug-in has registered under a name; empty for none.
   std::function<std::u16string(const std::u16string& name)> registeredPicture = [](const auto&) {

@@ -38,7 +38,10 @@ class TextField::Referee final : public QValidator {
   TextField& field;
 };
 
-TextField::TextField(Refhost::TextBoxNode& box, QWidget* parent) : QLineEdit(parent), node(&box) {
+TextField::TextField(Refhost::TextBoxNode& box, Refhost::UserActions& userActions, QWidget* parent)
+    : QLineEdit(parent),
+      node(&box),
+      actions(userActions) {
   setValidator(new Referee(*this));
   connect(this, &QLineEdit::textChanged, this, &TextField::putRight);
   // Qt reverts a rejected change only after reporting it.
@@ -80,7 +83,7 @@ QValidator::State TextField::judge(QString& text, int& caret) {
 
 bool TextField::tell(const QString& text, Edit how) {
   const QScopedValueRollback telling(isTelling, true);
-  const bool isTaken = node->edit(toWide(text), how);
+  const bool isTaken = actions.type(*node, toWide(text), how);
   known = toQt(node->content());
   return isTaken;
 }
@@ -169,7 +172,7 @@ void TextField::inputMethodEvent(QInputMethodEvent* event) {
 void TextField::focusOutEvent(QFocusEvent* event) {
   QLineEdit::focusOutEvent(event);
   const bool comesBack = event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason;
-  if (node != nullptr && !comesBack) node->leave();
+  if (node != nullptr && !comesBack) actions.leave(*node);
 }
 
 }  // namespace Window

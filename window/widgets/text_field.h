@@ -2,7 +2,7 @@
 // input methods and menu are Qt's. In a box for numbers the arrow keys and the wheel change the number.
 #pragma once
 
-#include "host/widgets/input.h"
+#include "host/user_actions.h"
 
 #include <QLineEdit>
 #include <QValidator>
@@ -13,8 +13,8 @@ class TextField final : public QLineEdit {
   Q_OBJECT
 
  public:
-  // The box outlives the field, unless the field is told to forget it.
-  TextField(Refhost::TextBoxNode& box, QWidget* parent);
+  // The box and the actions, which edit it, outlive the field, unless the field is told to forget it.
+  TextField(Refhost::TextBoxNode& box, Refhost::UserActions& userActions, QWidget* parent);
 
   // Shows the box's text if it differs from the last known one.
   void refresh();
@@ -42,6 +42,7 @@ class TextField final : public QLineEdit {
   void putRight();
 
   Refhost::TextBoxNode* node;
+  Refhost::UserActions& actions;
   Refhost::Edit way = Refhost::Edit::typed;  // the kind of the current edit
   QString agreed;                            // the line's text as last accepted by the tree
   QString known;                             // the box's last known text: `agreed` with a composition

@@ -22,6 +22,8 @@ class TreeView {
   // Owned by the parent given to the constructor. Object names are the ids of the tree's widgets.
   QWidget* widget() const { return top; }
 
+  Refhost::UserActions& actions() const { return tree.actions(); }
+
   // Updates the view of a widget; ignores widgets of other trees.
   void update(const Refhost::WidgetNode& node);
 
