@@ -55,6 +55,8 @@ void Menus::build() {
   QMenu* help = bar.addMenu(texts("HELP"));
   addEntry(*help, "HELP_TAB", QKeySequence(Qt::Key_F1), actions.helpOnTab);
   addEntry(*help, "HELP_WINDOW", {}, actions.helpOnWindow);
+  help->addSeparator();
+  addEntry(*help, "REPORT", {}, actions.reportProblem);
 }
 
 void Menus::fillFileMenu(QMenu& menu) {

@@ -25,6 +25,7 @@ struct MenuActions {
   std::function<void()> importProfile;
   std::function<void()> helpOnTab;
   std::function<void()> helpOnWindow;
+  std::function<void()> reportProblem;
   std::function<void(const std::string& model, const std::string& locale)> reopen;
 };
 

@@ -9,6 +9,7 @@
 #include "window/preferences/overlay_printing.h"
 #include "window/preferences/plugin_tabs.h"
 #include "window/preferences/printing.h"
+#include "window/preferences/problem_report.h"
 #include "window/preferences/profile_actions.h"
 #include "window/preferences/ticket_actions.h"
 
@@ -141,6 +142,7 @@ MenuActions PreferencesWindow::menuActions() {
           .importProfile = toDo(importProfile),
           .helpOnTab = [this] { help.onTab(); },
           .helpOnWindow = [this] { help.onWindow(); },
+          .reportProblem = toDo(reportProblem),
           .reopen = [this](const std::string& model, const std::string& locale) { reopen(model, locale); }};
 }
 
