@@ -20,8 +20,9 @@
 //   - Texts may be empty, as arguments and as results, unless the comment says otherwise.
 //   - Every operation of the host may throw std::bad_alloc, and what it is said to throw; those that are `noexcept` do
 //     not. What a handler throws passes through the host's operation that has fired its signal.
-//   - Objects that a plug-in passes back to the host are ones that the host has made, except for slots and the plug-in
-//     itself. The host refuses others by an Exception; a picture of others shows nothing.
+//   - Objects that a plug-in passes to the host are ones that the host has made, except for slots and the plug-in
+//     itself. The host may refuse others by an Exception, or do without them.
+
 #pragma once
 
 #include <cstddef>

@@ -51,16 +51,6 @@ Refhost::ModelDescription modelOf(const Subject& subject, const std::u16string& 
   return model;
 }
 
-std::string_view nameOf(Mode mode) {
-  switch (mode) {
-    case Mode::docProp: return Formats::modeDocProp;
-    case Mode::pdc: return Formats::modePDC;
-    case Mode::prePrint: return Formats::modePrePrint;
-    case Mode::rootless: break;
-  }
-  return {};
-}
-
 }  // namespace
 
 void CheckFace::runModally(Refhost::Dialog& dialog) {

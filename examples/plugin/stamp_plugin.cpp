@@ -135,6 +135,6 @@ KILN_EXPORT Kiln::UIPlugin* createPlugin(Kiln::Host& host, Kiln::PropertyManager
   // Released before this returns, whichever side destroys the parameters.
   const Kiln::PropertyManager ownManager = std::move(manager);
   const Kiln::SmartPtr<Kiln::Services::Library> ownLibrary = std::move(library);
-  if (name.view() != Stamp::pluginName && name.view() != "effect") return nullptr;
+  if (name.view() != Stamp::pluginName) return nullptr;
   return new (host.allocator()) Stamp::StampPlugin(host, name, ownManager, ownLibrary);
 }

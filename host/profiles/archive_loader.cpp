@@ -1,4 +1,5 @@
 #include "files/module.h"
+#include "files/path_text.h"
 #include "files/product_files.h"
 #include "host/profiles/archive_module.h"
 
@@ -9,17 +10,18 @@ namespace Refhost {
 namespace {
 
 ArchiveFunctions load() {
+  const std::filesystem::path file = Files::productModule("kiln-archives.so");
   std::string reason;
   try {
-    Files::Module library(Files::productModule("kiln-archives.so"));
+    Files::Module library(file);
     library.keepLoaded();
     if (auto* function = library.function<GetArchiveFunctions>(archiveFunctionsSymbol)) return function();
     reason = std::string("it exports no ") + archiveFunctionsSymbol;
   } catch (const std::runtime_error& problem) {
     reason = problem.what();
   }
-  throw std::runtime_error("Profiles cannot be read or written (" + reason +
-                           "): install the program again, with all of its files.");
+  throw std::runtime_error("Profiles cannot be read or written, since " + Files::shownPath(file) +
+                           " cannot be loaded (" + reason + "): install the program again, with all of its files.");
 }
 
 const ArchiveFunctions& archives() {

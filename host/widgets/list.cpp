@@ -26,7 +26,8 @@ Kiln::SmartPtr<Kiln::XUL::ListItem> ListData::append(Kiln::WStringView text, Kil
 
 void ListData::insert(std::int32_t index, Kiln::SmartPtr<Kiln::XUL::ListItem> item) {
   if (index < 0 || index > count()) throw failure("A list item was inserted at a place that the list does not have.");
-  items.insert(items.begin() + index, givenBack<ListItem>(item, "ListData::insert", "an item"));
+  given(item, "ListData::insert", "an item");
+  items.insert(items.begin() + index, std::move(item));
 }
 
 Kiln::SmartPtr<Kiln::XUL::ListItem> ListData::remove(std::int32_t index) {

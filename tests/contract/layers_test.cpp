@@ -82,7 +82,7 @@ TEST(Layers, OfThePluginUseTheStandardLibraryAndTheSystemAlone) {
 }
 
 // The names in formats/names.h that mean nothing but the effect tab's. The values among them that are words of their
-// own, such as "True" and "Bold", may be written by others for other reasons.
+// own, such as "True" and "Bold", may be written by others for other reasons, and so may names of two letters.
 std::set<std::string> vocabulary() {
   const std::set<std::string> spaces = {"Prop", "PageEffects", "WidgetId", "Setting", "Address", "Token"};
   const std::regex opening("^namespace (\\w+) \\{");
@@ -96,7 +96,7 @@ std::set<std::string> vocabulary() {
     if (line.starts_with('}')) space.clear();
     if (!spaces.contains(space)) continue;
     for (std::sregex_iterator each(line.begin(), line.end(), literal), end; each != end; ++each)
-      names.insert((*each)[1]);
+      if ((*each)[1].length() > 2) names.insert((*each)[1]);
   }
   return names;
 }

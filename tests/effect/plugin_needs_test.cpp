@@ -6,6 +6,7 @@
 #include "host/plugin_description.h"
 #include "host/widgets/input.h"
 #include "host/widgets/list.h"
+#include "kiln/version.h"
 #include "tests/effect/made_home.h"
 #include "tests/files/forwarding_disk.h"
 #include "tests/support/world.h"
@@ -47,14 +48,23 @@ Names vocabulary(const std::string& nameSpace) {
   return names;
 }
 
+// What `nameSpace` declares, and each page effect's name of that kind.
+Names withPageEffects(const std::string& nameSpace, Formats::Name Formats::PageEffect::* name) {
+  Names names = vocabulary(nameSpace);
+  for (const Formats::PageEffect& effect : Formats::PageEffects::all) names.insert(toUtf8(effect.*name));
+  return names;
+}
+
 TEST(PluginNeeds, AreThoseOfThePluginThatIsBuilt) {
   EXPECT_EQ(plugin().name, Formats::pluginName);
+  EXPECT_EQ(plugin().contract,
+            std::to_string(Kiln::contractVersion.major) + "." + std::to_string(Kiln::contractVersion.minor));
   EXPECT_EQ(plugin().library + fs::path(PLUGIN_FILE).extension().u16string(), fs::path(PLUGIN_FILE).filename());
 }
 
 TEST(PluginNeeds, NameTheWholeVocabularyAndNothingElse) {
-  EXPECT_EQ(namesOf(plugin().properties), vocabulary("Prop"));
-  EXPECT_EQ(namesOf(plugin().widgets), vocabulary("WidgetId"));
+  EXPECT_EQ(namesOf(plugin().properties), withPageEffects("Prop", &Formats::PageEffect::property));
+  EXPECT_EQ(namesOf(plugin().widgets), withPageEffects("WidgetId", &Formats::PageEffect::box));
   EXPECT_EQ(namesOf(plugin().settings), vocabulary("Setting"));
   EXPECT_EQ(namesOf(plugin().customisation), vocabulary("Customisation"));
 }
@@ -71,7 +81,7 @@ TEST(PluginNeeds, NameNoPropertyThatNothingUses) {
   }
   const std::string names = Testing::bytesOf(fs::path(SOURCE_FOLDER) / "formats" / "names.h");
   const std::string schema = Testing::bytesOf(fs::path(SOURCE_FOLDER) / "effect" / "content" / "schema_effect.xml");
-  for (const std::string& property : namesOf(plugin().properties)) {
+  for (const std::string& property : vocabulary("Prop")) {
     std::smatch declared;
     ASSERT_TRUE(std::regex_search(names, declared, std::regex("Name (\\w+) = u\"" + property + "\""))) << property;
     EXPECT_TRUE(constants.contains(declared[1]) || schema.find("property=\"" + property + "\"") != schema.npos)
