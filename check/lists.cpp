@@ -1,5 +1,6 @@
 #include "check/lists.h"
 
+#include "check/host/groups.h"
 #include "check/plugin/groups.h"
 
 namespace Checking {
@@ -21,6 +22,6 @@ std::vector<Check> pluginChecks() {
                  failureChecks, ticketChecks});
 }
 
-std::vector<Check> hostChecks() { return {}; }
+std::vector<Check> hostChecks() { return joined({orderChecks, transitionChecks, serviceChecks, widgetChecks}); }
 
 }  // namespace Checking

@@ -10,7 +10,7 @@ namespace Checking {
 // For a plug-in library.
 std::vector<Check> pluginChecks();
 
-// For a library with a host (kiln/host_check.h).
+// For a library with a host (check/host_package.h).
 std::vector<Check> hostChecks();
 
 }  // namespace Checking

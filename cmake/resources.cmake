@@ -29,6 +29,7 @@ endfunction()
 
 zorvu_resources(effect/content effect/content)
 zorvu_resources(base/content base/content)
+zorvu_resources(check/content check/content)
 zorvu_resources(host/models models)
 if(NOT WIN32)
   zorvu_resources(window/content window/content)

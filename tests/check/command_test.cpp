@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include <set>
+#include <sstream>
 
 namespace {
 
@@ -23,16 +24,38 @@ using testing::StartsWith;
 
 TEST(CheckCommand, TellsOfItself) { expectHelp("check"); }
 
+// The checks of plug-ins, then those of hosts.
+std::vector<std::vector<Checking::Check>> allChecks() { return {Checking::pluginChecks(), Checking::hostChecks()}; }
+
 TEST(CheckCommand, ListsItsChecks) {
-  const auto outcome = runKiln({"check", "--list"});
-  EXPECT_EQ(outcome.status, 0);
-  for (const Checking::Check& check : Checking::pluginChecks()) EXPECT_THAT(outcome.out, HasSubstr(check.sentence));
-  EXPECT_EQ(static_cast<std::size_t>(std::ranges::count(outcome.out, '\n')), Checking::pluginChecks().size());
+  for (const bool isHost : {false, true}) {
+    const auto outcome = runKiln(isHost ? std::vector<std::string>{"check", "--list", "--host"}
+                                        : std::vector<std::string>{"check", "--list"});
+    EXPECT_EQ(outcome.status, 0);
+    const auto checks = allChecks()[isHost ? 1 : 0];
+    for (const Checking::Check& check : checks) EXPECT_THAT(outcome.out, HasSubstr(check.sentence));
+    EXPECT_EQ(static_cast<std::size_t>(std::ranges::count(outcome.out, '\n')), checks.size());
+  }
 }
 
 TEST(CheckCommand, NamesEachCheckOnce) {
-  std::set<std::string> ids;
-  for (const Checking::Check& check : Checking::pluginChecks()) EXPECT_TRUE(ids.insert(check.id).second) << check.id;
+  for (const auto& checks : allChecks()) {
+    std::set<std::string> ids;
+    for (const Checking::Check& check : checks) EXPECT_TRUE(ids.insert(check.id).second) << check.id;
+  }
+}
+
+// docs/check.md has a table of the checks of plug-ins, and one of those of hosts.
+TEST(CheckCommand, IsDocumentedAsItIs) {
+  std::string table;
+  for (const auto& checks : allChecks())
+    for (const Checking::Check& check : checks)
+      table += "| `" + std::string(check.id) + "` | " + check.sentence + " |\n";
+  std::istringstream page(readFile(SOURCE_FOLDER "/docs/check.md"));
+  std::string rows;
+  for (std::string line; std::getline(page, line);)
+    if (line.starts_with("| `")) rows += line + '\n';
+  EXPECT_EQ(rows, table);
 }
 
 TEST(CheckCommand, IsPassedByThePlugin) {

@@ -1,0 +1,19 @@
+// Makes a store without a path.
+#include "tests/check/between.h"
+
+namespace {
+
+using namespace BrokenHosts;
+
+class Broken final : public HostAround {
+ public:
+  using HostAround::HostAround;
+  SmartPtr<Services::FileBackingStoreIO> file(SmartPtr<Services::Path> path) override {
+    if (!path) return {};
+    return HostAround::file(std::move(path));
+  }
+};
+
+}  // namespace
+
+EXPORT_HOST(PackagedHost, withHost<Broken>)
