@@ -84,7 +84,7 @@ Kiln::SmartPtr<Kiln::State::Transition> PropertyManager::transition(Kiln::WStrin
 void PropertyManager::submit(Kiln::SmartPtr<Kiln::State::Transition> transition) {
   const auto own = givenBack<Transition>(transition, "IPropertyManager::submit", "a transition");
   if (std::exchange(own->isSubmitted, true))
-    throw misuse("A transition was submitted twice: each is submitted at most once.");
+    throw misuse("IPropertyManager::submit was called with a transition for the second time.");
   trace.record({"transition", {{"pairs", own->pairs}}});
   model->submit(own->pairs);
 }

@@ -100,4 +100,11 @@ TEST_F(NullArguments, AreOneThingAndObjectsOfOthersAnother) {
             "Selector::setData was called with data that this host did not make.");
 }
 
+TEST_F(NullArguments, AreAsLittleUseAsATransitionThatWasSubmittedAlready) {
+  const auto transition = manager->transition(u"MirrorImage", u"None");
+  EXPECT_EQ(sentenceOf([&] { manager->submit(transition); }), "nothing");
+  EXPECT_EQ(sentenceOf([&] { manager->submit(transition); }),
+            "IPropertyManager::submit was called with a transition for the second time.");
+}
+
 }  // namespace

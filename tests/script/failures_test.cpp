@@ -111,9 +111,9 @@ TEST(Transition, IsSubmittedOnce) {
   Script::Request request = fakeRequest();
   request.preferences.settings.emplace_back(u"fake.red", u"submits twice");
   const auto run = runScript("set Colour Red\nget CancelJob\n", request);
-  EXPECT_EQ(
-      run.answers.at(0).at("error"),
-      failedAt("selection-change of Colour", "A transition was submitted twice: each is submitted at most once."));
+  EXPECT_EQ(run.answers.at(0).at("error"),
+            failedAt("selection-change of Colour",
+                     "IPropertyManager::submit was called with a transition for the second time."));
   EXPECT_EQ(run.answers.at(1).at("value"), "True");
 }
 
