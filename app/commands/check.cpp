@@ -191,7 +191,7 @@ void addCheck(CLI::App& kiln, Run& run) {
   CLI::App& command = *kiln.add_subcommand("check", "Checks whether a plug-in, or a host, honours the contract");
   command.footer(footer);
   command.add_option("LIBRARY", given->library, "The library; without it the plug-in beside kiln")->type_name("");
-  command.add_flag("--host", given->isHost, "The library has a host, packaged as check/host_package.h says");
+  command.add_flag("--host", given->isHost, "The library has a host, packaged as docs/check.md says");
   command.add_flag("--list", given->isList, "Lists the checks, and runs none");
   addRepeatable(command, "--only", given->only, "Runs the checks whose id fits, with * for any part")
       ->type_name("PATTERN");

@@ -182,7 +182,9 @@ void Opening::dispatch(const std::function<void()>& action) {
   try {
     action();
   } catch (...) {
-    if (!failure) failure = std::current_exception();
+    const std::exception_ptr problem = std::current_exception();
+    if (!problem) throw;  // of another compiler, which cannot be kept
+    if (!failure) failure = problem;
   }
 }
 

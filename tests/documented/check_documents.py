@@ -23,7 +23,7 @@ import tempfile
 PROGRAMS = r"(\./|tools/|bench/\S+\.(sh|py)\b|tests/\S+\.(sh|py)\b|build/\S+/bin/|" \
     r"(kiln|cmake|ctest|ninja|cat|chmod|cp|diff|echo|exec|git|lp|lpadmin|lpoptions|make-report|mkdir|printf|python3|" \
     r"sudo|vcpkg|apt-get|clang-format\S*|clang-tidy\S*|qpdf|mutool|\w+_(bench|fuzz|tests))( |$))"
-FOLDERS = r"(app|base|bench|cmake|docs|effect|examples|files|fuzz|host|kiln|press|script|tests|tools|window)/"
+FOLDERS = r"(app|base|bench|check|cmake|docs|effect|examples|files|fuzz|host|kiln|press|script|tests|tools|window)/"
 SOURCES = r"[\w-]+\.(h|cpp|sh|py|xul|dtd|cmake)"
 SECONDS_EACH = 60
 
