@@ -38,7 +38,9 @@ std::string Placeholders::of(const std::string& text) {
 
 std::string Placeholders::inSentence(const std::string& sentence) {
   std::vector<std::pair<std::string, std::string>> known(placeholders.begin(), placeholders.end());
-  std::ranges::stable_sort(known, [](const auto& a, const auto& b) { return a.first.size() > b.first.size(); });
+  std::ranges::sort(known, [](const auto& a, const auto& b) {
+    return a.first.size() != b.first.size() ? a.first.size() > b.first.size() : a.first < b.first;
+  });
   std::string result = sentence;
   for (const auto& [text, placeholder] : known) {
     if (text.size() < shortestPart) continue;
