@@ -5,6 +5,10 @@
 namespace Checking {
 namespace {
 
+// In two parts: no table is to have it.
+constexpr const char16_t* unknownReference = u"$IDS_"
+                                             u"NOWHERE;";
+
 void refusesNull(const Subject& subject) {
   Play play(subject);
   play.openAndTry([&] {
@@ -48,11 +52,11 @@ void resolvesTexts(const Subject& subject) {
   play.openAndTry([&] {
     Kiln::Host& host = play.host();
     demand(host.translate(u"$IDS_CHECK_TEXT;").view() == u"Text", "translate does not resolve a reference.");
-    demand(host.translate(u"$IDS_NOWHERE;").view() == u"$IDS_NOWHERE;", "translate changes an unknown reference.");
+    demand(host.translate(unknownReference).view() == unknownReference, "translate changes an unknown reference.");
     demand(host.translate(u"Plain").view() == u"Plain", "translate changes a text that is no reference.");
     const char16_t* german = u"chrome://check/content/de-DE/strings.dtd";
     demand(host.lookUp(german, u"$IDS_CHECK_TEXT;").view() == u"Wort", "lookUp does not find a text of a table.");
-    demand(host.lookUp(german, u"$IDS_NOWHERE;").empty(), "lookUp finds a text that no table has.");
+    demand(host.lookUp(german, unknownReference).empty(), "lookUp finds a text that no table has.");
     demand(host.locales(u"check")->count() == 6, "The package check does not have six locales.");
     demand(host.locales(u"nothing")->count() == 0, "A package that there is not has locales.");
     demand(!host.languageName().empty(), "The user's language has no name.");

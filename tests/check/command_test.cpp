@@ -59,7 +59,7 @@ TEST(CheckCommand, IsDocumentedAsItIs) {
 }
 
 TEST(CheckCommand, IsPassedByThePlugin) {
-  const auto outcome = runKiln({"check"});
+  const auto outcome = runKiln({"check", "--seconds", "600"});
   EXPECT_EQ(outcome.status, 0) << outcome.out;
   EXPECT_THAT(outcome.out, HasSubstr(" 0 failed, 0 crashed, 0 skipped\n"));
 }
