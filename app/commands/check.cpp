@@ -11,6 +11,7 @@
 #include "formats/printable.h"
 #include "formats/text.h"
 #include "host/documents/path.h"
+#include "host/plugin_description.h"
 #include "script/json.h"
 
 #include <algorithm>
@@ -34,7 +35,7 @@ cannot be found, or the command line is wrong.)";
 // The command line's values, unprocessed.
 struct CheckOptions {
   std::string library;
-  std::string plugin{Formats::pluginName};
+  std::string plugin;
   std::string model = Refhost::Options().model;
   std::string resources;
   bool isHost = false;
@@ -80,6 +81,14 @@ int list(const CheckOptions& given) {
   return 0;
 }
 
+// The name that is given, else the one that a package tells of the library, else the effect tab's.
+std::string nameOf(const CheckOptions& given, const std::filesystem::path& library,
+                   const std::filesystem::path& resources) {
+  if (!given.plugin.empty() || given.isHost) return given.plugin;
+  const auto description = Refhost::describePlugin(Refhost::ChromeFolders(resources), library);
+  return description ? description->name : std::string(Formats::pluginName);
+}
+
 Checking::Subject subjectOf(const CheckOptions& given) {
   HostOptions places;
   places.plugin = given.library;
@@ -89,7 +98,7 @@ Checking::Subject subjectOf(const CheckOptions& given) {
   const auto library = std::filesystem::absolute(options.plugin);
   if (!std::filesystem::is_regular_file(library, error))
     throw Failure(cannotOpen, "There is no library " + Files::shownPath(library) + ".");
-  return {library, given.plugin, std::filesystem::absolute(resources), given.model, {}};
+  return {library, nameOf(given, library, resources), std::filesystem::absolute(resources), given.model, {}};
 }
 
 // The check that `--here` names, in this process.
@@ -117,7 +126,7 @@ CheckOutcome runInProcess(const CheckOptions& given, const Checking::Subject& su
   std::vector<std::string> words = {"check",       Formats::toUtf8(subject.library.u16string()),
                                     "--here",      check.id,
                                     "--outcome",   Formats::toUtf8(file.u16string()),
-                                    "--name",      given.plugin,
+                                    "--name",      subject.plugin,
                                     "--model",     given.model,
                                     "--resources", Formats::toUtf8(subject.resources.u16string())};
   if (given.isHost) words.emplace_back("--host");
@@ -200,9 +209,10 @@ void addCheck(CLI::App& kiln, Run& run) {
       ->type_name("N")
       ->check(CLI::Range(1, 86400).description(""))
       ->capture_default_str();
-  command.add_option("--name", given->plugin, "The name of the plug-in in the library")
-      ->type_name("NAME")
-      ->capture_default_str();
+  command
+      .add_option("--name", given->plugin,
+                  "The name of the plug-in in the library; by default the one that its package tells")
+      ->type_name("NAME");
   command
       .add_option("--model", given->model, "A shipped model description by its name, or one of your own by its path")
       ->type_name("NAME")

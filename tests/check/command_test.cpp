@@ -5,18 +5,21 @@
 
 #include <nlohmann/json.hpp>
 
+#include <filesystem>
+#include <fstream>
 #include <set>
 #include <sstream>
 
 namespace {
 
 // The command that runs one check on a broken library.
-std::vector<std::string> checkOf(const std::string& library, const std::string& id) {
+std::vector<std::string> checkOf(const std::string& library, const std::string& id,
+                                 const std::string& seconds = "300") {
   return {"check",       std::string(LIBRARIES_FOLDER "/") + library + LIBRARY_ENDING,
           "--model",     "sound",
           "--resources", CHECK_FOLDER "/resources",
           "--only",      id,
-          "--seconds",   "2"};
+          "--seconds",   seconds};
 }
 
 using testing::HasSubstr;
@@ -89,9 +92,24 @@ TEST(CheckCommand, TellsOfACrash) {
 }
 
 TEST(CheckCommand, EndsACheckThatDoesNotEnd) {
-  const auto outcome = runKiln(checkOf("hanging", "life-cycle/rootless"));
+  const auto outcome = runKiln(checkOf("hanging", "life-cycle/rootless", "2"));
   EXPECT_EQ(outcome.status, 1);
   EXPECT_THAT(outcome.out, HasSubstr("It did not end within 2 seconds."));
+}
+
+TEST(CheckCommand, HoldsThePluginToWhatItsPackageSaysThatItNeeds) {
+  const auto resources = testFolder() / "resources";
+  std::filesystem::copy(KILN_RESOURCES, resources, std::filesystem::copy_options::recursive);
+  const auto description = resources / "effect" / "content" / "plugin.xml";
+  std::string text = readFile(description);
+  const std::string need = R"(<property name="WatermarkSel" need=")";
+  const auto place = text.find(need + "mandatory");
+  ASSERT_NE(place, text.npos);
+  std::ofstream(description) << text.replace(place + need.size(), 9, "optional");
+  const auto outcome = runKiln({"check", "--only", "properties/missing", "--resources", resources.string()});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.out,
+              HasSubstr("does not open without the property WatermarkSel, which its package does not call mandatory"));
 }
 
 TEST(CheckCommand, RunsOneCheckInItsOwnProcess) {
