@@ -125,6 +125,7 @@ Facts Recording::facts() const {
 }
 
 void Recording::begins(const Refhost::UserAction& action) {
+  if (propertiesNow) before = propertiesNow();
   kept.push_back({action});
   const std::string line = toLines(kept.back());
   bytes += line.size();
@@ -135,13 +136,29 @@ void Recording::begins(const Refhost::UserAction& action) {
 void Recording::answered(const Refhost::ActionAnswer& answer) {
   if (kept.empty()) return;
   RecordedAction& last = kept.back();
-  const std::size_t before = toLines(last).size();
+  const std::size_t written = toLines(last).size();
   last.answer = answer;
   last.answer->failure = withoutHome(answer.failure, home());
   const std::string lines = toLines(last);
-  bytes += lines.size() - before;
-  if (file.is_open()) write(lines.substr(before));
+  bytes += lines.size() - written;
+  if (file.is_open()) write(lines.substr(written));
+  addChanges();
   forgetOldest();
+}
+
+void Recording::addChanges() {
+  // A file that is read may have ids that the recorded run has made up, and the replay others.
+  const std::string& command = kept.back().action.command;
+  if (!propertiesNow || command == "load-ticket" || command == "import-profile" || command == "import") return;
+  for (const auto& [name, value] : propertiesNow()) {
+    const auto known = std::ranges::find(before, name, &Refhost::TracePairs::value_type::first);
+    if (known == before.end() || known->second == value) continue;
+    const std::string shown = withoutHome(toUtf8(value), home());
+    kept.push_back({{"get", {name}}, Refhost::ActionAnswer{{{"value", Formats::toUtf16(shown)}}, {}}});
+    const std::string lines = toLines(kept.back());
+    bytes += lines.size();
+    if (file.is_open()) write(lines);
+  }
 }
 
 void Recording::write(const std::string& lines) {

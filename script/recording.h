@@ -54,6 +54,10 @@ class Recording final : public Refhost::ActionListener {
   // Called once with a sentence, when the file cannot be written to its end.
   std::function<void(const std::string& sentence)> onFailure;
 
+  // The properties as they are now. Once it is set, the commands that ask for what an action has changed follow the
+  // action, so that a replay compares the values, too.
+  std::function<Refhost::TracePairs()> propertiesNow;
+
   // Call before the preferences open; later openings are actions.
   void opens(const Refhost::Options& opening);
 
@@ -71,6 +75,7 @@ class Recording final : public Refhost::ActionListener {
   const std::filesystem::path& home() const { return opened->home; }
 
  private:
+  void addChanges();
   void write(const std::string& lines);
   void forgetOldest();
 
@@ -81,6 +86,7 @@ class Recording final : public Refhost::ActionListener {
   std::deque<RecordedAction> kept;
   std::size_t bytes = 0;
   bool isCut = false;
+  Refhost::TracePairs before;  // the properties before the action that is done
   std::filesystem::path path;
   std::ofstream file;
 };

@@ -129,7 +129,12 @@ class Report {
       replace(0, [this](const std::string& name) { return modelOf(name); });
       for (std::size_t i = 2; i < arguments.size(); ++i) replace(i, [this](const auto& pair) { return pairOf(pair); });
     }
-    if (recorded.answer) change(*recorded.answer, ownText);
+    if (!recorded.answer) return;
+    change(*recorded.answer, ownText);
+    if (command != "get") return;
+    for (auto& [name, value] : recorded.answer->members)
+      if (auto* text = std::get_if<std::u16string>(&value))
+        *text = Formats::toUtf16(valueOf(toUtf8(arguments[0]), toUtf8(*text)));
   }
 
   static bool isColour(const std::string& value) {

@@ -77,6 +77,7 @@ PreferencesWindow::PreferencesWindow(const Request& request)
   };
   recording.onFailure = [this](const std::string& sentence) { messages.showFailure(sentence); };
   if (!request.record.empty()) recording.writeTo(request.record);
+  recording.propertiesNow = [this] { return session.preferences().model().values(); };
   session.actions().tell(&recording);
   session.onSetAside = [this](const std::filesystem::path& file) {
     messages.showFailure(session.texts()("SET_ASIDE").arg(toQt(file.u16string())).toStdString());
