@@ -46,10 +46,11 @@ std::u16string WidgetNode::attribute(const std::string& name) const {
   return found == attributes.end() ? std::u16string() : found->second;
 }
 
+// Owns the child before it names it, so that nothing is named that is gone when memory runs out in between.
 void WidgetNode::adopt(WidgetNode& child) {
-  child.parentNode = this;
-  childNodes.push_back(&child);
   owned.emplace_back(&child.asWidget());
+  childNodes.push_back(&child);
+  child.parentNode = this;
 }
 
 void WidgetNode::initialise(bool startsVisible, bool startsEnabled, std::u16string startLabel) {
