@@ -98,8 +98,10 @@ class Entries {
   // The first part of the way to a folder that is not really in this one.
   fs::path linkOut(const fs::path& place) {
     fs::path way = folder;
-    for (const fs::path& part : place)
-      if (!isReallyIn(folder, way /= part)) break;
+    for (const fs::path& part : place) {
+      way /= part;
+      if (!isReallyIn(folder, way)) break;
+    }
     return way;
   }
 

@@ -151,7 +151,7 @@ void Dialog::close() {
 }
 
 Gui::Gui(GuiWorld guiWorld, const Trace& eventTrace)
-    : world(guiWorld),
+    : world(std::move(guiWorld)),
       trace(eventTrace),
       panelOfTabs(make<TabPanel>(eventTrace)),
       ready(make<HostSignal<Kiln::SmartPtr<Kiln::XUL::GUI>>>(eventTrace, "gui-ready", u"GUI")) {}

@@ -40,19 +40,19 @@ inline Own<Kiln::Exception> failure(std::string_view sentence) { return {heap(),
 // The same for an operation that a plug-in must not call in this way: a failure of the plug-in.
 inline Kiln::Exception misuse(std::string_view sentence) { return {heap(), sentence}; }
 
-// What a host operation was given. Throws Exception when that is null: `operation` is "ListData::insert", and
+// Throws Exception when what a host operation was given is null: `operation` is "ListData::insert", and
 // `argument` is "an item".
 template <class T>
-const Kiln::SmartPtr<T>& given(const Kiln::SmartPtr<T>& object, std::string_view operation, std::string_view argument) {
+void demandGiven(const Kiln::SmartPtr<T>& object, std::string_view operation, std::string_view argument) {
   if (!object) throw misuse(std::string(operation).append(" was called without ").append(argument).append("."));
-  return object;
 }
 
 // The same for an object of this host's class T, which a plug-in hands back. Throws Exception when the host has not
 // made it, too.
 template <class T, class U>
 Kiln::SmartPtr<T> givenBack(const Kiln::SmartPtr<U>& object, std::string_view operation, std::string_view argument) {
-  auto known = Kiln::smartCast<T>(given(object, operation, argument));
+  demandGiven(object, operation, argument);
+  auto known = Kiln::smartCast<T>(object);
   if (!known)
     throw misuse(
         std::string(operation).append(" was called with ").append(argument).append(" that this host did not make."));

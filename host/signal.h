@@ -44,7 +44,7 @@ class HostSignal final : public Kiln::Signal<Arg> {
         owner(std::move(ownerName)) {}
 
   void attach(Kiln::SmartPtr<Kiln::ArgumentSlot<Arg>> slot) override {
-    given(slot, "Signal::attach", "a slot");
+    demandGiven(slot, "Signal::attach", "a slot");
     trace.record(
         {"connect", {{"signal", Refhost::TraceValue(std::u16string(kind.begin(), kind.end()))}, {"of", owner}}});
     slots.push_back(std::move(slot));

@@ -143,7 +143,7 @@ void stopsExceptionsOfActions(const Subject& subject) {
   for (kind = 0; kind < 3; ++kind) {
     play.user().told();
     play.user().click(u"btn");
-    demand(play.user().told().size() != 0, "The user is not told when a handler throws.");
+    demand(!play.user().told().empty(), "The user is not told when a handler throws.");
   }
   play.user().click(u"btn");
   demand(std::count(play.log.begin(), play.log.end(), "clicked") == 4, "A click after exceptions does not arrive.");

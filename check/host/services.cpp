@@ -40,7 +40,7 @@ void returnsNull(const Subject& subject) {
     demand(!host.swatch(u"nothing", 1, 1), "swatch returns a picture of what is no colour.");
     demand(!play.gui()->openDialog(u"chrome://check/content/nothing.xul"),
            "openDialog returns a dialog that is not there.");
-    demand(play.user().told().size() != 0, "The user is not told of a dialog that cannot be loaded.");
+    demand(!play.user().told().empty(), "The user is not told of a dialog that cannot be loaded.");
     demand(!host.listData()->at(0) && !host.listData()->remove(0), "A list without items has one.");
     demand(!host.documents()->createElement(u"a", u"", u"")->child(u"b"), "A node without children has one.");
     demand(host.queryInterface("nothing") == nullptr, "The host has an interface of the name \"nothing\".");

@@ -194,7 +194,7 @@ void Watermarks::takeUp(Kiln::Dom::INode& root, const Text& path) {
 // The id of a record that others have added. It may have moved here from another file. Nothing where the record of
 // another file stands for it.
 std::optional<std::u16string> Watermarks::idOfAdded(const FileRecord& found, const Text& path) const {
-  const Text id = withEnding(found.id, path);
+  Text id = withEnding(found.id, path);
   const Node other = record(id);
   const bool isChanged = before.contains(id);
   const bool isFree = !other && !isChanged;

@@ -9,7 +9,7 @@
 namespace Refhost {
 namespace {
 
-constexpr std::size_t mostBytes = 1024 * 1024;
+constexpr std::size_t mostBytes = std::size_t{1} << 20;
 
 // "Details...", "詳細(S)..." and "鏡像(I)" without what only a control needs.
 std::u16string_view withoutMarks(std::u16string_view label) {

@@ -79,7 +79,8 @@ class Documents final : public Kiln::Services::Documents {
   }
 
   Kiln::SmartPtr<Kiln::Dom::INode> read(Kiln::SmartPtr<Kiln::Services::BackingStoreIO> store) override {
-    const Kiln::String bytes = given(store, "Documents::read", "a store")->readAll();
+    demandGiven(store, "Documents::read", "a store");
+    const Kiln::String bytes = store->readAll();
     try {
       return readXml(bytes.view(), sourceOf(store), documentLimits, NameEscaping::on);
     } catch (const std::runtime_error& problem) {
@@ -89,7 +90,7 @@ class Documents final : public Kiln::Services::Documents {
 
   void write(Kiln::SmartPtr<Kiln::Dom::INode> root, Kiln::SmartPtr<Kiln::Services::BackingStoreIO> store) override {
     const auto own = givenBack<Node>(root, "Documents::write", "a root");
-    given(store, "Documents::write", "a store");
+    demandGiven(store, "Documents::write", "a store");
     std::string bytes;
     try {
       bytes = writeXml(*own, NameEscaping::on);

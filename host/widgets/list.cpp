@@ -26,7 +26,7 @@ Kiln::SmartPtr<Kiln::XUL::ListItem> ListData::append(Kiln::WStringView text, Kil
 
 void ListData::insert(std::int32_t index, Kiln::SmartPtr<Kiln::XUL::ListItem> item) {
   if (index < 0 || index > count()) throw failure("A list item was inserted at a place that the list does not have.");
-  given(item, "ListData::insert", "an item");
+  demandGiven(item, "ListData::insert", "an item");
   items.insert(items.begin() + index, std::move(item));
 }
 

@@ -15,11 +15,9 @@ namespace {
 // The command that runs one check on a broken library.
 std::vector<std::string> checkOf(const std::string& library, const std::string& id,
                                  const std::string& seconds = "300") {
-  return {"check",       std::string(LIBRARIES_FOLDER "/") + library + LIBRARY_ENDING,
-          "--model",     "sound",
-          "--resources", CHECK_FOLDER "/resources",
-          "--only",      id,
-          "--seconds",   seconds};
+  const std::string folder = CHECK_FOLDER;
+  const std::string file = LIBRARIES_FOLDER "/" + library + LIBRARY_ENDING;
+  return {"check", file, "--model", "sound", "--resources", folder + "/resources", "--only", id, "--seconds", seconds};
 }
 
 using testing::HasSubstr;

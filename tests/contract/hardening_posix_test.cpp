@@ -12,7 +12,6 @@
 namespace {
 
 using testing::Contains;
-using testing::EndsWith;
 using testing::HasSubstr;
 
 // A 64-bit ELF file.
@@ -119,7 +118,7 @@ TEST(HardenedProgram, ChecksIndexesOfContainers) {
 }
 
 TEST(HardenedProgram, ChecksTheSizesOfBuffers) {
-  EXPECT_THAT(Elf(KILN_FILE).imports(), Contains(EndsWith("_chk")));
+  EXPECT_THAT(Elf(KILN_FILE).imports(), Contains(testing::EndsWith("_chk")));
   EXPECT_THAT(Elf(PLUGIN_FILE).imports(), Contains("__snprintf_chk"));
 }
 #endif

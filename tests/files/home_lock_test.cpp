@@ -7,7 +7,6 @@
 namespace {
 
 using Files::HomeLock;
-using testing::HasSubstr;
 using testing::IsEmpty;
 
 constexpr std::chrono::milliseconds noWait{0};

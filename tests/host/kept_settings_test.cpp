@@ -91,9 +91,9 @@ TEST_F(KeptSettingsTest, ThatWereDamagedBeforeAreKeptToo) {
 TEST_F(KeptSettingsTest, AreThoseOfAnImportThatWasInterrupted) {
   write(settingsBytes({{u"MirrorImage", u"None"}}));
   constexpr const char* left = ".kiln-2147483646-1.tmp";
-  std::ofstream(file.parent_path() / left) << settingsBytes({{u"MirrorImage", u"MirrorImage"}});
-  std::ofstream(importJournal(home)) << "kiln-file-set 1\nprofile/" << left << '\0' << "profile/settings-standard.json"
-                                     << '\0';
+  std::ofstream(file.parent_path() / left, std::ios::binary) << settingsBytes({{u"MirrorImage", u"MirrorImage"}});
+  std::ofstream(importJournal(home), std::ios::binary)
+      << "kiln-file-set 1\nprofile/" << left << '\0' << "profile/settings-standard.json" << '\0';
   EXPECT_THAT(read().values, UnorderedElementsAre(Pair(u"MirrorImage", u"MirrorImage")));
   EXPECT_FALSE(std::filesystem::exists(importJournal(home)));
   EXPECT_TRUE(told.empty());

@@ -4,7 +4,6 @@
 
 namespace {
 
-using Formats::toUtf8;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;

@@ -8,7 +8,6 @@ namespace {
 
 using testing::AnyOf;
 using testing::Contains;
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 // An overlay: its name, and the bytes of its file and its picture.
@@ -158,7 +157,7 @@ TEST(AFaultyDisk, ChangesNoSelectionOfOverlays) {
           {u"OverlaySourceFileName", areSeveral ? file + u";All$" : file},
           {u"MultipleOverlayDetails", areSeveral ? u"00001.opa;All$" : u""},
       };
-      const std::string failure = failureOf([&] {
+      failureOf([&] {
         arm();
         OverlayTab tab(home, options);
         for (const auto& [name, value] : options.properties) EXPECT_EQ(tab.world->value(name), value) << fault;

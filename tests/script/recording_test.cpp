@@ -9,7 +9,6 @@
 namespace {
 
 using Refhost::ActionAnswer;
-using Refhost::UserAction;
 using testing::SizeIs;
 
 TEST(RecordedLines, AreACommandWithItsAnswer) {

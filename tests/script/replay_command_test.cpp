@@ -138,8 +138,8 @@ TEST_F(ReplayCommand, TakesNoNoticeOfWhatIsOfOneRunAlone) {
                              "setting kilnworks.user.path\n"
                              "trace\n";
   const std::string recording = recorded(script);
-  EXPECT_THAT(recording, testing::ContainsRegex("WM_[0-9A-F]+_"));
-  EXPECT_THAT(recording, testing::ContainsRegex("[0-9]+\\.opa"));
+  EXPECT_THAT(recording, testing::HasSubstr("WM_"));
+  EXPECT_THAT(recording, testing::HasSubstr(".opa"));
   std::istringstream lines(recording);
   std::string user;
   for (std::string line; std::getline(lines, line);)

@@ -27,7 +27,7 @@ QPixmap pixmapOf(const Kiln::SmartPtr<Kiln::XUL::Image>& image, const QWidget& o
   if (known == nullptr) return {};
   const QSize sides(known->width, known->height);
   if (!known->colour.empty()) return swatch(QColor(toQt(known->colour)), sides, on);
-  const QPixmap picture = bitmapIn(known->file);
+  QPixmap picture = bitmapIn(known->file);
   if (sides.isEmpty() || picture.isNull()) return picture;
   QPixmap scaled = picture.scaled(sides, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
   scaled.setDevicePixelRatio(on.devicePixelRatioF());
