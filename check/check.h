@@ -7,6 +7,8 @@
 //      else it throws is a failure, too.
 #pragma once
 
+#include "files/layered_folder.h"
+
 #include <filesystem>
 #include <stdexcept>
 #include <string>
@@ -21,7 +23,7 @@ struct Subject {
   std::string plugin;
 
   // The packages and models, and the model to open with.
-  std::filesystem::path resources;
+  Files::LayeredFolder resources;
   std::string model;
 
   // An empty folder for the files of the check.

@@ -5,7 +5,6 @@
 #include "app/system/child_process.h"
 #include "check/lists.h"
 #include "files/path_text.h"
-#include "files/product_files.h"
 #include "files/temporary_folder.h"
 #include "formats/names.h"
 #include "formats/printable.h"
@@ -37,7 +36,7 @@ struct CheckOptions {
   std::string library;
   std::string plugin;
   std::string model = Refhost::Options().model;
-  std::string resources;
+  std::vector<std::string> resources;
   bool isHost = false;
   bool isList = false;
   bool isJson = false;
@@ -83,7 +82,7 @@ int list(const CheckOptions& given) {
 
 // The name that is given, else the one that a package tells of the library, else the effect tab's.
 std::string nameOf(const CheckOptions& given, const std::filesystem::path& library,
-                   const std::filesystem::path& resources) {
+                   const Files::LayeredFolder& resources) {
   if (!given.plugin.empty() || given.isHost) return given.plugin;
   const auto description = Refhost::describePlugin(Refhost::ChromeFolders(resources), library);
   return description ? description->name : std::string(Formats::pluginName);
@@ -92,13 +91,13 @@ std::string nameOf(const CheckOptions& given, const std::filesystem::path& libra
 Checking::Subject subjectOf(const CheckOptions& given) {
   HostOptions places;
   places.plugin = given.library;
+  places.resources = given.resources;
   const Refhost::Options options = places.resolve();
-  const auto resources = given.resources.empty() ? Files::productResources() : toPath(given.resources);
   std::error_code error;
   const auto library = std::filesystem::absolute(options.plugin);
   if (!std::filesystem::is_regular_file(library, error))
     throw Failure(cannotOpen, "There is no library " + Files::shownPath(library) + ".");
-  return {library, nameOf(given, library, resources), std::filesystem::absolute(resources), given.model, {}};
+  return {library, nameOf(given, library, options.resources), options.resources, given.model, {}};
 }
 
 // The check that `--here` names, in this process.
@@ -123,12 +122,12 @@ CheckOutcome runInProcess(const CheckOptions& given, const Checking::Subject& su
   const std::filesystem::path file = folder / "outcome";
   std::error_code ignored;
   std::filesystem::remove(file, ignored);
-  std::vector<std::string> words = {"check",       Formats::toUtf8(subject.library.u16string()),
-                                    "--here",      check.id,
-                                    "--outcome",   Formats::toUtf8(file.u16string()),
-                                    "--name",      subject.plugin,
-                                    "--model",     given.model,
-                                    "--resources", Formats::toUtf8(subject.resources.u16string())};
+  std::vector<std::string> words = {"check",     Formats::toUtf8(subject.library.u16string()),
+                                    "--here",    check.id,
+                                    "--outcome", Formats::toUtf8(file.u16string()),
+                                    "--name",    subject.plugin,
+                                    "--model",   given.model};
+  for (const std::string& resources : given.resources) words.insert(words.end(), {"--resources", resources});
   if (given.isHost) words.emplace_back("--host");
   return runApart(words, file, given.seconds);
 }
@@ -217,9 +216,8 @@ void addCheck(CLI::App& kiln, Run& run) {
       .add_option("--model", given->model, "A shipped model description by its name, or one of your own by its path")
       ->type_name("NAME")
       ->capture_default_str();
-  command
-      .add_option("--resources", given->resources,
-                  "The folder of layouts, texts and models; by default share/kiln beside bin")
+  addRepeatable(command, "--resources", given->resources,
+                "A folder to look for layouts, texts and models in; by default those of this kiln")
       ->type_name("DIR");
   command.add_option("--here", given->here, "Runs this one check in this process, for a debugger")->type_name("ID");
   command.add_option("--outcome", given->outcome)->group("");

@@ -80,7 +80,8 @@ Play::Play(const Subject& subject) {
   module->keepLoaded();  // exceptions contain its code
   auto* create = module->function<CreateHost>("createHost");
   demand(create != nullptr, "The library exports no createHost.");
-  under.reset(create(*this, utf8(subject.resources).c_str(), utf8(subject.home).c_str()));
+  const std::filesystem::path packages = subject.resources.find("check").parent_path();
+  under.reset(create(*this, utf8(packages).c_str(), utf8(subject.home).c_str()));
   demand(bool(under), "createHost returns null.");
 }
 

@@ -62,13 +62,12 @@ std::vector<std::string> packagesOf(const Opening& opening) {
   return {packages.begin(), packages.end()};
 }
 
-std::vector<LayoutFile> layoutsOf(const Opening& opening, const std::filesystem::path& resources) {
+std::vector<LayoutFile> layoutsOf(const Opening& opening, const Files::LayeredFolder& resources) {
   std::vector<LayoutFile> layouts;
   for (const std::string& package : packagesOf(opening))
-    for (const auto& entry : std::filesystem::directory_iterator(resources / package / "content"))
-      if (entry.path().extension() == ".xul")
-        layouts.push_back({Formats::toUtf16("chrome://" + package + "/content/") + entry.path().filename().u16string(),
-                           entry.path()});
+    for (const auto& file : (resources / package / "content").entries())
+      if (file.extension() == ".xul")
+        layouts.push_back({Formats::toUtf16("chrome://" + package + "/content/") + file.filename().u16string(), file});
   std::ranges::sort(layouts, {}, &LayoutFile::address);
   return layouts;
 }

@@ -24,6 +24,6 @@ struct LayoutFile {
 
 // The packages that the plug-in loads layouts from, and all layouts of them.
 std::vector<std::string> packagesOf(const Opening& opening);
-std::vector<LayoutFile> layoutsOf(const Opening& opening, const std::filesystem::path& resources);
+std::vector<LayoutFile> layoutsOf(const Opening& opening, const Files::LayeredFolder& resources);
 
 }  // namespace Checking

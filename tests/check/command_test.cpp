@@ -110,6 +110,16 @@ TEST(CheckCommand, HoldsThePluginToWhatItsPackageSaysThatItNeeds) {
               HasSubstr("does not open without the property WatermarkSel, which its package does not call mandatory"));
 }
 
+TEST(CheckCommand, LooksForResourcesInSeveralFolders) {
+  const auto mine = testFolder() / "mine";
+  std::filesystem::create_directories(mine / "models");
+  writeFile(mine / "models" / "mine.xml", R"(<model name="mine" label="Mine" extends="standard"/>)");
+  const auto outcome = runKiln({"check", "--model", "mine", "--only", "life-cycle/doc-prop", "--only", "layouts/load",
+                                "--resources", mine.string(), "--resources", KILN_RESOURCES});
+  EXPECT_EQ(outcome.status, 0) << outcome.out << outcome.err;
+  EXPECT_THAT(outcome.out, HasSubstr("2 passed, 0 failed, 0 crashed, 0 skipped"));
+}
+
 TEST(CheckCommand, RunsOneCheckInItsOwnProcess) {
   const auto outcome = runKiln({"check", "--here", "contract/version"});
   EXPECT_EQ(outcome.status, 0);
