@@ -2,6 +2,8 @@
 #include "check/host/groups.h"
 #include "check/host/play.h"
 
+#include <fstream>
+
 namespace Checking {
 namespace {
 
@@ -86,6 +88,78 @@ void replacesFilesWhole(const Subject& subject) {
   });
 }
 
+void tellsChangedFiles(const Subject& subject) {
+  Play play(subject);
+  play.openAndTry([&] {
+    Kiln::Host& host = play.host();
+    const auto path = host.path(subject.home.u16string())->join(u"shared.txt");
+    const auto changeElsewhere = [&] { std::ofstream(subject.home / "shared.txt", std::ios::binary) << "another's"; };
+    const auto write = [&] {
+      const auto file = host.file(path);
+      file->write("mine");
+      file->commit();
+    };
+    write();
+    host.file(path)->readAll();
+    changeElsewhere();
+    bool isTold = false;
+    try {
+      write();
+    } catch (const Kiln::FileChanged&) {
+      isTold = true;
+    }
+    demand(isTold, "A commit throws no FileChanged where another program has changed the file.");
+    demand(host.file(path)->readAll().view() == "another's", "A commit overwrites what another program has written.");
+    write();
+    demand(host.file(path)->readAll().view() == "mine", "A file that was read again cannot be written.");
+  });
+}
+
+// A path and a transition that the plug-in has made.
+class ForeignPath final : public Kiln::Services::Path {
+ public:
+  explicit ForeignPath(Kiln::Host& lender) : host(lender) {}
+  Kiln::WString text() override { return host.path(u"foreign")->text(); }
+  Kiln::SmartPtr<Path> join(Kiln::WStringView name) override { return host.path(u"foreign")->join(name); }
+  Kiln::SmartPtr<Path> folder() override { return {}; }
+  Kiln::WString lastPart() override { return host.path(u"foreign")->lastPart(); }
+  bool exists() override { return false; }
+  bool isFolder() override { return false; }
+  Kiln::SmartPtr<Kiln::Services::TextList> list(Kiln::WStringView) override { return host.locales(u"nothing"); }
+  void createFolder() override {}
+  bool remove() override { return false; }
+  void copyTo(Kiln::SmartPtr<Path>) override {}
+
+ private:
+  Kiln::Host& host;
+};
+
+class ForeignTransition final : public Kiln::State::Transition {
+ public:
+  void add(Kiln::WStringView, Kiln::WStringView) override {}
+};
+
+template <class Foreign, class... Arguments>
+Kiln::SmartPtr<Foreign> foreign(Kiln::Host& host, Arguments&... arguments) {
+  Kiln::SmartPtr<Foreign> made(new (host.allocator()) Foreign(arguments...));
+  if (!made) throw std::bad_alloc();
+  return made;
+}
+
+// A host that crashes here takes them for its own; one that does without them need not say so.
+void survivesForeignObjects(const Subject& subject) {
+  Play play(subject);
+  play.openAndTry([&] {
+    Kiln::Host& host = play.host();
+    const auto path = foreign<ForeignPath>(host, host);
+    exceptionOf([&] { host.file(path); });
+    exceptionOf([&] { host.path(u"a")->copyTo(path); });
+    const std::string before = play.value(u"CheckSize");
+    exceptionOf([&] { play.manager()->submit(foreign<ForeignTransition>(host)); });
+    demand(play.value(u"CheckSize") == before, "A transition that the host did not make changes a property.");
+  });
+}
+
 void readsAndWritesDocuments(const Subject& subject) {
   Play play(subject);
   play.openAndTry([&] {
@@ -157,6 +231,8 @@ std::vector<Check> serviceChecks() {
           {"services/null-result", "returns null for what there is not", returnsNull},
           {"services/texts", "resolves texts by the string tables, and leaves others alone", resolvesTexts},
           {"services/files", "replaces files whole, by a commit alone", replacesFilesWhole},
+          {"services/file-changed", "overwrites nothing that another program has written meanwhile", tellsChangedFiles},
+          {"services/foreign", "refuses or leaves alone objects that it did not make", survivesForeignObjects},
           {"services/documents", "reads documents as they were written", readsAndWritesDocuments},
           {"services/tickets", "leaves settings of a wider scope out of tickets", separatesLevels},
           {"services/profiles", "fires the signals of profiles", firesProfileSignals}};

@@ -188,6 +188,41 @@ void runsDialogs(const Subject& subject) {
   });
 }
 
+void nestsDialogs(const Subject& subject) {
+  Play play(subject);
+  SmartPtr<SubDialog> outer;
+  const auto openDialog = [&] {
+    const auto dialog = play.gui()->openDialog(u"chrome://check/content/dialog.xul");
+    demand(bool(dialog), "A dialog cannot be opened while another one is open.");
+    return dialog;
+  };
+  const auto operateInner = [&] {
+    play.note("inner");
+    play.user().acceptDialog();
+  };
+  play.openAndTry([&] {
+    outer = openDialog();
+    play.follow<EventArg<Button>>(smartCast<Button>(outer->widgetById(u"btn_inner"))->clickSignal(), [&](const auto&) {
+      play.onDialog = operateInner;
+      const auto inner = openDialog();
+      play.follow<SubDialogEventArg&>(inner->okSignal(), [&](SubDialogEventArg&) { play.note("inner ok"); });
+      inner->runModally();
+      play.note("inner closed");
+    });
+    play.follow<SubDialogEventArg&>(outer->cancelSignal(), [&](SubDialogEventArg&) { play.note("outer cancel"); });
+    play.onDialog = [&] {
+      play.user().click(u"btn_inner");
+      play.note("outer");
+      play.user().cancelDialog();
+    };
+    play.log.clear();
+    outer->runModally();
+    outer = nullptr;
+    demandLog(play.log, {"inner", "inner ok", "inner closed", "outer", "outer cancel"},
+              "A dialog that is opened by a button of another one");
+  });
+}
+
 void asksBeforeItAccepts(const Subject& subject) {
   Play play(subject);
   bool vetoes = true;
@@ -218,6 +253,7 @@ std::vector<Check> widgetChecks() {
           {"widgets/text-box", "fires before a text changes, and lets it be refused", typesTexts},
           {"widgets/scroll-bar", "fires when a scroll bar moves, within its range", movesScrollBars},
           {"dialogs/modal", "runs a dialog until it closes, and asks before it closes by OK", runsDialogs},
+          {"dialogs/nested", "runs a dialog on top of another one, which goes on afterwards", nestsDialogs},
           {"dialogs/preferences", "asks before it accepts the preferences", asksBeforeItAccepts}};
 }
 
