@@ -4,6 +4,8 @@
 #include "app/help_formatter.h"
 #include "app/messages.h"
 #include "app/system/platform.h"
+#include "app/system/user.h"
+#include "files/language.h"
 
 #include <algorithm>
 #include <iostream>
@@ -89,6 +91,11 @@ App::Run parse(std::vector<std::string> words) {
   return run ? run : telling(overview(kiln));
 }
 
+// What scripts and checks answer is compared, and is English for everybody.
+void speakTo(const std::string& command) {
+  if (command != "drive" && command != "check") Files::speak(App::userLocale(Files::spokenLocales()));
+}
+
 }  // namespace
 
 int main(int count, char** words) {
@@ -100,6 +107,7 @@ int main(int count, char** words) {
     App::prepareStreams();
     App::prepareMemory();
     auto arguments = App::arguments(count, words);
+    speakTo(arguments.empty() ? std::string() : arguments.front());
     isFilter = !arguments.empty() && arguments.front() == "filter";
     const int result = parse(std::move(arguments))();
     if (!std::cout.flush() && result == 0)

@@ -3,6 +3,7 @@
 #include "files/path_text.h"
 #include "formats/names.h"
 #include "formats/overlay_index.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "formats/watermark_record.h"
 #include "host/home.h"
@@ -138,7 +139,7 @@ void Recording::answered(const Refhost::ActionAnswer& answer) {
   RecordedAction& last = kept.back();
   const std::size_t written = toLines(last).size();
   last.answer = answer;
-  last.answer->failure = withoutHome(answer.failure, home());
+  last.answer->failure = withoutHome(Formats::inEnglish(answer.failure), home());
   const std::string lines = toLines(last);
   bytes += lines.size() - written;
   if (file.is_open()) write(lines.substr(written));

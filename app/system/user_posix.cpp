@@ -12,6 +12,18 @@ std::string environment(const char* name) {
   return value == nullptr ? std::string() : std::string(value);
 }
 
+std::string localeName(std::string text) {
+  text.resize(std::min(text.find_first_of(".@"), text.size()));
+  std::ranges::replace(text, '_', '-');
+  return text;
+}
+
+// Whether the locale is the system's own, which no language belongs to.
+bool isNeutral(const std::string& text) {
+  const std::string name = localeName(text);
+  return name.empty() || name == "C" || name == "POSIX";
+}
+
 }  // namespace
 
 std::filesystem::path dataFolder(const std::filesystem::path& home) {
@@ -32,9 +44,13 @@ std::vector<std::string> wantedLocales() {
   std::string wanted;
   for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"})
     if (wanted.empty()) wanted = environment(name);
-  wanted.resize(std::min(wanted.find_first_of(".@"), wanted.size()));
-  std::ranges::replace(wanted, '_', '-');
-  return {wanted};
+  std::vector<std::string> locales;
+  // The list of languages counts where a language is wanted at all.
+  if (std::string list = environment("LANGUAGE"); !list.empty() && !isNeutral(wanted))
+    for (list += ':'; !list.empty(); list.erase(0, list.find(':') + 1))
+      locales.push_back(localeName(list.substr(0, list.find(':'))));
+  locales.push_back(localeName(wanted));
+  return locales;
 }
 
 }  // namespace App

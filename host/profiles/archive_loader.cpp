@@ -15,7 +15,8 @@ ArchiveFunctions load() {
   try {
     Files::Module library(file);
     library.keepLoaded();
-    if (auto* function = library.function<GetArchiveFunctions>(archiveFunctionsSymbol)) return function();
+    if (auto* function = library.function<GetArchiveFunctions>(archiveFunctionsSymbol))
+      return function(Formats::language());
     reason = std::string("it exports no ") + archiveFunctionsSymbol;
   } catch (const std::runtime_error& problem) {
     reason = problem.what();

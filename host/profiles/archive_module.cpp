@@ -2,7 +2,8 @@
 
 #include <type_traits>
 
-extern "C" __attribute__((visibility("default"))) Refhost::ArchiveFunctions kilnArchives() {
+extern "C" __attribute__((visibility("default"))) Refhost::ArchiveFunctions kilnArchives(Formats::Language& language) {
+  Formats::shareLanguage(language);
   return {Refhost::pack, Refhost::unpack};
 }
 

@@ -2,6 +2,7 @@
 // a dozen libraries that nothing else uses.
 #pragma once
 
+#include "formats/sentences.h"
 #include "host/profiles/archive.h"
 
 namespace Refhost {
@@ -11,7 +12,8 @@ struct ArchiveFunctions {
   decltype(&unpack) unpackFile;
 };
 
-using GetArchiveFunctions = ArchiveFunctions();
+// The library speaks the language of its program from then on.
+using GetArchiveFunctions = ArchiveFunctions(Formats::Language& language);
 inline constexpr const char* archiveFunctionsSymbol = "kilnArchives";
 
 }  // namespace Refhost

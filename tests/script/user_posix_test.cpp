@@ -13,7 +13,7 @@ const std::vector<std::string> shipped = {"de-DE", "en-US", "fr-FR", "ja-JP", "z
 class User : public testing::Test {
  protected:
   void SetUp() override {
-    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG", "XDG_DATA_HOME", "HOME"}) unsetenv(name);
+    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG", "LANGUAGE", "XDG_DATA_HOME", "HOME"}) unsetenv(name);
   }
 
   static void set(const char* name, const char* value) { setenv(name, value, 1); }
@@ -48,6 +48,18 @@ TEST_F(User, MessagesGoBeforeLangAndAllGoesBeforeBoth) {
   EXPECT_EQ(App::userLocale(shipped), "de-DE");
   set("LC_ALL", "ja_JP");
   EXPECT_EQ(App::userLocale(shipped), "ja-JP");
+}
+
+TEST_F(User, ListOfLanguagesGoesBeforeTheLocale) {
+  set("LANGUAGE", "pt_BR:de:fr");
+  EXPECT_EQ(localeFor("ja_JP.UTF-8"), "de-DE");
+  set("LANGUAGE", "pt_BR");
+  EXPECT_EQ(localeFor("ja_JP.UTF-8"), "ja-JP");
+}
+
+TEST_F(User, ListOfLanguagesDoesNotCountInTheSystemsOwnLocale) {
+  set("LANGUAGE", "de");
+  for (const char* lang : {"C", "C.UTF-8", "POSIX"}) EXPECT_EQ(localeFor(lang), "en-US") << lang;
 }
 
 TEST_F(User, FolderIsInTheDataHome) {

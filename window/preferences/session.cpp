@@ -1,5 +1,6 @@
 #include "window/preferences/session.h"
 
+#include "files/language.h"
 #include "formats/text.h"
 #include "host/kept_settings.h"
 #include "window/page/paper.h"
@@ -71,6 +72,7 @@ void Session::start(const Refhost::TracePairs& carried) {
 
 void Session::open(const Refhost::Options& now) {
   opened.reset();
+  Files::speak(now.locale);
   opened = std::make_unique<Refhost::Preferences>(now, face);
   if (onOpening) onOpening(*opened);
   opened->open();
