@@ -17,6 +17,9 @@
 
 namespace Files {
 
+// The sentence of a DiskError; `reason` ends it.
+std::string cannotBe(std::string_view action, const std::filesystem::path& path, const std::string& reason);
+
 // Thrown by Disk operations: one sentence with the file, what failed, and if possible what to do.
 class DiskError : public std::runtime_error {
  public:

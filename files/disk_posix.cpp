@@ -1,4 +1,5 @@
 #include "files/disk.h"
+#include "formats/sentences.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -248,7 +249,8 @@ class PosixDisk final : public Disk {
     }
     if (S_ISLNK(status.st_mode)) return {};
     if (S_ISDIR(status.st_mode)) fail(target, "written", EISDIR);
-    if (!S_ISREG(status.st_mode)) throw DiskError(shownPath(target) + " cannot be written: it is no ordinary file.");
+    if (!S_ISREG(status.st_mode))
+      throw DiskError(Formats::sentence("{1} cannot be written: it is no ordinary file.", shownPath(target)));
     if (::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) fail(target, "written");
     return Access{status.st_gid, status.st_mode & 0777};
   }

@@ -1,5 +1,6 @@
 #include "files/disk.h"
 #include "files/windows_names.h"
+#include "formats/sentences.h"
 
 #ifndef NOMINMAX
 #define NOMINMAX
@@ -19,8 +20,8 @@ constexpr std::wstring_view verbatim = L"\\\\?\\";  // the prefix of long paths 
 
 [[noreturn]] void fail(const fs::path& path, std::string_view action, DWORD code = GetLastError()) {
   if (code == ERROR_SHARING_VIOLATION || code == ERROR_LOCK_VIOLATION)
-    throw DiskError(shownPath(path) + " cannot be " + std::string(action) +
-                    ": another program has it open; close it there and try again.");
+    throw DiskError(
+        cannotBe(action, path, Formats::sentence("another program has it open; close it there and try again.")));
   throw DiskError(path, action, {static_cast<int>(code), std::system_category()});
 }
 
@@ -43,7 +44,7 @@ std::wstring checked(const fs::path& path, std::string_view action) {
   for (const fs::path& part : path.relative_path()) {
     if (part == "." || part == ".." || part.empty()) continue;
     const std::string problem = windowsNameProblem(pathText(part));
-    if (!problem.empty()) throw DiskError(shownPath(path) + " cannot be " + std::string(action) + ": " + problem);
+    if (!problem.empty()) throw DiskError(cannotBe(action, path, problem));
   }
   if (path.native().starts_with(verbatim)) return path.native();
   const std::wstring full = absolute(path, action);

@@ -1,5 +1,7 @@
 #include "files/file_set.h"
 
+#include "formats/sentences.h"
+
 #include <algorithm>
 #include <map>
 #include <optional>
@@ -73,26 +75,31 @@ class Entries {
   std::string problem(const fs::path& temporary, const fs::path& target) {
     for (const fs::path& path : {temporary, target})
       if (std::string found = placeProblem(path); !found.empty()) return found;
-    if (folderOf(temporary) != folderOf(target)) return "it moves a file from one folder to another";
-    if (!isTemporaryName(temporary.filename())) return "it moves a file that is no temporary file of an import";
-    if (isReserved(target.filename())) return "it replaces a file that no import replaces";
+    if (folderOf(temporary) != folderOf(target)) return Formats::sentence("it moves a file from one folder to another");
+    if (!isTemporaryName(temporary.filename()))
+      return Formats::sentence("it moves a file that is no temporary file of an import");
+    if (isReserved(target.filename())) return Formats::sentence("it replaces a file that no import replaces");
     std::error_code ignored;
     const EntryKind found = disk.kind(folder / temporary);
     if ((found != EntryKind::none && found != EntryKind::file) || fs::is_symlink(folder / temporary, ignored))
-      return "it moves something that is no ordinary file";
+      return Formats::sentence("it moves something that is no ordinary file");
     const EntryKind replaced = disk.kind(folder / target);
-    return replaced == EntryKind::none || replaced == EntryKind::file ? "" : "it replaces something that is no file";
+    return replaced == EntryKind::none || replaced == EntryKind::file
+               ? ""
+               : Formats::sentence("it replaces something that is no file");
   }
 
  private:
   std::string placeProblem(const fs::path& path) {
-    if (path.has_root_path()) return "it has an absolute path";
+    if (path.has_root_path()) return Formats::sentence("it has an absolute path");
     const bool isPlain = std::none_of(path.begin(), path.end(),
                                       [](const fs::path& part) { return part.empty() || part == "." || part == ".."; });
-    if (path.empty() || !isPlain) return "it has a path that is not plain, such as one with \"..\"";
+    if (path.empty() || !isPlain) return Formats::sentence("it has a path that is not plain, such as one with \"..\"");
     const auto [place, isNew] = isInside.try_emplace(folderOf(path), false);
     if (isNew) place->second = isReallyIn(folder, folder / place->first);
-    return place->second ? "" : shownPath(linkOut(place->first)) + " is a link that leads out of " + shownPath(folder);
+    return place->second ? ""
+                         : Formats::sentence("{1} is a link that leads out of {2}", shownPath(linkOut(place->first)),
+                                             shownPath(folder));
   }
 
   // The first part of the way to a folder that is not really in this one.
@@ -114,8 +121,6 @@ class Entries {
 
 // Renames what must not be carried out, so that it is told once, and does not hinder later imports. Throws.
 [[noreturn]] void refuse(Disk& disk, const fs::path& journal, const std::string& problem) {
-  const std::string sentence = shownPath(journal) + " is refused as the journal of an interrupted import: " + problem +
-                               ". Nothing is moved for it, so the import may be half done. ";
   fs::path aside;
   try {
     (aside = journal) += ".refused-";
@@ -123,28 +128,34 @@ class Entries {
     disk.replace(journal, aside);
     disk.syncFolder(folderOf(journal));
   } catch (const DiskError&) {
-    throw RefusedJournal(sentence + "Delete it, and import the profile again.");
+    throw RefusedJournal(Formats::sentence("{1} is refused as the journal of an interrupted import: {2}. Nothing is "
+                                           "moved for it, so the import may be half "
+                                           "done. Delete it, and import the profile again.",
+                                           shownPath(journal), problem));
   }
-  throw RefusedJournal(sentence + "It is now " + shownPath(aside) + "; import the profile again.");
+  throw RefusedJournal(Formats::sentence(
+      "{1} is refused as the journal of an interrupted import: {2}. Nothing is moved for it, so the import may be half "
+      "done. It is now {3}; import the profile again.",
+      shownPath(journal), problem, shownPath(aside)));
 }
 
 // With full paths.
 Replacements readJournal(Disk& disk, const fs::path& journal) {
   const fs::path folder = folderOf(journal);
-  if (disk.kind(journal) != EntryKind::file) refuse(disk, journal, "it is no file");
+  if (disk.kind(journal) != EntryKind::file) refuse(disk, journal, Formats::sentence("it is no file"));
   std::string bytes;
   try {
     bytes = disk.read(journal, journalLimit);
   } catch (const DiskError& error) {
     if (error.code() != std::errc::file_too_large) throw;
-    refuse(disk, journal, "it is too large");
+    refuse(disk, journal, Formats::sentence("it is too large"));
   }
   std::optional<Replacements> replacements = parseJournal(bytes);
-  if (!replacements) refuse(disk, journal, "it is damaged");
+  if (!replacements) refuse(disk, journal, Formats::sentence("it is damaged"));
   Entries entries(disk, folder);
   for (const auto& [temporary, target] : *replacements)
     if (const std::string problem = entries.problem(temporary, target); !problem.empty())
-      refuse(disk, journal, "in one of its entries, " + problem);
+      refuse(disk, journal, Formats::sentence("in one of its entries, {1}", problem));
   for (auto& [temporary, target] : *replacements) {
     temporary = folder / temporary;
     target = folder / target;
@@ -190,14 +201,14 @@ void FileSet::write(const fs::path& path, std::string_view bytes) {
 void FileSet::commit() {
   if (files.empty()) return;
   if (disk.kind(journal) != EntryKind::none)
-    throw DiskError("Another import into " + shownPath(folderOf(journal)) +
-                    " is under way; try again when it is done.");
+    throw DiskError(Formats::sentence("Another import into {1} is under way; try again when it is done.",
+                                      shownPath(folderOf(journal))));
   std::set<fs::path> folders;
   for (const PendingFile& file : files) folders.insert(folderOf(file.path()));
   for (const fs::path& folder : folders) disk.syncFolder(folder);
   for (const PendingFile& file : files)
     if (disk.kind(file.temporary()) != EntryKind::file)
-      throw DiskError(shownPath(file.temporary()) + " was deleted by another program; try again.");
+      throw DiskError(Formats::sentence("{1} was deleted by another program; try again.", shownPath(file.temporary())));
   const std::size_t all = files.size();
   try {
     replaceOutside();
@@ -207,8 +218,8 @@ void FileSet::commit() {
     if (!isUndone())
       for (PendingFile& file : files) file.leave();
     if (files.size() == all) throw;
-    throw DiskError(std::string(error.what()) + " Files outside of " + shownPath(folderOf(journal)) +
-                    " are replaced already.");
+    throw DiskError(Formats::sentence("{1} Files outside of {2} are replaced already.", error.what(),
+                                      shownPath(folderOf(journal))));
   }
   Replacements replacements;
   for (PendingFile& file : files) {
@@ -218,7 +229,7 @@ void FileSet::commit() {
   try {
     carryOut(disk, journal, replacements);
   } catch (const DiskError& error) {
-    throw DiskError(std::string(error.what()) + " What is still to be done is done at the next opening.");
+    throw DiskError(Formats::sentence("{1} What is still to be done is done at the next opening.", error.what()));
   }
 }
 

@@ -1,5 +1,7 @@
 #include "files/home_lock.h"
 
+#include "formats/sentences.h"
+
 #include <algorithm>
 #include <thread>
 
@@ -30,7 +32,8 @@ HomeLock::HomeLock(Disk& disk, const std::filesystem::path& home, std::chrono::m
       return;
     }
     if (lock) return;
-    if (waited >= atMost) throw DiskError(shownPath(home) + " is in use by another program; try again.");
+    if (waited >= atMost)
+      throw DiskError(Formats::sentence("{1} is in use by another program; try again.", shownPath(home)));
     const auto start = steady_clock::now();
     std::this_thread::sleep_for(pause);
     waited += std::min(steady_clock::now() - start, longestPause);

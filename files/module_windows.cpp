@@ -1,6 +1,7 @@
 #include "files/missing_libraries.h"
 #include "files/module.h"
 #include "files/system_reason.h"
+#include "formats/sentences.h"
 
 #include <windows.h>
 
@@ -12,11 +13,11 @@ namespace Files {
 namespace {
 
 std::string reasonFor(DWORD code, const std::filesystem::path& file) {
-  if (code == ERROR_BAD_EXE_FORMAT) return "it is no library for this program's kind of processor";
+  if (code == ERROR_BAD_EXE_FORMAT) return Formats::sentence("it is no library for this program's kind of processor");
   std::string names;
   if (code == ERROR_MOD_NOT_FOUND)
     for (const std::string& name : missingLibraries(file)) names += (names.empty() ? "" : ", ") + name;
-  if (!names.empty()) return "these libraries that it needs are not found: " + names;
+  if (!names.empty()) return Formats::sentence("these libraries that it needs are not found: {1}", names);
   return systemReason({static_cast<int>(code), std::system_category()});
 }
 
@@ -40,7 +41,7 @@ std::filesystem::path programFolder() {
   std::wstring file(MAX_PATH, L'\0');
   for (;;) {
     const DWORD length = GetModuleFileNameW(nullptr, file.data(), static_cast<DWORD>(file.size()));
-    if (length == 0) throw std::runtime_error("The system does not tell where this program lies.");
+    if (length == 0) throw std::runtime_error(Formats::sentence("The system does not tell where this program lies."));
     if (length < file.size()) return std::filesystem::path(file.substr(0, length)).parent_path();
     file.resize(file.size() * 2);
   }

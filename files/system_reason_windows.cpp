@@ -1,5 +1,6 @@
 #include "files/system_reason.h"
 
+#include "formats/sentences.h"
 #include "formats/text.h"
 
 #include <windows.h>
@@ -17,7 +18,7 @@ std::string systemReason(std::error_code code) {
                                       static_cast<DWORD>(words.size()), nullptr);
   std::u16string text(words.begin(), words.begin() + length);
   while (!text.empty() && (text.back() == u' ' || text.back() == u'.')) text.pop_back();
-  return text.empty() ? "system error " + std::to_string(code.value()) : Formats::toUtf8(text);
+  return text.empty() ? Formats::sentence("system error {1}", code.value()) : Formats::toUtf8(text);
 }
 
 }  // namespace Files

@@ -1,6 +1,8 @@
 #include "files/temporary_folder.h"
 
 #include "files/path_text.h"
+#include "files/system_reason.h"
+#include "formats/sentences.h"
 
 #include <charconv>
 #include <optional>
@@ -21,9 +23,9 @@ fs::path parentFolder() {
   std::error_code unusable;
   const auto parent = fs::temp_directory_path(unusable);
   if (unusable)
-    throw std::runtime_error("The folder for temporary files that the environment names (TMPDIR, or TMP on Windows) "
-                             "cannot be used (" +
-                             unusable.message() + "): name one that is there.");
+    throw std::runtime_error(Formats::sentence("The folder for temporary files that the environment names (TMPDIR, or "
+                                               "TMP on Windows) cannot be used ({1}): name one that is there.",
+                                               systemReason(unusable)));
   return parent;
 }
 
@@ -55,7 +57,8 @@ TemporaryFolder::TemporaryFolder() {
   std::error_code reason;
   folder = newPrivateFolder(parent, std::string(folderNameStart) + std::to_string(processNumber()) + "-", reason);
   if (reason)
-    throw std::runtime_error("No temporary folder can be made in " + shownPath(parent) + ": " + reason.message() + ".");
+    throw std::runtime_error(
+        Formats::sentence("No temporary folder can be made in {1}: {2}.", shownPath(parent), systemReason(reason)));
   hold = holdFolder(folder);
 }
 

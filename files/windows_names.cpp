@@ -1,5 +1,6 @@
 #include "files/windows_names.h"
 
+#include "formats/sentences.h"
 #include "formats/text.h"
 
 #include <algorithm>
@@ -26,13 +27,15 @@ bool isDevice(std::u16string_view name) {
 
 std::string windowsNameProblem(std::u16string_view name) {
   const auto said = [name](std::string_view problem) {
-    return "the name \"" + Formats::toUtf8(name) + "\" " + std::string(problem) + "; choose another name.";
+    return Formats::sentence(problem, Formats::quoted(Formats::toUtf8(name)));
   };
   constexpr std::u16string_view forbidden = u"<>:\"|?*/\\";
   const auto isForbidden = [forbidden](char16_t unit) { return unit < u' ' || forbidden.find(unit) != forbidden.npos; };
-  if (std::any_of(name.begin(), name.end(), isForbidden)) return said("has a character that names cannot have");
-  if (name.ends_with(u'.') || name.ends_with(u' ')) return said("ends with a dot or a space");
-  if (isDevice(name)) return said("stands for a device");
+  if (std::any_of(name.begin(), name.end(), isForbidden))
+    return said(Formats::sentenceTemplate("the name {1} has a character that names cannot have; choose another name."));
+  if (name.ends_with(u'.') || name.ends_with(u' '))
+    return said(Formats::sentenceTemplate("the name {1} ends with a dot or a space; choose another name."));
+  if (isDevice(name)) return said(Formats::sentenceTemplate("the name {1} stands for a device; choose another name."));
   return {};
 }
 
