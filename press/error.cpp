@@ -1,5 +1,6 @@
 #include "press/error.h"
 
+#include "formats/sentences.h"
 #include "formats/text.h"
 
 namespace Press {
@@ -9,7 +10,7 @@ std::string utf8(const std::filesystem::path& path) {
   return {text.begin(), text.end()};
 }
 
-std::string quoted(const std::filesystem::path& path) { return "\"" + utf8(path) + "\""; }
+std::string quoted(const std::filesystem::path& path) { return Formats::quoted(utf8(path)); }
 
 std::string excerpt(std::string_view text, std::size_t most) {
   constexpr std::size_t longestCharacter = 4;

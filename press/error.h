@@ -1,5 +1,7 @@
 #pragma once
 
+#include "formats/sentences.h"
+
 #include <cstddef>
 #include <filesystem>
 #include <stdexcept>
@@ -17,7 +19,7 @@ class Error : public std::runtime_error {
 // Thrown when the caller's progress function stopped the job; nothing was written.
 class Stopped : public std::runtime_error {
  public:
-  Stopped() : std::runtime_error("printing was stopped") {}
+  Stopped() : std::runtime_error(Formats::sentence("printing was stopped")) {}
 };
 
 // The path in UTF-8.

@@ -1,5 +1,6 @@
 #include "press/job/capture.h"
 
+#include "formats/sentences.h"
 #include "press/error.h"
 #include "press/job/overlay_words.h"
 #include "press/job/print.h"
@@ -30,7 +31,7 @@ Capture captureOverlay(const std::filesystem::path& in, const Effects& effects) 
   try {
     capture.thumbnail = bitmapFile(thumbnail(capture.pdf));
   } catch (const Error& error) {
-    capture.notes.push_back("The overlay has no picture of its own. " + std::string(error.what()));
+    capture.notes.push_back(Formats::sentence("The overlay has no picture of its own. {1}", error.what()));
   }
   return capture;
 }

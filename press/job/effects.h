@@ -1,5 +1,6 @@
 #pragma once
 
+#include "formats/sentences.h"
 #include "press/marks/overlay.h"
 #include "press/marks/properties.h"
 #include "press/marks/watermark.h"
@@ -53,7 +54,7 @@ struct Paint {
 struct PageEffect {
   bool Effects::* isOn;
   Formats::PageEffect setting;
-  std::string_view result;  // completes the sentence "every page is" of a dry run
+  std::string_view result;  // the template that completes the sentence "every page is" of a dry run
   Flip flip = Flip::none;
   bool isForA3LedgerAlone = false;
   Paint paint = {};
@@ -63,20 +64,20 @@ struct PageEffect {
 inline constexpr PageEffect pageEffects[] = {
     {.isOn = &Effects::mirrorImage,
      .setting = Formats::PageEffects::mirrorImage,
-     .result = "mirrored, left and right exchanged",
+     .result = Formats::sentenceTemplate("mirrored, left and right exchanged"),
      .flip = Flip::leftAndRight},
     {.isOn = &Effects::rotate180,
      .setting = Formats::PageEffects::rotate180,
-     .result = "turned half round",
+     .result = Formats::sentenceTemplate("turned half round"),
      .flip = Flip::halfTurn},
     {.isOn = &Effects::rotate180ForA3Ledger,
      .setting = Formats::PageEffects::rotate180ForA3LD,
-     .result = "turned half round, as A3 and Ledger are",
+     .result = Formats::sentenceTemplate("turned half round, as A3 and Ledger are"),
      .flip = Flip::halfTurn,
      .isForA3LedgerAlone = true},
     {.isOn = &Effects::negativeImage,
      .setting = Formats::PageEffects::negativeImage,
-     .result = "printed in negative",
+     .result = Formats::sentenceTemplate("printed in negative"),
      .paint = {"/KilnNegative", "/Difference", "1 1 1 rg"}},
 };
 

@@ -1,6 +1,7 @@
 #include "press/job/overlay_words.h"
 
 #include "formats/overlay_index.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "press/error.h"
 
@@ -120,15 +121,19 @@ std::vector<std::string> overlaysOnNoPage(const Effects& effects, int pages) {
 std::vector<std::string> overlayNotes(const Effects& effects) {
   std::vector<std::string> notes;
   for (const OverlayTrouble& trouble : effects.overlayTroubles) {
-    const std::string advice = ": write All, Even, Odd, or numbers such as 1,3,5-9.";
-    const std::string start = "For the overlay \"" + excerpt(overlayName(trouble.file), 200) + "\", ";
+    const std::string overlay = Formats::quoted(excerpt(overlayName(trouble.file), 200));
     switch (trouble.kind) {
-      case OverlayTrouble::Kind::noPages: notes.push_back(start + "no page is named" + advice); break;
+      case OverlayTrouble::Kind::noPages:
+        notes.push_back(Formats::sentence(
+            "For the overlay {1}, no page is named: write All, Even, Odd, or numbers such as 1,3,5-9.", overlay));
+        break;
       case OverlayTrouble::Kind::namesNoPage:
-        notes.push_back(start + "\"" + excerpt(trouble.text, 60) + "\" names no page" + advice);
+        notes.push_back(Formats::sentence(
+            "For the overlay {1}, {2} names no page: write All, Even, Odd, or numbers such as 1,3,5-9.", overlay,
+            Formats::quoted(excerpt(trouble.text, 60))));
         break;
       case OverlayTrouble::Kind::noneAssigned:
-        notes.emplace_back("Several overlays are chosen, but none has pages: choose them again.");
+        notes.emplace_back(Formats::sentence("Several overlays are chosen, but none has pages: choose them again."));
         break;
       case OverlayTrouble::Kind::folder: break;  // refused
     }

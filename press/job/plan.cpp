@@ -1,5 +1,6 @@
 #include "press/job/plan.h"
 
+#include "formats/sentences.h"
 #include "press/error.h"
 #include "press/job/overlay_words.h"
 #include "press/marks/marks.h"
@@ -33,8 +34,8 @@ Plan planPrint(const std::filesystem::path& in, const Effects& effects, const Pa
     --placesLeft;
   }
   if (plan.kept.empty())
-    throw Error(quoted(in) + " has none of the chosen pages: choose some from 1 to " + std::to_string(plan.jobPages) +
-                ".");
+    throw Error(
+        Formats::sentence("{1} has none of the chosen pages: choose some from 1 to {2}.", quoted(in), plan.jobPages));
   return plan;
 }
 

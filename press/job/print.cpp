@@ -1,7 +1,9 @@
 #include "press/job/print.h"
 
 #include "files/disk.h"
+#include "files/system_reason.h"
 #include "files/whole_file.h"
+#include "formats/sentences.h"
 #include "press/job/overlay_words.h"
 #include "press/job/selection.h"
 #include "press/job/write_behind.h"
@@ -56,8 +58,9 @@ class Steps : public QPDFWriter::ProgressReporter {
 };
 
 Error unwritable(const fs::path& out, std::error_code reason) {
-  return Error(quoted(out) + " cannot be written (" + reason.message() +
-               "): choose a folder that exists, may be written to and has room.");
+  return Error(
+      Formats::sentence("{1} cannot be written ({2}): choose a folder that exists, may be written to and has room.",
+                        quoted(out), Files::systemReason(reason)));
 }
 
 // Converts the current exception of a failed print into an Error. Call in a catch block.
@@ -74,8 +77,9 @@ Error unwritable(const fs::path& out, std::error_code reason) {
   } catch (const std::system_error& problem) {
     throw unwritable(out, problem.code());
   } catch (const std::exception& problem) {
-    throw Error(quoted(in) + " cannot be printed (" + problem.what() +
-                "): save or export the document as PDF again and print that.");
+    throw Error(
+        Formats::sentence("{1} cannot be printed ({2}): save or export the document as PDF again and print that.",
+                          quoted(in), problem.what()));
   }
 }
 
@@ -190,15 +194,15 @@ std::vector<std::string> printPdf(const fs::path& in, const fs::path& out, const
                                   const Progress& progress, const PageRule& pages) {
   std::error_code problem;
   if (fs::equivalent(in, out, problem))
-    throw Error(quoted(out) + " is the job itself: choose another file to print into.");
+    throw Error(Formats::sentence("{1} is the job itself: choose another file to print into.", quoted(out)));
   if (!effects.refusal.empty()) throw Error(effects.refusal);
   Document document = openDocument(in);
   // Files that cannot be compared may be the same.
   if (problem && problem != std::errc::no_such_file_or_directory) throw unwritable(out, problem);
   try {
     if (!keepPages(document, pages))
-      throw Error(quoted(in) + " has none of the chosen pages: choose from its " +
-                  std::to_string(document.pages.size()) + ".");
+      throw Error(Formats::sentence("{1} has none of the chosen pages: choose from its {2}.", quoted(in),
+                                    document.pages.size()));
     const fs::path target = Files::linkTarget(out);
     Files::sweepBeside(Files::realDisk(), target);
     Files::PendingFile file(Files::realDisk(), target);
@@ -245,8 +249,8 @@ const std::vector<std::string>& Job::notes() const { return state->marks.notes()
 
 std::string Job::printPage(int page, const Effects& effects) {
   if (page < 1 || page > pageCount())
-    throw Error(quoted(state->file) + " has no page " + std::to_string(page) + ": choose one from 1 to " +
-                std::to_string(pageCount()) + ".");
+    throw Error(
+        Formats::sentence("{1} has no page {2}: choose one from 1 to {3}.", quoted(state->file), page, pageCount()));
   if (!effects.refusal.empty()) throw Error(effects.refusal);
   QPDF& pdf = *state->document.pdf;
   PageWrap& wrap = state->wrap;

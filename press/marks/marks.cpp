@@ -1,5 +1,6 @@
 #include "press/marks/marks.h"
 
+#include "formats/sentences.h"
 #include "press/error.h"
 #include "press/marks/watermark_form.h"
 #include "press/pages/form.h"
@@ -83,14 +84,15 @@ const Marks::Source& Marks::open(const fs::path& file) {
     PageContent content(*source.document.pdf);
     Annotations annotations(content);
     QPDFObjectHandle form = pageAsForm(content, annotations, entry, shape);
-    if (form.isNull()) throw std::runtime_error("its page cannot be read");
-    if (isNestedTooDeeply(form)) throw std::runtime_error("its parts are nested too deeply");
+    if (form.isNull()) throw std::runtime_error(Formats::sentence("its page cannot be read"));
+    if (isNestedTooDeeply(form)) throw std::runtime_error(Formats::sentence("its parts are nested too deeply"));
     source.frame = shape;
     source.form = pdf.copyForeignObject(form);
     takeLayers(*source.document.pdf, pdf);
   } catch (const std::exception& problem) {
-    throw Error(quoted(file) + " cannot be printed as an overlay (" + problem.what() +
-                "): create the overlay again, or choose another one.");
+    throw Error(
+        Formats::sentence("{1} cannot be printed as an overlay ({2}): create the overlay again, or choose another one.",
+                          quoted(file), problem.what()));
   }
   return sources.insert_or_assign(file, std::move(source)).first->second;
 }

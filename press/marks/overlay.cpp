@@ -3,6 +3,7 @@
 #include "formats/file_list.h"
 #include "formats/overlay_index.h"
 #include "formats/page_rules.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "press/error.h"
 
@@ -64,13 +65,14 @@ bool isPartOfPath(const Formats::FileListEntry& entry) {
 Error invalidEntry(const Formats::FileListEntry& entry) {
   const std::string file = Formats::toUtf8(entry.file);
   const std::string shown = excerpt(entry.hasPages ? file + ';' + Formats::toUtf8(entry.pages) : file, 200);
-  std::string sentence = "The overlays' \"" + shown + "\" does not name a file and its pages: ";
-  if (!entry.file.empty() && isPartOfPath(entry))
-    sentence += "several overlays cannot lie in a folder that has \"$\" or \";\" in its name; choose one overlay, or "
-                "move them.";
-  else
-    sentence += "choose the overlays again.";
-  return Error(sentence);
+  const std::string quoted = Formats::quoted(shown);
+  if (entry.file.empty() || !isPartOfPath(entry))
+    return Error(
+        Formats::sentence("The overlays' {1} does not name a file and its pages: choose the overlays again.", quoted));
+  return Error(Formats::sentence(
+      "The overlays' {1} does not name a file and its pages: several overlays cannot lie in a folder that has \"$\" or "
+      "\";\" in its name; choose one overlay, or move them.",
+      quoted));
 }
 
 // Calls `take` with each entry of a list that is not blank.
@@ -89,7 +91,7 @@ std::vector<Overlay> overlaysIn(const std::string& list) {
   forEachEntry(list, [&](const Formats::FileListEntry& entry) {
     if (entry.file.empty() || isPartOfPath(entry)) throw invalidEntry(entry);
     if (++entries > mostOverlays)
-      throw Error("There are more than " + std::to_string(mostOverlays) + " overlays: choose fewer.");
+      throw Error(Formats::sentence("There are more than {1} overlays: choose fewer.", mostOverlays));
     const ReadPages read = readPages(Formats::toUtf8(entry.pages));
     if (read.pages) overlays.push_back({pathOf(Formats::toUtf8(entry.file)), *read.pages});
   });
@@ -140,7 +142,8 @@ std::vector<Overlay> overlaysFromProperties(const Properties& properties) {
   if (!isSet(properties, Prop::overlayImage, Value::overlayImage) &&
       !isSet(properties, Prop::overlayImage, Value::multipleOverlayImage))
     return {};
-  if (source.empty()) throw Error("The chosen overlay's file is not there any more: choose another overlay, or none.");
+  if (source.empty())
+    throw Error(Formats::sentence("The chosen overlay's file is not there any more: choose another overlay, or none."));
   return {{pathOf(source), PageRule()}};
 }
 

@@ -1,6 +1,7 @@
 #include "press/pages/page_list.h"
 
 #include "formats/names.h"
+#include "formats/sentences.h"
 #include "press/error.h"
 
 #include <algorithm>
@@ -30,8 +31,8 @@ std::optional<int> pageIn(std::string_view text) {
 }
 
 [[noreturn]] void refuse(std::string_view text) {
-  throw Error("\"" + excerpt(text, 60) +
-              "\" does not say which pages: write All, Even, Odd, or numbers such as 1,3,5-9.");
+  throw Error(Formats::sentence("{1} does not say which pages: write All, Even, Odd, or numbers such as 1,3,5-9.",
+                                Formats::quoted(excerpt(text, 60))));
 }
 
 std::pair<int, int> rangeIn(std::string_view item) {

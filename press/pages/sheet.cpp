@@ -1,4 +1,5 @@
 // Several pages on one sheet.
+#include "formats/sentences.h"
 #include "press/pages/wrap.h"
 
 #include <stdexcept>
@@ -35,7 +36,8 @@ QPDFObjectHandle PageWrap::formOf(const PageEntry& entry, const PageShape& shape
   const auto known = formsOfPages.find(entry.page.getObjGen());
   if (known != formsOfPages.end()) return known->second;
   QPDFObjectHandle form = pageAsForm(content, annotations, entry, shape);
-  if (form.isNull()) throw std::runtime_error("a page holds too much to be put on a sheet with others");
+  if (form.isNull())
+    throw std::runtime_error(Formats::sentence("a page holds too much to be put on a sheet with others"));
   if (entry.page.isIndirect()) formsOfPages.emplace(entry.page.getObjGen(), form);
   return form;
 }

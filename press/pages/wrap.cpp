@@ -1,5 +1,6 @@
 #include "press/pages/wrap.h"
 
+#include "formats/sentences.h"
 #include "press/pages/mirror_and_rotation.h"
 #include "press/pdf/structure.h"
 
@@ -65,9 +66,13 @@ void PageWrap::apply(const PageEntry& entry, const Turn& turn) {
 
 std::vector<std::string> PageWrap::notes() const {
   if (!annotations.metOneWithoutLook()) return {};
-  const std::string some = "Some of the job's annotations do not say how they look, so ";
-  if (effects.pagesOnSheet > 1) return {some + "they are left out where several pages share a sheet."};
-  if (effects.anyPageEffect()) return {some + "they are left to the reader, which shows them without the effects."};
+  if (effects.pagesOnSheet > 1)
+    return {
+        Formats::sentence("Some of the job's annotations do not say how they look, so they are left out where several "
+                          "pages share a sheet.")};
+  if (effects.anyPageEffect())
+    return {Formats::sentence("Some of the job's annotations do not say how they look, so they are left to the reader, "
+                              "which shows them without the effects.")};
   return {};
 }
 

@@ -1,5 +1,7 @@
 #include "press/pdf/document.h"
 
+#include "files/system_reason.h"
+#include "formats/sentences.h"
 #include "press/error.h"
 #include "press/pdf/input_file.h"
 #include "press/pdf/qpdf.h"
@@ -20,17 +22,22 @@ void refuseWhatIsNoPdf(const fs::path& file) {
   std::error_code code;
   const fs::file_status status = fs::status(file, code);
   if (!fs::status_known(status))
-    throw Error(quoted(file) + " cannot be examined (" + code.message() + "): see that it can be read.");
-  if (!fs::exists(status)) throw Error(quoted(file) + " does not exist: check its name and its folder.");
+    throw Error(Formats::sentence("{1} cannot be examined ({2}): see that it can be read.", quoted(file),
+                                  Files::systemReason(code)));
+  if (!fs::exists(status))
+    throw Error(Formats::sentence("{1} does not exist: check its name and its folder.", quoted(file)));
   if (!fs::is_regular_file(status))
-    throw Error(quoted(file) + " is not an ordinary file: name the PDF file that is to be printed.");
+    throw Error(
+        Formats::sentence("{1} is not an ordinary file: name the PDF file that is to be printed.", quoted(file)));
   std::ifstream stream(file, std::ios::binary);
-  if (!stream) throw Error(quoted(file) + " cannot be read: ask its owner for permission to read it.");
+  if (!stream)
+    throw Error(Formats::sentence("{1} cannot be read: ask its owner for permission to read it.", quoted(file)));
   std::string start(1024, '\0');  // readers skip leading junk before the PDF header
   stream.read(start.data(), static_cast<std::streamsize>(start.size()));
   start.resize(static_cast<std::size_t>(stream.gcount()));
   if (start.find("%PDF-") == std::string::npos)
-    throw Error(quoted(file) + " is not a PDF file: save or export the document as PDF and print that.");
+    throw Error(
+        Formats::sentence("{1} is not a PDF file: save or export the document as PDF and print that.", quoted(file)));
 }
 
 // The inherited attributes of a node, and its kids still to be visited.
@@ -59,7 +66,7 @@ class PageWalk {
       if (kid.isDictionary())
         visit(kid, level.inherited);
       else if (!kid.isNull() || pdf.anyWarnings())  // a valid file may have a null reference where a page was deleted
-        throw std::runtime_error("page " + std::to_string(pages.size() + 1) + " cannot be read");
+        throw std::runtime_error(Formats::sentence("page {1} cannot be read", pages.size() + 1));
     }
     return std::move(pages);
   }
@@ -112,11 +119,12 @@ Document open(const fs::path& file) {
   pdf.setSuppressWarnings(true);
   pdf.processInputSource(std::make_shared<InputFile>(file));
   if (pdf.isEncrypted() && !pdf.allowPrintLowRes())
-    throw Error(quoted(file) + " may not be printed, its author says: ask for a copy that may.");
+    throw Error(Formats::sentence("{1} may not be printed, its author says: ask for a copy that may.", quoted(file)));
   tellLengthOfKey(pdf);
   document.pages = PageWalk(pdf).run();
   if (document.pages.empty())
-    throw Error(quoted(file) + " has no pages: save or export the document as PDF again and print that.");
+    throw Error(
+        Formats::sentence("{1} has no pages: save or export the document as PDF again and print that.", quoted(file)));
   return document;
 }
 
@@ -130,12 +138,13 @@ Document openDocument(const fs::path& file) {
     throw;
   } catch (const QPDFExc& problem) {
     if (problem.getErrorCode() == qpdf_e_password)
-      throw Error(quoted(file) + " needs a password: save a copy without protection and print that.");
-    throw Error(quoted(file) + " is damaged (" + problem.getMessageDetail() +
-                "): save or export the document as PDF again and print that.");
+      throw Error(
+          Formats::sentence("{1} needs a password: save a copy without protection and print that.", quoted(file)));
+    throw Error(Formats::sentence("{1} is damaged ({2}): save or export the document as PDF again and print that.",
+                                  quoted(file), problem.getMessageDetail()));
   } catch (const std::exception& problem) {
-    throw Error(quoted(file) + " is damaged (" + problem.what() +
-                "): save or export the document as PDF again and print that.");
+    throw Error(Formats::sentence("{1} is damaged ({2}): save or export the document as PDF again and print that.",
+                                  quoted(file), problem.what()));
   }
 }
 

@@ -1,5 +1,6 @@
 #include "press/pdf/input_file.h"
 
+#include "formats/sentences.h"
 #include "press/error.h"
 
 #include <algorithm>
@@ -16,7 +17,7 @@ constexpr qpdf_offset_t pieceSize = qpdf_offset_t{64} << 10;
 InputFile::InputFile(const std::filesystem::path& path)
     : name(utf8(path)),
       file(path, std::ios::binary | std::ios::ate) {
-  if (!file) throw std::runtime_error("it cannot be opened");
+  if (!file) throw std::runtime_error(Formats::sentence("it cannot be opened"));
   size = file.tellg();
 }
 
@@ -28,7 +29,7 @@ std::string_view InputFile::kept() {
     piece.resize(static_cast<std::size_t>(std::min(pieceSize, size - pieceStart)));
     file.seekg(pieceStart);
     if (!file.read(piece.data(), static_cast<std::streamsize>(piece.size())))
-      throw std::runtime_error("it cannot be read at " + std::to_string(pieceStart));
+      throw std::runtime_error(Formats::sentence("it cannot be read at {1}", pieceStart));
   }
   return std::string_view(piece).substr(static_cast<std::size_t>(position - pieceStart));
 }
@@ -49,7 +50,7 @@ qpdf_offset_t InputFile::findAndSkipNextEOL() {
 
 void InputFile::seek(qpdf_offset_t offset, int whence) {
   const qpdf_offset_t from = whence == SEEK_END ? size : whence == SEEK_CUR ? position : 0;
-  if (offset < -from) throw std::runtime_error("it refers to a place before its beginning");
+  if (offset < -from) throw std::runtime_error(Formats::sentence("it refers to a place before its beginning"));
   position = from + offset;
 }
 

@@ -1,5 +1,6 @@
 #include "press/pdf/layers.h"
 
+#include "formats/sentences.h"
 #include "press/pages/content.h"
 #include "press/pdf/object_depth.h"
 
@@ -59,7 +60,7 @@ void takeLayers(QPDF& from, QPDF& to) {
   QPDFObjectHandle ours = dictionaryIn(to.getTrailer().getKey("/Root"), "/OCProperties");
   QPDFObjectHandle configuration = dictionaryIn(ours, "/D");
   for (const QPDFObjectHandle& layer : layers) {
-    if (isNestedTooDeeply(layer)) throw std::runtime_error("its layers are nested too deeply");
+    if (isNestedTooDeeply(layer)) throw std::runtime_error(Formats::sentence("its layers are nested too deeply"));
     QPDFObjectHandle copy = to.copyForeignObject(layer);
     append(ours, "/OCGs", copy);
     // Some readers identify layers by their entries, and merge layers with equal names.

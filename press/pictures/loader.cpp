@@ -2,7 +2,9 @@
 
 #include "files/module.h"
 #include "files/product_files.h"
+#include "files/system_reason.h"
 #include "files/whole_file.h"
+#include "formats/sentences.h"
 #include "press/error.h"
 #include "press/pictures/module.h"
 
@@ -29,11 +31,12 @@ KilnDrawPage load() {
     Files::Module library(file);
     library.keepLoaded();
     if (auto* function = library.function<std::remove_pointer_t<KilnDrawPage>>(drawPageSymbol)) return function;
-    reason = std::string("it exports no ") + drawPageSymbol;
+    reason = Formats::sentence("it exports no {1}", drawPageSymbol);
   } catch (const std::runtime_error& problem) {
     reason = problem.what();
   }
-  throw Error(quoted(file) + " cannot be loaded (" + reason + "): install the program again, with all of its files.");
+  throw Error(Formats::sentence("{1} cannot be loaded ({2}): install the program again, with all of its files.",
+                                quoted(file), reason));
 }
 
 struct Result {
@@ -44,7 +47,7 @@ struct Result {
 void receive(void* context, int width, int height, const std::uint32_t* argb, const char* error) {
   Result& result = *static_cast<Result*>(context);
   if (error)
-    result.error = error;
+    result.error = Formats::sentence(error);
   else
     result.picture = {width, height, {argb, argb + static_cast<std::size_t>(width) * static_cast<std::size_t>(height)}};
 }
@@ -100,15 +103,16 @@ class Pipe {
 Picture drawPage(const std::string& pdf, int page, double dpi) {
   Result result = draw(pdf, page, dpi, nullptr);
   if (!result.error.empty())
-    throw Error("Page " + std::to_string(page) + " cannot be shown (" + result.error +
-                "): try another page or a smaller size.");
+    throw Error(
+        Formats::sentence("Page {1} cannot be shown ({2}): try another page or a smaller size.", page, result.error));
   return std::move(result.picture);
 }
 
 void drawPageToPng(const std::string& pdf, int page, double dpi, const fs::path& png) {
   const auto demand = [&](const std::string& error) {
     if (!error.empty())
-      throw Error(quoted(png) + " cannot be made (" + error + "): choose another page, size or place.");
+      throw Error(
+          Formats::sentence("{1} cannot be made ({2}): choose another page, size or place.", quoted(png), error));
   };
   try {
     Files::PendingFile file(Files::realDisk(), Files::linkTarget(png));
@@ -119,7 +123,7 @@ void drawPageToPng(const std::string& pdf, int page, double dpi, const fs::path&
     file.putInPlace();
   } catch (const Files::DiskError& problem) {
     if (!problem.code()) throw Error(problem.what());  // a sentence of its own
-    demand(problem.code().message());
+    demand(Files::systemReason(problem.code()));
   }
 }
 

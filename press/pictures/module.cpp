@@ -1,5 +1,7 @@
 #include "press/pictures/module.h"
 
+#include "formats/sentences.h"
+
 #include <poppler-document.h>
 #include <poppler-global.h>
 #include <poppler-image.h>
@@ -24,19 +26,20 @@ constexpr double mostPixels = 200e6;  // 800 MB; an A0 poster at 300 dpi has 140
 poppler::image draw(const char* pdf, std::size_t size, int number, double dpi) {
   poppler::set_debug_error_function([](const std::string&, void*) {}, nullptr);
   if (size > static_cast<std::size_t>(std::numeric_limits<int>::max()))
-    throw std::runtime_error("the page is too large to be drawn");
+    throw std::runtime_error(std::string(Formats::sentenceTemplate("the page is too large to be drawn")));
   const std::unique_ptr<poppler::document> document(poppler::document::load_from_raw_data(pdf, static_cast<int>(size)));
   const std::unique_ptr<poppler::page> page(document ? document->create_page(number - 1) : nullptr);
-  if (!page) throw std::runtime_error("the page cannot be read");
+  if (!page) throw std::runtime_error(std::string(Formats::sentenceTemplate("the page cannot be read")));
   const poppler::rectf area = page->page_rect();
   const double pixels = area.width() * area.height() * (dpi / 72) * (dpi / 72);
   if (!(dpi > 0) || !(pixels <= mostPixels))
-    throw std::runtime_error("the page is too large to be drawn at this resolution");
+    throw std::runtime_error(
+        std::string(Formats::sentenceTemplate("the page is too large to be drawn at this resolution")));
   poppler::page_renderer renderer;
   renderer.set_image_format(poppler::image::format_argb32);
   renderer.set_render_hints(poppler::page_renderer::antialiasing | poppler::page_renderer::text_antialiasing);
   poppler::image image = renderer.render_page(page.get(), dpi, dpi);
-  if (!image.is_valid()) throw std::runtime_error("the page cannot be drawn");
+  if (!image.is_valid()) throw std::runtime_error(std::string(Formats::sentenceTemplate("the page cannot be drawn")));
   return image;
 }
 
@@ -53,7 +56,7 @@ std::vector<std::uint32_t> pixelsOf(const poppler::image& image) {
 void save(const poppler::image& image, const char* path, double dpi) {
   // Poppler crashes when the file cannot be opened.
   if (!std::ofstream(path, std::ios::binary) || !image.save(path, "png", static_cast<int>(std::lround(dpi))))
-    throw std::runtime_error("the picture cannot be saved there");
+    throw std::runtime_error(std::string(Formats::sentenceTemplate("the picture cannot be saved there")));
 }
 
 }  // namespace

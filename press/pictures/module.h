@@ -7,8 +7,8 @@
 
 extern "C" {
 
-// Receives the result, once: `error` is null and `argb` has width times height pixels, or `error` is a sentence
-// without the file's name, and there are no pixels.
+// Receives the result, once: `error` is null and `argb` has width times height pixels, or `error` is a template
+// of a sentence, or a text of the library, without the file's name, and there are no pixels.
 using KilnPictureReceiver = void (*)(void* context, int width, int height, const std::uint32_t* argb,
                                      const char* error);
 

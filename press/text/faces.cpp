@@ -1,5 +1,6 @@
 #include "press/text/faces.h"
 
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "press/error.h"
 
@@ -140,8 +141,14 @@ std::string sentenceOnMissing(const std::set<char32_t>& letters) {
     if (++count > mostNamed) break;
     names += (names.empty() ? "" : ", ") + Formats::toUtf8(letter);
   }
-  return "No installed face has " + names + (letters.size() > mostNamed ? " and others" : "") +
-         " of the watermark's text; install one, or empty boxes are printed in their place.";
+  if (letters.size() > mostNamed)
+    return Formats::sentence("No installed face has {1} and others of the watermark's text; install one, or empty "
+                             "boxes are printed in their "
+                             "place.",
+                             names);
+  return Formats::sentence(
+      "No installed face has {1} of the watermark's text; install one, or empty boxes are printed in their place.",
+      names);
 }
 
 }  // namespace
@@ -174,7 +181,8 @@ const Face& Faces::nearest(const FcCharSet* letters) {
     FcResult ignored = FcResultMatch;
     const Pattern found(FcFontSetMatch(config.get(), sets, 1, asked.get(), &ignored), FcPatternDestroy);
     if (!found)
-      throw Error("No face is installed that a watermark can be printed in: install one, DejaVu for example.");
+      throw Error(Formats::sentence(
+          "No face is installed that a watermark can be printed in: install one, DejaVu for example."));
     Face face = openFace(found.get());
     if (isEmpty(face)) {
       brokenFiles.insert(textIn(found.get(), FC_FILE));
@@ -182,8 +190,8 @@ const Face& Faces::nearest(const FcCharSet* letters) {
       continue;
     }
     if (faces.empty() && !isOfFamily(found.get(), family))
-      sentences.push_back("The face \"" + family + "\" is not installed; the watermark is printed in \"" + face.name +
-                          "\".");
+      sentences.push_back(Formats::sentence("The face {1} is not installed; the watermark is printed in {2}.",
+                                            Formats::quoted(family), Formats::quoted(face.name)));
     return faces.emplace_back(std::move(face));
   }
 }

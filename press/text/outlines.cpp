@@ -1,5 +1,6 @@
 #include "press/text/outlines.h"
 
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "press/error.h"
 #include "press/text/edge.h"
@@ -24,8 +25,8 @@ constexpr double touchingOfSize = 1.0 / 1000;  // the tolerance for adjacent let
 std::u32string lineOf(const std::string& utf8) {
   std::u32string text = Formats::toUtf32(utf8);
   if (text.size() > mostCharacters)
-    throw Error("The watermark's text has " + std::to_string(text.size()) + " characters: shorten it to at most " +
-                std::to_string(mostCharacters) + ".");
+    throw Error(Formats::sentence("The watermark's text has {1} characters: shorten it to at most {2}.", text.size(),
+                                  mostCharacters));
   for (char32_t& character : text) {
     const bool breaks =
         character < 0x20 || (character >= 0x7F && character < 0xA0) || character == 0x2028 || character == 0x2029;

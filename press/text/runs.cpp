@@ -1,5 +1,6 @@
 #include "press/text/runs.h"
 
+#include "formats/sentences.h"
 #include "press/error.h"
 
 #include <fribidi.h>
@@ -21,7 +22,7 @@ std::vector<FriBidiLevel> levelsOf(const std::u32string& text) {
   fribidi_get_bracket_types(characters, count, types.data(), brackets.data());
   FriBidiParType direction = FRIBIDI_PAR_ON;
   if (fribidi_get_par_embedding_levels_ex(types.data(), brackets.data(), count, &direction, levels.data()) == 0)
-    throw Error("The watermark's text cannot be put in order: shorten it.");
+    throw Error(Formats::sentence("The watermark's text cannot be put in order: shorten it."));
   return levels;
 }
 
