@@ -3,6 +3,7 @@
 #include "files/whole_file.h"
 #include "formats/names.h"
 #include "formats/overlay_index.h"
+#include "formats/sentences.h"
 #include "host/documents/captured.h"
 #include "host/documents/stores.h"
 
@@ -32,7 +33,9 @@ bool JobDestination::takesPlaceOf(const std::filesystem::path& file) {
 
 void JobDestination::write(std::string_view bytes, std::optional<std::string_view> picture) {
   const std::u16string name = named();
-  if (name.empty()) throw std::runtime_error("The job has no destination: the property OverlayDestFileName is empty.");
+  if (name.empty())
+    throw std::runtime_error(
+        Formats::sentence("The job has no destination: the property OverlayDestFileName is empty."));
   const std::filesystem::path file = Files::pathFromText(name);
   ChangeGuard::Lock lock;
   try {
@@ -57,7 +60,8 @@ void JobDestination::keepListed(const std::filesystem::path& file) const {
   const Formats::IndexEntry own{overlay, Files::pathText(file.filename())};
   if (std::find(entries.begin(), entries.end(), own) != entries.end()) return;
   if (std::any_of(entries.begin(), entries.end(), [&](const auto& entry) { return entry.fileName == own.fileName; }))
-    throw Files::DiskError(Files::shownPath(file) + " is the file of another overlay meanwhile; try again.");
+    throw Files::DiskError(
+        Formats::sentence("{1} is the file of another overlay meanwhile; try again.", Files::shownPath(file)));
   entries.push_back(own);
   Files::replaceWhole(world.disk, index, Formats::indexBytes(entries));
 }

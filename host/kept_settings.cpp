@@ -2,7 +2,9 @@
 
 #include "files/file_set.h"
 #include "files/home_lock.h"
+#include "files/system_reason.h"
 #include "files/whole_file.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "host/profiles/home_import.h"
 #include "host/user_folders.h"
@@ -22,7 +24,7 @@ using Json = nlohmann::json;
 // Far more than any model's settings need.
 constexpr std::size_t mostBytes = 1 << 20;
 
-std::string quoted(const std::filesystem::path& file) { return "\"" + Files::shownPath(file) + "\""; }
+std::string quoted(const std::filesystem::path& file) { return Formats::quoted(Files::shownPath(file)); }
 
 // Nothing when the bytes are not valid settings.
 std::optional<TracePairs> parse(const std::string& bytes) {
@@ -86,8 +88,9 @@ KeptSettings readSettings(const std::filesystem::path& file, const std::function
     aside = Files::firstFree(disk, aside);
     disk.replace(file, aside);
   } catch (const Files::DiskError& problem) {
-    throw std::runtime_error("The settings in " + quoted(file) + " are damaged and cannot be renamed (" +
-                             (problem.code() ? problem.code().message() : problem.what()) + "): delete the file.");
+    throw std::runtime_error(
+        Formats::sentence("The settings in {1} are damaged and cannot be renamed ({2}): delete the file.", quoted(file),
+                          problem.code() ? Files::systemReason(problem.code()) : problem.what()));
   }
   return {{}, aside};
 }
@@ -106,7 +109,7 @@ void writeSettings(const std::filesystem::path& file, const TracePairs& values, 
     Files::completeFileSet(disk, importJournal(home));  // else it would be completed later, over these settings
     Files::replaceWhole(disk, file, settingsBytes(values));
   } catch (const Files::DiskError& error) {
-    throw std::runtime_error(std::string("The settings are not kept: ") + error.what());
+    throw std::runtime_error(Formats::sentence("The settings are not kept: {1}", error.what()));
   }
 }
 

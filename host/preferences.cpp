@@ -3,6 +3,7 @@
 #include "files/disk.h"
 #include "files/temporary_folder.h"
 #include "formats/names.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "host/documents/documents.h"
 #include "host/home.h"
@@ -31,7 +32,7 @@ constexpr std::u16string_view deviceTab = u"chrome://base/content/tab_device.xul
 void activateWithoutGui(Kiln::UIPlugin& plugin) {
   constexpr int most = 100;
   for (int calls = 0; plugin.rootlessActivation();)
-    if (++calls == most) throw std::runtime_error("It asks for more than " + std::to_string(most) + " calls.");
+    if (++calls == most) throw std::runtime_error(Formats::sentence("It asks for more than {1} calls.", most));
 }
 
 // Properties that users may set, without context properties.
@@ -87,7 +88,7 @@ struct Preferences::Run {
   // The plug-in's PrintTicket interface. Throws std::runtime_error when it has none.
   Kiln::PTPlugin& ticketPlugin() const {
     const auto part = Kiln::smartCast<Kiln::PTPlugin>(plugin);
-    if (!part) throw std::runtime_error("The plug-in does not take part in PrintTickets.");
+    if (!part) throw std::runtime_error(Formats::sentence("The plug-in does not take part in PrintTickets."));
     return *part;
   }
 
@@ -156,8 +157,8 @@ void Preferences::start() {
   run->library->demandSameContract(run->host);
   run->plugin = run->calls.run("createPlugin", [&] { return run->library->create(run->host, run->manager, name); });
   if (!run->plugin)
-    throw std::runtime_error("The library " + Formats::toUtf8(runOptions.plugin.u16string()) +
-                             " has no plug-in named " + name + ".");
+    throw std::runtime_error(Formats::sentence("The library {1} has no plug-in named {2}.",
+                                               Formats::toUtf8(runOptions.plugin.u16string()), name));
   run->calls.run("create", [this] { run->plugin->create(); });
   run->calls.run("initialise", [this] { run->plugin->initialise(); });
   if (mode == Mode::rootless) {
@@ -192,7 +193,8 @@ void Preferences::applyOptions() {
   for (const auto& [key, value] : runOptions.customisation) run->manager->customisation->set(key, value);
   for (const auto& [name, value] : runOptions.properties)
     if (!run->model().start(name, value))
-      throw std::runtime_error("The model " + runOptions.model + " has no property " + Formats::toUtf8(name) + ".");
+      throw std::runtime_error(
+          Formats::sentence("The model {1} has no property {2}.", runOptions.model, Formats::toUtf8(name)));
   run->model().started();
 }
 

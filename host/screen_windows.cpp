@@ -1,3 +1,4 @@
+#include "formats/sentences.h"
 #include "host/screen.h"
 
 #include <windows.h>
@@ -16,8 +17,9 @@ Screen::Screen(std::optional<int> pixelsPerInch) {
   const int reported = GetDeviceCaps(context, LOGPIXELSX);
   DeleteDC(context);
   if (reported != *pixelsPerInch)
-    throw std::runtime_error("Windows reports " + std::to_string(reported) + " pixels per inch, not the wanted " +
-                             std::to_string(*pixelsPerInch) + "; it lets a program see 96, or those of the screen.");
+    throw std::runtime_error(Formats::sentence(
+        "Windows reports {1} pixels per inch, not the wanted {2}; it lets a program see 96, or those of the screen.",
+        reported, *pixelsPerInch));
 }
 
 }  // namespace Refhost

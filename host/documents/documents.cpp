@@ -1,5 +1,6 @@
 #include "host/documents/documents.h"
 
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "host/documents/escaping.h"
 
@@ -63,7 +64,7 @@ class NodeBuilder final : public XmlHandler {
 
 std::string sourceOf(const Kiln::SmartPtr<Kiln::Services::BackingStoreIO>& store) {
   const auto file = Kiln::smartCast<Kiln::Services::FileBackingStoreIO>(store);
-  return file ? Formats::toUtf8(file->path()->text().view()) : "The document";
+  return file ? Formats::toUtf8(file->path()->text().view()) : Formats::sentence("The document");
 }
 
 class Documents final : public Kiln::Services::Documents {
@@ -95,7 +96,7 @@ class Documents final : public Kiln::Services::Documents {
     try {
       bytes = writeXml(*own, NameEscaping::on);
     } catch (const std::runtime_error& problem) {
-      throw failure(sourceOf(store) + " cannot be written. " + problem.what());
+      throw failure(Formats::sentence("{1} cannot be written. {2}", sourceOf(store), problem.what()));
     }
     store->write(bytes);
     store->commit();

@@ -1,5 +1,6 @@
 #include "host/documents/stores.h"
 
+#include "formats/sentences.h"
 #include "host/documents/plugin_errors.h"
 
 namespace Refhost {
@@ -42,7 +43,7 @@ class ResourceStore final : public Kiln::Services::BackingStoreIO {
 
  private:
   [[noreturn]] void refuse() const {
-    throw failure(Files::shownPath(file) + " came with the program and is not written.");
+    throw failure(Formats::sentence("{1} came with the program and is not written.", Files::shownPath(file)));
   }
 
   std::filesystem::path file;

@@ -1,6 +1,7 @@
 #include "host/documents/xml.h"
 
 #include "files/disk.h"
+#include "formats/sentences.h"
 
 #include <expat.h>
 
@@ -57,11 +58,13 @@ class Parser {
   XML_Parser get() const { return expat.get(); }
 
   void run(std::string_view bytes) {
-    if (bytes.size() > limits.bytes) throw std::runtime_error(source + " is larger than this host reads.");
+    if (bytes.size() > limits.bytes)
+      throw std::runtime_error(Formats::sentence("{1} is larger than this host reads.", source));
     const auto status =
         XML_Parse(expat.get(), bytes.data(), static_cast<int>(std::min<std::size_t>(bytes.size(), maximumBytes)), 1);
     if (caught) std::rethrow_exception(caught);
-    if (status == XML_STATUS_ERROR) throw std::runtime_error(message(XML_ErrorString(XML_GetErrorCode(expat.get()))));
+    if (status == XML_STATUS_ERROR)
+      throw std::runtime_error(message(Formats::sentence(XML_ErrorString(XML_GetErrorCode(expat.get())))));
   }
 
   // Runs a callback; stops the parser when it throws.
@@ -80,10 +83,10 @@ class Parser {
 
   void count(std::size_t more) {
     nodes += more;
-    if (nodes > limits.nodes) fail("there are more elements than this host reads.");
+    if (nodes > limits.nodes) fail(Formats::sentence("there are more elements than this host reads."));
   }
   void enter() {
-    if (++depth > limits.depth) fail("elements lie deeper in one another than this host reads.");
+    if (++depth > limits.depth) fail(Formats::sentence("elements lie deeper in one another than this host reads."));
   }
   void leave() { --depth; }
 
@@ -157,7 +160,7 @@ struct DocumentParser : Parser {
   }
   static void onDoctype(void* data, const char*, const char*, const char*, int) {
     auto& parser = self(data);
-    parser.guarded([&] { parser.fail("a DOCTYPE is not allowed here."); });
+    parser.guarded([&] { parser.fail(Formats::sentence("a DOCTYPE is not allowed here.")); });
   }
 
   XmlHandler& handler;

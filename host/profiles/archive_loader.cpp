@@ -1,6 +1,7 @@
 #include "files/module.h"
 #include "files/path_text.h"
 #include "files/product_files.h"
+#include "formats/sentences.h"
 #include "host/profiles/archive_module.h"
 
 #include <stdexcept>
@@ -17,12 +18,13 @@ ArchiveFunctions load() {
     library.keepLoaded();
     if (auto* function = library.function<GetArchiveFunctions>(archiveFunctionsSymbol))
       return function(Formats::language());
-    reason = std::string("it exports no ") + archiveFunctionsSymbol;
+    reason = Formats::sentence("it exports no {1}", archiveFunctionsSymbol);
   } catch (const std::runtime_error& problem) {
     reason = problem.what();
   }
-  throw std::runtime_error("Profiles cannot be read or written, since " + Files::shownPath(file) +
-                           " cannot be loaded (" + reason + "): install the program again, with all of its files.");
+  throw std::runtime_error(Formats::sentence("Profiles cannot be read or written, since {1} cannot be loaded ({2}): "
+                                             "install the program again, with all of its files.",
+                                             Files::shownPath(file), reason));
 }
 
 const ArchiveFunctions& archives() {

@@ -1,6 +1,7 @@
 #include "host/profiles/archive_names.h"
 
 #include "files/windows_names.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 
 #include <algorithm>
@@ -16,14 +17,15 @@ constexpr bool isPlain(char unit) { return unit >= ' ' && unit <= '~'; }
 }  // namespace
 
 std::string archiveNameProblem(std::string_view name) {
-  if (name.empty()) return "it has no name.";
-  if (name.size() > longestName) return "its name is too long.";
-  if (!std::all_of(name.begin(), name.end(), isPlain)) return "its name has characters that are not ASCII.";
+  if (name.empty()) return Formats::sentence("it has no name.");
+  if (name.size() > longestName) return Formats::sentence("its name is too long.");
+  if (!std::all_of(name.begin(), name.end(), isPlain))
+    return Formats::sentence("its name has characters that are not ASCII.");
   if (name.ends_with('/')) name.remove_suffix(1);
   for (;;) {
     const std::string_view part = name.substr(0, name.find('/'));
-    if (part.empty()) return "its name is an absolute path, or has an empty part.";
-    if (part == "." || part == "..") return "its name leads to another folder.";
+    if (part.empty()) return Formats::sentence("its name is an absolute path, or has an empty part.");
+    if (part == "." || part == "..") return Formats::sentence("its name leads to another folder.");
     if (std::string problem = Files::windowsNameProblem(Formats::toUtf16(part)); !problem.empty()) return problem;
     if (part.size() == name.size()) return {};
     name.remove_prefix(part.size() + 1);

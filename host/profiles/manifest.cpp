@@ -1,5 +1,6 @@
 #include "host/profiles/manifest.h"
 
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "host/documents/documents.h"
 
@@ -27,7 +28,9 @@ Kiln::SmartPtr<Node> element(std::u16string_view name, std::u16string_view text)
 
 std::u16string childText(Node& node, std::u16string_view name) {
   const auto child = node.child(name);
-  if (!child) throw std::runtime_error("its profile.xml has no element \"" + Formats::toUtf8(name) + "\".");
+  if (!child)
+    throw std::runtime_error(
+        Formats::sentence("its profile.xml has no element {1}.", Formats::quoted(Formats::toUtf8(name))));
   return child->value().str();
 }
 
@@ -56,11 +59,13 @@ std::string manifestBytes(const Manifest& manifest) {
 
 Manifest readManifest(std::string_view bytes) {
   const auto root = readXml(bytes, std::string(manifestName), manifestLimits, NameEscaping::on);
-  if (root->localNameText() != rootName) throw std::runtime_error("its profile.xml is that of something else.");
+  if (root->localNameText() != rootName)
+    throw std::runtime_error(Formats::sentence("its profile.xml is that of something else."));
   const int version = number(childText(*root, versionName));
   if (version > presentVersion)
-    throw std::runtime_error("it was made by a newer version of this program; bring this one up to date.");
-  if (version < 1) throw std::runtime_error("its version is no number.");
+    throw std::runtime_error(
+        Formats::sentence("it was made by a newer version of this program; bring this one up to date."));
+  if (version < 1) throw std::runtime_error(Formats::sentence("its version is no number."));
 
   Manifest manifest;
   manifest.model = childText(*root, modelName);

@@ -1,4 +1,5 @@
 #include "formats/overlay_index.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "host/profiles/archive_names.h"
 #include "host/profiles/merge.h"
@@ -105,8 +106,8 @@ class OverlayMerge {
     for (unsigned number = 0; number < Formats::overlayFileNumbers; ++number) {
       if (std::u16string name = Formats::overlayFileName(number); isFree(name)) return name;
     }
-    throw Files::DiskError("The folder " + Files::shownPath(home) +
-                           " has no name left for another overlay; delete files from it.");
+    throw Files::DiskError(Formats::sentence(
+        "The folder {1} has no name left for another overlay; delete files from it.", Files::shownPath(home)));
   }
 
   Files::Disk& disk;

@@ -1,4 +1,5 @@
 #include "files/whole_file.h"
+#include "formats/sentences.h"
 #include "host/profiles/archive.h"
 #include "host/profiles/archive_names.h"
 
@@ -36,12 +37,12 @@ std::vector<SourceFile> filesBelow(const fs::path& folder, const fs::path& first
     const fs::path inside = entry.path().lexically_relative(folder);
     const std::string name = Files::shownPath(inside.generic_string<fs::path::value_type>());
     if (const std::string problem = archiveNameProblem(name); !problem.empty())
-      throw std::runtime_error("The file " + name + " cannot be packed: " + problem);
+      throw std::runtime_error(Formats::sentence("The file {1} cannot be packed: {2}", name, problem));
     files.push_back({entry.path(), name, entry.file_size()});
     allBytes += files.back().bytes;
     if (files.size() > limits.entries || files.back().bytes > limits.fileBytes || allBytes > limits.allBytes)
       throw std::runtime_error(
-          "There is more in the home than a profile can hold; delete overlays that are not needed.");
+          Formats::sentence("There is more in the home than a profile can hold; delete overlays that are not needed."));
   }
   const std::string firstName = Files::shownPath(first);
   std::sort(files.begin(), files.end(), [&firstName](const SourceFile& a, const SourceFile& b) {
@@ -105,8 +106,8 @@ class Packer {
   [[noreturn]] void fail() {
     if (problem) std::rethrow_exception(problem);
     const char* reason = archive_error_string(archive.get());
-    throw std::runtime_error(Files::shownPath(target.path()) +
-                             " cannot be written: " + (reason != nullptr ? reason : "?") + ".");
+    throw std::runtime_error(Formats::sentence("{1} cannot be written: {2}.", Files::shownPath(target.path()),
+                                               reason != nullptr ? reason : "?"));
   }
 
   Files::PendingFile target;
@@ -133,7 +134,8 @@ void pack(Files::Disk& disk, const fs::path& folder, const fs::path& first, cons
       if (!progress(inKilobytes(done), inKilobytes(total))) throw Stopped();
       const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(left, chunkBytes));
       stream.read(block.data(), static_cast<std::streamsize>(wanted));
-      if (!stream) throw std::runtime_error("The file " + Files::shownPath(source.path) + " cannot be read.");
+      if (!stream)
+        throw std::runtime_error(Formats::sentence("The file {1} cannot be read.", Files::shownPath(source.path)));
       packer.add({block.data(), wanted});
       left -= wanted;
       done += wanted;

@@ -4,6 +4,7 @@
 #include "files/home_lock.h"
 #include "formats/overlay_index.h"
 #include "formats/page_rules.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "formats/watermark_record.h"
 #include "host/documents/documents.h"
@@ -40,7 +41,8 @@ class Unpacked {
       if (disk.kind(path) != Files::EntryKind::none)
         records = readWatermarks(bytesOf(path), Formats::toUtf8(Formats::watermarkFileName));
     } catch (const std::exception& error) {
-      throw std::runtime_error(Files::shownPath(file) + " is refused as a profile: " + error.what());
+      throw std::runtime_error(
+          Formats::sentence("{1} is refused as a profile: {2}", Files::shownPath(file), error.what()));
     }
   }
 
@@ -56,7 +58,8 @@ class Unpacked {
 
  private:
   Manifest contentsOf(const fs::path& path) const {
-    if (disk.kind(path) != Files::EntryKind::file) throw std::runtime_error("it has no profile.xml.");
+    if (disk.kind(path) != Files::EntryKind::file)
+      throw std::runtime_error(Formats::sentence("it has no profile.xml."));
     return readManifest(bytesOf(path));
   }
 
@@ -70,7 +73,8 @@ class Unpacked {
       for (const Formats::IndexEntry& entry : Formats::readIndex(bytesOf(index))) {
         const bool isPlain = !entry.fileName.empty() && entry.fileName.find_first_of(u"/\\:") == entry.fileName.npos;
         if (!isPlain || disk.kind(overlays() / Files::pathFromText(entry.fileName)) != Files::EntryKind::file)
-          throw std::runtime_error("it has no file for its overlay \"" + Formats::toUtf8(entry.name) + "\".");
+          throw std::runtime_error(
+              Formats::sentence("it has no file for its overlay {1}.", Formats::quoted(Formats::toUtf8(entry.name))));
         known.insert({in(entry.fileName), in(Formats::thumbnailOf(entry.fileName))});
       }
     }
@@ -78,7 +82,8 @@ class Unpacked {
       const fs::path inside = entry.path().lexically_relative(folder.path());
       const std::u16string name = Files::pathText(inside.generic_string<fs::path::value_type>());
       if (!entry.is_directory() && !known.contains(name))
-        throw std::runtime_error("its file \"" + Formats::toUtf8(name) + "\" belongs to no profile.");
+        throw std::runtime_error(
+            Formats::sentence("its file {1} belongs to no profile.", Formats::quoted(Formats::toUtf8(name))));
     }
   }
 
@@ -129,8 +134,8 @@ class HomeImport {
     try {
       return readWatermarks(bytes, Files::shownPath(home.watermarkFile));
     } catch (const std::runtime_error& error) {
-      throw std::runtime_error(std::string(error.what()) +
-                               " Open the preferences, which puts the file aside, and import again.");
+      throw std::runtime_error(
+          Formats::sentence("{1} Open the preferences, which puts the file aside, and import again.", error.what()));
     }
   }
 
@@ -151,8 +156,9 @@ class HomeImport {
     constexpr std::size_t mostUnits = 200;
     if (!home.tell) return;
     for (std::size_t i = 0; i < std::min(leftOut.size(), Formats::slotCount); ++i)
-      home.tell("The overlay \"" + Formats::toUtf8(leftOut[i].substr(0, mostUnits)) +
-                "\" is not in the profile, and is left out: choose another one, or none.");
+      home.tell(
+          Formats::sentence("The overlay {1} is not in the profile, and is left out: choose another one, or none.",
+                            Formats::quoted(Formats::toUtf8(leftOut[i].substr(0, mostUnits)))));
   }
 
   void write(const fs::path& path, std::string_view bytes) {

@@ -1,4 +1,5 @@
 #include "files/path_text.h"
+#include "formats/sentences.h"
 #include "host/profiles/archive.h"
 #include "host/profiles/archive_names.h"
 
@@ -30,7 +31,7 @@ constexpr std::uint64_t mostBytesOfContents = std::uint64_t{4} << 20;
 class Source {
  public:
   explicit Source(const fs::path& file) : stream(file, std::ios::binary), block(blockBytes) {
-    if (!stream) throw std::runtime_error("The file " + Files::shownPath(file) + " cannot be read.");
+    if (!stream) throw std::runtime_error(Formats::sentence("The file {1} cannot be read.", Files::shownPath(file)));
     stream.seekg(0, std::ios::end);
     length = stream.tellg();
     stream.seekg(0);
@@ -48,13 +49,13 @@ class Source {
     const std::int64_t from = self.stream.tellg();
     const auto count = static_cast<std::size_t>(std::clamp<std::int64_t>(self.length - from, 0, blockBytes));
     if (count > self.left) {
-      archive_set_error(reader, EINVAL, "its table of contents is too long");
+      archive_set_error(reader, EINVAL, Formats::sentenceTemplate("its table of contents is too long").data());
       return ARCHIVE_FATAL;
     }
     self.left -= count;
     self.stream.read(self.block.data(), static_cast<std::streamsize>(count));
     if (!self.stream) {
-      archive_set_error(reader, EIO, "the file cannot be read to its end");
+      archive_set_error(reader, EIO, Formats::sentenceTemplate("the file cannot be read to its end").data());
       return ARCHIVE_FATAL;
     }
     self.furthest = from + static_cast<std::int64_t>(count);
@@ -69,7 +70,7 @@ class Source {
     if (whence == SEEK_CUR) base = self.stream.tellg();
     const std::int64_t place = base + offset;
     if (place < 0 || place > self.length) {
-      archive_set_error(reader, EINVAL, "it points outside of itself");
+      archive_set_error(reader, EINVAL, Formats::sentenceTemplate("it points outside of itself").data());
       return ARCHIVE_FATAL;
     }
     self.stream.seekg(place);
@@ -136,16 +137,19 @@ class Unpacker {
 
   // Throws when the entry is not allowed in a profile.
   void admit(archive_entry& entry, const std::string& name) {
-    if (++entries > limits.entries) refuse("it has more than " + std::to_string(limits.entries) + " entries.");
-    const auto say = [&](const std::string& problem) { refuse("its entry \"" + shown(name) + "\": " + problem); };
+    if (++entries > limits.entries) refuse(Formats::sentence("it has more than {1} entries.", limits.entries));
+    const auto say = [&](const std::string& problem) {
+      refuse(Formats::sentence("its entry {1}: {2}", Formats::quoted(shown(name)), problem));
+    };
     if (const std::string problem = archiveNameProblem(name); !problem.empty()) say(problem);
     const auto type = archive_entry_filetype(&entry);
     if (archive_entry_symlink(&entry) != nullptr || archive_entry_hardlink(&entry) != nullptr || type == AE_IFLNK)
-      say("it is a link.");
-    if (type != AE_IFREG && type != AE_IFDIR) say("it is neither a file nor a folder.");
-    if (archive_entry_is_encrypted(&entry) != 0) say("it is encrypted.");
+      say(Formats::sentence("it is a link."));
+    if (type != AE_IFREG && type != AE_IFDIR) say(Formats::sentence("it is neither a file nor a folder."));
+    if (archive_entry_is_encrypted(&entry) != 0) say(Formats::sentence("it is encrypted."));
     if (type == AE_IFDIR) return;
-    if (!names.insert(withoutCase(name)).second) say("it is there twice, or under two names that differ only in case.");
+    if (!names.insert(withoutCase(name)).second)
+      say(Formats::sentence("it is there twice, or under two names that differ only in case."));
     if (archive_entry_size_is_set(&entry) != 0)
       demandRoom(static_cast<std::uint64_t>(std::max<la_int64_t>(archive_entry_size(&entry), 0)), 0);
   }
@@ -153,7 +157,7 @@ class Unpacker {
   // Enforces the limits while unpacking, since the sizes in the archive may be wrong.
   void demandRoom(std::uint64_t more, std::uint64_t inThisFile) {
     if (inThisFile + more > limits.fileBytes || unpacked + more > limits.allBytes)
-      refuse("it unpacks to more than a profile can hold.");
+      refuse(Formats::sentence("it unpacks to more than a profile can hold."));
   }
 
   void begin(const std::string& name) {
@@ -170,7 +174,8 @@ class Unpacker {
     for (std::uint64_t inThisFile = 0;;) {
       if (!progress(inKilobytes(source.place()), inKilobytes(source.size()))) throw Stopped();
       const la_ssize_t got = archive_read_data(reader.get(), block.data(), block.size());
-      if (got < 0) refuse("its entry \"" + shown(name) + "\" is damaged: " + reason(reader.get()) + ".");
+      if (got < 0)
+        refuse(Formats::sentence("its entry {1} is damaged: {2}.", Formats::quoted(shown(name)), reason(reader.get())));
       if (got == 0) return;
       const auto count = static_cast<std::uint64_t>(got);
       demandRoom(count, inThisFile);
@@ -191,15 +196,16 @@ class Unpacker {
 
   static std::string reason(archive* from) {
     const char* text = archive_error_string(from);
-    return text != nullptr ? text : "no reason is known";
+    return text != nullptr ? Formats::sentence(text) : Formats::sentence("no reason is known");
   }
 
   void check(int result) const {
-    if (result != ARCHIVE_OK) refuse("it cannot be read (" + reason(reader.get()) + "); get a new copy of it.");
+    if (result != ARCHIVE_OK)
+      refuse(Formats::sentence("it cannot be read ({1}); get a new copy of it.", reason(reader.get())));
   }
 
   [[noreturn]] void refuse(const std::string& problem) const {
-    throw std::runtime_error(Files::shownPath(file) + " is refused as a profile: " + problem);
+    throw std::runtime_error(Formats::sentence("{1} is refused as a profile: {2}", Files::shownPath(file), problem));
   }
 
   [[noreturn]] void failToWrite() const {
@@ -207,7 +213,7 @@ class Unpacker {
     // The library says no more than that it could not write.
     const std::string why =
         code.value() > 0 ? Files::DiskError(root, "written", code).what() : reason(writer.get()) + ".";
-    throw std::runtime_error(Files::shownPath(file) + " cannot be unpacked: " + why);
+    throw std::runtime_error(Formats::sentence("{1} cannot be unpacked: {2}", Files::shownPath(file), why));
   }
 
   const fs::path& file;
@@ -228,8 +234,10 @@ void unpack(const fs::path& file, const fs::path& folder, const ArchiveLimits& l
   // Opening a pipe would wait for its writer.
   const Files::EntryKind kind = Files::realDisk().kind(file);
   if (kind != Files::EntryKind::file)
-    throw std::runtime_error("The file " + Files::shownPath(file) + " cannot be read: " +
-                             (kind == Files::EntryKind::none ? "there is no such file." : "it is no ordinary file."));
+    throw std::runtime_error(Formats::sentence("The file {1} cannot be read: {2}", Files::shownPath(file),
+                                               kind == Files::EntryKind::none
+                                                   ? Formats::sentence("there is no such file.")
+                                                   : Formats::sentence("it is no ordinary file.")));
   Unpacker(file, folder, limits, progress).run();
 }
 

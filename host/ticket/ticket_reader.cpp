@@ -1,3 +1,4 @@
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "host/ticket/conversion.h"
 #include "host/ticket/elements.h"
@@ -32,17 +33,19 @@ class TicketReader {
 
   static void checkRoot(const Node& root) {
     if (!isFrameworkElement(root, u"PrintTicket"))
-      throw DocumentError(root, "the root element is " + Formats::toUtf8(root.localNameText()) +
-                                    ", not PrintTicket of the Print Schema framework.");
+      throw DocumentError(root,
+                          Formats::sentence("the root element is {1}, not PrintTicket of the Print Schema framework.",
+                                            Formats::toUtf8(root.localNameText())));
     const std::u16string* version = attributeOf(root, {}, u"version");
     if (version == nullptr || *version != u"1")
-      throw DocumentError(root, "the root element PrintTicket does not have the version \"1\".");
+      throw DocumentError(root, Formats::sentence("the root element PrintTicket does not have the version \"1\"."));
   }
 
   // Only elements without children may have text; the position of other text would be lost in the next ticket.
   static void refuseMixedText(const Node& node) {
     if (!node.children().empty() && !node.text().empty())
-      throw DocumentError(node, "there is text beside the elements in " + Formats::toUtf8(node.localNameText()) + ".");
+      throw DocumentError(
+          node, Formats::sentence("there is text beside the elements in {1}.", Formats::toUtf8(node.localNameText())));
     for (const auto& child : node.children()) refuseMixedText(*child);
   }
 
@@ -52,23 +55,25 @@ class TicketReader {
     if (!name) return;
     const auto known = schema.parameterTypes.find(*name);
     if (known == schema.parameterTypes.end() || !properties.hasChild(known->second.property)) return;
-    if (node.children().size() != 1) throw DocumentError(node, schema.shown(*name) + " does not have one Value.");
+    if (node.children().size() != 1)
+      throw DocumentError(node, Formats::sentence("{1} does not have one Value.", schema.shown(*name)));
     const Node& value = *node.children().front();
     const bool isNew = inits.emplace(*name, Found{textOf(value, scope, known->second.type, *name), &value}).second;
-    if (!isNew) throw DocumentError(node, schema.shown(*name) + " stands twice.");
+    if (!isNew) throw DocumentError(node, Formats::sentence("{1} stands twice.", schema.shown(*name)));
   }
 
   // The text of a Value with that type.
   std::u16string textOf(const Node& value, const Scope& around, const ValueType& type, const QName& name) const {
     if (!isFrameworkElement(value, u"Value") || !value.children().empty())
-      throw DocumentError(value, schema.shown(name) + " does not have one Value.");
+      throw DocumentError(value, Formats::sentence("{1} does not have one Value.", schema.shown(name)));
     const std::u16string* typeName = attributeOf(value, PrintSchema::instance, u"type");
     const auto given = typeName == nullptr ? std::nullopt : Scope(value, around).resolve(*typeName);
     const QName wanted{std::u16string(dataTypeOf(type)), std::u16string(PrintSchema::dataTypes)};
     if (given != wanted)
-      throw DocumentError(value, schema.shown(name) + " is not of the type " + schema.shown(wanted) + ".");
+      throw DocumentError(value,
+                          Formats::sentence("{1} is not of the type {2}.", schema.shown(name), schema.shown(wanted)));
     if (const auto fault = faultOf(type, value.text()); !fault.empty())
-      throw DocumentError(value, schema.shown(name) + " " + fault);
+      throw DocumentError(value, Formats::sentence("{1} {2}", schema.shown(name), fault));
     return value.text();
   }
 
@@ -79,7 +84,7 @@ class TicketReader {
       for (const auto& child : parent->children())
         if (const FeatureMapping* feature = featureAt(features, *child, scope))
           if (!given.insert(feature->name).second)
-            throw DocumentError(*child, schema.shown(feature->name) + " stands twice.");
+            throw DocumentError(*child, Formats::sentence("{1} stands twice.", schema.shown(feature->name)));
     if (parent != nullptr)
       for (const auto& child : parent->children())
         if (const FeatureMapping* feature = featureAt(features, *child, scope))
@@ -108,16 +113,19 @@ class TicketReader {
     const Node* chosen = nullptr;
     for (const auto& child : node.children()) {
       if (!isFrameworkElement(*child, u"Option")) continue;
-      if (chosen != nullptr) throw DocumentError(*child, schema.shown(feature.name) + " has more than one Option.");
+      if (chosen != nullptr)
+        throw DocumentError(*child, Formats::sentence("{1} has more than one Option.", schema.shown(feature.name)));
       chosen = child.get();
     }
-    if (chosen == nullptr) throw DocumentError(node, schema.shown(feature.name) + " has no Option.");
+    if (chosen == nullptr)
+      throw DocumentError(node, Formats::sentence("{1} has no Option.", schema.shown(feature.name)));
     const Scope inner(*chosen, scope);
     const auto name = inner.resolveAttribute(*chosen, u"name");
     const OptionMapping* option = name ? feature.optionOf(*name) : nullptr;
     if (option == nullptr)
-      throw DocumentError(*chosen, schema.shown(feature.name) + " has no option " +
-                                       (name ? schema.shown(*name) : std::string("without a name")) + ".");
+      throw DocumentError(*chosen,
+                          Formats::sentence("{1} has no option {2}.", schema.shown(feature.name),
+                                            (name ? schema.shown(*name) : Formats::sentence("without a name"))));
     if (isOverruled) return;
     settings.emplace_back(feature.property, option->value);
     readScored(*option, *chosen, inner);
@@ -128,9 +136,10 @@ class TicketReader {
     if (feature.exact)
       if (const auto found = inits.find(feature.exact->name); found != inits.end()) {
         if (found->second.text != feature.absent && feature.optionOf(found->second.text) == nullptr)
-          throw DocumentError(*found->second.node, schema.shown(feature.exact->name) + " is " +
-                                                       inQuotes(found->second.text) + ", which is no value of " +
-                                                       schema.shown(feature.name) + ".");
+          throw DocumentError(*found->second.node,
+                              Formats::sentence("{1} is {2}, which is no value of {3}.",
+                                                schema.shown(feature.exact->name), inQuotes(found->second.text),
+                                                schema.shown(feature.name)));
         settings.emplace_back(feature.property, found->second.text);
         readFeatures(feature.features, nullptr, scope);
         return;
@@ -154,18 +163,20 @@ class TicketReader {
   void readScored(const QName& name, std::size_t index, const Node& node, const Scope& scope) {
     const ParameterMapping& parameter = schema.parameters[index];
     if (node.children().size() != 1)
-      throw DocumentError(node, schema.shown(name) + " does not have one Value or ParameterRef.");
+      throw DocumentError(node, Formats::sentence("{1} does not have one Value or ParameterRef.", schema.shown(name)));
     const Node& content = *node.children().front();
     if (!isFrameworkElement(content, u"ParameterRef")) {
       const bool isNew = literals.emplace(index, Found{textOf(content, scope, parameter.type, name), &content}).second;
-      if (!isNew) throw DocumentError(node, schema.shown(name) + " stands twice.");
+      if (!isNew) throw DocumentError(node, Formats::sentence("{1} stands twice.", schema.shown(name)));
       return;
     }
     const auto target = Scope(content, scope).resolveAttribute(content, u"name");
     if (target != parameter.name)
-      throw DocumentError(content, schema.shown(name) + " does not refer to " + schema.shown(parameter.name) + ".");
+      throw DocumentError(
+          content, Formats::sentence("{1} does not refer to {2}.", schema.shown(name), schema.shown(parameter.name)));
     if (!inits.contains(parameter.name))
-      throw DocumentError(content, schema.shown(parameter.name) + " is referred to, but has no ParameterInit.");
+      throw DocumentError(
+          content, Formats::sentence("{1} is referred to, but has no ParameterInit.", schema.shown(parameter.name)));
   }
 
   void readParameter(std::size_t index) {

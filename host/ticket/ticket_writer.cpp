@@ -1,3 +1,4 @@
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "host/ticket/conversion.h"
 #include "host/ticket/elements.h"
@@ -30,7 +31,8 @@ class TicketWriter {
   std::u16string valueOf(const std::u16string& property) const { return properties.child(property)->wideValue().str(); }
 
   [[noreturn]] static void refuse(const std::u16string& property, const std::string& what) {
-    throw std::runtime_error("No PrintTicket can be made: the property " + Formats::toUtf8(property) + " " + what);
+    throw std::runtime_error(
+        Formats::sentence("No PrintTicket can be made: the property {1} {2}", Formats::toUtf8(property), what));
   }
 
   // Empty for an omitted feature.
@@ -54,7 +56,7 @@ class TicketWriter {
     const OptionMapping* option = feature.optionOf(value);
     if (option == nullptr && value != feature.absent)
       refuse(feature.property,
-             "is " + inQuotes(value) + ", for which " + schema.shown(feature.name) + " has no option.");
+             Formats::sentence("is {1}, for which {2} has no option.", inQuotes(value), schema.shown(feature.name)));
     return option;
   }
 
@@ -99,7 +101,8 @@ class TicketWriter {
   [[noreturn]] static void refuseValue(const std::u16string& property, const ValueType& type,
                                        std::u16string_view value) {
     const auto fault = faultOf(type, value);
-    refuse(property, fault.empty() ? "is " + inQuotes(value) + ", which the ticket would change." : fault);
+    refuse(property,
+           fault.empty() ? Formats::sentence("is {1}, which the ticket would change.", inQuotes(value)) : fault);
   }
 
   Kiln::SmartPtr<Node> initNode(const QName& name, const ValueType& type, std::u16string_view text) const {

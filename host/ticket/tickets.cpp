@@ -1,6 +1,7 @@
 #include "host/ticket/tickets.h"
 
 #include "files/disk.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "host/documents/documents.h"
 #include "host/ticket/capabilities.h"
@@ -53,7 +54,7 @@ std::string TicketService::document(Kiln::PTPlugin& plugin, PropertyModel& model
   return asHost([&] {
     const auto root = calls.run("convertPMtoPT", [&] {
       auto made = Kiln::smartCast<Node>(plugin.convertPMtoPT(model, level));
-      if (!made) throw std::runtime_error("The plug-in made no PrintTicket.");
+      if (!made) throw std::runtime_error(Formats::sentence("The plug-in made no PrintTicket."));
       return made;
     });
     const auto ticket = root->copy();
@@ -93,7 +94,7 @@ Kiln::SmartPtr<Kiln::Dom::INode> TicketService::loadSchema(Kiln::WStringView url
   if (const auto known = schemas.find(std::u16string(url.view())); known != schemas.end())
     return known->second->document;
   const auto file = folders.file(url);
-  if (!file) throw failure(Formats::toUtf8(url) + " names no ticket schema.");
+  if (!file) throw failure(Formats::sentence("{1} names no ticket schema.", Formats::toUtf8(url)));
   try {
     const std::string bytes = Files::realDisk().read(*file, documentLimits.bytes);
     const auto document = readXml(bytes, file->string(), documentLimits);
@@ -138,20 +139,20 @@ void TicketService::ticketToProperties(Kiln::PTPlugin& plugin, Kiln::SmartPtr<Ki
 std::shared_ptr<const TicketService::Schema> TicketService::schemaOf(Kiln::PTPlugin& plugin) {
   return calls.run("getSchema", [&]() -> std::shared_ptr<const Schema> {
     const auto document = Kiln::smartCast<Node>(plugin.getSchema());
-    if (!document) throw std::runtime_error("The plug-in has no ticket schema.");
+    if (!document) throw std::runtime_error(Formats::sentence("The plug-in has no ticket schema."));
     for (const auto& [url, schema] : schemas)
       if (schema->document == document) return schema;
     try {
       return std::make_shared<Schema>(Schema{document, readSchema(*document, knowsProperty)});
     } catch (const DocumentError& error) {
-      throw std::runtime_error(std::string("The plug-in's ticket schema cannot be used: ") + error.what());
+      throw std::runtime_error(Formats::sentence("The plug-in's ticket schema cannot be used: {1}", error.what()));
     }
   });
 }
 
 std::string TicketService::sentence(const DocumentError& error) const {
   const std::size_t line = reading == nullptr ? 0 : lineOf(*error.element, reading->root, reading->bytes);
-  return line == 0 ? std::string("The PrintTicket cannot be read: ") + error.what()
+  return line == 0 ? Formats::sentence("The PrintTicket cannot be read: {1}", error.what())
                    : located(reading->source, line, error.what());
 }
 

@@ -1,5 +1,6 @@
 #include "host/ticket/values.h"
 
+#include "formats/sentences.h"
 #include "formats/text.h"
 
 #include <algorithm>
@@ -64,8 +65,6 @@ bool isCarriedByXml(char32_t codePoint) {
   return !isSurrogate && codePoint != 0xFFFE && codePoint != 0xFFFF;
 }
 
-std::string rangeOf(const ValueType& type) { return std::to_string(type.least) + " to " + std::to_string(type.most); }
-
 std::string textFault(const ValueType& type, std::u16string_view text) {
   std::int64_t characters = 0;
   for (std::size_t i = 0; i < text.size(); ++characters) {
@@ -73,18 +72,18 @@ std::string textFault(const ValueType& type, std::u16string_view text) {
     if (isCarriedByXml(codePoint)) continue;
     char name[16];
     std::snprintf(name, sizeof name, "U+%04X", static_cast<unsigned>(codePoint));
-    return "has " + std::string(name) + " as its character " + std::to_string(characters + 1) +
-           ", which XML cannot carry.";
+    return Formats::sentence("has {1} as its character {2}, which XML cannot carry.", std::string(name),
+                             characters + 1);
   }
   if (characters >= type.least && characters <= type.most) return {};
-  return "has " + std::to_string(characters) + " characters, not " + rangeOf(type) + ".";
+  return Formats::sentence("has {1} characters, not {2} to {3}.", characters, type.least, type.most);
 }
 
 std::string integerFault(const ValueType& type, std::u16string_view text) {
   const auto number = integerOf(text);
-  if (!number) return "is " + inQuotes(text) + ", which is no whole number.";
+  if (!number) return Formats::sentence("is {1}, which is no whole number.", inQuotes(text));
   if (*number >= type.least && *number <= type.most) return {};
-  return "is " + inQuotes(trimmed(text)) + ", not " + rangeOf(type) + ".";
+  return Formats::sentence("is {1}, not {2} to {3}.", inQuotes(trimmed(text)), type.least, type.most);
 }
 
 std::int64_t broughtIn(const ValueType& type, OutOfRange outOfRange, std::int64_t number) {
@@ -102,7 +101,9 @@ std::string faultOf(const ValueType& type, std::u16string_view ticketText) {
     case ValueForm::integer: return integerFault(type, ticketText);
     case ValueForm::colour: break;
   }
-  return isColour(ticketText) ? "" : "is " + inQuotes(ticketText) + ", which is no colour such as \"#FF808080\".";
+  return isColour(ticketText)
+             ? ""
+             : Formats::sentence("is {1}, which is no colour such as \"#FF808080\".", inQuotes(ticketText));
 }
 
 std::optional<std::u16string> ticketForm(const ValueType& type, OutOfRange outOfRange, std::u16string_view value) {
@@ -127,13 +128,13 @@ std::u16string propertyForm(const ValueType& type, std::u16string_view ticketTex
 
 std::string inQuotes(std::u16string_view text) {
   constexpr std::size_t longest = 40;  // characters
-  std::string shown = "\"";
+  std::string shown;
   std::size_t i = 0;
   for (std::size_t characters = 0; i < text.size() && characters < longest; ++characters) {
     const char32_t codePoint = Formats::nextCodePoint(text, i);
     Formats::appendUtf8(shown, isCarriedByXml(codePoint) && codePoint >= 0x20 ? codePoint : 0xFFFD);
   }
-  return shown + (i < text.size() ? "...\"" : "\"");
+  return Formats::quoted(i < text.size() ? shown + "..." : shown);
 }
 
 }  // namespace Refhost
