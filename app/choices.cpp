@@ -1,5 +1,6 @@
 #include "app/choices.h"
 
+#include "formats/sentences.h"
 #include "formats/text.h"
 
 #include <algorithm>
@@ -13,16 +14,21 @@ namespace {
 using Refhost::PropertyDescription;
 using Refhost::PropertyModel;
 
-std::string inQuotes(std::u16string_view name) { return '"' + Formats::toUtf8(name) + '"'; }
+std::string inQuotes(std::u16string_view name) { return Formats::quoted(Formats::toUtf8(name)); }
 
 // "A", "A or B", "A, B or C".
 std::string alternatives(const std::vector<std::u16string>& names) {
-  std::string sentence;
+  std::string listed;
   for (std::size_t i = 0; i < names.size(); ++i) {
-    if (i > 0) sentence += i + 1 == names.size() ? " or " : ", ";
-    sentence += inQuotes(names[i]);
+    const std::string name = inQuotes(names[i]);
+    if (i == 0)
+      listed = name;
+    else if (i + 1 == names.size())
+      listed = Formats::sentence("{1} or {2}", listed, name);
+    else
+      listed = Formats::sentence("{1}, {2}", listed, name);
   }
-  return sentence;
+  return listed;
 }
 
 char16_t toLower(char16_t unit) { return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + 32) : unit; }
@@ -59,11 +65,12 @@ void demandOption(const PropertyModel& model, const std::u16string& name, const 
   const auto property = std::ranges::find(all, name, &PropertyDescription::name);
   const auto& options = property->options;
   if (!options.empty() && std::ranges::find(options, value) == options.end())
-    throw std::runtime_error("The property " + inQuotes(name) + " cannot be " + inQuotes(value) + "; it can be " +
-                             alternatives(options) + ".");
+    throw std::runtime_error(Formats::sentence("The property {1} cannot be {2}; it can be {3}.", inQuotes(name),
+                                               inQuotes(value), alternatives(options)));
   if (!model.allows(name, value))
-    throw std::runtime_error("The property " + inQuotes(name) + " cannot be " + inQuotes(value) +
-                             " now: the rules of the model " + inQuotes(model.description().name) + " forbid it.");
+    throw std::runtime_error(
+        Formats::sentence("The property {1} cannot be {2} now: the rules of the model {3} forbid it.", inQuotes(name),
+                          inQuotes(value), inQuotes(model.description().name)));
 }
 
 }  // namespace
@@ -71,12 +78,14 @@ void demandOption(const PropertyModel& model, const std::u16string& name, const 
 void demandSettable(const PropertyModel& model, const std::u16string& name) {
   if (!model.isKnown(name)) {
     const auto near = nearNames(model, name);
-    throw std::runtime_error("There is no property " + inQuotes(name) +
-                             (near.empty() ? "." : "; did you mean " + alternatives(near) + "?"));
+    if (near.empty()) throw std::runtime_error(Formats::sentence("There is no property {1}.", inQuotes(name)));
+    throw std::runtime_error(
+        Formats::sentence("There is no property {1}; did you mean {2}?", inQuotes(name), alternatives(near)));
   }
   if (model.isContext(name))
-    throw std::runtime_error("The property " + inQuotes(name) +
-                             " is a fact of the printer or the job, which cannot be set; choose a model instead.");
+    throw std::runtime_error(Formats::sentence(
+        "The property {1} is a fact of the printer or the job, which cannot be set; choose a model instead.",
+        inQuotes(name)));
 }
 
 void choose(Refhost::Preferences& preferences, SilentFace& face, const Refhost::TracePairs& choices) {
@@ -92,9 +101,9 @@ void choose(Refhost::Preferences& preferences, SilentFace& face, const Refhost::
   for (const auto& [name, value] : chosen) {
     const std::u16string kept = model.value(name).value_or(u"");
     if (kept != value)
-      throw std::runtime_error("The property " + inQuotes(name) + " was set to " + inQuotes(value) + ", and became " +
-                               inQuotes(kept) + " by the other settings and the rules of the model " +
-                               inQuotes(model.description().name) + ".");
+      throw std::runtime_error(Formats::sentence(
+          "The property {1} was set to {2}, and became {3} by the other settings and the rules of the model {4}.",
+          inQuotes(name), inQuotes(value), inQuotes(kept), inQuotes(model.description().name)));
     demandOption(model, name, value);
   }
 }

@@ -2,6 +2,7 @@
 
 #include "app/messages.h"
 #include "formats/printable.h"
+#include "formats/sentences.h"
 #include "press/job/overlay_words.h"
 
 #include <algorithm>
@@ -27,13 +28,27 @@ std::string number(double value) {
 // Normalises to the range from 0 to below 360.
 double wholeTurnsLess(double degrees) { return std::fmod(std::fmod(degrees, 360) + 360, 360); }
 
-// Empty for the centre of the page.
+// Follows the look of a watermark; empty for the centre of the page.
 std::string placeInWords(const Press::Watermark& mark) {
-  std::string side = mark.across == Press::Across::left ? "left" : mark.across == Press::Across::right ? "right" : "";
-  if (mark.down == Press::Down::centre) return side;
-  const bool isUpper = mark.down == Press::Down::upper;
-  if (side.empty()) return isUpper ? "top" : "bottom";
-  return (isUpper ? "upper " : "lower ") + side;
+  using Press::Across;
+  using Press::Down;
+  if (mark.down == Down::upper) {
+    if (mark.across == Across::left) return Formats::sentence(", at the upper left");
+    return mark.across == Across::right ? Formats::sentence(", at the upper right") : Formats::sentence(", at the top");
+  }
+  if (mark.down == Down::lower) {
+    if (mark.across == Across::left) return Formats::sentence(", at the lower left");
+    return mark.across == Across::right ? Formats::sentence(", at the lower right")
+                                        : Formats::sentence(", at the bottom");
+  }
+  if (mark.across == Across::centre) return {};
+  return mark.across == Across::left ? Formats::sentence(", at the left") : Formats::sentence(", at the right");
+}
+
+std::string faceInWords(const Press::Watermark& mark) {
+  if (mark.isBold && mark.isItalic) return Formats::sentence("{1} bold italic", mark.face);
+  if (mark.isBold) return Formats::sentence("{1} bold", mark.face);
+  return mark.isItalic ? Formats::sentence("{1} italic", mark.face) : mark.face;
 }
 
 bool contains(const std::vector<int>& numbers, int wanted) {
@@ -47,11 +62,9 @@ class Description {
 
   std::vector<std::string> sentences() {
     job();
-    if (!effects.any()) say("no effect changes them.");
+    if (!effects.any()) say(Formats::sentence("no effect changes them."));
     sayMarks(true);
-    if (effects.pagesOnSheet > 1)
-      say(std::to_string(effects.pagesOnSheet) + " pages go on a sheet; that makes " + std::to_string(plan.sheets) +
-          (plan.sheets == 1 ? " sheet." : " sheets."));
+    if (effects.pagesOnSheet > 1) saySheets();
     sayMarks(false);
     for (const Press::PageEffect& effect : Press::pageEffects)
       if (effects.*effect.isOn && !isIncludedInAnother(effect)) sayPageEffect(effect);
@@ -62,15 +75,26 @@ class Description {
  private:
   void say(const std::string& sentence) { lines.push_back(Formats::printable(capitalised(sentence))); }
 
-  std::string sheetWord() const { return effects.pagesOnSheet > 1 ? "sheet" : "page"; }
+  Unit sheetUnit() const { return effects.pagesOnSheet > 1 ? Unit::sheet : Unit::page; }
+
+  void saySheets() {
+    if (plan.sheets == 1)
+      say(Formats::sentence("{1} pages go on a sheet; that makes 1 sheet.", effects.pagesOnSheet));
+    else
+      say(Formats::sentence("{1} pages go on a sheet; that makes {2} sheets.", effects.pagesOnSheet, plan.sheets));
+  }
 
   void job() {
     const int kept = static_cast<int>(plan.kept.size());
-    const std::string has = "the job has " + std::to_string(plan.jobPages) + (plan.jobPages == 1 ? " page" : " pages");
-    if (kept == plan.jobPages) return say(has + ".");
+    if (plan.jobPages == 1) return say(Formats::sentence("the job has 1 page."));
+    if (kept == plan.jobPages) return say(Formats::sentence("the job has {1} pages.", plan.jobPages));
     const auto isKept = [this](int page) { return contains(plan.kept, page); };
-    say(has + ", of which " + pagesInWords(plan.jobPages, "page", isKept) +
-        (kept == 1 ? " is printed." : " are printed; from here on they count from 1."));
+    const std::string pages = pagesInWords(plan.jobPages, Unit::page, isKept);
+    if (kept == 1)
+      say(Formats::sentence("the job has {1} pages, of which {2} is printed.", plan.jobPages, pages));
+    else
+      say(Formats::sentence("the job has {1} pages, of which {2} are printed; from here on they count from 1.",
+                            plan.jobPages, pages));
   }
 
   // Describes the marks drawn before several pages are put on a sheet, or those drawn after.
@@ -84,39 +108,47 @@ class Description {
 
   template <class IsMeant>
   std::string places(bool isOnEachPage, const IsMeant& isMeant) const {
-    return isOnPages(isOnEachPage) ? pagesInWords(static_cast<int>(plan.kept.size()), "page", isMeant)
-                                   : pagesInWords(plan.sheets, "sheet", isMeant);
+    return isOnPages(isOnEachPage) ? pagesInWords(static_cast<int>(plan.kept.size()), Unit::page, isMeant)
+                                   : pagesInWords(plan.sheets, Unit::sheet, isMeant);
   }
 
   void sayOverlays() {
     for (const Press::Overlay& overlay : effects.overlays) sayOverlay(overlay);
     const std::string words = Press::overlaysInWords(effects, static_cast<int>(plan.kept.size()));
-    const std::string unit = Press::overlaysCountSheets(effects) ? "sheet" : "page";
-    if (effects.overlays.size() > 1 && !words.empty()) say("overlays by " + unit + ": " + words + ".");
+    if (effects.overlays.size() < 2 || words.empty()) return;
+    say(Press::overlaysCountSheets(effects) ? Formats::sentence("overlays by sheet: {1}.", words)
+                                            : Formats::sentence("overlays by page: {1}.", words));
   }
 
   void sayOverlay(const Press::Overlay& overlay) {
-    say("the overlay " + inQuotes(Press::overlayName(overlay.file)) + " goes " +
-        (effects.overlaysOverPage ? "over" : "under") + " the content of " +
-        places(effects.overlaysOnEachPage, [&](int page) { return overlay.pages.has(page); }) + ".");
+    const std::string name = inQuotes(Press::overlayName(overlay.file));
+    const std::string where = places(effects.overlaysOnEachPage, [&](int page) { return overlay.pages.has(page); });
+    say(effects.overlaysOverPage ? Formats::sentence("the overlay {1} goes over the content of {2}.", name, where)
+                                 : Formats::sentence("the overlay {1} goes under the content of {2}.", name, where));
   }
 
   void sayWatermark() {
     const Press::Watermark& mark = effects.watermark;
+    const std::string text = inQuotes(mark.text);
     if (!plan.drawsWatermark)
-      return say("the watermark " + inQuotes(mark.text) + " draws nothing: nothing of its text can be seen.");
-    std::string look = mark.face + (mark.isBold ? " bold" : "") + (mark.isItalic ? " italic" : "") + ", " +
-                       number(mark.size) + " points";
+      return say(Formats::sentence("the watermark {1} draws nothing: nothing of its text can be seen.", text));
+    const std::string where = places(mark.onEachPage, [&](int page) { return page == 1 || !mark.firstOnly; });
+    const std::string look = lookOf(mark);
+    say(mark.isUnderPage
+            ? Formats::sentence("the watermark {1} goes under the content of {2}: {3}.", text, where, look)
+            : Formats::sentence("the watermark {1} goes over the content of {2}: {3}.", text, where, look));
+  }
+
+  static std::string lookOf(const Press::Watermark& mark) {
     char colour[8];
     std::snprintf(colour, sizeof colour, "#%06X", static_cast<unsigned>(mark.colour));
-    look += std::string(", ") + colour;
+    std::string look = Formats::sentence("{1}, {2} points, {3}", faceInWords(mark), number(mark.size), colour);
     if (const double angle = wholeTurnsLess(mark.angle); angle != 0)
-      look += ", turned by " + number(angle) + " degrees clockwise";
-    if (const std::string place = placeInWords(mark); !place.empty()) look += ", at the " + place;
-    if (mark.isOutlined) look += ", in outline";
-    if (mark.transparency != 0) look += ", " + number(mark.transparency) + " percent transparent";
-    say("the watermark " + inQuotes(mark.text) + " goes " + (mark.isUnderPage ? "under" : "over") + " the content of " +
-        places(mark.onEachPage, [&](int page) { return page == 1 || !mark.firstOnly; }) + ": " + look + ".");
+      look += Formats::sentence(", turned by {1} degrees clockwise", number(angle));
+    look += placeInWords(mark);
+    if (mark.isOutlined) look += Formats::sentence(", in outline");
+    if (mark.transparency != 0) look += Formats::sentence(", {1} percent transparent", number(mark.transparency));
+    return look;
   }
 
   // Whether the effect, which is for A3 and Ledger, is done to every sheet by another one.
@@ -127,12 +159,13 @@ class Description {
   }
 
   void sayPageEffect(const Press::PageEffect& effect) {
-    const std::string result(effect.result);
-    if (!effect.isForA3LedgerAlone) return say("every " + sheetWord() + " is " + result + ".");
-    const auto isMeant = [this](int sheet) { return contains(plan.a3LedgerSheets, sheet); };
-    const bool areSeveral =
-        plan.a3LedgerSheets.size() > 1 && plan.sheets > static_cast<int>(plan.a3LedgerSheets.size());
-    say(pagesInWords(plan.sheets, sheetWord(), isMeant) + (areSeveral ? " are " : " is ") + result + ".");
+    const std::string result = Formats::sentence(effect.result);
+    const auto isMeant = [&](int sheet) { return !effect.isForA3LedgerAlone || contains(plan.a3LedgerSheets, sheet); };
+    const bool areSeveral = effect.isForA3LedgerAlone && plan.a3LedgerSheets.size() > 1 &&
+                            plan.sheets > static_cast<int>(plan.a3LedgerSheets.size());
+    const std::string pages = pagesInWords(plan.sheets, sheetUnit(), isMeant);
+    say(areSeveral ? Formats::sentence("{1} are {2}.", pages, result)
+                   : Formats::sentence("{1} is {2}.", pages, result));
   }
 
   const Press::Plan& plan;

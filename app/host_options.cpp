@@ -3,6 +3,7 @@
 #include "app/failure.h"
 #include "app/system/installed_fonts.h"
 #include "files/product_files.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "host/library.h"
 
@@ -19,17 +20,20 @@ Files::LayeredFolder resourceFolders(const std::vector<std::string>& given) {
 }  // namespace
 
 void HostOptions::declare(CLI::App& command, const std::string& homeHelp) {
-  command.add_option("--model", model, "A shipped model description by its name, or one of your own by its path")
+  command
+      .add_option("--model", model,
+                  Formats::sentence("A shipped model description by its name, or one of your own by its path"))
       ->type_name("NAME")
       ->default_str(Refhost::Options().model);
-  command.add_option("--plugin", plugin, "The plug-in library; by default the one of this kiln")->type_name("FILE");
+  command.add_option("--plugin", plugin, Formats::sentence("The plug-in library; by default the one of this kiln"))
+      ->type_name("FILE");
   declarePlaces(command, homeHelp);
 }
 
 void HostOptions::declarePlaces(CLI::App& command, const std::string& homeHelp) {
   command.add_option("--home", home, homeHelp)->type_name("DIR");
   addRepeatable(command, "--resources", resources,
-                "A folder to look for layouts, texts and models in; by default those of this kiln")
+                Formats::sentence("A folder to look for layouts, texts and models in; by default those of this kiln"))
       ->type_name("DIR");
 }
 
@@ -50,7 +54,8 @@ std::filesystem::path toPath(const std::string& utf8) {
 std::pair<std::u16string, std::u16string> toPair(const std::string& option, const std::string& word) {
   const std::size_t equals = word.find('=');
   if (equals == std::string::npos || equals == 0)
-    throw Failure(wrongUsage, option + " takes NAME=VALUE, and \"" + word + "\" is not of that form.");
+    throw Failure(wrongUsage, Formats::sentence("{1} takes NAME=VALUE, and {2} is not of that form.", option,
+                                                Formats::quoted(word)));
   return {Formats::toUtf16(word.substr(0, equals)), Formats::toUtf16(word.substr(equals + 1))};
 }
 

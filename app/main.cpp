@@ -6,6 +6,7 @@
 #include "app/system/platform.h"
 #include "app/system/user.h"
 #include "files/language.h"
+#include "formats/sentences.h"
 
 #include <algorithm>
 #include <iostream>
@@ -14,17 +15,23 @@
 
 namespace {
 
-constexpr const char* footer = R"("kiln help COMMAND" and "kiln COMMAND --help" tell more.
+#ifdef KILN_WITHOUT_PRINTING
+constexpr std::string_view footer =
+    Formats::sentenceTemplate(R"("kiln help COMMAND" and "kiln COMMAND --help" tell more.
 
 Examples:
-)"
-#ifndef KILN_WITHOUT_PRINTING
-                               R"(  kiln show letter.pdf
+  kiln ticket --set MirrorImage=MirrorImage
+  echo 'widget ePTKWPageMirrorImage' | kiln drive)");
+#else
+constexpr std::string_view footer =
+    Formats::sentenceTemplate(R"("kiln help COMMAND" and "kiln COMMAND --help" tell more.
+
+Examples:
+  kiln show letter.pdf
   kiln print letter.pdf printed.pdf --set MirrorImage=MirrorImage
-)"
+  kiln ticket --set MirrorImage=MirrorImage
+  echo 'widget ePTKWPageMirrorImage' | kiln drive)");
 #endif
-                               R"(  kiln ticket --set MirrorImage=MirrorImage
-  echo 'widget ePTKWPageMirrorImage' | kiln drive)";
 
 // The help of kiln itself, regardless of the chosen subcommand.
 std::string overview(const CLI::App& kiln) {
@@ -39,14 +46,15 @@ App::Run telling(const std::string& text) {
 }
 
 void addHelp(CLI::App& kiln, App::Run& run) {
-  CLI::App& command = *kiln.add_subcommand("help", "Tells what kiln and its commands do");
+  CLI::App& command = *kiln.add_subcommand("help", Formats::sentence("Tells what kiln and its commands do"));
   const auto topic = std::make_shared<std::string>();
-  command.add_option("COMMAND", *topic, "The command to tell about")->type_name("");
+  command.add_option("COMMAND", *topic, Formats::sentence("The command to tell about"))->type_name("");
   command.callback([&kiln, &run, topic] {
     try {
       run = telling(topic->empty() ? overview(kiln) : kiln.get_subcommand(*topic)->help("kiln"));
     } catch (const CLI::OptionNotFound&) {
-      throw App::Failure(App::wrongUsage, "There is no command \"" + *topic + "\"; \"kiln help\" lists them.");
+      throw App::Failure(App::wrongUsage, Formats::sentence("There is no command {1}; \"kiln help\" lists them.",
+                                                            Formats::quoted(*topic)));
     }
   });
 }
@@ -59,10 +67,12 @@ std::string helpCommand(const CLI::App& kiln) {
 
 // Parses the command line. Frees the parser's memory before the result runs.
 App::Run parse(std::vector<std::string> words) {
-  CLI::App kiln("The effect tab of a printer driver's preferences: watch it, test it, and print with it.", "kiln");
-  kiln.footer(footer);
-  kiln.set_version_flag("--version", "kiln " KILN_VERSION, "Tells the version");
-  kiln.set_help_flag("-h,--help", "Tells what the command does");
+  CLI::App kiln(
+      Formats::sentence("The effect tab of a printer driver's preferences: watch it, test it, and print with it."),
+      "kiln");
+  kiln.footer(Formats::sentence(footer));
+  kiln.set_version_flag("--version", "kiln " KILN_VERSION, Formats::sentence("Tells the version"));
+  kiln.set_help_flag("-h,--help", Formats::sentence("Tells what the command does"));
   kiln.allow_windows_style_options(false);
   kiln.formatter(std::make_shared<App::HelpFormatter>());
   kiln.require_subcommand(0, 1);
@@ -86,14 +96,18 @@ App::Run parse(std::vector<std::string> words) {
   } catch (const CLI::Success& help) {
     return [status = kiln.exit(help)] { return status; };
   } catch (const CLI::ParseError& error) {
-    throw App::Failure(App::wrongUsage, std::string(error.what()) + "; see \"" + helpCommand(kiln) + "\".");
+    throw App::Failure(App::wrongUsage,
+                       Formats::sentence("{1}; see {2}.", error.what(), Formats::quoted(helpCommand(kiln))));
   }
   return run ? run : telling(overview(kiln));
 }
 
 // What scripts and checks answer is compared, and is English for everybody.
-void speakTo(const std::string& command) {
-  if (command != "drive" && command != "check") Files::speak(App::userLocale(Files::spokenLocales()));
+void speakTo(const std::vector<std::string>& words) {
+  const bool isCompared = !words.empty() && (words.front() == "drive" || words.front() == "check");
+  const bool asksForHelp =
+      std::ranges::any_of(words, [](const auto& word) { return word == "--help" || word == "-h"; });
+  if (!isCompared || asksForHelp) Files::speak(App::userLocale(Files::spokenLocales()));
 }
 
 }  // namespace
@@ -107,11 +121,12 @@ int main(int count, char** words) {
     App::prepareStreams();
     App::prepareMemory();
     auto arguments = App::arguments(count, words);
-    speakTo(arguments.empty() ? std::string() : arguments.front());
+    speakTo(arguments);
     isFilter = !arguments.empty() && arguments.front() == "filter";
     const int result = parse(std::move(arguments))();
     if (!std::cout.flush() && result == 0)
-      throw std::runtime_error("Standard output cannot be written: see that there is room where it goes.");
+      throw std::runtime_error(
+          Formats::sentence("Standard output cannot be written: see that there is room where it goes."));
     return result;
   } catch (const App::Failure& failure) {
     status = failure.status();

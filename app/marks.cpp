@@ -5,6 +5,7 @@
 #include "app/overlay_slots.h"
 #include "app/shown_items.h"
 #include "formats/names.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "formats/watermark_record.h"
 #include "host/gui.h"
@@ -23,11 +24,10 @@ Kind& onTab(SilentRun& run, Formats::Name id) {
   return demandWidget<Kind>(*run.preferences().gui(), id);
 }
 
-// Chooses an item in a list of `what`.
-void choose(SilentRun& run, Refhost::SelectorNode& list, const ShownItem& item, const std::string& what) {
+// Chooses an item in a list; `refusal` is the template of the sentence that it cannot be chosen.
+void choose(SilentRun& run, Refhost::SelectorNode& list, const ShownItem& item, std::string_view refusal) {
   run.act([&] { list.choose(item.index); });
-  if (list.selection() != item.index)
-    throw std::runtime_error("The " + what + ' ' + inQuotes(item.name) + " cannot be chosen now.");
+  if (list.selection() != item.index) throw std::runtime_error(Formats::sentence(refusal, inQuotes(item.name)));
 }
 
 bool isOverlay(const ShownItem& item) { return item.value != Value::none && item.value != Value::multiple; }
@@ -53,8 +53,9 @@ PlacedOverlay toPlaced(const std::vector<ShownItem>& items, const std::string& w
   if (colon != word.npos)
     if (const std::string name = nameMeant(names, word.substr(0, colon)); overlayNamed(items, name) != nullptr)
       return {name, word.substr(colon + 1)};
-  throw std::runtime_error("There is no overlay " + inQuotes(word) +
-                           (names.empty() ? "; there are none yet." : "; there are " + listed(names) + '.'));
+  if (names.empty())
+    throw std::runtime_error(Formats::sentence("There is no overlay {1}; there are none yet.", inQuotes(word)));
+  throw std::runtime_error(Formats::sentence("There is no overlay {1}; there are {2}.", inQuotes(word), listed(names)));
 }
 
 // Opens the dialog as a user does: by choosing several overlays, or if already chosen, by the details button.
@@ -62,7 +63,7 @@ void chooseSeveral(SilentRun& run, const OverlaySlots& slots) {
   auto& list = onTab<Refhost::SelectorNode>(run, WidgetId::overlayList);
   const auto items = shownItems(list);
   const auto several = std::ranges::find(items, Value::multiple, &ShownItem::value);
-  if (several == items.end()) throw std::runtime_error("These preferences take one overlay only.");
+  if (several == items.end()) throw std::runtime_error(Formats::sentence("These preferences take one overlay only."));
   const auto openDialog = [&] {
     if (list.selection() == several->index)
       onTab<Refhost::Button>(run, WidgetId::overlayDetails).click();
@@ -74,7 +75,7 @@ void chooseSeveral(SilentRun& run, const OverlaySlots& slots) {
     assignOverlays(dialog, slots);
     isAssigned = true;
   });
-  if (!isAssigned) throw std::runtime_error("Several overlays cannot be chosen now.");
+  if (!isAssigned) throw std::runtime_error(Formats::sentence("Several overlays cannot be chosen now."));
 }
 
 // Whether the setting has an effect only with a watermark.
@@ -92,8 +93,10 @@ void chooseWatermark(SilentRun& run, const std::string& name) {
   std::vector<std::string> names;
   for (const ShownItem& each : items) names.push_back(each.name);
   const auto item = std::ranges::find(items, nameMeant(names, name), &ShownItem::name);
-  if (item != items.end()) return choose(run, list, *item, "watermark");
-  throw std::runtime_error("There is no watermark " + inQuotes(name) + "; there are " + listed(names) + '.');
+  if (item != items.end())
+    return choose(run, list, *item, Formats::sentenceTemplate("The watermark {1} cannot be chosen now."));
+  throw std::runtime_error(
+      Formats::sentence("There is no watermark {1}; there are {2}.", inQuotes(name), listed(names)));
 }
 
 void chooseOverlays(SilentRun& run, const std::vector<std::string>& words) {
@@ -103,7 +106,8 @@ void chooseOverlays(SilentRun& run, const std::vector<std::string>& words) {
   std::vector<PlacedOverlay> overlays;
   for (const std::string& word : words) overlays.push_back(toPlaced(items, word));
   if (overlays.size() == 1 && overlays.front().pages == "All")
-    choose(run, list, *overlayNamed(items, overlays.front().overlay), "overlay");
+    choose(run, list, *overlayNamed(items, overlays.front().overlay),
+           Formats::sentenceTemplate("The overlay {1} cannot be chosen now."));
   else
     chooseSeveral(run, slotsFor(overlays));
 }
@@ -114,9 +118,9 @@ void warnOfMissingWatermark(SilentRun& run, const Refhost::TracePairs& settings)
       std::ranges::any_of(settings, [](const auto& setting) { return setting.first == Prop::watermark; });
   if (needing == settings.end() || isDecided) return;
   if (Formats::isName(run.printedValues()[Formats::toUtf8(Prop::watermark)], Value::watermark)) return;
-  run.face().tell("The watermark is off, so " + inQuotes(Formats::toUtf8(needing->first)) +
-                  " has no effect: choose a watermark with --watermark NAME, or turn it on with --set "
-                  "Watermark=Watermark.");
+  run.face().tell(Formats::sentence("The watermark is off, so {1} has no effect: choose a watermark with --watermark "
+                                    "NAME, or turn it on with --set Watermark=Watermark.",
+                                    inQuotes(Formats::toUtf8(needing->first))));
 }
 
 }  // namespace App

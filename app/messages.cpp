@@ -1,6 +1,7 @@
 #include "app/messages.h"
 
 #include "formats/printable.h"
+#include "formats/sentences.h"
 
 #include <iostream>
 
@@ -38,7 +39,7 @@ std::string startOfText(const std::string& text, std::size_t most) {
 
 void tell(std::string_view sentence) { write("kiln: ", Formats::printable(sentence)); }
 
-std::string inQuotes(const std::string& name) { return '"' + name + '"'; }
+std::string inQuotes(const std::string& name) { return Formats::quoted(name); }
 
 void message(Message kind, std::string_view text) {
   const std::string_view start = startOf(kind);

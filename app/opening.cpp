@@ -1,5 +1,7 @@
 #include "app/opening.h"
 
+#include "files/system_reason.h"
+#include "formats/sentences.h"
 #include "host/kept_settings.h"
 
 #include <stdexcept>
@@ -13,8 +15,9 @@ bool isThere(const fs::path& path) {
   std::error_code error;
   if (fs::symlink_status(path, error).type() == fs::file_type::not_found) return false;
   if (fs::exists(fs::status(path, error))) return true;
-  throw std::runtime_error(path.string() + " cannot be reached (" + error.message() +
-                           "): check where links lead, and who may look into the folders on the way.");
+  throw std::runtime_error(Formats::sentence(
+      "{1} cannot be reached ({2}): check where links lead, and who may look into the folders on the way.",
+      path.string(), Files::systemReason(error)));
 }
 
 std::optional<Refhost::TracePairs> keptIn(const fs::path& home, const Refhost::Options& options, Tell tellUser) {
@@ -22,8 +25,9 @@ std::optional<Refhost::TracePairs> keptIn(const fs::path& home, const Refhost::O
   const fs::path file = Refhost::settingsFile(home, model.name);
   const Refhost::KeptSettings kept = Refhost::readSettings(file, tellUser);
   if (!kept.setAside.empty())
-    throw std::runtime_error("The settings in " + file.string() + " were damaged and are now in " +
-                             kept.setAside.string() + ": accept the preferences once more.");
+    throw std::runtime_error(
+        Formats::sentence("The settings in {1} were damaged and are now in {2}: accept the preferences once more.",
+                          file.string(), kept.setAside.string()));
   if (!isThere(file)) return {};
   return Refhost::applicable(kept.values, model);
 }

@@ -4,6 +4,7 @@
 #include "app/shown_items.h"
 #include "formats/names.h"
 #include "formats/page_rules.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 
 #include <algorithm>
@@ -34,7 +35,8 @@ class Assignment {
       image(slot).choose(std::u16string(Formats::clearItem));
     for (std::size_t slot = 0; slot < Formats::slotCount; ++slot)
       if (!slots[slot].overlay.empty()) fill(slot);
-    if (!dialog.accept()) throw std::runtime_error("The overlays cannot be assigned to their pages.");
+    if (!dialog.accept())
+      throw std::runtime_error(Formats::sentence("The overlays cannot be assigned to their pages."));
   }
 
  private:
@@ -50,7 +52,8 @@ class Assignment {
     const auto sources = shownItems(list);
     const auto source = std::ranges::find(sources, slots[slot].overlay, &ShownItem::name);
     if (source == sources.end())
-      throw std::runtime_error("The overlay " + inQuotes(slots[slot].overlay) + " cannot be combined with others.");
+      throw std::runtime_error(
+          Formats::sentence("The overlay {1} cannot be combined with others.", inQuotes(slots[slot].overlay)));
     list.choose(source->index);  // overlays of several folders may have the same value
     image(slot).drop(source->value);
     if (slot < Formats::masterSlots)
@@ -72,9 +75,9 @@ class Assignment {
     const std::string& pages = slots[slot].pages;
     auto& box = widget<Refhost::TextBoxNode>(Formats::WidgetId::slotPages[slot - Formats::masterSlots]);
     if (!namesPages(pages) || !box.edit(toUtf16(pages), Refhost::Edit::typed))
-      throw std::runtime_error(inQuotes(pages) + " does not say on which pages the overlay " +
-                               inQuotes(slots[slot].overlay) +
-                               " goes: write All, Even, Odd, or numbers such as 1,3,5-9.");
+      throw std::runtime_error(Formats::sentence(
+          "{1} does not say on which pages the overlay {2} goes: write All, Even, Odd, or numbers such as 1,3,5-9.",
+          inQuotes(pages), inQuotes(slots[slot].overlay)));
   }
 
   Refhost::Dialog& dialog;

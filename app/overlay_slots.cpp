@@ -1,5 +1,7 @@
 #include "app/overlay_slots.h"
 
+#include "formats/sentences.h"
+
 #include <algorithm>
 #include <stdexcept>
 
@@ -17,8 +19,8 @@ std::vector<PlacedOverlay> takeMasters(std::vector<PlacedOverlay>& overlays) {
   std::vector<PlacedOverlay> parities;
   std::ranges::copy_if(overlays, std::back_inserter(parities), isParity);
   if (parities.size() > 2 || (parities.size() == 2 && parities[0].pages == parities[1].pages))
-    throw std::runtime_error(
-        "One overlay can be on the even pages and one on the odd ones; name the pages of others by their numbers.");
+    throw std::runtime_error(Formats::sentence(
+        "One overlay can be on the even pages and one on the odd ones; name the pages of others by their numbers."));
   std::erase_if(overlays, isParity);
 
   std::vector<PlacedOverlay> masters;
@@ -39,8 +41,8 @@ OverlaySlots slotsFor(const std::vector<PlacedOverlay>& overlays) {
   std::vector<PlacedOverlay> lists = overlays;
   const std::vector<PlacedOverlay> masters = takeMasters(lists);
   if (lists.size() > Formats::slotCount - Formats::masterSlots)
-    throw std::runtime_error("At most six overlays can be on lists of pages; " + std::to_string(lists.size()) +
-                             " are.");
+    throw std::runtime_error(
+        Formats::sentence("At most six overlays can be on lists of pages; {1} are.", lists.size()));
   OverlaySlots slots;
   std::ranges::copy(masters, slots.begin());
   std::ranges::copy(lists, slots.begin() + Formats::masterSlots);

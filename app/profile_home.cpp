@@ -1,6 +1,7 @@
 #include "app/messages.h"
 #include "app/opening.h"
 #include "files/disk.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "host/kept_settings.h"
 #include "host/profiles/profile.h"
@@ -16,8 +17,9 @@ std::string shippedModel(const Files::LayeredFolder& shipped, const std::u16stri
   const auto names = Refhost::shippedModels(shipped);
   const std::string model = Formats::toUtf8(name);
   if (std::find(names.begin(), names.end(), model) == names.end())
-    throw std::runtime_error("The profile is of the model \"" + model +
-                             "\", which does not ship with kiln: name a model with --model.");
+    throw std::runtime_error(
+        Formats::sentence("The profile is of the model {1}, which does not ship with kiln: name a model with --model.",
+                          Formats::quoted(model)));
   return model;
 }
 

@@ -2,6 +2,8 @@
 
 #include "app/system/platform.h"
 
+#include "formats/sentences.h"
+
 #include <cstdint>
 #include <cstdio>
 #include <utility>
@@ -13,9 +15,8 @@ using namespace std::chrono_literals;
 
 }  // namespace
 
-ProgressLine::ProgressLine(std::string doing, std::string countedUnit)
-    : what(std::move(doing)),
-      unit(std::move(countedUnit)),
+ProgressLine::ProgressLine(std::string_view sentenceTemplate)
+    : sentence(sentenceTemplate),
       isTerminal(isErrorSeen()),
       nextTime(Clock::now() + 300ms) {}
 
@@ -28,11 +29,9 @@ void ProgressLine::show(int done, int total) {
   if (!isTerminal || now < nextTime) return;
   nextTime = now + 100ms;
   isShown = true;
-  if (unit.empty())
-    std::fprintf(stderr, "\r%s: %d %%", what.c_str(),
-                 total > 0 ? static_cast<int>(std::int64_t{done} * 100 / total) : 0);
-  else
-    std::fprintf(stderr, "\r%s: %d of %d %s", what.c_str(), done, total, unit.c_str());
+  const bool isCounted = sentence.find("{2}") != sentence.npos;
+  const int percent = total > 0 ? static_cast<int>(std::int64_t{done} * 100 / total) : 0;
+  std::fprintf(stderr, "\r%s", Formats::sentence(sentence, isCounted ? done : percent, total).c_str());
 }
 
 }  // namespace App

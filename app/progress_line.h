@@ -2,15 +2,16 @@
 #pragma once
 
 #include <chrono>
-#include <string>
+#include <string_view>
 
 namespace App {
 
 // Silent when standard error is not a terminal, and for short jobs.
 class ProgressLine {
  public:
-  // `doing` describes the task, and `countedUnit` the unit counted; without a unit the line shows per cent.
-  explicit ProgressLine(std::string doing, std::string countedUnit = {});
+  // The template of a sentence about what is done and in all, or in per cent: "Printing: {1} of {2} pages", "Packing:
+  // {1} %".
+  explicit ProgressLine(std::string_view sentenceTemplate);
   ~ProgressLine();
   ProgressLine(const ProgressLine&) = delete;
   ProgressLine& operator=(const ProgressLine&) = delete;
@@ -20,8 +21,7 @@ class ProgressLine {
  private:
   using Clock = std::chrono::steady_clock;
 
-  std::string what;
-  std::string unit;
+  std::string_view sentence;
   bool isTerminal;
   bool isShown = false;
   Clock::time_point nextTime;

@@ -2,6 +2,7 @@
 
 #include "app/messages.h"
 #include "formats/printable.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 
 #include <algorithm>
@@ -24,14 +25,15 @@ std::string nameMeant(const std::vector<std::string>& names, const std::string& 
   for (const std::string& name : names)
     if (Formats::printable(name) == word) listedSo.insert(name);
   if (listedSo.size() > 1)
-    throw std::runtime_error("Several names are listed as " + inQuotes(word) +
-                             ": choose among them in the preferences.");
+    throw std::runtime_error(
+        Formats::sentence("Several names are listed as {1}: choose among them in the preferences.", inQuotes(word)));
   return listedSo.empty() ? word : *listedSo.begin();
 }
 
 std::string listed(const std::vector<std::string>& names) {
   std::string list;
-  for (const std::string& name : names) list += (list.empty() ? "" : ", ") + inQuotes(name);
+  for (const std::string& name : names)
+    list = list.empty() ? inQuotes(name) : Formats::sentence("{1}, {2}", list, inQuotes(name));
   return list;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "formats/names.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "host/widgets/list.h"
 
@@ -33,7 +34,8 @@ std::string listed(const std::vector<std::string>& names);
 template <class Kind, class Widgets>
 Kind& demandWidget(const Widgets& widgets, Formats::Name id) {
   auto* const widget = dynamic_cast<Kind*>(widgets.find(id));
-  if (widget == nullptr) throw std::runtime_error("These preferences have no \"" + Formats::toUtf8(id) + "\".");
+  if (widget == nullptr)
+    throw std::runtime_error(Formats::sentence("These preferences have no {1}.", Formats::quoted(Formats::toUtf8(id))));
   return *widget;
 }
 

@@ -5,6 +5,7 @@
 #include "app/marks.h"
 #include "app/system/user.h"
 #include "files/path_text.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "host/profiles/archive.h"
 
@@ -32,7 +33,7 @@ void SilentRun::takeTicket(const std::filesystem::path& file) {
     const bool isAboutItsContent = sentence.starts_with(Files::shownPath(file) + ':');
     if (!isAboutItsContent) throw;
     if (sentence.ends_with('.')) sentence.pop_back();
-    throw std::runtime_error(sentence + "; write the ticket anew with \"kiln ticket\".");
+    throw std::runtime_error(Formats::sentence("{1}; write the ticket anew with \"kiln ticket\".", sentence));
   }
   check();
 }
@@ -52,7 +53,7 @@ void SilentRun::act(const std::function<void()>& atWidgets, const std::function<
 std::map<std::string, std::string> SilentRun::accept() {
   const bool isAccepted = opened.accept();
   check();
-  if (!isAccepted) throw NotAccepted("The plug-in does not accept these settings.");
+  if (!isAccepted) throw NotAccepted(Formats::sentence("The plug-in does not accept these settings."));
   return printedValues();
 }
 
@@ -65,25 +66,30 @@ std::map<std::string, std::string> SilentRun::printedValues() {
 
 void SettingOptions::declare(CLI::App& command) {
   // An empty argument is probably an unset script variable: reject it instead of printing without the file.
-  const CLI::Validator isNamed([](const std::string& word) { return word.empty() ? "a file has to be named" : ""; },
-                               "");
+  const CLI::Validator isNamed(
+      [](const std::string& word) { return word.empty() ? Formats::sentence("a file has to be named") : ""; }, "");
   command
       .add_option("--profile", profile,
-                  "Opens with a profile's model, settings, watermarks and overlays, not the home's")
+                  Formats::sentence("Opens with a profile's model, settings, watermarks and overlays, not the home's"))
       ->type_name("FILE")
       ->check(isNamed);
-  command.add_option("--ticket", ticket, "Then takes the settings of a PrintTicket")->type_name("FILE")->check(isNamed);
+  command.add_option("--ticket", ticket, Formats::sentence("Then takes the settings of a PrintTicket"))
+      ->type_name("FILE")
+      ->check(isNamed);
   command
       .add_option_function<std::string>(
           "--watermark", [this](const std::string& name) { watermark = name; },
-          "Then chooses the watermark of this name, as the preferences list it")
+          Formats::sentence("Then chooses the watermark of this name, as the preferences list it"))
       ->type_name("NAME");
-  addRepeatable(command, "--overlay", overlays,
-                "Then the overlay of this name, on all pages or on Even, Odd, 1,3,5-9; may be repeated")
+  addRepeatable(
+      command, "--overlay", overlays,
+      Formats::sentence("Then the overlay of this name, on all pages or on Even, Odd, 1,3,5-9; may be repeated"))
       ->type_name("NAME[:PAGES]");
-  addRepeatable(command, "--set", settings, "Then a setting, MirrorImage=MirrorImage for example; may be repeated")
+  addRepeatable(command, "--set", settings,
+                Formats::sentence("Then a setting, MirrorImage=MirrorImage for example; may be repeated"))
       ->type_name("NAME=VALUE");
-  host.declare(command, "The folder for what a user keeps; by default the one that \"kiln show\" uses");
+  host.declare(command,
+               Formats::sentence("The folder for what a user keeps; by default the one that \"kiln show\" uses"));
 }
 
 void SettingOptions::makeIn(SilentRun& run) const {
@@ -104,7 +110,7 @@ Opening::Opening(const SettingOptions& given, const Interruption& interruption) 
     const auto model = given.host.model.empty() ? ProfileHome::Model::ofProfile : ProfileHome::Model::ofOptions;
     profile.emplace(toPath(given.profile), resolved, model, interruption);
   } catch (const Refhost::Stopped&) {
-    throw Failure(128 + interruption.signal(), "Reading " + given.profile + " was stopped.");
+    throw Failure(128 + interruption.signal(), Formats::sentence("Reading {1} was stopped.", given.profile));
   }
 }
 

@@ -105,8 +105,9 @@ void Recording::writeTo(const std::filesystem::path& newFile) {
   path = newFile;
   file.open(path, std::ios::binary | std::ios::trunc);
   if (!file)
-    throw std::runtime_error("The recording " + Files::shownPath(path) +
-                             " cannot be written: check that its folder exists and may be written.");
+    throw std::runtime_error(
+        Formats::sentence("The recording {1} cannot be written: check that its folder exists and may be written.",
+                          Files::shownPath(path)));
 }
 
 void Recording::opens(const Refhost::Options& opening) {
@@ -167,8 +168,8 @@ void Recording::write(const std::string& lines) {
   if (file) return;
   file.close();
   if (onFailure)
-    onFailure("The recording " + Files::shownPath(path) +
-              " cannot be written any more: free some space, and record again.");
+    onFailure(Formats::sentence("The recording {1} cannot be written any more: free some space, and record again.",
+                                Files::shownPath(path)));
 }
 
 void Recording::forgetOldest() {

@@ -1,4 +1,5 @@
 #include "formats/printable.h"
+#include "formats/sentences.h"
 #include "window/preferences/preferences_window.h"
 #include "window/window.h"
 
@@ -50,15 +51,16 @@ bool hasDisplay() {
 QAbstractButton& buttonToPress(PreferencesWindow& window, const std::string& id) {
   auto* button = window.findChild<QAbstractButton*>(QString::fromStdString(id));
   if (button == nullptr || !button->isEnabled() || button->isHidden())
-    throw std::runtime_error("There is no button " + id + " to press in this window.");
+    throw std::runtime_error(Formats::sentence("There is no button {1} to press in this window.", id));
   return *button;
 }
 
 int save(QWidget& shown, const std::filesystem::path& picture) {
   QCoreApplication::processEvents();
   if (shown.grab().save(toQt(picture.u16string()), "PNG")) return 0;
-  return fail(cannotDraw, "The picture \"" + toQt(picture.u16string()).toStdString() +
-                              "\" cannot be written: check that its folder exists and may be written.");
+  return fail(cannotDraw,
+              Formats::sentence("The picture {1} cannot be written: check that its folder exists and may be written.",
+                                Formats::quoted(toQt(picture.u16string()).toStdString())));
 }
 
 // Clicking returns when the dialog has closed, so the dialog is drawn and closed from its event loop.
@@ -71,7 +73,9 @@ int drawDialog(QAbstractButton& opener, const std::filesystem::path& picture) {
     dialog->reject();
   });
   opener.click();
-  return status ? *status : fail(cannotDraw, "Pressing " + opener.objectName().toStdString() + " opens no dialog.");
+  return status
+             ? *status
+             : fail(cannotDraw, Formats::sentence("Pressing {1} opens no dialog.", opener.objectName().toStdString()));
 }
 
 int draw(PreferencesWindow& window, const Request& request) {
@@ -88,7 +92,9 @@ int show(const Request& request) {
   std::optional<ImaginaryScreen> imaginary;
   if (!request.screenshot.empty()) imaginary.emplace();
   if (!imaginary && !hasDisplay())
-    return fail(cannotOpen, "There is no display to open a window on; give --screenshot to draw it into a picture.");
+    return fail(
+        cannotOpen,
+        Formats::sentence("There is no display to open a window on; give --screenshot to draw it into a picture."));
   int count = 1;
   char name[] = "kiln";
   char* arguments[] = {name, nullptr};

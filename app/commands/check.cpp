@@ -8,6 +8,7 @@
 #include "files/temporary_folder.h"
 #include "formats/names.h"
 #include "formats/printable.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "host/documents/path.h"
 #include "host/plugin_description.h"
@@ -21,7 +22,8 @@
 namespace App {
 namespace {
 
-constexpr const char* footer = R"(Each check runs in a process of its own. docs/check.md lists the checks.
+constexpr std::string_view footer =
+    Formats::sentenceTemplate(R"(Each check runs in a process of its own. docs/check.md lists the checks.
 
 Examples:
   kiln check --list
@@ -29,7 +31,7 @@ Examples:
   kiln check --json --only life-cycle/create
 
 Exit status: 0 when no check failed or crashed, 1 when one did, 2 when the library
-cannot be found, or the command line is wrong.)";
+cannot be found, or the command line is wrong.)");
 
 // The command line's values, unprocessed.
 struct CheckOptions {
@@ -196,30 +198,36 @@ int check(const CheckOptions& given) {
 
 void addCheck(CLI::App& kiln, Run& run) {
   const auto given = std::make_shared<CheckOptions>();
-  CLI::App& command = *kiln.add_subcommand("check", "Checks whether a plug-in, or a host, honours the contract");
-  command.footer(footer);
-  command.add_option("LIBRARY", given->library, "The library; without it the plug-in beside kiln")->type_name("");
-  command.add_flag("--host", given->isHost, "The library has a host, packaged as docs/check.md says");
-  command.add_flag("--list", given->isList, "Lists the checks, and runs none");
-  addRepeatable(command, "--only", given->only, "Runs the checks whose id fits, with * for any part")
+  CLI::App& command =
+      *kiln.add_subcommand("check", Formats::sentence("Checks whether a plug-in, or a host, honours the contract"));
+  command.footer(Formats::sentence(footer));
+  command.add_option("LIBRARY", given->library, Formats::sentence("The library; without it the plug-in beside kiln"))
+      ->type_name("");
+  command.add_flag("--host", given->isHost,
+                   Formats::sentence("The library has a host, packaged as docs/check.md says"));
+  command.add_flag("--list", given->isList, Formats::sentence("Lists the checks, and runs none"));
+  addRepeatable(command, "--only", given->only, Formats::sentence("Runs the checks whose id fits, with * for any part"))
       ->type_name("PATTERN");
-  command.add_flag("--json", given->isJson, "Tells the results as one line of JSON");
-  command.add_option("--seconds", given->seconds, "The longest time for each check")
+  command.add_flag("--json", given->isJson, Formats::sentence("Tells the results as one line of JSON"));
+  command.add_option("--seconds", given->seconds, Formats::sentence("The longest time for each check"))
       ->type_name("N")
       ->check(CLI::Range(1, 86400).description(""))
       ->capture_default_str();
   command
-      .add_option("--name", given->plugin,
-                  "The name of the plug-in in the library; by default the one that its package tells")
+      .add_option(
+          "--name", given->plugin,
+          Formats::sentence("The name of the plug-in in the library; by default the one that its package tells"))
       ->type_name("NAME");
   command
-      .add_option("--model", given->model, "A shipped model description by its name, or one of your own by its path")
+      .add_option("--model", given->model,
+                  Formats::sentence("A shipped model description by its name, or one of your own by its path"))
       ->type_name("NAME")
       ->capture_default_str();
   addRepeatable(command, "--resources", given->resources,
-                "A folder to look for layouts, texts and models in; by default those of this kiln")
+                Formats::sentence("A folder to look for layouts, texts and models in; by default those of this kiln"))
       ->type_name("DIR");
-  command.add_option("--here", given->here, "Runs this one check in this process, for a debugger")->type_name("ID");
+  command.add_option("--here", given->here, Formats::sentence("Runs this one check in this process, for a debugger"))
+      ->type_name("ID");
   command.add_option("--outcome", given->outcome)->group("");
   command.callback([&run, given] { run = [given] { return check(*given); }; });
 }

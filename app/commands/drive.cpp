@@ -3,6 +3,7 @@
 #include "app/host_options.h"
 #include "app/system/platform.h"
 #include "formats/names.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "script/commands.h"
 #include "script/replay.h"
@@ -22,7 +23,8 @@
 namespace App {
 namespace {
 
-constexpr const char* footer = R"(The commands are described in docs/drive.md. Each is answered by one line of JSON.
+constexpr std::string_view footer =
+    Formats::sentenceTemplate(R"(The commands are described in docs/drive.md. Each is answered by one line of JSON.
 
 Examples:
   echo 'click ePTKWPageMirrorImage' | kiln drive
@@ -31,7 +33,7 @@ Examples:
 
 Exit status: 0 when every command was answered with "ok" true, 1 when one was not; with --expect
 0 when all answers are as recorded, 1 when one differs.
-2 when the preferences cannot be opened, the commands cannot be read, or the command line is wrong.)";
+2 when the preferences cannot be opened, the commands cannot be read, or the command line is wrong.)");
 
 const std::map<std::string, Refhost::Mode> modes = {{std::string(Formats::modeDocProp), Refhost::Mode::docProp},
                                                     {std::string(Formats::modePDC), Refhost::Mode::pdc},
@@ -174,40 +176,52 @@ int drive(const DriveOptions& given) {
 
 void addDrive(CLI::App& kiln, Run& run) {
   const auto given = std::make_shared<DriveOptions>();
-  CLI::App& command = *kiln.add_subcommand("drive", "Runs the preferences without a window, by a script of commands");
-  command.footer(footer);
-  command.add_option("SCRIPT", given->script, "The file with the commands; without it standard input")->type_name("");
-  given->host.declare(command, "The folder for what a user keeps; without it a temporary one that goes with the run");
-  command.add_option("--mode", given->mode, "DocProp, PDC, PrePrint, or rootless for no user interface")
+  CLI::App& command = *kiln.add_subcommand(
+      "drive", Formats::sentence("Runs the preferences without a window, by a script of commands"));
+  command.footer(Formats::sentence(footer));
+  command
+      .add_option("SCRIPT", given->script, Formats::sentence("The file with the commands; without it standard input"))
+      ->type_name("");
+  given->host.declare(
+      command,
+      Formats::sentence("The folder for what a user keeps; without it a temporary one that goes with the run"));
+  command
+      .add_option("--mode", given->mode, Formats::sentence("DocProp, PDC, PrePrint, or rootless for no user interface"))
       ->type_name("MODE")
       ->check(CLI::IsMember(modes).description(""))
       ->capture_default_str();
-  command.add_flag("--inactive", given->inactive, "The host has the plug-in switched off");
-  addRepeatable(command, "--config", given->settings, "A host setting; KEY- makes it not exist")
+  command.add_flag("--inactive", given->inactive, Formats::sentence("The host has the plug-in switched off"));
+  addRepeatable(command, "--config", given->settings, Formats::sentence("A host setting; KEY- makes it not exist"))
       ->type_name("KEY=VALUE");
   addRepeatable(command, "--property", given->properties,
-                "A property's value when the run opens, ModelNumber=KVT for example")
+                Formats::sentence("A property's value when the run opens, ModelNumber=KVT for example"))
       ->type_name("NAME=VALUE");
-  addRepeatable(command, "--customise", given->customisation, "A value of the XML customisation")
+  addRepeatable(command, "--customise", given->customisation, Formats::sentence("A value of the XML customisation"))
       ->type_name("KEY=VALUE");
-  command.add_option("--locale", given->locale, "The user interface's language")
+  command.add_option("--locale", given->locale, Formats::sentence("The user interface's language"))
       ->type_name("NAME")
       ->capture_default_str();
-  addRepeatable(command, "--without", given->without, "Every layout loads as if it had no widget of that id")
+  addRepeatable(command, "--without", given->without,
+                Formats::sentence("Every layout loads as if it had no widget of that id"))
       ->type_name("ID");
-  command.add_option("--dpi", given->dpi, "The screen's horizontal pixels per inch")
+  command.add_option("--dpi", given->dpi, Formats::sentence("The screen's horizontal pixels per inch"))
       ->type_name("N")
       ->check(CLI::Range(1, 10000).description(""))
       ->capture_default_str();
   command
       .add_option("--fonts", given->fonts,
-                  "The installed font faces, - when they cannot be told; by default this machine's")
+                  Formats::sentence("The installed font faces, - when they cannot be told; by default this machine's"))
       ->type_name("A,B,C");
-  command.add_option("--job-step", given->jobStep, "What the host's job step answers from the opening on")
+  command
+      .add_option("--job-step", given->jobStep,
+                  Formats::sentence("What the host's job step answers from the opening on"))
       ->type_name("NAME");
-  command.add_option("--trace", given->trace, "Also writes every trace event to this file, as it happens")
+  command
+      .add_option("--trace", given->trace,
+                  Formats::sentence("Also writes every trace event to this file, as it happens"))
       ->type_name("FILE");
-  command.add_flag("--expect", given->expects, "Compares the answers with those that the script has recorded");
+  command.add_flag("--expect", given->expects,
+                   Formats::sentence("Compares the answers with those that the script has recorded"));
   command.callback([&run, &command, given] {
     for (const CLI::Option* option : command.get_options())
       if (option->count() > 0) given->named.insert(option->get_name());

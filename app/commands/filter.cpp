@@ -13,6 +13,7 @@
 #include "app/system/standard_files.h"
 #include "files/path_text.h"
 #include "formats/overlay_index.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "press/job/print.h"
 
@@ -29,7 +30,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* footer =
+constexpr std::string_view footer = Formats::sentenceTemplate(
     R"(A print queue calls it as JOB USER TITLE COPIES OPTIONS [FILE]; without FILE the job comes on standard input.
 The printed pages go to standard output, messages for the scheduler to standard error. docs/print-queue.md
 tells how to install it.
@@ -40,7 +41,7 @@ The settings of a job are the first of these that there are:
   what the job's user accepted in "kiln show", where this runs as that very user
 and on top what the job's options say, "kiln-MirrorImage=MirrorImage" for example, as far as --allow lets them.
 
-Exit status: 0 when the pages were written, 1 when they were not.)";
+Exit status: 0 when the pages were written, 1 when they were not.)");
 
 struct FilterOptions {
   HostOptions host;
@@ -62,15 +63,18 @@ void demandCopies(const std::string& word) {
   const char* const end = word.data() + word.size();
   const auto [stop, problem] = std::from_chars(word.data(), end, copies);
   if (problem != std::errc() || stop != end || copies < 1)
-    throw Failure(1, "The number of copies is \"" + word + "\": it has to be a whole number of at least 1.");
+    throw Failure(1, Formats::sentence("The number of copies is {1}: it has to be a whole number of at least 1.",
+                                       Formats::quoted(word)));
 }
 
 Call toCall(const std::vector<std::string>& words) {
   if (!words.empty() && words.front().starts_with('-'))
-    throw Failure(1, "kiln filter has no option " + words.front() + "; \"kiln filter --help\" lists them.");
+    throw Failure(
+        1, Formats::sentence("kiln filter has no option {1}; \"kiln filter --help\" lists them.", words.front()));
   if (words.size() != 5 && words.size() != 6)
-    throw Failure(1, "kiln filter takes JOB USER TITLE COPIES OPTIONS [FILE] from a print queue, not " +
-                         std::to_string(words.size()) + " words.");
+    throw Failure(1, Formats::sentence(
+                         "kiln filter takes JOB USER TITLE COPIES OPTIONS [FILE] from a print queue, not {1} words.",
+                         words.size()));
   demandCopies(words[3]);
   return {words[1], words[3], words[4], words.size() == 6 ? words[5] : "-"};
 }
@@ -78,7 +82,8 @@ Call toCall(const std::vector<std::string>& words) {
 // Rejects world-writable files, which must not affect other users' jobs.
 void demandGuarded(const fs::path& path) {
   if ((fs::status(path).permissions() & fs::perms::others_write) != fs::perms::none)
-    throw std::runtime_error(path.string() + " may be changed by everybody: take that permission from others.");
+    throw std::runtime_error(
+        Formats::sentence("{1} may be changed by everybody: take that permission from others.", path.string()));
 }
 
 // The queue's ticket, set by the administrator; empty when there is none.
@@ -87,7 +92,7 @@ fs::path ticketOfQueue(const fs::path& folder) {
   const std::string queue = printer == nullptr ? "" : printer;
   if (queue.empty()) return {};
   if (queue.front() == '.' || queue.find('/') != queue.npos)
-    throw std::runtime_error("No ticket can be named after the queue \"" + queue + "\".");
+    throw std::runtime_error(Formats::sentence("No ticket can be named after the queue {1}.", Formats::quoted(queue)));
   fs::path ticket = folder / (queue + ".xml");
   if (!isThere(folder) || !isThere(ticket)) return {};
   demandGuarded(folder);
@@ -106,7 +111,7 @@ void takeKeptSettings(Refhost::Options& options, const std::string& user) {
   if (home.empty()) return;
   const auto kept = keptIn(home, options, warn);
   if (!kept) return;
-  message(Message::debug, "The settings are those kept in " + home.string() + ".");
+  message(Message::debug, Formats::sentence("The settings are those kept in {1}.", home.string()));
   options.home = home;
   options.properties = *kept;
 }
@@ -118,8 +123,9 @@ void demandAllowable(const std::string& property, const Refhost::PropertyModel& 
   demandSettable(model, name);
   const auto known = std::ranges::find(model.description().properties, name, &Refhost::PropertyDescription::name);
   if (known->options.empty())
-    throw std::runtime_error("The property \"" + property +
-                             "\" takes any text and so cannot be allowed to jobs: take it from the options of kiln.");
+    throw std::runtime_error(Formats::sentence(
+        "The property {1} takes any text and so cannot be allowed to jobs: take it from the options of kiln.",
+        Formats::quoted(property)));
 }
 
 // The job's settings, limited to properties that the administrator allows.
@@ -131,8 +137,8 @@ Refhost::TracePairs jobChoices(const Call& call, const FilterOptions& given, con
     if (!name.starts_with(prefix)) continue;
     const std::string property = name.substr(prefix.size());
     if (std::ranges::find(given.allowed, property) == given.allowed.end())
-      throw std::runtime_error("This queue takes no option \"" + name +
-                               "\" from a job: its administrator has to allow it.");
+      throw std::runtime_error(Formats::sentence(
+          "This queue takes no option {1} from a job: its administrator has to allow it.", Formats::quoted(name)));
     choices.emplace_back(Formats::toUtf16(property), Formats::toUtf16(value));
   }
   return choices;
@@ -144,13 +150,13 @@ Press::Effects effectsOf(const Call& call, const FilterOptions& given) {
   if (ticket.empty())
     takeKeptSettings(options, call.user);
   else
-    message(Message::debug, "The settings are those in " + ticket.string() + ".");
+    message(Message::debug, Formats::sentence("The settings are those in {1}.", ticket.string()));
 
   SilentRun run(options, warn);
   if (!ticket.empty()) run.takeTicket(ticket);
   const Refhost::TracePairs choices = jobChoices(call, given, run.preferences().model());
   if (ticket.empty() && options.properties.empty() && choices.empty())
-    message(Message::warning, "Nothing says how this queue prints, so the job stays as it is.");
+    message(Message::warning, Formats::sentence("Nothing says how this queue prints, so the job stays as it is."));
   run.choose(choices);
   return Press::effectsFromProperties(run.accept());
 }
@@ -171,8 +177,10 @@ void confineTo(const StandardFiles& files, const Press::Effects& effects) {
   }
   needed.toRead.push_back(files.in());
   const Confined confined = confine(needed);
-  if (!confined.toFiles) message(Message::debug, "This kernel does not confine the filter to its files.");
-  if (!confined.toCalls) message(Message::debug, "This kernel does not keep the filter from starting programs.");
+  if (!confined.toFiles)
+    message(Message::debug, Formats::sentence("This kernel does not confine the filter to its files."));
+  if (!confined.toCalls)
+    message(Message::debug, Formats::sentence("This kernel does not keep the filter from starting programs."));
 }
 
 // Reports progress to the scheduler, in pages of the job, at most once a second.
@@ -183,7 +191,7 @@ class ProgressMessages {
     const auto now = Clock::now();
     if (now < nextTime) return;
     nextTime = now + std::chrono::seconds(1);
-    message(Message::info, "Page " + std::to_string(done) + " of " + std::to_string(total) + ".");
+    message(Message::info, Formats::sentence("Page {1} of {2}.", done, total));
   }
   int pageCount() const { return pages; }
 
@@ -222,7 +230,7 @@ int filter(const FilterOptions& given, const std::vector<std::string>& words) {
     print(toCall(words), given, interruption);
     return 0;
   } catch (const Press::Stopped&) {
-    message(Message::info, "The job was cancelled.");
+    message(Message::info, Formats::sentence("The job was cancelled."));
   } catch (const std::exception& error) {
     message(Message::error, error.what());
   }
@@ -233,18 +241,20 @@ int filter(const FilterOptions& given, const std::vector<std::string>& words) {
 
 void addFilter(CLI::App& kiln, Run& run) {
   const auto given = std::make_shared<FilterOptions>();
-  CLI::App& command = *kiln.add_subcommand("filter", "Puts the effects on the jobs of a print queue");
-  command.footer(footer);
+  CLI::App& command =
+      *kiln.add_subcommand("filter", Formats::sentence("Puts the effects on the jobs of a print queue"));
+  command.footer(Formats::sentence(footer));
   // Everything from the job's number on is untrusted, including a title that may look like an option.
   command.prefix_command();
-  command.add_option("--tickets", given->tickets, "The folder of the queues' PrintTickets")
+  command.add_option("--tickets", given->tickets, Formats::sentence("The folder of the queues' PrintTickets"))
       ->type_name("DIR")
       ->capture_default_str();
-  addRepeatable(command, "--allow", given->allowed, "Lets jobs choose this property by an option \"kiln-NAME\"")
+  addRepeatable(command, "--allow", given->allowed,
+                Formats::sentence("Lets jobs choose this property by an option \"kiln-NAME\""))
       ->type_name("NAME");
   command.add_flag("--count-pages", given->countsPages,
-                   "Tells the scheduler the pages, on a queue with no other filter that does");
-  given->host.declare(command, "Takes what \"kiln show\" keeps in this folder, whoever prints");
+                   Formats::sentence("Tells the scheduler the pages, on a queue with no other filter that does"));
+  given->host.declare(command, Formats::sentence("Takes what \"kiln show\" keeps in this folder, whoever prints"));
   command.callback(
       [&run, &command, given] { run = [given, words = command.remaining()] { return filter(*given, words); }; });
 }

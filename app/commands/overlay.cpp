@@ -7,6 +7,7 @@
 #include "app/silent_run.h"
 #include "formats/names.h"
 #include "formats/printable.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "host/gui.h"
 #include "host/widgets/list.h"
@@ -19,17 +20,22 @@
 namespace App {
 namespace {
 
-constexpr const char* footer = R"(Examples:
-)"
-#ifndef KILN_WITHOUT_PRINTING
-                               R"(  kiln overlay create Letterhead letterhead.pdf
-)"
-#endif
-                               R"(  kiln overlay list
+#ifdef KILN_WITHOUT_PRINTING
+constexpr std::string_view footer = Formats::sentenceTemplate(R"(Examples:
+  kiln overlay list
   kiln overlay delete Letterhead
 
 Exit status: 0 when it was done, 1 when it was not, and every overlay is as it was,
-2 when the preferences cannot be opened or the command line is wrong.)";
+2 when the preferences cannot be opened or the command line is wrong.)");
+#else
+constexpr std::string_view footer = Formats::sentenceTemplate(R"(Examples:
+  kiln overlay create Letterhead letterhead.pdf
+  kiln overlay list
+  kiln overlay delete Letterhead
+
+Exit status: 0 when it was done, 1 when it was not, and every overlay is as it was,
+2 when the preferences cannot be opened or the command line is wrong.)");
+#endif
 
 struct OverlayOptions {
   SettingOptions settings;
@@ -44,7 +50,7 @@ struct Listed {
 
 Refhost::ComboBox& listIn(SilentRun& run) {
   auto* list = dynamic_cast<Refhost::ComboBox*>(run.preferences().gui()->find(Formats::WidgetId::overlayList));
-  if (list == nullptr) throw std::runtime_error("These preferences have no list of overlays.");
+  if (list == nullptr) throw std::runtime_error(Formats::sentence("These preferences have no list of overlays."));
   return *list;
 }
 
@@ -90,21 +96,25 @@ int remove(const OverlayOptions& given) {
   const std::vector<Listed> overlays = overlaysIn(list);
   const std::string name = meantBy(given, overlays);
   const auto overlay = overlayNamed(overlays, name);
-  if (!overlay) throw std::runtime_error("There is no overlay \"" + name + "\"; \"kiln overlay list\" lists them.");
+  if (!overlay)
+    throw std::runtime_error(
+        Formats::sentence("There is no overlay {1}; \"kiln overlay list\" lists them.", Formats::quoted(name)));
   auto* button = dynamic_cast<Refhost::Button*>(run.preferences().gui()->find(Formats::WidgetId::overlayDelete));
-  if (button == nullptr) throw std::runtime_error("These preferences have no button that deletes overlays.");
+  if (button == nullptr)
+    throw std::runtime_error(Formats::sentence("These preferences have no button that deletes overlays."));
   bool isConfirmed = false;
   run.act([&] { list.choose(overlay->index); });
   if (list.selection() == overlay->index)
     run.act([button] { button->click(); }, [&](Refhost::Dialog& dialog) { isConfirmed = dialog.accept(); });
-  if (!isConfirmed) throw std::runtime_error("The overlay \"" + name + "\" cannot be deleted now.");
+  if (!isConfirmed)
+    throw std::runtime_error(Formats::sentence("The overlay {1} cannot be deleted now.", Formats::quoted(name)));
   const auto other = overlayNamed(overlaysIn(list), name);
   if (other && other->isDownloaded == overlay->isDownloaded)
-    tell("Another overlay has the name " + inQuotes(name) + " too; it stays, and takes its place.");
+    tell(Formats::sentence("Another overlay has the name {1} too; it stays, and takes its place.", inQuotes(name)));
   return 0;
 }
 
-CLI::App& addPart(CLI::App& overlay, Run& run, const char* name, const char* help,
+CLI::App& addPart(CLI::App& overlay, Run& run, const char* name, const std::string& help,
                   const std::shared_ptr<OverlayOptions>& given, int (*work)(const OverlayOptions&)) {
   CLI::App& part = *overlay.add_subcommand(name, help);
   part.callback([&run, given, work] { run = [given, work] { return work(*given); }; });
@@ -114,9 +124,10 @@ CLI::App& addPart(CLI::App& overlay, Run& run, const char* name, const char* hel
 }  // namespace
 
 void addOverlay(CLI::App& kiln, Run& run) {
-  constexpr const char* homeHelp = "The folder for what a user keeps; by default the one that \"kiln show\" uses";
-  CLI::App& overlay = *kiln.add_subcommand("overlay", "Makes, lists and deletes overlays");
-  overlay.footer(footer);
+  const std::string homeHelp =
+      Formats::sentence("The folder for what a user keeps; by default the one that \"kiln show\" uses");
+  CLI::App& overlay = *kiln.add_subcommand("overlay", Formats::sentence("Makes, lists and deletes overlays"));
+  overlay.footer(Formats::sentence(footer));
   overlay.require_subcommand(1);
 
 #ifndef KILN_WITHOUT_PRINTING
@@ -124,12 +135,12 @@ void addOverlay(CLI::App& kiln, Run& run) {
 #endif
 
   const auto listed = std::make_shared<OverlayOptions>();
-  CLI::App& listPart = addPart(overlay, run, "list", "Lists the overlays, one a line", listed, list);
+  CLI::App& listPart = addPart(overlay, run, "list", Formats::sentence("Lists the overlays, one a line"), listed, list);
   listed->settings.host.declare(listPart, homeHelp);
 
   const auto deleted = std::make_shared<OverlayOptions>();
-  CLI::App& deletePart = addPart(overlay, run, "delete", "Deletes an overlay", deleted, remove);
-  deletePart.add_option("NAME", deleted->name, "The overlay's name")->required()->type_name("");
+  CLI::App& deletePart = addPart(overlay, run, "delete", Formats::sentence("Deletes an overlay"), deleted, remove);
+  deletePart.add_option("NAME", deleted->name, Formats::sentence("The overlay's name"))->required()->type_name("");
   deleted->settings.host.declare(deletePart, homeHelp);
 }
 

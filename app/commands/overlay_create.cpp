@@ -3,6 +3,7 @@
 #include "app/messages.h"
 #include "app/silent_run.h"
 #include "formats/names.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "host/overlay_job.h"
 #include "press/job/capture.h"
@@ -21,12 +22,13 @@ struct CreationOptions {
 
 // Accepts the preferences of a job that creates an overlay with the name: the plug-in prepares the destination.
 void prepare(SilentRun& run, const CreationOptions& given) {
-  std::string refusal = "An overlay needs a name.";
+  std::string refusal = Formats::sentence("An overlay needs a name.");
   run.face().jobStep = Formats::toUtf16(given.name);
   run.face().operateDialogs([&](Refhost::Dialog& dialog) {
     const bool isFull = dialog.url().ends_with(u"/dlg_overlayfull.xul");
-    refusal = isFull ? "There is no room for more than 20 overlays; delete one first."
-                     : "There is an overlay \"" + given.name + "\" already; --replace replaces it.";
+    refusal = isFull ? Formats::sentence("There is no room for more than 20 overlays; delete one first.")
+                     : Formats::sentence("There is an overlay {1} already; --replace replaces it.",
+                                         Formats::quoted(given.name));
     if (given.replaces && !isFull) dialog.accept();
   });
   try {
@@ -56,10 +58,10 @@ int create(const CreationOptions& given) {
 
 void addOverlayCreation(CLI::App& overlay, Run& run) {
   const auto given = std::make_shared<CreationOptions>();
-  CLI::App& part = *overlay.add_subcommand("create", "Makes an overlay of the first page of a PDF");
-  part.add_option("NAME", given->name, "The overlay's name")->required()->type_name("");
-  part.add_option("FILE.pdf", given->in, "The form")->required()->type_name("");
-  part.add_flag("--replace", given->replaces, "Replaces an overlay of that name");
+  CLI::App& part = *overlay.add_subcommand("create", Formats::sentence("Makes an overlay of the first page of a PDF"));
+  part.add_option("NAME", given->name, Formats::sentence("The overlay's name"))->required()->type_name("");
+  part.add_option("FILE.pdf", given->in, Formats::sentence("The form"))->required()->type_name("");
+  part.add_flag("--replace", given->replaces, Formats::sentence("Replaces an overlay of that name"));
   given->settings.declare(part);
   part.callback([&run, given] { run = [given] { return create(*given); }; });
 }

@@ -3,6 +3,7 @@
 #include "app/host_options.h"
 #include "files/disk.h"
 #include "files/whole_file.h"
+#include "formats/sentences.h"
 #include "press/job/print.h"
 #include "press/job/sample.h"
 #include "press/pictures/loader.h"
@@ -23,8 +24,10 @@ struct PictureOptions {
 
 void addSample(CLI::App& kiln, Run& run) {
   const auto out = std::make_shared<std::string>();
-  CLI::App& command = *kiln.add_subcommand("sample", "Writes a sample job of four pages");
-  command.add_option("OUT.pdf", *out, "The sample job; an existing file is replaced")->required()->type_name("");
+  CLI::App& command = *kiln.add_subcommand("sample", Formats::sentence("Writes a sample job of four pages"));
+  command.add_option("OUT.pdf", *out, Formats::sentence("The sample job; an existing file is replaced"))
+      ->required()
+      ->type_name("");
   command.callback([&run, out] {
     run = [out] {
       const auto target = Files::linkTarget(toPath(*out));
@@ -37,11 +40,15 @@ void addSample(CLI::App& kiln, Run& run) {
 
 void addPicture(CLI::App& kiln, Run& run) {
   const auto given = std::make_shared<PictureOptions>();
-  CLI::App& command = *kiln.add_subcommand("picture", "Draws a page of a PDF into a picture");
-  command.add_option("IN.pdf", given->in, "The job")->required()->type_name("");
-  command.add_option("OUT.png", given->out, "The picture; an existing file is replaced")->required()->type_name("");
-  command.add_option("--page", given->page, "The page")->type_name("N")->capture_default_str();
-  command.add_option("--dpi", given->dpi, "Pixels to an inch")->type_name("N")->capture_default_str();
+  CLI::App& command = *kiln.add_subcommand("picture", Formats::sentence("Draws a page of a PDF into a picture"));
+  command.add_option("IN.pdf", given->in, Formats::sentence("The job"))->required()->type_name("");
+  command.add_option("OUT.png", given->out, Formats::sentence("The picture; an existing file is replaced"))
+      ->required()
+      ->type_name("");
+  command.add_option("--page", given->page, Formats::sentence("The page"))->type_name("N")->capture_default_str();
+  command.add_option("--dpi", given->dpi, Formats::sentence("Pixels to an inch"))
+      ->type_name("N")
+      ->capture_default_str();
   command.callback([&run, given] {
     run = [given] {
       const std::string page = Press::printPage(toPath(given->in), given->page, Press::Effects());

@@ -7,6 +7,7 @@
 #include "app/silent_run.h"
 #include "app/system/interruption.h"
 #include "app/system/standard_files.h"
+#include "formats/sentences.h"
 
 #include <iostream>
 #include <memory>
@@ -14,7 +15,7 @@
 namespace App {
 namespace {
 
-constexpr const char* footer =
+constexpr std::string_view footer = Formats::sentenceTemplate(
     R"(Settings go through the plug-in and the model's rules, as if they were clicked in the preferences. )"
     R"("-" as IN.pdf or
 OUT.pdf stands for standard input or output. Pages of overlays are counted among those that are printed.
@@ -27,7 +28,7 @@ Examples:
   kiln print report.pdf printed.pdf --model kvt --set NegativeImage=Negative --set Rotate180=Rotate180
 
 Exit status: 0 when OUT.pdf was written, 1 when it was not, and stays as it was, 2 when the preferences
-cannot be opened or the command line is wrong, 130 when it was stopped by Ctrl-C.)";
+cannot be opened or the command line is wrong, 130 when it was stopped by Ctrl-C.)");
 
 struct PrintOptions {
   SettingOptions settings;
@@ -60,7 +61,7 @@ void tell(const Wanted& wanted, const StandardFiles& files) {
 void print(const Wanted& wanted, const StandardFiles& files, const Interruption& interruption) {
   std::vector<std::string> notes;
   {
-    ProgressLine line("Printing", "pages");
+    ProgressLine line(Formats::sentenceTemplate("Printing: {1} of {2} pages"));
     const auto progress = [&](int done, int total) {
       line.show(done, total);
       return interruption.signal() == 0;
@@ -73,7 +74,7 @@ void print(const Wanted& wanted, const StandardFiles& files, const Interruption&
 
 int run(const PrintOptions& given) {
   if (given.out.empty() && !given.isDryRun)
-    throw Failure(wrongUsage, "OUT.pdf is required; see \"kiln print --help\".");
+    throw Failure(wrongUsage, Formats::sentence("OUT.pdf is required; see \"kiln print --help\"."));
   const Interruption interruption;
   try {
     const Opening opening(given.settings, interruption);
@@ -89,7 +90,8 @@ int run(const PrintOptions& given) {
   } catch (const Press::Stopped&) {
     const bool hasOutput = given.out != "-" && !given.isDryRun;
     throw Failure(128 + interruption.signal(),
-                  "Printing was stopped" + (hasOutput ? "; " + given.out + " is as it was." : std::string(".")));
+                  hasOutput ? Formats::sentence("Printing was stopped; {1} is as it was.", given.out)
+                            : Formats::sentence("Printing was stopped."));
   }
 }
 
@@ -97,15 +99,21 @@ int run(const PrintOptions& given) {
 
 void addPrint(CLI::App& kiln, Run& chosen) {
   const auto given = std::make_shared<PrintOptions>();
-  CLI::App& command = *kiln.add_subcommand("print", "Prints a PDF with chosen effects into another PDF");
-  command.footer(footer);
-  command.add_option("IN.pdf", given->in, "The job")->required()->type_name("");
-  command.add_option("OUT.pdf", given->out, "The printed pages; an existing file is replaced. Not with --dry-run")
+  CLI::App& command =
+      *kiln.add_subcommand("print", Formats::sentence("Prints a PDF with chosen effects into another PDF"));
+  command.footer(Formats::sentence(footer));
+  command.add_option("IN.pdf", given->in, Formats::sentence("The job"))->required()->type_name("");
+  command
+      .add_option("OUT.pdf", given->out,
+                  Formats::sentence("The printed pages; an existing file is replaced. Not with --dry-run"))
       ->type_name("");
-  command.add_option("--pages", given->pages, "Only these pages: All, Even, Odd, or a list such as 1,3,5-9,12-")
+  command
+      .add_option("--pages", given->pages,
+                  Formats::sentence("Only these pages: All, Even, Odd, or a list such as 1,3,5-9,12-"))
       ->type_name("PAGES")
       ->capture_default_str();
-  command.add_flag("--dry-run", given->isDryRun, "Says what would be done to which pages, and prints nothing");
+  command.add_flag("--dry-run", given->isDryRun,
+                   Formats::sentence("Says what would be done to which pages, and prints nothing"));
   given->settings.declare(command);
   command.callback([&chosen, given] { chosen = [given] { return run(*given); }; });
 }

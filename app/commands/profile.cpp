@@ -6,6 +6,7 @@
 #include "app/silent_run.h"
 #include "app/system/interruption.h"
 #include "app/system/user.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "host/kept_settings.h"
 
@@ -15,12 +16,12 @@
 namespace App {
 namespace {
 
-constexpr const char* footer = R"(Examples:
+constexpr std::string_view footer = Formats::sentenceTemplate(R"(Examples:
   kiln profile export settings.zip
   kiln profile import settings.zip --home /mnt/stick/kiln
 
 Exit status: 0 when it was done, 1 when it was not, and file and home are as they were, 2 when the
-preferences cannot be opened or the command line is wrong, 130 when it was stopped by Ctrl-C.)";
+preferences cannot be opened or the command line is wrong, 130 when it was stopped by Ctrl-C.)");
 
 struct ProfileOptions {
   HostOptions host;
@@ -39,17 +40,19 @@ Refhost::Options resolve(const ProfileOptions& given) {
 }
 
 // Runs an interruptible task; `what` describes it, `unharmed` what an interruption leaves unchanged.
-void runWithProgress(const std::string& what, const std::string& unharmed,
+// `doing` and `stopped` are templates of the progress line, and of the sentence that the task was stopped, in which
+// `file` stands.
+void runWithProgress(std::string_view doing, std::string_view stopped, const std::string& file,
                      const std::function<void(const Refhost::Progress&)>& task) {
   const Interruption interruption;
   try {
-    ProgressLine line(what);
+    ProgressLine line(doing);
     task([&](int done, int total) {
       line.show(done, total);
       return interruption.signal() == 0;
     });
   } catch (const Refhost::Stopped&) {
-    throw Failure(128 + interruption.signal(), what + " was stopped; " + unharmed + " is as it was.");
+    throw Failure(128 + interruption.signal(), Formats::sentence(stopped, file));
   }
 }
 
@@ -59,7 +62,7 @@ std::unique_ptr<SilentRun> openAsKept(Refhost::Options options) {
     const auto model = Refhost::readModel(options.resources / "models", options.model);
     const auto kept = Refhost::readSettings(Refhost::settingsFile(options.home, model.name), tell);
     if (!kept.setAside.empty())
-      tell("The settings were damaged; they are kept in " + Files::shownPath(kept.setAside) + ".");
+      tell(Formats::sentence("The settings were damaged; they are kept in {1}.", Files::shownPath(kept.setAside)));
     options.properties = Refhost::applicable(kept.values, model);
   } catch (const std::exception& error) {
     throw Failure(cannotOpen, error.what());
@@ -72,7 +75,8 @@ int exportProfile(const ProfileOptions& given) {
   const auto userData = given.leavesOutUserData ? Refhost::UserData::leftOut : Refhost::UserData::included;
   std::optional<Refhost::ProfileExport> profile;
   run->act([&] { profile.emplace(run->preferences(), userData); });
-  runWithProgress("Packing", given.file,
+  runWithProgress(Formats::sentenceTemplate("Packing: {1} %"),
+                  Formats::sentenceTemplate("Packing was stopped; {1} is as it was."), given.file,
                   [&](const Refhost::Progress& progress) { profile->pack(toPath(given.file), progress); });
   return 0;
 }
@@ -89,9 +93,11 @@ int importProfile(const ProfileOptions& given) {
     return Refhost::settingsFile(home, isOther ? Refhost::readModel(options.resources / "models", given.model).name
                                                : profileModel);
   };
-  runWithProgress("Importing", "the home", [&](const Refhost::Progress& progress) {
-    Refhost::importProfile(Files::realDisk(), toPath(given.file), into, progress);
-  });
+  runWithProgress(Formats::sentenceTemplate("Importing: {1} %"),
+                  Formats::sentenceTemplate("Importing was stopped; the home is as it was."), {},
+                  [&](const Refhost::Progress& progress) {
+                    Refhost::importProfile(Files::realDisk(), toPath(given.file), into, progress);
+                  });
   return 0;
 }
 
@@ -99,22 +105,26 @@ int importProfile(const ProfileOptions& given) {
 
 void addProfile(CLI::App& kiln, Run& run) {
   const auto given = std::make_shared<ProfileOptions>();
-  CLI::App& command = *kiln.add_subcommand("profile", "Takes settings, watermarks and overlays elsewhere, in one file");
-  command.footer(footer);
+  CLI::App& command = *kiln.add_subcommand(
+      "profile", Formats::sentence("Takes settings, watermarks and overlays elsewhere, in one file"));
+  command.footer(Formats::sentence(footer));
   command.require_subcommand(1);
-  const auto add = [&](const char* name, const char* help, int (*does)(const ProfileOptions&)) -> CLI::App& {
+  const auto add = [&](const char* name, const std::string& help, int (*does)(const ProfileOptions&)) -> CLI::App& {
     CLI::App& part = *command.add_subcommand(name, help);
-    part.add_option("FILE", given->file, "The profile")->required()->type_name("");
+    part.add_option("FILE", given->file, Formats::sentence("The profile"))->required()->type_name("");
     part.callback([&run, given, does] { run = [given, does] { return does(*given); }; });
     return part;
   };
-  CLI::App& out = add("export", "Packs them into FILE, which is replaced", exportProfile);
-  out.add_flag("--no-user-data", given->leavesOutUserData, "Leaves out the watermarks and overlays");
-  given->host.declare(out, "The folder for what a user keeps; by default the one that \"kiln show\" uses");
-  CLI::App& in = add("import", "Adds those of FILE to the home's", importProfile);
-  in.add_option("--model", given->model, "The model to take the settings for; by default the profile's")
+  CLI::App& out = add("export", Formats::sentence("Packs them into FILE, which is replaced"), exportProfile);
+  out.add_flag("--no-user-data", given->leavesOutUserData, Formats::sentence("Leaves out the watermarks and overlays"));
+  given->host.declare(
+      out, Formats::sentence("The folder for what a user keeps; by default the one that \"kiln show\" uses"));
+  CLI::App& in = add("import", Formats::sentence("Adds those of FILE to the home's"), importProfile);
+  in.add_option("--model", given->model,
+                Formats::sentence("The model to take the settings for; by default the profile's"))
       ->type_name("NAME");
-  given->host.declarePlaces(in, "The folder that they are added to; by default the one that \"kiln show\" uses");
+  given->host.declarePlaces(
+      in, Formats::sentence("The folder that they are added to; by default the one that \"kiln show\" uses"));
 }
 
 }  // namespace App

@@ -4,6 +4,7 @@
 #include "app/system/user.h"
 #include "files/module.h"
 #include "files/product_files.h"
+#include "formats/sentences.h"
 #include "window/window.h"
 
 #include <memory>
@@ -12,7 +13,7 @@
 namespace App {
 namespace {
 
-constexpr const char* footer = R"(Examples:
+constexpr std::string_view footer = Formats::sentenceTemplate(R"(Examples:
   kiln show letter.pdf
   kiln show --model kvt --locale de-DE
   kiln show letter.pdf --page 2 --screenshot window.png      needs no display
@@ -20,7 +21,7 @@ constexpr const char* footer = R"(Examples:
   kiln show --record session.drive                           replay it by kiln drive --expect
 
 Exit status: 0 when the window was closed or the picture written, 1 when the picture cannot be written,
-2 when the preferences cannot be opened or the command line is wrong.)";
+2 when the preferences cannot be opened or the command line is wrong.)");
 
 struct ShowOptions {
   HostOptions host;
@@ -61,9 +62,10 @@ Window::Show* loadWindow() {
     library.keepLoaded();
     if (auto* function = library.function<Window::Show>(Window::showSymbol)) return function;
   } catch (const std::runtime_error& problem) {
-    throw Failure(cannotOpen, std::string("The window cannot be loaded: ") + problem.what() + '.');
+    throw Failure(cannotOpen, Formats::sentence("The window cannot be loaded: {1}.", problem.what()));
   }
-  throw Failure(cannotOpen, file.string() + " is not the window of this kiln; build both together.");
+  throw Failure(cannotOpen,
+                Formats::sentence("{1} is not the window of this kiln; build both together.", file.string()));
 }
 
 int show(const ShowOptions& given) { return loadWindow()(toRequest(given)); }
@@ -72,26 +74,37 @@ int show(const ShowOptions& given) { return loadWindow()(toRequest(given)); }
 
 void addShow(CLI::App& kiln, Run& run) {
   const auto given = std::make_shared<ShowOptions>();
-  CLI::App& command = *kiln.add_subcommand("show", "Opens the printing preferences in a window");
-  command.footer(footer);
-  command.add_option("FILE.pdf", given->document, "The job to print; without it a sample job")->type_name("");
-  command.add_option("--locale", given->locale, "The language, ja-JP for example; by default your system's")
+  CLI::App& command = *kiln.add_subcommand("show", Formats::sentence("Opens the printing preferences in a window"));
+  command.footer(Formats::sentence(footer));
+  command.add_option("FILE.pdf", given->document, Formats::sentence("The job to print; without it a sample job"))
+      ->type_name("");
+  command
+      .add_option("--locale", given->locale,
+                  Formats::sentence("The language, ja-JP for example; by default your system's"))
       ->type_name("NAME");
-  command.add_option("--page", given->page, "The page to look at first")
+  command.add_option("--page", given->page, Formats::sentence("The page to look at first"))
       ->type_name("N")
       ->check(CLI::Range(1, 1000'000).description(""))
       ->capture_default_str();
-  command.add_flag("--inspector", given->inspector, "Opens the inspector of properties and trace");
-  command.add_option("--screenshot", given->screenshot, "Draws the window into this picture instead of showing it")
+  command.add_flag("--inspector", given->inspector, Formats::sentence("Opens the inspector of properties and trace"));
+  command
+      .add_option("--screenshot", given->screenshot,
+                  Formats::sentence("Draws the window into this picture instead of showing it"))
       ->type_name("OUT.png");
-  command.add_option("--press", given->press, "A button to press first; the picture is of the dialog that it opens")
+  command
+      .add_option("--press", given->press,
+                  Formats::sentence("A button to press first; the picture is of the dialog that it opens"))
       ->type_name("ID");
-  command.add_option("--record", given->record, "Writes what you do, and what is answered, to this drive script")
+  command
+      .add_option("--record", given->record,
+                  Formats::sentence("Writes what you do, and what is answered, to this drive script"))
       ->type_name("OUT.drive");
-  addRepeatable(command, "--set", given->settings, "A setting to open with, MirrorImage=MirrorImage; may be repeated")
+  addRepeatable(command, "--set", given->settings,
+                Formats::sentence("A setting to open with, MirrorImage=MirrorImage; may be repeated"))
       ->type_name("NAME=VALUE");
-  given->host.declare(command,
-                      "The folder for what a user keeps; by default kiln in your data folder ($XDG_DATA_HOME)");
+  given->host.declare(
+      command,
+      Formats::sentence("The folder for what a user keeps; by default kiln in your data folder ($XDG_DATA_HOME)"));
   command.callback([&run, given] { run = [given] { return show(*given); }; });
 }
 

@@ -1,5 +1,6 @@
 #include "app/commands/commands.h"
 #include "app/silent_run.h"
+#include "formats/sentences.h"
 
 #include <iostream>
 #include <memory>
@@ -7,14 +8,14 @@
 namespace App {
 namespace {
 
-constexpr const char* footer = R"(Examples:
+constexpr std::string_view footer = Formats::sentenceTemplate(R"(Examples:
   kiln ticket --set MirrorImage=MirrorImage > mirrored.xml
   kiln print letter.pdf printed.pdf --ticket mirrored.xml
   kiln ticket --watermark Confidential > /etc/kiln/office.xml
   kiln ticket --capabilities --model kvt
 
 Exit status: 0 when the document was written, 1 when a setting cannot be made,
-2 when the preferences cannot be opened or the command line is wrong.)";
+2 when the preferences cannot be opened or the command line is wrong.)");
 
 struct TicketOptions {
   SettingOptions settings;
@@ -34,9 +35,9 @@ int ticket(const TicketOptions& given) {
 
 void addTicket(CLI::App& kiln, Run& run) {
   const auto given = std::make_shared<TicketOptions>();
-  CLI::App& command = *kiln.add_subcommand("ticket", "Writes the settings as a PrintTicket");
-  command.footer(footer);
-  command.add_flag("--capabilities", given->capabilities, "Writes the PrintCapabilities instead");
+  CLI::App& command = *kiln.add_subcommand("ticket", Formats::sentence("Writes the settings as a PrintTicket"));
+  command.footer(Formats::sentence(footer));
+  command.add_flag("--capabilities", given->capabilities, Formats::sentence("Writes the PrintCapabilities instead"));
   given->settings.declare(command);
   command.callback([&run, given] { run = [given] { return ticket(*given); }; });
 }

@@ -1,4 +1,6 @@
 #include "app/system/child_process.h"
+#include "files/system_reason.h"
+#include "formats/sentences.h"
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -44,7 +46,8 @@ pid_t start(const std::vector<std::string>& arguments) {
   pid_t process = 0;
   const int error = posix_spawn(&process, "/proc/self/exe", &streams.actions, nullptr, pointers.data(), environ);
   if (error != 0)
-    throw std::runtime_error("A process cannot be started: " + std::generic_category().message(error) + ".");
+    throw std::runtime_error(
+        Formats::sentence("A process cannot be started: {1}.", Files::systemReason({error, std::generic_category()})));
   return process;
 }
 
@@ -54,7 +57,7 @@ bool waitFor(pid_t process, std::chrono::milliseconds longest, int& status) {
   while (true) {
     const pid_t ended = waitpid(process, &status, WNOHANG);
     if (ended == process) return true;
-    if (ended < 0 && errno != EINTR) throw std::runtime_error("A process cannot be waited for.");
+    if (ended < 0 && errno != EINTR) throw std::runtime_error(Formats::sentence("A process cannot be waited for."));
     if (Clock::now() >= end) return false;
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
   }

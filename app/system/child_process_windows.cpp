@@ -1,4 +1,5 @@
 #include "app/system/child_process.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 
 #include <windows.h>
@@ -66,7 +67,7 @@ ProcessEnd runThisProgram(const std::vector<std::string>& arguments, std::chrono
   startup.hStdInput = startup.hStdOutput = startup.hStdError = nowhere.handle;
   PROCESS_INFORMATION started{};
   if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &started))
-    throw std::runtime_error("A process cannot be started: system error " + std::to_string(GetLastError()) + ".");
+    throw std::runtime_error(Formats::sentence("A process cannot be started: system error {1}.", GetLastError()));
   const Handle thread(started.hThread);
   const Handle process(started.hProcess);
   if (WaitForSingleObject(process.handle, static_cast<DWORD>(longest.count())) != WAIT_OBJECT_0) {

@@ -1,6 +1,8 @@
 #include "app/system/standard_files.h"
 
 #include "app/host_options.h"
+#include "files/system_reason.h"
+#include "formats/sentences.h"
 #include "press/error.h"
 
 #include <fcntl.h>
@@ -18,9 +20,7 @@
 namespace App {
 namespace {
 
-[[noreturn]] void fail(const std::string& what) {
-  throw std::runtime_error(what + " (" + std::generic_category().message(errno) + ").");
-}
+std::string lastReason() { return Files::systemReason({errno, std::generic_category()}); }
 
 // Waits until a short read or write will not block. Polls, since a signal may arrive just before the wait.
 void waitFor(int handle, short event, const Interruption& interruption) {
@@ -52,7 +52,8 @@ void writeAll(const char* bytes, std::size_t size, const Interruption& interrupt
     // A larger write could block, for example on a printer that is off, and delay the handling of signals.
     const ssize_t written = write(STDOUT_FILENO, bytes, std::min<std::size_t>(size, PIPE_BUF));
     if (written < 0 && errno == EINTR) continue;
-    if (written < 0) fail("Standard output cannot be written");
+    if (written < 0)
+      throw std::runtime_error(Formats::sentence("Standard output cannot be written ({1}).", lastReason()));
     bytes += written;
     size -= static_cast<std::size_t>(written);
   }
@@ -85,23 +86,29 @@ void StandardFiles::receive() const {
     waitFor(STDIN_FILENO, POLLIN, interruption);
     const ssize_t size = read(STDIN_FILENO, block, sizeof block);
     if (size < 0 && errno == EINTR) continue;
-    if (size < 0) fail("Standard input cannot be read");
+    if (size < 0) throw std::runtime_error(Formats::sentence("Standard input cannot be read ({1}).", lastReason()));
     if (size == 0) break;
     file.write(block, size);
   }
   file.close();
   if (!file)
-    throw std::runtime_error("Standard input cannot be kept in " + input.parent_path().string() + ": make room there.");
+    throw std::runtime_error(
+        Formats::sentence("Standard input cannot be kept in {1}: make room there.", input.parent_path().string()));
 }
 
 void StandardFiles::deliver() const {
   if (!folder || output.parent_path() != folder->path()) return;
+  const auto demand = [this](bool isRead) {
+    if (!isRead)
+      throw std::runtime_error(
+          Formats::sentence("The printed pages in {1} cannot be read ({2}).", output.string(), lastReason()));
+  };
   const OpenFile file(output);
-  if (file.handle < 0) fail("The printed pages in " + output.string() + " cannot be read");
+  demand(file.handle >= 0);
   char block[1 << 16];
   for (;;) {
     const ssize_t size = read(file.handle, block, sizeof block);
-    if (size < 0) fail("The printed pages in " + output.string() + " cannot be read");
+    demand(size >= 0);
     if (size == 0) return;
     writeAll(block, static_cast<std::size_t>(size), interruption);
   }
@@ -109,8 +116,8 @@ void StandardFiles::deliver() const {
 
 std::string StandardFiles::inUsersWords(std::string sentence) const {
   if (!folder) return sentence;
-  replaceAll(sentence, Press::quoted(folder->path() / "in.pdf"), "Standard input");
-  replaceAll(sentence, Press::quoted(folder->path() / "out.pdf"), "Standard output");
+  replaceAll(sentence, Press::quoted(folder->path() / "in.pdf"), Formats::sentence("Standard input"));
+  replaceAll(sentence, Press::quoted(folder->path() / "out.pdf"), Formats::sentence("Standard output"));
   return sentence;
 }
 

@@ -1,4 +1,5 @@
 #include "app/system/user.h"
+#include "formats/sentences.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -35,7 +36,8 @@ std::filesystem::path dataFolder(const std::filesystem::path& home) {
 std::filesystem::path userFolder() {
   const std::filesystem::path folder = dataFolder(environment("HOME"));
   if (folder.empty())
-    throw std::runtime_error("The environment names no folder for your data; name one with --home DIR.");
+    throw std::runtime_error(
+        Formats::sentence("The environment names no folder for your data; name one with --home DIR."));
   return folder;
 }
 

@@ -1,4 +1,5 @@
 #include "app/system/user.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 
 #include <windows.h>
@@ -14,7 +15,8 @@ std::filesystem::path userFolder() {
   PWSTR found = nullptr;
   const HRESULT result = SHGetKnownFolderPath(FOLDERID_RoamingAppData, KF_FLAG_CREATE, nullptr, &found);
   const std::unique_ptr<wchar_t, decltype(&CoTaskMemFree)> folder(found, &CoTaskMemFree);
-  if (FAILED(result)) throw std::runtime_error("Windows names no folder for your data; name one with --home DIR.");
+  if (FAILED(result))
+    throw std::runtime_error(Formats::sentence("Windows names no folder for your data; name one with --home DIR."));
   return std::filesystem::path(folder.get()) / "kiln";
 }
 

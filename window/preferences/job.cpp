@@ -1,5 +1,6 @@
 #include "window/preferences/job.h"
 
+#include "formats/sentences.h"
 #include "press/job/sample.h"
 
 #include <QFile>
@@ -15,8 +16,8 @@ std::filesystem::path writeSample(const QTemporaryDir& folder) {
   const std::string bytes = Press::samplePdf();
   QFile file(path);
   if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), static_cast<qint64>(bytes.size())) < 0)
-    throw std::runtime_error("The sample job cannot be written to \"" + path.toStdString() + "\" (" +
-                             file.errorString().toStdString() + "): free some space.");
+    throw std::runtime_error(Formats::sentence("The sample job cannot be written to {1} ({2}): free some space.",
+                                               Formats::quoted(path.toStdString()), file.errorString().toStdString()));
   return path.toStdU16String();
 }
 
