@@ -16,6 +16,18 @@ class Error : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// The job opens with a password alone, which was not given, or is wrong.
+class PasswordNeeded : public Error {
+ public:
+  PasswordNeeded(const std::string& sentence, bool wasGiven) : Error(sentence), isGiven(wasGiven) {}
+
+  // Whether a password was given: it is wrong.
+  bool isWrong() const { return isGiven; }
+
+ private:
+  bool isGiven;
+};
+
 // Thrown when the caller's progress function stopped the job; nothing was written.
 class Stopped : public std::runtime_error {
  public:

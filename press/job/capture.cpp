@@ -22,7 +22,7 @@ Picture thumbnail(const std::string& pdf) {
 
 }  // namespace
 
-Capture captureOverlay(const std::filesystem::path& in, const Effects& effects) {
+Capture captureOverlay(const JobFile& in, const Effects& effects) {
   Job job(in);
   Capture capture;
   capture.pdf = job.printPage(1, effects);

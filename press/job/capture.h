@@ -1,8 +1,8 @@
 #pragma once
 
 #include "press/job/effects.h"
+#include "press/pdf/job_file.h"
 
-#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
@@ -17,6 +17,6 @@ struct Capture {
 };
 
 // Makes an overlay of a job: its first page as printed with these effects. Throws Error.
-Capture captureOverlay(const std::filesystem::path& in, const Effects& effects = {});
+Capture captureOverlay(const JobFile& in, const Effects& effects = {});
 
 }  // namespace Press

@@ -10,7 +10,7 @@
 
 namespace Press {
 
-Plan planPrint(const std::filesystem::path& in, const Effects& effects, const PageRule& pages) {
+Plan planPrint(const JobFile& in, const Effects& effects, const PageRule& pages) {
   if (!effects.refusal.empty()) throw Error(effects.refusal);
   const Document document = openDocument(in);
   Marks marks(*document.pdf);
@@ -35,7 +35,7 @@ Plan planPrint(const std::filesystem::path& in, const Effects& effects, const Pa
   }
   if (plan.kept.empty())
     throw Error(
-        Formats::sentence("{1} has none of the chosen pages: choose some from 1 to {2}.", quoted(in), plan.jobPages));
+        Formats::sentence("{1} has none of the chosen pages: choose some from 1 to {2}.", quoted(in.file), plan.jobPages));
   return plan;
 }
 

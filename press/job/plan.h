@@ -2,8 +2,8 @@
 
 #include "press/job/effects.h"
 #include "press/pages/page_list.h"
+#include "press/pdf/job_file.h"
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -21,6 +21,6 @@ struct Plan {
 };
 
 // Computes what `printPdf` would do. Throws Error when it would fail for the job or a mark.
-Plan planPrint(const std::filesystem::path& in, const Effects& effects, const PageRule& pages = {});
+Plan planPrint(const JobFile& in, const Effects& effects, const PageRule& pages = {});
 
 }  // namespace Press

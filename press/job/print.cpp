@@ -83,8 +83,9 @@ Error unwritable(const fs::path& out, std::error_code reason) {
   }
 }
 
-void write(QPDF& pdf, Pipeline& out, const Marks& marks, bool blends, std::shared_ptr<Steps> steps) {
-  QPDFWriter writer(pdf);
+void write(const Document& document, Pipeline& out, const Marks& marks, bool blends, std::shared_ptr<Steps> steps) {
+  QPDFWriter writer(*document.pdf);
+  if (document.isUnlocked) writer.setPreserveEncryption(false);
   writer.setOutputPipeline(&out);
   writer.setStreamDataMode(qpdf_s_preserve);
   if (blends) writer.setMinimumPDFVersion("1.4");  // the first version with transparency
@@ -155,7 +156,7 @@ std::vector<std::string> printOpened(Document& document, Files::PendingFile& fil
   const std::vector<std::string> notes = putEffectsOn(document, marks, effects, *steps);
   WriteBehind out(file);
   FilePipeline pipeline(out);
-  write(*document.pdf, pipeline, marks, effects.anyPaint(), steps);
+  write(document, pipeline, marks, effects.anyPaint(), steps);
   out.complete();
   return notes;
 }
@@ -190,10 +191,10 @@ PageEntry alone(const PageEntry& entry) {
 
 }  // namespace
 
-std::vector<std::string> printPdf(const fs::path& in, const fs::path& out, const Effects& effects,
+std::vector<std::string> printPdf(const JobFile& in, const fs::path& out, const Effects& effects,
                                   const Progress& progress, const PageRule& pages) {
   std::error_code problem;
-  if (fs::equivalent(in, out, problem))
+  if (fs::equivalent(in.file, out, problem))
     throw Error(Formats::sentence("{1} is the job itself: choose another file to print into.", quoted(out)));
   if (!effects.refusal.empty()) throw Error(effects.refusal);
   Document document = openDocument(in);
@@ -201,7 +202,7 @@ std::vector<std::string> printPdf(const fs::path& in, const fs::path& out, const
   if (problem && problem != std::errc::no_such_file_or_directory) throw unwritable(out, problem);
   try {
     if (!keepPages(document, pages))
-      throw Error(Formats::sentence("{1} has none of the chosen pages: choose from its {2}.", quoted(in),
+      throw Error(Formats::sentence("{1} has none of the chosen pages: choose from its {2}.", quoted(in.file),
                                     document.pages.size()));
     const fs::path target = Files::linkTarget(out);
     Files::sweepBeside(Files::realDisk(), target);
@@ -211,7 +212,7 @@ std::vector<std::string> printPdf(const fs::path& in, const fs::path& out, const
     file.putInPlace();
     return notes;
   } catch (...) {
-    sayWhyNot(in, out);
+    sayWhyNot(in.file, out);
   }
 }
 
@@ -222,9 +223,9 @@ struct Job::State {
   PageWrap wrap;
   QPDFObjectHandle catalog;  // refers to the page being printed
 
-  explicit State(const fs::path& path)
-      : file(path),
-        document(openDocument(path)),
+  explicit State(const JobFile& job)
+      : file(job.file),
+        document(openDocument(job)),
         marks(*document.pdf),
         wrap(*document.pdf, marks),
         catalog(document.pdf->makeIndirectObject(QPDFObjectHandle::newDictionary())) {
@@ -238,7 +239,7 @@ struct Job::State {
   }
 };
 
-Job::Job(const fs::path& file) : state(std::make_unique<State>(file)) {}
+Job::Job(const JobFile& file) : state(std::make_unique<State>(file)) {}
 Job::~Job() = default;
 Job::Job(Job&&) noexcept = default;
 Job& Job::operator=(Job&&) noexcept = default;
@@ -269,13 +270,13 @@ std::string Job::printPage(int page, const Effects& effects) {
     setPages(pdf, state->catalog, {sheet});
     std::string bytes;
     Pl_String out("printed page", nullptr, bytes);
-    write(pdf, out, state->marks, effects.anyPaint(), nullptr);
+    write(state->document, out, state->marks, effects.anyPaint(), nullptr);
     return bytes;
   } catch (...) {
     sayWhyNot(state->file, {});
   }
 }
 
-std::string printPage(const fs::path& in, int page, const Effects& effects) { return Job(in).printPage(page, effects); }
+std::string printPage(const JobFile& in, int page, const Effects& effects) { return Job(in).printPage(page, effects); }
 
 }  // namespace Press

@@ -2,6 +2,7 @@
 
 #include "press/error.h"
 #include "press/job/effects.h"
+#include "press/pdf/job_file.h"
 
 #include <filesystem>
 #include <functional>
@@ -18,20 +19,21 @@ using Progress = std::function<bool(int done, int total)>;
 // Prints the job `in`, or the pages in `pages`, to the PDF file `out` with these effects on every page. Overlay page
 // rules and the first page refer to the printed pages. Replaces `out` atomically, and leaves it unchanged on failure;
 // it must not be the job's own file. Everything else in the document is kept, except that several pages per sheet drop
-// what links to pages. Returns sentences about deviations from the requested effects, such as missing faces. Throws
-// Error, or Stopped when `progress` returned false.
-std::vector<std::string> printPdf(const std::filesystem::path& in, const std::filesystem::path& out,
-                                  const Effects& effects, const Progress& progress = {}, const PageRule& pages = {});
+// what links to pages. A job that opens with a password alone is printed without encryption. Returns sentences about
+// deviations from the requested effects, such as missing faces. Throws Error, or Stopped when `progress` returned
+// false.
+std::vector<std::string> printPdf(const JobFile& in, const std::filesystem::path& out, const Effects& effects,
+                                  const Progress& progress = {}, const PageRule& pages = {});
 
 // Prints one page as `printPdf` does: returns a PDF of that page with its printable annotations drawn. Pages count
 // from 1; with several per sheet, prints the sheet with that page. Throws Error.
-std::string printPage(const std::filesystem::path& in, int page, const Effects& effects);
+std::string printPage(const JobFile& in, int page, const Effects& effects);
 
 // An open job, for printing many of its pages one at a time. The file must not change meanwhile. Not thread-safe.
 class Job {
  public:
   // Throws Error when the file cannot be printed.
-  explicit Job(const std::filesystem::path& file);
+  explicit Job(const JobFile& file);
   ~Job();
   Job(Job&&) noexcept;
   Job& operator=(Job&&) noexcept;

@@ -112,13 +112,51 @@ void tellLengthOfKey(QPDF& pdf) {
   encryption.replaceKey("/Length", QPDFObjectHandle::newInteger(bits));
 }
 
-Document open(const fs::path& file) {
+std::unique_ptr<QPDF> read(const fs::path& file, const std::string& password) {
+  auto pdf = std::make_unique<QPDF>();
+  pdf->setSuppressWarnings(true);
+  pdf->processInputSource(std::make_shared<InputFile>(file), password.c_str());
+  return pdf;
+}
+
+// Null when that is not the password.
+std::unique_ptr<QPDF> readIfOpened(const fs::path& file, const std::string& password) {
+  try {
+    return read(file, password);
+  } catch (const QPDFExc& problem) {
+    if (problem.getErrorCode() != qpdf_e_password) throw;
+    return nullptr;
+  }
+}
+
+// Reads with no password where that is enough: then it stays encrypted, with the permissions that its author gives
+// everyone. Older files have their passwords in other encodings than UTF-8.
+std::unique_ptr<QPDF> unlock(const JobFile& job, bool& isUnlocked) {
+  isUnlocked = false;
+  auto open = readIfOpened(job.file, {});
+  if (job.password.empty()) {
+    if (!open)
+      throw PasswordNeeded(quoted(job.file) + " needs a password: save a copy without protection and print that.",
+                           false);
+    return open;
+  }
+  if (open && (!open->isEncrypted() || open->allowPrintLowRes())) return open;
+  for (const std::string& password : QUtil::possible_repaired_encodings(job.password)) {
+    auto unlocked = readIfOpened(job.file, password);
+    if (!unlocked || (open && !unlocked->ownerPasswordMatched())) continue;
+    isUnlocked = true;
+    return unlocked;
+  }
+  if (!open) throw PasswordNeeded(Formats::sentence("{1} does not open with this password: check it.", quoted(job.file)), true);
+  return open;
+}
+
+Document open(const JobFile& job) {
+  const fs::path& file = job.file;
   Document document;
-  document.pdf = std::make_unique<QPDF>();
+  document.pdf = unlock(job, document.isUnlocked);
   QPDF& pdf = *document.pdf;
-  pdf.setSuppressWarnings(true);
-  pdf.processInputSource(std::make_shared<InputFile>(file));
-  if (pdf.isEncrypted() && !pdf.allowPrintLowRes())
+  if (pdf.isEncrypted() && !pdf.allowPrintLowRes() && !(document.isUnlocked && pdf.ownerPasswordMatched()))
     throw Error(Formats::sentence("{1} may not be printed, its author says: ask for a copy that may.", quoted(file)));
   tellLengthOfKey(pdf);
   document.pages = PageWalk(pdf).run();
@@ -130,16 +168,14 @@ Document open(const fs::path& file) {
 
 }  // namespace
 
-Document openDocument(const fs::path& file) {
+Document openDocument(const JobFile& job) {
+  const fs::path& file = job.file;
   refuseWhatIsNoPdf(file);
   try {
-    return open(file);
+    return open(job);
   } catch (const Error&) {
     throw;
   } catch (const QPDFExc& problem) {
-    if (problem.getErrorCode() == qpdf_e_password)
-      throw Error(
-          Formats::sentence("{1} needs a password: save a copy without protection and print that.", quoted(file)));
     throw Error(Formats::sentence("{1} is damaged ({2}): save or export the document as PDF again and print that.",
                                   quoted(file), problem.getMessageDetail()));
   } catch (const std::exception& problem) {

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "press/pdf/job_file.h"
 #include "press/pdf/qpdf.h"
 
-#include <filesystem>
 #include <memory>
 #include <vector>
 
@@ -23,10 +23,15 @@ struct Document {
 
   // In printing order, at least one. A page that the page tree lists twice appears twice.
   std::vector<PageEntry> pages;
+
+  // Whether it opens with a password alone. What is written of it is not encrypted: it is a print of someone who has
+  // the password, and who may show it to others.
+  bool isUnlocked = false;
 };
 
-// Opens a job for printing. Throws Error when the file is missing, not a PDF, damaged beyond repair,
-// password-protected, not allowed to be printed, or without pages.
-Document openDocument(const std::filesystem::path& file);
+// Opens a job for printing. Throws PasswordNeeded when it opens with another password alone, and Error when the file is
+// missing, not a PDF, damaged beyond repair, not allowed to be printed, or without pages. A password that the file does
+// not need is ignored; the owner's password allows printing.
+Document openDocument(const JobFile& job);
 
 }  // namespace Press

@@ -21,3 +21,4 @@ class JSON;
 #include <qpdf/QPDFObjectHandle.hh>
 #include <qpdf/QPDFPageLabelDocumentHelper.hh>
 #include <qpdf/QPDFWriter.hh>
+#include <qpdf/QUtil.hh>
