@@ -6,6 +6,7 @@
 #include "app/system/platform.h"
 #include "app/system/user.h"
 #include "files/language.h"
+#include "formats/near_names.h"
 #include "formats/sentences.h"
 
 #include <algorithm>
@@ -45,6 +46,13 @@ App::Run telling(const std::string& text) {
   };
 }
 
+std::vector<std::string> commandsOf(const CLI::App& command) {
+  std::vector<std::string> names;
+  for (const CLI::App* each : command.get_subcommands([](const CLI::App*) { return true; }))
+    names.push_back(each->get_name());
+  return names;
+}
+
 void addHelp(CLI::App& kiln, App::Run& run) {
   CLI::App& command = *kiln.add_subcommand("help", Formats::sentence("Tells what kiln and its commands do"));
   const auto topic = std::make_shared<std::string>();
@@ -54,9 +62,30 @@ void addHelp(CLI::App& kiln, App::Run& run) {
       run = telling(topic->empty() ? overview(kiln) : kiln.get_subcommand(*topic)->help("kiln"));
     } catch (const CLI::OptionNotFound&) {
       throw App::Failure(App::wrongUsage, Formats::sentence("There is no command {1}; \"kiln help\" lists them.",
-                                                            Formats::quoted(*topic)));
+                                                            Formats::quoted(*topic)) +
+                                              Formats::didYouMean(commandsOf(kiln), *topic));
     }
   });
+}
+
+std::vector<std::string> optionsOf(const CLI::App& command) {
+  std::vector<std::string> names;
+  for (const CLI::Option* each : command.get_options())
+    for (const std::string& name : each->get_lnames()) names.push_back("--" + name);
+  return names;
+}
+
+// What the words that no command takes may be misspelt for, as a sentence; empty when that is anybody's guess.
+std::string suggestion(const CLI::App& kiln) {
+  const CLI::App* chosen = &kiln;
+  while (!chosen->get_subcommands().empty()) chosen = chosen->get_subcommands().front();
+  for (const std::string& word : kiln.remaining(true)) {
+    const bool isOption = word.starts_with('-');
+    const std::string sentence =
+        Formats::didYouMean(isOption ? optionsOf(*chosen) : commandsOf(*chosen), word.substr(0, word.find('=')));
+    if (!sentence.empty()) return sentence;
+  }
+  return {};
 }
 
 // The help command to suggest for an invalid command line.
@@ -97,7 +126,8 @@ App::Run parse(std::vector<std::string> words) {
     return [status = kiln.exit(help)] { return status; };
   } catch (const CLI::ParseError& error) {
     throw App::Failure(App::wrongUsage,
-                       Formats::sentence("{1}; see {2}.", error.what(), Formats::quoted(helpCommand(kiln))));
+                       Formats::sentence("{1}; see {2}.", error.what(), Formats::quoted(helpCommand(kiln))) +
+                           suggestion(kiln));
   }
   return run ? run : telling(overview(kiln));
 }

@@ -5,6 +5,7 @@
 #include "app/overlay_slots.h"
 #include "app/shown_items.h"
 #include "formats/names.h"
+#include "formats/near_names.h"
 #include "formats/sentences.h"
 #include "formats/text.h"
 #include "formats/watermark_record.h"
@@ -55,7 +56,8 @@ PlacedOverlay toPlaced(const std::vector<ShownItem>& items, const std::string& w
       return {name, word.substr(colon + 1)};
   if (names.empty())
     throw std::runtime_error(Formats::sentence("There is no overlay {1}; there are none yet.", inQuotes(word)));
-  throw std::runtime_error(Formats::sentence("There is no overlay {1}; there are {2}.", inQuotes(word), listed(names)));
+  throw std::runtime_error(Formats::sentence("There is no overlay {1}; there are {2}.", inQuotes(word), listed(names)) +
+                           Formats::didYouMean(names, word.substr(0, colon)));
 }
 
 // Opens the dialog as a user does: by choosing several overlays, or if already chosen, by the details button.
@@ -96,7 +98,8 @@ void chooseWatermark(SilentRun& run, const std::string& name) {
   if (item != items.end())
     return choose(run, list, *item, Formats::sentenceTemplate("The watermark {1} cannot be chosen now."));
   throw std::runtime_error(
-      Formats::sentence("There is no watermark {1}; there are {2}.", inQuotes(name), listed(names)));
+      Formats::sentence("There is no watermark {1}; there are {2}.", inQuotes(name), listed(names)) +
+      Formats::didYouMean(names, name));
 }
 
 void chooseOverlays(SilentRun& run, const std::vector<std::string>& words) {

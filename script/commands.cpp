@@ -1,6 +1,7 @@
 #include "script/commands.h"
 
 #include "files/disk.h"
+#include "formats/near_names.h"
 #include "formats/text.h"
 #include "host/overlay_job.h"
 #include "host/profiles/profile.h"
@@ -279,6 +280,12 @@ const std::map<std::string, Command, std::less<>>& commandTable() {
   return table;
 }
 
+std::vector<std::string> commandNames() {
+  std::vector<std::string> names;
+  for (const auto& [name, command] : commandTable()) names.push_back(name);
+  return names;
+}
+
 // Converts an argument. Rejects invalid UTF-8, which would be changed by the conversion.
 std::u16string toArgument(const std::string& word) {
   std::u16string wide = Formats::toUtf16(word);
@@ -295,7 +302,8 @@ std::optional<std::u16string> jobStepOf(const std::u16string& word) {
 Json obey(Session& session, const std::vector<std::string>& words) {
   const std::string& name = words.front();
   const auto found = commandTable().find(name);
-  if (found == commandTable().end()) throw std::runtime_error("There is no command \"" + name + "\".");
+  if (found == commandTable().end())
+    throw std::runtime_error("There is no command \"" + name + "\"." + Formats::didYouMean(commandNames(), name));
   const Command& command = found->second;
   const std::size_t count = words.size() - 1;
   if (count < command.least || count > command.most) {

@@ -6,6 +6,7 @@
 #include "app/shown_items.h"
 #include "app/silent_run.h"
 #include "formats/names.h"
+#include "formats/near_names.h"
 #include "formats/printable.h"
 #include "formats/sentences.h"
 #include "formats/text.h"
@@ -81,11 +82,10 @@ std::optional<Listed> overlayNamed(const std::vector<Listed>& overlays, const st
   return {};
 }
 
-// The name of the overlay that the user means.
-std::string meantBy(const OverlayOptions& given, const std::vector<Listed>& overlays) {
+std::vector<std::string> namesOf(const std::vector<Listed>& overlays) {
   std::vector<std::string> names;
   for (const Listed& overlay : overlays) names.push_back(overlay.name);
-  return nameMeant(names, given.name);
+  return names;
 }
 
 int remove(const OverlayOptions& given) {
@@ -94,11 +94,12 @@ int remove(const OverlayOptions& given) {
   SilentRun run(opening.options());
   Refhost::ComboBox& list = listIn(run);
   const std::vector<Listed> overlays = overlaysIn(list);
-  const std::string name = meantBy(given, overlays);
+  const std::string name = nameMeant(namesOf(overlays), given.name);
   const auto overlay = overlayNamed(overlays, name);
   if (!overlay)
     throw std::runtime_error(
-        Formats::sentence("There is no overlay {1}; \"kiln overlay list\" lists them.", Formats::quoted(name)));
+        Formats::sentence("There is no overlay {1}; \"kiln overlay list\" lists them.", Formats::quoted(name)) +
+        Formats::didYouMean(namesOf(overlays), name));
   auto* button = dynamic_cast<Refhost::Button*>(run.preferences().gui()->find(Formats::WidgetId::overlayDelete));
   if (button == nullptr)
     throw std::runtime_error(Formats::sentence("These preferences have no button that deletes overlays."));

@@ -1,6 +1,7 @@
 #include "host/model/description.h"
 
 #include "files/path_text.h"
+#include "formats/near_names.h"
 #include "formats/text.h"
 #include "host/documents/xml.h"
 
@@ -45,7 +46,7 @@ class Models {
   std::string otherThan(const std::string& wanted) const {
     std::string known;
     for (const std::string& name : names) known += (known.empty() ? "" : ", ") + name;
-    return "no model " + wanted + ": name one of " + known + ", or a file.";
+    return "no model " + wanted + ": name one of " + known + ", or a file." + Formats::didYouMean(names, wanted);
   }
 
  private:

@@ -136,8 +136,9 @@ std::unique_ptr<QPDF> unlock(const JobFile& job, bool& isUnlocked) {
   auto open = readIfOpened(job.file, {});
   if (job.password.empty()) {
     if (!open)
-      throw PasswordNeeded(quoted(job.file) + " needs a password: save a copy without protection and print that.",
-                           false);
+      throw PasswordNeeded(
+          Formats::sentence("{1} needs a password: save a copy without protection and print that.", quoted(job.file)),
+          false);
     return open;
   }
   if (open && (!open->isEncrypted() || open->allowPrintLowRes())) return open;

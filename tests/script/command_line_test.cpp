@@ -145,6 +145,18 @@ TEST(DriveCommand, WithoutLeavesWidgetsOut) {
   EXPECT_EQ(answers.at(2).at("ok"), true);
 }
 
+TEST(CommandLine, MisspeltWordsAreAskedAbout) {
+  expectRefusal(runKiln({"drvie"}), {"Did you mean \"drive\"?"});
+  expectRefusal(runKiln({"help", "tickt"}), {"There is no command \"tickt\"", "Did you mean \"ticket\"?"});
+  expectRefusal(runKiln({"overlay", "lsit"}), {"Did you mean \"list\"?"});
+  expectRefusal(runKiln({"ticket", "--modl", "kvt"}), {"Did you mean \"--model\"?"});
+  expectRefusal(runKiln({"ticket", "--model", "kvtt"}), {"There is no model kvtt", "Did you mean \"kvt\"?"});
+}
+
+TEST(CommandLine, WordsLikeNoOtherAreNotAskedAbout) {
+  EXPECT_THAT(runKiln({"photocopy"}).err, testing::Not(testing::HasSubstr("Did you mean")));
+}
+
 TEST(DriveCommand, FontsMayBeUnknown) { EXPECT_EQ(drive({"--fonts", "-"}, "get MirrorImage\n").status, 0); }
 
 TEST(DriveCommand, JobStepIsInForceFromTheOpeningOn) {

@@ -129,6 +129,12 @@ TEST_F(PrintMarks, UnknownWatermarkIsRefusedWithThoseThereAre) {
   expectRefusal({"--watermark", "Draught"}, "\"Draft\", ");
 }
 
+TEST_F(PrintMarks, MisspeltNameIsAskedAbout) {
+  expectRefusal({"--watermark", "Darft"}, "Did you mean \"Draft\"?");
+  expectRefusal({"--set", "MirrorImage=MirorImage"}, "Did you mean \"MirrorImage\"?");
+  expectRefusal({"--set", "MirorImage=None"}, "did you mean \"MirrorImage\"?");
+}
+
 TEST_F(PrintMarks, EmptyNameIsNoNameInsteadOfNoMark) {
   expectRefusal({"--watermark", ""}, "There is no watermark \"\"; there are ");
   expectRefusal({"--overlay", ""}, "There is no overlay \"\"; there are ");
