@@ -11,6 +11,19 @@
 
 namespace App {
 
+namespace {
+
+void takeKept(Refhost::Options& options) {
+  const auto kept = keptIn(options.home, options, tell);
+  if (kept)
+    options.properties = *kept;
+  else
+    tell("No settings are kept in " + Files::shownPath(options.home) +
+         " for this model: accept them in \"kiln show\" first.");
+}
+
+}  // namespace
+
 SilentRun::SilentRun(const Refhost::Options& options, Tell tellUser) : silent(tellUser), opened(options, silent) {
   try {
     opened.open();
@@ -68,11 +81,17 @@ void SettingOptions::declare(CLI::App& command) {
   // An empty argument is probably an unset script variable: reject it instead of printing without the file.
   const CLI::Validator isNamed(
       [](const std::string& word) { return word.empty() ? Formats::sentence("a file has to be named") : ""; }, "");
+  CLI::Option* const profileOption =
+      command
+          .add_option(
+              "--profile", profile,
+              Formats::sentence("Opens with a profile's model, settings, watermarks and overlays, not the home's"))
+          ->type_name("FILE")
+          ->check(isNamed);
   command
-      .add_option("--profile", profile,
-                  Formats::sentence("Opens with a profile's model, settings, watermarks and overlays, not the home's"))
-      ->type_name("FILE")
-      ->check(isNamed);
+      .add_flag("--settings", takesKept,
+                Formats::sentence("Opens with the settings that OK in \"kiln show\" has kept in the home"))
+      ->excludes(profileOption);
   command.add_option("--ticket", ticket, Formats::sentence("Then takes the settings of a PrintTicket"))
       ->type_name("FILE")
       ->check(isNamed);
@@ -104,6 +123,7 @@ void SettingOptions::makeIn(SilentRun& run) const {
 Opening::Opening(const SettingOptions& given, const Interruption& interruption) : resolved(given.host.resolve()) {
   if (given.profile.empty()) {
     if (resolved.home.empty()) resolved.home = userFolder();
+    if (given.takesKept) takeKept(resolved);
     return;
   }
   try {

@@ -56,6 +56,7 @@ class SilentRun {
 struct SettingOptions {
   HostOptions host;
   std::string profile;
+  bool takesKept = false;
   std::string ticket;
   std::optional<std::string> watermark;  // an empty name is invalid
   std::vector<std::string> overlays;

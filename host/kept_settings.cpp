@@ -95,6 +95,14 @@ KeptSettings readSettings(const std::filesystem::path& file, const std::function
   return {{}, aside};
 }
 
+TracePairs peekAtSettings(const std::filesystem::path& file, Files::Disk& disk) {
+  std::optional<TracePairs> values;
+  Files::tryTo([&] {
+    if (const auto bytes = bytesIn(disk, file)) values = parse(*bytes);
+  });
+  return values.value_or(TracePairs());
+}
+
 std::string settingsBytes(const TracePairs& values) {
   Json members = Json::object();
   for (const auto& [name, value] : values) members[Formats::toUtf8(name)] = Formats::toUtf8(value);

@@ -29,6 +29,9 @@ struct KeptSettings {
 KeptSettings readSettings(const std::filesystem::path& file, const std::function<void(const std::string&)>& tell,
                           Files::Disk& disk = Files::realDisk());
 
+// The same without any change of the home: none when the file cannot be read now, or is damaged.
+TracePairs peekAtSettings(const std::filesystem::path& file, Files::Disk& disk = Files::realDisk());
+
 // The content of such a file; equal values give equal bytes. Characters that UTF-8 cannot represent become U+FFFD.
 std::string settingsBytes(const TracePairs& values);
 

@@ -16,6 +16,9 @@ struct Request {
   // The job to print; empty for the sample job.
   std::filesystem::path document;
 
+  // The password that opens it; empty for none. The user is asked for one that is missing or wrong.
+  std::string password = {};
+
   // Draws the window to this PNG file instead of showing it, and exits; needs no display. Empty for a real window.
   std::filesystem::path screenshot;
 

@@ -203,6 +203,7 @@ class ProgressMessages {
 };
 
 void print(const Call& call, const FilterOptions& given, const Interruption& interruption) {
+  demandNoTerminal();
   const Press::Effects effects = effectsOf(call, given);
   const StandardFiles files(call.file, "-", interruption);
   confineTo(files, effects);

@@ -1,6 +1,7 @@
 // kiln overlay create: makes an overlay of a PDF's first page through the plug-in, as in the preferences.
 #include "app/commands/commands.h"
 #include "app/messages.h"
+#include "app/password_file.h"
 #include "app/silent_run.h"
 #include "formats/names.h"
 #include "formats/sentences.h"
@@ -17,6 +18,7 @@ struct CreationOptions {
   SettingOptions settings;
   std::string name;
   std::string in;
+  std::string passwordFile;
   bool replaces = false;
 };
 
@@ -38,6 +40,15 @@ void prepare(SilentRun& run, const CreationOptions& given) {
   }
 }
 
+Press::Capture captured(const CreationOptions& given, SilentRun& run) {
+  try {
+    return Press::captureOverlay({toPath(given.in), passwordIn(given.passwordFile)},
+                                 Press::effectsFromProperties(run.printedValues()));
+  } catch (const Press::Error& error) {
+    throw std::runtime_error(inWordsOfCommands(error));
+  }
+}
+
 int create(const CreationOptions& given) {
   const Interruption interruption;
   const Opening opening(given.settings, interruption);
@@ -46,8 +57,7 @@ int create(const CreationOptions& given) {
   SilentRun run(options);
   given.settings.makeIn(run);
   // Captured before the destination is prepared, since the job may print on the overlay that it replaces.
-  const Press::Capture capture =
-      Press::captureOverlay(toPath(given.in), Press::effectsFromProperties(run.printedValues()));
+  const Press::Capture capture = captured(given, run);
   prepare(run, given);
   Refhost::writeOverlay(run.preferences(), {capture.pdf, capture.thumbnail});
   for (const std::string& note : capture.notes) tell(note);
@@ -62,6 +72,7 @@ void addOverlayCreation(CLI::App& overlay, Run& run) {
   part.add_option("NAME", given->name, Formats::sentence("The overlay's name"))->required()->type_name("");
   part.add_option("FILE.pdf", given->in, Formats::sentence("The form"))->required()->type_name("");
   part.add_flag("--replace", given->replaces, Formats::sentence("Replaces an overlay of that name"));
+  addPasswordFile(part, given->passwordFile);
   given->settings.declare(part);
   part.callback([&run, given] { run = [given] { return create(*given); }; });
 }

@@ -1,6 +1,7 @@
 // Commands that create sample files: a sample job, a picture of a page.
 #include "app/commands/commands.h"
 #include "app/host_options.h"
+#include "app/password_file.h"
 #include "files/disk.h"
 #include "files/whole_file.h"
 #include "formats/sentences.h"
@@ -16,6 +17,7 @@ namespace {
 struct PictureOptions {
   std::string in;
   std::string out;
+  std::string passwordFile;
   int page = 1;
   double dpi = 96;
 };
@@ -49,10 +51,16 @@ void addPicture(CLI::App& kiln, Run& run) {
   command.add_option("--dpi", given->dpi, Formats::sentence("Pixels to an inch"))
       ->type_name("N")
       ->capture_default_str();
+  addPasswordFile(command, given->passwordFile);
   command.callback([&run, given] {
     run = [given] {
-      const std::string page = Press::printPage(toPath(given->in), given->page, Press::Effects());
-      Press::drawPageToPng(page, 1, given->dpi, toPath(given->out));
+      try {
+        const Press::JobFile job(toPath(given->in), passwordIn(given->passwordFile));
+        const std::string page = Press::printPage(job, given->page, Press::Effects());
+        Press::drawPageToPng(page, 1, given->dpi, toPath(given->out));
+      } catch (const Press::Error& error) {
+        throw std::runtime_error(inWordsOfCommands(error));
+      }
       return 0;
     };
   });

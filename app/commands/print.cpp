@@ -3,14 +3,20 @@
 #include "app/dry_run.h"
 #include "app/failure.h"
 #include "app/messages.h"
+#include "app/password_file.h"
+#include "app/printer_options.h"
 #include "app/progress_line.h"
 #include "app/silent_run.h"
 #include "app/system/interruption.h"
 #include "app/system/standard_files.h"
+#include "formats/printable.h"
 #include "formats/sentences.h"
+#include "formats/text.h"
+#include "host/kept_settings.h"
 
 #include <iostream>
 #include <memory>
+#include <optional>
 
 namespace App {
 namespace {
@@ -23,39 +29,71 @@ OUT.pdf stands for standard input or output. Pages of overlays are counted among
 Examples:
   kiln print letter.pdf printed.pdf --set MirrorImage=MirrorImage
   kiln print letter.pdf printed.pdf --watermark Draft --pages 1,3,5-
+  kiln print letter.pdf printed.pdf --settings
   kiln print letter.pdf --overlay Letterhead:1 --overlay Continuation:2- --dry-run
+  kiln print letter.pdf --printer office --copies 2 --sides two-sided-long-edge
+  kiln print locked.pdf printed.pdf --password-file secret.txt
   make-report | kiln print - - --watermark Confidential | lp
   kiln print report.pdf printed.pdf --model kvt --set NegativeImage=Negative --set Rotate180=Rotate180
 
-Exit status: 0 when OUT.pdf was written, 1 when it was not, and stays as it was, 2 when the preferences
-cannot be opened or the command line is wrong, 130 when it was stopped by Ctrl-C.)");
+Exit status: 0 when OUT.pdf was written or the printer has the job, 1 when it was not, and OUT.pdf stays as it was,
+2 when the preferences cannot be opened or the command line is wrong, 130 when it was stopped by Ctrl-C.)");
 
 struct PrintOptions {
   SettingOptions settings;
+  PrinterOptions printing;
   std::string in;
   std::string out;
+  std::string passwordFile;
   std::string pages = "All";
   bool isDryRun = false;
+
+  bool isForPrinter() const { return !printing.printer.empty(); }
 };
 
-// The settings to print a job with.
+// How to print a job.
 struct Wanted {
   Press::Effects effects;
   Press::PageRule pages;
+  std::string password;
+  std::optional<Press::PrinterJob> printer;
 };
+
+// Says that the home keeps effects, where nothing shows that these are not printed.
+void tellOfKept(const SettingOptions& given, const Refhost::Options& options) {
+  if (given.takesKept || !given.profile.empty() || !given.ticket.empty()) return;
+  const Refhost::ModelDescription model = Refhost::readModel(options.resources / "models", options.model);
+  Press::Properties kept;
+  for (const auto& [name, value] : Refhost::peekAtSettings(Refhost::settingsFile(options.home, model.name)))
+    kept[Formats::toUtf8(name)] = Formats::toUtf8(value);
+  if (Press::effectsFromProperties(kept).any())
+    App::tell("The effects that \"kiln show\" has kept are not printed: --settings prints with them.");
+}
 
 Wanted wantedBy(const PrintOptions& given, const Opening& opening) {
   Wanted wanted;
   wanted.pages = Press::PageRule(given.pages);
+  wanted.password = passwordIn(given.passwordFile);
   SilentRun run(opening.options());
   given.settings.makeIn(run);
   wanted.effects = Press::effectsFromProperties(run.accept());
+  tellOfKept(given.settings, opening.options());
   return wanted;
 }
 
 void tell(const Wanted& wanted, const StandardFiles& files) {
-  const Press::Plan plan = Press::planPrint(files.in(), wanted.effects, wanted.pages);
+  const Press::Plan plan = Press::planPrint({files.in(), wanted.password}, wanted.effects, wanted.pages);
   for (const std::string& sentence : describe(plan, wanted.effects)) std::cout << sentence << '\n';
+}
+
+void send(const Press::PrinterJob& job, const StandardFiles& files, const Interruption& interruption) {
+  ProgressLine line("Sending");
+  const auto progress = [&](std::int64_t done, std::int64_t total) {
+    constexpr std::int64_t unit = 1024;
+    line.show(static_cast<int>(done / unit), static_cast<int>(total / unit) + 1);
+    return interruption.signal() == 0;
+  };
+  std::cout << Formats::printable(Press::sendToPrinter(files.out(), job, progress)) << '\n';
 }
 
 void print(const Wanted& wanted, const StandardFiles& files, const Interruption& interruption) {
@@ -66,29 +104,48 @@ void print(const Wanted& wanted, const StandardFiles& files, const Interruption&
       line.show(done, total);
       return interruption.signal() == 0;
     };
-    notes = Press::printPdf(files.in(), files.out(), wanted.effects, progress, wanted.pages);
+    const Press::JobFile job(files.in(), wanted.password);
+    notes = Press::printPdf(job, files.out(), wanted.effects, progress, wanted.pages);
   }
   for (const std::string& note : notes) App::tell(note);
-  files.deliver();
+  wanted.printer ? send(*wanted.printer, files, interruption) : files.deliver();
+}
+
+void demandOneTarget(const PrintOptions& given) {
+  if (given.isForPrinter() && !given.out.empty())
+    throw Failure(wrongUsage, "OUT.pdf and --printer are two targets: name one; see \"kiln print --help\".");
+  if (given.out.empty() && !given.isForPrinter() && !given.isDryRun)
+    throw Failure(wrongUsage, "OUT.pdf is required; see \"kiln print --help\".");
+  if (given.out == "-" && !given.isDryRun) demandNoTerminal();
+}
+
+// What the job is called in the queue.
+std::string titleOf(const PrintOptions& given) {
+  return given.in == "-" ? "Standard input" : Press::utf8(toPath(given.in).filename());
+}
+
+void printOrTell(const PrintOptions& given, const Interruption& interruption) {
+  const Opening opening(given.settings, interruption);
+  Wanted wanted = wantedBy(given, opening);
+  if (given.isForPrinter() && !given.isDryRun) wanted.printer = given.printing.resolve(titleOf(given));
+  const StandardFiles files(given.in, given.isForPrinter() ? "-" : given.out, interruption,
+                            given.isForPrinter() ? "The print for the printer" : "Standard output");
+  files.receive();
+  try {
+    given.isDryRun ? tell(wanted, files) : print(wanted, files, interruption);
+  } catch (const Press::Error& error) {
+    throw std::runtime_error(files.inUsersWords(inWordsOfCommands(error)));
+  }
 }
 
 int run(const PrintOptions& given) {
-  if (given.out.empty() && !given.isDryRun)
-    throw Failure(wrongUsage, Formats::sentence("OUT.pdf is required; see \"kiln print --help\"."));
+  demandOneTarget(given);
   const Interruption interruption;
   try {
-    const Opening opening(given.settings, interruption);
-    const Wanted wanted = wantedBy(given, opening);
-    const StandardFiles files(given.in, given.out, interruption);
-    files.receive();
-    try {
-      given.isDryRun ? tell(wanted, files) : print(wanted, files, interruption);
-    } catch (const Press::Error& error) {
-      throw std::runtime_error(files.inUsersWords(error.what()));
-    }
+    printOrTell(given, interruption);
     return 0;
   } catch (const Press::Stopped&) {
-    const bool hasOutput = given.out != "-" && !given.isDryRun;
+    const bool hasOutput = given.out != "-" && !given.isForPrinter() && !given.isDryRun;
     throw Failure(128 + interruption.signal(),
                   hasOutput ? Formats::sentence("Printing was stopped; {1} is as it was.", given.out)
                             : Formats::sentence("Printing was stopped."));
@@ -105,7 +162,7 @@ void addPrint(CLI::App& kiln, Run& chosen) {
   command.add_option("IN.pdf", given->in, Formats::sentence("The job"))->required()->type_name("");
   command
       .add_option("OUT.pdf", given->out,
-                  Formats::sentence("The printed pages; an existing file is replaced. Not with --dry-run"))
+                  Formats::sentence("The printed pages; an existing file is replaced. Not with --printer or --dry-run"))
       ->type_name("");
   command
       .add_option("--pages", given->pages,
@@ -114,6 +171,8 @@ void addPrint(CLI::App& kiln, Run& chosen) {
       ->capture_default_str();
   command.add_flag("--dry-run", given->isDryRun,
                    Formats::sentence("Says what would be done to which pages, and prints nothing"));
+  addPasswordFile(command, given->passwordFile);
+  given->printing.declare(command);
   given->settings.declare(command);
   command.callback([&chosen, given] { chosen = [given] { return run(*given); }; });
 }

@@ -1,6 +1,7 @@
 #include "app/commands/commands.h"
 #include "app/failure.h"
 #include "app/host_options.h"
+#include "app/password_file.h"
 #include "app/system/user.h"
 #include "files/module.h"
 #include "files/product_files.h"
@@ -26,6 +27,7 @@ Exit status: 0 when the window was closed or the picture written, 1 when the pic
 struct ShowOptions {
   HostOptions host;
   std::string document;
+  std::string passwordFile;
   std::string locale;
   std::string screenshot;
   std::string press;
@@ -44,6 +46,7 @@ Window::Request toRequest(const ShowOptions& given) {
                                    : given.locale;
   request.preferences.properties = toPairs("--set", given.settings);
   request.document = toPath(given.document);
+  request.password = passwordIn(given.passwordFile);
   request.screenshot = toPath(given.screenshot);
   request.press = given.press;
   request.record = toPath(given.record);
@@ -102,6 +105,7 @@ void addShow(CLI::App& kiln, Run& run) {
   addRepeatable(command, "--set", given->settings,
                 Formats::sentence("A setting to open with, MirrorImage=MirrorImage; may be repeated"))
       ->type_name("NAME=VALUE");
+  addPasswordFile(command, given->passwordFile);
   given->host.declare(
       command,
       Formats::sentence("The folder for what a user keeps; by default kiln in your data folder ($XDG_DATA_HOME)"));

@@ -1,5 +1,6 @@
 #include "app/system/standard_files.h"
 
+#include "app/failure.h"
 #include "app/host_options.h"
 #include "files/system_reason.h"
 #include "formats/sentences.h"
@@ -66,11 +67,13 @@ void replaceAll(std::string& sentence, const std::string& from, const std::strin
 
 }  // namespace
 
-StandardFiles::StandardFiles(const std::string& in, const std::string& out, const Interruption& wishToStop)
+StandardFiles::StandardFiles(const std::string& in, const std::string& out, const Interruption& wishToStop,
+                             std::string outputName)
     : interruption(wishToStop),
       input(toPath(in)),
       output(toPath(out)),
-      hasInput(in == "-") {
+      hasInput(in == "-"),
+      nameOfOutput(std::move(outputName)) {
   // When the reader of standard output exits, writing must fail with an error.
   std::signal(SIGPIPE, SIG_IGN);
   if (in == "-" || out == "-") folder.emplace();
@@ -117,8 +120,15 @@ void StandardFiles::deliver() const {
 std::string StandardFiles::inUsersWords(std::string sentence) const {
   if (!folder) return sentence;
   replaceAll(sentence, Press::quoted(folder->path() / "in.pdf"), Formats::sentence("Standard input"));
-  replaceAll(sentence, Press::quoted(folder->path() / "out.pdf"), Formats::sentence("Standard output"));
+  replaceAll(sentence, Press::quoted(folder->path() / "out.pdf"), nameOfOutput);
   return sentence;
+}
+
+void demandNoTerminal() {
+  if (isatty(STDOUT_FILENO) != 1) return;
+  throw Failure(wrongUsage,
+                "Standard output is a terminal, which cannot show a PDF: name a file, or send it on, by \"| lp\" for "
+                "example.");
 }
 
 }  // namespace App

@@ -14,8 +14,10 @@ namespace App {
 // access and atomic output, so both go through temporary files, which are deleted with the object.
 class StandardFiles {
  public:
-  // Makes the folder for the temporary files. Throws std::runtime_error, one sentence, when that fails.
-  StandardFiles(const std::string& in, const std::string& out, const Interruption& interruption);
+  // Makes the folder for the temporary files. Sentences call an output of "-" `outputName`. Throws std::runtime_error,
+  // one sentence, when that fails.
+  StandardFiles(const std::string& in, const std::string& out, const Interruption& interruption,
+                std::string outputName = "Standard output");
   StandardFiles(const StandardFiles&) = delete;
   StandardFiles& operator=(const StandardFiles&) = delete;
 
@@ -41,6 +43,10 @@ class StandardFiles {
   std::filesystem::path input;
   std::filesystem::path output;
   const bool hasInput;
+  const std::string nameOfOutput;
 };
+
+// Throws Failure when standard output is a terminal, which cannot show a PDF.
+void demandNoTerminal();
 
 }  // namespace App

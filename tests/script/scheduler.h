@@ -37,6 +37,9 @@ class Scheduler {
   // The printed bytes, once the queue is idle.
   std::string printed(const std::string& queue);
 
+  // Where programs find it: the value of CUPS_SERVER.
+  const std::string& server() const { return address; }
+
   // The scheduler's log of its jobs so far.
   std::string log() const;
   std::string pageLog() const;

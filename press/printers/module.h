@@ -1,0 +1,39 @@
+// The interface of the library that talks to the system's printers. It is plain C, and no ownership crosses it: data is
+// valid for the duration of a call.
+#pragma once
+
+extern "C" {
+
+// Receives a printer: its queue, what people call it (may be empty), and facts about it.
+using KilnPrinterReceiver = void (*)(void* context, const char* name, const char* description, int isDefault,
+                                     int printsBothSides);
+
+// Lists the printers. Returns 0 and passes a reason in the system's words to `fail` when the print service does not
+// answer.
+using KilnListPrinters = int (*)(KilnPrinterReceiver receiver, void (*fail)(void* context, const char* reason),
+                                 void* context);
+
+// A finished PDF file to print; `sides` is the standard keyword, null for what the printer does by itself. Texts are
+// UTF-8, the file's path is in the system's encoding.
+struct KilnPrintRequest {
+  const char* printer;
+  const char* title;
+  const char* file;
+  int copies;
+  const char* sides;
+};
+
+// Sends the file to the printer. `progress` is called with the bytes sent and the size; it returns 0 to stop, and then
+// the job is cancelled. Returns the job's number, or 0 after a stop or after passing a reason to `fail`.
+using KilnSendToPrinter = int (*)(const KilnPrintRequest* request,
+                                  int (*progress)(void* context, long long done, long long total),
+                                  void (*fail)(void* context, const char* reason), void* context);
+
+}  // extern "C"
+
+namespace Press {
+
+inline constexpr const char* listPrintersSymbol = "kilnListPrinters";
+inline constexpr const char* sendToPrinterSymbol = "kilnSendToPrinter";
+
+}  // namespace Press

@@ -1,0 +1,86 @@
+#include "press/printers/printers.h"
+
+#include "files/module.h"
+#include "files/product_files.h"
+#include "press/error.h"
+#include "press/printers/module.h"
+
+#include <stdexcept>
+#include <type_traits>
+
+namespace Press {
+namespace {
+
+struct Functions {
+  KilnListPrinters list = nullptr;
+  KilnSendToPrinter send = nullptr;
+};
+
+Functions load() {
+  const std::filesystem::path file = Files::productModule("kiln-printers.so");
+  std::string reason = "it is not the library of this program";
+  try {
+    Files::Module library(file);
+    library.keepLoaded();
+    Functions functions;
+    functions.list = library.function<std::remove_pointer_t<KilnListPrinters>>(listPrintersSymbol);
+    functions.send = library.function<std::remove_pointer_t<KilnSendToPrinter>>(sendToPrinterSymbol);
+    if (functions.list != nullptr && functions.send != nullptr) return functions;
+  } catch (const std::runtime_error& problem) {
+    reason = problem.what();
+  }
+  throw Error("The system's printers cannot be used, because " + quoted(file) + " cannot be loaded (" + reason +
+              "): print to a PDF file, or install the program again, and CUPS.");
+}
+
+const Functions& functions() {
+  static const Functions loaded = load();
+  return loaded;
+}
+
+struct Listing {
+  std::vector<Printer> printers;
+  std::string failure;
+};
+
+void receive(void* context, const char* name, const char* description, int isDefault, int printsBothSides) {
+  static_cast<Listing*>(context)->printers.push_back({name, description, isDefault != 0, printsBothSides != 0});
+}
+
+struct Sending {
+  const std::function<bool(std::int64_t, std::int64_t)>& progress;
+  bool isStopped = false;
+  std::string failure = {};
+};
+
+int report(void* context, long long done, long long total) {
+  Sending& sending = *static_cast<Sending*>(context);
+  sending.isStopped = sending.progress && !sending.progress(done, total);
+  return sending.isStopped ? 0 : 1;
+}
+
+}  // namespace
+
+std::vector<Printer> systemPrinters() {
+  Listing listing;
+  const auto fail = [](void* context, const char* reason) { static_cast<Listing*>(context)->failure = reason; };
+  if (functions().list(&receive, fail, &listing) == 0)
+    throw Error("The system's printers cannot be listed (" + listing.failure + "): see that its print service runs.");
+  return listing.printers;
+}
+
+std::string sendToPrinter(const std::filesystem::path& pdf, const PrinterJob& job,
+                          const std::function<bool(std::int64_t, std::int64_t)>& progress) {
+  Sending sending{progress};
+  const auto fail = [](void* context, const char* reason) { static_cast<Sending*>(context)->failure = reason; };
+  const std::string sides(job.sides ? sidesKeywords[static_cast<std::size_t>(*job.sides)] : "");
+  const KilnPrintRequest request{job.printer.c_str(), job.title.c_str(), pdf.c_str(), job.copies,
+                                 job.sides ? sides.c_str() : nullptr};
+  const int number = functions().send(&request, &report, fail, &sending);
+  if (number != 0) return job.printer.substr(0, job.printer.find('/')) + '-' + std::to_string(number);
+  if (sending.isStopped) throw Stopped();
+  throw Error("The printer \"" + job.printer + "\" does not take the job (" + sending.failure +
+              "): see that it is on and accepts jobs.");
+}
+
+}  // namespace Press
