@@ -31,6 +31,7 @@ Exit status: 0 when it was done, 1 when it was not, and every overlay is as it w
 #else
 constexpr std::string_view footer = Formats::sentenceTemplate(R"(Examples:
   kiln overlay create Letterhead letterhead.pdf
+  kiln overlay create Logo logo.png --set PaperSize=Letter
   kiln overlay list
   kiln overlay delete Letterhead
 

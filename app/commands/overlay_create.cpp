@@ -1,13 +1,15 @@
-// kiln overlay create: makes an overlay of a PDF's first page through the plug-in, as in the preferences.
+// kiln overlay create: makes an overlay of a PDF's page or of a picture through the plug-in, as in the preferences.
 #include "app/commands/commands.h"
 #include "app/messages.h"
 #include "app/password_file.h"
 #include "app/silent_run.h"
 #include "formats/names.h"
+#include "formats/papers.h"
 #include "formats/sentences.h"
 #include "formats/text.h"
 #include "host/overlay_job.h"
 #include "press/job/capture.h"
+#include "press/job/form_file.h"
 
 #include <memory>
 
@@ -19,6 +21,8 @@ struct CreationOptions {
   std::string name;
   std::string in;
   std::string passwordFile;
+  int page = 1;
+  bool fillsPaper = false;
   bool replaces = false;
 };
 
@@ -40,10 +44,16 @@ void prepare(SilentRun& run, const CreationOptions& given) {
   }
 }
 
-Press::Capture captured(const CreationOptions& given, SilentRun& run) {
+Press::PicturePage picturePage(const CreationOptions& given, const std::map<std::string, std::string>& values) {
+  const auto paper = values.find(Formats::toUtf8(Formats::Prop::paperSize));
+  return {Formats::paperOf(paper == values.end() ? u"" : Formats::toUtf16(paper->second)), given.fillsPaper};
+}
+
+Press::Capture captured(const CreationOptions& given, const std::map<std::string, std::string>& values) {
+  const Press::FormFile form(toPath(given.in), picturePage(given, values));
   try {
-    return Press::captureOverlay({toPath(given.in), passwordIn(given.passwordFile)},
-                                 Press::effectsFromProperties(run.printedValues()));
+    return Press::captureOverlay({form.pdf(), passwordIn(given.passwordFile)}, Press::effectsFromProperties(values),
+                                 given.page);
   } catch (const Press::Error& error) {
     throw std::runtime_error(inWordsOfCommands(error));
   }
@@ -57,7 +67,7 @@ int create(const CreationOptions& given) {
   SilentRun run(options);
   given.settings.makeIn(run);
   // Captured before the destination is prepared, since the job may print on the overlay that it replaces.
-  const Press::Capture capture = captured(given, run);
+  const Press::Capture capture = captured(given, run.printedValues());
   prepare(run, given);
   Refhost::writeOverlay(run.preferences(), {capture.pdf, capture.thumbnail});
   for (const std::string& note : capture.notes) tell(note);
@@ -68,9 +78,17 @@ int create(const CreationOptions& given) {
 
 void addOverlayCreation(CLI::App& overlay, Run& run) {
   const auto given = std::make_shared<CreationOptions>();
-  CLI::App& part = *overlay.add_subcommand("create", Formats::sentence("Makes an overlay of the first page of a PDF"));
+  CLI::App& part =
+      *overlay.add_subcommand("create", Formats::sentence("Makes an overlay of a PDF's page, or of a picture"));
   part.add_option("NAME", given->name, Formats::sentence("The overlay's name"))->required()->type_name("");
-  part.add_option("FILE.pdf", given->in, Formats::sentence("The form"))->required()->type_name("");
+  part.add_option("FILE", given->in, Formats::sentence("The form: a PDF, or a JPEG or PNG picture"))
+      ->required()
+      ->type_name("");
+  part.add_option("--page", given->page, Formats::sentence("The page of the PDF; by default the first"))
+      ->check(CLI::PositiveNumber)
+      ->type_name("N");
+  part.add_flag("--fill", given->fillsPaper,
+                Formats::sentence("Makes a picture as large as the paper, instead of its own size"));
   part.add_flag("--replace", given->replaces, Formats::sentence("Replaces an overlay of that name"));
   addPasswordFile(part, given->passwordFile);
   given->settings.declare(part);

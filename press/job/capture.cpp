@@ -22,10 +22,10 @@ Picture thumbnail(const std::string& pdf) {
 
 }  // namespace
 
-Capture captureOverlay(const JobFile& in, const Effects& effects) {
+Capture captureOverlay(const JobFile& in, const Effects& effects, int page) {
   Job job(in);
   Capture capture;
-  capture.pdf = job.printPage(1, effects);
+  capture.pdf = job.printPage(page, effects);
   capture.notes = overlayNotes(effects);
   capture.notes.insert(capture.notes.end(), job.notes().begin(), job.notes().end());
   try {

@@ -16,7 +16,7 @@ struct Capture {
   std::vector<std::string> notes;        // sentences as returned by `printPdf`, and one when there is no picture
 };
 
-// Makes an overlay of a job: its first page as printed with these effects. Throws Error.
-Capture captureOverlay(const JobFile& in, const Effects& effects = {});
+// Makes an overlay of a page of a job, from 1: the page as printed with these effects. Throws Error.
+Capture captureOverlay(const JobFile& in, const Effects& effects = {}, int page = 1);
 
 }  // namespace Press

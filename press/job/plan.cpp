@@ -34,8 +34,8 @@ Plan planPrint(const JobFile& in, const Effects& effects, const PageRule& pages)
     --placesLeft;
   }
   if (plan.kept.empty())
-    throw Error(
-        Formats::sentence("{1} has none of the chosen pages: choose some from 1 to {2}.", quoted(in.file), plan.jobPages));
+    throw Error(Formats::sentence("{1} has none of the chosen pages: choose some from 1 to {2}.", quoted(in.file),
+                                  plan.jobPages));
   return plan;
 }
 

@@ -66,6 +66,12 @@ TEST_F(Capture, TakesTheFirstPageAlone) {
   EXPECT_EQ(complaints(capture.pdf), "");
 }
 
+TEST_F(Capture, TakesTheChosenPage) {
+  const Press::Capture capture = captureOverlay(folder / "job.pdf", {}, 2);
+  EXPECT_EQ(difference(render(capture.pdf), render(Press::printPage(folder / "job.pdf", 2, {}))), 0);
+  EXPECT_NE(difference(render(capture.pdf), render(Press::samplePdf())), 0);
+}
+
 TEST_F(Capture, AppliesTheEffects) {
   Effects effects;
   effects.negativeImage = effects.mirrorImage = true;

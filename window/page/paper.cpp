@@ -1,5 +1,7 @@
 #include "window/page/paper.h"
 
+#include "formats/papers.h"
+
 #include <QPainter>
 #include <QWidget>
 
@@ -10,15 +12,11 @@ namespace {
 
 constexpr int shadowWidth = 10;
 
-constexpr double pointsPerMillimetre = 72 / 25.4;
-
 }  // namespace
 
 QSizeF paperOf(std::u16string_view name) {
-  if (name == u"A3") return QSizeF(297, 420) * pointsPerMillimetre;
-  if (name == u"Letter") return {612, 792};
-  if (name == u"Ledger") return {792, 1224};
-  return QSizeF(210, 297) * pointsPerMillimetre;
+  const Formats::Paper paper = Formats::paperOf(name);
+  return {paper.width, paper.height};
 }
 
 QRectF sheetWithin(const QWidget& view, const QSizeF& shape) {

@@ -1,6 +1,7 @@
 #include "window/preferences/session.h"
 
 #include "files/language.h"
+#include "formats/papers.h"
 #include "formats/text.h"
 #include "host/kept_settings.h"
 #include "window/page/paper.h"
@@ -79,7 +80,7 @@ void Session::open(const Refhost::Options& now) {
 }
 
 Surroundings Session::surroundings() {
-  return {texts(), opened->chrome(), paperOf(opened->model().value(u"PaperSize").value_or(u"")),
+  return {texts(), opened->chrome(), paperOf(opened->model().value(Formats::Prop::paperSize).value_or(u"")),
           opened->options().actions};
 }
 
