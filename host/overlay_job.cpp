@@ -2,6 +2,8 @@
 
 #include "formats/names.h"
 
+#include <utility>
+
 namespace Refhost {
 namespace {
 
@@ -22,6 +24,32 @@ Options printTimeOptions(Preferences& preferences) {
     options.properties.emplace_back(name, value);
   return options;
 }
+
+// Another face, but for the name of what is created.
+class NamingFace final : public Face {
+ public:
+  NamingFace(Face& shownBy, UserActions& told, std::u16string givenName)
+      : face(shownBy),
+        actions(told),
+        name(std::move(givenName)) {}
+
+  void runModally(Dialog& dialog) override { face.runModally(dialog); }
+  void dialogOpened(Dialog& dialog) override { face.dialogOpened(dialog); }
+  void dialogClosed(Dialog& dialog) override { face.dialogClosed(dialog); }
+  void widgetChanged(WidgetNode& widget) override { face.widgetChanged(widget); }
+  void showHelp(const std::u16string& url, const std::u16string& topic) override { face.showHelp(url, topic); }
+  void showFailure(const std::string& sentence) override { face.showFailure(sentence); }
+  void tell(const std::string& sentence) override { face.tell(sentence); }
+  std::optional<std::u16string> askJobStep() override {
+    actions.named(name);
+    return name;
+  }
+
+ private:
+  Face& face;
+  UserActions& actions;
+  std::u16string name;
+};
 
 }  // namespace
 
@@ -47,6 +75,12 @@ std::optional<std::u16string> printIntoOverlay(Preferences& preferences, Face& f
   }
   preferences.refreshStores();
   return job.model().value(Prop::overlayImageName).value_or(u"");
+}
+
+std::optional<std::u16string> printIntoOverlay(Preferences& preferences, Face& face, const CapturedJob& captured,
+                                               const std::u16string& name) {
+  NamingFace naming(face, preferences.actions(), name);
+  return printIntoOverlay(preferences, naming, captured);
 }
 
 }  // namespace Refhost

@@ -29,4 +29,8 @@ void writeOverlay(Preferences& job, const CapturedJob& captured);
 // sentence, when the job cannot be opened or written; an overlay that was to be replaced is restored.
 std::optional<std::u16string> printIntoOverlay(Preferences& preferences, Face& face, const CapturedJob& captured);
 
+// The same for an overlay whose name is known, so that `face` is not asked for it.
+std::optional<std::u16string> printIntoOverlay(Preferences& preferences, Face& face, const CapturedJob& captured,
+                                               const std::u16string& name);
+
 }  // namespace Refhost

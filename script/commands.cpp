@@ -4,6 +4,7 @@
 #include "formats/near_names.h"
 #include "formats/text.h"
 #include "host/overlay_job.h"
+#include "host/overlay_names.h"
 #include "host/profiles/profile.h"
 #include "script/describe.h"
 #include "script/session.h"
@@ -94,6 +95,15 @@ Json printOverlay(Session& session, const Arguments&) {
   session.gui();
   const Refhost::CapturedJob job{"%PDF-1.7\n%%EOF\n", smallestBitmap};
   return {{"created", Refhost::printIntoOverlay(session.preferences(), session, job).has_value()}};
+}
+
+Json renameOverlay(Session& session, const Arguments& words) {
+  demandNoDialog(session);
+  session.gui();
+  Refhost::SelectorNode* const list = Refhost::overlayList(session.preferences());
+  if (list == nullptr) throw std::runtime_error("The preferences have no list of overlays.");
+  Refhost::renameOverlay(session.preferences(), list->selection(), words[0]);
+  return Json::object();
 }
 
 void demandProperty(Session& session, const std::u16string& name) {
@@ -252,6 +262,7 @@ const std::map<std::string, Command, std::less<>>& commandTable() {
       {"defaults", {"", 0, 0, defaults}},
       {"print", {"", 0, 0, print}},
       {"print-overlay", {"", 0, 0, printOverlay}},
+      {"rename-overlay", {"NAME", 1, 1, renameOverlay}},
       {"import-profile", {"FILE", 1, 1, importProfileFile}},
 
       // Host actions.

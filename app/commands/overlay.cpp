@@ -1,5 +1,5 @@
-// kiln overlay: lists and deletes the user's overlays through the plug-in, as in the preferences. Overlays are created
-// where printing is available.
+// kiln overlay: lists, renames and deletes the user's overlays through the plug-in, as in the preferences. Overlays are
+// created where printing is available.
 #include "app/commands/commands.h"
 #include "app/failure.h"
 #include "app/messages.h"
@@ -11,6 +11,7 @@
 #include "formats/sentences.h"
 #include "formats/text.h"
 #include "host/gui.h"
+#include "host/overlay_names.h"
 #include "host/widgets/list.h"
 
 #include <iostream>
@@ -24,6 +25,7 @@ namespace {
 #ifdef KILN_WITHOUT_PRINTING
 constexpr std::string_view footer = Formats::sentenceTemplate(R"(Examples:
   kiln overlay list
+  kiln overlay rename Letterhead "Letterhead 2026"
   kiln overlay delete Letterhead
 
 Exit status: 0 when it was done, 1 when it was not, and every overlay is as it was,
@@ -33,6 +35,7 @@ constexpr std::string_view footer = Formats::sentenceTemplate(R"(Examples:
   kiln overlay create Letterhead letterhead.pdf
   kiln overlay create Logo logo.png --set PaperSize=Letter
   kiln overlay list
+  kiln overlay rename Letterhead "Letterhead 2026"
   kiln overlay delete Letterhead
 
 Exit status: 0 when it was done, 1 when it was not, and every overlay is as it was,
@@ -42,6 +45,7 @@ Exit status: 0 when it was done, 1 when it was not, and every overlay is as it w
 struct OverlayOptions {
   SettingOptions settings;
   std::string name;
+  std::string newName;
 };
 
 struct Listed {
@@ -89,29 +93,44 @@ std::vector<std::string> namesOf(const std::vector<Listed>& overlays) {
   return names;
 }
 
-int remove(const OverlayOptions& given) {
-  const Interruption interruption;
-  const Opening opening(given.settings, interruption);
-  SilentRun run(opening.options());
-  Refhost::ComboBox& list = listIn(run);
-  const std::vector<Listed> overlays = overlaysIn(list);
+// The overlay that the user means. Throws std::runtime_error, one sentence, when there is none.
+Listed demanded(const OverlayOptions& given, const std::vector<Listed>& overlays) {
   const std::string name = nameMeant(namesOf(overlays), given.name);
   const auto overlay = overlayNamed(overlays, name);
   if (!overlay)
     throw std::runtime_error(
         Formats::sentence("There is no overlay {1}; \"kiln overlay list\" lists them.", Formats::quoted(name)) +
         Formats::didYouMean(namesOf(overlays), name));
+  return *overlay;
+}
+
+int rename(const OverlayOptions& given) {
+  const Interruption interruption;
+  const Opening opening(given.settings, interruption);
+  SilentRun run(opening.options());
+  const Listed overlay = demanded(given, overlaysIn(listIn(run)));
+  Refhost::renameOverlay(run.preferences(), overlay.index, Formats::toUtf16(given.newName));
+  return 0;
+}
+
+int remove(const OverlayOptions& given) {
+  const Interruption interruption;
+  const Opening opening(given.settings, interruption);
+  SilentRun run(opening.options());
+  Refhost::ComboBox& list = listIn(run);
+  const Listed overlay = demanded(given, overlaysIn(list));
+  const std::string& name = overlay.name;
   auto* button = dynamic_cast<Refhost::Button*>(run.preferences().gui()->find(Formats::WidgetId::overlayDelete));
   if (button == nullptr)
     throw std::runtime_error(Formats::sentence("These preferences have no button that deletes overlays."));
   bool isConfirmed = false;
-  run.act([&] { list.choose(overlay->index); });
-  if (list.selection() == overlay->index)
+  run.act([&] { list.choose(overlay.index); });
+  if (list.selection() == overlay.index)
     run.act([button] { button->click(); }, [&](Refhost::Dialog& dialog) { isConfirmed = dialog.accept(); });
   if (!isConfirmed)
     throw std::runtime_error(Formats::sentence("The overlay {1} cannot be deleted now.", Formats::quoted(name)));
   const auto other = overlayNamed(overlaysIn(list), name);
-  if (other && other->isDownloaded == overlay->isDownloaded)
+  if (other && other->isDownloaded == overlay.isDownloaded)
     tell(Formats::sentence("Another overlay has the name {1} too; it stays, and takes its place.", inQuotes(name)));
   return 0;
 }
@@ -128,7 +147,7 @@ CLI::App& addPart(CLI::App& overlay, Run& run, const char* name, const std::stri
 void addOverlay(CLI::App& kiln, Run& run) {
   const std::string homeHelp =
       Formats::sentence("The folder for what a user keeps; by default the one that \"kiln show\" uses");
-  CLI::App& overlay = *kiln.add_subcommand("overlay", Formats::sentence("Makes, lists and deletes overlays"));
+  CLI::App& overlay = *kiln.add_subcommand("overlay", Formats::sentence("Makes, lists, renames and deletes overlays"));
   overlay.footer(Formats::sentence(footer));
   overlay.require_subcommand(1);
 
@@ -139,6 +158,15 @@ void addOverlay(CLI::App& kiln, Run& run) {
   const auto listed = std::make_shared<OverlayOptions>();
   CLI::App& listPart = addPart(overlay, run, "list", Formats::sentence("Lists the overlays, one a line"), listed, list);
   listed->settings.host.declare(listPart, homeHelp);
+
+  const auto renamed = std::make_shared<OverlayOptions>();
+  CLI::App& renamePart =
+      addPart(overlay, run, "rename", Formats::sentence("Gives an overlay another name"), renamed, rename);
+  renamePart.add_option("NAME", renamed->name, Formats::sentence("The overlay's name"))->required()->type_name("");
+  renamePart.add_option("NEW-NAME", renamed->newName, Formats::sentence("Its name from now on"))
+      ->required()
+      ->type_name("");
+  renamed->settings.host.declare(renamePart, homeHelp);
 
   const auto deleted = std::make_shared<OverlayOptions>();
   CLI::App& deletePart = addPart(overlay, run, "delete", Formats::sentence("Deletes an overlay"), deleted, remove);

@@ -8,6 +8,7 @@
 #include "formats/sentences.h"
 #include "formats/text.h"
 #include "host/overlay_job.h"
+#include "host/overlay_names.h"
 #include "press/job/capture.h"
 #include "press/job/form_file.h"
 
@@ -28,8 +29,11 @@ struct CreationOptions {
 
 // Accepts the preferences of a job that creates an overlay with the name: the plug-in prepares the destination.
 void prepare(SilentRun& run, const CreationOptions& given) {
+  const std::u16string name = Formats::toUtf16(given.name);
+  if (Refhost::isReserved(name, Refhost::reservedOverlayNames(run.preferences().chrome())))
+    throw std::runtime_error(Refhost::reservedNameSentence(name));
   std::string refusal = Formats::sentence("An overlay needs a name.");
-  run.face().jobStep = Formats::toUtf16(given.name);
+  run.face().jobStep = name;
   run.face().operateDialogs([&](Refhost::Dialog& dialog) {
     const bool isFull = dialog.url().ends_with(u"/dlg_overlayfull.xul");
     refusal = isFull ? Formats::sentence("There is no room for more than 20 overlays; delete one first.")

@@ -1,5 +1,6 @@
 #include "press/job/form_file.h"
 
+#include "formats/sentences.h"
 #include "press/error.h"
 #include "press/marks/place.h"
 #include "press/pdf/box.h"

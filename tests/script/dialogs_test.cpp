@@ -258,13 +258,13 @@ TEST(ScriptDialogs, PluginThatAsksUntilItGetsAnOkDoesNotKeepTheScriptFromEnding)
 TEST(ScriptDialogs, WhatConcernsThePreferencesIsRefusedWhileADialogIsOpen) {
   const auto run = runScript(
       "click btn_show\nreload\nexport a\nimport a\ntab pro_tab_device\nhelp\nundo\ndefaults\nprint\nprint-overlay\n"
-      "reopen standard en-US\nimport-profile a\nok\nreload\n");
-  ASSERT_THAT(run.answers, SizeIs(14));
-  for (std::size_t i = 1; i <= 11; ++i) {
+      "reopen standard en-US\nimport-profile a\nrename-overlay a\nok\nreload\n");
+  ASSERT_THAT(run.answers, SizeIs(15));
+  for (std::size_t i = 1; i <= 12; ++i) {
     EXPECT_EQ(run.answers.at(i).at("ok"), false) << i;
     EXPECT_THAT(run.answers.at(i).at("error"), HasSubstr("dlg_outer.xul is open")) << i;
   }
-  EXPECT_EQ(run.answers.at(13), done);
+  EXPECT_EQ(run.answers.at(14), done);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// kiln overlay: creating, listing and deleting overlays on the command line.
+// kiln overlay: creating, listing, renaming and deleting overlays on the command line.
 #include "tests/script/process.h"
 
 #include <gmock/gmock.h>
@@ -127,6 +127,67 @@ TEST_F(OverlayCommand, MakesNoMoreThanTwenty) {
   EXPECT_EQ(std::count(names.begin(), names.end(), '\n'), 20);
 }
 
+TEST_F(OverlayCommand, MakesAnOverlayOfTheChosenPage) {
+  ASSERT_EQ(overlay({"create", "First", job.string()}).status, 0);
+  ASSERT_EQ(overlay({"create", "Second", job.string(), "--page", "2"}).status, 0);
+  ASSERT_EQ(files(".opa").size(), 2U);
+  EXPECT_NE(readFile(files(".opa").front()), readFile(files(".opa").back()));
+  const auto refused = overlay({"create", "Last", job.string(), "--page", "99"});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_THAT(refused.err, HasSubstr("has no page 99"));
+  EXPECT_EQ(overlay({"create", "Last", job.string(), "--page", "0"}).status, 2);
+}
+
+TEST_F(OverlayCommand, MakesAnOverlayOfAPictureOnThePaper) {
+  // A grey pixel.
+  const std::string picture(
+      "\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0\0\1\0\0\0\1\x08\0\0\0\0\x3A\x7E\x9B\x55"
+      "\0\0\0\x0AIDAT\x78\x9C\x63\x68\0\0\0\x82\0\x81\x77\xCD\x72\xB6\0\0\0\0IEND\xAE\x42\x60\x82",
+      67);
+  writeFile(testFolder() / "logo.png", picture);
+  const auto outcome =
+      overlay({"create", "Logo", (testFolder() / "logo.png").string(), "--set", "PaperSize=Letter", "--fill"});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(listed(), "Logo\n");
+  EXPECT_THAT(readFile(files(".opa").front()), HasSubstr("[ 0 0 612 792 ]"));
+  EXPECT_EQ(files(".bmp").size(), 1U);
+}
+
+TEST_F(OverlayCommand, RefusesTheNamesOfTheListsFirstEntries) {
+  for (const char* name : {"None", "multiple", "Ohne"}) {
+    const auto outcome = overlay({"create", name, job.string()});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.err, std::string("kiln: An overlay cannot be called \"") + name +
+                               "\", because the list of overlays has an entry of that name; choose another name.\n");
+  }
+  EXPECT_THAT(listed(), IsEmpty());
+}
+
+TEST_F(OverlayCommand, RenamesAnOverlay) {
+  ASSERT_EQ(overlay({"create", "Letterhead", job.string()}).status, 0);
+  ASSERT_EQ(overlay({"create", "Terms", job.string()}).status, 0);
+  const auto outcome = overlay({"rename", "Letterhead", "Stationery"});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(outcome.out + outcome.err, "");
+  EXPECT_EQ(listed(), "Stationery\nTerms\n");
+  EXPECT_EQ(files(".opa").size(), 2U);
+}
+
+TEST_F(OverlayCommand, TellsWhyAnOverlayIsNotRenamed) {
+  ASSERT_EQ(overlay({"create", "Letterhead", job.string()}).status, 0);
+  ASSERT_EQ(overlay({"create", "Terms", job.string()}).status, 0);
+  const auto refusal = [this](const char* from, const char* to) {
+    const auto outcome = overlay({"rename", from, to});
+    EXPECT_EQ(outcome.status, 1);
+    return outcome.err;
+  };
+  EXPECT_EQ(refusal("Logo", "Mine"), "kiln: There is no overlay \"Logo\"; \"kiln overlay list\" lists them.\n");
+  EXPECT_EQ(refusal("Terms", "Letterhead"), "kiln: There is an overlay \"Letterhead\" already; choose another name.\n");
+  EXPECT_EQ(refusal("Terms", ""), "kiln: An overlay needs a name.\n");
+  EXPECT_THAT(refusal("Terms", "none"), HasSubstr("cannot be called \"none\""));
+  EXPECT_EQ(listed(), "Letterhead\nTerms\n");
+}
+
 TEST_F(OverlayCommand, DeletesAnOverlayWithItsFiles) {
   ASSERT_EQ(overlay({"create", "Letterhead", job.string()}).status, 0);
   ASSERT_EQ(overlay({"create", "Terms", job.string()}).status, 0);
@@ -159,7 +220,7 @@ TEST_F(OverlayCommand, TellsWhatItCanDo) {
   EXPECT_EQ(overlay({}).status, 2);
   const auto outcome = runKiln({"overlay", "--help"});
   EXPECT_EQ(outcome.status, 0);
-  for (const char* part : {"create", "list", "delete"}) EXPECT_THAT(outcome.out, HasSubstr(part));
+  for (const char* part : {"create", "list", "rename", "delete"}) EXPECT_THAT(outcome.out, HasSubstr(part));
 }
 
 }  // namespace

@@ -134,6 +134,7 @@ TEST_F(ReplayCommand, TakesNoNoticeOfWhatIsOfOneRunAlone) {
                              "job-step Letterhead\n"
                              "print-overlay\n"
                              "select-index cmb_EffOverlay 2\n"
+                             "rename-overlay Stationery\n"
                              "properties\n"
                              "setting kilnworks.user.path\n"
                              "trace\n";
@@ -148,7 +149,7 @@ TEST_F(ReplayCommand, TakesNoNoticeOfWhatIsOfOneRunAlone) {
   std::string portable = replaced(recording, home, "{home}");
   portable = replaced(portable, replaced(home, "/", "\\\\"), "{home}");  // as Windows writes it in JSON
   const auto outcome = expect(portable);
-  EXPECT_EQ(outcome.out, "All 10 answers are as recorded.\n");
+  EXPECT_EQ(outcome.out, "All 11 answers are as recorded.\n");
 }
 
 TEST_F(ReplayCommand, TellsTwoMadeUpNamesApart) {
