@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAction>
 #include <QLabel>
 #include <QPushButton>
 #include <QToolButton>
@@ -144,6 +145,23 @@ TEST_F(PageTest, IsTurnedSheetBySheet) {
   EXPECT_EQ(place(), "Sheet 1 of 2");
   EXPECT_EQ(open.page(), first);
   EXPECT_FALSE(open.find<QToolButton>("previousPage").isEnabled());
+}
+
+TEST_F(PageTest, IsHiddenByTheMenuAndDrawnAnewWhenItComesBack) {
+  auto& panel = *open.window->findChild<PagePanel*>();
+  const QImage plain = open.page();
+  QAction& shows = open.find<QAction>("showPage");
+  const int width = open.window->width();
+  shows.trigger();
+  EXPECT_FALSE(panel.isVisible());
+  EXPECT_LT(open.window->width(), width);
+  open.find<QCheckBox>("ePTKWPageMirrorImage").click();
+  open.settle();
+  EXPECT_EQ(open.page(), plain) << "nothing is drawn for nobody";
+  shows.trigger();
+  open.settle();
+  EXPECT_TRUE(panel.isVisible());
+  EXPECT_GT(difference(open.page(), plain), 3);
 }
 
 TEST(PageOfADamagedJob, IsASentence) {

@@ -2,6 +2,7 @@
 
 #include "window/page/paper_view.h"
 
+#include <QAction>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QToolButton>
@@ -13,6 +14,7 @@ namespace Window {
 
 PagePanel::PagePanel(QWidget* parent)
     : QWidget(parent),
+      shows(new QAction(this)),
       paper(new PaperView(this)),
       back(new QToolButton(this)),
       forward(new QToolButton(this)),
@@ -50,6 +52,15 @@ PagePanel::PagePanel(QWidget* parent)
   }
   for (QToolButton* button : {back, forward}) button->setAutoRaise(true);
 
+  shows->setObjectName("showPage");
+  shows->setCheckable(true);
+  shows->setChecked(true);
+  addAction(shows);
+  connect(shows, &QAction::toggled, this, [this](bool isShown) {
+    setVisible(isShown);
+    redraw();
+  });
+
   connect(back, &QToolButton::clicked, this, [this] { turn(-1); });
   connect(forward, &QToolButton::clicked, this, [this] { turn(1); });
   connect(paper, &PaperView::pagesWanted, this, &PagePanel::turn);
@@ -66,6 +77,7 @@ void PagePanel::setTexts(const Texts& texts) {
   sizeText = texts("PAPER");
   paperText = texts("PAGE_PICTURE");
   overlayTexts = OverlayTexts(texts);
+  shows->setText(texts("SHOW_PAGE"));
   const bool leftToRight = layoutDirection() == Qt::LeftToRight;
   back->setArrowType(leftToRight ? Qt::LeftArrow : Qt::RightArrow);
   forward->setArrowType(leftToRight ? Qt::RightArrow : Qt::LeftArrow);
@@ -97,7 +109,7 @@ void PagePanel::goTo(int page) {
 }
 
 void PagePanel::redraw() {
-  if (order.document.empty()) return;
+  if (order.document.empty() || !shows->isChecked()) return;
   order.room = paper->room();
   artist.draw(order);
 }

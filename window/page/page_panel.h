@@ -7,6 +7,7 @@
 
 #include <QWidget>
 
+class QAction;
 class QLabel;
 class QToolButton;
 
@@ -21,6 +22,9 @@ class PagePanel final : public QWidget {
   explicit PagePanel(QWidget* parent);
 
   void setTexts(const Texts& texts);
+
+  // Entries for a menu, with their texts. Checked, the first one shows the panel; a hidden panel draws nothing.
+  QList<QAction*> viewActions() const { return actions(); }
 
   // The settings of the page shown.
   void setDocument(const std::filesystem::path& file);
@@ -43,6 +47,7 @@ class PagePanel final : public QWidget {
   void showOverlays();
 
   PageOrder order;
+  QAction* shows;
   PaperView* paper;
   QToolButton* back;
   QToolButton* forward;

@@ -50,6 +50,8 @@ void Menus::build() {
   QMenu* view = bar.addMenu(texts("VIEW"));
   inspector.setText(texts("SHOW_INSPECTOR"));
   inspector.setShortcut(Qt::Key_F12);
+  view->addActions(actions.ofPage());
+  view->addSeparator();
   view->addAction(&inspector);
 
   QMenu* help = bar.addMenu(texts("HELP"));

@@ -4,6 +4,8 @@
 #include "window/preferences/messages.h"
 #include "window/preferences/session.h"
 
+#include <QList>
+
 #include <functional>
 #include <string>
 
@@ -27,6 +29,9 @@ struct MenuActions {
   std::function<void()> helpOnWindow;
   std::function<void()> reportProblem;
   std::function<void(const std::string& model, const std::string& locale)> reopen;
+
+  // Entries that belong to the window.
+  std::function<QList<QAction*>()> ofPage;
 };
 
 class Menus {

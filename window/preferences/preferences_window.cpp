@@ -94,11 +94,15 @@ PreferencesWindow::~PreferencesWindow() {
 void PreferencesWindow::build() {
   addDockWidget(Qt::RightDockWidgetArea, inspector);
 
-  // Opening the pane enlarges the window, if the screen has room.
-  connect(inspector->toggleViewAction(), &QAction::triggered, this, [this](bool isShown) {
-    const int change = isShown ? inspector->sizeHint().width() : -inspector->width();
+  // The window grows and shrinks with its panes, as far as the screen has room.
+  const auto growWith = [this](const QWidget& pane, bool isShown) {
+    const int change = isShown ? pane.sizeHint().width() : -pane.width();
     resize(std::min(width() + change, screen()->availableSize().width()), height());
-  });
+  };
+  connect(inspector->toggleViewAction(), &QAction::triggered, this,
+          [this, growWith](bool isShown) { growWith(*inspector, isShown); });
+  connect(pages->viewActions().front(), &QAction::triggered, this,
+          [this, growWith](bool isShown) { growWith(*pages, isShown); });
 
   auto* sides = new QHBoxLayout;
   sides->setSpacing(between);
@@ -144,7 +148,8 @@ MenuActions PreferencesWindow::menuActions() {
           .helpOnTab = [this] { help.onTab(); },
           .helpOnWindow = [this] { help.onWindow(); },
           .reportProblem = toDo(reportProblem),
-          .reopen = [this](const std::string& model, const std::string& locale) { reopen(model, locale); }};
+          .reopen = [this](const std::string& model, const std::string& locale) { reopen(model, locale); },
+          .ofPage = [this] { return pages->viewActions(); }};
 }
 
 std::function<void()> PreferencesWindow::toDo(void (*action)(const ActionWorld&)) {
