@@ -60,7 +60,7 @@ inline std::vector<std::string> nearNames(const std::vector<std::string>& names,
 inline std::string alternatives(const std::vector<std::string>& names) {
   std::string list;
   for (std::size_t i = 0; i < names.size(); ++i) {
-    const std::string name = quoted(names[i]);
+    const std::string name = Formats::quoted(names[i]);
     if (i == 0)
       list = name;
     else if (i + 1 == names.size())

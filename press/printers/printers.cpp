@@ -16,7 +16,7 @@ struct Functions {
   KilnSendToPrinter send = nullptr;
 };
 
-Functions load() {
+Functions loadPrinters() {
   const std::filesystem::path file = Files::productModule("kiln-printers.so");
   std::string reason = "it is not the library of this program";
   try {
@@ -34,7 +34,7 @@ Functions load() {
 }
 
 const Functions& functions() {
-  static const Functions loaded = load();
+  static const Functions loaded = loadPrinters();
   return loaded;
 }
 
