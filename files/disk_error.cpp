@@ -38,7 +38,8 @@ std::string sentenceEnd(std::string_view action, std::error_code reason) {
 }  // namespace
 
 std::string cannotBe(std::string_view action, const std::filesystem::path& path, const std::string& reason) {
-  return Formats::sentence("{1} cannot be " + std::string(action) + ": {2}", shownPath(path), reason);
+  const std::string english = "{1} cannot be " + std::string(action) + ": {2}";
+  return Formats::sentence(english, shownPath(path), reason);
 }
 
 DiskError::DiskError(const std::filesystem::path& path, std::string_view action, std::error_code reason)

@@ -1,6 +1,7 @@
 #include "host/documents/path.h"
 
 #include "files/whole_file.h"
+#include "formats/sentences.h"
 #include "host/documents/captured.h"
 #include "host/documents/plugin_errors.h"
 #include "host/documents/text_list.h"
@@ -130,8 +131,8 @@ bool save(const FileWorld& world, const fs::path& path, std::string_view bytes) 
   const ChangeGuard::Lock lock = world.guard->lock(world.disk, world.home);
   if (!world.guard->isAsSeen(world.disk, path) && !Files::holds(world.disk, path, bytes)) {
     world.guard->lookAgain(path, lock);
-    throw Own<Kiln::FileChanged>(heap(),
-                                 Files::shownPath(path) + " was changed by another program meanwhile; try again.");
+    throw Own<Kiln::FileChanged>(
+        heap(), Formats::sentence("{1} was changed by another program meanwhile; try again.", Files::shownPath(path)));
   }
   const bool isChanged = Files::replaceWhole(world.disk, path, bytes);
   world.guard->wasChanged(path);

@@ -15,6 +15,20 @@
 namespace Refhost {
 namespace {
 
+// What the parser says of documents that are no XML.
+[[maybe_unused]] constexpr std::string_view faults[] = {
+    Formats::sentenceTemplate("syntax error"),
+    Formats::sentenceTemplate("no element found"),
+    Formats::sentenceTemplate("not well-formed (invalid token)"),
+    Formats::sentenceTemplate("unclosed token"),
+    Formats::sentenceTemplate("mismatched tag"),
+    Formats::sentenceTemplate("duplicate attribute"),
+    Formats::sentenceTemplate("junk after document element"),
+    Formats::sentenceTemplate("undefined entity"),
+    Formats::sentenceTemplate("unknown encoding"),
+    Formats::sentenceTemplate("unbound prefix"),
+};
+
 constexpr char separator = '\n';  // does not occur in namespaces and names
 
 struct ParserDeleter {
