@@ -6,6 +6,9 @@
 #include <CLI/CLI.hpp>
 
 #include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace App {
 
@@ -22,6 +25,19 @@ class HelpFormatter final : public CLI::Formatter {
   HelpFormatter() {
     column_width(30);
     for (const std::string_view word : words) label(std::string(word), Formats::sentence(word));
+  }
+
+  std::string make_group(std::string group, bool isPositional, std::vector<const CLI::Option*> options) const override {
+    return CLI::Formatter::make_group(Formats::sentence(group), isPositional, std::move(options));
+  }
+
+  // The parser has no label for the heading of subcommands.
+  std::string make_subcommands(const CLI::App* app, CLI::AppFormatMode mode) const override {
+    constexpr std::string_view heading = "Subcommands";
+    std::string text = CLI::Formatter::make_subcommands(app, mode);
+    if (const std::size_t at = text.find(heading); at != text.npos)
+      text.replace(at, heading.size(), Formats::sentence(heading));
+    return text;
   }
 
   std::string make_option_opts(const CLI::Option* option) const override {

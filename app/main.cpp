@@ -3,6 +3,7 @@
 #include "app/failure.h"
 #include "app/help_formatter.h"
 #include "app/messages.h"
+#include "app/parser_words.h"
 #include "app/system/platform.h"
 #include "app/system/user.h"
 #include "files/language.h"
@@ -125,9 +126,9 @@ App::Run parse(std::vector<std::string> words) {
   } catch (const CLI::Success& help) {
     return [status = kiln.exit(help)] { return status; };
   } catch (const CLI::ParseError& error) {
-    throw App::Failure(App::wrongUsage,
-                       Formats::sentence("{1}; see {2}.", error.what(), Formats::quoted(helpCommand(kiln))) +
-                           suggestion(kiln));
+    throw App::Failure(App::wrongUsage, Formats::sentence("{1}; see {2}.", App::parserSentence(error.what()),
+                                                          Formats::quoted(helpCommand(kiln))) +
+                                            suggestion(kiln));
   }
   return run ? run : telling(overview(kiln));
 }

@@ -94,6 +94,13 @@ void setPath(archive_entry* entry, const std::basic_string<Unit>& path) {
     archive_entry_copy_pathname_w(entry, path.c_str());
 }
 
+// What the library says of damaged archives.
+[[maybe_unused]] constexpr std::string_view faults[] = {
+    Formats::sentenceTemplate("Unrecognized archive format"),
+    Formats::sentenceTemplate("Truncated ZIP file data"),
+    Formats::sentenceTemplate("Truncated ZIP file header"),
+};
+
 // Unpacks one archive into one folder, with the library's own writer and its security options.
 class Unpacker {
  public:
