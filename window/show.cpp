@@ -8,10 +8,12 @@
 #include <QDialog>
 #include <QEventLoop>
 #include <QFile>
+#include <QProgressDialog>
 #include <QTemporaryDir>
 #include <QTimer>
 
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -25,6 +27,20 @@ constexpr int cannotDraw = 1;
 int fail(int status, const std::string& sentence) {
   std::fprintf(stderr, "kiln: %s\n", Formats::printable(sentence).c_str());
   return status;
+}
+
+bool hasDisplay() {
+  return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
+         !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+}
+
+// What the toolkit says is about itself, plug-ins, sessions and locales for example, and helps nobody who prints. When
+// it gives up, it has no display; it would end the program by a crash.
+void takeToolkitMessage(QtMsgType type, const QMessageLogContext&, const QString&) {
+  if (type != QtFatalMsg) return;
+  std::_Exit(fail(cannotOpen,
+                  "The display cannot be opened: check DISPLAY, WAYLAND_DISPLAY and QT_QPA_PLATFORM, or give "
+                  "--screenshot to draw the window into a picture."));
 }
 
 // A screen for drawing without a display; Qt's default one is too small for the window.
@@ -43,11 +59,6 @@ class ImaginaryScreen {
   QTemporaryDir folder;
 };
 
-bool hasDisplay() {
-  return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
-         !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
-}
-
 QAbstractButton& buttonToPress(PreferencesWindow& window, const std::string& id) {
   auto* button = window.findChild<QAbstractButton*>(QString::fromStdString(id));
   if (button == nullptr || !button->isEnabled() || button->isHidden())
@@ -63,15 +74,19 @@ int save(QWidget& shown, const std::filesystem::path& picture) {
                                 Formats::quoted(toQt(picture.u16string()).toStdString())));
 }
 
-// Clicking returns when the dialog has closed, so the dialog is drawn and closed from its event loop.
+// Clicking returns when the dialog has closed, so the dialog is drawn and closed from its event loop. It may open only
+// when something was looked at in the background.
 int drawDialog(QAbstractButton& opener, const std::filesystem::path& picture) {
   std::optional<int> status;
-  QTimer::singleShot(0, &opener, [&status, &picture] {
+  QTimer looks;
+  QObject::connect(&looks, &QTimer::timeout, &opener, [&] {
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    if (dialog == nullptr) return;
+    if (dialog == nullptr || qobject_cast<QProgressDialog*>(dialog) != nullptr) return;
+    looks.stop();
     status = save(*dialog, picture);
     dialog->reject();
   });
+  looks.start();
   opener.click();
   return status
              ? *status
@@ -95,6 +110,9 @@ int show(const Request& request) {
     return fail(
         cannotOpen,
         Formats::sentence("There is no display to open a window on; give --screenshot to draw it into a picture."));
+  // For those who look into the toolkit itself.
+  if (qEnvironmentVariableIsEmpty("QT_DEBUG_PLUGINS") && qEnvironmentVariableIsEmpty("QT_LOGGING_RULES"))
+    qInstallMessageHandler(takeToolkitMessage);
   int count = 1;
   char name[] = "kiln";
   char* arguments[] = {name, nullptr};
@@ -104,6 +122,7 @@ int show(const Request& request) {
   window.open();
   if (imaginary) return draw(window, request);
   window.show();
+  QMetaObject::invokeMethod(&window, &PreferencesWindow::unlockJob, Qt::QueuedConnection);
   if (!request.press.empty())
     QMetaObject::invokeMethod(&buttonToPress(window, request.press), &QAbstractButton::click, Qt::QueuedConnection);
   return QApplication::exec();

@@ -169,6 +169,17 @@ Document open(const JobFile& job) {
 
 }  // namespace
 
+void demandPassword(const JobFile& job) {
+  try {
+    bool isUnlocked = false;
+    unlock(job, isUnlocked);
+  } catch (const PasswordNeeded&) {
+    throw;
+  } catch (const std::exception&) {
+    // Whoever opens it reports it.
+  }
+}
+
 Document openDocument(const JobFile& job) {
   const fs::path& file = job.file;
   refuseWhatIsNoPdf(file);

@@ -23,4 +23,7 @@ struct JobFile {
   std::string password;
 };
 
+// Throws PasswordNeeded when the job opens with another password alone. Says nothing of what else may be wrong with it.
+void demandPassword(const JobFile& job);
+
 }  // namespace Press

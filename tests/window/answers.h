@@ -53,7 +53,8 @@ class Answers {
     }
     const auto next = answers.front();
     answers.pop_front();
-    next(*dialog);
+    // Not from the timer, which would stand still while an answer opens another dialog.
+    QMetaObject::invokeMethod(dialog, [next, dialog] { next(*dialog); }, Qt::QueuedConnection);
   }
 
   OpenWindow& open;

@@ -1,6 +1,7 @@
-// "Print...": the file dialog, and the final message.
+// "Print...": what is checked first, the dialogs, and the final message.
+#include "press/job/print.h"
 #include "press/job/sample.h"
-#include "tests/window/open_window.h"
+#include "tests/window/answers.h"
 
 #include <gtest/gtest.h>
 
@@ -19,16 +20,13 @@ namespace {
 
 class PrintingTest : public testing::Test {
  protected:
-  // Presses "Print...", and Save in the file dialog with this name.
+  // Chooses "Print...", Print in the dialog, and Save in the file dialog with this name.
   void print(const QString& name) {
-    QTimer::singleShot(0, open.window.get(), [&] {
-      auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-      ASSERT_NE(dialog, nullptr);
-      offered = dialog->selectedFiles().value(0);
-      dialog->findChild<QLineEdit*>()->setText(name);
-      QMetaObject::invokeMethod(dialog, "accept");
-    });
-    open.find<QPushButton>("PRINT_BUTTON").click();
+    answers.choose("PRINT", {Testing::button("Print"), [&](QWidget& dialog) {
+                               offered = dynamic_cast<QFileDialog&>(dialog).selectedFiles().value(0);
+                               Testing::file(name)(dialog);
+                             }});
+    EXPECT_EQ(answers.unexpected, QStringList());
   }
 
   QString said() {
@@ -43,6 +41,7 @@ class PrintingTest : public testing::Test {
     request.document = folder.filePath("letter.pdf").toStdString();
     std::ofstream(request.document, std::ios::binary) << Press::samplePdf();
   }};
+  Testing::Answers answers{open};
 };
 
 TEST_F(PrintingTest, OffersANameBesideTheJob) {
@@ -68,20 +67,41 @@ TEST_F(PrintingTest, LeavesTheSettingsOpen) {
   EXPECT_NE(open.window->preferences().gui(), nullptr);
 }
 
+TEST_F(PrintingTest, IsOfTheChosenPages) {
+  const QString out = folder.filePath("out.pdf");
+  const auto choosePages = [](QWidget& dialog) {
+    auto* pages = dialog.findChild<QLineEdit*>("printPages");
+    for (const QChar letter : QString("2-3")) {
+      QKeyEvent down(QEvent::KeyPress, 0, {}, letter);
+      QCoreApplication::sendEvent(pages, &down);
+    }
+    Testing::button("Print")(dialog);
+  };
+  answers.choose("PRINT", {choosePages, Testing::file(out)});
+  EXPECT_EQ(Press::Job(out.toStdString()).pageCount(), 2);
+}
+
+TEST_F(PrintingTest, OfAJobThatCannotBePrintedIsRefusedBeforeATargetIsAskedFor) {
+  std::ofstream(folder.filePath("letter.pdf").toStdString()) << "damaged meanwhile";
+  answers.choose("PRINT", {});
+  EXPECT_EQ(answers.unexpected, QStringList());
+  EXPECT_TRUE(said().contains("letter.pdf\" is not a PDF")) << said().toStdString();
+}
+
+TEST_F(PrintingTest, ThatIsCancelledPrintsNothing) {
+  answers.choose("PRINT", {Testing::escape});
+  EXPECT_EQ(said(), QString());
+}
+
 TEST_F(PrintingTest, ThatFailsSaysWhyAndLeavesTheFileAsItWas) {
   const QString out = folder.filePath("out.pdf");
   std::ofstream(out.toStdString()) << "as it was";
-  std::ofstream(folder.filePath("letter.pdf").toStdString()) << "damaged meanwhile";
-  // The question whether to replace the file.
-  QTimer looks;
-  QObject::connect(&looks, &QTimer::timeout, &looks, [&looks] {
-    auto* question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    if (question == nullptr) return;
-    looks.stop();
-    question->button(QMessageBox::Yes)->click();
-  });
-  looks.start(10);
-  print(out);
+  const auto damageAndSave = [&](QWidget& dialog) {
+    std::ofstream(folder.filePath("letter.pdf").toStdString()) << "damaged meanwhile";
+    Testing::file(out)(dialog);
+  };
+  const auto replace = [](QWidget& dialog) { dynamic_cast<QMessageBox&>(dialog).button(QMessageBox::Yes)->click(); };
+  answers.choose("PRINT", {Testing::button("Print"), damageAndSave, replace});
   EXPECT_TRUE(said().contains("letter.pdf")) << said().toStdString();
   std::string kept;
   std::getline(std::ifstream(out.toStdString()), kept);

@@ -6,6 +6,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <fstream>
 
 namespace {
@@ -22,17 +23,42 @@ class ScreenshotTest : public testing::Test {
   Ended show(const QString& document, const QString& png, const QString& model = "standard",
              const QString& locale = "en-US") {
     QProcess program;
-    auto environment = QProcessEnvironment::systemEnvironment();
-    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) environment.remove(name);
     program.setProcessEnvironment(environment);
     program.start(QCoreApplication::applicationFilePath(), {"--show", document, png, model, locale});
     if (!program.waitForFinished(60000)) return {-1, "does not end"};
     return {program.exitCode(), program.readAllStandardError().toStdString()};
   }
 
+  static QProcessEnvironment withoutDisplay() {
+    auto variables = QProcessEnvironment::systemEnvironment();
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) variables.remove(name);
+    return variables;
+  }
+
+  QProcessEnvironment environment = withoutDisplay();
   QTemporaryDir folder;
   QString picture = folder.filePath("window.png");
 };
+
+TEST_F(ScreenshotTest, TellsNothingOfTheToolkitsOwnTroubles) {
+  environment.insert("LC_ALL", "de_XX.ISO-8859-1");
+  environment.insert("XDG_RUNTIME_DIR", folder.filePath("nowhere"));
+  environment.insert("QT_STYLE_OVERRIDE", "no such style");
+  const Ended ended = show("", picture);
+  EXPECT_EQ(ended.status, 0);
+  EXPECT_EQ(ended.said, "");
+}
+
+TEST_F(ScreenshotTest, DisplayThatCannotBeOpenedIsASentence) {
+  for (const char* platform : {"xcb", "no such platform"}) {
+    environment.insert("DISPLAY", ":9999");
+    environment.insert("QT_QPA_PLATFORM", platform);
+    const Ended ended = show("", "");
+    EXPECT_EQ(ended.status, 2) << platform;
+    EXPECT_THAT(ended.said, testing::StartsWith("kiln: The display cannot be opened: check DISPLAY"));
+    EXPECT_EQ(std::count(ended.said.begin(), ended.said.end(), '\n'), 1) << ended.said;
+  }
+}
 
 TEST_F(ScreenshotTest, ShowsTheWholeWindow) {
   const Ended ended = show("", picture);

@@ -6,6 +6,7 @@
 #include "window/language/texts.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <map>
 #include <optional>
 #include <utility>
@@ -50,7 +51,7 @@ class PageArtist::Desk final : public QObject {
   PagePicture draw(const PageOrder& order) {
     PagePicture result;
     try {
-      if (!job || order.document != document || timeOf(document) != time) open(order.document);
+      if (!job || order.document != document || timeOf(document.file) != time) open(order.document);
       result.pages = job->pageCount();
       result.pagesOnSheet = order.effects.pagesOnSheet;
       result.overlays = overlaysOf(order.effects, result.pages);
@@ -73,11 +74,11 @@ class PageArtist::Desk final : public QObject {
   // Its index, from 0, and the number of pages per sheet.
   using Sheet = std::pair<int, int>;
 
-  void open(const std::filesystem::path& file) {
+  void open(const Press::JobFile& file) {
     job.reset();
     sizes.clear();
     document = file;
-    time = timeOf(file);
+    time = timeOf(file.file);
     job.emplace(file);
   }
 
@@ -103,7 +104,7 @@ class PageArtist::Desk final : public QObject {
   }
 
   std::optional<Press::Job> job;
-  std::filesystem::path document;
+  Press::JobFile document;
   std::filesystem::file_time_type time;
   std::map<Sheet, QSizeF> sizes;
 };

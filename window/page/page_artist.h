@@ -2,6 +2,7 @@
 #pragma once
 
 #include "press/job/effects.h"
+#include "press/pdf/job_file.h"
 
 #include <QImage>
 #include <QObject>
@@ -12,7 +13,6 @@
 #include <QThread>
 
 #include <atomic>
-#include <filesystem>
 #include <memory>
 #include <vector>
 
@@ -20,7 +20,7 @@ namespace Window {
 
 // A request for a picture.
 struct PageOrder {
-  std::filesystem::path document;
+  Press::JobFile document;
   Press::Effects effects;
   int page = 1;
 

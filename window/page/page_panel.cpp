@@ -89,7 +89,7 @@ void PagePanel::setTexts(const Texts& texts) {
   showPlace();
 }
 
-void PagePanel::setDocument(const std::filesystem::path& file) {
+void PagePanel::setDocument(const Press::JobFile& file) {
   order.document = file;
   redraw();
 }
@@ -109,7 +109,7 @@ void PagePanel::goTo(int page) {
 }
 
 void PagePanel::redraw() {
-  if (order.document.empty() || !shows->isChecked()) return;
+  if (order.document.file.empty() || !shows->isChecked()) return;
   order.room = paper->room();
   artist.draw(order);
 }

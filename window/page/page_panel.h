@@ -27,7 +27,7 @@ class PagePanel final : public QWidget {
   QList<QAction*> viewActions() const { return actions(); }
 
   // The settings of the page shown.
-  void setDocument(const std::filesystem::path& file);
+  void setDocument(const Press::JobFile& file);
   void setEffects(const Press::Effects& newEffects);
 
   // Redraws from the files' current content.

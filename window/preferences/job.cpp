@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QStandardPaths>
 
+#include <filesystem>
 #include <stdexcept>
 
 namespace Window {
@@ -24,22 +25,24 @@ std::filesystem::path writeSample(const QTemporaryDir& folder) {
 }  // namespace
 
 void Job::prepare() {
-  if (document.empty()) document = writeSample(sampleFolder);
+  if (document.file.empty()) document = writeSample(sampleFolder);
 }
 
 bool Job::isSample() const {
-  return sampleFolder.isValid() && document.parent_path() == sampleFolder.path().toStdU16String();
+  return sampleFolder.isValid() && document.file.parent_path() == sampleFolder.path().toStdU16String();
 }
 
 QString Job::name(const Texts& texts) const {
-  return isSample() ? texts("SAMPLE") : toQt(document.filename().u16string());
+  return isSample() ? texts("SAMPLE") : toQt(document.file.filename().u16string());
 }
 
-QString Job::stem(const Texts& texts) const { return isSample() ? texts("SAMPLE") : toQt(document.stem().u16string()); }
+QString Job::stem(const Texts& texts) const {
+  return isSample() ? texts("SAMPLE") : toQt(document.file.stem().u16string());
+}
 
 QString Job::folder() const {
   return isSample() ? QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)
-                    : toQt(std::filesystem::absolute(document).parent_path().u16string());
+                    : toQt(std::filesystem::absolute(document.file).parent_path().u16string());
 }
 
 }  // namespace Window

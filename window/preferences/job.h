@@ -1,25 +1,26 @@
 // The job to print: a PDF of the user's, or the sample.
 #pragma once
 
+#include "press/pdf/job_file.h"
 #include "window/language/texts.h"
 
 #include <QString>
 #include <QTemporaryDir>
 
-#include <filesystem>
+#include <utility>
 
 namespace Window {
 
 class Job {
  public:
   // Without a document, the sample job.
-  explicit Job(std::filesystem::path givenDocument) : document(std::move(givenDocument)) {}
+  explicit Job(Press::JobFile givenDocument) : document(std::move(givenDocument)) {}
 
   // Writes the sample if it is the job. Throws std::runtime_error: one sentence.
   void prepare();
 
-  const std::filesystem::path& file() const { return document; }
-  void replaceBy(const std::filesystem::path& file) { document = file; }
+  const Press::JobFile& file() const { return document; }
+  void replaceBy(const Press::JobFile& file) { document = file; }
 
   // The displayed name, and the name of files made of the job, without an extension.
   QString name(const Texts& texts) const;
@@ -31,7 +32,7 @@ class Job {
  private:
   bool isSample() const;
 
-  std::filesystem::path document;
+  Press::JobFile document;
   QTemporaryDir sampleFolder;
 };
 

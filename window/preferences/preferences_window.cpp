@@ -12,6 +12,7 @@
 #include "window/preferences/problem_report.h"
 #include "window/preferences/profile_actions.h"
 #include "window/preferences/ticket_actions.h"
+#include "window/preferences/unlocking.h"
 
 #include <QAction>
 #include <QApplication>
@@ -57,7 +58,7 @@ Script::Facts versionsOf(const Request& request) {
 }  // namespace
 
 PreferencesWindow::PreferencesWindow(const Request& request)
-    : job(request.document),
+    : job({request.document, request.password}),
       recording(versionsOf(request)),
       centre(new QWidget(this)),
       tabs(new PluginTabs(centre)),
@@ -253,13 +254,20 @@ void PreferencesWindow::reopen(const std::string& model, const std::string& loca
 
 void PreferencesWindow::openDocument() {
   const FileQuestion question{.title = "OPEN_TITLE", .files = "PDF_FILES", .folder = job.folder()};
-  if (const auto file = askForFile(question, session.texts(), this)) {
+  const auto file = askForFile(question, session.texts(), this);
+  if (!file) return;
+  if (const auto opened = unlocked(*file, session.texts(), this)) {
     pages->goTo(1);
-    setDocument(*file);
+    setDocument(*opened);
   }
 }
 
-void PreferencesWindow::setDocument(const std::filesystem::path& file) {
+void PreferencesWindow::unlockJob() {
+  if (const auto opened = unlocked(job.file(), session.texts(), this))
+    if (*opened != job.file()) setDocument(*opened);
+}
+
+void PreferencesWindow::setDocument(const Press::JobFile& file) {
   job.replaceBy(file);
   setWindowTitle(plainText(job.name(session.texts())) + QStringLiteral(" \u2013 ") + session.texts()("TITLE"));
   pages->setDocument(file);

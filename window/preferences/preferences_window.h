@@ -33,6 +33,9 @@ class PreferencesWindow final : public QMainWindow {
   // Opens the preferences. Throws std::runtime_error: one sentence.
   void open();
 
+  // Asks the user for the password of the job, if it needs one.
+  void unlockJob();
+
   Refhost::Preferences& preferences() { return session.preferences(); }
 
   // Whether the picture of the page shows the current settings.
@@ -64,7 +67,7 @@ class PreferencesWindow final : public QMainWindow {
   void orderFocus();
   void reopen(const std::string& model, const std::string& locale);
   void openDocument();
-  void setDocument(const std::filesystem::path& file);
+  void setDocument(const Press::JobFile& file);
 
   Job job;
   Script::Recording recording;

@@ -1,4 +1,4 @@
-// "Print...": prints the job to a PDF.
+// "Print...": prints the job to a PDF file, or on a printer of the system.
 #pragma once
 
 #include "window/preferences/action_world.h"
