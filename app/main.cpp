@@ -114,6 +114,7 @@ App::Run parse(std::vector<std::string> words) {
   App::addSample(kiln, run);
   App::addPicture(kiln, run);
 #endif
+  App::addWatermark(kiln, run);
   App::addOverlay(kiln, run);
   App::addProfile(kiln, run);
   App::addTicket(kiln, run);

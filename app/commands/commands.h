@@ -23,5 +23,6 @@ void addProfile(CLI::App& kiln, Run& run);
 void addSample(CLI::App& kiln, Run& run);
 void addShow(CLI::App& kiln, Run& run);
 void addTicket(CLI::App& kiln, Run& run);
+void addWatermark(CLI::App& kiln, Run& run);
 
 }  // namespace App

@@ -9,6 +9,8 @@
 #include "app/silent_run.h"
 #include "app/system/interruption.h"
 #include "app/system/standard_files.h"
+#include "app/watermark_look.h"
+#include "formats/names.h"
 #include "formats/printable.h"
 #include "formats/sentences.h"
 #include "formats/text.h"
@@ -29,6 +31,7 @@ OUT.pdf stands for standard input or output. Pages of overlays are counted among
 Examples:
   kiln print letter.pdf printed.pdf --set MirrorImage=MirrorImage
   kiln print letter.pdf printed.pdf --watermark Draft --pages 1,3,5-
+  kiln print letter.pdf printed.pdf --watermark-text "For review" --watermark-colour #FF0000
   kiln print letter.pdf printed.pdf --settings
   kiln print letter.pdf --overlay Letterhead:1 --overlay Continuation:2- --dry-run
   kiln print letter.pdf --printer office --copies 2 --sides two-sided-long-edge
@@ -41,6 +44,8 @@ Exit status: 0 when OUT.pdf was written or the printer has the job, 1 when it wa
 
 struct PrintOptions {
   SettingOptions settings;
+  std::optional<std::string> watermarkText;
+  WatermarkLook look;
   PrinterOptions printing;
   std::string in;
   std::string out;
@@ -70,12 +75,33 @@ void tellOfKept(const SettingOptions& given, const Refhost::Options& options) {
     App::tell("The effects that \"kiln show\" has kept are not printed: --settings prints with them.");
 }
 
+// A watermark for this job alone, with the look of the one that is chosen otherwise.
+void setWatermark(const PrintOptions& given, SilentRun& run) {
+  if (!given.watermarkText) {
+    if (given.look.isGiven())
+      throw Failure(wrongUsage, "The look of a watermark belongs to --watermark-text TEXT, which there is not.");
+    return;
+  }
+  demandWatermarkText(*given.watermarkText);
+  given.look.demandValid();
+  const bool isBlackAlone = !run.preferences().model().allows(Formats::Prop::watermarkColor, u"Non-Black");
+  if (given.look.colour && isBlackAlone)
+    throw std::runtime_error(
+        "This model does not print watermarks in colours of choice; leave out --watermark-colour.");
+  Refhost::TracePairs wanted = given.look.properties();
+  wanted.insert(wanted.begin(),
+                {{std::u16string(Formats::Prop::watermark), std::u16string(Formats::Value::watermark)},
+                 {std::u16string(Formats::Prop::watermarkText), Formats::toUtf16(*given.watermarkText)}});
+  run.choose(wanted);
+}
+
 Wanted wantedBy(const PrintOptions& given, const Opening& opening) {
   Wanted wanted;
   wanted.pages = Press::PageRule(given.pages);
   wanted.password = passwordIn(given.passwordFile);
   SilentRun run(opening.options());
   given.settings.makeIn(run);
+  setWatermark(given, run);
   wanted.effects = Press::effectsFromProperties(run.accept());
   tellOfKept(given.settings, opening.options());
   return wanted;
@@ -173,6 +199,12 @@ void addPrint(CLI::App& kiln, Run& chosen) {
                    Formats::sentence("Says what would be done to which pages, and prints nothing"));
   addPasswordFile(command, given->passwordFile);
   given->printing.declare(command);
+  command
+      .add_option_function<std::string>(
+          "--watermark-text", [given](const std::string& text) { given->watermarkText = text; },
+          "Prints this text as a watermark, on this job alone")
+      ->type_name("TEXT");
+  given->look.declare(command, "--watermark-");
   given->settings.declare(command);
   command.callback([&chosen, given] { chosen = [given] { return run(*given); }; });
 }
