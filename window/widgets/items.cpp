@@ -33,12 +33,15 @@ QIcon pageOf(Kiln::XUL::ListItem& item, const ItemList& list) {
 
 }  // namespace
 
+// Rows that are there already stay, since the user may be dragging one.
 void showItems(ItemList& list, Kiln::XUL::ListData& items) {
-  list.clear();
+  while (list.count() > items.count()) delete list.takeItem(list.count() - 1);
   for (int i = 0; i < items.count(); ++i) {
     const auto item = items.at(i);
-    const QIcon icon = list.showsPages() ? pageOf(*item, list) : iconOf(*item, list);
-    auto* row = new QListWidgetItem(icon, plainText(toQt(item->displayedText().view())), &list);
+    if (i == list.count()) new QListWidgetItem(&list);
+    QListWidgetItem* row = list.item(i);
+    row->setIcon(list.showsPages() ? pageOf(*item, list) : iconOf(*item, list));
+    row->setText(plainText(toQt(item->displayedText().view())));
     if (!list.showsPages()) row->setData(Qt::ForegroundRole, colourOf(*item));
     row->setData(ItemList::valueRole, toQt(item->value().view()));
     row->setSizeHint({0, list.rowHeight()});

@@ -9,7 +9,8 @@ namespace Window {
 
 class ItemList;
 
-// Replaces the items shown, with text, colour and picture. Selects none.
+// Show the items with text, colour and picture in place of those shown so far. In a list, the selected row stays
+// selected if there still is one there; in a combo box, none is.
 void showItems(ItemList& list, Kiln::XUL::ListData& items);
 void showItems(QComboBox& combo, Kiln::XUL::ListData& items);
 
