@@ -65,6 +65,11 @@ void PictureBox::paintEvent(QPaintEvent*) {
 }
 
 void PictureBox::keyPressEvent(QKeyEvent* event) {
+  for (const Entry& entry : entries)
+    if (!entry.keys.isEmpty() && entry.keys == QKeySequence(event->keyCombination())) {
+      Q_EMIT chosen(QString(entry.text));  // a copy: the choice may replace the entries
+      return;
+    }
   const bool asksForMenu = event->key() == Qt::Key_Menu || event->key() == Qt::Key_Space ||
                            (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier);
   if (!asksForMenu || entries.empty()) return QWidget::keyPressEvent(event);
@@ -82,9 +87,12 @@ void PictureBox::contextMenuEvent(QContextMenuEvent* event) {
 void PictureBox::openMenu(const QPoint& place) {
   auto* menu = new QMenu(this);
   menu->setAttribute(Qt::WA_DeleteOnClose);
-  for (const Entry& entry : entries)
-    connect(menu->addAction(entry.label), &QAction::triggered, this,
-            [this, text = entry.text] { Q_EMIT chosen(text); });
+  for (const Entry& entry : entries) {
+    QAction* action = menu->addAction(entry.label);
+    action->setShortcut(entry.keys);
+    action->setShortcutVisibleInContextMenu(true);
+    connect(action, &QAction::triggered, this, [this, text = entry.text] { Q_EMIT chosen(text); });
+  }
   menu->popup(place);
 }
 

@@ -1,6 +1,7 @@
 // A scaled picture that can accept drops of list entries and have a context menu.
 #pragma once
 
+#include <QKeySequence>
 #include <QPixmap>
 #include <QString>
 #include <QWidget>
@@ -18,6 +19,9 @@ class PictureBox final : public QWidget {
   struct Entry {
     QString text;   // the value sent by `chosen`
     QString label;  // the displayed label
+
+    // Keys that choose it while the box has the focus; empty for none.
+    QKeySequence keys = {};
   };
 
   explicit PictureBox(QWidget* parent);

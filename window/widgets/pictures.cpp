@@ -1,5 +1,6 @@
 #include "window/widgets/pictures.h"
 
+#include "formats/names.h"
 #include "host/widgets/input.h"
 #include "window/widgets/images.h"
 #include "window/widgets/picture_box.h"
@@ -28,8 +29,11 @@ QWidget* buildImage(Refhost::ImageBox& node, ShownTree& tree, QWidget* parent) {
     });
   }
   std::vector<PictureBox::Entry> menu;
-  for (const Refhost::MenuItem& item : node.menu())
-    menu.push_back({toQt(item.text), tree.around().texts.shown(item.label)});
+  for (const Refhost::MenuItem& item : node.menu()) {
+    const bool isToClear = item.text == Formats::clearItem;
+    menu.push_back({toQt(item.text), tree.around().texts.shown(item.label),
+                    isToClear ? QKeySequence(Qt::Key_Delete) : QKeySequence()});
+  }
   box->setMenu(std::move(menu));
   QObject::connect(box, &PictureBox::chosen, box, [&tree, &node](const QString& text) {
     if (tree.contains(node)) tree.actions().chooseFromMenu(node, toWide(text));
