@@ -27,11 +27,16 @@ class Answers {
   }
 
   void choose(const char* entry, std::deque<std::function<void(QWidget&)>> given) {
+    during([&] { open.window->findChild<QAction*>(entry)->trigger(); }, std::move(given));
+  }
+
+  // The same for another action than that of a menu.
+  void during(const std::function<void()>& action, std::deque<std::function<void(QWidget&)>> given) {
     for (auto* told : open.window->findChildren<QMessageBox*>()) delete told;
     answers = std::move(given);
     unexpected.clear();
     timer.start(10);
-    open.window->findChild<QAction*>(entry)->trigger();
+    action();
     timer.stop();
     QCoreApplication::processEvents();
     open.settle();

@@ -9,12 +9,14 @@
 
 #include <QComboBox>
 #include <QCompleter>
+#include <QDialogButtonBox>
 #include <QLabel>
 #include <QListWidget>
 #include <QPlainTextEdit>
 
 #include <algorithm>
 #include <fstream>
+#include <map>
 
 namespace Window {
 namespace {
@@ -164,13 +166,53 @@ TEST_F(OverlayJobTest, KeepsTheOldOneWhenTheUserSaysSo) {
   EXPECT_THAT(endings(), ElementsAre(".bmp", ".flo", ".opa"));
 }
 
-TEST_F(OverlayJobTest, WithoutANameIsOff) {
-  for (const auto& answer : {name(""), std::function<void(QWidget&)>(Testing::escape)}) {
-    print({answer});
-    EXPECT_EQ(said(), QString());
-    EXPECT_EQ(listed(), QStringList());
-    EXPECT_FALSE(std::filesystem::exists(overlays()));
-  }
+TEST_F(OverlayJobTest, IsOffWhenTheUserCancels) {
+  print({Testing::escape});
+  EXPECT_EQ(said(), QString());
+  EXPECT_EQ(listed(), QStringList());
+  EXPECT_FALSE(std::filesystem::exists(overlays()));
+}
+
+TEST_F(OverlayJobTest, WaitsForAName) {
+  print({[](QWidget& dialog) {
+    const auto* ok = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+    const auto* about = dialog.findChild<QLabel*>("said");
+    for (const auto& [name, text] : std::map<QString, QString>{
+             {"", "Enter a name."},
+             {"  ", "Enter a name."},
+             {"multiple", "An overlay cannot have this name, because the list has an entry of that name: enter another "
+                          "one."}}) {
+      auto* line = dialog.findChild<QLineEdit*>();
+      line->setText(name);
+      EXPECT_FALSE(ok->isEnabled());
+      EXPECT_EQ(about->text(), text);
+      EXPECT_EQ(line->accessibleDescription(), text);
+      Testing::press(*line, Qt::Key_Return);
+      EXPECT_TRUE(dialog.isVisible());
+    }
+    dialog.findChild<QLineEdit*>()->clear();
+    Testing::name("Terms")(dialog);
+  }});
+  EXPECT_EQ(listed(), QStringList("Terms"));
+}
+
+TEST_F(OverlayJobTest, SaysWhichEffectsBecomeAPartOfIt) {
+  const auto notes = [](QString& text) {
+    return [&text](QWidget& dialog) {
+      const auto* note = dialog.findChild<QLabel*>("note");
+      text = note == nullptr ? QString() : note->text();
+      Testing::escape(dialog);
+    };
+  };
+  QString text = "none yet";
+  print({notes(text)});
+  EXPECT_EQ(text, QString());
+  Testing::press(open.find<QListWidget>("lst_selectedWatermark"), Qt::Key_Down);
+  open.find<QCheckBox>("ePTKWPageMirrorImage").click();
+  open.window->preferences().set(u"Nin1", u"2in1");
+  open.settle();
+  print({notes(text)});
+  EXPECT_EQ(text, "These settings become part of the overlay: Watermark, Mirror image, Pages per sheet.");
 }
 
 TEST_F(OverlayJobTest, ThatCannotBePrintedSaysWhyAndLeavesTheOldOverlay) {

@@ -1,29 +1,42 @@
 #include "window/dialogs/name_question.h"
 
-#include <QCompleter>
-#include <QInputDialog>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
 
 namespace Window {
-namespace {
-
-// The width for a name, in pixels.
-constexpr int nameWidth = 320;
-
-}  // namespace
 
 std::optional<QString> askForName(const NameQuestion& question, QWidget* parent) {
-  QInputDialog dialog(parent);
+  QDialog dialog(parent);
   dialog.setWindowTitle(question.title);
-  dialog.setLabelText(question.label);
-  auto* completer = new QCompleter(question.offered, &dialog);
-  completer->setCaseSensitivity(Qt::CaseInsensitive);
-  dialog.setTextValue({});  // creates the line edit for the completer
-  auto* line = dialog.findChild<QLineEdit*>();
-  line->setCompleter(completer);
-  line->setMinimumWidth(nameWidth);
+  auto* label = new QLabel(question.label, &dialog);
+  auto* field = new NameField(question.name, question.offered, question.judge, &dialog);
+  label->setBuddy(field->line());
+  auto* column = new QVBoxLayout(&dialog);
+  column->addWidget(label);
+  column->addWidget(field);
+  if (!question.note.isEmpty()) {
+    auto* note = new QLabel(question.note, &dialog);
+    note->setObjectName("note");
+    note->setTextFormat(Qt::PlainText);
+    note->setWordWrap(true);
+    column->addWidget(note);
+  }
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
+  QPushButton* ok = buttons->button(QDialogButtonBox::Ok);
+  const auto show = [ok, field] { ok->setEnabled(field->isAllowed()); };
+  QObject::connect(field, &NameField::judged, &dialog, show);
+  show();
+  QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+  QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+  column->addStretch();
+  column->addWidget(buttons);
+  field->setFocus();
   const bool isGiven = dialog.exec() == QDialog::Accepted;
-  return isGiven ? std::optional(dialog.textValue()) : std::nullopt;
+  return isGiven ? std::optional(field->name()) : std::nullopt;
 }
 
 }  // namespace Window

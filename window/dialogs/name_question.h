@@ -1,6 +1,8 @@
 // Asks the user for a name.
 #pragma once
 
+#include "window/dialogs/name_field.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -14,8 +16,15 @@ struct NameQuestion {
   QString title;
   QString label;
 
-  // The names offered for completion.
-  QStringList offered;
+  // The name to begin with, and the names offered for completion.
+  QString name = {};
+  QStringList offered = {};
+
+  // What to say about a name. One that is not allowed is not accepted.
+  JudgeName judge = {};
+
+  // What else to tell the user; empty for nothing.
+  QString note = {};
 };
 
 // Nothing when the user cancels.

@@ -6,6 +6,8 @@
 #include "window/language/fonts.h"
 #include "window/page/page_panel.h"
 #include "window/preferences/button_row.h"
+#include "window/preferences/overlay_list.h"
+#include "window/preferences/overlay_making.h"
 #include "window/preferences/overlay_printing.h"
 #include "window/preferences/plugin_tabs.h"
 #include "window/preferences/printing.h"
@@ -154,7 +156,23 @@ MenuActions PreferencesWindow::menuActions() {
 }
 
 std::function<void()> PreferencesWindow::toDo(void (*action)(const ActionWorld&)) {
-  return [this, action] { action({*this, face, session, job, *pages, messages, recording}); };
+  return [this, action] { action(world()); };
+}
+
+ActionWorld PreferencesWindow::world() { return {*this, face, session, job, *pages, messages, recording}; }
+
+void PreferencesWindow::offerOverlays() {
+  const auto guarded = [this](void (*action)(const ActionWorld&)) {
+    return [this, action] { messages.guarded([this, action] { action(world()); }); };
+  };
+  addToOverlayList(*tabs, session.texts(),
+                   {.create = guarded(newOverlay),
+                    .createOf =
+                        [this](const std::filesystem::path& file) {
+                          messages.guarded([this, &file] { newOverlayOf(world(), file); });
+                        },
+                    .mayRename = [this] { return mayRenameOverlay(world()); },
+                    .rename = guarded(renameOverlay)});
 }
 
 void PreferencesWindow::closeEvent(QCloseEvent* event) {
@@ -191,6 +209,7 @@ void PreferencesWindow::showOpened() {
   showLanguage();
   tabs->leave();
   if (preferences().gui() != nullptr) tabs->showTabs(*preferences().gui(), session.surroundings());
+  offerOverlays();
   orderFocus();
   setDocument(job.file());
   preferences().model().onChange([this] {

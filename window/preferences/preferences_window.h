@@ -59,6 +59,10 @@ class PreferencesWindow final : public QMainWindow {
 
   // An action for a button or a menu.
   std::function<void()> toDo(void (*action)(const ActionWorld&));
+  ActionWorld world();
+
+  // Adds the window's own actions to the plug-in's list of overlays.
+  void offerOverlays();
 
   // Update the window for newly opened preferences, for their language alone, and for changed values.
   void showOpened();

@@ -1,0 +1,111 @@
+#include "window/dialogs/new_overlay_dialog.h"
+
+#include "window/page/paper_view.h"
+
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSignalBlocker>
+#include <QSpinBox>
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace Window {
+namespace {
+
+// Of the picture of the page, in pixels.
+constexpr QSize pictureSize(260, 330);
+
+}  // namespace
+
+NewOverlayDialog::NewOverlayDialog(NewOverlayQuestion asked, const Texts& texts, QWidget* parent)
+    : QDialog(parent),
+      question(std::move(asked)),
+      paper(new PaperView(this)) {
+  setWindowTitle(texts("NEW_OVERLAY_TITLE"));
+  setObjectName("newOverlay");
+  paper->setObjectName("form");
+  paper->setMinimumSize(pictureSize);
+  paper->setAccessibleName(texts("FORM_PICTURE"));
+  field = new NameField(question.name, question.offered, question.judge, this);
+
+  auto* rows = new QFormLayout;
+  rows->setRowWrapPolicy(QFormLayout::WrapAllRows);
+  auto* file = new QLabel(plainText(question.fileName), this);
+  file->setTextFormat(Qt::PlainText);
+  file->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  file->setWordWrap(true);
+  rows->addRow(texts("FORM_FILE"), file);
+  if (question.form.pages > 1) addPages(*rows, texts);
+  if (question.form.isPicture) addSizes(*rows, texts);
+  auto* nameLabel = new QLabel(texts("JOB_STEP"), this);
+  nameLabel->setBuddy(field->line());
+  rows->addRow(nameLabel, field);
+
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  connect(buttons, &QDialogButtonBox::accepted, this, &NewOverlayDialog::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  QPushButton* ok = buttons->button(QDialogButtonBox::Ok);
+  const auto showAllowed = [this, ok] { ok->setEnabled(field->isAllowed()); };
+  connect(field, &NameField::judged, this, showAllowed);
+  showAllowed();
+
+  auto* sides = new QHBoxLayout;
+  sides->addWidget(paper, 1);
+  sides->addLayout(rows);
+  auto* column = new QVBoxLayout(this);
+  column->addLayout(sides, 1);
+  column->addWidget(buttons);
+  connect(paper, &PaperView::roomChanged, this, &NewOverlayDialog::draw);
+  connect(&artist, &PageArtist::drawn, paper, &PaperView::show);
+  field->setFocus();
+}
+
+void NewOverlayDialog::addPages(QFormLayout& rows, const Texts& texts) {
+  page = new QSpinBox(this);
+  page->setObjectName("formPage");
+  page->setRange(1, question.form.pages);
+  page->setSuffix(' ' + texts("FORM_PAGES").arg(question.form.pages));
+  rows.addRow(texts("FORM_PAGE"), page);
+  connect(page, &QSpinBox::valueChanged, this, &NewOverlayDialog::draw);
+  connect(paper, &PaperView::pagesWanted, page, [this](int forward) { page->setValue(page->value() + forward); });
+  connect(paper, &PaperView::endWanted, page, [this](bool last) { page->setValue(last ? page->maximum() : 1); });
+}
+
+void NewOverlayDialog::addSizes(QFormLayout& rows, const Texts& texts) {
+  ownSize = new QRadioButton(texts("PICTURE_OWN_SIZE"), this);
+  paperSize = new QRadioButton(texts("PICTURE_PAPER_SIZE"), this);
+  ownSize->setObjectName("ownSize");
+  paperSize->setObjectName("paperSize");
+  ownSize->setChecked(true);
+  auto* sizes = new QVBoxLayout;
+  sizes->addWidget(ownSize);
+  sizes->addWidget(paperSize);
+  rows.addRow(texts("PICTURE_SIZE"), sizes);
+  connect(paperSize, &QRadioButton::toggled, this, &NewOverlayDialog::fill);
+}
+
+void NewOverlayDialog::fill(bool fills) {
+  if (const auto form = question.remake(fills)) {
+    question.form = *form;
+    return draw();
+  }
+  const QSignalBlocker quiet(paperSize);
+  (fills ? ownSize : paperSize)->setChecked(true);
+}
+
+void NewOverlayDialog::draw() {
+  artist.draw({question.form.pdf, {}, page == nullptr ? 1 : page->value(), paper->room()});
+}
+
+void NewOverlayDialog::accept() {
+  if (!field->isAllowed()) return;
+  if (question.make({question.form.pdf, page == nullptr ? 1 : page->value(), field->name()})) QDialog::accept();
+}
+
+}  // namespace Window
