@@ -1,8 +1,10 @@
 // Every tab and dialog in every language: no text is cut off, no widgets overlap. The program runs these tests at 100
 // and at 200 %.
+#include "press/job/sample.h"
 #include "tests/window/misfits.h"
 #include "tests/window/open_window.h"
 #include "window/dialogs/dialog_window.h"
+#include "window/dialogs/new_overlay_dialog.h"
 
 #include <gmock/gmock.h>
 
@@ -14,6 +16,8 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QTimer>
+
+#include <fstream>
 
 namespace Window {
 namespace {
@@ -49,7 +53,7 @@ class FitTest : public testing::TestWithParam<std::string> {
   }
 
   // A dialog must also fit on a small screen.
-  static void expectToFit(DialogWindow& dialog) {
+  static void expectToFit(QDialog& dialog) {
     QCoreApplication::processEvents();
     EXPECT_THAT(Testing::misfits(dialog), IsEmpty());
     EXPECT_LE(dialog.height(), 720);
@@ -113,6 +117,26 @@ TEST_P(FitTest, TheDialogForSeveralOverlays) {
     EXPECT_EQ(dialog.findChild<QListWidget*>("lib_MulOvlSource")->count(), 2);
     expectToFit(dialog);
   });
+}
+
+TEST_P(FitTest, TheDialogForANewOverlay) {
+  Testing::OpenWindow open = windowOf("standard");
+  const QTemporaryDir folder;
+  const QString form = folder.filePath("form.pdf");
+  std::ofstream(form.toStdString(), std::ios::binary) << Press::samplePdf();
+  const Texts texts(open.window->preferences().strings());
+  for (const char* said : {"NAME_MISSING", "NAME_RESERVED", "NAME_TAKEN", "NAME_REPLACES"}) {
+    const NameVerdict verdict{texts(said), true};
+    NewOverlayDialog dialog({.fileName = "Letterhead of the head office, 2026.pdf",
+                             .name = "Letterhead of the head office, 2026",
+                             .judge = [&](const QString&) { return verdict; },
+                             .form = {form.toStdString(), 4, true}},
+                            texts, open.window.get());
+    dialog.show();
+    QCoreApplication::processEvents();
+    Testing::waitUntil([&] { return dialog.isSettled(); });
+    expectToFit(dialog);
+  }
 }
 
 TEST_P(FitTest, TheOtherDialogs) {

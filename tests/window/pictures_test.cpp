@@ -9,6 +9,8 @@
 
 #include <QBuffer>
 #include <QContextMenuEvent>
+#include <QDrag>
+#include <QTimer>
 
 namespace Window {
 namespace {
@@ -156,6 +158,37 @@ TEST_F(PicturesTest, TakeNoDropsUnlessTheLayoutSaysSo) {
   shown.node<Refhost::ImageBox>(u"slot").setEnabled(false);
   EXPECT_FALSE(drop(0, "slot"));
   EXPECT_THAT(happened, ElementsAre());
+}
+
+// As the dialogs of plug-ins do, which show a list again when another item is chosen.
+TEST_F(PicturesTest, AreDraggedThoughTheyWereNotSelected) {
+  QApplication::setActiveWindow(&shown.window);
+  list().setCurrentRow(0);
+  QCoreApplication::processEvents();
+  const QPoint place = list().visualItemRect(list().item(1)).center();
+  QWidget& view = *list().viewport();
+  const auto send = [&view](QEvent::Type type, const QPoint& at) {
+    QMouseEvent event(type, at, view.mapToGlobal(at), type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton,
+                      Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&view, &event);
+  };
+  send(QEvent::MouseButtonPress, place);
+  QCoreApplication::processEvents();  // the choice
+  const int far = QApplication::startDragDistance() + 5;
+  QTimer::singleShot(0, [] { QDrag::cancel(); });
+  send(QEvent::MouseMove, place + QPoint(far, 0));
+  send(QEvent::MouseMove, place + QPoint(2 * far, 0));
+  const auto* drag = list().findChild<QDrag*>();
+  ASSERT_NE(drag, nullptr);
+  EXPECT_EQ(toWide(valueIn(*drag->mimeData())), u"C:\\\\b\\xD800.pdf");
+  EXPECT_EQ(shown.node<Refhost::ListBox>(u"list").selectedIndex(), 1);
+}
+
+TEST_F(PicturesTest, AreClearedByDelete) {
+  Testing::press(box("slot"), Qt::Key_Delete);
+  EXPECT_THAT(happened, ElementsAre("slot: clear"));
+  Testing::press(box("full"), Qt::Key_Delete);
+  EXPECT_THAT(happened, ElementsAre("slot: clear"));
 }
 
 TEST_F(PicturesTest, CarryTheValueAsItIs) { EXPECT_EQ(toWide(valueIn(*dragged(1))), u"C:\\\\b\\xD800.pdf"); }

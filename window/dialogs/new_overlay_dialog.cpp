@@ -20,6 +20,7 @@ namespace {
 
 // Of the picture of the page, in pixels.
 constexpr QSize pictureSize(260, 330);
+constexpr int betweenSides = 12;
 
 }  // namespace
 
@@ -56,6 +57,7 @@ NewOverlayDialog::NewOverlayDialog(NewOverlayQuestion asked, const Texts& texts,
   showAllowed();
 
   auto* sides = new QHBoxLayout;
+  sides->setSpacing(betweenSides);
   sides->addWidget(paper, 1);
   sides->addLayout(rows);
   auto* column = new QVBoxLayout(this);
