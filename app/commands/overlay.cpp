@@ -25,8 +25,8 @@ namespace {
 #ifdef KILN_WITHOUT_PRINTING
 constexpr std::string_view footer = Formats::sentenceTemplate(R"(Examples:
   kiln overlay list
-  kiln overlay rename Letterhead "Letterhead 2026"
-  kiln overlay delete Letterhead
+  kiln overlay rename Letterhead Stationery
+  kiln overlay delete Stationery
 
 Exit status: 0 when it was done, 1 when it was not, and every overlay is as it was,
 2 when the preferences cannot be opened or the command line is wrong.)");
@@ -35,8 +35,8 @@ constexpr std::string_view footer = Formats::sentenceTemplate(R"(Examples:
   kiln overlay create Letterhead letterhead.pdf
   kiln overlay create Logo logo.png --set PaperSize=Letter
   kiln overlay list
-  kiln overlay rename Letterhead "Letterhead 2026"
-  kiln overlay delete Letterhead
+  kiln overlay rename Letterhead Stationery
+  kiln overlay delete Stationery
 
 Exit status: 0 when it was done, 1 when it was not, and every overlay is as it was,
 2 when the preferences cannot be opened or the command line is wrong.)");
