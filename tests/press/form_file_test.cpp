@@ -88,9 +88,9 @@ bool isRed(unsigned colour) { return colour >> 16 >= 0xFC && (colour & 0xFFFF) =
 class FormFiles : public testing::Test {
  protected:
   // The page that a picture is put on, one pixel per point.
-  Press::Picture drawn(const std::string& bytes, const Press::PicturePage& page) {
+  Press::Picture drawn(const std::string& bytes, const Press::PicturePage& on) {
     write(folder / "logo", bytes);
-    const Press::FormFile form(folder / "logo", page);
+    const Press::FormFile form(folder / "logo", on);
     EXPECT_TRUE(form.isPicture());
     const std::string pdf = Press::captureOverlay(form.pdf()).pdf;
     EXPECT_EQ(complaints(pdf), "");
@@ -108,7 +108,7 @@ class FormFiles : public testing::Test {
   }
 
   const TestFolder folder;
-  const Press::PicturePage page{{100, 60}};
+  const Press::PicturePage page{{100, 60}, false};
 };
 
 TEST_F(FormFiles, LeaveADocumentAsItIs) {
