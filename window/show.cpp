@@ -95,7 +95,7 @@ int drawDialog(QAbstractButton& opener, const std::filesystem::path& picture) {
 
 int draw(PreferencesWindow& window, const Request& request) {
   window.show();
-  while (!window.isSettled()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  while (!window.isComplete()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   QCoreApplication::processEvents();
   if (!window.failures().isEmpty()) return fail(cannotDraw, window.failures().constFirst().toStdString());
   if (!window.pageFailure().isEmpty()) return fail(cannotDraw, window.pageFailure().toStdString());

@@ -2,14 +2,19 @@
 #include "press/job/print.h"
 #include "press/job/sample.h"
 #include "tests/window/open_window.h"
+#include "window/page/page_number.h"
+#include "window/page/page_strip.h"
 #include "window/page/paper_view.h"
 
 #include <gtest/gtest.h>
 
 #include <QAction>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QToolButton>
+#include <QWheelEvent>
 
 #include <chrono>
 #include <fstream>
@@ -19,7 +24,7 @@ namespace {
 
 class PageTest : public testing::Test {
  protected:
-  QString place() { return open.find<QLabel>("place").text(); }
+  QString place() { return open.find<PageNumber>("place").text(); }
   QWidget& paper() { return open.find<QWidget>("page"); }
 
   Testing::OpenWindow open;
@@ -59,7 +64,7 @@ TEST(PageOfAJob, FollowsTheFileWhenItIsSavedAnew) {
   open.find<QCheckBox>("ePTKWPageMirrorImage").click();
   open.settle();
   EXPECT_GT(difference(open.page(), before.mirrored(true, false)), 3);
-  EXPECT_TRUE(open.find<QLabel>("place").text().contains("1")) << "of one page";
+  EXPECT_TRUE(open.find<PageNumber>("place").text().contains("1")) << "of one page";
   EXPECT_FALSE(open.find<QToolButton>("nextPage").isEnabled());
 }
 
@@ -164,6 +169,179 @@ TEST_F(PageTest, IsHiddenByTheMenuAndDrawnAnewWhenItComesBack) {
   EXPECT_GT(difference(open.page(), plain), 3);
 }
 
+TEST_F(PageTest, IsZoomedByStepsAndFitsAgain) {
+  const QSize fitting = open.page().size();
+  auto& view = open.find<PaperView>("page");
+  open.find<QAction>("trueSize").trigger();
+  open.settle();
+  EXPECT_EQ(view.factor(), 1);
+  EXPECT_NEAR(open.page().width(), 210 / 25.4 * view.logicalDpiX(), 2);
+  EXPECT_EQ(open.find<QToolButton>("sizes").text(), "100 %");
+  open.find<QToolButton>("larger").click();
+  EXPECT_EQ(view.factor(), 1.25);
+  open.find<QToolButton>("smaller").click();
+  open.find<QToolButton>("smaller").click();
+  EXPECT_EQ(view.factor(), 0.75);
+  open.find<QAction>("fitPage").trigger();
+  open.settle();
+  EXPECT_EQ(open.page().size(), fitting);
+  EXPECT_TRUE(open.find<QAction>("fitPage").isChecked());
+}
+
+TEST_F(PageTest, FillsTheWidthOnDemand) {
+  open.find<QAction>("fitWidth").trigger();
+  open.settle();
+  auto& view = open.find<PaperView>("page");
+  EXPECT_NEAR(view.sheet().width(), view.viewport()->width() - 40, 2);
+  EXPECT_EQ(view.horizontalScrollBar()->maximum(), 0);
+  EXPECT_GT(view.verticalScrollBar()->maximum(), 0);
+}
+
+void turnWheel(QWidget& widget, QPoint place, int delta, Qt::KeyboardModifiers modifiers) {
+  QWheelEvent event(place, widget.mapToGlobal(place), {}, {0, delta}, {}, modifiers, Qt::NoScrollPhase, false);
+  QCoreApplication::sendEvent(&widget, &event);
+}
+
+TEST_F(PageTest, IsZoomedAroundTheMouse) {
+  auto& view = open.find<PaperView>("page");
+  const QRectF before = view.sheet();
+  const QPoint place = before.topLeft().toPoint() + QPoint(100, 150);
+  const auto part = [&](const QRectF& sheet) { return (place.y() - sheet.top()) / sheet.height(); };
+  turnWheel(*view.viewport(), place, 5 * 120, Qt::ControlModifier);
+  EXPECT_GT(view.sheet().width(), 2 * before.width());
+  EXPECT_NEAR(part(view.sheet()), part(before), 0.01);
+  EXPECT_EQ(this->place(), "Page 1 of 4");
+}
+
+TEST_F(PageTest, IsDraggedWhenItIsLargerThanItsView) {
+  auto& view = open.find<PaperView>("page");
+  open.find<QAction>("trueSize").trigger();
+  open.settle();
+  view.verticalScrollBar()->setValue(50);
+  const QPointF before = view.sheet().topLeft();
+  const auto send = [&](QEvent::Type type, QPointF at, Qt::MouseButtons buttons) {
+    QMouseEvent event(type, at, view.viewport()->mapToGlobal(at), Qt::LeftButton, buttons, {});
+    QCoreApplication::sendEvent(view.viewport(), &event);
+  };
+  send(QEvent::MouseButtonPress, {200, 200}, Qt::LeftButton);
+  send(QEvent::MouseMove, {190, 170}, Qt::LeftButton);
+  send(QEvent::MouseButtonRelease, {190, 170}, {});
+  EXPECT_EQ(view.sheet().top(), before.y() - 30);
+}
+
+TEST_F(PageTest, IsChosenByItsNumber) {
+  auto& number = open.find<PageNumber>("place");
+  QLineEdit& line = *number.findChild<QLineEdit*>();
+  line.setText("Page 3 of 4");
+  Testing::press(number, Qt::Key_Return);
+  open.settle();
+  EXPECT_EQ(place(), "Page 3 of 4");
+  EXPECT_TRUE(open.window->isVisible()) << "Return has not pressed OK";
+  open.find<QToolButton>("lastPage").click();
+  EXPECT_EQ(place(), "Page 4 of 4");
+  open.find<QToolButton>("firstPage").click();
+  EXPECT_EQ(place(), "Page 1 of 4");
+}
+
+TEST_F(PageTest, IsOneOfAStripThatLeadsToTheOthers) {
+  auto& strip = open.find<PageStrip>("pageStrip");
+  EXPECT_EQ(strip.count(), 4);
+  Testing::waitUntil([&] { return strip.isComplete(); });
+  const QImage plain = strip.grab().toImage();
+  Testing::press(strip, Qt::Key_Down);
+  open.settle();
+  EXPECT_EQ(place(), "Page 2 of 4");
+  Testing::click(*strip.viewport(), {40, 10});
+  EXPECT_EQ(place(), "Page 1 of 4");
+  open.find<QCheckBox>("ePTKWPageNegativeImage").click();
+  open.settle();
+  EXPECT_FALSE(strip.isComplete());
+  Testing::waitUntil([&] { return strip.isComplete(); });
+  EXPECT_GT(difference(strip.grab().toImage(), plain), 20);
+  open.find<QAction>("showStrip").trigger();
+  EXPECT_FALSE(strip.isVisible());
+}
+
+TEST_F(PageTest, SaysWhereTheChosenPaperIsAnother) {
+  auto& notes = open.find<QLabel>("notes");
+  EXPECT_EQ(notes.text(), "");
+  const QRect before = paper().geometry();
+  open.window->preferences().set(u"PaperSize", u"A3");
+  open.settle();
+  EXPECT_TRUE(notes.text().contains("A3") && notes.text().contains("210 \u00d7 297 mm")) << notes.text().toStdString();
+  EXPECT_EQ(paper().geometry(), before) << "a note does not move the page";
+  open.window->preferences().set(u"PaperSize", u"A4");
+  open.settle();
+  EXPECT_EQ(notes.text(), "");
+}
+
+// A job of so many pages: blank, or with paint all over them.
+std::string plainJob(int pages, const std::string& paint) {
+  std::string kids;
+  std::string objects =
+      "3 0 obj\n<< /Length " + std::to_string(paint.size()) + " >>\nstream\n" + paint + "\nendstream\nendobj\n";
+  for (int page = 0; page < pages; ++page) {
+    kids += std::to_string(page + 4) + " 0 R ";
+    objects += std::to_string(page + 4) +
+               " 0 obj\n<< /Type /Page /Parent 2 0 R /MediaBox [0 0 595 842] /Contents 3 0 R >>\nendobj\n";
+  }
+  return "%PDF-1.4\n1 0 obj\n<< /Type /Catalog /Pages 2 0 R >>\nendobj\n2 0 obj\n<< /Type /Pages /Kids [ " + kids +
+         "] /Count " + std::to_string(pages) + " >>\nendobj\n" + objects +
+         "trailer\n<< /Root 1 0 R >>\nstartxref\n0\n%%EOF\n";
+}
+
+class PlainPageTest : public testing::Test {
+ protected:
+  std::filesystem::path write(const std::string& pdf) {
+    const std::filesystem::path file = folder.filePath("job.pdf").toStdU16String();
+    std::ofstream(file, std::ios::binary) << pdf;
+    return file;
+  }
+
+  // The notes on the page once a mark under it has been chosen and the page examined.
+  QString notesUnder(const std::string& paint) {
+    Testing::OpenWindow open([&](Request& request) { request.document = write(plainJob(1, paint)); });
+    auto& panel = *open.window->findChild<PagePanel*>();
+    Press::Effects effects;
+    effects.watermark.text = "Draft";
+    effects.watermark.face = "DejaVu Sans";
+    effects.watermark.isUnderPage = true;
+    panel.setEffects(effects);
+    open.settle();
+    Testing::waitUntil([&] { return panel.isExamined(); });
+    return open.find<QLabel>("notes").text();
+  }
+
+  QTemporaryDir folder;
+};
+
+TEST_F(PlainPageTest, TellsOfAMarkThatItsBackgroundHides) {
+  EXPECT_TRUE(notesUnder("1 1 1 rg 0 0 595 842 re f").contains("The watermark lies under the page"));
+}
+
+TEST_F(PlainPageTest, TellsNothingOfAMarkThatIsSeen) {
+  EXPECT_EQ(notesUnder(""), "");
+  EXPECT_EQ(notesUnder("1 1 1 rg 0 0 250 842 re f"), "") << "half of it is seen";
+}
+
+TEST_F(PlainPageTest, OfALongJobDrawsTheSmallPicturesInSightAlone) {
+  Testing::OpenWindow open([&](Request& request) { request.document = write(plainJob(10000, "")); });
+  auto& strip = open.find<PageStrip>("pageStrip");
+  EXPECT_EQ(strip.count(), 10000);
+  Testing::waitUntil([&] { return strip.isComplete(); });
+  const int inSight = strip.kept();
+  EXPECT_LT(inSight, 20);
+  open.find<QToolButton>("lastPage").click();
+  open.settle();
+  Testing::waitUntil([&] { return strip.isComplete(); });
+  EXPECT_LE(strip.kept(), inSight + 1) << "the first ones are forgotten";
+}
+
+TEST_F(PlainPageTest, AloneInItsJobHasNoStrip) {
+  Testing::OpenWindow open([&](Request& request) { request.document = write(plainJob(1, "")); });
+  EXPECT_FALSE(open.find<PageStrip>("pageStrip").isVisible());
+}
+
 TEST(PageOfADamagedJob, IsASentence) {
   const QTemporaryDir folder;
   const std::string file = folder.filePath("damaged.pdf").toStdString();
@@ -175,7 +353,7 @@ TEST(PageOfADamagedJob, IsASentence) {
 
 TEST(PageOfARequest, IsShownFirst) {
   Testing::OpenWindow open([](Request& request) { request.page = 3; });
-  EXPECT_EQ(open.find<QLabel>("place").text(), "Page 3 of 4");
+  EXPECT_EQ(open.find<PageNumber>("place").text(), "Page 3 of 4");
 }
 
 }  // namespace

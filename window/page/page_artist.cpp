@@ -4,8 +4,10 @@
 #include "press/job/print.h"
 #include "press/pictures/loader.h"
 #include "window/language/texts.h"
+#include "window/page/paper.h"
 
 #include <algorithm>
+#include <cmath>
 #include <filesystem>
 #include <map>
 #include <optional>
@@ -14,16 +16,24 @@
 namespace Window {
 namespace {
 
-constexpr double millimetresPerInch = 25.4;
-
 // A page's size is measured on drafts: a coarse one that is cheap for any size, then one at the resolution of page
 // units, unless that is huge.
 constexpr double coarseDpi = 9;
 constexpr double fineDpi = 72;
 constexpr double mostPixels = 8e6;
 
-// The limit for enlarging small pages.
+// The limits for enlarging small pages, and for zooming into large ones, whose pictures are scaled from there.
 constexpr double finestDpi = 600;
+constexpr double mostPixelsDrawn = 32e6;
+
+// What is drawn to see whether a mark is covered: strokes of a watermark's letters are wider than a pixel.
+constexpr double examinedDpi = 48;
+
+double resolutionOf(const PageOrder& order, const QSizeF& inches) {
+  const double fitting = std::min(order.room.width() / inches.width(), order.room.height() / inches.height());
+  const double wanted = order.resolution > 0 ? order.resolution : fitting;
+  return std::min({wanted, finestDpi, std::sqrt(mostPixelsDrawn / (inches.width() * inches.height()))});
+}
 
 OverlaySummary overlaysOf(const Press::Effects& effects, int pages) {
   OverlaySummary summary;
@@ -51,7 +61,8 @@ class PageArtist::Desk final : public QObject {
   PagePicture draw(const PageOrder& order) {
     PagePicture result;
     try {
-      if (!job || order.document != document || timeOf(document.file) != time) open(order.document);
+      prepare(order.document);
+      result.edition = edition;
       result.pages = job->pageCount();
       result.pagesOnSheet = order.effects.pagesOnSheet;
       result.overlays = overlaysOf(order.effects, result.pages);
@@ -61,16 +72,64 @@ class PageArtist::Desk final : public QObject {
       result.notes.chop(1);
       result.millimetres = measure(printed, {(page - 1) / result.pagesOnSheet, result.pagesOnSheet});
       const QSizeF inches = result.millimetres / millimetresPerInch;
-      const double dpi =
-          std::min({order.room.width() / inches.width(), order.room.height() / inches.height(), finestDpi});
-      result.image = toImage(Press::drawPage(printed, 1, dpi));
+      result.image = toImage(Press::drawPage(printed, 1, resolutionOf(order, inches)));
     } catch (const std::exception& error) {
       result.failure = plainText(QString::fromUtf8(error.what()));
     }
     return result;
   }
 
+  QImage drawSmall(const PageOrder& order) {
+    try {
+      prepare(order.document);
+      const std::string printed = job->printPage(std::clamp(order.page, 1, job->pageCount()), order.effects);
+      const QSizeF inches = sketch(printed, coarseDpi);
+      return toImage(Press::drawPage(printed, 1, resolutionOf(order, inches)));
+    } catch (const std::exception&) {
+      return {};
+    }
+  }
+
+  HiddenMarks examine(const PageOrder& order) {
+    HiddenMarks hidden;
+    Press::Effects without = order.effects;
+    Press::Effects over = order.effects;
+    try {
+      prepare(order.document);
+      if (order.effects.watermark.isUnderPage && !order.effects.watermark.text.empty()) {
+        without.watermark.text.clear();
+        over.watermark.isUnderPage = false;
+        hidden.watermark = isHidden(order, without, over);
+      }
+      if (!order.effects.overlaysOverPage && !order.effects.overlays.empty()) {
+        without = over = order.effects;
+        without.overlays.clear();
+        over.overlaysOverPage = true;
+        hidden.overlays = isHidden(order, without, over);
+      }
+    } catch (const std::exception&) {  // the picture's failure tells it
+    }
+    return hidden;
+  }
+
  private:
+  // Whether the page looks as without a mark, although the mark would be seen over the page.
+  bool isHidden(const PageOrder& order, const Press::Effects& without, const Press::Effects& over) {
+    const int page = std::clamp(order.page, 1, job->pageCount());
+    const auto look = [&](const Press::Effects& effects) {
+      const std::string printed = job->printPage(page, effects);
+      const QSizeF inches = sketch(printed, coarseDpi);
+      const double dpi = std::min(examinedDpi, std::sqrt(mostPixels / (inches.width() * inches.height())));
+      return Press::drawPage(printed, 1, dpi).argb;
+    };
+    const auto bare = look(without);
+    return look(order.effects) == bare && look(over) != bare;
+  }
+
+  void prepare(const Press::JobFile& file) {
+    if (!job || file != document || timeOf(document.file) != time) open(file);
+  }
+
   // Its index, from 0, and the number of pages per sheet.
   using Sheet = std::pair<int, int>;
 
@@ -79,6 +138,7 @@ class PageArtist::Desk final : public QObject {
     sizes.clear();
     document = file;
     time = timeOf(file.file);
+    ++edition;
     job.emplace(file);
   }
 
@@ -106,6 +166,7 @@ class PageArtist::Desk final : public QObject {
   std::optional<Press::Job> job;
   Press::JobFile document;
   std::filesystem::file_time_type time;
+  int edition = 0;
   std::map<Sheet, QSizeF> sizes;
 };
 
@@ -129,6 +190,24 @@ void PageArtist::draw(const PageOrder& order) {
       if (number != latest.load()) return;
       told = number;
       Q_EMIT drawn(picture);
+    });
+  });
+}
+
+void PageArtist::drawSmall(const PageOrder& order, int label) {
+  QMetaObject::invokeMethod(desk.get(), [this, order, label] {
+    const QImage image = desk->drawSmall(order);
+    QMetaObject::invokeMethod(this, [this, page = order.page, image, label] { Q_EMIT drawnSmall(page, image, label); });
+  });
+}
+
+void PageArtist::examine(const PageOrder& order) {
+  const int number = latest.load();
+  QMetaObject::invokeMethod(desk.get(), [this, order, number] {
+    if (number != latest.load()) return;
+    const HiddenMarks hidden = desk->examine(order);
+    QMetaObject::invokeMethod(this, [this, hidden, number] {
+      if (number == latest.load()) Q_EMIT examined(hidden);
     });
   });
 }

@@ -26,6 +26,15 @@ struct PageOrder {
 
   // The size in pixels that the picture must fit into.
   QSize room;
+
+  // Pixels per inch; 0 for those that fill the room.
+  double resolution = 0;
+};
+
+// Which marks lie under the page, and are covered by it altogether.
+struct HiddenMarks {
+  bool watermark = false;
+  bool overlays = false;
 };
 
 // What the page panel says about the job's overlays.
@@ -39,6 +48,7 @@ struct OverlaySummary {
 
 struct PagePicture {
   QImage image;
+  int edition = 0;  // counts the openings of files; another one may have other content
   int pages = 0;
   int pagesOnSheet = 1;
 
@@ -64,12 +74,24 @@ class PageArtist final : public QObject {
   // Requests a picture. While one is being drawn, only the latest further request is kept.
   void draw(const PageOrder& order);
 
+  // Requests a picture of a page for a place among others, with `label` to tell what it belongs to. Every request is
+  // answered; they delay those above.
+  void drawSmall(const PageOrder& order, int label);
+
+  // Requests the marks that cannot be seen on the page of the latest `draw`. Not answered when another one follows.
+  void examine(const PageOrder& order);
+
   // Whether the latest request's picture was delivered.
   bool isIdle() const { return told == latest.load(); }
 
  Q_SIGNALS:
   // The picture for the latest request.
   void drawn(const Window::PagePicture& picture);
+
+  // Without a picture when the page cannot be drawn.
+  void drawnSmall(int page, const QImage& image, int label);
+
+  void examined(const Window::HiddenMarks& hidden);
 
  private:
   class Desk;

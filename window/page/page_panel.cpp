@@ -1,123 +1,236 @@
 #include "window/page/page_panel.h"
 
+#include "window/page/page_bar.h"
+#include "window/page/page_strip.h"
+#include "window/page/paper.h"
 #include "window/page/paper_view.h"
 
 #include <QAction>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
-#include <QToolButton>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <chrono>
+#include <cmath>
 
 namespace Window {
+namespace {
+
+// So many lines of notes are seen at once.
+constexpr int linesOfNotes = 3;
+
+// Papers whose sides differ by less are the same.
+constexpr double sameMillimetres = 3;
+
+// Long enough that the page is not examined between clicks that follow each other.
+constexpr auto untilExamined = std::chrono::milliseconds(200);
+
+bool areSamePaper(const QSizeF& one, const QSizeF& other) {
+  const auto isNear = [](double a, double b) { return std::abs(a - b) < sameMillimetres; };
+  return (isNear(one.width(), other.width()) && isNear(one.height(), other.height())) ||
+         (isNear(one.width(), other.height()) && isNear(one.height(), other.width()));
+}
+
+}  // namespace
 
 PagePanel::PagePanel(QWidget* parent)
     : QWidget(parent),
       shows(new QAction(this)),
+      showsStrip(new QAction(this)),
       paper(new PaperView(this)),
-      back(new QToolButton(this)),
-      forward(new QToolButton(this)),
-      place(new QLabel(this)),
+      strip(new PageStrip(artist, this)),
+      bar(new PageBar(this)),
       size(new QLabel(this)),
-      overlays(new QLabel(this)),
-      notes(new QLabel(this)) {
-  auto* bar = new QHBoxLayout;
-  bar->addStretch();
-  bar->addWidget(back);
-  bar->addWidget(place);
-  bar->addWidget(forward);
-  bar->addStretch();
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(paper, 1);
-  layout->addLayout(bar);
-  layout->addWidget(size);
-  layout->addWidget(overlays);
-  layout->addWidget(notes);
+      noted(new QWidget),
+      overlays(new QLabel(noted)),
+      notes(new QLabel(noted)) {
+  build();
+  buildActions();
+  moment.setSingleShot(true);
+  moment.setInterval(untilExamined);
+  connect(&moment, &QTimer::timeout, this, &PagePanel::examine);
+  connect(bar, &PageBar::turned, this, &PagePanel::turn);
+  connect(bar, &PageBar::endWanted, this, [this](bool last) { goTo(last ? picture().pages : 1); });
+  connect(bar, &PageBar::numberEntered, this,
+          [this](int number) { goTo((number - 1) * order.effects.pagesOnSheet + 1); });
+  connect(bar, &PageBar::zoomWanted, paper, &PaperView::setZoom);
+  connect(bar, &PageBar::zoomStepped, this, [this](int steps) { paper->zoomBy(steps); });
+  connect(strip, &PageStrip::pageWanted, this, &PagePanel::goTo);
+  connect(paper, &PaperView::pagesWanted, this, &PagePanel::turn);
+  connect(paper, &PaperView::endWanted, this, [this](bool last) { goTo(last ? picture().pages : 1); });
+  connect(paper, &PaperView::roomChanged, this, &PagePanel::redraw);
+  connect(paper, &PaperView::zoomChanged, this, [this] { bar->showZoom(paper->zoom(), paper->factor()); });
+  connect(&artist, &PageArtist::drawn, this, &PagePanel::drawn);
+  connect(&artist, &PageArtist::examined, this, [this](const HiddenMarks& found) {
+    hidden = found;
+    isExamining = false;
+    showNotes();
+  });
+}
+
+void PagePanel::build() {
   paper->setObjectName("page");
-  back->setObjectName("previousPage");
-  forward->setObjectName("nextPage");
-  place->setObjectName("place");
-  place->setAlignment(Qt::AlignCenter);
+  strip->setObjectName("pageStrip");
   size->setObjectName("paper");
   size->setAlignment(Qt::AlignCenter);
   size->setForegroundRole(QPalette::PlaceholderText);
   overlays->setObjectName("overlays");
   notes->setObjectName("notes");
+  auto* lines = new QVBoxLayout(noted);
+  lines->setContentsMargins(0, 0, 0, 0);
   for (QLabel* label : {overlays, notes}) {
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
     label->setVisible(false);
+    lines->addWidget(label);
   }
-  for (QToolButton* button : {back, forward}) button->setAutoRaise(true);
+  lines->addStretch();
 
+  // The room of the notes is always the same, so that they do not move the page.
+  auto* room = new QScrollArea(this);
+  room->setObjectName("notesRoom");
+  room->setFrameShape(QFrame::NoFrame);
+  room->setWidgetResizable(true);
+  room->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  room->setFocusPolicy(Qt::TabFocus);
+  room->setFixedHeight(linesOfNotes * fontMetrics().lineSpacing() + 2);
+  room->setWidget(noted);
+
+  auto* pages = new QHBoxLayout;
+  pages->addWidget(strip);
+  pages->addWidget(paper, 1);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addLayout(pages, 1);
+  layout->addWidget(bar);
+  layout->addWidget(size);
+  layout->addWidget(room);
+}
+
+void PagePanel::buildActions() {
   shows->setObjectName("showPage");
-  shows->setCheckable(true);
-  shows->setChecked(true);
-  addAction(shows);
+  showsStrip->setObjectName("showStrip");
+  for (QAction* each : {shows, showsStrip}) {
+    each->setCheckable(true);
+    each->setChecked(true);
+  }
+  auto* gap = new QAction(this);
+  gap->setSeparator(true);
+  addActions({shows, showsStrip, gap});
+  addActions(bar->zoomActions());
+  connect(showsStrip, &QAction::toggled, this, &PagePanel::showStrip);
   connect(shows, &QAction::toggled, this, [this](bool isShown) {
     setVisible(isShown);
+    showsStrip->setEnabled(isShown);
+    for (QAction* each : bar->zoomActions()) each->setEnabled(isShown);
     redraw();
   });
-
-  connect(back, &QToolButton::clicked, this, [this] { turn(-1); });
-  connect(forward, &QToolButton::clicked, this, [this] { turn(1); });
-  connect(paper, &PaperView::pagesWanted, this, &PagePanel::turn);
-  connect(paper, &PaperView::endWanted, this, [this](bool last) { goTo(last ? picture().pages : 1); });
-  connect(paper, &PaperView::roomChanged, this, &PagePanel::redraw);
-  connect(&artist, &PageArtist::drawn, this, &PagePanel::drawn);
 }
 
 const PagePicture& PagePanel::picture() const { return paper->picture(); }
 
+bool PagePanel::isComplete() const { return isExamined() && (!strip->isVisible() || strip->isComplete()); }
+
 void PagePanel::setTexts(const Texts& texts) {
-  placeText = texts("PAGE");
-  sheetText = texts("SHEET");
   sizeText = texts("PAPER");
   paperText = texts("PAGE_PICTURE");
+  otherPaperText = texts("OTHER_PAPER");
+  watermarkHiddenText = texts("WATERMARK_HIDDEN");
+  overlaysHiddenText = texts("OVERLAYS_HIDDEN");
   overlayTexts = OverlayTexts(texts);
   shows->setText(texts("SHOW_PAGE"));
-  const bool leftToRight = layoutDirection() == Qt::LeftToRight;
-  back->setArrowType(leftToRight ? Qt::LeftArrow : Qt::RightArrow);
-  forward->setArrowType(leftToRight ? Qt::RightArrow : Qt::LeftArrow);
-  back->setToolTip(texts("PREVIOUS_PAGE"));
-  forward->setToolTip(texts("NEXT_PAGE"));
-  back->setAccessibleName(back->toolTip());
-  forward->setAccessibleName(forward->toolTip());
+  showsStrip->setText(texts("SHOW_STRIP"));
+  strip->setAccessibleName(texts("PAGE_STRIP"));
+  strip->setToolTip(texts("PAGE_STRIP"));
+  noted->parentWidget()->parentWidget()->setAccessibleName(texts("PAGE_NOTES"));
+  bar->setTexts(texts);
   paper->setToolTip(paperText);
   showPlace();
 }
 
 void PagePanel::setDocument(const Press::JobFile& file) {
   order.document = file;
+  hidden = {};
   redraw();
 }
 
 void PagePanel::setEffects(const Press::Effects& newEffects) {
   if (order.effects == newEffects) return;
   order.effects = newEffects;
+  hidden = {};
   redraw();
+}
+
+void PagePanel::setPaper(const QString& name, const QSizeF& points) {
+  if (name == chosenPaper && points == chosenSize) return;
+  chosenPaper = name;
+  chosenSize = points;
+  showNotes();
+}
+
+PageOrder PagePanel::plainPage() const {
+  PageOrder plain;
+  plain.document = order.document;
+  plain.page = order.page;
+  if (!order.effects.watermark.onEachPage) plain.effects.pagesOnSheet = order.effects.pagesOnSheet;
+  return plain;
+}
+
+QSizeF PagePanel::plainSize() const {
+  const bool isShown = picture().pagesOnSheet == plainPage().effects.pagesOnSheet;
+  return isShown ? picture().millimetres * pointsPerMillimetre : QSizeF();
 }
 
 void PagePanel::goTo(int page) {
   const int wanted = std::clamp(page, 1, std::max(1, picture().pages > 0 ? picture().pages : page));
   if (order.page == wanted) return;
   order.page = wanted;
+  hidden = {};
   showPlace();
   redraw();
+}
+
+void PagePanel::keyPressEvent(QKeyEvent* event) {
+  switch (event->key()) {
+    case Qt::Key_PageDown: return turn(1);
+    case Qt::Key_PageUp: return turn(-1);
+    default: QWidget::keyPressEvent(event);
+  }
 }
 
 void PagePanel::redraw() {
   if (order.document.file.empty() || !shows->isChecked()) return;
   order.room = paper->room();
+  order.resolution = paper->resolution();
+  strip->wait();
+  isExamining = false;
   artist.draw(order);
 }
 
 void PagePanel::drawn(const PagePicture& picture) {
   if (picture.pages > 0) order.page = std::min(order.page, picture.pages);
   paper->show(picture);
+  strip->show(order, picture);
+  showStrip();
   showPlace();
+  moment.start();
+}
+
+// One page needs no others beside it.
+void PagePanel::showStrip() {
+  const bool isWanted = showsStrip->isChecked() && strip->count() != 1;
+  if (strip->isVisibleTo(this) != isWanted) strip->setVisible(isWanted);
+}
+
+void PagePanel::examine() {
+  const Press::Effects& effects = order.effects;
+  const bool isUnder = (effects.watermark.isUnderPage && !effects.watermark.text.empty()) ||
+                       (!effects.overlaysOverPage && !effects.overlays.empty());
+  isExamining = isUnder && artist.isIdle() && picture().failure.isEmpty();
+  if (isExamining) artist.examine(order);
 }
 
 void PagePanel::showPlace() {
@@ -125,17 +238,33 @@ void PagePanel::showPlace() {
   const int number = (page() - 1) / onSheet + 1;
   const int count = (picture().pages + onSheet - 1) / onSheet;
   const bool isShown = picture().failure.isEmpty() && count > 0;
-  const QString text = isShown ? (onSheet > 1 ? sheetText : placeText).arg(number).arg(count) : QString();
-  place->setText(text);
+  bar->showPlace(number, isShown ? count : 0, onSheet > 1);
+  bar->showZoom(paper->zoom(), isShown ? paper->factor() : 0);
   const QSize rounded = picture().millimetres.toSize();
   size->setText(isShown ? sizeText.arg(rounded.width()).arg(rounded.height()) : QString());
-  notes->setText(picture().notes);
-  notes->setVisible(!picture().notes.isEmpty());
-  showOverlays();
+  showNotes();
   paper->setAccessibleName(paperText);
-  paper->setAccessibleDescription(isShown ? text : picture().failure);
-  back->setEnabled(number > 1);
-  forward->setEnabled(number < count);
+  paper->setAccessibleDescription(isShown ? bar->place() : picture().failure);
+  strip->setAccessibleDescription(bar->place());
+}
+
+void PagePanel::showNotes() {
+  QStringList lines;
+  if (hidden.watermark) lines << watermarkHiddenText;
+  if (hidden.overlays) lines << overlaysHiddenText;
+  lines << paperNote() << picture().notes;
+  lines.removeAll(QString());
+  notes->setText(lines.join('\n'));
+  notes->setVisible(!lines.isEmpty());
+  showOverlays();
+}
+
+// The print side does not scale pages to the paper.
+QString PagePanel::paperNote() const {
+  const QSizeF& printed = picture().millimetres;
+  if (chosenPaper.isEmpty() || printed.isEmpty() || areSamePaper(printed, chosenSize / pointsPerMillimetre)) return {};
+  const QSize rounded = printed.toSize();
+  return otherPaperText.arg(chosenPaper, sizeText.arg(rounded.width()).arg(rounded.height()));
 }
 
 // The words keep room for the page: a long text is cut, and whole in the tooltip.

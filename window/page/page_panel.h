@@ -1,18 +1,20 @@
-// The page as it will print, with controls to turn pages.
+// The page as it will print, with controls to turn pages and to zoom, the other pages, and notes on the page.
 #pragma once
 
 #include "window/language/texts.h"
 #include "window/page/overlay_texts.h"
 #include "window/page/page_artist.h"
 
+#include <QTimer>
 #include <QWidget>
 
 class QAction;
 class QLabel;
-class QToolButton;
 
 namespace Window {
 
+class PageBar;
+class PageStrip;
 class PaperView;
 
 class PagePanel final : public QWidget {
@@ -30,6 +32,14 @@ class PagePanel final : public QWidget {
   void setDocument(const Press::JobFile& file);
   void setEffects(const Press::Effects& newEffects);
 
+  // The paper that the user has chosen, in points, and its name; empty for none. Pages print in their own size.
+  void setPaper(const QString& name, const QSizeF& points);
+
+  // The shown page as a watermark is put on it: without effects, and with the others of its sheet where the watermark
+  // is printed once for all; its size in points, empty while it is unknown.
+  PageOrder plainPage() const;
+  QSizeF plainSize() const;
+
   // Redraws from the files' current content.
   void redraw();
 
@@ -40,27 +50,49 @@ class PagePanel final : public QWidget {
   bool isSettled() const { return artist.isIdle(); }
   const PagePicture& picture() const;
 
+  // Whether the notes also tell what is found by a closer look, a moment later.
+  bool isExamined() const { return isSettled() && !moment.isActive() && !isExamining; }
+
+  // Whether the pages beside the picture are drawn too.
+  bool isComplete() const;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
  private:
+  void build();
+  void buildActions();
   void turn(int sheets) { goTo(page() + sheets * order.effects.pagesOnSheet); }
   void drawn(const PagePicture& picture);
+  void examine();
   void showPlace();
+  void showStrip();
+  void showNotes();
   void showOverlays();
+  QString paperNote() const;
 
   PageOrder order;
+  PageArtist artist;
   QAction* shows;
+  QAction* showsStrip;
   PaperView* paper;
-  QToolButton* back;
-  QToolButton* forward;
-  QLabel* place;
+  PageStrip* strip;
+  PageBar* bar;
   QLabel* size;
+  QWidget* noted;
   QLabel* overlays;
   QLabel* notes;
-  QString placeText;
-  QString sheetText;
+  QTimer moment;  // until the page is examined
+  bool isExamining = false;
+  HiddenMarks hidden;
+  QString chosenPaper;
+  QSizeF chosenSize;
   QString sizeText;
   QString paperText;
+  QString otherPaperText;
+  QString watermarkHiddenText;
+  QString overlaysHiddenText;
   OverlayTexts overlayTexts;
-  PageArtist artist;
 };
 
 }  // namespace Window

@@ -20,12 +20,17 @@ QSizeF paperOf(std::u16string_view name) {
 }
 
 QRectF sheetWithin(const QWidget& view, const QSizeF& shape) {
-  const double ratio = view.devicePixelRatioF();
-  const QSizeF room = QSizeF(view.size() - QSize(2 * roundSheet, 2 * roundSheet)).expandedTo({1, 1});
+  return sheetWithin(QRectF(view.rect()), view.devicePixelRatioF(), shape);
+}
+
+QRectF sheetWithin(const QRectF& part, double ratio, const QSizeF& shape) {
+  const QSizeF room = (part.size() - QSizeF(2 * roundSheet, 2 * roundSheet)).expandedTo({1, 1});
   const QSizeF pixels = (shape.scaled(room, Qt::KeepAspectRatio) * ratio).toSize().expandedTo({1, 1});
   const QSizeF sheet = pixels / ratio;
   const auto onPixel = [ratio](double place) { return std::round(place * ratio) / ratio; };
-  return {QPointF(onPixel((view.width() - sheet.width()) / 2), onPixel((view.height() - sheet.height()) / 2)), sheet};
+  return {QPointF(onPixel(part.left() + (part.width() - sheet.width()) / 2),
+                  onPixel(part.top() + (part.height() - sheet.height()) / 2)),
+          sheet};
 }
 
 void paintDesk(QPainter& painter, const QWidget& view) {

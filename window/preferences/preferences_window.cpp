@@ -5,6 +5,7 @@
 #include "window/inspector/inspector.h"
 #include "window/language/fonts.h"
 #include "window/page/page_panel.h"
+#include "window/page/paper.h"
 #include "window/preferences/button_row.h"
 #include "window/preferences/overlay_list.h"
 #include "window/preferences/overlay_making.h"
@@ -253,8 +254,15 @@ void PreferencesWindow::showState() {
   stale = false;
   if (preferences().gui() == nullptr) return;
   undoButton->setEnabled(preferences().canUndo());
+  showPaper();
   pages->setEffects(session.effects());
   inspector->showProperties(preferences().model());
+}
+
+void PreferencesWindow::showPaper() {
+  const std::u16string paper = preferences().model().value(u"PaperSize").value_or(u"");
+  const QString label = paper.empty() ? QString() : "$IDS_DEVICE_PAPERSIZE_" + toQt(paper).toUpper() + ';';
+  pages->setPaper(session.texts().shown(toWide(label)), paperOf(paper));
 }
 
 void PreferencesWindow::reopen(const std::string& model, const std::string& locale) {
@@ -293,6 +301,8 @@ void PreferencesWindow::setDocument(const Press::JobFile& file) {
 }
 
 bool PreferencesWindow::isSettled() const { return !stale && pages->isSettled(); }
+
+bool PreferencesWindow::isComplete() const { return isSettled() && pages->isComplete(); }
 
 QString PreferencesWindow::pageFailure() const { return pages->picture().failure; }
 

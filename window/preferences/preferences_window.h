@@ -41,6 +41,9 @@ class PreferencesWindow final : public QMainWindow {
   // Whether the picture of the page shows the current settings.
   bool isSettled() const;
 
+  // Whether everything beside it is drawn too.
+  bool isComplete() const;
+
   // Why there is no picture of the page, as one sentence; empty when there is one.
   QString pageFailure() const;
 
@@ -68,6 +71,7 @@ class PreferencesWindow final : public QMainWindow {
   void showOpened();
   void showLanguage();
   void showState();
+  void showPaper();
   void orderFocus();
   void reopen(const std::string& model, const std::string& locale);
   void openDocument();

@@ -1,0 +1,49 @@
+#include "window/page/page_number.h"
+
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <QStyle>
+
+#include <algorithm>
+
+namespace Window {
+
+PageNumber::PageNumber(QWidget* parent) : QSpinBox(parent) {
+  setButtonSymbols(QAbstractSpinBox::NoButtons);
+  setAlignment(Qt::AlignCenter);
+  setKeyboardTracking(false);
+  setCorrectionMode(QAbstractSpinBox::CorrectToNearestValue);
+  connect(this, &QSpinBox::valueChanged, this, &PageNumber::entered);
+}
+
+// The line needs the room of a line of its own, whatever the language's font.
+void PageNumber::setName(const QString& name) {
+  setToolTip(name);
+  setMinimumHeight(lineEdit()->sizeHint().height() +
+                   2 * style()->pixelMetric(QStyle::PM_SpinBoxFrameWidth, nullptr, this));
+  for (QWidget* each : {static_cast<QWidget*>(this), static_cast<QWidget*>(lineEdit())}) each->setAccessibleName(name);
+}
+
+void PageNumber::show(const QString& words, int number, int count) {
+  const QSignalBlocker quiet(this);
+  const QString before = words.section("%1", 0, 0);
+  const QString after = words.section("%1", 1);
+  setPrefix(QString(before).replace("%2", QString::number(count)));
+  setSuffix(QString(after).replace("%2", QString::number(count)));
+  setRange(1, std::max(1, count));
+  setValue(number);
+}
+
+// Return enters the number, and does not press OK; the keys that turn pages do so here too.
+void PageNumber::keyPressEvent(QKeyEvent* event) {
+  switch (event->key()) {
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown: return event->ignore();
+    case Qt::Key_Return:
+    case Qt::Key_Enter: QSpinBox::keyPressEvent(event); return event->accept();
+    default: QSpinBox::keyPressEvent(event);
+  }
+}
+
+}  // namespace Window

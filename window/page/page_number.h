@@ -1,0 +1,28 @@
+// The number of the shown page, among the words around it, to be typed over: "Page 3 of 10".
+#pragma once
+
+#include <QSpinBox>
+
+namespace Window {
+
+class PageNumber final : public QSpinBox {
+  Q_OBJECT
+
+ public:
+  explicit PageNumber(QWidget* parent);
+
+  // What the user can do with it, for its tip and screen readers.
+  void setName(const QString& name);
+
+  // `words` has places for the number and the count, as QString::arg takes them.
+  void show(const QString& words, int number, int count);
+
+ Q_SIGNALS:
+  // The user has entered a number.
+  void entered(int number);
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+};
+
+}  // namespace Window
