@@ -1,6 +1,7 @@
 #include "formats/printable.h"
 #include "formats/sentences.h"
 #include "window/preferences/preferences_window.h"
+#include "window/widgets/watermark_view.h"
 #include "window/window.h"
 
 #include <QAbstractButton>
@@ -83,6 +84,8 @@ int drawDialog(QAbstractButton& opener, const std::filesystem::path& picture) {
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
     if (dialog == nullptr || qobject_cast<QProgressDialog*>(dialog) != nullptr) return;
     looks.stop();
+    const auto* preview = dialog->findChild<WatermarkView*>();
+    while (preview != nullptr && !preview->isSettled()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     status = save(*dialog, picture);
     dialog->reject();
   });

@@ -35,7 +35,7 @@ constexpr ElementFormat layoutElements[] = {
     {"textbox", containers, "label value type maxlength min max increment", ofWidgets},
     {"scrollbar", containers, "label orient minpos maxpos curpos", ofWidgets},
     {"colorpicker", containers, "label accesskey list", ofWidgets},
-    {"wmpreview", containers, "label outlined", ofWidgets},
+    {"wmpreview", containers, "label outlined places turned", ofWidgets},
     {"listitem", "listbox", "label value"},
     {"menuitem", "menulist menupopup", "label value"},
     {"menupopup", "image", ""},

@@ -1,6 +1,7 @@
 #include "window/dialogs/dialog_window.h"
 
 #include "window/widgets/roomy_button.h"
+#include "window/widgets/text_field.h"
 
 #include <QDialogButtonBox>
 #include <QEventLoop>
@@ -10,6 +11,8 @@
 #include <QScrollBar>
 #include <QShortcut>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace Window {
 
@@ -26,9 +29,15 @@ DialogWindow::DialogWindow(Refhost::Dialog& shownDialog, const Surroundings& aro
   auto* buttons = new QDialogButtonBox(this);
   auto* accept = buttons->addButton(QString(), QDialogButtonBox::AcceptRole);
   auto* cancel = buttons->addButton(QString(), QDialogButtonBox::RejectRole);
-  view->adopt(*layout.acceptButton, *accept, [this] { dialog.accept(); });
+  view->adopt(*layout.acceptButton, *accept, [this] {
+    if (!showsCorrection()) dialog.accept();
+  });
   view->adopt(*layout.cancelButton, *cancel, [this] { dialog.cancel(); });
   accept->setDefault(true);
+  for (const TextField* field : findChildren<TextField*>())
+    connect(field, &TextField::limited, this, [this, accept](bool isChanged) {
+      wasCorrected = isChanged && accept->hasFocus() && QGuiApplication::mouseButtons() != Qt::NoButton;
+    });
   Refhost::walk(*layout.root, [&](Refhost::WidgetNode& node) {
     const std::u16string type = node.attribute("dlgtype");
     if (type.empty()) return;
@@ -50,6 +59,14 @@ DialogWindow::DialogWindow(Refhost::Dialog& shownDialog, const Surroundings& aro
   column->addWidget(buttons);
   column->setSizeConstraint(QLayout::SetMinimumSize);
   fitOnScreen(*column);
+}
+
+// A number that accepting would replace is replaced first, with a notice beside it, and the dialog stays open once, so
+// that the user can see it.
+bool DialogWindow::showsCorrection() {
+  if (std::exchange(wasCorrected, false)) return true;
+  auto* field = qobject_cast<TextField*>(focusWidget());
+  return field != nullptr && field->settles();
 }
 
 // When the dialog does not fit on the screen, everything but the buttons scrolls.

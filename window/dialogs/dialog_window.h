@@ -33,10 +33,13 @@ class DialogWindow final : public QDialog {
  private:
   void fitOnScreen(QVBoxLayout& column);
 
+  bool showsCorrection();
+
   Refhost::Dialog& dialog;
   std::unique_ptr<TreeView> view;
   QEventLoop* loop = nullptr;
   bool finished = false;
+  bool wasCorrected = false;  // a number, by the press of the mouse on the button that accepts
 };
 
 }  // namespace Window

@@ -69,7 +69,7 @@ PreferencesWindow::PreferencesWindow(const Request& request)
       inspector(new Inspector(this)),
       messages(*this, session),
       help(*this, session, messages),
-      face({*this, session, *tabs, messages, help}),
+      face({*this, session, *tabs, *pages, messages, help}),
       closing(*this, session, *tabs),
       menus(*this, session, messages, *inspector->toggleViewAction(), menuActions()),
       buttons(new ButtonRow(messages)),

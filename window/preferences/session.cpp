@@ -80,8 +80,10 @@ void Session::open(const Refhost::Options& now) {
 }
 
 Surroundings Session::surroundings() {
-  return {texts(), opened->chrome(), paperOf(opened->model().value(Formats::Prop::paperSize).value_or(u"")),
-          opened->options().actions};
+  return {.texts = texts(),
+          .chrome = opened->chrome(),
+          .paper = paperOf(opened->model().value(Formats::Prop::paperSize).value_or(u"")),
+          .actions = opened->options().actions};
 }
 
 Press::Effects Session::effects() {

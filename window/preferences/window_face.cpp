@@ -5,13 +5,17 @@
 
 namespace Window {
 
-void WindowFace::runModally(Refhost::Dialog& dialog) {
-  dialogs.runModally(dialog, world.session.surroundings(), &world.window);
+// Dialogs show the page that is shown beside the tabs.
+Surroundings WindowFace::surroundings() const {
+  Surroundings around = world.session.surroundings();
+  around.page = world.pages.plainPage();
+  if (const QSizeF size = world.pages.plainSize(); !size.isEmpty()) around.paper = size;
+  return around;
 }
 
-void WindowFace::dialogOpened(Refhost::Dialog& dialog) {
-  dialogs.open(dialog, world.session.surroundings(), &world.window);
-}
+void WindowFace::runModally(Refhost::Dialog& dialog) { dialogs.runModally(dialog, surroundings(), &world.window); }
+
+void WindowFace::dialogOpened(Refhost::Dialog& dialog) { dialogs.open(dialog, surroundings(), &world.window); }
 
 void WindowFace::dialogClosed(Refhost::Dialog& dialog) { dialogs.closed(dialog); }
 

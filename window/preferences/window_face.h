@@ -3,6 +3,7 @@
 
 #include "host/face.h"
 #include "window/dialogs/dialog_windows.h"
+#include "window/page/page_panel.h"
 #include "window/preferences/help.h"
 #include "window/preferences/messages.h"
 #include "window/preferences/plugin_tabs.h"
@@ -16,6 +17,7 @@ class WindowFace final : public Refhost::Face {
     QWidget& window;
     Session& session;
     PluginTabs& tabs;
+    const PagePanel& pages;
     Messages& messages;
     Help& help;
   };
@@ -32,6 +34,8 @@ class WindowFace final : public Refhost::Face {
   void showFailure(const std::string& sentence) override;
 
  private:
+  Surroundings surroundings() const;
+
   World world;
   DialogWindows dialogs;
 };

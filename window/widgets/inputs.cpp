@@ -1,6 +1,7 @@
 #include "window/widgets/inputs.h"
 
 #include "window/widgets/node_facts.h"
+#include "window/widgets/notice.h"
 #include "window/widgets/text_field.h"
 
 #include <QSignalBlocker>
@@ -9,13 +10,32 @@
 #include <algorithm>
 
 namespace Window {
+namespace {
+
+// With the minus sign that labels have.
+QString asLabel(int number) { return QString::number(number).replace('-', QChar(0x2212)); }
+
+}  // namespace
 
 QWidget* buildText(Refhost::WidgetNode& node, ShownTree& tree, QWidget* parent) {
   auto* field = new TextField(dynamic_cast<Refhost::TextBoxNode&>(node), tree.actions(), parent);
   if (node.kind() == Refhost::WidgetKind::integerTextBox) field->setInputMethodHints(Qt::ImhFormattedNumbersOnly);
   const int width = number(node, "width");
   if (width > 0 && node.attribute("flex").empty()) field->setMaximumWidth(width);
-  tree.add(node, field, [field] { field->refresh(); });
+  const auto& range = dynamic_cast<Refhost::TextBoxNode&>(node).range();
+  const QString possible =
+      range ? tree.around().texts("RANGE").arg(asLabel(range->least), asLabel(range->most)) : QString();
+  tree.add(node, field, [field, possible] {
+    if (!possible.isEmpty())
+      field->setAccessibleDescription((field->accessibleDescription() + ' ' + possible).trimmed());
+    field->refresh();
+  });
+  if (range) {
+    const QString changed = tree.around().texts("RANGE_CHANGED").arg(asLabel(range->least), asLabel(range->most));
+    QObject::connect(field, &TextField::limited, field, [field, possible, changed](bool isChanged) {
+      showNotice(*field, isChanged ? changed : possible);
+    });
+  }
   tree.onForget([field] { field->forget(); });
   return field;
 }

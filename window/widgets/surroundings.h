@@ -4,11 +4,13 @@
 #include "host/chrome/addresses.h"
 #include "host/user_actions.h"
 #include "window/language/texts.h"
+#include "window/page/page_artist.h"
 
 #include <QSizeF>
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace Window {
@@ -21,6 +23,9 @@ struct Surroundings {
 
   // The sheet shown in previews, in points.
   QSizeF paper;
+
+  // The page that previews show on that sheet, whose size takes its place; nothing for a blank sheet.
+  std::optional<PageOrder> page = std::nullopt;
 
   // What the user's input is forwarded to.
   std::shared_ptr<Refhost::UserActions> actions = std::make_shared<Refhost::UserActions>();

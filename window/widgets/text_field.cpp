@@ -72,7 +72,10 @@ void TextField::show(const QString& text) {
 QValidator::State TextField::judge(QString& text, int& caret) {
   if (node == nullptr || isFollowing || isTelling || text == agreed) return QValidator::Acceptable;
   if (text.size() == maxLength() && endsInHalf(text, caret)) text.remove(--caret, 1);
-  if (!tell(text, way)) return QValidator::Invalid;
+  if (!tell(text, way)) {
+    if (isOutOfRange(text)) Q_EMIT limited(false);
+    return QValidator::Invalid;
+  }
   if (text != known) {
     text = known;
     caret = std::min(caret, static_cast<int>(text.size()));
@@ -112,9 +115,32 @@ bool TextField::stepsByKey(const QKeyEvent& event) {
 
 // An edit of the whole text, so that handlers may reject it, and undo takes it back.
 void TextField::step(int steps) {
+  const QString reached = toQt(Refhost::stepped(*node->range(), toWide(text()), steps));
+  const bool isAtEnd = reached == text();
   selectAll();
-  insert(toQt(Refhost::stepped(*node->range(), toWide(text()), steps)));
+  insert(reached);
   selectAll();
+  if (isAtEnd) Q_EMIT limited(false);
+}
+
+bool TextField::isOutOfRange(const QString& number) const {
+  bool isNumber = false;
+  const double value = number.toDouble(&isNumber);
+  return node != nullptr && node->range() && isNumber && (value < node->range()->least || value > node->range()->most);
+}
+
+// Whether the tree has replaced a number that is out of range.
+bool TextField::leave() {
+  const bool wasPossible = !isOutOfRange(known);
+  const QString before = known;
+  actions.leave(*node);
+  return !wasPossible && node != nullptr && toQt(node->content()) != before;
+}
+
+bool TextField::settles() {
+  if (node == nullptr || !isOutOfRange(known) || !leave()) return false;
+  Q_EMIT limited(true);
+  return true;
 }
 
 // Without the focus the wheel scrolls what is around the box.
@@ -172,7 +198,7 @@ void TextField::inputMethodEvent(QInputMethodEvent* event) {
 void TextField::focusOutEvent(QFocusEvent* event) {
   QLineEdit::focusOutEvent(event);
   const bool comesBack = event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason;
-  if (node != nullptr && !comesBack) actions.leave(*node);
+  if (node != nullptr && !comesBack && leave()) Q_EMIT limited(true);
 }
 
 }  // namespace Window

@@ -22,6 +22,16 @@ class TextField final : public QLineEdit {
   // Drops the reference to the box, which is about to be destroyed.
   void forget() { node = nullptr; }
 
+  // Tells beside the field which numbers are possible; the texts are those of `tellsRange`.
+  void tellRange() { Q_EMIT limited(false); }
+
+  // Whether the field was left with another number than the user's, because that is not possible. The box is left.
+  bool settles();
+
+ Q_SIGNALS:
+  // A number that is not possible was refused, or if `isChanged`, replaced by another one.
+  void limited(bool isChanged);
+
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
@@ -38,6 +48,8 @@ class TextField final : public QLineEdit {
   bool tell(const QString& text, Refhost::Edit how);
   bool stepsByKey(const QKeyEvent& event);
   void step(int steps);
+  bool isOutOfRange(const QString& number) const;
+  bool leave();
   void show(const QString& text);
   void putRight();
 

@@ -6,6 +6,10 @@
 #include "window/language/texts.h"
 #include "window/page/paper.h"
 
+#include "window/widgets/page_backdrop.h"
+
+#include <QCheckBox>
+#include <QMouseEvent>
 #include <QPainter>
 
 #include <algorithm>
@@ -74,17 +78,55 @@ WatermarkView::WatermarkView(const QSizeF& paperInPoints, QWidget* parent) : QWi
 
 void WatermarkView::show(const Press::Watermark& newWatermark) {
   const bool keepsShapes = haveSameShapes(watermark, newWatermark);
+  const Place placeBefore = present();
   const QRect before = markedArea();
   watermark = newWatermark;
   if (!keepsShapes) shape();
+  if (isMovable && present() != placeBefore) return update();
   update(before | markedArea());
+}
+
+void WatermarkView::showPage(const PageOrder& order, const QString& switchText) {
+  page = new PageBackdrop(order, this);
+  pageSwitch = new QCheckBox(switchText, this);
+  pageSwitch->setObjectName("showsPage");
+  pageSwitch->setChecked(true);
+  connect(pageSwitch, &QCheckBox::toggled, this, qOverload<>(&QWidget::update));
+  connect(page, &PageBackdrop::changed, this, [this] {
+    if (!page->points().isEmpty()) paper = page->points();
+    update();
+  });
+  fitPage();
+}
+
+bool WatermarkView::isSettled() const { return page == nullptr || page->isSettled(); }
+
+void WatermarkView::fitPage() {
+  if (page == nullptr) return;
+  const QSize wanted = pageSwitch->sizeHint();
+  pageSwitch->setGeometry(roundSheet, height() - wanted.height() - 2, wanted.width(), wanted.height());
+  const QSizeF room = QSizeF(width() - 2 * roundSheet, pageSwitch->y() - 2 * roundSheet).expandedTo({1, 1});
+  page->fit((room * devicePixelRatioF()).toSize());
+}
+
+void WatermarkView::resizeEvent(QResizeEvent*) { fitPage(); }
+
+QRectF WatermarkView::sheet() const {
+  const int below = pageSwitch == nullptr ? height() : pageSwitch->y();
+  return sheetWithin(QRectF(0, 0, width(), below), devicePixelRatioF(), paper);
 }
 
 // The area that the mark may cover, since redrawing a large sheet is slow.
 QRect WatermarkView::markedArea() const {
   if (!refusal.isEmpty()) return rect();
   if (parts.empty()) return {};
-  return placement(sheetWithin(*this, paper)).mapRect(bounds).toAlignedRect().adjusted(-2, -2, 2, 2) & rect();
+  QRectF area = placement(sheet()).mapRect(bounds).adjusted(-2, -2, 2, 2);
+  if (const auto knob = handle()) {
+    const QSizeF around(2 * knobRadius + 4, 2 * knobRadius + 4);
+    area |= QRectF(*knob - QPointF(around.width() / 2, around.height() / 2), around);
+    area |= QRectF(*knob, centreOfMark()).normalized().adjusted(-2, -2, 2, 2);
+  }
+  return area.toAlignedRect() & rect();
 }
 
 void WatermarkView::shape() {
@@ -106,15 +148,24 @@ void WatermarkView::shape() {
 void WatermarkView::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   paintDesk(painter, *this);
-  const QRectF sheet = sheetWithin(*this, paper);
+  const QRectF sheet = this->sheet();
   paintSheet(painter, sheet);
+  if (page != nullptr && pageSwitch->isChecked() && !page->image().isNull()) {
+    const bool isExact = (sheet.size() * devicePixelRatioF()).toSize() == page->image().size();
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, !isExact);
+    painter.drawImage(sheet, page->image());
+  }
   if (!refusal.isEmpty()) {
     painter.setPen(Qt::darkGray);
     painter.drawText(sheet.adjusted(roundSheet, 0, -roundSheet, 0), Qt::AlignCenter | Qt::TextWordWrap, refusal);
   } else if (!parts.empty()) {
+    painter.save();
     painter.setClipRect(sheet);
     paintMark(painter, sheet);
+    painter.restore();
   }
+  if (isMovable) paintPlaces(painter);
+  paintHandle(painter);
 }
 
 // From the text's points to the view.
@@ -123,8 +174,10 @@ QTransform WatermarkView::placement(const QRectF& sheet) const {
   page.visible = boxOf(QRectF(QPointF(), paper));
   const Press::Matrix matrix = Press::placeMark(page, boxOf(bounds), watermark);
   const double scale = sheet.width() / paper.width();
+  const QPointF way = grip && grip->kind == Grip::Kind::moves ? grip->now - grip->start : QPointF();
   return QTransform(matrix.a, matrix.b, matrix.c, matrix.d, matrix.e, matrix.f) *
-         QTransform(scale, 0, 0, -scale, sheet.left(), sheet.top() + paper.height() * scale);
+         QTransform(scale, 0, 0, -scale, sheet.left(), sheet.top() + paper.height() * scale) *
+         QTransform::fromTranslate(way.x(), way.y());
 }
 
 // Overlapping letters and strokes must not show through each other, as on paper: transparent marks are painted opaque
