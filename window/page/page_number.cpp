@@ -17,15 +17,22 @@ PageNumber::PageNumber(QWidget* parent) : QSpinBox(parent) {
   connect(this, &QSpinBox::valueChanged, this, &PageNumber::entered);
 }
 
-// The line needs the room of a line of its own, whatever the language's font.
+// The line has as much room as one of its own, whatever the language's font.
+QSize PageNumber::sizeHint() const {
+  const int frame = style()->pixelMetric(QStyle::PM_SpinBoxFrameWidth, nullptr, this);
+  return QSpinBox::sizeHint().expandedTo({0, lineEdit()->sizeHint().height() + 2 * frame});
+}
+
+QSize PageNumber::minimumSizeHint() const { return {QSpinBox::minimumSizeHint().width(), sizeHint().height()}; }
+
 void PageNumber::setName(const QString& name) {
   setToolTip(name);
-  setMinimumHeight(lineEdit()->sizeHint().height() +
-                   2 * style()->pixelMetric(QStyle::PM_SpinBoxFrameWidth, nullptr, this));
   for (QWidget* each : {static_cast<QWidget*>(this), static_cast<QWidget*>(lineEdit())}) each->setAccessibleName(name);
 }
 
 void PageNumber::show(const QString& words, int number, int count) {
+  if (words == shownWords && value() == number && maximum() == std::max(1, count)) return;
+  shownWords = words;
   const QSignalBlocker quiet(this);
   const QString before = words.section("%1", 0, 0);
   const QString after = words.section("%1", 1);

@@ -17,12 +17,18 @@ class PageNumber final : public QSpinBox {
   // `words` has places for the number and the count, as QString::arg takes them.
   void show(const QString& words, int number, int count);
 
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
+
  Q_SIGNALS:
   // The user has entered a number.
   void entered(int number);
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  QString shownWords;
 };
 
 }  // namespace Window

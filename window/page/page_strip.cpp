@@ -50,14 +50,16 @@ void PageStrip::show(const PageOrder& newOrder, const PagePicture& picture) {
   order = newOrder;
   sheets = (picture.pages + order.effects.pagesOnSheet - 1) / order.effects.pagesOnSheet;
   arrange();
-  if (isAnother || hasMoved) {
-    const QRect place = cell(current());
-    if (place.top() < 0) verticalScrollBar()->setValue(verticalScrollBar()->value() + place.top());
-    if (place.bottom() >= viewport()->height())
-      verticalScrollBar()->setValue(verticalScrollBar()->value() + place.bottom() + 1 - viewport()->height());
-  }
-  viewport()->update();
+  if (isAnother || hasMoved) showCurrent();
   wait();
+}
+
+void PageStrip::showCurrent() {
+  const QRect place = cell(current());
+  QScrollBar& bar = *verticalScrollBar();
+  if (place.top() < 0) bar.setValue(bar.value() + place.top());
+  if (place.bottom() >= viewport()->height()) bar.setValue(bar.value() + place.bottom() + 1 - viewport()->height());
+  viewport()->update();
 }
 
 void PageStrip::wait() { moment.start(); }

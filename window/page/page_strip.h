@@ -61,6 +61,7 @@ class PageStrip final : public QAbstractScrollArea {
   int current() const { return (order.page - 1) / order.effects.pagesOnSheet + 1; }
   int missing() const;
   void arrange();
+  void showCurrent();
   void drawNext();
   void take(int page, const QImage& image, int label);
   void forgetFarOnes();
