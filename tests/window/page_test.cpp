@@ -340,6 +340,7 @@ TEST_F(PlainPageTest, OfALongJobDrawsTheSmallPicturesInSightAlone) {
 TEST_F(PlainPageTest, AloneInItsJobHasNoStrip) {
   Testing::OpenWindow open([&](Request& request) { request.document = write(plainJob(1, "")); });
   EXPECT_FALSE(open.find<PageStrip>("pageStrip").isVisible());
+  EXPECT_EQ(open.find<PageNumber>("place").text(), "Page 1 of 1");
 }
 
 TEST(PageOfADamagedJob, IsASentence) {
@@ -349,6 +350,8 @@ TEST(PageOfADamagedJob, IsASentence) {
   Testing::OpenWindow open([&](Request& request) { request.document = file; });
   EXPECT_TRUE(open.window->pageFailure().contains("damaged.pdf")) << open.window->pageFailure().toStdString();
   EXPECT_EQ(open.find<QWidget>("page").accessibleDescription(), open.window->pageFailure());
+  EXPECT_EQ(open.find<PageNumber>("place").text(), "\u2013");
+  EXPECT_FALSE(open.find<PageNumber>("place").isEnabled());
 }
 
 TEST(PageOfARequest, IsShownFirst) {

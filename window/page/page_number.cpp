@@ -31,14 +31,17 @@ void PageNumber::setName(const QString& name) {
 }
 
 void PageNumber::show(const QString& words, int number, int count) {
-  if (words == shownWords && value() == number && maximum() == std::max(1, count)) return;
+  if (words == shownWords && value() == number && shownCount == count) return;
   shownWords = words;
+  shownCount = count;
   const QSignalBlocker quiet(this);
-  const QString before = words.section("%1", 0, 0);
-  const QString after = words.section("%1", 1);
-  setPrefix(QString(before).replace("%2", QString::number(count)));
-  setSuffix(QString(after).replace("%2", QString::number(count)));
-  setRange(1, std::max(1, count));
+  const auto part = [&words, count](int index) {
+    return count > 0 ? words.section("%1", index, index).replace("%2", QString::number(count)) : QString();
+  };
+  setPrefix(part(0));
+  setSuffix(part(1));
+  setSpecialValueText(count > 0 ? QString() : QStringLiteral("\u2013"));
+  setRange(std::min(1, count), count);
   setValue(number);
 }
 

@@ -14,7 +14,7 @@ class PageNumber final : public QSpinBox {
   // What the user can do with it, for its tip and screen readers.
   void setName(const QString& name);
 
-  // `words` has places for the number and the count, as QString::arg takes them.
+  // `words` has places for the number and the count, as QString::arg takes them. A count of 0 is a dash.
   void show(const QString& words, int number, int count);
 
   QSize sizeHint() const override;
@@ -29,6 +29,7 @@ class PageNumber final : public QSpinBox {
 
  private:
   QString shownWords;
+  int shownCount = -1;
 };
 
 }  // namespace Window
