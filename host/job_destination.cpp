@@ -46,8 +46,14 @@ void JobDestination::write(std::string_view bytes, std::optional<std::string_vie
     restore({});
     throw;
   }
+  const std::filesystem::path pictureFile = std::filesystem::path(file).replace_extension(".bmp");
+  FileContent before = contentBefore(file);
+  FileContent pictureBefore = picture ? contentBefore(pictureFile) : FileContent();
   writeCaptured(world.disk, file, bytes, picture);
   aside.clear();
+  if (!world.changes) return;
+  if (picture) world.changes->add(pictureFile, std::move(pictureBefore), std::string(*picture));
+  world.changes->add(file, std::move(before), std::string(bytes));
 }
 
 // Since the plug-in has put the overlay into the index, another program may have written the index without it: there
@@ -63,7 +69,14 @@ void JobDestination::keepListed(const std::filesystem::path& file) const {
     throw Files::DiskError(
         Formats::sentence("{1} is the file of another overlay meanwhile; try again.", Files::shownPath(file)));
   entries.push_back(own);
-  Files::replaceWhole(world.disk, index, Formats::indexBytes(entries));
+  FileContent before = contentBefore(index);
+  std::string after = Formats::indexBytes(entries);
+  Files::replaceWhole(world.disk, index, after);
+  if (world.changes) world.changes->add(index, std::move(before), std::move(after));
+}
+
+FileContent JobDestination::contentBefore(const std::filesystem::path& file) const {
+  return world.changes ? world.changes->contentBefore(world.disk, file) : FileContent();
 }
 
 void JobDestination::follow() {

@@ -37,6 +37,7 @@ class JobDestination {
   void giveUp();
   void restore(std::chrono::milliseconds atMost);
   void keepListed(const std::filesystem::path& file) const;
+  FileContent contentBefore(const std::filesystem::path& file) const;
 
   const FileWorld& world;
   PropertyModel& model;

@@ -73,7 +73,7 @@ std::optional<std::u16string> printIntoOverlay(Preferences& preferences, Face& f
     preferences.refreshStores();
     throw;
   }
-  preferences.refreshStores();
+  preferences.takeUpFiles(job.fileChanges());
   return job.model().value(Prop::overlayImageName).value_or(u"");
 }
 

@@ -1,23 +1,10 @@
 #include "host/preferences.h"
 
-#include "files/disk.h"
-#include "files/temporary_folder.h"
 #include "formats/names.h"
 #include "formats/sentences.h"
-#include "formats/text.h"
-#include "host/documents/documents.h"
-#include "host/home.h"
-#include "host/job_destination.h"
-#include "host/kept_settings.h"
-#include "host/library.h"
 #include "host/plugin_description.h"
-#include "host/plugin_failures.h"
-#include "host/profiles/profile_event.h"
+#include "host/preferences_run.h"
 #include "host/property_binding.h"
-#include "host/reference_host.h"
-#include "host/screen.h"
-#include "host/undo_history.h"
-#include "host/user_folders.h"
 
 #include <stdexcept>
 
@@ -35,97 +22,7 @@ void activateWithoutGui(Kiln::UIPlugin& plugin) {
     if (++calls == most) throw std::runtime_error(Formats::sentence("It asks for more than {1} calls.", most));
 }
 
-// Properties that users may set, without context properties.
-TracePairs userValues(const PropertyModel& model) {
-  TracePairs pairs = model.values();
-  std::erase_if(pairs, [&model](const auto& pair) { return model.isContext(pair.first); });
-  return pairs;
-}
-
-// The pairs of `wanted` that differ from the model.
-TracePairs differences(const PropertyModel& model, const TracePairs& wanted) {
-  TracePairs pairs;
-  for (const auto& pair : wanted)
-    if (model.value(pair.first) != pair.second) pairs.push_back(pair);
-  return pairs;
-}
-
 }  // namespace
-
-// The state of one opening. Members are destroyed in reverse order: the plug-in, the objects that it is connected to,
-// its library.
-struct Preferences::Run {
-  Run(Preferences& owner, const Options& options)
-      : calls(owner.events.calls()),
-        failures(Formats::toUtf8(options.plugin.filename().u16string()), calls),
-        home(options.home),
-        strings(owner.folders, options.locale),
-        screen(options.dpi),
-        library(make<Library>(options.plugin)),
-        files{options.disk == nullptr ? Files::realDisk() : *options.disk,
-              owner.events,
-              home.path,
-              [this](const auto& path) { return destination.takesPlaceOf(path); },
-              [this] { changesFiles = true; },
-              [this](const auto& path, const auto& problem) { noteUnread(path, problem); }},
-        manager(make<PropertyManager>(
-            make<PropertyModel>(readModel(options.resources / "models", options.model), owner.events), owner.events)),
-        destination(files, *manager->model),
-        widgets{owner.events, strings, screen.window(), [&owner](const auto& action) { owner.dispatch(action); },
-                [&owner](WidgetNode& widget) { owner.face.widgetChanged(widget); }},
-        layouts(owner.folders, options.withoutWidgets),
-        host({owner.face, owner.events, owner.folders, strings, files, *manager->model}),
-        gui(make<Gui>(GuiWorld{owner.face, layouts, widgets, [this] { files.guard->release(); }, options.actions},
-                      owner.events)) {
-    files.guard->longestWait = options.longestWait;
-    host.active = options.active;
-    host.fonts = options.fonts;
-    host.helpContext = [this] { return isOver ? u"" : gui->panel().selectedTabId().str(); };
-  }
-
-  PropertyModel& model() { return *manager->model; }
-
-  // The plug-in's PrintTicket interface. Throws std::runtime_error when it has none.
-  Kiln::PTPlugin& ticketPlugin() const {
-    const auto part = Kiln::smartCast<Kiln::PTPlugin>(plugin);
-    if (!part) throw std::runtime_error(Formats::sentence("The plug-in does not take part in PrintTickets."));
-    return *part;
-  }
-
-  // Tells the plug-in that a profile was imported: it reads its stores again.
-  void fireImport(const std::filesystem::path& target) const {
-    calls.run("profile import", [&] { manager->profileImport->fire(make<ProfileEvent>(files, target, std::nullopt)); });
-  }
-
-  void noteUnread(const std::filesystem::path& path, const Files::DiskError& problem) {
-    failures.noteTold(problem.what());
-    const bool isForbidden = problem.code() == std::errc::permission_denied;
-    if (unread.empty() && !(isForbidden && isLocalData(*manager->settings, path))) unread = problem.what();
-  }
-
-  PluginCalls& calls;
-  PluginFailures failures;
-  Home home;
-  std::string unread;
-  StringTables strings;
-  Screen screen;
-  Kiln::SmartPtr<Library> library;
-  bool changesFiles = false;  // whether the plug-in has changed files in the current action
-  FileWorld files;
-  Kiln::SmartPtr<PropertyManager> manager;
-  JobDestination destination;
-  WidgetWorld widgets;
-  LayoutReader layouts;
-  ReferenceHost host;
-  // Kept to the end, for dialogs that the plug-in opens after the tabs are closed.
-  Kiln::SmartPtr<Gui> gui;
-  bool isOver = false;  // whether there are no tabs, or they are closed
-  Kiln::SmartPtr<Kiln::UIPlugin> plugin;
-
-  UndoHistory past;
-  bool isUndoable = true;  // whether the current action is to be added to it
-  int actions = 0;         // nesting depth
-};
 
 Preferences::Preferences(Options options, Face& shownBy)
     : runOptions(std::move(options)),
@@ -173,6 +70,7 @@ void Preferences::start() {
   fireReady();
   dispatch([this] { run->model().announce(); });
   run->past.clear();
+  run->files.changes->clear();
 }
 
 void Preferences::applyOptions() {
@@ -274,28 +172,6 @@ void Preferences::help() {
                 [this] { dispatch([this] { run->calls.run("help", [this] { run->gui->panel().fireHelp(); }); }); });
 }
 
-bool Preferences::canUndo() const { return !run->past.isEmpty(); }
-
-void Preferences::undo() {
-  if (run->past.isEmpty()) return;
-  const TracePairs before = run->past.takeLatest();
-  actions().act({"undo"}, [&] {
-    run->isUndoable = false;
-    dispatch([&] { run->model().submit(differences(run->model(), before)); });
-    run->isUndoable = true;
-  });
-}
-
-void Preferences::restoreDefaults() {
-  TracePairs defaults;
-  for (const PropertyDescription& property : run->model().description().properties)
-    if (!property.isContext) defaults.emplace_back(property.name, property.defaultValue);
-  const TracePairs pairs = differences(run->model(), defaults);
-  actions().act({"defaults"}, [&] {
-    if (!pairs.empty()) dispatch([&] { run->model().submit(pairs); });
-  });
-}
-
 void Preferences::set(const std::u16string& name, const std::u16string& value) {
   actions().act({"set", {name, value}}, [&] { dispatch([&] { run->model().submit({{name, value}}); }); });
 }
@@ -319,31 +195,6 @@ std::string Preferences::capabilities() {
       [this] { return run->host.ticketDocuments().capabilities(run->ticketPlugin(), run->model()); });
 }
 
-void Preferences::loadTicketFile(const std::filesystem::path& file) {
-  actions().act({"load-ticket", {Files::pathText(file)}, OwnText::argument},
-                [&] { loadTicket(Files::realDisk().read(file, documentLimits.bytes), Files::shownPath(file)); });
-}
-
-void Preferences::loadTicket(std::string_view document, const std::string& source) {
-  const TracePairs before = userValues(run->model());
-  const std::string sentence = run->failures.sentenceOf(
-      [&] { run->host.ticketDocuments().load(run->ticketPlugin(), run->model(), document, source); });
-  if (!sentence.empty()) throw std::runtime_error(sentence);
-  TracePairs loaded;
-  for (const auto& [name, value] : before)
-    if (const auto now = *run->model().value(name); now != value) loaded.emplace_back(name, now);
-  if (loaded.empty()) return;
-  // The values are set already; submitting them runs the rules and fires the signals.
-  run->isUndoable = false;
-  dispatch([&] { run->model().submit(loaded); });
-  run->isUndoable = true;
-  if (!run->changesFiles) run->past.add(before);
-}
-
-void Preferences::writeJob(std::string_view bytes, std::optional<std::string_view> picture) {
-  run->destination.write(bytes, picture);
-}
-
 std::optional<std::filesystem::path> Preferences::exportProfile(const std::filesystem::path& target,
                                                                 const std::u16string& includeUserdata) {
   const auto event = make<ProfileEvent>(run->files, target, includeUserdata);
@@ -353,47 +204,15 @@ std::optional<std::filesystem::path> Preferences::exportProfile(const std::files
   const std::string sentence = run->failures.sentenceOf(
       [&] { run->calls.run("profile export", [&] { run->manager->profileExport->fire(event); }); });
   run->host.hearTold = {};
+  if (run->actions == 0) run->files.changes->clear();
   if (run->actions == 0) run->files.guard->endAction();
   if (!sentence.empty() || !told.empty()) throw std::runtime_error(sentence.empty() ? told : sentence);
   const auto localData = setting(Setting::localDataPath);
   return localData ? std::optional(profileLocation(Files::pathFromText(*localData), target)) : std::nullopt;
 }
 
-void Preferences::importProfile(const std::filesystem::path& target, const TracePairs& values) {
-  TracePairs changed = differences(run->model(), applicable(values, run->model().description()));
-  dispatch([&] {
-    for (const auto& [name, value] : changed) run->model().child(name)->setValue(value);
-    run->fireImport(target);
-    // The values are set already, and partly corrected by the plug-in; submitting them runs the rules and fires the
-    // signals.
-    for (auto& [name, value] : changed) value = *run->model().value(name);
-    if (!changed.empty()) run->model().submit(changed);
-  });
-}
-
-// The import signal is the contract's only one at which a plug-in reads its stores.
-void Preferences::refreshStores() {
-  dispatch([this] { run->fireImport({}); });
-}
-
 void Preferences::lock(std::vector<std::u16string> names) {
   actions().act({"lock", names}, [&] { run->host.lockedNames = std::move(names); });
-}
-
-void Preferences::dispatch(const std::function<void()>& action) {
-  const bool outermost = run->actions == 0;
-  const TracePairs before = outermost ? userValues(run->model()) : TracePairs();
-  if (outermost) run->changesFiles = false;
-  ++run->actions;
-  const std::string sentence = run->failures.sentenceOf(action);
-  --run->actions;
-  if (outermost) run->files.guard->endAction();
-  if (outermost && run->isUndoable && userValues(run->model()) != before) run->past.add(before);
-  // Undo does not restore files, so earlier values may no longer match them.
-  if (outermost && run->changesFiles) run->past.clear();
-  if (sentence.empty()) return;
-  actions().failed(sentence);
-  face.showFailure(sentence);
 }
 
 }  // namespace Refhost

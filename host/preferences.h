@@ -4,6 +4,7 @@
 #include "files/home_lock.h"
 #include "host/chrome/addresses.h"
 #include "host/chrome/strings.h"
+#include "host/documents/file_changes.h"
 #include "host/face.h"
 #include "host/gui.h"
 #include "host/mode.h"
@@ -21,6 +22,8 @@
 #include <vector>
 
 namespace Refhost {
+
+class UndoHistory;
 
 using FontNames = std::function<std::optional<std::vector<std::u16string>>()>;
 
@@ -113,9 +116,26 @@ class Preferences {
   bool mayPrint();
   void selectTab(const std::u16string& id);
   void help();
+  void restoreDefaults();
+
+  // Undo takes the latest action back, with what it has changed of the user's watermarks and overlays, and redo does it
+  // again. Files that another program has changed since are left as they are: then the face shows a failure, and
+  // nothing is left to undo. `nextTo...` are what the user did, empty when not known; null when there is nothing.
   bool canUndo() const;
   void undo();
-  void restoreDefaults();
+  const UserAction* nextToUndo() const;
+  bool canRedo() const;
+  void redo();
+  const UserAction* nextToRedo() const;
+
+  // Called after each user action, when what can be undone may have changed. May be empty.
+  std::function<void()> onHistory;
+
+  // The values of the properties that a user may set.
+  TracePairs userValues() const;
+
+  // Applies those of the values that a user may set on this model, as one user action.
+  void apply(const TracePairs& values);
 
   // Sets a property in a transition of the host.
   void set(const std::u16string& name, const std::u16string& value);
@@ -143,25 +163,39 @@ class Preferences {
                                                      const std::u16string& includeUserdata);
 
   // Applies the values of a profile that a user may set on this model, and fires the profile import signal, as one user
-  // action. The profile's files must be in place; `target` may be empty when they have been merged into the home.
-  void importProfile(const std::filesystem::path& target, const TracePairs& values);
+  // action. The profile's files must be in place; `target` may be empty when they have been merged into the home, which
+  // has made `changes`.
+  void importProfile(const std::filesystem::path& target, const TracePairs& values, const FileChanges& changes = {});
 
   // Makes the plug-in read the user's watermarks and overlays again, after others have changed them on disk, as one
   // user action.
   void refreshStores();
 
+  // The same after preferences of another opening have changed them, so that undo takes the changes back.
+  void takeUpFiles(const FileChanges& changes);
+
+  // What this opening has changed of the user's files.
+  FileChanges fileChanges() const;
+
+  // Makes a new content of a file's, under the home's lock.
+  using NewContent = std::function<std::string(const FileContent& present)>;
+
+  // Replaces a file of the user's watermarks or overlays, and makes the plug-in read it again, as one user action.
+  void changeFile(const std::filesystem::path& file, const NewContent& change);
+
   // Manual overrides: an option's availability, and the names in the "lock" attribute.
   void setAvailable(const std::u16string& name, const std::u16string& option, bool available);
   void lock(std::vector<std::u16string> names);
 
-  // Runs a user action: reports exceptions of plug-in code to the face, and saves the previous state for undo, unless
-  // the plug-in has changed files.
+  // Runs a user action: reports exceptions of plug-in code to the face, and saves the previous state for undo.
   void dispatch(const std::function<void()>& action);
 
  private:
   struct Run;
 
   void start();
+  void dispatch(const std::function<void()>& action, std::optional<TracePairs> valuesBefore);
+  void travel(UndoHistory& from, UndoHistory& to, FileChanges::State state);
   bool firePreAccept();
   void applyOptions();
   void loadDeviceTab();

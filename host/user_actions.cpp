@@ -81,6 +81,18 @@ void UserActions::actWithName(const UserAction& action, const std::function<void
 }
 
 void UserActions::act(const UserAction& action, Name name, const std::function<void()>& deed) {
+  struct Entry {
+    Entry(std::vector<const UserAction*>& all, const UserAction& entered) : actions(all) { all.push_back(&entered); }
+    Entry(const Entry&) = delete;
+    Entry& operator=(const Entry&) = delete;
+    ~Entry() { actions.pop_back(); }
+    std::vector<const UserAction*>& actions;
+  };
+  const Entry entry(doing, action);
+  actAndTell(action, name, deed);
+}
+
+void UserActions::actAndTell(const UserAction& action, Name name, const std::function<void()>& deed) {
   if (listener == nullptr || isActing) return deed();
   const Dialog* dialog = running.empty() ? nullptr : running.back();
   const Restoring outer(current);

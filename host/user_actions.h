@@ -66,6 +66,10 @@ class UserActions {
   // The same, for an action that has a name asked: it is told once that is known, after it.
   void actWithName(const UserAction& action, const std::function<void()>& deed);
 
+  // The outermost and the innermost of the actions that are being done; null for none. Valid while it is being done.
+  const UserAction* outermost() const { return doing.empty() ? nullptr : doing.front(); }
+  const UserAction* innermost() const { return doing.empty() ? nullptr : doing.back(); }
+
   // Adds a member to the answer of the action that is done; not once that was answered, when a dialog opened.
   void answer(const std::string& name, TraceValue value);
 
@@ -101,15 +105,17 @@ class UserActions {
   enum class Name { none, asked };
 
   void act(const UserAction& action, Name name, const std::function<void()>& deed);
+  void actAndTell(const UserAction& action, Name name, const std::function<void()>& deed);
   void onWidget(WidgetNode& widget, const UserAction& action, const std::function<void()>& deed);
   void begin(const UserAction& action);
   void tellHeld();
   void send();
 
   ActionListener* listener = nullptr;
-  std::vector<const Dialog*> running;  // the modal dialogs, the innermost last
-  bool isActing = false;               // whether an action is being done in the innermost dialog
-  std::size_t current = 0;             // the number of the action being done there
+  std::vector<const UserAction*> doing;  // the innermost last
+  std::vector<const Dialog*> running;    // the modal dialogs, the innermost last
+  bool isActing = false;                 // whether an action is being done in the innermost dialog
+  std::size_t current = 0;               // the number of the action being done there
   std::size_t count = 0;
   std::optional<Unanswered> unanswered;
   std::optional<UserAction> held;  // the unanswered action, while it has not been told

@@ -76,6 +76,14 @@ Json undo(Session& session, const Arguments&) {
   return Json::object();
 }
 
+Json redo(Session& session, const Arguments&) {
+  demandNoDialog(session);
+  session.gui();
+  if (!session.preferences().canRedo()) throw std::runtime_error("There is nothing to redo.");
+  session.preferences().redo();
+  return Json::object();
+}
+
 Json defaults(Session& session, const Arguments&) {
   demandNoDialog(session);
   session.gui();
@@ -227,7 +235,7 @@ Json importProfileFile(Session& session, const Arguments& words) {
   home.tell = [&notes](const std::string& sentence) { notes.push_back(sentence); };
   const Refhost::Manifest profile =
       Refhost::importProfile(Files::realDisk(), Files::pathFromText(words[0]), home, [](int, int) { return true; });
-  session.preferences().importProfile({}, profile.values);
+  session.preferences().importProfile({}, profile.values, *home.changes);
   return {{"notes", notes}};
 }
 
@@ -259,6 +267,7 @@ const std::map<std::string, Command, std::less<>>& commandTable() {
       {"tab", {"ID", 1, 1, tab}},
       {"help", {"", 0, 0, help}},
       {"undo", {"", 0, 0, undo}},
+      {"redo", {"", 0, 0, redo}},
       {"defaults", {"", 0, 0, defaults}},
       {"print", {"", 0, 0, print}},
       {"print-overlay", {"", 0, 0, printOverlay}},

@@ -18,9 +18,9 @@ namespace fs = std::filesystem;
 // The maximum size of a copied file; copies go through memory.
 constexpr std::size_t copyLimit = std::size_t{1} << 30;
 
-void reportChange(const FileWorld& world, const TraceEvent& event) {
-  world.trace.record(event);
-  if (world.onChange) world.onChange();
+// The file's content, if anybody needs to know.
+FileContent contentBefore(const FileWorld& world, const fs::path& file) {
+  return world.changes ? world.changes->contentBefore(world.disk, file) : FileContent();
 }
 
 bool isLinkToFolder(const Files::Entry& entry) { return entry.link && entry.kind == Files::EntryKind::folder; }
@@ -104,10 +104,13 @@ class Path final : public Kiln::Services::Path {
     const bool removed = forPlugin([&] {
       const ChangeGuard::Lock lock = world.guard->lock(world.disk, world.home);
       const bool isDestination = world.isDestination && world.isDestination(path);
-      return takeAway(world.disk, path, isDestination);
+      FileContent before = contentBefore(world, path);
+      const bool isTaken = takeAway(world.disk, path, isDestination);
+      if (isTaken && world.changes) world.changes->add(path, std::move(before), {});
+      return isTaken;
     });
     world.guard->wasChanged(path);
-    if (removed) reportChange(world, {"delete", {{"path", tracedPath(world, path)}}});
+    if (removed) world.trace.record({"delete", {{"path", tracedPath(world, path)}}});
     return removed;
   }
 
@@ -134,7 +137,9 @@ bool save(const FileWorld& world, const fs::path& path, std::string_view bytes) 
     throw Own<Kiln::FileChanged>(
         heap(), Formats::sentence("{1} was changed by another program meanwhile; try again.", Files::shownPath(path)));
   }
+  FileContent before = contentBefore(world, path);
   const bool isChanged = Files::replaceWhole(world.disk, path, bytes);
+  if (isChanged && world.changes) world.changes->add(path, std::move(before), std::string(bytes));
   world.guard->wasChanged(path);
   return isChanged;
 }
@@ -167,7 +172,7 @@ std::u16string tracedPath(const FileWorld& world, const fs::path& path) {
 
 bool saveTraced(const FileWorld& world, const fs::path& path, std::string_view bytes) {
   if (!forPlugin([&] { return save(world, path, bytes); })) return false;
-  reportChange(world, {"write", {{"path", tracedPath(world, path)}, {"bytes", static_cast<double>(bytes.size())}}});
+  world.trace.record({"write", {{"path", tracedPath(world, path)}, {"bytes", static_cast<double>(bytes.size())}}});
   return true;
 }
 

@@ -3,6 +3,7 @@
 
 #include "files/disk.h"
 #include "host/documents/change_guard.h"
+#include "host/documents/file_changes.h"
 #include "host/trace.h"
 #include "kiln/services.h"
 
@@ -25,15 +26,15 @@ struct FileWorld {
   // Whether the driver will write the file (host/documents/captured.h); empty without a driver.
   std::function<bool(const std::filesystem::path&)> isDestination = {};
 
-  // Called after the plug-in has written or deleted a file; empty when nobody needs to know.
-  std::function<void()> onChange = {};
-
   // Called when the plug-in could not look at something or read it, before the plug-in gets the Exception, which it may
   // survive; empty when nobody needs to know.
   std::function<void(const std::filesystem::path&, const Files::DiskError&)> onUnread = {};
 
   // Keeps its changes and those of other programs apart.
   std::shared_ptr<ChangeGuard> guard = std::make_shared<ChangeGuard>();
+
+  // What the present action has changed; null when nobody needs to know.
+  std::shared_ptr<FileChanges> changes = {};
 };
 
 // `world` outlives the path and all paths derived from it. The path's text uses the platform's separators.

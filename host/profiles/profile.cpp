@@ -163,6 +163,7 @@ class HomeImport {
 
   void write(const fs::path& path, std::string_view bytes) {
     Files::createFolders(disk, Files::folderOf(path));
+    if (home.changes) home.changes->add(path, home.changes->contentBefore(disk, path), std::string(bytes));
     files.write(path, bytes);
   }
 
@@ -199,6 +200,7 @@ ProfileHome ProfileHome::of(Preferences& preferences) {
   home.home = preferences.home();
   home.watermarkFile = folder(Formats::Setting::userPath) / Formats::watermarkFileName;
   home.overlayFolder = folder(Formats::Setting::userProfile) / folder(Formats::Setting::settingsFolder);
+  home.changes = std::make_shared<FileChanges>();
   home.translate = [&preferences](std::u16string_view text) { return preferences.strings().resolve(text); };
   return home;
 }

@@ -56,6 +56,9 @@ struct ProfileHome {
   // Takes a sentence for each value of the profile that is not taken. May be empty.
   std::function<void(const std::string& sentence)> tell = {};
 
+  // Takes what the import changes, for undo; null when nobody needs to know.
+  std::shared_ptr<FileChanges> changes = {};
+
   // The longest wait for other programs that are changing the home.
   std::chrono::milliseconds longestWait = Files::longestLockWait;
 };

@@ -45,11 +45,15 @@ class User {
   }
 
   // Whether the user has agreed to lose that name with the last action. Names of built-in watermarks are references.
-  bool hasGivenUp(const std::string& name) const {
-    return mayGo.contains(toUtf8(world->preferences.strings().resolve(toUtf16(name))));
-  }
+  bool hasGivenUp(const std::string& name) const { return mayGo.contains(shown(name)); }
+
+  // The name in a thing of the home: "overlay profile/overlays Letterhead".
+  static std::string nameIn(const std::string& thing) { return thing.substr(thing.find(' ', thing.find(' ') + 1) + 1); }
 
  private:
+  std::string shown(const std::string& name) const {
+    return toUtf8(world->preferences.strings().resolve(toUtf16(name)));
+  }
   std::size_t below(std::size_t end) { return random() % end; }
   bool tossed() { return below(2) == 0; }
   std::u16string anyName() {
@@ -168,9 +172,25 @@ class User {
   }
   void undo() {
     if (tossed())
-      world->preferences.undo();
+      takeBack();
     else
       world->preferences.restoreDefaults();
+  }
+
+  // What undo takes away, redo brings back.
+  void takeBack() {
+    if (!world->preferences.canUndo()) return;
+    const auto all = home.things();
+    world->preferences.undo();
+    const auto left = home.things();
+    if (!world->preferences.canRedo()) return;
+    world->preferences.redo();
+    EXPECT_EQ(home.things(), all);
+    world->preferences.undo();
+    EXPECT_EQ(home.things(), left);
+    std::vector<std::string> gone;
+    std::ranges::set_difference(all, left, std::back_inserter(gone));
+    for (const std::string& thing : gone) mayGo.insert(shown(nameIn(thing)));
   }
   void refresh() { world->preferences.refreshStores(); }
   void openAgain() {
@@ -199,8 +219,7 @@ TEST_P(RandomActions, LoseNothingThatNobodyAgreedToLose) {
     std::vector<std::string> gone;
     std::ranges::set_difference(before, now, std::back_inserter(gone));
     for (const std::string& thing : gone) {
-      const std::string name = thing.substr(thing.find(' ', thing.find(' ') + 1) + 1);
-      ASSERT_TRUE(user.hasGivenUp(name)) << thing << " is gone after step " << step << ": " << what;
+      ASSERT_TRUE(user.hasGivenUp(User::nameIn(thing))) << thing << " is gone after step " << step << ": " << what;
     }
     before = now;
   }

@@ -12,32 +12,34 @@ using Refhost::UndoHistory;
 
 TracePairs values(std::size_t units) { return {{u"", std::u16string(units, u'x')}}; }
 
+Refhost::UndoStep step(std::size_t units) { return {values(units)}; }
+
 TEST(UndoHistory, ForgetsTheOldestOfTooManyActions) {
   UndoHistory history;
-  for (std::size_t i = 0; i < UndoHistory::mostActions + 3; ++i) history.add(values(i));
+  for (std::size_t i = 0; i < UndoHistory::mostActions + 3; ++i) history.add(step(i));
   EXPECT_EQ(history.actions(), UndoHistory::mostActions);
-  for (std::size_t i = UndoHistory::mostActions + 2; i > 2; --i) EXPECT_EQ(history.takeLatest(), values(i));
+  for (std::size_t i = UndoHistory::mostActions + 2; i > 2; --i) EXPECT_EQ(history.takeLatest().values, values(i));
   EXPECT_TRUE(history.isEmpty());
 }
 
 TEST(UndoHistory, ForgetsTheOldestOfValuesThatAreTooLarge) {
   UndoHistory history;
   const std::size_t third = UndoHistory::mostUnits / 3;
-  for (const std::size_t units : {third, third, third, std::size_t{3}}) history.add(values(units));
+  for (const std::size_t units : {third, third, third, std::size_t{3}}) history.add(step(units));
   EXPECT_EQ(history.actions(), 3u);
-  EXPECT_EQ(history.takeLatest(), values(3));
-  history.add(values(UndoHistory::mostUnits / 4));
+  EXPECT_EQ(history.takeLatest().values, values(3));
+  history.add(step(UndoHistory::mostUnits / 4));
   EXPECT_EQ(history.actions(), 3u) << "what was taken counts no more";
 }
 
 TEST(UndoHistory, KeepsTheLatestValuesOfAnySize) {
   UndoHistory history;
-  history.add(values(1));
-  history.add(values(2 * UndoHistory::mostUnits));
+  history.add(step(1));
+  history.add(step(2 * UndoHistory::mostUnits));
   EXPECT_EQ(history.actions(), 1u);
-  EXPECT_EQ(history.takeLatest(), values(2 * UndoHistory::mostUnits));
-  history.add(values(1));
-  history.add(values(2));
+  EXPECT_EQ(history.takeLatest().values, values(2 * UndoHistory::mostUnits));
+  history.add(step(1));
+  history.add(step(2));
   EXPECT_EQ(history.actions(), 2u);
 }
 

@@ -27,7 +27,28 @@ TEST_F(OverlayGroup, LosesADeletedOverlayFromDiskAndListAndSelection) {
   EXPECT_EQ(home.userIndex(), recordBytes(u"terms", u"00002.opa"));
   using Entries = std::filesystem::directory_iterator;
   EXPECT_EQ(std::distance(Entries(home.userFolder()), Entries()), 3) << "the index, the other overlay, its thumbnail";
-  EXPECT_FALSE(tab.world->preferences.canUndo()) << "nothing brings the file back";
+}
+
+TEST_F(OverlayGroup, HasADeletedOverlayBackByUndoAndNotByRedo) {
+  OverlayTab tab(home);
+  tab.choose(u"00001.opa");
+  const std::string index = home.userIndex();
+  const auto values = tab.world->preferences.model().values();
+  tab.remove();
+  ASSERT_TRUE(tab.world->preferences.canUndo());
+  tab.world->preferences.undo();
+  EXPECT_EQ(home.userIndex(), index);
+  EXPECT_TRUE(std::filesystem::exists(home.userFolder() / "00001.opa"));
+  EXPECT_TRUE(std::filesystem::exists(home.userFolder() / "00001.bmp"));
+  EXPECT_EQ(tab.selected(), "00001.opa");
+  EXPECT_EQ(tab.world->preferences.model().values(), values);
+
+  tab.world->preferences.redo();
+  EXPECT_EQ(home.userIndex(), recordBytes(u"terms", u"00002.opa"));
+  EXPECT_FALSE(std::filesystem::exists(home.userFolder() / "00001.opa"));
+  EXPECT_FALSE(std::filesystem::exists(home.userFolder() / "00001.bmp"));
+  EXPECT_EQ(tab.selected(), "None");
+  EXPECT_THAT(tab.world->face.failures, testing::IsEmpty());
 }
 
 // A disk on which the index cannot be written.

@@ -99,9 +99,11 @@ TEST_F(ProfilesTest, AreAnActionThatUndoTakesBack) {
   answers.choose("EXPORT_PROFILE", {button("Export..."), file(profile)});
   OpenWindow other;
   Answers(other).choose("IMPORT_PROFILE", {file(profile)});
+  EXPECT_NE(overlays(other), QStringList());
   other.find<QPushButton>("UNDO").click();
   other.settle();
   EXPECT_FALSE(other.find<QCheckBox>("ePTKWPageMirrorImage").isChecked());
+  EXPECT_EQ(overlays(other), QStringList());
 }
 
 TEST_F(ProfilesTest, AreNotWrittenWhenTheUserCancels) {

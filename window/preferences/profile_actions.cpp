@@ -68,7 +68,7 @@ void importProfile(const ActionWorld& world) {
   bool isDone = false;
   world.session.actions().act({"import-profile", {Files::pathText(*file)}, Refhost::OwnText::argument}, [&] {
     isDone = world.run(task, {title, texts("IMPORTING").arg(name)}, "IMPORT_STOPPED");
-    if (isDone) world.preferences().importProfile({}, profile.values);
+    if (isDone) world.preferences().importProfile({}, profile.values, *home.changes);
   });
   if (!isDone) return;
   world.pages.redraw();
