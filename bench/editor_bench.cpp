@@ -57,7 +57,7 @@ void typeOn(benchmark::State& state) {
 void Typing(benchmark::State& state) { typeOn(state); }
 
 void TypingSeeThrough(benchmark::State& state) {
-  find<QSlider>("scr_EffWMAngScroll").setValue(135);
+  find<QSlider>("scr_EffWMAngScroll").setValue(45);
   find<QAbstractButton>("rad_EffWMTrans").click();
   find<QSlider>("scr_EffWMOpaScroll").setValue(50);
   typeOn(state);
@@ -67,7 +67,7 @@ void Turning(benchmark::State& state) {
   startWith("Confidential");
   auto& angle = find<QSlider>("scr_EffWMAngScroll");
   for (auto _ : state) {
-    angle.setValue((angle.value() + 1) % 180);
+    angle.setValue((angle.value() + 1) % 90);
     QCoreApplication::processEvents();
   }
 }

@@ -3,6 +3,7 @@
 #include "files/path_text.h"
 #include "formats/printable.h"
 #include "formats/text.h"
+#include "host/kept_watermark.h"
 #include "script/commands.h"
 #include "script/describe.h"
 #include "script/words.h"
@@ -11,6 +12,7 @@
 #include <iostream>
 #include <istream>
 #include <stdexcept>
+#include <utility>
 
 namespace Script {
 namespace {
@@ -113,10 +115,11 @@ void Session::reload() {
 }
 
 void Session::reopen(const std::string& model, const std::string& locale, const Refhost::TracePairs& values) {
+  const bool isOtherLanguage = std::exchange(options.locale, locale) != locale;
   options.model = model;
-  options.locale = locale;
   options.properties = values;
   reload();
+  if (isOtherLanguage) Refhost::keepWatermarkText(*opened, values);
 }
 
 Json Session::takeEvents() { return std::exchange(events, Json::array()); }

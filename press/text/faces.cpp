@@ -7,6 +7,8 @@
 #include <hb-ot.h>
 
 #include <algorithm>
+#include <array>
+#include <initializer_list>
 #include <set>
 #include <string_view>
 
@@ -57,6 +59,31 @@ bool isOfFamily(const FcPattern* face, const std::string& family) {
   for (int index = 0; FcPatternGetString(face, FC_FAMILY, index, &own) == FcResultMatch; ++index)
     if (FcStrCmpIgnoreCase(own, name) == 0) return true;
   return false;
+}
+
+// Families whose letters are as wide and nearly alike in form, as Fontconfig's metric aliases group them.
+constexpr std::array<std::initializer_list<const char*>, 5> alikeFamilies = {{
+    {"Arial", "Arimo", "Liberation Sans", "Albany", "Albany AMT", "Helvetica", "Nimbus Sans", "Nimbus Sans L",
+     "TeX Gyre Heros"},
+    {"Times New Roman", "Tinos", "Liberation Serif", "Thorndale", "Thorndale AMT", "Times", "Nimbus Roman",
+     "Nimbus Roman No9 L", "TeX Gyre Termes"},
+    {"Courier New", "Cousine", "Liberation Mono", "Cumberland", "Cumberland AMT", "Courier", "Nimbus Mono",
+     "Nimbus Mono L", "Nimbus Mono PS", "TeX Gyre Cursor"},
+    {"Calibri", "Carlito"},
+    {"Cambria", "Caladea"},
+}};
+
+// Whether the face is of the family, or prints so much like it that nobody needs to be told.
+bool standsFor(const FcPattern* face, const std::string& family) {
+  if (isOfFamily(face, family)) return true;
+  return std::ranges::any_of(alikeFamilies, [&](const auto& alike) {
+    const auto is = [&](const char* name) {
+      return FcStrCmpIgnoreCase(reinterpret_cast<const FcChar8*>(name),
+                                reinterpret_cast<const FcChar8*>(family.c_str())) == 0;
+    };
+    return std::ranges::any_of(alike, is) &&
+           std::ranges::any_of(alike, [&](const char* name) { return isOfFamily(face, name); });
+  });
 }
 
 // Selects a named instance, such as a weight, of a variable font.
@@ -189,7 +216,7 @@ const Face& Faces::nearest(const FcCharSet* letters) {
       installed.reset(facesWithOutlines(config.get(), brokenFiles));
       continue;
     }
-    if (faces.empty() && !isOfFamily(found.get(), family))
+    if (faces.empty() && !standsFor(found.get(), family))
       sentences.push_back(Formats::sentence("The face {1} is not installed; the watermark is printed in {2}.",
                                             Formats::quoted(family), Formats::quoted(face.name)));
     return faces.emplace_back(std::move(face));

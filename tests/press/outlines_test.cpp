@@ -159,6 +159,12 @@ TEST(OutlinesOfText, SayWhichFaceStandsInForOneThatIsMissing) {
   EXPECT_THAT(drawn.notes[0], HasSubstr("The face \"No Such Face\" is not installed; the watermark is printed in \""));
 }
 
+// The tests' packages bring faces of the same widths.
+TEST(OutlinesOfText, SayNothingOfAFaceThatPrintsAlike) {
+  for (const char* family : {"Arial", "Times New Roman", "Courier New"})
+    EXPECT_THAT(outlinesOf(text("Draft", family)).notes, IsEmpty()) << family;
+}
+
 TEST(OutlinesOfText, TakeTheNamesOfFacesAsPeopleWriteThem) {
   EXPECT_THAT(outlinesOf(text("Draft", "dejavu sans")).notes, IsEmpty());
   EXPECT_THAT(outlinesOf(text("Draft", "VL ゴシック")).notes, IsEmpty());

@@ -185,18 +185,23 @@ TEST_F(MultipleOverlaysTest, NameEachOfTheirPictures) {
       names << QAccessible::queryAccessibleInterface(box)->text(QAccessible::Name);
     names.sort();
     QStringList expected;
-    for (int slot = 1; slot <= 8; ++slot) expected << "Overlay " + QString::number(slot);
+    for (int slot = 1; slot <= 8; ++slot) expected << "Overlay " + QString::number(slot) + ": empty";
     EXPECT_EQ(names, expected) << names.join(", ").toStdString();
   });
 }
 
-TEST_F(DialogsTest, WithoutAHelpHaveNothingOnF1) {
+TEST_F(DialogsTest, WithoutAHelpHaveTheTabsOnF1) {
   run([&](DialogWindow& window) {
     QApplication::setActiveWindow(&window);
     Testing::press(window, Qt::Key_F1);
-    EXPECT_EQ(open.window->findChild<QWidget*>("help"), nullptr);
+    auto* help = window.findChild<QWidget*>("help");
+    ASSERT_NE(help, nullptr);
+    EXPECT_TRUE(help->isVisible());
+    Testing::press(*help, Qt::Key_F1);
+    Testing::press(*help, Qt::Key_Escape);
     window.reject();
   });
+  EXPECT_TRUE(open.window->failures().isEmpty());
 }
 
 TEST_F(DialogsTest, CloseWithThePreferences) {

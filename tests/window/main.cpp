@@ -31,7 +31,8 @@ int show(char** arguments) {
 
 int main(int count, char** arguments) {
   if (count == 6 && std::string(arguments[1]) == "--show") return show(arguments + 2);
-  setenv("QT_QPA_PLATFORM", "offscreen:configfile=" SCREENS_FILE, 1);
+  const char* screens = std::getenv("TESTED_SCREENS");
+  setenv("QT_QPA_PLATFORM", ("offscreen:configfile=" + std::string(screens ? screens : SCREENS_FILE)).c_str(), 1);
   setenv("CUPS_SERVER", "127.0.0.1:1", 1);  // no printer of this machine
   testing::InitGoogleTest(&count, arguments);
   QApplication application(count, arguments);

@@ -41,6 +41,18 @@ class SessionTest : public testing::Test {
   std::unique_ptr<Session> session;
 };
 
+// Built-in watermarks have their texts in the language of the window.
+TEST_F(SessionTest, PrintsTheSameInEveryLanguage) {
+  session->preferences().set(u"WatermarkSel", u"1");
+  session->preferences().set(u"Watermark", u"Watermark");
+  const Press::Effects english = session->effects();
+  ASSERT_FALSE(english.watermark.text.empty());
+  for (const char* locale : {"de-DE", "fr-FR", "ja-JP", "zh-CN", "zh-TW", "en-US"}) {
+    session->reopen(session->model(), locale);
+    EXPECT_EQ(session->effects(), english) << locale;
+  }
+}
+
 TEST_F(SessionTest, KeepsWhatWasAcceptedForTheNextOpening) {
   mirror();
   EXPECT_TRUE(session->keep());

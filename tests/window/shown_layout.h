@@ -21,8 +21,10 @@ class ShownLayout {
     QDir(folder.path()).mkpath("test/content/en-US");
     write("tab.xul",
           "<tabpanel xmlns='http://www.mozilla.org/keymaster/gatekeeper/there.is.only.xul'>" + content + "</tabpanel>");
-    write("en-US/strings.dtd", "<!ENTITY IDS_KILN_RANGE '{1} to {2}'><!ENTITY IDS_KILN_RANGE_CHANGED 'not {1} to {2}'>"
-                               "<!ENTITY IDS_KILN_SHOW_MY_PAGE 'Page'><!ENTITY IDS_KILN_WATERMARK_PLACE 'At {1}'>");
+    write("en-US/strings.dtd", "");
+    QDir(folder.path()).mkpath("window/content/en-US");
+    QFile::copy(RESOURCES_FOLDER "/window/content/en-US/strings.dtd",
+                folder.filePath("window/content/en-US/strings.dtd"));
     for (const auto& [name, bytes] : files) write(name, bytes);
     strings.emplace(chrome, "en-US");
     world.emplace(Refhost::WidgetWorld{trace,

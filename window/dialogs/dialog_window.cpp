@@ -58,7 +58,7 @@ DialogWindow::DialogWindow(Refhost::Dialog& shownDialog, const Surroundings& aro
   column->addSpacing(column->spacing());
   column->addWidget(buttons);
   column->setSizeConstraint(QLayout::SetMinimumSize);
-  fitOnScreen(*column);
+  fitOnScreen(*column, *buttons);
 }
 
 // A number that accepting would replace is replaced first, with a notice beside it, and the dialog stays open once, so
@@ -70,10 +70,12 @@ bool DialogWindow::showsCorrection() {
 }
 
 // When the dialog does not fit on the screen, everything but the buttons scrolls.
-void DialogWindow::fitOnScreen(QVBoxLayout& column) {
+void DialogWindow::fitOnScreen(QVBoxLayout& column, QDialogButtonBox& buttons) {
   const QSize room = screen()->availableSize() * 0.9;
   const QSize wanted = sizeHint();
   if (wanted.width() <= room.width() && wanted.height() <= room.height()) return;
+  const QMargins around = column.contentsMargins();
+  if (buttons.sizeHint().width() + around.left() + around.right() > room.width()) buttons.setOrientation(Qt::Vertical);
   auto* scroll = new QScrollArea(this);
   scroll->setFrameShape(QFrame::NoFrame);
   scroll->setWidgetResizable(true);

@@ -8,6 +8,7 @@
 
 #include <memory>
 
+class QDialogButtonBox;
 class QEventLoop;
 class QVBoxLayout;
 
@@ -31,7 +32,7 @@ class DialogWindow final : public QDialog {
   void reject() override;
 
  private:
-  void fitOnScreen(QVBoxLayout& column);
+  void fitOnScreen(QVBoxLayout& column, QDialogButtonBox& buttons);
 
   bool showsCorrection();
 

@@ -2,6 +2,7 @@
 
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QScreen>
 #include <QTextBrowser>
 #include <QTextDocument>
 #include <QVBoxLayout>
@@ -13,7 +14,7 @@ HelpViewer::HelpViewer(QWidget* parent)
       text(new QTextBrowser(this)),
       closeButton(new QPushButton(this)) {
   setObjectName("help");
-  resize(520, 560);
+  resize(QSize(520, 560).boundedTo(screen()->availableSize() * 0.9));
   text->setOpenLinks(false);
   text->document()->setDocumentMargin(16);
   auto* buttons = new QHBoxLayout;

@@ -11,6 +11,7 @@ namespace Window {
 
 std::optional<QString> askForName(const NameQuestion& question, QWidget* parent) {
   QDialog dialog(parent);
+  dialog.setObjectName("name");
   dialog.setWindowTitle(question.title);
   auto* label = new QLabel(question.label, &dialog);
   auto* field = new NameField(question.name, question.offered, question.judge, &dialog);

@@ -4,9 +4,11 @@
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QFontDatabase>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 
 namespace Window {
@@ -22,7 +24,7 @@ QPlainTextEdit* addReport(QVBoxLayout& column, const QString& name) {
   shown->setTabChangesFocus(true);
   shown->setLineWrapMode(QPlainTextEdit::NoWrap);
   shown->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-  shown->setMinimumSize(reportSize);
+  shown->setMinimumSize(reportSize.boundedTo(QGuiApplication::primaryScreen()->availableSize() / 2));
   shown->setAccessibleName(name);
   column.addWidget(shown, 1);
   return shown;
@@ -32,6 +34,7 @@ QPlainTextEdit* addReport(QVBoxLayout& column, const QString& name) {
 
 std::optional<QString> askToReport(const ReportText& report, const Texts& texts, QWidget* parent) {
   QDialog dialog(parent);
+  dialog.setObjectName("reporting");
   dialog.setWindowTitle(texts("REPORT_TITLE"));
   auto* column = new QVBoxLayout(&dialog);
   auto* explanation = new QLabel(texts("REPORT_EXPLANATION"));

@@ -13,11 +13,13 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace Window {
 namespace {
 
 // The limit of events; older ones are removed.
-constexpr int mostEvents = 20000;
+constexpr std::size_t mostEvents = 20000;
 
 // The currently unavailable options of a property, as readable text.
 QString unavailable(const Refhost::PropertyModel& model, const Refhost::PropertyDescription& property) {
@@ -62,7 +64,7 @@ QWidget* Inspector::buildTracePage() {
   events->setObjectName("events");
   events->setReadOnly(true);
   events->setLineWrapMode(QPlainTextEdit::NoWrap);
-  events->setMaximumBlockCount(mostEvents);
+  events->setMaximumBlockCount(static_cast<int>(mostEvents));
   events->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   connect(copyAll, &QPushButton::clicked, this,
           [this] { QGuiApplication::clipboard()->setText(events->toPlainText()); });
@@ -94,10 +96,29 @@ void Inspector::setTexts(const Texts& texts) {
 void Inspector::follow(Refhost::Trace& trace) {
   events->clear();
   properties->clear();
-  trace.listen([this](const Refhost::TraceEvent& event) { events->appendPlainText(traceLine(event)); });
+  waiting.clear();
+  described = nullptr;
+  trace.listen([this](const Refhost::TraceEvent& event) {
+    waiting.push_back(traceLine(event));
+    if (isVisible()) showEvents();
+    if (waiting.size() > mostEvents) waiting.pop_front();
+  });
+}
+
+void Inspector::showEvents() {
+  for (const QString& line : std::exchange(waiting, {})) events->appendPlainText(line);
+}
+
+// A hidden pane is left alone, since screen readers are told every change of a widget, and each costs time.
+void Inspector::showEvent(QShowEvent* event) {
+  QDockWidget::showEvent(event);
+  showEvents();
+  if (described != nullptr) showProperties(*described);
 }
 
 void Inspector::showProperties(const Refhost::PropertyModel& model) {
+  described = &model;
+  if (!isVisible()) return;
   const bool isFirst = properties->topLevelItemCount() == 0;
   int row = 0;
   for (const Refhost::PropertyDescription& property : model.description().properties) {

@@ -7,6 +7,8 @@
 
 #include <QDockWidget>
 
+#include <deque>
+
 class QPlainTextEdit;
 class QPushButton;
 class QTabWidget;
@@ -24,20 +26,27 @@ class Inspector final : public QDockWidget {
 
   QSize sizeHint() const override { return {400, 300}; }
 
-  // Clears the pane and shows the events of `trace` from now on. The pane outlives the trace.
+  // Clears the pane and shows the events of `trace` from now on, while the pane is visible; it catches up when it
+  // becomes so. The pane outlives the trace.
   void follow(Refhost::Trace& trace);
 
-  // Shows the current properties: values other than the default in bold.
+  // Shows the current properties: values other than the default in bold. The model lives until the next `follow`.
   void showProperties(const Refhost::PropertyModel& model);
+
+ protected:
+  void showEvent(QShowEvent* event) override;
 
  private:
   QWidget* buildTracePage();
+  void showEvents();
 
   QTabWidget* pages;
   QTreeWidget* properties;
   QPlainTextEdit* events;
   QPushButton* copyAll;
   QPushButton* clear;
+  std::deque<QString> waiting;                        // lines that are not shown yet
+  const Refhost::PropertyModel* described = nullptr;  // the properties to show
 };
 
 }  // namespace Window

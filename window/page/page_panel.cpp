@@ -4,6 +4,7 @@
 #include "window/page/page_strip.h"
 #include "window/page/paper.h"
 #include "window/page/paper_view.h"
+#include "window/widgets/readers.h"
 
 #include <QAction>
 #include <QHBoxLayout>
@@ -84,6 +85,7 @@ void PagePanel::build() {
   for (QLabel* label : {overlays, notes}) {
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
+    setRole(*label, QAccessible::Notification);
     label->setVisible(false);
     lines->addWidget(label);
   }
@@ -215,7 +217,10 @@ void PagePanel::drawn(const PagePicture& picture) {
   paper->show(picture);
   strip->show(order, picture);
   showStrip();
+  const QStringList before{notes->text(), overlays->text()};
   showPlace();
+  if (notes->text() != before[0]) announce(*notes);
+  if (overlays->text() != before[1]) announce(*overlays);
   moment.start();
 }
 

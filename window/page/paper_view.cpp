@@ -1,6 +1,7 @@
 #include "window/page/paper_view.h"
 
 #include "window/page/paper.h"
+#include "window/widgets/readers.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -27,6 +28,7 @@ bool isNearly(const QSize& one, const QSize& other) {
 }  // namespace
 
 PaperView::PaperView(QWidget* parent) : QAbstractScrollArea(parent) {
+  setRole(*this, QAccessible::Graphic);
   setFocusPolicy(Qt::StrongFocus);
   setFrameShape(QFrame::NoFrame);
   setMinimumSize(260, 260);

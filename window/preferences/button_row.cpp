@@ -1,5 +1,7 @@
 #include "window/preferences/button_row.h"
 
+#include "window/widgets/access_keys.h"
+
 #include <QPushButton>
 
 namespace Window {
@@ -10,10 +12,31 @@ constexpr int besideText = 14;
 
 }  // namespace
 
-QPushButton* ButtonRow::add(const char* name, QWidget* parent, const std::function<void()>& action) {
+ButtonRow::ButtonRow(Messages& rowMessages)
+    : QBoxLayout(QBoxLayout::LeftToRight),
+      messages(rowMessages),
+      end(new QHBoxLayout) {
+  addLayout(end);
+}
+
+void ButtonRow::divide() {
+  addStretch();
+  end = new QHBoxLayout;
+  addLayout(end);
+}
+
+void ButtonRow::fitInto(int width) {
+  setDirection(LeftToRight);
+  if (sizeHint().width() > width) setDirection(TopToBottom);
+}
+
+QPushButton* ButtonRow::add(const char* name, QWidget* parent, const std::function<void()>& action,
+                            const QKeySequence& keys) {
   auto* button = new QPushButton(parent);
   button->setObjectName(name);
-  addWidget(button);
+  end->addWidget(button);
+  button->setProperty(keysElsewhere, !keys.isEmpty());
+  button->setToolTip(keys.toString(QKeySequence::NativeText));
   connect(button, &QPushButton::clicked, this, [this, action] { messages.guarded(action); });
   named.emplace_back(button, name);
   return button;

@@ -4,6 +4,7 @@
 #include "window/preferences/messages.h"
 
 #include <QHBoxLayout>
+#include <QKeySequence>
 
 #include <functional>
 #include <utility>
@@ -13,15 +14,23 @@ class QPushButton;
 
 namespace Window {
 
-class ButtonRow final : public QHBoxLayout {
+class ButtonRow final : public QBoxLayout {
   Q_OBJECT
 
  public:
   // Failures of the buttons' actions are shown in `rowMessages`, which outlive the row.
-  explicit ButtonRow(Messages& rowMessages) : messages(rowMessages) {}
+  explicit ButtonRow(Messages& rowMessages);
 
-  // Adds a button as a child of `parent`. Its object name is the name of its text.
-  QPushButton* add(const char* name, QWidget* parent, const std::function<void()>& action);
+  // Adds a button as a child of `parent`. Its object name is the name of its text; its tool tip, the keys that press it
+  // or do the same.
+  QPushButton* add(const char* name, QWidget* parent, const std::function<void()>& action,
+                   const QKeySequence& keys = {});
+
+  // Adds further buttons at the other end of the row.
+  void divide();
+
+  // Puts both ends below each other when they are wider than `width` beside each other.
+  void fitInto(int width);
 
   // Sets all buttons' texts, which clears their shortcuts.
   void setTexts(const Texts& texts);
@@ -31,6 +40,7 @@ class ButtonRow final : public QHBoxLayout {
 
  private:
   Messages& messages;
+  QHBoxLayout* end;  // of the row, which further buttons are added to
   std::vector<std::pair<QPushButton*, const char*>> named;
 };
 

@@ -1,6 +1,7 @@
 #include "window/preferences/help.h"
 
 #include "host/chrome/help.h"
+#include "window/dialogs/dialog_window.h"
 #include "window/dialogs/help_viewer.h"
 
 #include <QApplication>
@@ -28,9 +29,15 @@ void Help::onTab() {
   if (!isShown) onWindow();
 }
 
-void Help::onWindow() {
+void Help::onWindow(const std::u16string& topic) {
   const QString locale = QString::fromStdString(session.locale());
-  show(toWide(QStringLiteral("chrome://window/content/%1/help/window.html").arg(locale)), u"");
+  show(toWide(QStringLiteral("chrome://window/content/%1/help/window.html").arg(locale)), topic);
+}
+
+// The parts of the page on the window are named like its dialogs.
+void Help::onDialog(const QDialog& dialog) {
+  if (dynamic_cast<const DialogWindow*>(&dialog) != nullptr) return onTab();
+  onWindow(toWide(dialog.objectName()));
 }
 
 }  // namespace Window

@@ -8,6 +8,8 @@
 
 #include <string>
 
+class QDialog;
+
 namespace Window {
 
 class HelpViewer;
@@ -25,7 +27,10 @@ class Help {
 
   // On the selected tab; on the window when the plug-in has no help for the tab.
   void onTab();
-  void onWindow();
+  void onWindow(const std::u16string& topic = {});
+
+  // On a dialog that is open: on the tab for a dialog of the plug-in, or on the window.
+  void onDialog(const QDialog& dialog);
 
  private:
   QWidget& window;

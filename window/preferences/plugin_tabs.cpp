@@ -1,13 +1,20 @@
 #include "window/preferences/plugin_tabs.h"
 
+#include "window/widgets/readers.h"
 #include "window/widgets/tree_view.h"
 
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalBlocker>
 
+#include <algorithm>
+
 namespace Window {
 namespace {
+
+// Pixels of the window beside the content of a tab.
+constexpr int besideContent = 60;
 
 void putInto(QScrollArea& page, QWidget& content) {
   page.setFrameShape(QFrame::NoFrame);
@@ -16,13 +23,16 @@ void putInto(QScrollArea& page, QWidget& content) {
   page.setWidget(&content);
   page.viewport()->setAutoFillBackground(false);
   content.setAutoFillBackground(false);
-  page.setMinimumWidth(content.sizeHint().width() + page.verticalScrollBar()->sizeHint().width());
+  // The content scrolls sideways only where the screen is narrower.
+  const int wanted = content.sizeHint().width() + page.verticalScrollBar()->sizeHint().width();
+  page.setMinimumWidth(std::min(wanted, page.screen()->availableSize().width() - besideContent));
 }
 
 }  // namespace
 
 PluginTabs::PluginTabs(QWidget* parent) : QTabWidget(parent) {
   setObjectName("tabs");
+  setRole(*this, QAccessible::Grouping);
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
 }
 

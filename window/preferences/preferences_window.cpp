@@ -16,6 +16,8 @@
 #include "window/preferences/profile_actions.h"
 #include "window/preferences/ticket_actions.h"
 #include "window/preferences/unlocking.h"
+#include "window/widgets/access_keys.h"
+#include "window/widgets/readers.h"
 
 #include <QAction>
 #include <QApplication>
@@ -69,11 +71,13 @@ PreferencesWindow::PreferencesWindow(const Request& request)
       inspector(new Inspector(this)),
       messages(*this, session),
       help(*this, session, messages),
+      dialogCare([this](const QDialog& dialog) { help.onDialog(dialog); }),
       face({*this, session, *tabs, *pages, messages, help}),
       closing(*this, session, *tabs),
       menus(*this, session, messages, *inspector->toggleViewAction(), menuActions()),
       buttons(new ButtonRow(messages)),
       session(onThisMachine(request.preferences), face) {
+  installReaders();
   build();
   session.onOpening = [this](Refhost::Preferences& opening) {
     inspector->follow(opening.trace());
@@ -127,17 +131,23 @@ void PreferencesWindow::build() {
 
 void PreferencesWindow::addButtons() {
   buttons->add("RESTORE", this, [this] { preferences().restoreDefaults(); });
-  undoButton = buttons->add("UNDO", this, [this] { preferences().undo(); });
-  buttons->add("HELP_BUTTON", this, [this] { help.onTab(); });
-  buttons->addStretch();
-  buttons->add("PRINT_BUTTON", this, toDo(print));
-  okButton = buttons->add("OK", this, [this] {
-    if (closing.keep()) close();
-  });
-  cancelButton = buttons->add("CANCEL", this, [this] {
-    closing.discard();
-    close();
-  });
+  undoButton = buttons->add("UNDO", this, [this] { preferences().undo(); }, QKeySequence::Undo);
+  buttons->add("HELP_BUTTON", this, [this] { help.onTab(); }, Qt::Key_F1);
+  buttons->divide();
+  buttons->add("PRINT_BUTTON", this, toDo(print), QKeySequence::Print);
+  okButton = buttons->add(
+      "OK", this,
+      [this] {
+        if (closing.keep()) close();
+      },
+      Qt::Key_Return);
+  cancelButton = buttons->add(
+      "CANCEL", this,
+      [this] {
+        closing.discard();
+        close();
+      },
+      Qt::Key_Escape);
   okButton->setDefault(true);
 }
 
@@ -203,7 +213,20 @@ void PreferencesWindow::open() {
   job.prepare();
   session.open();
   showOpened();
+  fitOnScreen();
   resize(sizeHint().boundedTo(screen()->availableSize() * 0.95));
+}
+
+// Large texts on a small screen leave no room for everything: the buttons take two rows, and the page is hidden until
+// the user shows it.
+void PreferencesWindow::fitOnScreen() {
+  const QMargins around = centre->layout()->contentsMargins();
+  const int room = screen()->availableSize().width();
+  buttons->fitInto(room - around.left() - around.right());
+  if (minimumSizeHint().width() <= room) return;
+  const auto actions = pages->actions();
+  const auto shows = std::ranges::find(actions, QString("showPage"), &QAction::objectName);
+  if (shows != actions.end()) (*shows)->setChecked(false);
 }
 
 void PreferencesWindow::showOpened() {
@@ -211,6 +234,7 @@ void PreferencesWindow::showOpened() {
   tabs->leave();
   if (preferences().gui() != nullptr) tabs->showTabs(*preferences().gui(), session.surroundings());
   offerOverlays();
+  giveAccessKeys(*this);
   orderFocus();
   setDocument(job.file());
   preferences().model().onChange([this] {

@@ -1,6 +1,7 @@
 // "Printing preferences": the plug-in's tabs on one side, the page as it will print on the other.
 #pragma once
 
+#include "window/dialogs/dialog_care.h"
 #include "window/language/qt_texts.h"
 #include "window/preferences/action_world.h"
 #include "window/preferences/closing.h"
@@ -69,6 +70,7 @@ class PreferencesWindow final : public QMainWindow {
 
   // Update the window for newly opened preferences, for their language alone, and for changed values.
   void showOpened();
+  void fitOnScreen();
   void showLanguage();
   void showState();
   void showPaper();
@@ -86,6 +88,7 @@ class PreferencesWindow final : public QMainWindow {
   Inspector* inspector;
   Messages messages;
   Help help;
+  DialogCare dialogCare;
   WindowFace face;
   Closing closing;
   Menus menus;

@@ -18,6 +18,7 @@ std::optional<Refhost::UserData> askWhatToExport(const ActionWorld& world) {
   const Texts texts = world.texts();
   QMessageBox question(QMessageBox::Question, texts("EXPORT_TITLE"), texts("EXPORT_QUESTION"), QMessageBox::NoButton,
                        &world.window);
+  question.setObjectName("profile");
   auto* userData = new QCheckBox(texts("INCLUDE_USER_DATA"), &question);
   userData->setChecked(true);
   question.setCheckBox(userData);

@@ -4,6 +4,7 @@
 #include "formats/papers.h"
 #include "formats/text.h"
 #include "host/kept_settings.h"
+#include "host/kept_watermark.h"
 #include "window/page/paper.h"
 
 #include <map>
@@ -40,7 +41,7 @@ void Session::reopen(std::string model, std::string locale) {
   const std::string formerModel = std::exchange(options.model, std::move(model));
   const std::string formerLocale = std::exchange(options.locale, std::move(locale));
   try {
-    start(carried);
+    start(carried, formerLocale != options.locale);
   } catch (...) {
     options.model = formerModel;
     options.locale = formerLocale;
@@ -54,7 +55,7 @@ void Session::reopen(std::string model, std::string locale) {
 }
 
 // Opens with the model's saved settings, then the run's options, then the carried values.
-void Session::start(const Refhost::TracePairs& carried) {
+void Session::start(const Refhost::TracePairs& carried, bool isOtherLanguage) {
   const Refhost::ModelDescription model = Refhost::readModel(options.resources / "models", options.model);
   const Refhost::KeptSettings kept = Refhost::readSettings(
       Refhost::settingsFile(options.home, model.name), [this](const std::string& sentence) { face.tell(sentence); });
@@ -65,7 +66,10 @@ void Session::start(const Refhost::TracePairs& carried) {
   now.properties.insert(now.properties.end(), also.begin(), also.end());
 
   if (opened)
-    options.actions->act(reopening(now, model), [&] { open(now); });
+    options.actions->act(reopening(now, model), [&] {
+      open(now);
+      if (isOtherLanguage) Refhost::keepWatermarkText(*opened, now.properties);
+    });
   else
     open(now);
   if (!kept.setAside.empty() && onSetAside) onSetAside(kept.setAside);

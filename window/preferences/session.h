@@ -57,7 +57,7 @@ class Session {
 
  private:
   Refhost::TracePairs userValues(bool changedOnly);
-  void start(const Refhost::TracePairs& carried);
+  void start(const Refhost::TracePairs& carried, bool isOtherLanguage = false);
   void open(const Refhost::Options& now);
 
   Refhost::Options options;

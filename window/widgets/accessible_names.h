@@ -1,9 +1,12 @@
 // Labels and the widgets that they name, for access keys and screen readers.
 #pragma once
 
+#include "host/widgets/input.h"
 #include "window/widgets/shown_tree.h"
 
-#include <unordered_set>
+#include <QString>
+
+#include <unordered_map>
 
 namespace Window {
 
@@ -18,9 +21,12 @@ class AccessibleNames {
  private:
   void leadLabels(const Refhost::WidgetNode& node, const QWidget& top);
   void nameForReaders(const Refhost::WidgetNode& node, const QString& group);
+  void nameWidget(const Refhost::WidgetNode& node, QWidget& widget, const QString& group);
+  QString nameOf(const Refhost::WidgetNode& node, const QWidget& widget, const QString& group) const;
+  QString contentOf(const Refhost::ImageBox& slot) const;
 
   ShownTree& tree;
-  std::unordered_set<const QWidget*> led;  // widgets with a label buddy
+  std::unordered_map<const QWidget*, const Refhost::WidgetNode*> led;  // the labels of widgets that have one
 };
 
 }  // namespace Window

@@ -43,15 +43,17 @@ QWidget* buildText(Refhost::WidgetNode& node, ShownTree& tree, QWidget* parent) 
 // A layout's scroll bar sets an amount, which is a slider on the desktop.
 QWidget* buildScroll(Refhost::ScrollBar& node, ShownTree& tree, QWidget* parent) {
   auto* slider = new QSlider(node.attribute("orient") == u"vertical" ? Qt::Vertical : Qt::Horizontal, parent);
+  // The slider itself has the values that people see beside it, since screen readers tell them.
+  const int shift = number(node, "shownfrom", node.least()) - node.least();
   const int length = node.most() - node.least();
-  slider->setRange(node.least(), node.most());
+  slider->setRange(node.least() + shift, node.most() + shift);
   slider->setPageStep(std::max(1, length / 10));
-  const auto showPosition = [&node, slider] {
+  const auto showPosition = [&node, slider, shift] {
     const QSignalBlocker quiet(slider);
-    slider->setValue(node.position());
+    slider->setValue(node.position() + shift);
   };
-  QObject::connect(slider, &QSlider::valueChanged, slider, [&tree, &node, showPosition](int position) {
-    tree.actions().scroll(node, position);
+  QObject::connect(slider, &QSlider::valueChanged, slider, [&tree, &node, shift, showPosition](int value) {
+    tree.actions().scroll(node, value - shift);
     showPosition();
   });
   tree.add(node, slider, showPosition);

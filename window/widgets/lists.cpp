@@ -6,6 +6,7 @@
 #include "window/widgets/item_list.h"
 #include "window/widgets/items.h"
 #include "window/widgets/node_facts.h"
+#include "window/widgets/readers.h"
 
 #include <QComboBox>
 #include <QSignalBlocker>
@@ -50,6 +51,7 @@ QWidget* buildCombo(Refhost::WidgetNode& node, ShownTree& tree, QWidget* parent)
     const QSignalBlocker quiet(combo);
     showItems(*combo, selector.items());
     combo->setCurrentIndex(selector.selection());
+    showChosen(*combo);
     if (preview != nullptr) combo->setPlaceholderText(plainText(toQt(preview->watermark().face)));
   });
   return combo;

@@ -2,6 +2,7 @@
 
 #include "window/widgets/images.h"
 #include "window/widgets/item_list.h"
+#include "window/widgets/readers.h"
 
 #include <QContextMenuEvent>
 #include <QDragEnterEvent>
@@ -12,7 +13,7 @@
 #include <QStyleOptionFocusRect>
 
 namespace Window {
-PictureBox::PictureBox(QWidget* parent) : QWidget(parent) {}
+PictureBox::PictureBox(QWidget* parent) : QWidget(parent) { setRole(*this, QAccessible::Graphic); }
 
 void PictureBox::show(const QPixmap& picture, bool isPage) {
   if (picture.cacheKey() == shown.cacheKey() && isPage == hasEdge) return;

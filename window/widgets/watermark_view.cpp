@@ -5,6 +5,7 @@
 #include "press/text/outlines.h"
 #include "window/language/texts.h"
 #include "window/page/paper.h"
+#include "window/widgets/readers.h"
 
 #include "window/widgets/page_backdrop.h"
 
@@ -74,6 +75,7 @@ Press::Watermark printedAs(const Refhost::PreviewedWatermark& told, bool isOutli
 WatermarkView::WatermarkView(const QSizeF& paperInPoints, QWidget* parent) : QWidget(parent), paper(paperInPoints) {
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
   setAttribute(Qt::WA_OpaquePaintEvent);
+  setRole(*this, QAccessible::Graphic);
 }
 
 void WatermarkView::show(const Press::Watermark& newWatermark) {
