@@ -52,7 +52,11 @@ std::u16string helpPage(const ChromeFolders& chrome, const std::string& locale, 
     const auto file = chrome.file(address);
     return file && std::filesystem::is_regular_file(*file, problem);
   };
-  return !isThere(page) && isThere(forAll) ? forAll : page;
+  if (isThere(page)) return page;
+  if (isThere(forAll)) return forAll;
+  std::u16string fallback = forAll;
+  fallback.replace(place, languageFolder.size(), u"/content/" + Formats::toUtf16(fallbackLocale) + u"/");
+  return isThere(fallback) ? fallback : page;
 }
 
 std::optional<std::string> readHelp(const ChromeFolders& chrome, const StringTables& strings, std::u16string_view url) {

@@ -18,8 +18,8 @@ constexpr std::string_view ofWidgets = "id hidden disabled flex width height too
 constexpr ElementFormat layoutElements[] = {
     {"tabpanel", "", "label orient align pack", ofWidgets},
     {"dialog", "", "title buttons buttonlabelaccept buttonlabelcancel orient align pack", ofWidgets},
-    {"vbox", containers, "align pack", ofWidgets},
-    {"hbox", containers, "align pack", ofWidgets},
+    {"vbox", containers, "align pack dir", ofWidgets},
+    {"hbox", containers, "align pack dir", ofWidgets},
     {"groupbox", containers, "align pack label", ofWidgets},
     {"spacer", containers, "", ofWidgets},
     {"caption", containers, "label accesskey control align", ofWidgets},

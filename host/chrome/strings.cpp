@@ -53,15 +53,24 @@ std::u16string_view referencedName(std::u16string_view text) {
 }
 
 StringTables::StringTables(const ChromeFolders& folders, std::string name) : localeName(std::move(name)) {
-  bool found = false;
+  bool isInAny = false;
+  bool isInAll = true;
   for (const std::string& package : folders.packages()) {
-    const auto locales = folders.locales(package);
-    if (std::find(locales.begin(), locales.end(), localeName) == locales.end()) continue;
-    found = true;
-    const auto address = "chrome://" + package + "/content/" + localeName + "/strings.dtd";
-    texts.merge(readStrings(*folders.file(Formats::toUtf16(address))));
+    const bool isThere = read(folders, package, localeName);
+    isInAny = isInAny || isThere;
+    isInAll = isInAll && isThere;
   }
-  if (!found) throw std::runtime_error("There are no texts for the locale " + localeName + ".");
+  if (!isInAny) throw std::runtime_error("There are no texts for the locale " + localeName + ".");
+  if (isInAll) return;
+  for (const std::string& package : folders.packages()) read(folders, package, std::string(fallbackLocale));
+}
+
+bool StringTables::read(const ChromeFolders& folders, const std::string& package, const std::string& locale) {
+  const auto locales = folders.locales(package);
+  if (std::find(locales.begin(), locales.end(), locale) == locales.end()) return false;
+  const auto address = "chrome://" + package + "/content/" + locale + "/strings.dtd";
+  texts.merge(readStrings(*folders.file(Formats::toUtf16(address))));
+  return true;
 }
 
 std::u16string StringTables::resolve(std::u16string_view text) const {

@@ -17,7 +17,10 @@ StringTable readStrings(const std::filesystem::path& file);
 // The name in a reference: "IDS_NONE" for "$IDS_NONE;". Empty for a text that is not a reference.
 std::u16string_view referencedName(std::u16string_view text);
 
-// The texts of all packages in one locale.
+// Has what a locale lacks that only some packages have.
+inline constexpr std::string_view fallbackLocale = "en-US";
+
+// The texts of all packages in one locale; where a package lacks the locale, what is missing is in the fallback's.
 class StringTables {
  public:
   // Throws like readStrings, and for a locale that no package has.
@@ -32,6 +35,9 @@ class StringTables {
   std::u16string resolve(std::u16string_view text) const;
 
  private:
+  // False when the package lacks the locale. Texts that are there already stay.
+  bool read(const ChromeFolders& folders, const std::string& package, const std::string& locale);
+
   std::string localeName;
   StringTable texts;
 };

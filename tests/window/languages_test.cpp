@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QTimer>
 
 #include <map>
 #include <set>
@@ -101,7 +102,35 @@ TEST(LanguageMenu, OffersEachLanguageByItsOwnName) {
   std::vector<std::string> names;
   const auto languages = open.find<QMenu>("languages").actions();
   for (const QAction* language : languages) names.push_back(language->text().toStdString());
-  EXPECT_THAT(names, UnorderedElementsAre("English", "Deutsch", "Français", "日本語", "简体中文", "繁體中文"));
+  EXPECT_THAT(names,
+              UnorderedElementsAre("العربية", "English", "Deutsch", "Français", "日本語", "简体中文", "繁體中文"));
+}
+
+// What only some packages have in a language, others show in English; places on the page are not mirrored.
+TEST(Arabic, RunsFromRightToLeftAsFarAsTheHostSpeaksIt) {
+  std::set<std::u16string> english;
+  for (const auto& [name, text] : tableOf("en-US")) english.insert(name);
+  for (const auto& [name, text] : tableOf("ar")) EXPECT_TRUE(english.contains(name)) << Formats::toUtf8(name);
+  Testing::OpenWindow open;
+  open.choose("languages", "ar");
+  EXPECT_EQ(open.window->layoutDirection(), Qt::RightToLeft);
+  EXPECT_EQ(open.find<QPushButton>("CANCEL").text(), "إلغاء");
+  EXPECT_EQ(open.find<QCheckBox>("ePTKWPageMirrorImage").text(), "M&irror image");
+  const int tabs = open.find<QWidget>("tabs").mapTo(open.window.get(), QPoint()).x();
+  const int paper = open.find<QWidget>("page").mapTo(open.window.get(), QPoint()).x();
+  EXPECT_GT(tabs, paper);
+  QTimer::singleShot(0, open.window.get(), [] {
+    QWidget& editor = *QApplication::activeModalWidget();
+    EXPECT_LT(editor.findChild<QWidget*>("UL")->mapTo(&editor, QPoint()).x(),
+              editor.findChild<QWidget*>("UR")->mapTo(&editor, QPoint()).x());
+    Testing::press(editor, Qt::Key_Escape);
+  });
+  open.find<QPushButton>("btn_WMAdd").click();
+  Testing::press(*open.window, Qt::Key_F1);
+  open.window->findChild<QAction*>("HELP_WINDOW")->trigger();
+  EXPECT_TRUE(open.window->failures().isEmpty());
+  open.choose("languages", "en-US");
+  EXPECT_EQ(open.window->layoutDirection(), Qt::LeftToRight);
 }
 
 TEST(LanguageMenu, SwitchesTheWindowAndKeepsWhatWasSet) {

@@ -1,5 +1,6 @@
 // The window tests run on an offscreen platform. With "--show" the program instead calls the window library, like `kiln
-// show`.
+// show`, and with "--draw FOLDER LOCALE PALETTE" draws the window and its dialogs, to be looked at.
+#include "tests/window/all_pictures.h"
 #include "window/window.h"
 
 #include <gtest/gtest.h>
@@ -36,6 +37,10 @@ int main(int count, char** arguments) {
   setenv("CUPS_SERVER", "127.0.0.1:1", 1);  // no printer of this machine
   testing::InitGoogleTest(&count, arguments);
   QApplication application(count, arguments);
+  if (count == 5 && std::string(arguments[1]) == "--draw") {
+    Testing::drawAll(arguments[2], arguments[3], arguments[4]);
+    return EXIT_SUCCESS;
+  }
   QApplication::setEffectEnabled(Qt::UI_AnimateCombo, false);
   return RUN_ALL_TESTS();
 }

@@ -126,6 +126,27 @@ TEST_F(PicturesTest, OfPagesInAListHaveTheItemsColourAsTheirEdgeWhileItIsSelecte
   EXPECT_FALSE(row.data(Qt::ForegroundRole).isValid());
 }
 
+TEST(Colours, CanBeReadOnLightAndDark) {
+  for (const char* background : {"#FFFFFF", "#000000", "#232629", "#EFF0F1"})
+    for (const char* colour : {"#000000", "#FFFFFF", "#FF0000", "#0000FF", "#FFFF00", "#808080"})
+      EXPECT_GE(contrast(legible(QColor(colour), QColor(background)), QColor(background)), 4.5)
+          << colour << " on " << background;
+  EXPECT_EQ(legible(QColor("#0000FF"), QColor("#FFFFFF")), QColor("#0000FF"));
+}
+
+TEST(Swatches, HaveAnEdgeThatIsSeenOnLightAndDark) {
+  for (const auto& [window, text] : {std::pair(Qt::white, Qt::black), std::pair(Qt::black, Qt::white)}) {
+    QWidget widget;
+    QPalette palette;
+    palette.setColor(QPalette::Window, window);
+    palette.setColor(QPalette::WindowText, text);
+    widget.setPalette(palette);
+    const QImage drawn = swatch(window, {15, 15}, widget).toImage();
+    EXPECT_GT(contrast(drawn.pixelColor(0, 7), window), 1.6);
+    EXPECT_EQ(drawn.pixelColor(7, 7), QColor(window));
+  }
+}
+
 TEST_F(PicturesTest, ThatAreNoBitmapsShowNothing) {
   auto huge = bitmap(4, 4, Qt::red);
   huge.replace(18, 8, std::string("\xFF\xFF\xFF\x7F\xFF\xFF\xFF\x7F", 8));

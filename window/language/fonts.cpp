@@ -11,6 +11,7 @@ QFontDatabase::WritingSystem writingSystem(const std::string& locale) {
   if (locale.starts_with("ja")) return QFontDatabase::Japanese;
   if (locale.starts_with("zh-TW")) return QFontDatabase::TraditionalChinese;
   if (locale.starts_with("zh")) return QFontDatabase::SimplifiedChinese;
+  if (locale.starts_with("ar")) return QFontDatabase::Arabic;
   return QFontDatabase::Latin;
 }
 

@@ -246,7 +246,9 @@ void PreferencesWindow::showOpened() {
 
 void PreferencesWindow::showLanguage() {
   const Texts texts = session.texts();
-  QLocale::setDefault(QLocale(QString::fromStdString(session.locale())));
+  const QLocale locale(QString::fromStdString(session.locale()));
+  QLocale::setDefault(locale);
+  QGuiApplication::setLayoutDirection(locale.textDirection());
   useFontsFor(session.locale());
   qtTexts.setTexts(texts);
   QCoreApplication::removeTranslator(&qtTexts);

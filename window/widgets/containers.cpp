@@ -63,6 +63,7 @@ void fill(QBoxLayout* layout, WidgetNode& node, ShownTree& tree, QWidget* parent
 
 QWidget* buildBox(WidgetNode& node, ShownTree& tree, QWidget* parent) {
   auto* box = new QWidget(parent);
+  if (node.attribute("dir") == u"ltr") box->setLayoutDirection(Qt::LeftToRight);
   if (node.attribute("element") == u"radiogroup") groupRadiosIn(*box);
   auto* layout = new QBoxLayout(runsAcross(node) ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom, box);
   const bool isPage = node.kind() == WidgetKind::tab;

@@ -8,6 +8,9 @@
 #include <QPainter>
 #include <QWidget>
 
+#include <algorithm>
+#include <cmath>
+
 namespace Window {
 namespace {
 
@@ -20,7 +23,20 @@ QPixmap bitmapIn(const std::filesystem::path& file) {
   return QPixmap::fromImageReader(&reader);
 }
 
+// As the guidelines for accessible content define it.
+double luminance(const QColor& colour) {
+  const auto linear = [](double part) {
+    return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
+}
+
 }  // namespace
+
+double contrast(const QColor& one, const QColor& other) {
+  const double a = luminance(one), b = luminance(other);
+  return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
+}
 
 QPixmap pixmapOf(const Kiln::SmartPtr<Kiln::XUL::Image>& image, const QWidget& on) {
   const auto* known = dynamic_cast<const Refhost::Image*>(image.get());
@@ -50,12 +66,27 @@ QPixmap pageWithEdge(const QPixmap& page, const QSize& room, const QColor& edge,
   return drawn;
 }
 
+QColor legible(const QColor& colour, const QColor& background) {
+  constexpr double leastContrast = 4.5;
+  const bool isDark = luminance(background) < 0.18;
+  QColor seen = colour.toRgb();
+  for (int step = 0; step < 20 && contrast(seen, background) < leastContrast; ++step) {
+    const int end = isDark ? 255 : 0;
+    const auto nearer = [end](int part) { return part + (end - part) / 4 + (end > part ? 1 : 0); };
+    seen.setRgb(std::min(nearer(seen.red()), 255), std::min(nearer(seen.green()), 255),
+                std::min(nearer(seen.blue()), 255));
+  }
+  return seen;
+}
+
 QPixmap swatch(const QColor& colour, const QSize& pixels, const QWidget& on) {
   QPixmap drawn(pixels);
   if (drawn.isNull()) return {};
   drawn.fill(colour);
   QPainter painter(&drawn);
-  painter.setPen(QColor(0, 0, 0, 80));
+  QColor edge = on.palette().color(QPalette::WindowText);
+  edge.setAlpha(110);
+  painter.setPen(edge);
   painter.drawRect(0, 0, pixels.width() - 1, pixels.height() - 1);
   painter.end();
   drawn.setDevicePixelRatio(on.devicePixelRatioF());

@@ -27,7 +27,13 @@ inline constexpr QColor pageEdge(150, 158, 168);
 // A page scaled to fit into `room`, with an edge.
 QPixmap pageWithEdge(const QPixmap& page, const QSize& room, const QColor& edge, const QWidget& on);
 
-// A single-colour swatch in device pixels, with an edge that makes light colours visible.
+// How well one colour is told from another: 1 for the same, 21 for black on white.
+double contrast(const QColor& one, const QColor& other);
+
+// The colour, or one like it that can be read on that background.
+QColor legible(const QColor& colour, const QColor& background);
+
+// A single-colour swatch in device pixels, with an edge in the colour of texts, which makes every colour visible.
 QPixmap swatch(const QColor& colour, const QSize& pixels, const QWidget& on);
 
 }  // namespace Window

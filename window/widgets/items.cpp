@@ -17,6 +17,11 @@ QVariant colourOf(Kiln::XUL::ListItem& item) {
   return known == nullptr || known->colour().empty() ? QVariant() : QVariant(QColor(toQt(known->colour())));
 }
 
+// For texts in the list.
+QVariant legibleIn(const QWidget& list, const QVariant& colour) {
+  return colour.isValid() ? legible(colour.value<QColor>(), list.palette().color(QPalette::Base)) : colour;
+}
+
 QIcon iconOf(Kiln::XUL::ListItem& item, const QWidget& on) {
   const QPixmap pixmap = pixmapOf(item.image(), on);
   return pixmap.isNull() ? QIcon() : QIcon(pixmap);
@@ -42,7 +47,7 @@ void showItems(ItemList& list, Kiln::XUL::ListData& items) {
     QListWidgetItem* row = list.item(i);
     row->setIcon(list.showsPages() ? pageOf(*item, list) : iconOf(*item, list));
     row->setText(plainText(toQt(item->displayedText().view())));
-    if (!list.showsPages()) row->setData(Qt::ForegroundRole, colourOf(*item));
+    if (!list.showsPages()) row->setData(Qt::ForegroundRole, legibleIn(list, colourOf(*item)));
     row->setData(ItemList::valueRole, toQt(item->value().view()));
     row->setSizeHint({0, list.rowHeight()});
   }
@@ -53,7 +58,7 @@ void showItems(QComboBox& combo, Kiln::XUL::ListData& items) {
   for (int i = 0; i < items.count(); ++i) {
     const auto item = items.at(i);
     combo.addItem(iconOf(*item, combo), plainText(toQt(item->displayedText().view())));
-    combo.setItemData(i, colourOf(*item), Qt::ForegroundRole);
+    combo.setItemData(i, legibleIn(combo, colourOf(*item)), Qt::ForegroundRole);
   }
   combo.setCurrentIndex(-1);
 }

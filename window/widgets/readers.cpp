@@ -47,7 +47,9 @@ class ComboReader final : public QAccessibleWidget, public QAccessibleTextInterf
     return isOnLine ? child(1) : nullptr;
   }
   QString text(QAccessible::Text kind) const override {
-    return kind == QAccessible::Value ? combo().currentText() : QAccessibleWidget::text(kind);
+    const QString own = QAccessibleWidget::text(kind);
+    const bool isUnnamed = kind == QAccessible::Name && own.isEmpty();  // such as in the toolkit's dialogs
+    return kind == QAccessible::Value || isUnnamed ? combo().currentText() : own;
   }
   QAccessible::State state() const override {
     QAccessible::State state = QAccessibleWidget::state();

@@ -1,0 +1,101 @@
+#include "tests/window/all_pictures.h"
+
+#include "tests/window/answers.h"
+#include "window/dialogs/dialog_window.h"
+
+#include <QDir>
+
+namespace Testing {
+namespace {
+
+// Of dark desktops, and of those for people who need strong contrasts.
+void usePalette(const std::string& name) {
+  if (name == "light") return;
+  const bool isDark = name == "dark";
+  const QColor window = isDark ? QColor("#2a2e32") : QColor(Qt::black);
+  const QColor base = isDark ? QColor("#1b1e20") : QColor(Qt::black);
+  const QColor text = isDark ? QColor("#fcfcfc") : QColor(Qt::white);
+  const QColor highlight = isDark ? QColor("#3daee9") : QColor(Qt::yellow);
+  QPalette palette(text, isDark ? QColor("#31363b") : window, window.lighter(), window.darker(), QColor("#808080"),
+                   text, text, base, window);
+  palette.setColor(QPalette::Highlight, highlight);
+  palette.setColor(QPalette::HighlightedText, Qt::black);
+  palette.setColor(QPalette::ToolTipBase, base);
+  palette.setColor(QPalette::ToolTipText, text);
+  palette.setColor(QPalette::PlaceholderText, QColor("#b0b0b0"));
+  palette.setColor(QPalette::Link, highlight);
+  for (const QPalette::ColorRole role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
+    palette.setColor(QPalette::Disabled, role, QColor(isDark ? "#808080" : "#00ff00"));
+  QApplication::setPalette(palette);
+}
+
+class Album {
+ public:
+  Album(const std::string& folder, const std::string& locale, const std::string& palette)
+      : place(QString::fromStdString(folder)),
+        open([&](Request& request) {
+          request.preferences.locale = locale;
+          request.preferences.properties = {{u"OverlaySel", u"Multiple"}};
+          request.preferences.settings.emplace_back(u"kilnworks.watermark.stylename.support", u"True");
+        }) {
+    start = QString::fromStdString(locale + '-' + palette + '-');
+    place.mkpath(".");
+  }
+
+  void drawWindow() {
+    for (const char* tab : {"pro_tab_device", "pro_tab_effect"}) {
+      open.selectTab(tab);
+      open.settle();
+      save(*open.window, tab);
+    }
+  }
+
+  void drawDialogs() {
+    for (const char* entry : {"REPORT", "EXPORT_PROFILE", "PRINT_OVERLAY", "OPEN"})
+      answers.choose(entry, {[this, entry](QWidget& dialog) { draw(dialog, entry); }});
+    for (const char* opener : {"btn_WMAdd", "but_EffDet"}) {
+      QTimer::singleShot(0, open.window.get(), [&] { draw(*QApplication::activeModalWidget(), opener); });
+      open.find<QPushButton>(opener).click();
+    }
+    for (const char16_t* address :
+         {u"chrome://effect/content/dlg_overlayfull.xul", u"chrome://base/content/dlg_overwrite.xul",
+          u"chrome://base/content/dlg_confirmdelete.xul"}) {
+      open.window->preferences().gui()->openDialog(address)->show();
+      auto* dialog = open.window->findChild<Window::DialogWindow*>();
+      draw(*dialog, dialog->objectName());
+      QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    open.window->findChild<QAction*>("HELP_WINDOW")->trigger();
+    draw(open.find<QWidget>("help"), "help");
+  }
+
+ private:
+  using Request = Window::Request;
+
+  void draw(QWidget& dialog, const QString& name) {
+    QCoreApplication::processEvents();
+    save(dialog, name);
+    press(dialog, Qt::Key_Escape);
+  }
+
+  void save(QWidget& shown, const QString& name) {
+    const QString file = place.filePath(start + name + ".png");
+    if (!shown.grab().save(file)) throw std::runtime_error("cannot write " + file.toStdString());
+  }
+
+  QDir place;
+  QString start;
+  OpenWindow open;
+  Answers answers{open};
+};
+
+}  // namespace
+
+void drawAll(const std::string& folder, const std::string& locale, const std::string& palette) {
+  usePalette(palette);
+  Album album(folder, locale, palette);
+  album.drawWindow();
+  album.drawDialogs();
+}
+
+}  // namespace Testing
