@@ -67,7 +67,7 @@ QPixmap pageWithEdge(const QPixmap& page, const QSize& room, const QColor& edge,
 }
 
 QColor legible(const QColor& colour, const QColor& background) {
-  constexpr double leastContrast = 4.5;
+  constexpr double leastContrast = 3;
   const bool isDark = luminance(background) < 0.18;
   QColor seen = colour.toRgb();
   for (int step = 0; step < 20 && contrast(seen, background) < leastContrast; ++step) {

@@ -46,8 +46,8 @@ def wait_for(find):
     raise Failure("waited in vain")
 
 
-def start(*words, **options):
-    return subprocess.Popen([str(word) for word in words], start_new_session=True, stderr=subprocess.DEVNULL, **options)
+def start(*words, stderr=subprocess.DEVNULL, **options):
+    return subprocess.Popen([str(word) for word in words], start_new_session=True, stderr=stderr, **options)
 
 
 @contextlib.contextmanager
@@ -160,11 +160,17 @@ class Window:
         overlay = overlay_in(home)
         slots = f"{overlay};Odd$;${overlay};2,5-9$;$;$;$;$;$"
         self.running = running
+        self.log = home / "log"
         running.append(start(kiln, "show", "--home", home, "--locale", "en-US", "--set", "OverlaySel=Multiple",
-                             "--set", f"MultipleOverlayDetails={slots}", stdout=subprocess.DEVNULL))
-        self.program = wait_for(program)
+                             "--set", f"MultipleOverlayDetails={slots}", stdout=subprocess.DEVNULL,
+                             stderr=self.log.open("w")))
+        self.program = wait_for(lambda: self.check_running() or program())
         self.main = wait_for(lambda: self.top("frame"))
         self.problems = []
+
+    def check_running(self):
+        if self.running[-1].poll() is not None:
+            raise Failure(f"the window has ended with {self.running[-1].returncode}: {self.log.read_text()}")
 
     def top(self, *roles, title=None, besides=()):
         """A window of the program by its role and title."""
@@ -209,6 +215,22 @@ class Window:
         wait_for(lambda: top not in children(self.program) or "showing" not in states(top))
 
 
+def hear_of_overlays(window):
+    """A note that changes is announced, wherever the focus is."""
+    heard = []
+
+    def hear(event):
+        with contextlib.suppress(GLib.Error):  # what has shown may be gone
+            heard.append((event.source.get_role_name(), event.source.get_name()))
+    listener = Atspi.EventListener.new(hear)
+    listener.register("object:state-changed:showing")
+    with window.dialog(lambda: window.press(window.main, "push button", "Details..."), close="OK") as dialog:
+        window.press(dialog, "radio button", "Even")
+        wait_for(lambda: "checked" in states(window.find(dialog, "radio button", "Even")))
+    wait_for(lambda: any(role == "notification" and name.startswith("Overlays by page") for role, name in heard))
+    listener.deregister("object:state-changed:showing")
+
+
 def go_through(window):
     main = window.main
     window.compare(next(each for each in walk(main) if each.get_role_name() == "menu bar"), "menus")
@@ -230,6 +252,7 @@ def go_through(window):
         window.compare(dialog, "name")
     with window.dialog(lambda: window.choose("About this window"), close="Close") as dialog:
         window.compare(dialog, "help")
+    hear_of_overlays(window)
 
 
 def prepare(kiln, home):
