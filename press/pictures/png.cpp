@@ -56,6 +56,8 @@ void readResolution(std::string_view bytes, Image& image) {
 
 // Divides pixels of `channels` bytes, of which the last one is the opacity.
 void divide(const std::vector<png_byte>& pixels, std::size_t channels, std::string& colours, std::string& opacity) {
+  colours.reserve(pixels.size() / channels * (channels - 1));
+  opacity.reserve(pixels.size() / channels);
   for (std::size_t at = 0; at < pixels.size(); at += channels) {
     for (std::size_t i = 0; i + 1 < channels; ++i) colours += static_cast<char>(pixels[at + i]);
     opacity += static_cast<char>(pixels[at + channels - 1]);
