@@ -1,5 +1,6 @@
 #include "window/dialogs/name_question.h"
 
+#include <QAbstractButton>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -27,6 +28,7 @@ std::optional<QString> askForName(const NameQuestion& question, QWidget* parent)
     column->addWidget(note);
   }
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
+  for (QAbstractButton* button : buttons->buttons()) button->setIcon({});  // as in the plug-in's dialogs
   QPushButton* ok = buttons->button(QDialogButtonBox::Ok);
   const auto show = [ok, field] { ok->setEnabled(field->isAllowed()); };
   QObject::connect(field, &NameField::judged, &dialog, show);

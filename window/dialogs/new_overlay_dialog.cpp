@@ -2,6 +2,7 @@
 
 #include "window/page/paper_view.h"
 
+#include <QAbstractButton>
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -51,6 +52,7 @@ NewOverlayDialog::NewOverlayDialog(NewOverlayQuestion asked, const Texts& texts,
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
   connect(buttons, &QDialogButtonBox::accepted, this, &NewOverlayDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  for (QAbstractButton* button : buttons->buttons()) button->setIcon({});  // as in the plug-in's dialogs
   QPushButton* ok = buttons->button(QDialogButtonBox::Ok);
   const auto showAllowed = [this, ok] { ok->setEnabled(field->isAllowed()); };
   connect(field, &NameField::judged, this, showAllowed);
