@@ -88,7 +88,7 @@ class NewOverlayTest : public testing::Test {
   static QImage pictureIn(const QWidget& dialog) { return dialog.findChild<PaperView*>("form")->picture().image; }
 
   QTemporaryDir folder;
-  Testing::OpenWindow open;
+  Testing::OpenWindow open{[this](Request& request) { request.record = path("session.drive").toStdString(); }};
   Testing::Answers answers{open};
 };
 
@@ -228,6 +228,13 @@ TEST_F(NewOverlayTest, IsOfferedWithoutThePluginsButtons) {
   EXPECT_TRUE(without.find<QPushButton>("newOverlayButton").isVisible());
 }
 
+TEST_F(NewOverlayTest, IsRecordedAsAJobWithThatName) {
+  make("Letterhead.pdf", {button("OK")});
+  EXPECT_THAT(bytesOf(path("session.drive").toStdString()),
+              HasSubstr("job-step Letterhead\n#= {\"ok\":true}\nprint-overlay\n#= {\"ok\":true,\"created\":true}\n"
+                        "select-index cmb_EffOverlay 2\n"));
+}
+
 class RenamedOverlayTest : public NewOverlayTest {
  protected:
   RenamedOverlayTest() {
@@ -281,6 +288,12 @@ TEST_F(RenamedOverlayTest, StaysChosen) {
   EXPECT_EQ(overlayFile(), file);
   open.settle();
   EXPECT_EQ(open.find<QLabel>("overlays").text(), "Overlays by page: 1-4: Company logo");
+}
+
+TEST_F(RenamedOverlayTest, IsRecorded) {
+  rename({[](QWidget& dialog) { type(dialog, "Company logo"); }});
+  EXPECT_THAT(bytesOf(path("session.drive").toStdString()),
+              HasSubstr("rename-overlay \"Company logo\"\n#= {\"ok\":true}\n"));
 }
 
 TEST_F(RenamedOverlayTest, HasANameOfItsOwn) {
