@@ -88,6 +88,10 @@ TEST_F(EditorPreviewTest, ShowsThePageUnderTheWatermarkUnlessItIsSwitchedOff) {
   });
 }
 
+TEST_F(EditorPreviewTest, LeavesTheFirstFocusToTheText) {
+  edit([this] { EXPECT_EQ(editor->focusWidget()->objectName().toStdString(), "txt_EffWMTxtBox"); });
+}
+
 TEST_F(EditorPreviewTest, HasTheShapeOfThePageThatIsShown) {
   const std::string file = open.home.filePath("wide.pdf").toStdString();
   Press::Effects twoOnOne;

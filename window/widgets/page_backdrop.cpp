@@ -8,7 +8,7 @@ namespace Window {
 namespace {
 
 // How much of the paper's white lies over the page, so that the watermark stands out.
-constexpr double veil = 0.4;
+constexpr double whiteOverPage = 0.4;
 
 }  // namespace
 
@@ -27,7 +27,7 @@ void PageBackdrop::take(const PagePicture& picture) {
   if (!dimmed.isNull()) {
     size = picture.millimetres * pointsPerMillimetre;
     QPainter painter(&dimmed);
-    painter.setOpacity(veil);
+    painter.setOpacity(whiteOverPage);
     painter.fillRect(dimmed.rect(), Qt::white);
   }
   Q_EMIT changed();

@@ -18,10 +18,10 @@ constexpr double knobDistance = 20;
 constexpr double spotRadius = 4;
 
 // How far beside the watermark and its handle the mouse still takes them.
-constexpr double nearby = 5;
+constexpr double gripMargin = 5;
 
-constexpr Press::Down rows[] = {Press::Down::upper, Press::Down::centre, Press::Down::lower};
-constexpr Press::Across columns[] = {Press::Across::left, Press::Across::centre, Press::Across::right};
+constexpr Press::Down placeRows[] = {Press::Down::upper, Press::Down::centre, Press::Down::lower};
+constexpr Press::Across placeColumns[] = {Press::Across::left, Press::Across::centre, Press::Across::right};
 
 // Of three, from 0.
 int indexOf(Press::Down down) { return down == Press::Down::upper ? 0 : down == Press::Down::centre ? 1 : 2; }
@@ -30,7 +30,7 @@ int indexOf(Press::Across across) {
 }
 
 // Degrees counter-clockwise from one direction to another, from -180 to 180.
-double between(const QPointF& centre, const QPointF& from, const QPointF& to) {
+double turnBetween(const QPointF& centre, const QPointF& from, const QPointF& to) {
   const double degrees = QLineF(centre, from).angleTo(QLineF(centre, to));
   return degrees > 180 ? degrees - 360 : degrees;
 }
@@ -70,12 +70,12 @@ std::optional<QPointF> WatermarkView::handle() const {
 }
 
 std::optional<WatermarkView::Grip::Kind> WatermarkView::gripAt(const QPointF& place) const {
-  if (const auto knob = handle(); knob && QLineF(*knob, place).length() <= knobRadius + nearby)
+  if (const auto knob = handle(); knob && QLineF(*knob, place).length() <= knobRadius + gripMargin)
     return Grip::Kind::turns;
   if (!isMovable || parts.empty()) return std::nullopt;
   const QPointF inText = placement(sheet()).inverted().map(place);
   const double scale = sheet().width() / paper.width();
-  const double beside = nearby / std::max(scale, 1e-6);
+  const double beside = gripMargin / std::max(scale, 1e-6);
   if (bounds.adjusted(-beside, -beside, beside, beside).contains(inText)) return Grip::Kind::moves;
   return std::nullopt;
 }
@@ -85,8 +85,8 @@ WatermarkView::Place WatermarkView::wanted() const {
   const QPointF dragged = spotOf(watermark.down, watermark.across) + grip->now - grip->start;
   Place nearest = present();
   double least = std::numeric_limits<double>::infinity();
-  for (const Press::Down down : rows)
-    for (const Press::Across across : columns)
+  for (const Press::Down down : placeRows)
+    for (const Press::Across across : placeColumns)
       if (const double length = QLineF(dragged, spotOf(down, across)).length(); length < least) {
         least = length;
         nearest = {down, across};
@@ -95,7 +95,7 @@ WatermarkView::Place WatermarkView::wanted() const {
 }
 
 void WatermarkView::turn() {
-  const double turned = grip->angle + between(grip->centre, grip->start, grip->now);
+  const double turned = grip->angle + turnBetween(grip->centre, grip->start, grip->now);
   const int whole = static_cast<int>(std::lround(turned));
   const int reached = std::clamp(whole, turnable->least, turnable->most);
   if (reached != angle() || reached != whole) Q_EMIT angleWanted(reached, reached != whole);
@@ -137,8 +137,8 @@ void WatermarkView::paintPlaces(QPainter& painter) const {
   const QColor highlight = palette().color(QPalette::Highlight);
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
-  for (const Press::Down down : rows)
-    for (const Press::Across across : columns) {
+  for (const Press::Down down : placeRows)
+    for (const Press::Across across : placeColumns) {
       const bool isChosen = Place{down, across} == chosen;
       painter.setPen(QPen(isChosen ? QColor(Qt::white) : QColor(0, 0, 0, 90), 1));
       painter.setBrush(isChosen ? highlight : QColor(255, 255, 255, 120));

@@ -89,29 +89,37 @@ void WatermarkView::show(const Press::Watermark& newWatermark) {
 }
 
 void WatermarkView::showPage(const PageOrder& order, const QString& switchText) {
-  page = new PageBackdrop(order, this);
+  backdrop = new PageBackdrop(order, this);
   pageSwitch = new QCheckBox(switchText, this);
   pageSwitch->setObjectName("showsPage");
   pageSwitch->setChecked(true);
   connect(pageSwitch, &QCheckBox::toggled, this, qOverload<>(&QWidget::update));
-  connect(page, &PageBackdrop::changed, this, [this] {
-    if (!page->points().isEmpty()) paper = page->points();
+  connect(backdrop, &PageBackdrop::changed, this, [this] {
+    if (!backdrop->points().isEmpty()) paper = backdrop->points();
     update();
   });
   fitPage();
 }
 
-bool WatermarkView::isSettled() const { return page == nullptr || page->isSettled(); }
+bool WatermarkView::isSettled() const { return backdrop == nullptr || backdrop->isSettled(); }
 
 void WatermarkView::fitPage() {
-  if (page == nullptr) return;
+  if (backdrop == nullptr) return;
   const QSize wanted = pageSwitch->sizeHint();
   pageSwitch->setGeometry(roundSheet, height() - wanted.height() - 2, wanted.width(), wanted.height());
   const QSizeF room = QSizeF(width() - 2 * roundSheet, pageSwitch->y() - 2 * roundSheet).expandedTo({1, 1});
-  page->fit((room * devicePixelRatioF()).toSize());
+  backdrop->fit((room * devicePixelRatioF()).toSize());
 }
 
 void WatermarkView::resizeEvent(QResizeEvent*) { fitPage(); }
+
+// The switch is the first widget, but what makes the watermark has the first focus.
+void WatermarkView::showEvent(QShowEvent*) {
+  if (pageSwitch == nullptr || window()->focusWidget() != nullptr) return;
+  QWidget* next = pageSwitch->nextInFocusChain();
+  while (next != pageSwitch && (next->focusPolicy() & Qt::TabFocus) == 0) next = next->nextInFocusChain();
+  next->setFocus();
+}
 
 QRectF WatermarkView::sheet() const {
   const int below = pageSwitch == nullptr ? height() : pageSwitch->y();
@@ -152,10 +160,10 @@ void WatermarkView::paintEvent(QPaintEvent*) {
   paintDesk(painter, *this);
   const QRectF sheet = this->sheet();
   paintSheet(painter, sheet);
-  if (page != nullptr && pageSwitch->isChecked() && !page->image().isNull()) {
-    const bool isExact = (sheet.size() * devicePixelRatioF()).toSize() == page->image().size();
+  if (backdrop != nullptr && pageSwitch->isChecked() && !backdrop->image().isNull()) {
+    const bool isExact = (sheet.size() * devicePixelRatioF()).toSize() == backdrop->image().size();
     painter.setRenderHint(QPainter::SmoothPixmapTransform, !isExact);
-    painter.drawImage(sheet, page->image());
+    painter.drawImage(sheet, backdrop->image());
   }
   if (!refusal.isEmpty()) {
     painter.setPen(Qt::darkGray);

@@ -69,6 +69,7 @@ class WatermarkView final : public QWidget {
  protected:
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
@@ -114,7 +115,7 @@ class WatermarkView final : public QWidget {
   void paintParts(QPainter& painter) const;
 
   QSizeF paper;
-  PageBackdrop* page = nullptr;
+  PageBackdrop* backdrop = nullptr;
   QCheckBox* pageSwitch = nullptr;
   bool isMovable = false;
   std::optional<AngleRange> turnable;
