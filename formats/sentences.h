@@ -9,15 +9,14 @@
 
 #include "formats/catalogue.h"
 
+#include <atomic>
 #include <concepts>
 #include <deque>
 #include <functional>
 #include <initializer_list>
-#include <memory>
-#include <mutex>
 #include <string>
 #include <string_view>
-#include <type_traits>
+#include <thread>
 #include <utility>
 
 namespace Formats {
@@ -32,17 +31,16 @@ class Language {
   // Speaks the catalogue's language from now on, or English where the catalogue is damaged. English for an empty
   // function.
   void speak(Read newCatalogue) {
-    const std::lock_guard lock(mutex);
+    const Turn turn(busy);
     read = std::move(newCatalogue);
     catalogue.clear();
     made.clear();
   }
 
   std::string make(std::string_view english, std::initializer_list<std::string> arguments) {
-    const std::lock_guard lock(mutex);
-    // A failure to read makes sentences, too, which are then English.
-    if (const Read reading = std::exchange(read, nullptr))
-      catalogue = CatalogueReader::read(reading()).value_or(Catalogue());
+    if (isReading) return fill(english, arguments);
+    const Turn turn(busy);
+    if (read) catalogue = catalogueOf(std::exchange(read, nullptr));
     if (catalogue.empty()) return fill(english, arguments);
     const auto found = catalogue.find(english);
     const std::string sentence = fill(found == catalogue.end() ? english : found->second, arguments);
@@ -52,11 +50,35 @@ class Language {
   }
 
   std::string english(const std::string& sentence) {
-    const std::lock_guard lock(mutex);
+    const Turn turn(busy);
     return originalOf(sentence);
   }
 
  private:
+  class Turn {
+   public:
+    explicit Turn(std::atomic_flag& flag) : busy(flag) {
+      while (busy.test_and_set(std::memory_order_acquire)) std::this_thread::yield();
+    }
+    ~Turn() { busy.clear(std::memory_order_release); }
+    Turn(const Turn&) = delete;
+    Turn& operator=(const Turn&) = delete;
+
+   private:
+    std::atomic_flag& busy;
+  };
+
+  // A failure to read makes sentences, too, which are English.
+  static Catalogue catalogueOf(const Read& reading) {
+    struct Mark {
+      Mark() { isReading = true; }
+      ~Mark() { isReading = false; }
+    } const mark;
+    return CatalogueReader::read(reading()).value_or(Catalogue());
+  }
+
+  static inline thread_local bool isReading = false;
+
   // Enough for what an action of a user tells.
   static constexpr std::size_t mostRemembered = 200;
 
@@ -88,7 +110,8 @@ class Language {
     return sentence;
   }
 
-  std::recursive_mutex mutex;
+  // A mutex is not in every standard library for Windows, and nobody holds this long.
+  std::atomic_flag busy;
   Read read;
   Catalogue catalogue;
   std::deque<std::pair<std::string, std::string>> made;  // the latest sentences, and each in English

@@ -262,7 +262,7 @@ const std::string* XmlElement::find(std::string_view attribute) const {
 }
 
 std::string located(const std::string& source, std::size_t line, std::string_view what) {
-  return source + ":" + std::to_string(line) + ": " + std::string(what);
+  return Formats::sentence("{1}:{2}: {3}", source, line, what);
 }
 
 void parseXml(std::string_view bytes, const std::string& source, const XmlLimits& limits, XmlHandler& handler) {

@@ -277,6 +277,12 @@ TEST_F(RecordingTest, TellsWhatFailed) {
   EXPECT_THAT(lines().back(), HasSubstr("session.drive"));
 }
 
+TEST_F(RecordingTest, TellsInEnglishWhatFailedInAnotherLanguage) {
+  answers.choose("OPEN_TICKET", {Testing::file(folder.filePath("session.drive"))});
+  EXPECT_THAT(open.window->failures().join(' ').toStdString(), HasSubstr("nicht wohlgeformt"));
+  EXPECT_THAT(lines().back(), HasSubstr(":1: not well-formed (invalid token)\""));
+}
+
 TEST_F(RecordingTest, OfAHomeReplaysWithACopyOfIt) {
   makeWatermark("Mine");
   open.find<QCheckBox>("chk_EffRot180Deg").click();
