@@ -17,6 +17,7 @@
 namespace Window {
 namespace {
 
+using testing::HasSubstr;
 using testing::UnorderedElementsAre;
 
 const std::vector<std::string> locales = {"en-US", "de-DE", "fr-FR", "ja-JP", "zh-CN", "zh-TW"};
@@ -86,6 +87,8 @@ TEST_P(LanguageTest, HasQtSpeakIt) {
   EXPECT_EQ(cancel, open.find<QPushButton>("CANCEL").text());
   EXPECT_EQ(GetParam() == "en-US", QCoreApplication::translate("QFileDialog", "Look in:") == "Look in:");
   EXPECT_EQ(GetParam() == "en-US", QCoreApplication::translate("QColorDialog", "&Basic colors") == "&Basic colors");
+  EXPECT_EQ(GetParam() == "en-US",
+            QCoreApplication::translate("QIODevice", "Permission denied") == "Permission denied");
 }
 
 TEST_P(LanguageTest, HasHelpOnTheWindow) {
@@ -141,6 +144,15 @@ TEST(LanguageMenu, SwitchesTheWindowAndKeepsWhatWasSet) {
   EXPECT_EQ(open.find<QPushButton>("CANCEL").text(), "Abbrechen");
   EXPECT_TRUE(open.find<QCheckBox>("ePTKWPageMirrorImage").isChecked());
   EXPECT_EQ(open.find<QTabWidget>("tabs").currentWidget()->objectName(), "pro_tab_device");
+}
+
+TEST(LanguageMenu, SwitchesTheSentencesOfErrors) {
+  Testing::OpenWindow open([](Request& request) { request.document = "/no/such/file.pdf"; });
+  EXPECT_THAT(open.window->pageFailure().toStdString(), HasSubstr("\"/no/such/file.pdf\" does not exist"));
+  open.choose("languages", "de-DE");
+  EXPECT_THAT(open.window->pageFailure().toStdString(), HasSubstr("„/no/such/file.pdf“ ist nicht vorhanden"));
+  open.choose("languages", "en-US");
+  EXPECT_THAT(open.window->pageFailure().toStdString(), HasSubstr("\"/no/such/file.pdf\" does not exist"));
 }
 
 TEST(ModelMenu, OpensEveryModel) {

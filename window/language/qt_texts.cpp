@@ -1,5 +1,9 @@
 #include "window/language/qt_texts.h"
 
+#include "formats/sentences.h"
+
+#include <string_view>
+
 namespace Window {
 namespace {
 
@@ -86,6 +90,30 @@ constexpr Translation translations[] = {
     {"&Green:", "GREEN"},
     {"Bl&ue:", "BLUE"},
     {"&HTML:", "COLOUR_CODE"},
+    {"Scroll here", "SCROLL_HERE"},
+    {"Left edge", "SCROLL_START"},
+    {"Right edge", "SCROLL_END"},
+    {"Top", "SCROLL_TOP"},
+    {"Bottom", "SCROLL_BOTTOM"},
+    {"Page up", "PAGE_UP"},
+    {"Page down", "PAGE_DOWN"},
+    {"Page left", "PAGE_LEFT"},
+    {"Page right", "PAGE_RIGHT"},
+    {"Scroll up", "SCROLL_UP"},
+    {"Scroll down", "SCROLL_DOWN"},
+    {"Scroll left", "SCROLL_LEFT"},
+    {"Scroll right", "SCROLL_RIGHT"},
+    {"&Step up", "STEP_UP"},
+    {"Step &down", "STEP_DOWN"},
+    {"Recent Places", "RECENT_PLACES"},
+    {"All Files (*)", "ALL_FILES"},
+    {"Are you sure you want to delete '%1'?", "DELETE_FILE_QUESTION"},
+    {"'%1' is write protected.\nDo you want to delete it anyway?", "DELETE_PROTECTED"},
+    {"Could not delete directory.", "NOT_DELETED"},
+    {"&Select All", "SELECT_ALL"},
+    {"Ctrl", "KEY_CONTROL"},
+    {"Shift", "KEY_SHIFT"},
+    {"Del", "KEY_DELETE"},
     {"Closes the dock widget", "CLOSES_PANE"},
     {"Undocks and re-attaches the dock widget", "FLOATS_PANE"},
 };
@@ -97,8 +125,12 @@ void QtTexts::setTexts(const Texts& texts) {
   for (const Translation& known : Window::translations) translations.insert(known.qtText, texts(known.name));
 }
 
-QString QtTexts::translate(const char*, const char* sourceText, const char*, int) const {
-  return translations.value(sourceText);
+QString QtTexts::translate(const char* context, const char* sourceText, const char*, int) const {
+  const auto known = translations.find(sourceText);
+  if (known != translations.end()) return *known;
+  // Qt names the system's reasons as the system does.
+  const bool isReason = context != nullptr && std::string_view(context) == "QIODevice";
+  return isReason ? QString::fromStdString(Formats::sentence(sourceText)) : QString();
 }
 
 }  // namespace Window
