@@ -16,7 +16,8 @@ std::string inQuotes(const std::string& word) {
 
 int runProcess(const std::vector<std::string>& words, const std::vector<std::string>& environment,
                const StandardFiles& files) {
-  std::string line = "env";
+  // Sentences are English unless a test says otherwise.
+  std::string line = "env -u LC_ALL -u LC_MESSAGES -u LANGUAGE LANG=C.UTF-8";
   for (const std::string& setting : environment) line += ' ' + inQuotes(setting);
   for (const std::string& word : words) line += ' ' + inQuotes(word);
   line += " <" + inQuotes(files.in) + " >" + inQuotes(files.out) + " 2>" + inQuotes(files.err);
