@@ -1,4 +1,5 @@
 // The effect and the answer of each command.
+#include "script/json.h"
 #include "tests/script/scripted.h"
 
 #include <gmock/gmock.h>
