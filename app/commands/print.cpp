@@ -31,7 +31,7 @@ OUT.pdf stands for standard input or output. Pages of overlays are counted among
 Examples:
   kiln print letter.pdf printed.pdf --set MirrorImage=MirrorImage
   kiln print letter.pdf printed.pdf --watermark Draft --pages 1,3,5-
-  kiln print letter.pdf printed.pdf --watermark-text "For review" --watermark-colour #FF0000
+  kiln print letter.pdf printed.pdf --watermark-text "For review" --watermark-colour "#FF0000"
   kiln print letter.pdf printed.pdf --settings
   kiln print letter.pdf --overlay Letterhead:1 --overlay Continuation:2- --dry-run
   kiln print letter.pdf --printer office --copies 2 --sides two-sided-long-edge

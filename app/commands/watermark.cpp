@@ -26,7 +26,7 @@ constexpr const char* footer = R"(Everything goes through the plug-in's own edit
 
 Examples:
   kiln watermark list
-  kiln watermark add "For review" --size 72 --colour #FF0000 --angle 45
+  kiln watermark add "For review" --size 72 --colour "#FF0000" --angle 45
   kiln watermark edit "For review" --place top --transparency 60
   kiln watermark delete "For review"
 
