@@ -1,6 +1,7 @@
 #include "host/home.h"
 
 #include "files/disk.h"
+#include "files/whole_file.h"
 
 namespace Refhost {
 
@@ -13,12 +14,17 @@ Home::Home(const std::filesystem::path& wanted) {
   path = homePath(wanted.empty() ? temporary.emplace().path() : wanted);
   std::error_code ignored;
   std::filesystem::create_directories(path.parent_path(), ignored);
-  try {
-    Files::realDisk().createPrivateFolder(path);
-  } catch (const Files::DiskError&) {
-    // Writers report it.
-  }
-  for (const char* name : {"user", "profile"}) std::filesystem::create_directories(path / name, ignored);
+  // Writers report what fails here.
+  const auto attempt = [this](const auto& work) {
+    try {
+      work();
+    } catch (const Files::DiskError& error) {
+      if (problem.empty()) problem = error.what();
+    }
+  };
+  attempt([this] { Files::createPrivateFolder(Files::realDisk(), path); });
+  if (!problem.empty()) return;
+  for (const char* name : {"user", "profile"}) attempt([&] { Files::createFolders(Files::realDisk(), path / name); });
 }
 
 }  // namespace Refhost

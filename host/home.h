@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
 
 namespace Refhost {
 
@@ -18,6 +19,9 @@ class Home {
   explicit Home(const std::filesystem::path& wanted);
 
   std::filesystem::path path;
+
+  // Why a folder of it is missing, as one sentence; empty when all are there.
+  std::string problem;
 
  private:
   std::optional<Files::TemporaryFolder> temporary;

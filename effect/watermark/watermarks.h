@@ -98,6 +98,7 @@ class Watermarks final : public Kiln::RefCount {
   // Reading.
   bool readUserFile();
   bool readUserFileOnce();
+  void readBuiltIn();
   void readLocalData();
   void note(const Kiln::Exception& problem);
   bool readAll(Kiln::Dom::INode& root, const Text& path);

@@ -24,16 +24,33 @@ const OverruledRecord* sameIn(const std::vector<OverruledRecord>& kept, Kiln::Do
 
 // False when nothing more must be read.
 bool Watermarks::readUserFile() {
+  bool isCopying = false;
   try {
     bool isRead = false;
     untilFilesStay([&] {
       isRead = readUserFileOnce();
-      if (!isRead) fileAt(userPath).copyFrom(Address::builtInWatermarks);
+      isCopying = !isRead;
+      if (isCopying) fileAt(userPath).copyFrom(Address::builtInWatermarks);
+      isCopying = false;
     });
     return isRead || readUserFileOnce();
   } catch (const Kiln::Exception& problem) {
     tellOnce(problem);
+    if (isCopying) readBuiltIn();
     return true;
+  }
+}
+
+// Takes the built-in watermarks from where they came with the program: somebody whose home cannot be written can print
+// them all the same. What is saved later goes into the user's file as ever, or fails as it does. A home with something
+// else in place of the folder is damaged, and has no watermarks until that is mended.
+void Watermarks::readBuiltIn() {
+  try {
+    const auto folder = host.path(userPath)->folder();
+    if (folder->exists() && !folder->isFolder()) return;
+    readAll(*host.documents()->read(host.resource(Address::builtInWatermarks)), userPath);
+  } catch (const Kiln::Exception& problem) {
+    note(problem);
   }
 }
 

@@ -30,6 +30,9 @@ struct FileWorld {
   // survive; empty when nobody needs to know.
   std::function<void(const std::filesystem::path&, const Files::DiskError&)> onUnread = {};
 
+  // Why a folder of the home is missing, as one sentence; empty when all are there.
+  std::string homeProblem = {};
+
   // Keeps its changes and those of other programs apart.
   std::shared_ptr<ChangeGuard> guard = std::make_shared<ChangeGuard>();
 

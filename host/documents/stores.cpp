@@ -22,9 +22,23 @@ class FileStore final : public Kiln::Services::FileBackingStoreIO {
   void write(Kiln::StringView bytes) override { pending += bytes.view(); }
 
   // Drops the bytes of a failed commit, which the next one would store as well.
-  void commit() override { saveTraced(world, file, std::exchange(pending, {})); }
+  void commit() override {
+    const std::string bytes = std::exchange(pending, {});
+    try {
+      saveTraced(world, file, bytes);
+    } catch (const Kiln::Exception&) {
+      if (world.homeProblem.empty() || hasFolder()) throw;
+      throw failure(Files::shownPath(file) + " cannot be written, because " + world.homeProblem);
+    }
+  }
 
  private:
+  bool hasFolder() const {
+    bool isThere = false;
+    Files::tryTo([&] { isThere = world.disk.kind(file.parent_path()) == Files::EntryKind::folder; });
+    return isThere;
+  }
+
   const FileWorld& world;
   Kiln::SmartPtr<Kiln::Services::Path> givenPath;
   std::filesystem::path file;

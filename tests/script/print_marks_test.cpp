@@ -96,6 +96,21 @@ TEST_F(PrintMarks, NeedNoHomeThatCanBeWrittenWhereNothingOfItIsAskedFor) {
   }
 }
 
+TEST_F(PrintMarks, AreThereInAHomeThatCannotBeWritten) {
+  const path filled = testFolder() / "filled";
+  fs::create_directories(filled);
+  writeFile(filled / "user", "a file");
+  const auto outcome =
+      runKiln({"print", job.string(), out.string(), "--watermark", "Draft", "--home", filled.string()});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_THAT(readFile(out), HasSubstr("/KilnW Do"));
+  EXPECT_THAT(runKiln({"watermark", "list", "--home", filled.string()}).out, HasSubstr("Draft\n"));
+  const auto added = runKiln({"watermark", "add", "Mine", "--home", filled.string()});
+  EXPECT_EQ(added.status, 1);
+  EXPECT_THAT(added.err, HasSubstr("user/ZVeffect.xml cannot be written, because " + (filled / "user").string() +
+                                   " cannot be created: "));
+}
+
 TEST_F(PrintMarks, SettingsOfTheWatermarkGoWithIt) {
   EXPECT_THAT(said({"--watermark", "Draft", "--set", "FirstPageOnly=True"}), HasSubstr("the content of page 1: "));
 }

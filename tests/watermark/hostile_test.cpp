@@ -115,7 +115,8 @@ TEST_F(Store, AMissingUsersFolderIsTold) {
   std::filesystem::remove(home.folder.path / "user");
   home.putLocalFile("a", oneRecord("WM_a", "from a"));
   const auto store = world.open();
-  EXPECT_THAT(world.list(*store), ElementsAre("0=None", "WM_a=from a"));
+  EXPECT_THAT(world.list(*store), ElementsAre("0=None", "1=Confidential", "2=Draft", "3=Copy", "4=Urgent",
+                                              "5=For internal use", "WM_a=from a"));
   EXPECT_THAT(world.face.failures, ElementsAre(HasSubstr("ZVeffect.xml")));
   EXPECT_THROW(world.add(*store, u"Mine"), Kiln::Exception);
   EXPECT_FALSE(store->hasName(u"Mine"));
@@ -230,6 +231,23 @@ TEST(ABadDisk, WhileOpeningIsToldWhereAFileCannotBeBroughtIntoForm) {
   StoreWorld world(home.folder.path, disk);
   EXPECT_THAT(world.list(*world.open()), ElementsAre("0=None", "WM_1=Mine"));
   EXPECT_THAT(world.face.failures, ElementsAre(HasSubstr("ZVeffect.xml")));
+}
+
+TEST(ABadDisk, ThatNothingCanBeWrittenToHasTheBuiltInWatermarks) {
+  Home home;
+  BadDisk disk(Files::realDisk());
+  disk.isReadOnly = true;
+  StoreWorld world(home.folder.path, disk);
+  const auto store = world.open();
+  EXPECT_THAT(world.list(*store),
+              ElementsAre("0=None", "1=Confidential", "2=Draft", "3=Copy", "4=Urgent", "5=For internal use"));
+  EXPECT_THAT(world.face.failures, ElementsAre(HasSubstr("ZVeffect.xml")));
+  EXPECT_THROW(world.add(*store, u"Mine"), Kiln::Exception);
+  EXPECT_FALSE(store->hasName(u"Mine"));
+
+  disk.isReadOnly = false;
+  world.add(*store, u"Mine");
+  EXPECT_THAT(world.list(*world.open()), SizeIs(7));
 }
 
 TEST(ABadDisk, LeavesLocalDataThatCannotBeLookedAtAnewAsItWas) {
