@@ -112,7 +112,7 @@ void tellLengthOfKey(QPDF& pdf) {
   encryption.replaceKey("/Length", QPDFObjectHandle::newInteger(bits));
 }
 
-std::unique_ptr<QPDF> read(const fs::path& file, const std::string& password) {
+std::unique_ptr<QPDF> readWith(const fs::path& file, const std::string& password) {
   auto pdf = std::make_unique<QPDF>();
   pdf->setSuppressWarnings(true);
   pdf->processInputSource(std::make_shared<InputFile>(file), password.c_str());
@@ -122,7 +122,7 @@ std::unique_ptr<QPDF> read(const fs::path& file, const std::string& password) {
 // Null when that is not the password.
 std::unique_ptr<QPDF> readIfOpened(const fs::path& file, const std::string& password) {
   try {
-    return read(file, password);
+    return readWith(file, password);
   } catch (const QPDFExc& problem) {
     if (problem.getErrorCode() != qpdf_e_password) throw;
     return nullptr;

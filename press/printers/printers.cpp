@@ -16,7 +16,7 @@ struct Functions {
   KilnSendToPrinter send = nullptr;
 };
 
-Functions loadPrinters() {
+Functions loadFunctions() {
   const std::filesystem::path file = Files::productModule("kiln-printers.so");
   std::string reason = "it is not the library of this program";
   try {
@@ -34,7 +34,7 @@ Functions loadPrinters() {
 }
 
 const Functions& functions() {
-  static const Functions loaded = loadPrinters();
+  static const Functions loaded = loadFunctions();
   return loaded;
 }
 
@@ -43,7 +43,7 @@ struct Listing {
   std::string failure;
 };
 
-void receive(void* context, const char* name, const char* description, int isDefault, int printsBothSides) {
+void receivePrinter(void* context, const char* name, const char* description, int isDefault, int printsBothSides) {
   static_cast<Listing*>(context)->printers.push_back({name, description, isDefault != 0, printsBothSides != 0});
 }
 
@@ -53,7 +53,7 @@ struct Sending {
   std::string failure = {};
 };
 
-int report(void* context, long long done, long long total) {
+int reportSent(void* context, long long done, long long total) {
   Sending& sending = *static_cast<Sending*>(context);
   sending.isStopped = sending.progress && !sending.progress(done, total);
   return sending.isStopped ? 0 : 1;
@@ -64,7 +64,7 @@ int report(void* context, long long done, long long total) {
 std::vector<Printer> systemPrinters() {
   Listing listing;
   const auto fail = [](void* context, const char* reason) { static_cast<Listing*>(context)->failure = reason; };
-  if (functions().list(&receive, fail, &listing) == 0)
+  if (functions().list(&receivePrinter, fail, &listing) == 0)
     throw Error("The system's printers cannot be listed (" + listing.failure + "): see that its print service runs.");
   return listing.printers;
 }
@@ -76,7 +76,7 @@ std::string sendToPrinter(const std::filesystem::path& pdf, const PrinterJob& jo
   const std::string sides(job.sides ? sidesKeywords[static_cast<std::size_t>(*job.sides)] : "");
   const KilnPrintRequest request{job.printer.c_str(), job.title.c_str(), pdf.c_str(), job.copies,
                                  job.sides ? sides.c_str() : nullptr};
-  const int number = functions().send(&request, &report, fail, &sending);
+  const int number = functions().send(&request, &reportSent, fail, &sending);
   if (number != 0) return job.printer.substr(0, job.printer.find('/')) + '-' + std::to_string(number);
   if (sending.isStopped) throw Stopped();
   throw Error("The printer \"" + job.printer + "\" does not take the job (" + sending.failure +

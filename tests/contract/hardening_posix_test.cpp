@@ -107,7 +107,8 @@ TEST_P(Hardening, IndirectJumpsLeadToMarkedPlacesOnly) { EXPECT_THAT(file.code()
 #endif
 
 INSTANTIATE_TEST_SUITE_P(BuiltFiles, Hardening,
-                         testing::Values(KILN_FILE, PLUGIN_FILE, WINDOW_FILE, PICTURES_FILE, ARCHIVES_FILE));
+                         testing::Values(KILN_FILE, PLUGIN_FILE, WINDOW_FILE, PICTURES_FILE, PRINTERS_FILE,
+                                         ARCHIVES_FILE));
 
 TEST(HardenedProgram, IsBuiltToBeMoved) { EXPECT_NE(Elf(KILN_FILE).dynamic(DT_FLAGS_1) & DF_1_PIE, 0u); }
 
