@@ -17,7 +17,7 @@ constexpr std::string_view ofWidgets = "id hidden disabled flex width height too
 
 constexpr ElementFormat layoutElements[] = {
     {"tabpanel", "", "label orient align pack", ofWidgets},
-    {"dialog", "", "title buttons buttonlabelaccept buttonlabelcancel orient align pack", ofWidgets},
+    {"dialog", "", "title buttons buttonlabelaccept buttonlabelcancel defaultbutton orient align pack", ofWidgets},
     {"vbox", containers, "align pack dir", ofWidgets},
     {"hbox", containers, "align pack dir", ofWidgets},
     {"groupbox", containers, "align pack label", ofWidgets},
@@ -92,6 +92,7 @@ class Reader {
       layout.title = textOf(element, "title");
       layout.acceptButton = button(element, "accept", "$IDS_OK;");
       layout.cancelButton = button(element, "cancel", "$IDS_CANCEL;");
+      layout.isCancelDefault = textOf(element, "defaultbutton") == u"cancel";
     }
     readChildren(tree, *layout.root);
     return layout;
@@ -112,6 +113,7 @@ class Reader {
     demandOneOf(element, "orient", {"horizontal", "vertical"});
     demandOneOf(element, "type", {"integer"});
     demandOneOf(element, "dlgtype", {"extra1", "help"});
+    demandOneOf(element, "defaultbutton", {"accept", "cancel"});
     for (const XmlAttribute& attribute : element.attributes)
       if (attribute.value.starts_with("$IDS_") && !world.strings.has(Formats::toUtf16(attribute.value)))
         fail(element,

@@ -24,6 +24,9 @@ struct Layout {
   Kiln::SmartPtr<Button> acceptButton;
   Kiln::SmartPtr<Button> cancelButton;
 
+  // Whether the Return key presses Cancel, and not OK.
+  bool isCancelDefault = false;
+
   // The widget with that id; null when the layout has none.
   WidgetNode* find(std::u16string_view id) const;
 };

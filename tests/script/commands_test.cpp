@@ -271,7 +271,7 @@ TEST(ScriptCommands, TraceGivesEachEventOnceFromTheOpeningOn) {
               Contains(json({{"op", "load"}, {"url", "chrome://fake/content/tab.xul"}})));
   EXPECT_THAT(run.answers.at(0).at("events"),
               Contains(json({{"op", "connect"}, {"signal", "click"}, {"of", "btn_modal"}})));
-  EXPECT_EQ(run.answers.at(1).at("events"), Script::Json::array());
+  EXPECT_EQ(run.answers.at(1).at("events"), json::array());
   EXPECT_THAT(run.answers.at(4).at("events"),
               Contains(json({{"op", "signal"}, {"signal", "selection-change"}, {"of", "Colour"}, {"value", "Red"}})));
 }
@@ -358,7 +358,7 @@ TEST(ScriptCommands, TraceFileHoldsEveryEventOnALineOfItsOwn) {
   request.trace = std::filesystem::path(testing::TempDir()) / "kiln-trace.jsonl";
   const auto run = runScript("reload\ntrace\n", request);
   std::ifstream file(request.trace);
-  json events = Script::Json::array();
+  json events = json::array();
   for (std::string line; std::getline(file, line);) events.push_back(json::parse(line));
   EXPECT_GT(events.size(), 10u);
   EXPECT_EQ(events, run.answers.at(1).at("events"));
@@ -378,7 +378,7 @@ TEST(ScriptCommands, RootlessHasNoUserInterface) {
   EXPECT_THAT(run.answers.at(0).at("error"), HasSubstr("no user interface"));
   EXPECT_EQ(run.answers.at(1).at("ok"), false);
   EXPECT_EQ(run.answers.at(2).at("value"), "Black");
-  EXPECT_EQ(run.answers.at(3).at("open"), Script::Json::array());
+  EXPECT_EQ(run.answers.at(3).at("open"), json::array());
 }
 
 }  // namespace

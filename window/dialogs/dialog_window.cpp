@@ -5,6 +5,7 @@
 
 #include <QDialogButtonBox>
 #include <QEventLoop>
+#include <QLabel>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
@@ -15,8 +16,29 @@
 #include <utility>
 
 namespace Window {
+namespace {
 
-DialogWindow::DialogWindow(Refhost::Dialog& shownDialog, const Surroundings& around, QWidget* parent)
+// The widest name that is shown whole, in pixels: about as wide as the questions.
+constexpr int widestSubject = 320;
+
+QLabel* subjectLabel(const QString& subject, QWidget* parent) {
+  auto* label = new QLabel(parent);
+  label->setObjectName("subject");
+  label->setTextFormat(Qt::PlainText);
+  QFont bold = label->font();
+  bold.setBold(true);
+  label->setFont(bold);
+  const QString whole = plainText(subject);
+  label->setText(QFontMetrics(bold).elidedText(whole, Qt::ElideMiddle, widestSubject));
+  if (label->text() != whole) label->setToolTip(toolTipOf(whole, true));
+  label->setAccessibleName(whole);
+  return label;
+}
+
+}  // namespace
+
+DialogWindow::DialogWindow(Refhost::Dialog& shownDialog, const QString& subject, const Surroundings& around,
+                           QWidget* parent)
     : QDialog(parent),
       dialog(shownDialog) {
   Refhost::Layout& layout = dialog.layout();
@@ -33,7 +55,8 @@ DialogWindow::DialogWindow(Refhost::Dialog& shownDialog, const Surroundings& aro
     if (!showsCorrection()) dialog.accept();
   });
   view->adopt(*layout.cancelButton, *cancel, [this] { dialog.cancel(); });
-  accept->setDefault(true);
+  (layout.isCancelDefault ? cancel : accept)->setDefault(true);
+  if (layout.isCancelDefault) cancel->setFocus();  // a focused button is the default one
   for (const TextField* field : findChildren<TextField*>())
     connect(field, &TextField::limited, this, [this, accept](bool isChanged) {
       wasCorrected = isChanged && accept->hasFocus() && QGuiApplication::mouseButtons() != Qt::NoButton;
@@ -54,6 +77,7 @@ DialogWindow::DialogWindow(Refhost::Dialog& shownDialog, const Surroundings& aro
   });
 
   auto* column = new QVBoxLayout(this);
+  if (!subject.isEmpty()) column->addWidget(subjectLabel(subject, this));
   column->addWidget(view->widget(), 1);
   column->addSpacing(column->spacing());
   column->addWidget(buttons);

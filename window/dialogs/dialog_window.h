@@ -18,7 +18,8 @@ class DialogWindow final : public QDialog {
   Q_OBJECT
 
  public:
-  DialogWindow(Refhost::Dialog& shownDialog, const Surroundings& around, QWidget* parent);
+  // `subject` is the name of what the dialog is about, shown above its content; empty for none.
+  DialogWindow(Refhost::Dialog& shownDialog, const QString& subject, const Surroundings& around, QWidget* parent);
 
   void update(const Refhost::WidgetNode& node) { view->update(node); }
 

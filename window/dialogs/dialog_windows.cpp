@@ -6,22 +6,24 @@
 
 namespace Window {
 
-DialogWindow& DialogWindows::add(Refhost::Dialog& dialog, const Surroundings& around, QWidget* parent) {
+DialogWindow& DialogWindows::add(Refhost::Dialog& dialog, const QString& subject, const Surroundings& around,
+                                 QWidget* parent) {
   // Over the topmost open dialog, if any.
   QWidget* below = QApplication::activeModalWidget();
-  auto* window = new DialogWindow(dialog, around, below != nullptr ? below : parent);
+  auto* window = new DialogWindow(dialog, subject, around, below != nullptr ? below : parent);
   windows[&dialog] = window;
   return *window;
 }
 
-void DialogWindows::runModally(Refhost::Dialog& dialog, const Surroundings& around, QWidget* parent) {
-  DialogWindow& window = add(dialog, around, parent);
+void DialogWindows::runModally(Refhost::Dialog& dialog, const QString& subject, const Surroundings& around,
+                               QWidget* parent) {
+  DialogWindow& window = add(dialog, subject, around, parent);
   window.runModally();
   window.deleteLater();
 }
 
 void DialogWindows::open(Refhost::Dialog& dialog, const Surroundings& around, QWidget* parent) {
-  add(dialog, around, parent).show();
+  add(dialog, {}, around, parent).show();
 }
 
 void DialogWindows::closed(Refhost::Dialog& dialog) {

@@ -2,6 +2,7 @@
 
 #include "window/dialogs/name_question.h"
 #include "window/preferences/overlay_naming.h"
+#include "window/dialogs/subject.h"
 
 namespace Window {
 
@@ -13,9 +14,15 @@ Surroundings WindowFace::surroundings() const {
   return around;
 }
 
-void WindowFace::runModally(Refhost::Dialog& dialog) { dialogs.runModally(dialog, surroundings(), &world.window); }
+void WindowFace::runModally(Refhost::Dialog& dialog) {
+  dialogs.runModally(dialog, subjectOf(dialog), surroundings(), &world.window);
+}
 
 void WindowFace::dialogOpened(Refhost::Dialog& dialog) { dialogs.open(dialog, surroundings(), &world.window); }
+
+QString WindowFace::subjectOf(Refhost::Dialog& dialog) const {
+  return Window::subjectOf(dialog, world.session.preferences().gui(), world.session.actions(), asked);
+}
 
 void WindowFace::dialogClosed(Refhost::Dialog& dialog) { dialogs.closed(dialog); }
 
@@ -35,6 +42,7 @@ std::optional<std::u16string> WindowFace::askJobStep() {
                               .judge = judgeOfNew(world.session),
                               .note = effectsInOverlay(world.session)};
   const auto name = askForName(question, &world.window);
+  asked = name;
   const auto given = name ? std::optional(toWide(*name)) : std::nullopt;
   world.session.actions().named(given);
   return given;

@@ -5,6 +5,7 @@
 #include "window/widgets/face_names.h"
 #include "window/widgets/item_list.h"
 #include "window/widgets/items.h"
+#include "window/widgets/list_input.h"
 #include "window/widgets/node_facts.h"
 #include "window/widgets/readers.h"
 
@@ -33,6 +34,7 @@ QWidget* buildList(Refhost::WidgetNode& node, ShownTree& tree, QWidget* parent) 
     showItems(*list, selector.items());
     list->setCurrentRow(selector.selection());
   });
+  pressButtonsFrom(node, tree, *list);
   return list;
 }
 
@@ -54,6 +56,7 @@ QWidget* buildCombo(Refhost::WidgetNode& node, ShownTree& tree, QWidget* parent)
     showChosen(*combo);
     if (preview != nullptr) combo->setPlaceholderText(plainText(toQt(preview->watermark().face)));
   });
+  pressButtonsFrom(node, tree, *combo);
   return combo;
 }
 

@@ -1,0 +1,17 @@
+// What a question before a deletion or a replacement is about.
+#pragma once
+
+#include "host/gui.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace Window {
+
+// The displayed name of the entry that the dialog would delete or replace; empty for other dialogs, and when the dialog
+// shows the name itself. `tabs` may be null. `asked` is the last name that the user has entered for a new overlay.
+QString subjectOf(Refhost::Dialog& dialog, const Refhost::Gui* tabs, const Refhost::UserActions& actions,
+                  const std::optional<QString>& asked);
+
+}  // namespace Window
