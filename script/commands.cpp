@@ -5,6 +5,7 @@
 #include "formats/text.h"
 #include "host/overlay_job.h"
 #include "host/overlay_names.h"
+#include "host/profiles/built_in_watermarks.h"
 #include "host/profiles/profile.h"
 #include "script/describe.h"
 #include "script/session.h"
@@ -239,6 +240,13 @@ Json importProfileFile(Session& session, const Arguments& words) {
   return {{"notes", notes}};
 }
 
+Json restoreWatermarks(Session& session, const Arguments& words) {
+  demandNoDialog(session);
+  session.gui();
+  Refhost::restoreBuiltIns(session.preferences(), words);
+  return Json::object();
+}
+
 struct Command {
   // The arguments after the name, as shown in messages, and their minimum and maximum number.
   const char* usage;
@@ -269,6 +277,7 @@ const std::map<std::string, Command, std::less<>>& commandTable() {
       {"undo", {"", 0, 0, undo}},
       {"redo", {"", 0, 0, redo}},
       {"defaults", {"", 0, 0, defaults}},
+      {"restore-watermarks", {"ID...", 1, anyNumber, restoreWatermarks}},
       {"print", {"", 0, 0, print}},
       {"print-overlay", {"", 0, 0, printOverlay}},
       {"rename-overlay", {"NAME", 1, 1, renameOverlay}},

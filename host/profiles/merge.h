@@ -21,6 +21,13 @@ using Renamed = std::map<std::u16string, std::u16string>;
 // Resolves a string-table reference; returns other texts unchanged.
 using Translate = std::function<std::u16string(std::u16string_view)>;
 
+// A record's name, which is its text when it has none, and its id.
+std::u16string nameOfRecord(Node& record);
+std::u16string idOfRecord(Node& record);
+
+// The content of a watermark file with the records, in its order.
+std::string watermarkBytes(const Node& root);
+
 struct MergedWatermarks {
   // The new content of the home's file; nothing when unchanged.
   std::optional<std::string> file;

@@ -22,16 +22,6 @@ std::u16string field(Node& record, std::u16string_view name) {
   return found ? found->value().str() : std::u16string();
 }
 
-// Falls back to the text for records without a name.
-std::u16string nameOf(Node& record) {
-  const bool isNamed = static_cast<bool>(record.child(Field::stylename));
-  return field(record, isNamed ? Field::stylename : Field::label);
-}
-
-std::u16string idOf(Node& record) {
-  return std::u16string(Formats::idInFile(record.localNameText(), field(record, Field::value)));
-}
-
 bool isReference(std::u16string_view name) { return name.starts_with(u"$IDS_") && name.ends_with(u';'); }
 
 using Fields = std::set<std::pair<std::u16string, std::u16string>>;
@@ -49,7 +39,7 @@ void collect(const Node& node, const std::u16string& path, Fields& fields) {
 Fields contentOf(Node& record) {
   Fields fields;
   collect(record, {}, fields);
-  const bool cameWithTheProgram = isReference(nameOf(record));
+  const bool cameWithTheProgram = isReference(nameOfRecord(record));
   std::erase_if(fields, [&](const auto& entry) {
     const std::u16string& path = entry.first;
     return path == u"/value" || path == u"/downloaded" || path == u"/stylename" ||
@@ -66,7 +56,7 @@ class WatermarkMerge {
 
   // Returns the record's id in the home.
   std::u16string add(Node& record) {
-    const std::u16string wanted = nameOf(record);
+    const std::u16string wanted = nameOfRecord(record);
     std::u16string name = wanted;
     for (int number = 2;; ++number) {
       const auto known = byName.find(name);
@@ -81,29 +71,21 @@ class WatermarkMerge {
   // Reserves an id of the profile, so that no other record gets it.
   void reserve(const std::u16string& id) { reserved.insert(id); }
 
-  // In the order of watermark files.
-  std::string bytes() const {
-    std::multimap<std::pair<bool, std::u16string>, Record> inOrder;
-    for (const Record& record : root->children())
-      inOrder.emplace(std::pair(record->localNameText() != noneId, record->localNameText()), record);
-    const auto sorted = make<Node>(root->localNameText());
-    for (const auto& [place, record] : inOrder) sorted->append(record);
-    return writeXml(*sorted, NameEscaping::on);
-  }
+  std::string bytes() const { return watermarkBytes(*root); }
 
  private:
   void take(const Record& record) {
     ids.insert(record->localNameText());
-    ids.insert(idOf(*record));
-    byName.emplace(nameOf(*record), record);
+    ids.insert(idOfRecord(*record));
+    byName.emplace(nameOfRecord(*record), record);
   }
 
   std::u16string append(Node& record, const std::u16string& name) {
-    std::u16string id = idOf(record);
+    std::u16string id = idOfRecord(record);
     for (int number = 2; ids.contains(id) || (number > 2 && reserved.contains(id)); ++number)
-      id = idOf(record) + u'_' + Formats::toUtf16(std::to_string(number));
+      id = idOfRecord(record) + u'_' + Formats::toUtf16(std::to_string(number));
     const auto added = record.copy();
-    if (name != nameOf(record)) added->childOrNew(Field::stylename)->setValue(name);
+    if (name != nameOfRecord(record)) added->childOrNew(Field::stylename)->setValue(name);
     if (id != field(record, Field::value)) added->childOrNew(Field::value)->setValue(id);
     if (const auto downloaded = added->child(Field::downloaded)) downloaded->setValue(Formats::Value::no);
     root->setChild(id, added);
@@ -128,6 +110,24 @@ std::u16string numbered(std::u16string_view name, int number, std::size_t units)
   return result + ending;
 }
 
+std::u16string nameOfRecord(Node& record) {
+  const bool isNamed = static_cast<bool>(record.child(Field::stylename));
+  return field(record, isNamed ? Field::stylename : Field::label);
+}
+
+std::u16string idOfRecord(Node& record) {
+  return std::u16string(Formats::idInFile(record.localNameText(), field(record, Field::value)));
+}
+
+std::string watermarkBytes(const Node& root) {
+  std::multimap<std::pair<bool, std::u16string>, Record> inOrder;
+  for (const Record& record : root.children())
+    inOrder.emplace(std::pair(record->localNameText() != noneId, record->localNameText()), record);
+  const auto sorted = make<Node>(root.localNameText());
+  for (const auto& [place, record] : inOrder) sorted->append(record);
+  return writeXml(*sorted, NameEscaping::on);
+}
+
 Kiln::SmartPtr<Node> readWatermarks(std::string_view bytes, const std::string& source) {
   return readXml(bytes, source, documentLimits, NameEscaping::on);
 }
@@ -140,10 +140,10 @@ MergedWatermarks mergeWatermarks(Kiln::SmartPtr<Node> home, Node& profile, const
   }
 
   WatermarkMerge merge(home, translate);
-  for (const Record& record : profile.children()) merge.reserve(idOf(*record));
+  for (const Record& record : profile.children()) merge.reserve(idOfRecord(*record));
   MergedWatermarks merged;
   for (const Record& record : profile.children()) {
-    const std::u16string name = nameOf(*record);
+    const std::u16string name = nameOfRecord(*record);
     if (!Formats::isUsableName(name)) continue;  // the record for no watermark
     const std::u16string id = merge.add(*record);
     if (id != record->localNameText()) merged.ids[record->localNameText()] = id;
