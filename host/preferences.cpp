@@ -110,6 +110,13 @@ void Preferences::loadDeviceTab() {
 
 PropertyModel& Preferences::model() { return run->model(); }
 
+PresetChoice& Preferences::presets() {
+  if (!run->presets)
+    run->presets = std::make_unique<PresetChoice>(*this, Presets(run->files.disk, home(), runOptions.longestWait),
+                                                  [this](const std::string& sentence) { face.tell(sentence); });
+  return *run->presets;
+}
+
 const StringTables& Preferences::strings() const { return run->strings; }
 
 std::optional<std::u16string> Preferences::setting(std::u16string_view key) const {

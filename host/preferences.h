@@ -9,6 +9,7 @@
 #include "host/gui.h"
 #include "host/mode.h"
 #include "host/model/properties.h"
+#include "host/preset_choice.h"
 #include "host/trace.h"
 
 #include <filesystem>
@@ -136,6 +137,9 @@ class Preferences {
 
   // Applies those of the values that a user may set on this model, as one user action.
   void apply(const TracePairs& values);
+
+  // The presets of the home. Valid while the preferences are open.
+  PresetChoice& presets();
 
   // Sets a property in a transition of the host.
   void set(const std::u16string& name, const std::u16string& value);

@@ -93,6 +93,8 @@ struct Preferences::Run {
   bool isOver = false;  // whether there are no tabs, or they are closed
   Kiln::SmartPtr<Kiln::UIPlugin> plugin;
 
+  std::unique_ptr<PresetChoice> presets;  // null until it is asked for
+
   UndoHistory past;
   UndoHistory future;      // what was undone
   bool isUndoable = true;  // whether the current action is to be added to the past

@@ -93,7 +93,7 @@ void tidyHome(Files::Disk& disk, const fs::path& home, std::chrono::milliseconds
               const std::function<void(const std::string&)>& tell) {
   completeImport(disk, home, longestWait, tell);
   try {
-    const fs::path folders[] = {home, home / "profile"};
+    const fs::path folders[] = {home, home / "profile", home / "presets"};
     const bool isTidy =
         std::ranges::none_of(folders, [&](const auto& each) { return Files::hasTemporaries(disk, each); });
     const auto lock = isTidy ? std::nullopt : lockAtOnce(disk, home);

@@ -240,6 +240,44 @@ Json importProfileFile(Session& session, const Arguments& words) {
   return {{"notes", notes}};
 }
 
+Json savePreset(Session& session, const Arguments& words) {
+  demandNoDialog(session);
+  session.gui();
+  session.preferences().presets().save(words[0]);
+  return Json::object();
+}
+
+Json choosePreset(Session& session, const Arguments& words) {
+  demandNoDialog(session);
+  session.gui();
+  const auto gone = session.preferences().presets().choose(words[0]);
+  return {{"watermarkGone", gone.watermark}, {"overlayGone", gone.overlay}};
+}
+
+Json renamePreset(Session& session, const Arguments& words) {
+  demandNoDialog(session);
+  session.gui();
+  session.preferences().presets().rename(words[0]);
+  return Json::object();
+}
+
+Json deletePreset(Session& session, const Arguments&) {
+  demandNoDialog(session);
+  session.gui();
+  session.preferences().presets().remove();
+  return Json::object();
+}
+
+Json presets(Session& session, const Arguments&) {
+  session.gui();
+  Refhost::PresetChoice& choice = session.preferences().presets();
+  Json names = Json::array();
+  for (const std::u16string& name : choice.names()) names.push_back(text(name));
+  return {{"presets", names},
+          {"chosen", choice.chosen() ? text(*choice.chosen()) : Json(nullptr)},
+          {"changed", choice.isChanged()}};
+}
+
 Json restoreWatermarks(Session& session, const Arguments& words) {
   demandNoDialog(session);
   session.gui();
@@ -278,6 +316,10 @@ const std::map<std::string, Command, std::less<>>& commandTable() {
       {"redo", {"", 0, 0, redo}},
       {"defaults", {"", 0, 0, defaults}},
       {"restore-watermarks", {"ID...", 1, anyNumber, restoreWatermarks}},
+      {"preset", {"NAME", 1, 1, choosePreset}},
+      {"preset-save", {"NAME", 1, 1, savePreset}},
+      {"preset-rename", {"NAME", 1, 1, renamePreset}},
+      {"preset-delete", {"", 0, 0, deletePreset}},
       {"print", {"", 0, 0, print}},
       {"print-overlay", {"", 0, 0, printOverlay}},
       {"rename-overlay", {"NAME", 1, 1, renameOverlay}},
@@ -300,6 +342,7 @@ const std::map<std::string, Command, std::less<>>& commandTable() {
       {"get", {"NAME", 1, 1, get}},
       {"properties", {"", 0, 0, properties}},
       {"setting", {"KEY", 1, 1, setting}},
+      {"presets", {"", 0, 0, presets}},
       {"widget", {"ID", 1, 1, widget}},
       {"dialogs", {"", 0, 0, dialogs}},
       {"trace", {"", 0, 0, trace}},

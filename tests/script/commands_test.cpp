@@ -324,6 +324,21 @@ TEST(ScriptCommands, RedoDoesAgainWhatUndoTookBack) {
   EXPECT_EQ(run.answers.at(4).at("value"), "Red");
 }
 
+TEST(ScriptCommands, PresetsAreSavedChosenRenamedAndDeleted) {
+  const auto run = runScript("set Colour Red\npreset-save Mine\ndefaults\npresets\npreset Mine\nget Colour\n"
+                             "preset-rename Yours\npresets\npreset-delete\npresets\npreset Mine\n");
+  EXPECT_EQ(run.answers.at(1), done);
+  EXPECT_EQ(run.answers.at(3),
+            json({{"ok", true}, {"presets", json::array({"Mine"})}, {"chosen", "Mine"}, {"changed", true}}));
+  EXPECT_EQ(run.answers.at(4), json({{"ok", true}, {"watermarkGone", false}, {"overlayGone", false}}));
+  EXPECT_EQ(run.answers.at(5).at("value"), "Red");
+  EXPECT_EQ(run.answers.at(7),
+            json({{"ok", true}, {"presets", json::array({"Yours"})}, {"chosen", "Yours"}, {"changed", false}}));
+  EXPECT_EQ(run.answers.at(9),
+            json({{"ok", true}, {"presets", json::array()}, {"chosen", nullptr}, {"changed", false}}));
+  EXPECT_EQ(run.answers.at(10).at("ok"), false);
+}
+
 TEST(ScriptCommands, PrintAsksThePluginAndLeavesThePreferencesOpen) {
   const auto run = runScript("print\nclick chk_veto\nprint\nwidget chk_veto\n");
   EXPECT_EQ(run.answers.at(0), done);
