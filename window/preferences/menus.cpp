@@ -44,6 +44,7 @@ void Menus::build() {
   QMenuBar& bar = *window.menuBar();
   bar.clear();
   fillFileMenu(*bar.addMenu(texts("FILE")));
+  fillEditMenu(*bar.addMenu(texts("EDIT")));
   fillModelMenu(*bar.addMenu(texts("MODEL")));
   fillLanguageMenu(*bar.addMenu(texts("LANGUAGES")));
 
@@ -76,6 +77,25 @@ void Menus::fillFileMenu(QMenu& menu) {
   quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
 }
 
+void Menus::fillEditMenu(QMenu& menu) {
+  undoEntry = addEntry(menu, "UNDO", QKeySequence::Undo, actions.undo);
+  redoEntry = addEntry(menu, "REDO", QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), actions.redo);
+  for (QAction* entry : {undoEntry, redoEntry}) entry->setObjectName(entry->objectName() + "_ENTRY");
+  menu.addSeparator();
+  addEntry(menu, "WATERMARKS_BACK", {}, actions.bringBackWatermarks);
+}
+
+void Menus::showHistory(const std::optional<QString>& undone, const std::optional<QString>& redone) {
+  const Texts texts = session.texts();
+  const auto show = [&texts](QAction& entry, const char* plain, const char* named, const std::optional<QString>& name) {
+    const bool isNamed = name && !name->isEmpty();
+    entry.setText(isNamed ? texts(named).arg(QString(*name).replace('&', "&&")) : texts(plain));
+    entry.setEnabled(name.has_value());
+  };
+  show(*undoEntry, "UNDO", "UNDO_ACTION", undone);
+  show(*redoEntry, "REDO", "REDO_ACTION", redone);
+}
+
 // A choice reopens the preferences and rebuilds the menus, so it is queued until the menu has closed.
 void Menus::fillModelMenu(QMenu& menu) {
   menu.setObjectName("models");
@@ -105,11 +125,12 @@ void Menus::fillLanguageMenu(QMenu& menu) {
   }
 }
 
-void Menus::addEntry(QMenu& menu, const char* name, const QKeySequence& keys, const std::function<void()>& action) {
+QAction* Menus::addEntry(QMenu& menu, const char* name, const QKeySequence& keys, const std::function<void()>& action) {
   QAction* entry = menu.addAction(session.texts()(name));
   entry->setObjectName(name);
   entry->setShortcut(keys);
   QObject::connect(entry, &QAction::triggered, &window, [this, action] { messages.guarded(action); });
+  return entry;
 }
 
 }  // namespace Window

@@ -7,6 +7,7 @@
 #include <QList>
 
 #include <functional>
+#include <optional>
 #include <string>
 
 class QAction;
@@ -25,6 +26,9 @@ struct MenuActions {
   std::function<void()> saveTicket;
   std::function<void()> exportProfile;
   std::function<void()> importProfile;
+  std::function<void()> undo;
+  std::function<void()> redo;
+  std::function<void()> bringBackWatermarks;
   std::function<void()> helpOnTab;
   std::function<void()> helpOnWindow;
   std::function<void()> reportProblem;
@@ -43,17 +47,23 @@ class Menus {
   // Builds all menus for the model and the language of the open preferences.
   void build();
 
+  // Shows what undo and redo would do; nothing disables the entry. The names may be empty.
+  void showHistory(const std::optional<QString>& undone, const std::optional<QString>& redone);
+
  private:
   void fillFileMenu(QMenu& menu);
+  void fillEditMenu(QMenu& menu);
   void fillModelMenu(QMenu& menu);
   void fillLanguageMenu(QMenu& menu);
-  void addEntry(QMenu& menu, const char* name, const QKeySequence& keys, const std::function<void()>& action);
+  QAction* addEntry(QMenu& menu, const char* name, const QKeySequence& keys, const std::function<void()>& action);
 
   QMainWindow& window;
   Session& session;
   Messages& messages;
   QAction& inspector;
   MenuActions actions;
+  QAction* undoEntry = nullptr;
+  QAction* redoEntry = nullptr;
 };
 
 }  // namespace Window

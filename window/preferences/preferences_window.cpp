@@ -6,11 +6,14 @@
 #include "window/language/fonts.h"
 #include "window/page/page_panel.h"
 #include "window/page/paper.h"
+#include "window/preferences/action_names.h"
+#include "window/preferences/built_in_watermarks.h"
 #include "window/preferences/button_row.h"
 #include "window/preferences/overlay_list.h"
 #include "window/preferences/overlay_making.h"
 #include "window/preferences/overlay_printing.h"
 #include "window/preferences/plugin_tabs.h"
+#include "window/preferences/preset_actions.h"
 #include "window/preferences/printing.h"
 #include "window/preferences/problem_report.h"
 #include "window/preferences/profile_actions.h"
@@ -27,6 +30,7 @@
 #include <QKeyEvent>
 #include <QLocale>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QSysInfo>
 
@@ -75,6 +79,7 @@ PreferencesWindow::PreferencesWindow(const Request& request)
       face({*this, session, *tabs, *pages, messages, help}),
       closing(*this, session, *tabs),
       menus(*this, session, messages, *inspector->toggleViewAction(), menuActions()),
+      presets(new PresetBar(messages, presetActions(), centre)),
       buttons(new ButtonRow(messages)),
       session(onThisMachine(request.preferences), face) {
   installReaders();
@@ -114,7 +119,10 @@ void PreferencesWindow::build() {
 
   auto* sides = new QHBoxLayout;
   sides->setSpacing(between);
-  sides->addWidget(tabs);
+  auto* settings = new QVBoxLayout;
+  settings->addWidget(presets);
+  settings->addWidget(tabs, 1);
+  sides->addLayout(settings);
   sides->addWidget(pages, 1);
   addButtons();
   auto* all = new QVBoxLayout(centre);
@@ -131,7 +139,7 @@ void PreferencesWindow::build() {
 
 void PreferencesWindow::addButtons() {
   buttons->add("RESTORE", this, [this] { preferences().restoreDefaults(); });
-  undoButton = buttons->add("UNDO", this, [this] { preferences().undo(); }, QKeySequence::Undo);
+  undoButton = buttons->add("UNDO", this, [this] { travel(&Refhost::Preferences::undo); }, QKeySequence::Undo);
   buttons->add("HELP_BUTTON", this, [this] { help.onTab(); }, Qt::Key_F1);
   buttons->divide();
   buttons->add("PRINT_BUTTON", this, toDo(print), QKeySequence::Print);
@@ -159,11 +167,40 @@ MenuActions PreferencesWindow::menuActions() {
           .saveTicket = toDo(saveTicket),
           .exportProfile = toDo(exportProfile),
           .importProfile = toDo(importProfile),
+          .undo = [this] { travel(&Refhost::Preferences::undo); },
+          .redo = [this] { travel(&Refhost::Preferences::redo); },
+          .bringBackWatermarks = toDo(bringBackWatermarks),
           .helpOnTab = [this] { help.onTab(); },
           .helpOnWindow = [this] { help.onWindow(); },
           .reportProblem = toDo(reportProblem),
           .reopen = [this](const std::string& model, const std::string& locale) { reopen(model, locale); },
           .ofPage = [this] { return pages->viewActions(); }};
+}
+
+PresetActions PreferencesWindow::presetActions() {
+  const auto showAfterwards = [this] {
+    return qScopeGuard([this] { presets->showPresets(preferences().presets(), session.texts()); });
+  };
+  const auto shown = [showAfterwards](std::function<void()> action) {
+    return [showAfterwards, action = std::move(action)] {
+      const auto atEnd = showAfterwards();
+      action();
+    };
+  };
+  const auto choose = [this, showAfterwards](const QString& name) {
+    const auto atEnd = showAfterwards();
+    choosePreset({*this, face, session, job, *pages, messages, recording}, name);
+  };
+  return {.choose = choose,
+          .save = shown(toDo(savePreset)),
+          .rename = shown(toDo(renamePreset)),
+          .remove = shown(toDo(deletePreset))};
+}
+
+// What is printed on may be another file, or none.
+void PreferencesWindow::travel(void (Refhost::Preferences::*direction)()) {
+  (preferences().*direction)();
+  pages->redraw();
 }
 
 std::function<void()> PreferencesWindow::toDo(void (*action)(const ActionWorld&)) {
@@ -237,10 +274,13 @@ void PreferencesWindow::showOpened() {
   giveAccessKeys(*this);
   orderFocus();
   setDocument(job.file());
-  preferences().model().onChange([this] {
+  const auto follow = [this] {
     stale = true;
     QMetaObject::invokeMethod(this, &PreferencesWindow::showState, Qt::QueuedConnection);
-  });
+  };
+  preferences().model().onChange(follow);
+  preferences().onHistory = follow;
+  presets->showPresets(preferences().presets(), session.texts());
   showState();
 }
 
@@ -254,14 +294,13 @@ void PreferencesWindow::showLanguage() {
   QCoreApplication::removeTranslator(&qtTexts);
   QCoreApplication::installTranslator(&qtTexts);
   buttons->setTexts(texts);
-  undoButton->setShortcut(QKeySequence::Undo);
   tabs->setAccessibleName(texts("TITLE"));
   pages->setTexts(texts);
   inspector->setTexts(texts);
   menus.build();
 }
 
-// Tab order: tabs, page, buttons, although the tabs were filled last.
+// Tab order: tabs, page, buttons, presets, although the tabs were filled last.
 void PreferencesWindow::orderFocus() {
   QWidget* last = tabs;
   for (QWidget* each = tabs->nextInFocusChain(); each != tabs; each = each->nextInFocusChain())
@@ -270,6 +309,8 @@ void PreferencesWindow::orderFocus() {
   for (QWidget* each : pages->findChildren<QWidget*>())
     if ((each->focusPolicy() & Qt::TabFocus) != 0) others.push_back(each);
   for (QPushButton* button : buttons->buttons()) others.push_back(button);
+  for (QWidget* each : presets->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
+    if ((each->focusPolicy() & Qt::TabFocus) != 0) others.push_back(each);
   for (QWidget* each : others) {
     setTabOrder(last, each);
     last = each;
@@ -279,7 +320,8 @@ void PreferencesWindow::orderFocus() {
 void PreferencesWindow::showState() {
   stale = false;
   if (preferences().gui() == nullptr) return;
-  undoButton->setEnabled(preferences().canUndo());
+  showHistory();
+  presets->showState(preferences().presets(), session.texts());
   showPaper();
   pages->setEffects(session.effects());
   inspector->showProperties(preferences().model());
@@ -289,6 +331,18 @@ void PreferencesWindow::showPaper() {
   const std::u16string paper = preferences().model().value(u"PaperSize").value_or(u"");
   const QString label = paper.empty() ? QString() : "$IDS_DEVICE_PAPERSIZE_" + toQt(paper).toUpper() + ';';
   pages->setPaper(session.texts().shown(toWide(label)), paperOf(paper));
+}
+
+void PreferencesWindow::showHistory() {
+  const auto name = [this](const Refhost::UserAction* action) {
+    return action == nullptr ? std::nullopt : std::optional(nameOf(*action, session.texts(), *tabs));
+  };
+  const auto undone = name(preferences().nextToUndo());
+  undoButton->setEnabled(undone.has_value());
+  const QString keys = QKeySequence(QKeySequence::Undo).toString(QKeySequence::NativeText);
+  undoButton->setToolTip(undone && !undone->isEmpty() ? session.texts()("UNDO_ACTION").arg(*undone) + " (" + keys + ')'
+                                                      : keys);
+  menus.showHistory(undone, name(preferences().nextToRedo()));
 }
 
 void PreferencesWindow::reopen(const std::string& model, const std::string& locale) {

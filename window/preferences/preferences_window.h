@@ -9,6 +9,7 @@
 #include "window/preferences/job.h"
 #include "window/preferences/menus.h"
 #include "window/preferences/messages.h"
+#include "window/preferences/preset_bar.h"
 #include "window/preferences/session.h"
 #include "window/preferences/window_face.h"
 #include "window/window.h"
@@ -76,6 +77,9 @@ class PreferencesWindow final : public QMainWindow {
   void showPaper();
   void orderFocus();
   void reopen(const std::string& model, const std::string& locale);
+  void showHistory();
+  void travel(void (Refhost::Preferences::*direction)());
+  PresetActions presetActions();
   void openDocument();
   void setDocument(const Press::JobFile& file);
 
@@ -92,6 +96,7 @@ class PreferencesWindow final : public QMainWindow {
   WindowFace face;
   Closing closing;
   Menus menus;
+  PresetBar* presets;
   ButtonRow* buttons;
   QPushButton* undoButton = nullptr;
   QPushButton* okButton = nullptr;
