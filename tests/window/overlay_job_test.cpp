@@ -260,7 +260,14 @@ TEST_F(OverlayJobTest, LeavesTheSettingsAsTheyWere) {
   const auto before = open.window->preferences().model().values();
   print({name("Letterhead")});
   EXPECT_EQ(open.window->preferences().model().values(), before);
-  EXPECT_FALSE(open.find<QPushButton>("UNDO").isEnabled());
+}
+
+TEST_F(OverlayJobTest, IsTakenBackByUndo) {
+  print({name("Letterhead")});
+  EXPECT_EQ(open.find<QPushButton>("UNDO").toolTip(), "Undo: Add overlay");
+  open.find<QPushButton>("UNDO").click();
+  open.settle();
+  EXPECT_EQ(listed(), QStringList());
 }
 
 TEST_F(OverlayJobTest, IsSeenInTheInspector) {
