@@ -1,5 +1,6 @@
 // Access keys and F1, in the window and in every dialog, in every language.
 #include "tests/window/answers.h"
+#include "tests/window/stored_overlays.h"
 #include "window/dialogs/dialog_window.h"
 
 #include <gmock/gmock.h>
@@ -83,6 +84,7 @@ class AccessKeysTest : public testing::TestWithParam<std::string> {
   }
 
   Testing::OpenWindow open{[](Request& request) {
+    Testing::useSeveralOverlays(request);
     request.preferences.locale = GetParam();
     request.preferences.settings.emplace_back(u"kilnworks.watermark.stylename.support", u"True");
     request.inspector = true;
@@ -105,13 +107,16 @@ TEST_P(AccessKeysTest, AndHelpAreInTheDialogsOfTheWindow) {
 }
 
 TEST_P(AccessKeysTest, AndHelpAreInTheDialogsOfThePlugin) {
-  const auto inDialogOf = [this](const char* opener) {
-    QTimer::singleShot(0, open.window.get(), [&] { look(opener)(*QApplication::activeModalWidget()); });
+  for (const char* opener : {"btn_WMAdd", "but_EffDet"}) {
+    bool wasOpen = false;
+    QTimer::singleShot(0, open.window.get(), [&] {
+      wasOpen = true;
+      look(opener)(*QApplication::activeModalWidget());
+    });
     open.find<QPushButton>(opener).click();
-  };
-  inDialogOf("btn_WMAdd");
-  open.window->preferences().model().submit({{u"OverlaySel", u"Multiple"}});
-  inDialogOf("but_EffDet");
+    EXPECT_TRUE(wasOpen) << opener;
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
   for (const char16_t* address :
        {u"chrome://effect/content/dlg_overlayfull.xul", u"chrome://base/content/dlg_overwrite.xul",
         u"chrome://base/content/dlg_confirmdelete.xul"}) {

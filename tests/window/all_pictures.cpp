@@ -1,6 +1,7 @@
 #include "tests/window/all_pictures.h"
 
 #include "tests/window/answers.h"
+#include "tests/window/stored_overlays.h"
 #include "window/dialogs/dialog_window.h"
 
 #include <QDir>
@@ -34,8 +35,8 @@ class Album {
   Album(const std::string& folder, const std::string& locale, const std::string& palette)
       : place(QString::fromStdString(folder)),
         open([&](Request& request) {
+          Testing::useSeveralOverlays(request);
           request.preferences.locale = locale;
-          request.preferences.properties = {{u"OverlaySel", u"Multiple"}};
           request.preferences.settings.emplace_back(u"kilnworks.watermark.stylename.support", u"True");
         }) {
     start = QString::fromStdString(locale + '-' + palette + '-');
@@ -53,10 +54,8 @@ class Album {
   void drawDialogs() {
     for (const char* entry : {"REPORT", "EXPORT_PROFILE", "PRINT_OVERLAY", "OPEN"})
       answers.choose(entry, {[this, entry](QWidget& dialog) { draw(dialog, entry); }});
-    for (const char* opener : {"btn_WMAdd", "but_EffDet"}) {
-      QTimer::singleShot(0, open.window.get(), [&] { draw(*QApplication::activeModalWidget(), opener); });
-      open.find<QPushButton>(opener).click();
-    }
+    drawDialogOf("btn_WMAdd");
+    drawDialogOf("but_EffDet");
     for (const char16_t* address :
          {u"chrome://effect/content/dlg_overlayfull.xul", u"chrome://base/content/dlg_overwrite.xul",
           u"chrome://base/content/dlg_confirmdelete.xul"}) {
@@ -70,6 +69,12 @@ class Album {
   }
 
  private:
+  void drawDialogOf(const char* opener) {
+    QTimer::singleShot(0, open.window.get(), [this, opener] { draw(*QApplication::activeModalWidget(), opener); });
+    open.find<QPushButton>(opener).click();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+
   using Request = Window::Request;
 
   void draw(QWidget& dialog, const QString& name) {

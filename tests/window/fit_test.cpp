@@ -3,14 +3,13 @@
 #include "press/job/sample.h"
 #include "tests/window/misfits.h"
 #include "tests/window/open_window.h"
+#include "tests/window/stored_overlays.h"
 #include "window/dialogs/dialog_window.h"
 #include "window/dialogs/new_overlay_dialog.h"
 
 #include <gmock/gmock.h>
 
 #include <QBoxLayout>
-#include <QDir>
-#include <QFile>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
@@ -26,20 +25,6 @@ using testing::IsEmpty;
 using testing::SizeIs;
 
 const std::vector<std::string> locales = {"en-US", "de-DE", "fr-FR", "ja-JP", "zh-CN", "zh-TW"};
-
-// Stored overlays: their index, and files without a thumbnail.
-void putOverlays(const QTemporaryDir& home, const std::vector<std::pair<QString, QString>>& overlays) {
-  const QDir folder(home.filePath("profile/overlays"));
-  folder.mkpath(".");
-  QFile index(folder.filePath("ovlNmFl.flo"));
-  ASSERT_TRUE(index.open(QIODevice::WriteOnly));
-  for (const auto& [name, fileName] : overlays) {
-    const QString record = name.leftJustified(64, QChar()) + fileName.leftJustified(13, QChar());
-    index.write(reinterpret_cast<const char*>(record.utf16()), record.size() * qsizetype(sizeof(QChar)));
-    QFile file(folder.filePath(fileName));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  }
-}
 
 class FitTest : public testing::TestWithParam<std::string> {
  protected:
@@ -105,14 +90,7 @@ TEST_P(FitTest, TheEditor) {
 }
 
 TEST_P(FitTest, TheDialogForSeveralOverlays) {
-  const QTemporaryDir home;
-  putOverlays(home, {{"Letterhead of the head office", "00001.opa"}, {"Terms", "00002.opa"}});
-  Testing::OpenWindow open = windowOf("standard", [&](Request& request) {
-    request.preferences.home = home.path().toStdU16String();
-    request.preferences.properties = {
-        {u"OverlaySel", u"Multiple"},
-        {u"MultipleOverlayDetails", u"00001.opa;Odd$00002.opa;Even$00001.opa;2,5-9$;$;$;$;$;$"}};
-  });
+  Testing::OpenWindow open = windowOf("standard", Testing::useSeveralOverlays);
   inDialogOf(open.find<QPushButton>("but_EffDet"), [](DialogWindow& dialog) {
     EXPECT_EQ(dialog.findChild<QListWidget*>("lib_MulOvlSource")->count(), 2);
     expectToFit(dialog);

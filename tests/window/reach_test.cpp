@@ -1,6 +1,7 @@
 // Every button can be reached, in every language: none is cut off by the edge of its window or of the screen, and what
 // does not fit scrolls. The program runs these tests on small screens with large texts, too.
 #include "tests/window/answers.h"
+#include "tests/window/stored_overlays.h"
 #include "window/dialogs/dialog_window.h"
 
 #include <gmock/gmock.h>
@@ -51,7 +52,10 @@ class ReachTest : public testing::TestWithParam<std::string> {
     };
   }
 
-  Testing::OpenWindow open{[](Request& request) { request.preferences.locale = GetParam(); }};
+  Testing::OpenWindow open{[](Request& request) {
+    Testing::useSeveralOverlays(request);
+    request.preferences.locale = GetParam();
+  }};
   Testing::Answers answers{open};
 };
 
@@ -65,13 +69,16 @@ TEST_P(ReachTest, HasTheButtonsOfTheWindow) {
 
 TEST_P(ReachTest, HasTheButtonsOfTheDialogs) {
   for (const char* entry : {"REPORT", "EXPORT_PROFILE", "PRINT_OVERLAY"}) answers.choose(entry, {look(entry)});
-  const auto inDialogOf = [this](const char* opener) {
-    QTimer::singleShot(0, open.window.get(), [&] { look(opener)(*QApplication::activeModalWidget()); });
+  for (const char* opener : {"btn_WMAdd", "but_EffDet"}) {
+    bool wasOpen = false;
+    QTimer::singleShot(0, open.window.get(), [&] {
+      wasOpen = true;
+      look(opener)(*QApplication::activeModalWidget());
+    });
     open.find<QPushButton>(opener).click();
-  };
-  inDialogOf("btn_WMAdd");
-  open.window->preferences().model().submit({{u"OverlaySel", u"Multiple"}});
-  inDialogOf("but_EffDet");
+    EXPECT_TRUE(wasOpen) << opener;
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, ReachTest, testing::ValuesIn(locales),

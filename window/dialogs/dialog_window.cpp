@@ -100,7 +100,7 @@ void DialogWindow::fitOnScreen(QVBoxLayout& column, QDialogButtonBox& buttons) {
   if (wanted.width() <= room.width() && wanted.height() <= room.height()) return;
   const QMargins around = column.contentsMargins();
   if (buttons.sizeHint().width() + around.left() + around.right() > room.width()) buttons.setOrientation(Qt::Vertical);
-  auto* scroll = new QScrollArea(this);
+  scroll = new QScrollArea(this);
   scroll->setFrameShape(QFrame::NoFrame);
   scroll->setWidgetResizable(true);
   scroll->setFocusPolicy(Qt::NoFocus);
@@ -110,6 +110,14 @@ void DialogWindow::fitOnScreen(QVBoxLayout& column, QDialogButtonBox& buttons) {
   column.setSizeConstraint(QLayout::SetDefaultConstraint);
   const int bar = scroll->verticalScrollBar()->sizeHint().width();
   resize(QSize(wanted.width() + bar, wanted.height()).boundedTo(room));
+}
+
+void DialogWindow::showEvent(QShowEvent* event) {
+  QDialog::showEvent(event);
+  const auto showFocus = [this] {
+    if (scroll != nullptr && focusWidget() != nullptr) scroll->ensureWidgetVisible(focusWidget());
+  };
+  QMetaObject::invokeMethod(this, showFocus, Qt::QueuedConnection);
 }
 
 void DialogWindow::runModally() {

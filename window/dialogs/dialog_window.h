@@ -10,6 +10,7 @@
 
 class QDialogButtonBox;
 class QEventLoop;
+class QScrollArea;
 class QVBoxLayout;
 
 namespace Window {
@@ -32,6 +33,9 @@ class DialogWindow final : public QDialog {
   // Closing the window or pressing Escape cancels the dialog.
   void reject() override;
 
+ protected:
+  void showEvent(QShowEvent* event) override;
+
  private:
   void fitOnScreen(QVBoxLayout& column, QDialogButtonBox& buttons);
 
@@ -39,6 +43,7 @@ class DialogWindow final : public QDialog {
 
   Refhost::Dialog& dialog;
   std::unique_ptr<TreeView> view;
+  QScrollArea* scroll = nullptr;  // around the content that does not fit on the screen
   QEventLoop* loop = nullptr;
   bool finished = false;
   bool wasCorrected = false;  // a number, by the press of the mouse on the button that accepts

@@ -4,7 +4,6 @@
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QFontDatabase>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -24,7 +23,7 @@ QPlainTextEdit* addReport(QVBoxLayout& column, const QString& name) {
   shown->setTabChangesFocus(true);
   shown->setLineWrapMode(QPlainTextEdit::NoWrap);
   shown->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-  shown->setMinimumSize(reportSize.boundedTo(QGuiApplication::primaryScreen()->availableSize() / 2));
+  shown->setMinimumHeight(3 * shown->fontMetrics().lineSpacing());
   shown->setAccessibleName(name);
   column.addWidget(shown, 1);
   return shown;
@@ -48,6 +47,9 @@ std::optional<QString> askToReport(const ReportText& report, const Texts& texts,
   buttons->addButton(texts("CANCEL"), QDialogButtonBox::RejectRole);
   save->setDefault(true);
   column->addWidget(buttons);
+
+  const QSize margins(2 * column->contentsMargins().left(), dialog.sizeHint().height() - shown->sizeHint().height());
+  dialog.resize((reportSize + margins).boundedTo(dialog.screen()->availableSize() * 0.9));
 
   const auto show = [&report, shown](bool includesTexts) { shown->setPlainText(report(includesTexts)); };
   QObject::connect(includes, &QCheckBox::toggled, &dialog, show);

@@ -4,6 +4,8 @@
 
 #include <QPushButton>
 
+#include <algorithm>
+
 namespace Window {
 namespace {
 
@@ -12,29 +14,42 @@ constexpr int besideText = 14;
 
 }  // namespace
 
-ButtonRow::ButtonRow(Messages& rowMessages)
-    : QBoxLayout(QBoxLayout::LeftToRight),
-      messages(rowMessages),
-      end(new QHBoxLayout) {
-  addLayout(end);
+ButtonRow::ButtonRow(Messages& rowMessages) : QBoxLayout(QBoxLayout::LeftToRight), messages(rowMessages) { addEnd(); }
+
+void ButtonRow::addEnd() {
+  ends.push_back(new QBoxLayout(QBoxLayout::LeftToRight));
+  addLayout(ends.back());
 }
 
 void ButtonRow::divide() {
   addStretch();
-  end = new QHBoxLayout;
-  addLayout(end);
+  addEnd();
 }
 
 void ButtonRow::fitInto(int width) {
-  setDirection(LeftToRight);
-  if (sizeHint().width() > width) setDirection(TopToBottom);
+  const auto widthOf = [this](const QLayout& end) {
+    int wanted = 0;
+    for (const auto& [button, name] : named) {
+      if (end.indexOf(button) < 0) continue;
+      button->ensurePolished();
+      wanted += std::max(button->sizeHint().width(), button->minimumWidth()) + spacing();
+    }
+    return wanted;
+  };
+  int all = 0;
+  for (QBoxLayout* end : ends) {
+    const int wanted = widthOf(*end);
+    all += wanted;
+    end->setDirection(wanted > width ? TopToBottom : LeftToRight);
+  }
+  setDirection(all > width ? TopToBottom : LeftToRight);
 }
 
 QPushButton* ButtonRow::add(const char* name, QWidget* parent, const std::function<void()>& action,
                             const QKeySequence& keys) {
   auto* button = new QPushButton(parent);
   button->setObjectName(name);
-  end->addWidget(button);
+  ends.back()->addWidget(button);
   button->setProperty(keysElsewhere, !keys.isEmpty());
   button->setToolTip(keys.toString(QKeySequence::NativeText));
   connect(button, &QPushButton::clicked, this, [this, action] { messages.guarded(action); });

@@ -3,7 +3,7 @@
 
 #include "window/preferences/messages.h"
 
-#include <QHBoxLayout>
+#include <QBoxLayout>
 #include <QKeySequence>
 
 #include <functional>
@@ -29,7 +29,8 @@ class ButtonRow final : public QBoxLayout {
   // Adds further buttons at the other end of the row.
   void divide();
 
-  // Puts both ends below each other when they are wider than `width` beside each other.
+  // Puts both ends below each other when they are wider than `width` beside each other, and the buttons of one that is
+  // wider by itself.
   void fitInto(int width);
 
   // Sets all buttons' texts, which clears their shortcuts.
@@ -39,8 +40,10 @@ class ButtonRow final : public QBoxLayout {
   std::vector<QPushButton*> buttons() const;
 
  private:
+  void addEnd();
+
   Messages& messages;
-  QHBoxLayout* end;  // of the row, which further buttons are added to
+  std::vector<QBoxLayout*> ends;
   std::vector<std::pair<QPushButton*, const char*>> named;
 };
 

@@ -111,6 +111,7 @@ void PreferencesWindow::build() {
   const auto growWith = [this](const QWidget& pane, bool isShown) {
     const int change = isShown ? pane.sizeHint().width() : -pane.width();
     resize(std::min(width() + change, screen()->availableSize().width()), height());
+    giveAccessKeys(*this);
   };
   connect(inspector->toggleViewAction(), &QAction::triggered, this,
           [this, growWith](bool isShown) { growWith(*inspector, isShown); });
@@ -134,6 +135,7 @@ void PreferencesWindow::build() {
   connect(tabs, &QTabWidget::currentChanged, this, [this](int index) {
     if (index >= 0 && preferences().gui() != nullptr)
       preferences().selectTab(toWide(tabs->widget(index)->objectName()));
+    giveAccessKeys(*this);
   });
 }
 
@@ -257,10 +259,11 @@ void PreferencesWindow::open() {
 // Large texts on a small screen leave no room for everything: the buttons take two rows, and the page is hidden until
 // the user shows it.
 void PreferencesWindow::fitOnScreen() {
+  centre->ensurePolished();
   const QMargins around = centre->layout()->contentsMargins();
-  const int room = screen()->availableSize().width();
-  buttons->fitInto(room - around.left() - around.right());
-  if (minimumSizeHint().width() <= room) return;
+  const int room = screen()->availableSize().width() - around.left() - around.right();
+  buttons->fitInto(room);
+  if (tabs->minimumSizeHint().width() + between + pages->minimumSizeHint().width() <= room) return;
   const auto actions = pages->actions();
   const auto shows = std::ranges::find(actions, QString("showPage"), &QAction::objectName);
   if (shows != actions.end()) (*shows)->setChecked(false);

@@ -100,9 +100,10 @@ void giveAccessKeys(QWidget& window) {
     const QString with = keys.givenTo(text);
     if (with != text) set(with);
   };
-  for (auto* label : labelsOf(window)) give(label->text(), [&](const QString& text) { label->setText(text); });
+  for (auto* label : labelsOf(window))
+    if (label->isVisibleTo(&window)) give(label->text(), [&](const QString& text) { label->setText(text); });
   for (auto* button : buttonsOf(window)) {
-    if (!button->shortcut().isEmpty() || hasKeysElsewhere(*button)) continue;
+    if (!button->isVisibleTo(&window) || !button->shortcut().isEmpty() || hasKeysElsewhere(*button)) continue;
     give(button->text(), [&](const QString& text) { button->setText(text); });
   }
 }

@@ -8,9 +8,10 @@ namespace Window {
 // A property of buttons that other keys press, such as Escape.
 inline constexpr const char* keysElsewhere = "keys elsewhere";
 
-// Gives each button and labelled field of the window that has no access key or shortcut one that nothing else in the
-// window has: a letter of its text, or one in brackets after it. Leaves out what Return and Escape press in dialogs,
-// and buttons with `keysElsewhere`. To be called again when texts were set anew.
+// Gives each visible button and labelled field of the window that has no access key or shortcut one that nothing else
+// in the window has: a letter of its text, or one in brackets after it. Leaves out what Return and Escape press in
+// dialogs, and buttons with `keysElsewhere`. To be called again when texts were set anew, or others have become
+// visible.
 void giveAccessKeys(QWidget& window);
 
 }  // namespace Window
