@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <utility>
 
 namespace Refhost {
 namespace {
@@ -44,19 +45,20 @@ std::u16string helpPage(const ChromeFolders& chrome, const std::string& locale, 
   if (place == page.npos || !page.ends_with(ending)) return page;
   page.resize(page.size() - ending.size());
   page.append(u"/").append(topic).append(u".html");
-  std::u16string forAll = page;
-  forAll.replace(place, languageFolder.size(), u"/content/");
-  page.replace(place, languageFolder.size(), u"/content/" + Formats::toUtf16(locale) + u"/");
+  const auto in = [&](std::u16string folder) {
+    std::u16string address = page;
+    return address.replace(place, languageFolder.size(), std::move(folder));
+  };
+  const std::u16string own = in(u"/content/" + Formats::toUtf16(locale) + u"/");
   const auto isThere = [&chrome](const std::u16string& address) {
     std::error_code problem;
     const auto file = chrome.file(address);
     return file && std::filesystem::is_regular_file(*file, problem);
   };
-  if (isThere(page)) return page;
-  if (isThere(forAll)) return forAll;
-  std::u16string fallback = forAll;
-  fallback.replace(place, languageFolder.size(), u"/content/" + Formats::toUtf16(fallbackLocale) + u"/");
-  return isThere(fallback) ? fallback : page;
+  for (const std::u16string& address :
+       {own, in(u"/content/"), in(u"/content/" + Formats::toUtf16(fallbackLocale) + u"/")})
+    if (isThere(address)) return address;
+  return own;
 }
 
 std::optional<std::string> readHelp(const ChromeFolders& chrome, const StringTables& strings, std::u16string_view url) {

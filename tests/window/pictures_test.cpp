@@ -1,6 +1,7 @@
 // Pictures in the window: display, drops, and context menus.
 #include "host/reference_host.h"
 #include "tests/window/shown_layout.h"
+#include "window/widgets/contrast_style.h"
 #include "window/widgets/images.h"
 #include "window/widgets/item_list.h"
 #include "window/widgets/picture_box.h"
@@ -10,6 +11,7 @@
 #include <QBuffer>
 #include <QContextMenuEvent>
 #include <QDrag>
+#include <QRadioButton>
 #include <QTimer>
 
 namespace Window {
@@ -144,6 +146,23 @@ TEST(Swatches, HaveAnEdgeThatIsSeenOnLightAndDark) {
     const QImage drawn = swatch(window, {15, 15}, widget).toImage();
     EXPECT_GT(contrast(drawn.pixelColor(0, 7), window), 1.6);
     EXPECT_EQ(drawn.pixelColor(7, 7), QColor(window));
+  }
+}
+
+// The boxes of check boxes and radio buttons, which styles draw darker than the window.
+TEST(Edges, AreSeenOnBlack) {
+  useContrastStyle();
+  QCheckBox box;
+  QRadioButton radio;
+  for (QAbstractButton* button : {static_cast<QAbstractButton*>(&box), static_cast<QAbstractButton*>(&radio)}) {
+    QPalette black(Qt::white, Qt::black, Qt::black, Qt::black, Qt::black, Qt::white, Qt::white, Qt::black, Qt::black);
+    button->setPalette(black);
+    button->resize(button->sizeHint());
+    const QImage drawn = button->grab().toImage();
+    double best = 1;
+    for (int x = 0; x < drawn.width(); ++x)
+      for (int y = 0; y < drawn.height(); ++y) best = std::max(best, contrast(drawn.pixelColor(x, y), Qt::black));
+    EXPECT_GT(best, 7) << button->metaObject()->className();
   }
 }
 

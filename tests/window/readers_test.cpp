@@ -40,10 +40,10 @@ TEST(HiddenInspector, IsLeftAloneUntilItIsShown) {
 
 // reader_test.py hears what is announced.
 TEST(Readers, TakeNotesForNotifications) {
-  Testing::OpenWindow open([](Request& request) {
-    request.preferences.properties = {
-        {u"Watermark", u"Watermark"}, {u"WatermarkText", u"Draft"}, {u"WatermarkTextFont", u"No Such Face"}};
-  });
+  Testing::OpenWindow open;
+  open.window->preferences().model().submit(
+      {{u"Watermark", u"Watermark"}, {u"WatermarkText", u"Draft"}, {u"WatermarkTextFont", u"No Such Face"}});
+  Testing::waitUntil([&open] { return !open.find<QLabel>("notes").text().isEmpty(); });
   auto& notes = open.find<QLabel>("notes");
   EXPECT_EQ(QAccessible::queryAccessibleInterface(&notes)->role(), QAccessible::Notification);
   EXPECT_TRUE(nameOf(notes).contains("No Such Face")) << nameOf(notes).toStdString();

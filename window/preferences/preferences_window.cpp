@@ -20,6 +20,7 @@
 #include "window/preferences/ticket_actions.h"
 #include "window/preferences/unlocking.h"
 #include "window/widgets/access_keys.h"
+#include "window/widgets/contrast_style.h"
 #include "window/widgets/readers.h"
 
 #include <QAction>
@@ -83,6 +84,7 @@ PreferencesWindow::PreferencesWindow(const Request& request)
       buttons(new ButtonRow(messages)),
       session(onThisMachine(request.preferences), face) {
   installReaders();
+  useContrastStyle();
   build();
   session.onOpening = [this](Refhost::Preferences& opening) {
     inspector->follow(opening.trace());
