@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <utility>
 
 namespace Refhost {
 namespace {
@@ -45,9 +44,9 @@ std::u16string helpPage(const ChromeFolders& chrome, const std::string& locale, 
   if (place == page.npos || !page.ends_with(ending)) return page;
   page.resize(page.size() - ending.size());
   page.append(u"/").append(topic).append(u".html");
-  const auto in = [&](std::u16string folder) {
+  const auto in = [&](const std::u16string& folder) {
     std::u16string address = page;
-    return address.replace(place, languageFolder.size(), std::move(folder));
+    return address.replace(place, languageFolder.size(), folder);
   };
   const std::u16string own = in(u"/content/" + Formats::toUtf16(locale) + u"/");
   const auto isThere = [&chrome](const std::u16string& address) {

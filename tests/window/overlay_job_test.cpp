@@ -272,6 +272,7 @@ TEST_F(OverlayJobTest, IsTakenBackByUndo) {
 
 TEST_F(OverlayJobTest, IsSeenInTheInspector) {
   print({name("Letterhead")});
+  open.find<QWidget>("inspector").show();
   const std::string events = open.find<QPlainTextEdit>("events").toPlainText().toStdString();
   EXPECT_THAT(events, HasSubstr(R"(["OvlDestCreated","True"])"));
 }

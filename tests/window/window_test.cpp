@@ -45,7 +45,7 @@ class WindowTest : public testing::Test {
       auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
       ASSERT_NE(box, nullptr);
       for (QAbstractButton* button : box->buttons())
-        if (button->text() == text) return button->click();
+        if (QString(button->text()).remove('&') == text) return button->click();
       ADD_FAILURE() << "no button " << text.toStdString();
     });
   }
