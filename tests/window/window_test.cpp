@@ -195,6 +195,7 @@ TEST_F(WindowTest, TheInspectorShowsThePropertiesAsTheyAre) {
 }
 
 TEST_F(WindowTest, TheInspectorShowsTextsOfOthersOnALineAndInTheirOrder) {
+  open.find<QDockWidget>("inspector").show();
   open.window->preferences().set(u"WatermarkText", u"a\nb\u202Ec");
   open.settle();
   const auto rows = open.find<QTreeWidget>("properties").findItems("WatermarkText", Qt::MatchExactly);
@@ -203,6 +204,7 @@ TEST_F(WindowTest, TheInspectorShowsTextsOfOthersOnALineAndInTheirOrder) {
 }
 
 TEST_F(WindowTest, TheInspectorShowsEveryEventFromTheOpeningOn) {
+  open.find<QDockWidget>("inspector").show();
   auto& events = open.find<QPlainTextEdit>("events");
   const std::string opening = events.toPlainText().toStdString();
   EXPECT_THAT(opening, HasSubstr(R"({"op":"connect","signal":"gui-ready","of":"GUI"})"));
@@ -239,14 +241,10 @@ TEST(WindowOnDamagedSettings, SaysSoAndOpensWithTheDefaults) {
 }
 
 TEST(WindowFromRightToLeft, HasItsArrowsTurned) {
-  QApplication::setLayoutDirection(Qt::RightToLeft);
-  {
-    Testing::OpenWindow open;
-    EXPECT_EQ(open.find<QToolButton>("nextPage").arrowType(), Qt::LeftArrow);
-    EXPECT_LT(open.find<QToolButton>("nextPage").x(), open.find<QToolButton>("previousPage").x());
-    EXPECT_GT(open.find<QTabWidget>("tabs").x(), open.find<QWidget>("page").mapTo(open.window.get(), QPoint()).x());
-  }
-  QApplication::setLayoutDirection(Qt::LeftToRight);
+  Testing::OpenWindow open([](Request& request) { request.preferences.locale = "ar"; });
+  EXPECT_EQ(open.find<QToolButton>("nextPage").arrowType(), Qt::LeftArrow);
+  EXPECT_LT(open.find<QToolButton>("nextPage").x(), open.find<QToolButton>("previousPage").x());
+  EXPECT_GT(open.find<QTabWidget>("tabs").x(), open.find<QWidget>("page").mapTo(open.window.get(), QPoint()).x());
 }
 
 }  // namespace
