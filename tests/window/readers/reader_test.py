@@ -268,6 +268,7 @@ def main():
         Atspi.Action.do_action(Window.find(program(), "menu item", sys.argv[2]), 0)
         return
     kiln = pathlib.Path(sys.argv[1]).resolve()
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # with the display and the buses
     with tempfile.TemporaryDirectory(prefix="readers-") as folder, own_session(folder) as running:
         home = pathlib.Path(folder) / "home"
         home.mkdir()
