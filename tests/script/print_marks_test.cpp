@@ -97,9 +97,7 @@ TEST_F(PrintMarks, NeedNoHomeThatCanBeWrittenWhereNothingOfItIsAskedFor) {
 }
 
 TEST_F(PrintMarks, AreThereInAHomeThatCannotBeWritten) {
-  const path filled = testFolder() / "filled";
-  fs::create_directories(filled);
-  writeFile(filled / "user", "a file");
+  const path filled = job / "home";
   const auto outcome =
       runKiln({"print", job.string(), out.string(), "--watermark", "Draft", "--home", filled.string()});
   EXPECT_EQ(outcome.status, 0);
@@ -107,8 +105,8 @@ TEST_F(PrintMarks, AreThereInAHomeThatCannotBeWritten) {
   EXPECT_THAT(runKiln({"watermark", "list", "--home", filled.string()}).out, HasSubstr("Draft\n"));
   const auto added = runKiln({"watermark", "add", "Mine", "--home", filled.string()});
   EXPECT_EQ(added.status, 1);
-  EXPECT_THAT(added.err, HasSubstr("user/ZVeffect.xml cannot be written, because " + (filled / "user").string() +
-                                   " cannot be created: "));
+  EXPECT_THAT(added.err,
+              HasSubstr("user/ZVeffect.xml cannot be written, because " + filled.string() + " cannot be created: "));
 }
 
 TEST_F(PrintMarks, SettingsOfTheWatermarkGoWithIt) {

@@ -129,9 +129,13 @@ TEST_F(ListInputTest, OverlaysHaveTheirOwn) {
   auto& overlays = open.find<QWidget>("cmb_EffOverlay");
   QMenu* menu = menuOf(overlays, {5, 5});
   ASSERT_NE(menu, nullptr);
-  ASSERT_EQ(menu->actions().size(), 1);
-  EXPECT_EQ(menu->actions().front()->objectName(), "btn_OvlDel");
-  EXPECT_FALSE(menu->actions().front()->isEnabled()) << "none is selected";
+  ASSERT_EQ(menu->actions().size(), 3);
+  EXPECT_EQ(menu->actions()[0]->text(), "Ne&w...");
+  EXPECT_TRUE(menu->actions()[0]->isEnabled());
+  EXPECT_EQ(menu->actions()[1]->text(), "&Rename...");
+  EXPECT_FALSE(menu->actions()[1]->isEnabled()) << "none is selected";
+  EXPECT_EQ(menu->actions()[2]->objectName(), "btn_OvlDel");
+  EXPECT_FALSE(menu->actions()[2]->isEnabled()) << "none is selected";
 }
 
 }  // namespace

@@ -258,7 +258,9 @@ class RenamedOverlayTest : public NewOverlayTest {
     auto& list = open.find<QComboBox>("cmb_EffOverlay");
     QContextMenuEvent event(QContextMenuEvent::Mouse, list.rect().center(), list.mapToGlobal(list.rect().center()));
     QCoreApplication::sendEvent(&list, &event);
-    auto* menu = list.findChild<QMenu*>();
+    QCoreApplication::processEvents();
+    auto* menu = list.findChild<QMenu*>("list_menu");
+    if (menu == nullptr) return false;
     for (QAction* action : menu->actions())
       if (action->text() == "&Rename...") {
         const bool isOffered = action->isEnabled();

@@ -1,7 +1,7 @@
 #include "window/preferences/overlay_list.h"
 
 #include "formats/names.h"
-#include "window/widgets/list_menu.h"
+#include "window/widgets/list_input.h"
 #include "window/widgets/roomy_button.h"
 
 #include <QBoxLayout>
@@ -103,6 +103,7 @@ void addToOverlayList(QWidget& tabs, const Texts& texts, const OverlayListAction
   QWidget::setTabOrder(list, button);
   QObject::connect(button, &QPushButton::clicked, list, actions.create);
   new ListFollower(*list, *button, actions.createOf);
+  addToMenu(*list, {texts("NEW_OVERLAY"), {}, [button] { return button->isEnabled(); }, actions.create});
   addToMenu(*list, {texts("RENAME_OVERLAY"), Qt::Key_F2, actions.mayRename, actions.rename});
 }
 

@@ -10,9 +10,16 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QShortcut>
+
+#include <stdexcept>
+#include <utility>
+#include <vector>
 
 namespace Window {
 namespace {
+
+constexpr const char* nameOfInput = "listInput";
 
 // Belongs to the widget that shows the list.
 class ListInput final : public QObject {
@@ -23,8 +30,20 @@ class ListInput final : public QObject {
         buttons(listButtons),
         tree(shownTree),
         widget(shownBy) {
+    setObjectName(nameOfInput);
     widget.installEventFilter(this);
     if (auto* area = qobject_cast<QAbstractScrollArea*>(&widget)) area->viewport()->installEventFilter(this);
+  }
+
+  void add(ListEntry entry) {
+    if (!entry.keys.isEmpty()) {
+      auto* keys = new QShortcut(entry.keys, &widget);
+      keys->setContext(Qt::WidgetShortcut);
+      connect(keys, &QShortcut::activated, this, [entry] {
+        if (entry.isOffered()) entry.act();
+      });
+    }
+    entries.push_back(std::move(entry));
   }
 
  protected:
@@ -90,6 +109,14 @@ class ListInput final : public QObject {
     auto* menu = new QMenu(&widget);
     menu->setObjectName("list_menu");
     menu->setAttribute(Qt::WA_DeleteOnClose);
+    for (const ListEntry& each : entries) {
+      QAction* entry = menu->addAction(each.label);
+      entry->setShortcut(each.keys);
+      entry->setShortcutVisibleInContextMenu(true);
+      entry->setEnabled(each.isOffered());
+      // Queued: the menu closes first.
+      connect(entry, &QAction::triggered, this, each.act, Qt::QueuedConnection);
+    }
     for (const Formats::Name id : {buttons.add, buttons.edit, buttons.remove}) {
       const Refhost::Button* known = button(id);
       if (known == nullptr || !known->WidgetNode::isVisible()) continue;
@@ -106,12 +133,19 @@ class ListInput final : public QObject {
   const ListButtons& buttons;
   ShownTree& tree;
   QWidget& widget;
+  std::vector<ListEntry> entries;
 };
 
 }  // namespace
 
 void pressButtonsFrom(const Refhost::WidgetNode& node, ShownTree& tree, QWidget& widget) {
   if (const ListButtons* buttons = buttonsOfList(node.id())) new ListInput(node, *buttons, tree, widget);
+}
+
+void addToMenu(QWidget& list, ListEntry entry) {
+  auto* input = dynamic_cast<ListInput*>(list.findChild<QObject*>(nameOfInput, Qt::FindDirectChildrenOnly));
+  if (input == nullptr) throw std::logic_error("No buttons belong to this list.");
+  input->add(std::move(entry));
 }
 
 }  // namespace Window
