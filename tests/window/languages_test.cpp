@@ -75,7 +75,7 @@ TEST_P(LanguageTest, OpensMenusByKeysOfTheirOwn) {
     if (mark >= 0 && text[mark + 1] != '&') keys.insert(text[mark + 1].toUpper());
   };
   for (const QAction* menu : open.window->menuBar()->actions()) count(menu->text());
-  EXPECT_EQ(keys.size(), 5u);
+  EXPECT_EQ(keys.size(), 6u);
   for (const QAbstractButton* button : open.find<QTabWidget>("tabs").findChildren<QAbstractButton*>())
     count(button->text());
   EXPECT_GT(keys.size(), 10u);

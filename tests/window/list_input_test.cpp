@@ -130,7 +130,7 @@ TEST_F(ListInputTest, OverlaysHaveTheirOwn) {
   QMenu* menu = menuOf(overlays, {5, 5});
   ASSERT_NE(menu, nullptr);
   ASSERT_EQ(menu->actions().size(), 3);
-  EXPECT_EQ(menu->actions()[0]->text(), "Ne&w...");
+  EXPECT_EQ(menu->actions()[0]->text(), "New...");
   EXPECT_TRUE(menu->actions()[0]->isEnabled());
   EXPECT_EQ(menu->actions()[1]->text(), "&Rename...");
   EXPECT_FALSE(menu->actions()[1]->isEnabled()) << "none is selected";

@@ -264,7 +264,7 @@ TEST_F(OverlayJobTest, LeavesTheSettingsAsTheyWere) {
 
 TEST_F(OverlayJobTest, IsTakenBackByUndo) {
   print({name("Letterhead")});
-  EXPECT_EQ(open.find<QPushButton>("UNDO").toolTip(), "Undo: Add overlay");
+  EXPECT_EQ(open.find<QPushButton>("UNDO").toolTip(), "Undo: Add overlay (Ctrl+Z)");
   open.find<QPushButton>("UNDO").click();
   open.settle();
   EXPECT_EQ(listed(), QStringList());

@@ -1,6 +1,7 @@
 #include "window/preferences/overlay_list.h"
 
 #include "formats/names.h"
+#include "window/widgets/access_keys.h"
 #include "window/widgets/list_input.h"
 #include "window/widgets/roomy_button.h"
 
@@ -97,13 +98,16 @@ void addToOverlayList(QWidget& tabs, const Texts& texts, const OverlayListAction
   auto* const button = new RoomyButton(list->parentWidget());
   button->setObjectName("newOverlayButton");
   button->setText(texts("NEW_OVERLAY"));
-  button->setToolTip(toolTipOf(texts("NEW_OVERLAY_TIP"), true));
+  button->setShortcut(QKeySequence::New);
+  button->setProperty(keysElsewhere, true);
+  button->setToolTip(
+      toolTipOf(texts("NEW_OVERLAY_TIP") + " (" + button->shortcut().toString(QKeySequence::NativeText) + ')', true));
   button->setAccessibleDescription(texts("NEW_OVERLAY_TIP"));
   place(*button, tabs, *list);
   QWidget::setTabOrder(list, button);
   QObject::connect(button, &QPushButton::clicked, list, actions.create);
   new ListFollower(*list, *button, actions.createOf);
-  addToMenu(*list, {texts("NEW_OVERLAY"), {}, [button] { return button->isEnabled(); }, actions.create});
+  addToMenu(*list, {texts("NEW_OVERLAY"), QKeySequence(), [button] { return button->isEnabled(); }, actions.create});
   addToMenu(*list, {texts("RENAME_OVERLAY"), Qt::Key_F2, actions.mayRename, actions.rename});
 }
 
