@@ -97,8 +97,9 @@ std::vector<std::u16string> reservedOverlayNames(const ChromeFolders& chrome) {
 }
 
 bool isReserved(std::u16string_view name, const std::vector<std::u16string>& reserved) {
-  return std::ranges::any_of(
-      reserved, [bare = withoutSpaces(name)](const std::u16string& each) { return Formats::isSameWithoutCase(bare, each); });
+  return std::ranges::any_of(reserved, [bare = withoutSpaces(name)](const std::u16string& each) {
+    return Formats::isSameWithoutCase(bare, each);
+  });
 }
 
 NameProblem problemOf(std::u16string_view name, const std::vector<std::u16string>& reserved,

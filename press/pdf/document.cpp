@@ -148,7 +148,8 @@ std::unique_ptr<QPDF> unlock(const JobFile& job, bool& isUnlocked) {
     isUnlocked = true;
     return unlocked;
   }
-  if (!open) throw PasswordNeeded(Formats::sentence("{1} does not open with this password: check it.", quoted(job.file)), true);
+  if (!open)
+    throw PasswordNeeded(Formats::sentence("{1} does not open with this password: check it.", quoted(job.file)), true);
   return open;
 }
 

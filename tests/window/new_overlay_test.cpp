@@ -165,7 +165,10 @@ TEST_F(NewOverlayTest, IsMadeOfOneDroppedFileAlone) {
 
 TEST_F(NewOverlayTest, NeedsAName) {
   make("Letterhead.pdf", {[](QWidget& dialog) {
-         auto& line = *dialog.findChild<QLineEdit*>("qt_spinbox_lineedit")->window()->findChild<NameField*>()->line();
+         auto& line = *dialog.findChild<QLineEdit*>("qt_spinbox_lineedit")
+                           ->window()
+                           ->findChild<NameField*>()
+                           ->findChild<QLineEdit*>();
          EXPECT_EQ(line.text(), "Letterhead");
          EXPECT_EQ(line.maxLength(), int{Formats::overlayNameUnits});
          EXPECT_EQ(saidIn(dialog), "");
@@ -187,7 +190,7 @@ TEST_F(NewOverlayTest, StaysInItsDialogUntilThereIsOne) {
   make("Letterhead.pdf", {button("OK")});
   const std::string before = bytesOf(overlayFile());
   const auto acceptPicture = [](QWidget& dialog) {
-    dialog.findChild<NameField*>()->line()->setText("Letterhead");
+    dialog.findChild<NameField*>()->findChild<QLineEdit*>()->setText("Letterhead");
     EXPECT_EQ(saidIn(dialog), "There is an overlay of this name: you will be asked whether to replace it.");
     button("OK")(dialog);
   };

@@ -44,6 +44,11 @@ NameField::NameField(const QString& name, const QStringList& offered, JudgeName 
 
 QString NameField::name() const { return edit->text().trimmed(); }
 
+void NameField::nameBy(QLabel& label) {
+  label.setBuddy(edit);
+  edit->setAccessibleName(label.text().remove('&'));
+}
+
 void NameField::judge() {
   verdict = judgement ? judgement(name()) : NameVerdict{};
   said->setText(verdict.text);

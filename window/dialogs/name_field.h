@@ -30,8 +30,8 @@ class NameField final : public QWidget {
   QString name() const;
   bool isAllowed() const { return verdict.isAllowed; }
 
-  // The line, for a label's access key.
-  QLineEdit* line() const { return edit; }
+  // The label names the line for screen readers, and its access key leads there.
+  void nameBy(QLabel& label);
 
  Q_SIGNALS:
   void judged();

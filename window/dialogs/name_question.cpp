@@ -16,7 +16,7 @@ std::optional<QString> askForName(const NameQuestion& question, QWidget* parent)
   dialog.setWindowTitle(question.title);
   auto* label = new QLabel(question.label, &dialog);
   auto* field = new NameField(question.name, question.offered, question.judge, &dialog);
-  label->setBuddy(field->line());
+  field->nameBy(*label);
   auto* column = new QVBoxLayout(&dialog);
   column->addWidget(label);
   column->addWidget(field);

@@ -46,7 +46,7 @@ NewOverlayDialog::NewOverlayDialog(NewOverlayQuestion asked, const Texts& texts,
   if (question.form.pages > 1) addPages(*rows, texts);
   if (question.form.isPicture) addSizes(*rows, texts);
   auto* nameLabel = new QLabel(texts("JOB_STEP"), this);
-  nameLabel->setBuddy(field->line());
+  field->nameBy(*nameLabel);
   rows->addRow(nameLabel, field);
 
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);

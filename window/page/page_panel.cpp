@@ -75,6 +75,7 @@ PagePanel::PagePanel(QWidget* parent)
 void PagePanel::build() {
   paper->setObjectName("page");
   strip->setObjectName("pageStrip");
+  setRole(*strip, QAccessible::List);
   size->setObjectName("paper");
   size->setAlignment(Qt::AlignCenter);
   size->setForegroundRole(QPalette::PlaceholderText);
@@ -94,6 +95,7 @@ void PagePanel::build() {
   // The room of the notes is always the same, so that they do not move the page.
   auto* room = new QScrollArea(this);
   room->setObjectName("notesRoom");
+  setRole(*room, QAccessible::Grouping);
   room->setFrameShape(QFrame::NoFrame);
   room->setWidgetResizable(true);
   room->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

@@ -1,8 +1,8 @@
 #include "window/preferences/window_face.h"
 
 #include "window/dialogs/name_question.h"
-#include "window/preferences/overlay_naming.h"
 #include "window/dialogs/subject.h"
+#include "window/preferences/overlay_naming.h"
 
 namespace Window {
 

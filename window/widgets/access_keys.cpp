@@ -54,7 +54,8 @@ class Keys {
   static QString inBrackets(const QString& text, char letter) {
     qsizetype end = text.size();
     while (end > 0 && !text[end - 1].isLetterOrNumber() && text[end - 1] != ')') --end;
-    return QString(text).insert(end, QStringLiteral("(&%1)").arg(QLatin1Char(letter)));
+    const bool isApart = end > 0 && text[end - 1].script() == QChar::Script_Latin;
+    return QString(text).insert(end, QLatin1String(isApart ? " (&" : "(&") + QLatin1Char(letter) + ')');
   }
 
   QSet<QChar> taken;

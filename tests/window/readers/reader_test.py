@@ -54,7 +54,8 @@ def start(*words, stderr=subprocess.DEVNULL, **options):
 def own_session(folder):
     """A display and a bus that end with the block."""
     os.environ.update(HOME=str(folder), XDG_RUNTIME_DIR=str(folder), XDG_CACHE_HOME=str(folder), LC_ALL="C.UTF-8",
-                      QT_QPA_PLATFORM="xcb", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", NO_AT_BRIDGE="0")
+                      CUPS_SERVER="127.0.0.1:1", QT_QPA_PLATFORM="xcb", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
+                      NO_AT_BRIDGE="0")
     for name in ("WAYLAND_DISPLAY", "QT_SCALE_FACTOR", "AT_SPI_BUS_ADDRESS"):
         os.environ.pop(name, None)
     running = []
@@ -244,6 +245,8 @@ def go_through(window):
         window.compare(editor, "editor")
     with window.dialog(lambda: window.press(main, "push button", "Details...")) as dialog:
         window.compare(dialog, "several-overlays")
+    with window.dialog(lambda: window.press(main, "push button", "Print...")) as dialog:
+        window.compare(dialog, "print")
     with window.dialog(lambda: window.choose("Report a problem...")) as dialog:
         window.compare(dialog, "report")
     with window.dialog(lambda: window.choose("Export profile...")) as dialog:
