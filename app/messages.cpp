@@ -41,6 +41,15 @@ void tell(std::string_view sentence) { write("kiln: ", Formats::printable(senten
 
 std::string inQuotes(const std::string& name) { return Formats::quoted(name); }
 
+std::string withoutStop(std::string sentence) {
+  for (const std::string_view stop : {".", "\u3002"}) {
+    if (!sentence.ends_with(stop)) continue;
+    sentence.resize(sentence.size() - stop.size());
+    return sentence;
+  }
+  return sentence;
+}
+
 void message(Message kind, std::string_view text) {
   const std::string_view start = startOf(kind);
   write(start, startOfText(Formats::printable(text), longestMessage - start.size()));

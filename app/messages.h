@@ -14,6 +14,9 @@ void tell(std::string_view sentence);
 // A name in a sentence.
 std::string inQuotes(const std::string& name);
 
+// The sentence without its full stop, to be continued in another one.
+std::string withoutStop(std::string sentence);
+
 // Where a command's sentences go.
 using Tell = void (*)(std::string_view sentence);
 

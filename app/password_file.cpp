@@ -1,7 +1,9 @@
 #include "app/password_file.h"
 
 #include "app/host_options.h"
+#include "app/messages.h"
 #include "files/path_text.h"
+#include "formats/sentences.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -16,7 +18,9 @@ constexpr std::size_t longestPassword = 1024;
 }  // namespace
 
 void addPasswordFile(CLI::App& command, std::string& file) {
-  command.add_option("--password-file", file, "The file whose first line is the password that opens the job")
+  command
+      .add_option("--password-file", file,
+                  Formats::sentence("The file whose first line is the password that opens the job"))
       ->type_name("FILE");
 }
 
@@ -29,20 +33,21 @@ std::string passwordIn(const std::string& file) {
   char unit = 0;
   while (password.size() <= longestPassword && stream.get(unit) && unit != '\n') password += unit;
   if (stream.bad() || (password.empty() && unit != '\n' && !stream.eof()))
-    throw std::runtime_error("The password in " + shown + " cannot be read: check the file's name and permissions.");
+    throw std::runtime_error(
+        Formats::sentence("The password in {1} cannot be read: check the file's name and permissions.", shown));
   if (password.ends_with('\r')) password.pop_back();
-  if (password.empty()) throw std::runtime_error("The first line of " + shown + " is empty: write the password there.");
+  if (password.empty())
+    throw std::runtime_error(Formats::sentence("The first line of {1} is empty: write the password there.", shown));
   if (password.size() > longestPassword || password.find('\0') != password.npos)
-    throw std::runtime_error("The first line of " + shown + " is no password: it is too long, or binary.");
+    throw std::runtime_error(
+        Formats::sentence("The first line of {1} is no password: it is too long, or binary.", shown));
   return password;
 }
 
 std::string inWordsOfCommands(const Press::Error& error) {
-  std::string sentence = error.what();
   const auto* const needed = dynamic_cast<const Press::PasswordNeeded*>(&error);
-  if (needed == nullptr || needed->isWrong()) return sentence;
-  sentence.pop_back();  // the full stop
-  return sentence + ", or give the password by --password-file FILE.";
+  if (needed == nullptr || needed->isWrong()) return error.what();
+  return Formats::sentence("{1}, or give the password by --password-file FILE.", withoutStop(error.what()));
 }
 
 }  // namespace App

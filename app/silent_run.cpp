@@ -18,8 +18,8 @@ void takeKept(Refhost::Options& options) {
   if (kept)
     options.properties = *kept;
   else
-    tell("No settings are kept in " + Files::shownPath(options.home) +
-         " for this model: accept them in \"kiln show\" first.");
+    tell(Formats::sentence("No settings are kept in {1} for this model: accept them in \"kiln show\" first.",
+                           Files::shownPath(options.home)));
 }
 
 }  // namespace
@@ -42,11 +42,11 @@ void SilentRun::takeTicket(const std::filesystem::path& file) {
   try {
     opened.loadTicketFile(file);
   } catch (const std::runtime_error& error) {
-    std::string sentence = error.what();
+    const std::string sentence = error.what();
     const bool isAboutItsContent = sentence.starts_with(Files::shownPath(file) + ':');
     if (!isAboutItsContent) throw;
-    if (sentence.ends_with('.')) sentence.pop_back();
-    throw std::runtime_error(Formats::sentence("{1}; write the ticket anew with \"kiln ticket\".", sentence));
+    throw std::runtime_error(
+        Formats::sentence("{1}; write the ticket anew with \"kiln ticket\".", withoutStop(sentence)));
   }
   check();
 }

@@ -5,6 +5,7 @@
 #include "formats/colour.h"
 #include "formats/names.h"
 #include "formats/near_names.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 
 #include <algorithm>
@@ -22,19 +23,23 @@ class Editor {
   explicit Editor(Refhost::Dialog& opened) : dialog(opened) {}
 
   void fill(const WatermarkEdit& edit) {
-    if (edit.text) type(WidgetId::textBox, *edit.text, "text");
+    if (edit.text)
+      type(WidgetId::textBox, *edit.text, Formats::sentenceTemplate("The text of a watermark cannot be {1}."));
     if (edit.name) typeName(*edit.name);
     const WatermarkLook& look = edit.look;
     if (look.font) chooseFont(*look.font);
     if (look.style) chooseValue(WidgetId::fontStyle, toUtf16(*look.style));
-    if (look.size) type(WidgetId::fontSize, *look.size, "size");
+    if (look.size)
+      type(WidgetId::fontSize, *look.size, Formats::sentenceTemplate("The size of a watermark cannot be {1}."));
     if (look.place) widget<Refhost::Button>(look.position()).click();
-    if (look.angle) type(WidgetId::angle, *look.angle, "angle");
+    if (look.angle)
+      type(WidgetId::angle, *look.angle, Formats::sentenceTemplate("The angle of a watermark cannot be {1}."));
     if (look.colour) chooseColour(toUtf16(*look.colour));
     if (look.isOutline) widget<Refhost::RadioButton>(WidgetId::printOutline).choose();
     if (!look.transparency) return;
     widget<Refhost::RadioButton>(WidgetId::printTransparent).choose();
-    type(WidgetId::opacity, *look.transparency, "transparency");
+    type(WidgetId::opacity, *look.transparency,
+         Formats::sentenceTemplate("The transparency of a watermark cannot be {1}."));
   }
 
   // The watermark's name in the list.
@@ -55,19 +60,18 @@ class Editor {
     return found != nullptr && found->isShown() && found->isOperable();
   }
 
-  // What the box does not take, or replaces when it is left, is no such thing.
-  void type(Formats::Name id, const std::string& text, const char* what) {
+  // What the box does not take, or replaces when it is left, is refused by the template of a sentence.
+  void type(Formats::Name id, const std::string& text, std::string_view refusal) {
     auto& box = widget<Refhost::TextBoxNode>(id);
     box.edit(toUtf16(text), Refhost::Edit::typed);
     box.leave();
-    if (toUtf8(box.content()) != text)
-      throw std::runtime_error(std::string("The ") + what + " of a watermark cannot be " + inQuotes(text) + '.');
+    if (toUtf8(box.content()) != text) throw std::runtime_error(Formats::sentence(refusal, inQuotes(text)));
   }
 
   void typeName(const std::string& name) {
     if (!isOperable(WidgetId::styleNameBox))
-      throw std::runtime_error("A watermark's name is its text here; leave out --name.");
-    type(WidgetId::styleNameBox, name, "name");
+      throw std::runtime_error(Formats::sentence("A watermark's name is its text here; leave out --name."));
+    type(WidgetId::styleNameBox, name, Formats::sentenceTemplate("The name of a watermark cannot be {1}."));
   }
 
   void chooseFont(const std::string& font) {
@@ -77,7 +81,8 @@ class Editor {
     if (item != items.end()) return list.choose(item->index);
     std::vector<std::string> names;
     for (const ShownItem& each : items) names.push_back(each.name);
-    throw std::runtime_error("The font " + inQuotes(font) + " is not installed." + Formats::didYouMean(names, font));
+    throw std::runtime_error(Formats::sentence("The font {1} is not installed.", inQuotes(font)) +
+                             Formats::didYouMean(names, font));
   }
 
   bool chooseValue(Formats::Name id, std::u16string_view value) {
@@ -92,7 +97,8 @@ class Editor {
   void chooseColour(const std::u16string& wanted) {
     const std::u16string colour = Formats::colourText(Formats::colourOf(wanted));
     if (!isOperable(WidgetId::colourList))
-      throw std::runtime_error("This model does not print watermarks in colours of choice; leave out --colour.");
+      throw std::runtime_error(
+          Formats::sentence("This model does not print watermarks in colours of choice; leave out --colour."));
     if (!chooseValue(WidgetId::colourList, colour))
       widget<Refhost::ColorPicker>(WidgetId::colourPicker).pick(Formats::colourOf(colour));
   }
@@ -106,7 +112,8 @@ bool editWatermark(Refhost::Dialog& dialog, const WatermarkEdit& edit) {
   Editor editor(dialog);
   editor.fill(edit);
   if (!dialog.ok().isOperable())
-    throw std::runtime_error("No watermark can have the name " + inQuotes(editor.name()) + ": choose another one.");
+    throw std::runtime_error(
+        Formats::sentence("No watermark can have the name {1}: choose another one.", inQuotes(editor.name())));
   return dialog.accept();
 }
 

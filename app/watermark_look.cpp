@@ -4,6 +4,7 @@
 #include "formats/colour.h"
 #include "formats/names.h"
 #include "formats/near_names.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "formats/watermark_record.h"
 
@@ -40,19 +41,20 @@ std::optional<int> numberIn(const std::string& word) {
   return problem == std::errc() && stop == end ? std::optional(number) : std::nullopt;
 }
 
-void demandNumber(const std::optional<std::string>& word, const char* what, int least, int most, const char* unit) {
+// `refusal` is the template of a sentence with the word and the limits.
+void demandNumber(const std::optional<std::string>& word, int least, int most, std::string_view refusal) {
   if (!word) return;
   const auto number = numberIn(*word);
   if (!number || *number < least || *number > most)
-    throw std::runtime_error(std::string("The ") + what + " of a watermark cannot be " + inQuotes(*word) +
-                             ": it is a whole number from " + std::to_string(least) + " to " + std::to_string(most) +
-                             ", in " + unit + '.');
+    throw std::runtime_error(Formats::sentence(refusal, inQuotes(*word), least, most));
 }
 
-void demandOneOf(const std::optional<std::string>& word, const char* what, const std::vector<std::string>& all) {
+// `refusal` is the template of a sentence with the word and all that it can be.
+void demandOneOf(const std::optional<std::string>& word, const std::vector<std::string>& all,
+                 std::string_view refusal) {
   if (!word || std::ranges::find(all, *word) != all.end()) return;
-  throw std::runtime_error(std::string("The ") + what + " of a watermark cannot be " + inQuotes(*word) +
-                           "; it can be " + Formats::alternatives(all) + '.' + Formats::didYouMean(all, *word));
+  throw std::runtime_error(Formats::sentence(refusal, inQuotes(*word), Formats::alternatives(all)) +
+                           Formats::didYouMean(all, *word));
 }
 
 std::vector<std::string> styleNames() {
@@ -75,14 +77,14 @@ void WatermarkLook::declare(CLI::App& command, const std::string& start) {
                start + name, [&value](const std::string& word) { value = word; }, help)
         ->type_name(type);
   };
-  add("font", font, "FACE", "The watermark's face, Arial for example");
-  add("style", style, "STYLE", "Regular, Bold, Italic or BoldItalic");
-  add("size", size, "POINTS", "The size of its letters, from 6 to 300");
-  add("colour", colour, "#RRGGBB", "Its colour, #FF0000 for red");
-  add("angle", angle, "DEGREES", "From -90 to 90; 45 rises to the upper right");
-  add("place", place, "PLACE", "top-left, top, top-right, left, center and so on");
-  add("transparency", transparency, "PERCENT", "From 0 to 100");
-  command.add_flag(start + "outline", isOutline, "Prints its letters' outlines alone");
+  add("font", font, "FACE", Formats::sentence("The watermark's face, Arial for example"));
+  add("style", style, "STYLE", Formats::sentence("Regular, Bold, Italic or BoldItalic"));
+  add("size", size, "POINTS", Formats::sentence("The size of its letters, from 6 to 300"));
+  add("colour", colour, "#RRGGBB", Formats::sentence("Its colour, #FF0000 for red"));
+  add("angle", angle, "DEGREES", Formats::sentence("From -90 to 90; 45 rises to the upper right"));
+  add("place", place, "PLACE", Formats::sentence("top-left, top, top-right, left, center and so on"));
+  add("transparency", transparency, "PERCENT", Formats::sentence("From 0 to 100"));
+  command.add_flag(start + "outline", isOutline, Formats::sentence("Prints its letters' outlines alone"));
 }
 
 bool WatermarkLook::isGiven() const {
@@ -90,17 +92,25 @@ bool WatermarkLook::isGiven() const {
 }
 
 void WatermarkLook::demandValid() const {
-  demandOneOf(style, "style", styleNames());
-  demandNumber(size, "size", 6, 300, "points");
-  demandNumber(angle, "angle", -90, 90, "degrees");
-  demandNumber(transparency, "transparency", 0, 100, "per cent");
-  demandOneOf(place, "place", placeNames());
+  demandOneOf(style, styleNames(), Formats::sentenceTemplate("The style of a watermark cannot be {1}; it can be {2}."));
+  demandNumber(size, 6, 300,
+               Formats::sentenceTemplate(
+                   "The size of a watermark cannot be {1}: it is a whole number from {2} to {3}, in points."));
+  demandNumber(angle, -90, 90,
+               Formats::sentenceTemplate(
+                   "The angle of a watermark cannot be {1}: it is a whole number from {2} to {3}, in degrees."));
+  demandNumber(
+      transparency, 0, 100,
+      Formats::sentenceTemplate(
+          "The transparency of a watermark cannot be {1}: it is a whole number from {2} to {3}, in per cent."));
+  demandOneOf(place, placeNames(), Formats::sentenceTemplate("The place of a watermark cannot be {1}; it can be {2}."));
   if (colour && !Formats::isColour(toUtf16(*colour)))
-    throw std::runtime_error("The colour of a watermark cannot be " + inQuotes(*colour) +
-                             ": write it as #RRGGBB, in hexadecimal digits.");
+    throw std::runtime_error(Formats::sentence(
+        "The colour of a watermark cannot be {1}: write it as #RRGGBB, in hexadecimal digits.", inQuotes(*colour)));
   if (isOutline && transparency)
-    throw std::runtime_error("A watermark cannot be an outline and transparent: choose one of them.");
-  if (font && font->empty()) throw std::runtime_error("The font of a watermark has to be named.");
+    throw std::runtime_error(
+        Formats::sentence("A watermark cannot be an outline and transparent: choose one of them."));
+  if (font && font->empty()) throw std::runtime_error(Formats::sentence("The font of a watermark has to be named."));
 }
 
 std::u16string WatermarkLook::position() const {
@@ -130,12 +140,14 @@ Refhost::TracePairs WatermarkLook::properties() const {
 
 void demandWatermarkText(const std::string& text) {
   const std::u16string units = toUtf16(text);
-  if (units.find_first_not_of(u' ') == units.npos) throw std::runtime_error("A watermark needs a text.");
+  if (units.find_first_not_of(u' ') == units.npos)
+    throw std::runtime_error(Formats::sentence("A watermark needs a text."));
   if (units.size() > mostTextUnits)
-    throw std::runtime_error("The text of a watermark has at most 63 characters, and this one has " +
-                             std::to_string(units.size()) + '.');
+    throw std::runtime_error(Formats::sentence(
+        "The text of a watermark has at most {1} characters, and this one has {2}.", mostTextUnits, units.size()));
   if (std::ranges::any_of(units, [](char16_t unit) { return unit < u' ' || unit == 0x7F; }))
-    throw std::runtime_error("The text of a watermark is one line, without tabs and other control characters.");
+    throw std::runtime_error(
+        Formats::sentence("The text of a watermark is one line, without tabs and other control characters."));
 }
 
 }  // namespace App

@@ -72,14 +72,16 @@ void tellOfKept(const SettingOptions& given, const Refhost::Options& options) {
   for (const auto& [name, value] : Refhost::peekAtSettings(Refhost::settingsFile(options.home, model.name)))
     kept[Formats::toUtf8(name)] = Formats::toUtf8(value);
   if (Press::effectsFromProperties(kept).any())
-    App::tell("The effects that \"kiln show\" has kept are not printed: --settings prints with them.");
+    App::tell(
+        Formats::sentence("The effects that \"kiln show\" has kept are not printed: --settings prints with them."));
 }
 
 // A watermark for this job alone, with the look of the one that is chosen otherwise.
 void setWatermark(const PrintOptions& given, SilentRun& run) {
   if (!given.watermarkText) {
     if (given.look.isGiven())
-      throw Failure(wrongUsage, "The look of a watermark belongs to --watermark-text TEXT, which there is not.");
+      throw Failure(wrongUsage,
+                    Formats::sentence("The look of a watermark belongs to --watermark-text TEXT, which there is not."));
     return;
   }
   demandWatermarkText(*given.watermarkText);
@@ -87,7 +89,7 @@ void setWatermark(const PrintOptions& given, SilentRun& run) {
   const bool isBlackAlone = !run.preferences().model().allows(Formats::Prop::watermarkColor, u"Non-Black");
   if (given.look.colour && isBlackAlone)
     throw std::runtime_error(
-        "This model does not print watermarks in colours of choice; leave out --watermark-colour.");
+        Formats::sentence("This model does not print watermarks in colours of choice; leave out --watermark-colour."));
   Refhost::TracePairs wanted = given.look.properties();
   wanted.insert(wanted.begin(),
                 {{std::u16string(Formats::Prop::watermark), std::u16string(Formats::Value::watermark)},
@@ -113,7 +115,7 @@ void tell(const Wanted& wanted, const StandardFiles& files) {
 }
 
 void send(const Press::PrinterJob& job, const StandardFiles& files, const Interruption& interruption) {
-  ProgressLine line("Sending");
+  ProgressLine line(Formats::sentenceTemplate("Sending: {1} %"));
   const auto progress = [&](std::int64_t done, std::int64_t total) {
     constexpr std::int64_t unit = 1024;
     line.show(static_cast<int>(done / unit), static_cast<int>(total / unit) + 1);
@@ -139,15 +141,16 @@ void print(const Wanted& wanted, const StandardFiles& files, const Interruption&
 
 void demandOneTarget(const PrintOptions& given) {
   if (given.isForPrinter() && !given.out.empty())
-    throw Failure(wrongUsage, "OUT.pdf and --printer are two targets: name one; see \"kiln print --help\".");
+    throw Failure(wrongUsage,
+                  Formats::sentence("OUT.pdf and --printer are two targets: name one; see \"kiln print --help\"."));
   if (given.out.empty() && !given.isForPrinter() && !given.isDryRun)
-    throw Failure(wrongUsage, "OUT.pdf is required; see \"kiln print --help\".");
+    throw Failure(wrongUsage, Formats::sentence("OUT.pdf is required; see \"kiln print --help\"."));
   if (given.out == "-" && !given.isDryRun) demandNoTerminal();
 }
 
 // What the job is called in the queue.
 std::string titleOf(const PrintOptions& given) {
-  return given.in == "-" ? "Standard input" : Press::utf8(toPath(given.in).filename());
+  return given.in == "-" ? Formats::sentence("Standard input") : Press::utf8(toPath(given.in).filename());
 }
 
 void printOrTell(const PrintOptions& given, const Interruption& interruption) {
@@ -155,7 +158,8 @@ void printOrTell(const PrintOptions& given, const Interruption& interruption) {
   Wanted wanted = wantedBy(given, opening);
   if (given.isForPrinter() && !given.isDryRun) wanted.printer = given.printing.resolve(titleOf(given));
   const StandardFiles files(given.in, given.isForPrinter() ? "-" : given.out, interruption,
-                            given.isForPrinter() ? "The print for the printer" : "Standard output");
+                            given.isForPrinter() ? Formats::sentence("The print for the printer")
+                                                 : Formats::sentence("Standard output"));
   files.receive();
   try {
     given.isDryRun ? tell(wanted, files) : print(wanted, files, interruption);
@@ -202,7 +206,7 @@ void addPrint(CLI::App& kiln, Run& chosen) {
   command
       .add_option_function<std::string>(
           "--watermark-text", [given](const std::string& text) { given->watermarkText = text; },
-          "Prints this text as a watermark, on this job alone")
+          Formats::sentence("Prints this text as a watermark, on this job alone"))
       ->type_name("TEXT");
   given->look.declare(command, "--watermark-");
   given->settings.declare(command);

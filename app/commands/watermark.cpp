@@ -7,6 +7,7 @@
 #include "formats/names.h"
 #include "formats/near_names.h"
 #include "formats/printable.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "formats/watermark_record.h"
 #include "host/gui.h"
@@ -22,7 +23,8 @@ namespace {
 
 namespace WidgetId = Formats::WidgetId;
 
-constexpr const char* footer = R"(Everything goes through the plug-in's own editor, with its rules.
+constexpr std::string_view footer = Formats::sentenceTemplate(
+    R"(Everything goes through the plug-in's own editor, with its rules.
 
 Examples:
   kiln watermark list
@@ -31,7 +33,7 @@ Examples:
   kiln watermark delete "For review"
 
 Exit status: 0 when it was done, 1 when it was not, and every watermark is as it was,
-2 when the preferences cannot be opened or the command line is wrong.)";
+2 when the preferences cannot be opened or the command line is wrong.)");
 
 struct WatermarkOptions {
   HostOptions host;
@@ -79,12 +81,13 @@ void chooseNamed(SilentRun& run, const std::string& word) {
   auto found = std::ranges::find_if(all, [&](const auto& each) { return each.name == name && !isDownloaded(each); });
   if (found == all.end()) found = std::ranges::find(all, name, &ShownItem::name);
   if (found == all.end())
-    throw std::runtime_error("There is no watermark " + inQuotes(name) + "; \"kiln watermark list\" lists them." +
-                             Formats::didYouMean(names, name));
+    throw std::runtime_error(
+        Formats::sentence("There is no watermark {1}; \"kiln watermark list\" lists them.", inQuotes(name)) +
+        Formats::didYouMean(names, name));
   auto& list = listIn(run);
   run.act([&] { list.choose(found->index); });
   if (list.selection() != found->index)
-    throw std::runtime_error("The watermark " + inQuotes(name) + " cannot be chosen now.");
+    throw std::runtime_error(Formats::sentence("The watermark {1} cannot be chosen now.", inQuotes(name)));
 }
 
 // Presses the button, and accepts the editor that it opens.
@@ -101,8 +104,9 @@ void runEditor(SilentRun& run, Formats::Name button, const WatermarkOptions& giv
   };
   run.act([&] { onTab<Refhost::Button>(run, button).click(); }, operate);
   if (isAccepted) return;
-  throw std::runtime_error(isNameTaken ? "There is a watermark of that name already; --replace replaces it."
-                                       : "The watermark cannot be edited now.");
+  throw std::runtime_error(isNameTaken
+                               ? Formats::sentence("There is a watermark of that name already; --replace replaces it.")
+                               : Formats::sentence("The watermark cannot be edited now."));
 }
 
 int add(const WatermarkOptions& given) {
@@ -112,7 +116,7 @@ int add(const WatermarkOptions& given) {
   given.edit.look.demandValid();
   SilentRun run(resolve(given));
   if (!onTab<Refhost::Button>(run, WidgetId::watermarkAdd).isOperable())
-    throw std::runtime_error("There is no room for another watermark; delete one first.");
+    throw std::runtime_error(Formats::sentence("There is no room for another watermark; delete one first."));
   runEditor(run, WidgetId::watermarkAdd, wanted);
   return 0;
 }
@@ -124,7 +128,7 @@ int edit(const WatermarkOptions& given) {
   SilentRun run(resolve(given));
   chooseNamed(run, given.name);
   if (!onTab<Refhost::Button>(run, WidgetId::watermarkEdit).isOperable())
-    throw std::runtime_error("The watermark " + inQuotes(given.name) + " cannot be changed now.");
+    throw std::runtime_error(Formats::sentence("The watermark {1} cannot be changed now.", inQuotes(given.name)));
   runEditor(run, WidgetId::watermarkEdit, given);
   return 0;
 }
@@ -135,11 +139,12 @@ int remove(const WatermarkOptions& given) {
   bool isConfirmed = false;
   run.act([&] { onTab<Refhost::Button>(run, WidgetId::watermarkDelete).click(); },
           [&](Refhost::Dialog& dialog) { isConfirmed = dialog.accept(); });
-  if (!isConfirmed) throw std::runtime_error("The watermark " + inQuotes(given.name) + " cannot be deleted now.");
+  if (!isConfirmed)
+    throw std::runtime_error(Formats::sentence("The watermark {1} cannot be deleted now.", inQuotes(given.name)));
   return 0;
 }
 
-CLI::App& addPart(CLI::App& watermark, Run& run, const char* name, const char* help,
+CLI::App& addPart(CLI::App& watermark, Run& run, const char* name, const std::string& help,
                   const std::shared_ptr<WatermarkOptions>& given, int (*work)(const WatermarkOptions&)) {
   CLI::App& part = *watermark.add_subcommand(name, help);
   part.callback([&run, given, work] { run = [given, work] { return work(*given); }; });
@@ -149,42 +154,46 @@ CLI::App& addPart(CLI::App& watermark, Run& run, const char* name, const char* h
 void declareEdit(CLI::App& part, WatermarkOptions& given) {
   part.add_option_function<std::string>(
           "--name", [&given](const std::string& word) { given.edit.name = word; },
-          "Its name in the list, where a watermark has one besides its text")
+          Formats::sentence("Its name in the list, where a watermark has one besides its text"))
       ->type_name("NAME");
-  part.add_flag("--replace", given.replaces, "Replaces another watermark of that name");
+  part.add_flag("--replace", given.replaces, Formats::sentence("Replaces another watermark of that name"));
   given.edit.look.declare(part, "--");
 }
 
 }  // namespace
 
 void addWatermark(CLI::App& kiln, Run& run) {
-  constexpr const char* homeHelp = "The folder for what a user keeps; by default the one that \"kiln show\" uses";
-  CLI::App& watermark = *kiln.add_subcommand("watermark", "Lists, makes, changes and deletes watermarks");
-  watermark.footer(footer);
+  const std::string homeHelp =
+      Formats::sentence("The folder for what a user keeps; by default the one that \"kiln show\" uses");
+  CLI::App& watermark =
+      *kiln.add_subcommand("watermark", Formats::sentence("Lists, makes, changes and deletes watermarks"));
+  watermark.footer(Formats::sentence(footer));
   watermark.require_subcommand(1);
 
   const auto listed = std::make_shared<WatermarkOptions>();
-  listed->host.declare(addPart(watermark, run, "list", "Lists the watermarks, one a line", listed, list), homeHelp);
+  listed->host.declare(
+      addPart(watermark, run, "list", Formats::sentence("Lists the watermarks, one a line"), listed, list), homeHelp);
 
   const auto added = std::make_shared<WatermarkOptions>();
-  CLI::App& addition = addPart(watermark, run, "add", "Makes a watermark", added, add);
-  addition.add_option("TEXT", added->name, "What it prints")->required()->type_name("");
+  CLI::App& addition = addPart(watermark, run, "add", Formats::sentence("Makes a watermark"), added, add);
+  addition.add_option("TEXT", added->name, Formats::sentence("What it prints"))->required()->type_name("");
   declareEdit(addition, *added);
   added->host.declare(addition, homeHelp);
 
   const auto edited = std::make_shared<WatermarkOptions>();
-  CLI::App& change = addPart(watermark, run, "edit", "Changes a watermark", edited, edit);
-  change.add_option("NAME", edited->name, "The watermark's name")->required()->type_name("");
+  CLI::App& change = addPart(watermark, run, "edit", Formats::sentence("Changes a watermark"), edited, edit);
+  change.add_option("NAME", edited->name, Formats::sentence("The watermark's name"))->required()->type_name("");
   change
       .add_option_function<std::string>(
-          "--text", [edited](const std::string& text) { edited->edit.text = text; }, "What it prints")
+          "--text", [edited](const std::string& text) { edited->edit.text = text; },
+          Formats::sentence("What it prints"))
       ->type_name("TEXT");
   declareEdit(change, *edited);
   edited->host.declare(change, homeHelp);
 
   const auto deleted = std::make_shared<WatermarkOptions>();
-  CLI::App& deletion = addPart(watermark, run, "delete", "Deletes a watermark", deleted, remove);
-  deletion.add_option("NAME", deleted->name, "The watermark's name")->required()->type_name("");
+  CLI::App& deletion = addPart(watermark, run, "delete", Formats::sentence("Deletes a watermark"), deleted, remove);
+  deletion.add_option("NAME", deleted->name, Formats::sentence("The watermark's name"))->required()->type_name("");
   deleted->host.declare(deletion, homeHelp);
 }
 

@@ -127,8 +127,8 @@ std::string StandardFiles::inUsersWords(std::string sentence) const {
 void demandNoTerminal() {
   if (isatty(STDOUT_FILENO) != 1) return;
   throw Failure(wrongUsage,
-                "Standard output is a terminal, which cannot show a PDF: name a file, or send it on, by \"| lp\" for "
-                "example.");
+                Formats::sentence("Standard output is a terminal, which cannot show a PDF: name a file, or send it on, "
+                                  "by \"| lp\" for example."));
 }
 
 }  // namespace App

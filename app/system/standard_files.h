@@ -3,6 +3,7 @@
 
 #include "app/system/interruption.h"
 #include "files/temporary_folder.h"
+#include "formats/sentences.h"
 
 #include <filesystem>
 #include <optional>
@@ -17,7 +18,7 @@ class StandardFiles {
   // Makes the folder for the temporary files. Sentences call an output of "-" `outputName`. Throws std::runtime_error,
   // one sentence, when that fails.
   StandardFiles(const std::string& in, const std::string& out, const Interruption& interruption,
-                std::string outputName = "Standard output");
+                std::string outputName = Formats::sentence("Standard output"));
   StandardFiles(const StandardFiles&) = delete;
   StandardFiles& operator=(const StandardFiles&) = delete;
 
