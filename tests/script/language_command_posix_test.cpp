@@ -34,6 +34,18 @@ TEST(Language, OfWrongUsageIsTheUsers) {
   EXPECT_EQ(runKiln({"print"}).err, "kiln: IN.pdf is required; see \"kiln print --help\".\n");
 }
 
+TEST(Language, OfARefusedWatermarkIsTheUsers) {
+  const auto refused = [](const std::vector<std::string>& look) {
+    std::vector<std::string> words = {"watermark", "add", "Zeta", "--home", (testFolder() / "home").string()};
+    words.insert(words.end(), look.begin(), look.end());
+    return inGerman(words).err;
+  };
+  EXPECT_EQ(
+      refused({"--size", "5"}),
+      "kiln: Die Größe eines Wasserzeichens kann nicht „5“ sein: Sie ist eine ganze Zahl von 6 bis 300, in Punkt.\n");
+  EXPECT_THAT(refused({"--style", "Heavy"}), HasSubstr("kann nicht „Heavy“ sein; möglich ist „Regular“, „Bold“"));
+}
+
 TEST(Language, OfAnOtherModuleIsTheUsersToo) {
   const auto file = testFolder() / "profile.zip";
   writeFile(file, "no archive");

@@ -139,6 +139,14 @@ TEST_F(PrintTargets, TakeThePasswordOfAJobFromAFile) {
             0);
 }
 
+TEST_F(PrintTargets, AskForAPasswordInTheUsersLanguage) {
+  lock("sesame");
+  const auto asked = [&](const std::string& locale) { return print({out.string()}, {"LANG=" + locale}).err; };
+  EXPECT_THAT(asked("de_DE.UTF-8"), HasSubstr(", oder geben Sie das Kennwort mit --password-file FILE an."));
+  EXPECT_THAT(asked("ja_JP.UTF-8"), HasSubstr("印刷してください。または --password-file FILE でパスワード"));
+  EXPECT_THAT(asked("zh_CN.UTF-8"), HasSubstr("的副本后打印，或用 --password-file FILE 指定密码。"));
+}
+
 TEST_F(PrintTargets, SayWhatIsWrongWithAPassword) {
   lock("sesame");
   EXPECT_THAT(print({out.string()}).err, AllOf(HasSubstr("job.pdf\" needs a password"),
