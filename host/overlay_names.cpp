@@ -6,6 +6,7 @@
 #include "files/whole_file.h"
 #include "formats/names.h"
 #include "formats/overlay_index.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "host/documents/stores.h"
 #include "host/profiles/home_import.h"
@@ -27,7 +28,11 @@ std::u16string_view withoutSpaces(std::u16string_view name) {
   return name.substr(first, name.find_last_not_of(spaces) + 1 - first);
 }
 
-std::string nameInQuotes(std::u16string_view name) { return '"' + Formats::toValidUtf8(name) + '"'; }
+std::string nameInQuotes(std::u16string_view name) { return Formats::quoted(Formats::toValidUtf8(name)); }
+
+std::string takenNameSentence(std::u16string_view name) {
+  return Formats::sentence("There is an overlay {1} already; choose another name.", nameInQuotes(name));
+}
 
 fs::path userIndex(const Preferences& preferences) {
   const auto folder = [&preferences](std::u16string_view key) {
@@ -43,12 +48,12 @@ void renameInIndex(Files::Disk& disk, const fs::path& index, const Formats::Inde
   std::vector<Formats::IndexEntry> entries;
   if (disk.kind(index) == Files::EntryKind::file) entries = Formats::readIndex(disk.read(index, storeLimit));
   if (std::ranges::find(entries, overlay) == entries.end())
-    throw std::runtime_error("The overlay " + nameInQuotes(overlay.name) +
-                             " is not one of this user's own, and cannot be renamed.");
+    throw std::runtime_error(Formats::sentence("The overlay {1} is not one of this user's own, and cannot be renamed.",
+                                               nameInQuotes(overlay.name)));
   for (const Formats::IndexEntry& entry : entries)
     if (entry.name == name && Formats::isOverlayFileName(entry.fileName) &&
         disk.kind(index.parent_path() / Files::pathFromText(entry.fileName)) != Files::EntryKind::none)
-      throw std::runtime_error("There is an overlay " + nameInQuotes(name) + " already; choose another name.");
+      throw std::runtime_error(takenNameSentence(name));
   std::ranges::replace(entries, overlay, Formats::IndexEntry{name, overlay.fileName});
   Files::replaceWhole(disk, index, Formats::indexBytes(entries));
 }
@@ -56,10 +61,9 @@ void renameInIndex(Files::Disk& disk, const fs::path& index, const Formats::Inde
 void checkName(Preferences& preferences, SelectorNode& list, std::int32_t index, const std::u16string& name) {
   switch (problemOf(name, reservedOverlayNames(preferences.chrome()), overlayNames(list, index))) {
     case NameProblem::none: return;
-    case NameProblem::missing: throw std::runtime_error("An overlay needs a name.");
+    case NameProblem::missing: throw std::runtime_error(Formats::sentence("An overlay needs a name."));
     case NameProblem::reserved: throw std::runtime_error(reservedNameSentence(name));
-    case NameProblem::taken:
-      throw std::runtime_error("There is an overlay " + nameInQuotes(name) + " already; choose another name.");
+    case NameProblem::taken: throw std::runtime_error(takenNameSentence(name));
   }
 }
 
@@ -111,8 +115,9 @@ NameProblem problemOf(std::u16string_view name, const std::vector<std::u16string
 }
 
 std::string reservedNameSentence(std::u16string_view name) {
-  return "An overlay cannot be called " + nameInQuotes(name) +
-         ", because the list of overlays has an entry of that name; choose another name.";
+  return Formats::sentence(
+      "An overlay cannot be called {1}, because the list of overlays has an entry of that name; choose another name.",
+      nameInQuotes(name));
 }
 
 std::vector<std::u16string> overlayNames(SelectorNode& list, std::int32_t except) {
@@ -127,7 +132,7 @@ std::vector<std::u16string> overlayNames(SelectorNode& list, std::int32_t except
 void renameOverlay(Preferences& preferences, std::int32_t index, const std::u16string& name) {
   SelectorNode* const list = overlayList(preferences);
   const auto item = list == nullptr ? Kiln::SmartPtr<Kiln::XUL::ListItem>() : list->items().at(index);
-  if (!item || !isOverlay(*item)) throw std::runtime_error("There is no such overlay.");
+  if (!item || !isOverlay(*item)) throw std::runtime_error(Formats::sentence("There is no such overlay."));
   checkName(preferences, *list, index, name);
   const Formats::IndexEntry overlay{item->text().str(), item->value().str()};
   const std::u16string stored = Formats::storableName(name);

@@ -2,6 +2,7 @@
 
 #include "formats/file_list.h"
 #include "formats/names.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "formats/watermark_record.h"
 #include "host/preferences.h"
@@ -79,7 +80,8 @@ void PresetChoice::save(const std::u16string& name) {
 PresetChoice::Gone PresetChoice::choose(const std::u16string& name) {
   const std::vector<Preset> all = presets.read(leaveOut);
   const auto preset = std::ranges::find(all, name, &Preset::name);
-  if (preset == all.end()) throw std::runtime_error("There is no preset \"" + Formats::toUtf8(name) + "\".");
+  if (preset == all.end())
+    throw std::runtime_error(Formats::sentence("There is no preset {1}.", Formats::quoted(Formats::toUtf8(name))));
   Gone gone;
   preferences.actions().act({"preset", {name}, OwnText::argument}, [&] {
     choose(*preset);
@@ -137,7 +139,7 @@ void PresetChoice::remove() {
 }
 
 const std::u16string& PresetChoice::demandChosen() const {
-  if (!chosenName) throw std::runtime_error("No preset is chosen.");
+  if (!chosenName) throw std::runtime_error(Formats::sentence("No preset is chosen."));
   return *chosenName;
 }
 

@@ -3,6 +3,7 @@
 #include "files/home_lock.h"
 #include "files/whole_file.h"
 #include "formats/printable.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 
 #include <nlohmann/json.hpp>
@@ -23,7 +24,7 @@ constexpr std::size_t mostPresetBytes = std::size_t{1} << 20;
 constexpr std::u16string_view presetStart = u"preset-";
 constexpr std::u16string_view presetEnd = u".json";
 
-std::string quotedName(std::u16string_view name) { return "\"" + Formats::printable(Formats::toUtf8(name)) + "\""; }
+std::string quotedName(std::u16string_view name) { return Formats::quoted(Formats::printable(Formats::toUtf8(name))); }
 
 bool isPresetFile(const fs::path& name) {
   const std::u16string text = Files::pathText(name);
@@ -69,9 +70,9 @@ struct Presets::Kept {
 };
 
 std::string presetNameProblem(std::u16string_view name) {
-  if (name.find_first_not_of(u" \t\n\r\u3000") == name.npos) return "A preset needs a name.";
+  if (name.find_first_not_of(u" \t\n\r\u3000") == name.npos) return Formats::sentence("A preset needs a name.");
   if (name.size() > Presets::longestName)
-    return "The name of a preset has at most " + std::to_string(Presets::longestName) + " characters.";
+    return Formats::sentence("The name of a preset has at most {1} characters.", Presets::longestName);
   return {};
 }
 
@@ -86,7 +87,7 @@ std::vector<Preset> Presets::read(const std::function<void(const std::string&)>&
   try {
     for (Kept& each : kept(tell)) all.push_back(std::move(each.preset));
   } catch (const Files::DiskError& problem) {
-    tell(std::string("The presets are left out: ") + problem.what());
+    tell(Formats::sentence("The presets are left out: {1}", problem.what()));
   }
   std::ranges::sort(all, {}, &Preset::name);
   return all;
@@ -115,7 +116,8 @@ void Presets::rename(std::u16string_view name, std::u16string_view newName) cons
   Kept renamed = demand(name);
   for (const Kept& each : kept(ignoreProblem))
     if (each.preset.name == newName && each.file != renamed.file)
-      throw std::runtime_error("There is a preset " + quotedName(newName) + " already: choose another name.");
+      throw std::runtime_error(
+          Formats::sentence("There is a preset {1} already: choose another name.", quotedName(newName)));
   renamed.preset.name = newName;
   Files::replaceWhole(disk, renamed.file, presetBytes(renamed.preset));
 }
@@ -140,9 +142,10 @@ std::vector<Presets::Kept> Presets::kept(const std::function<void(const std::str
       if (auto preset = parsePreset(disk.read(file, mostPresetBytes)))
         all.push_back({file, std::move(*preset)});
       else
-        tell("The preset in " + Files::shownPath(file) + " is damaged and is left out: delete the file.");
+        tell(Formats::sentence("The preset in {1} is damaged and is left out: delete the file.",
+                               Files::shownPath(file)));
     } catch (const Files::DiskError& problem) {
-      tell(std::string("A preset is left out: ") + problem.what());
+      tell(Formats::sentence("A preset is left out: {1}", problem.what()));
     }
   }
   return all;
@@ -151,7 +154,7 @@ std::vector<Presets::Kept> Presets::kept(const std::function<void(const std::str
 Presets::Kept Presets::demand(std::u16string_view name) const {
   for (Kept& each : kept(ignoreProblem))
     if (each.preset.name == name) return std::move(each);
-  throw std::runtime_error("There is no preset " + quotedName(name) + ".");
+  throw std::runtime_error(Formats::sentence("There is no preset {1}.", quotedName(name)));
 }
 
 }  // namespace Refhost

@@ -2,6 +2,7 @@
 
 #include "files/file_set.h"
 #include "files/whole_file.h"
+#include "formats/sentences.h"
 
 #include <algorithm>
 #include <utility>
@@ -76,7 +77,8 @@ void FileChanges::extend(State state, FileChanges& further) {
 void FileChanges::restore(Files::Disk& disk, const std::filesystem::path& journal, State state) const {
   for (const auto& [file, before, after] : changes)
     if (!isContent(disk, file, state == State::before ? after : before))
-      throw ChangedSince(Files::shownPath(file) + " was changed meanwhile, so this action cannot be taken back.");
+      throw ChangedSince(
+          Formats::sentence("{1} was changed meanwhile, so this action cannot be taken back.", Files::shownPath(file)));
 
   Files::FileSet set(disk, journal);
   for (const auto& [file, before, after] : changes) {

@@ -28,7 +28,7 @@ class FileStore final : public Kiln::Services::FileBackingStoreIO {
       saveTraced(world, file, bytes);
     } catch (const Kiln::Exception&) {
       if (world.homeProblem.empty() || hasFolder()) throw;
-      throw failure(Files::shownPath(file) + " cannot be written, because " + world.homeProblem);
+      throw failure(Formats::sentence("{1} cannot be written, because {2}", Files::shownPath(file), world.homeProblem));
     }
   }
 

@@ -1,6 +1,7 @@
 #include "host/profiles/built_in_watermarks.h"
 
 #include "formats/names.h"
+#include "formats/sentences.h"
 #include "formats/text.h"
 #include "formats/watermark_record.h"
 #include "host/documents/documents.h"
@@ -18,7 +19,8 @@ namespace {
 
 Kiln::SmartPtr<Node> builtIns(const Preferences& preferences) {
   const auto file = preferences.chrome().file(Formats::Address::builtInWatermarks);
-  if (!file) throw std::runtime_error("The built-in watermarks cannot be read: install the program again.");
+  if (!file)
+    throw std::runtime_error(Formats::sentence("The built-in watermarks cannot be read: install the program again."));
   return readWatermarks(Files::realDisk().read(*file, documentLimits.bytes), Files::shownPath(*file));
 }
 
@@ -85,7 +87,9 @@ void restoreBuiltIns(Preferences& preferences, const std::vector<std::u16string>
   preferences.actions().act({"restore-watermarks", ids}, [&] {
     preferences.changeFile(file, [&](const FileContent& present) {
       const auto root = readUserFile(present, file);
-      if (!root) throw std::runtime_error("There is no file of watermarks to add them to: open the preferences again.");
+      if (!root)
+        throw std::runtime_error(
+            Formats::sentence("There is no file of watermarks to add them to: open the preferences again."));
       const std::set<std::u16string> known = idsIn(*root);
       std::vector<Kiln::SmartPtr<Node>> added;
       const auto all = builtIns(preferences);
