@@ -75,7 +75,7 @@ std::string startOf(const std::filesystem::path& file) {
 void write(const std::filesystem::path& file, const std::string& bytes) {
   std::ofstream stream(file, std::ios::binary);
   stream << bytes;
-  if (!stream.flush()) throw Error(quoted(file) + " cannot be written: free some space.");
+  if (!stream.flush()) throw Error(Formats::sentence("{1} cannot be written: free some space.", quoted(file)));
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 // Reads what a PDF must know of a JPEG: its size, colours, resolution and orientation.
+#include "formats/sentences.h"
 #include "press/pictures/image.h"
 
 #include <optional>
@@ -54,7 +55,7 @@ class JpegReader {
  public:
   Image read(std::string bytes) {
     for (std::size_t at = 2; at < bytes.size();) at = readSegment(bytes, at);
-    if (image.width == 0 || image.height == 0) throw ImageProblem("a damaged JPEG file");
+    if (image.width == 0 || image.height == 0) throw ImageProblem(Formats::sentence("a damaged JPEG file"));
     image.entries += "/Filter /DCTDecode ";
     // Programs that write this marker write inverted inks.
     if (components == 4 && isFromAdobe) image.entries += "/Decode [1 0 1 0 1 0 1 0] ";
@@ -72,7 +73,7 @@ class JpegReader {
     if (standsAlone(marker)) return at + 2;
     if (marker == startOfScan || marker == endOfImage) return bytes.size();
     const std::size_t length = all.two(at + 2);
-    if (length < 2 || at + 2 + length > bytes.size()) throw ImageProblem("a damaged JPEG file");
+    if (length < 2 || at + 2 + length > bytes.size()) throw ImageProblem(Formats::sentence("a damaged JPEG file"));
     readContent(marker, bytes.substr(at + 4, length - 2));
     return at + 2 + length;
   }
@@ -91,7 +92,7 @@ class JpegReader {
     components = frame.byte(5);
     const bool isCommon = marker <= lastOfTheCommonKinds && bits == 8;
     if (!isCommon || (components != 1 && components != 3 && components != 4))
-      throw ImageProblem("a JPEG file of a rare kind");
+      throw ImageProblem(Formats::sentence("a JPEG file of a rare kind"));
     image.height = static_cast<int>(frame.two(1));
     image.width = static_cast<int>(frame.two(3));
     const char* const space = components == 1 ? "/DeviceGray" : components == 3 ? "/DeviceRGB" : "/DeviceCMYK";

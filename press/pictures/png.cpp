@@ -1,4 +1,5 @@
 // Reads a PNG by the system's library, into 8 bits per colour.
+#include "formats/sentences.h"
 #include "press/pdf/qpdf.h"
 #include "press/pictures/image.h"
 
@@ -71,15 +72,15 @@ bool isPng(std::string_view start) { return start.starts_with("\x89PNG\r\n\x1A\n
 Image readPng(std::string_view bytes) {
   PngImage png;
   if (png_image_begin_read_from_memory(&png.image, bytes.data(), bytes.size()) == 0)
-    throw ImageProblem("a damaged PNG file");
+    throw ImageProblem(Formats::sentence("a damaged PNG file"));
   if (std::uint64_t{png.image.width} * png.image.height > mostPixels)
-    throw ImageProblem("a PNG file of too many pixels");
+    throw ImageProblem(Formats::sentence("a PNG file of too many pixels"));
   const bool hasColours = (png.image.format & PNG_FORMAT_FLAG_COLOR) != 0;
   const bool hasOpacity = (png.image.format & PNG_FORMAT_FLAG_ALPHA) != 0;
   png.image.format = (hasColours ? PNG_FORMAT_FLAG_COLOR : 0U) | (hasOpacity ? PNG_FORMAT_FLAG_ALPHA : 0U);
   std::vector<png_byte> pixels(PNG_IMAGE_SIZE(png.image));
   if (png_image_finish_read(&png.image, nullptr, pixels.data(), 0, nullptr) == 0)
-    throw ImageProblem("a damaged PNG file");
+    throw ImageProblem(Formats::sentence("a damaged PNG file"));
 
   Image image{.width = static_cast<int>(png.image.width),
               .height = static_cast<int>(png.image.height),

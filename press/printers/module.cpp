@@ -1,5 +1,7 @@
 #include "press/printers/module.h"
 
+#include "formats/sentences.h"
+
 #include <cups/cups.h>
 
 #include <cstdlib>
@@ -13,7 +15,7 @@ namespace {
 // The service's words for its last answer.
 std::string reason() {
   const char* const words = cupsLastErrorString();
-  return words == nullptr || *words == '\0' ? "it does not answer" : words;
+  return words == nullptr || *words == '\0' ? std::string(Formats::sentenceTemplate("it does not answer")) : words;
 }
 
 // Nobody is asked for the service's password on a terminal, or behind a window: a printer that wants one refuses.
@@ -113,12 +115,14 @@ int send(const KilnPrintRequest& request, int (*progress)(void*, long long, long
   const Destinations all;
   const cups_dest_t* printer = all.begin();
   while (printer != all.end() && nameOf(*printer) != request.printer) ++printer;
-  if (printer == all.end()) throw std::runtime_error("there is no such printer any more");
+  if (printer == all.end())
+    throw std::runtime_error(std::string(Formats::sentenceTemplate("there is no such printer any more")));
   Options options;
   fill(options, *printer, request);
   std::ifstream file(request.file, std::ios::binary | std::ios::ate);
   const long long total = file ? static_cast<long long>(file.tellg()) : -1;
-  if (total < 0 || !file.seekg(0)) throw std::runtime_error("the printed pages cannot be read");
+  if (total < 0 || !file.seekg(0))
+    throw std::runtime_error(std::string(Formats::sentenceTemplate("the printed pages cannot be read")));
   SentJob job(printer->name, request, options);
   char block[1 << 16];
   long long done = 0;
@@ -129,7 +133,7 @@ int send(const KilnPrintRequest& request, int (*progress)(void*, long long, long
     job.send(block, static_cast<std::size_t>(size));
     done += size;
   }
-  if (file.bad()) throw std::runtime_error("the printed pages cannot be read");
+  if (file.bad()) throw std::runtime_error(std::string(Formats::sentenceTemplate("the printed pages cannot be read")));
   return done == total ? job.complete() : 0;
 }
 

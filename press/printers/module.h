@@ -8,8 +8,8 @@ extern "C" {
 using KilnPrinterReceiver = void (*)(void* context, const char* name, const char* description, int isDefault,
                                      int printsBothSides);
 
-// Lists the printers. Returns 0 and passes a reason in the system's words to `fail` when the print service does not
-// answer.
+// Lists the printers. Returns 0 and passes a reason, a template of a sentence or the service's words, to `fail` when
+// the print service does not answer.
 using KilnListPrinters = int (*)(KilnPrinterReceiver receiver, void (*fail)(void* context, const char* reason),
                                  void* context);
 
@@ -24,7 +24,7 @@ struct KilnPrintRequest {
 };
 
 // Sends the file to the printer. `progress` is called with the bytes sent and the size; it returns 0 to stop, and then
-// the job is cancelled. Returns the job's number, or 0 after a stop or after passing a reason to `fail`.
+// the job is cancelled. Returns the job's number, or 0 after a stop or after passing such a reason to `fail`.
 using KilnSendToPrinter = int (*)(const KilnPrintRequest* request,
                                   int (*progress)(void* context, long long done, long long total),
                                   void (*fail)(void* context, const char* reason), void* context);

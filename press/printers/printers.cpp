@@ -2,6 +2,7 @@
 
 #include "files/module.h"
 #include "files/product_files.h"
+#include "formats/sentences.h"
 #include "press/error.h"
 #include "press/printers/module.h"
 
@@ -18,7 +19,7 @@ struct Functions {
 
 Functions loadFunctions() {
   const std::filesystem::path file = Files::productModule("kiln-printers.so");
-  std::string reason = "it is not the library of this program";
+  std::string reason;
   try {
     Files::Module library(file);
     library.keepLoaded();
@@ -26,11 +27,13 @@ Functions loadFunctions() {
     functions.list = library.function<std::remove_pointer_t<KilnListPrinters>>(listPrintersSymbol);
     functions.send = library.function<std::remove_pointer_t<KilnSendToPrinter>>(sendToPrinterSymbol);
     if (functions.list != nullptr && functions.send != nullptr) return functions;
+    reason = Formats::sentence("it is not the library of this program");
   } catch (const std::runtime_error& problem) {
     reason = problem.what();
   }
-  throw Error("The system's printers cannot be used, because " + quoted(file) + " cannot be loaded (" + reason +
-              "): print to a PDF file, or install the program again, and CUPS.");
+  throw Error(Formats::sentence("The system's printers cannot be used, because {1} cannot be loaded ({2}): print to a "
+                                "PDF file, or install the program again, and CUPS.",
+                                quoted(file), reason));
 }
 
 const Functions& functions() {
@@ -63,24 +66,29 @@ int reportSent(void* context, long long done, long long total) {
 
 std::vector<Printer> systemPrinters() {
   Listing listing;
-  const auto fail = [](void* context, const char* reason) { static_cast<Listing*>(context)->failure = reason; };
+  const auto fail = [](void* context, const char* reason) {
+    static_cast<Listing*>(context)->failure = Formats::sentence(reason);
+  };
   if (functions().list(&receivePrinter, fail, &listing) == 0)
-    throw Error("The system's printers cannot be listed (" + listing.failure + "): see that its print service runs.");
+    throw Error(Formats::sentence("The system's printers cannot be listed ({1}): see that its print service runs.",
+                                  listing.failure));
   return listing.printers;
 }
 
 std::string sendToPrinter(const std::filesystem::path& pdf, const PrinterJob& job,
                           const std::function<bool(std::int64_t, std::int64_t)>& progress) {
   Sending sending{progress};
-  const auto fail = [](void* context, const char* reason) { static_cast<Sending*>(context)->failure = reason; };
+  const auto fail = [](void* context, const char* reason) {
+    static_cast<Sending*>(context)->failure = Formats::sentence(reason);
+  };
   const std::string sides(job.sides ? sidesKeywords[static_cast<std::size_t>(*job.sides)] : "");
   const KilnPrintRequest request{job.printer.c_str(), job.title.c_str(), pdf.c_str(), job.copies,
                                  job.sides ? sides.c_str() : nullptr};
   const int number = functions().send(&request, &reportSent, fail, &sending);
   if (number != 0) return job.printer.substr(0, job.printer.find('/')) + '-' + std::to_string(number);
   if (sending.isStopped) throw Stopped();
-  throw Error("The printer \"" + job.printer + "\" does not take the job (" + sending.failure +
-              "): see that it is on and accepts jobs.");
+  throw Error(Formats::sentence("The printer {1} does not take the job ({2}): see that it is on and accepts jobs.",
+                                Formats::quoted(job.printer), sending.failure));
 }
 
 }  // namespace Press
