@@ -39,9 +39,10 @@ bool hasDisplay() {
 // it gives up, it has no display; it would end the program by a crash.
 void takeToolkitMessage(QtMsgType type, const QMessageLogContext&, const QString&) {
   if (type != QtFatalMsg) return;
-  std::_Exit(fail(cannotOpen,
-                  "The display cannot be opened: check DISPLAY, WAYLAND_DISPLAY and QT_QPA_PLATFORM, or give "
-                  "--screenshot to draw the window into a picture."));
+  std::_Exit(fail(
+      cannotOpen,
+      Formats::sentence("The display cannot be opened: check DISPLAY, WAYLAND_DISPLAY and QT_QPA_PLATFORM, or give "
+                        "--screenshot to draw the window into a picture.")));
 }
 
 // A screen for drawing without a display; Qt's default one is too small for the window.

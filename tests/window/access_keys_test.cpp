@@ -39,7 +39,7 @@ QStringList textsWithKeys(const QWidget& window) {
   for (const auto* label : window.findChildren<QLabel*>())
     if (label->isVisible() && label->window() == &window && label->buddy() != nullptr) texts << label->text();
   for (const auto* button : window.findChildren<QAbstractButton*>()) {
-    const bool isPressedOtherwise = isPressedByReturnOrEscape(*button) || button->property("keys elsewhere").toBool();
+    const bool isPressedOtherwise = isPressedByReturnOrEscape(*button) || button->property("keysElsewhere").toBool();
     const bool isTold = hasLetters(button->text()) && !button->inherits("QToolButton") && !isPressedOtherwise;
     if (button->isVisible() && button->window() == &window && isTold) texts << button->text();
   }

@@ -6,7 +6,7 @@ class QWidget;
 namespace Window {
 
 // A property of buttons that other keys press, such as Escape.
-inline constexpr const char* keysElsewhere = "keys elsewhere";
+inline constexpr const char* keysElsewhere = "keysElsewhere";
 
 // Gives each visible button and labelled field of the window that has no access key or shortcut one that nothing else
 // in the window has: a letter of its text, or one in brackets after it. Leaves out what Return and Escape press in
