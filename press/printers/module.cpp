@@ -8,9 +8,17 @@
 #include <fstream>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <type_traits>
 
 namespace {
+
+// What the service's library says where no service answers.
+[[maybe_unused]] constexpr std::string_view silence[] = {
+    Formats::sentenceTemplate("Bad file descriptor"),
+    Formats::sentenceTemplate("Connection refused"),
+    Formats::sentenceTemplate("Host is down"),
+};
 
 // The service's words for its last answer.
 std::string reason() {
