@@ -1,3 +1,4 @@
+#include "files/language.h"
 #include "formats/printable.h"
 #include "formats/sentences.h"
 #include "window/preferences/preferences_window.h"
@@ -108,6 +109,7 @@ int draw(PreferencesWindow& window, const Request& request) {
 }
 
 int show(const Request& request) {
+  Files::speak(request.preferences.locale);
   std::optional<ImaginaryScreen> imaginary;
   if (!request.screenshot.empty()) imaginary.emplace();
   if (!imaginary && !hasDisplay())

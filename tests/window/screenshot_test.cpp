@@ -60,6 +60,14 @@ TEST_F(ScreenshotTest, DisplayThatCannotBeOpenedIsASentence) {
   }
 }
 
+TEST_F(ScreenshotTest, DisplayThatCannotBeOpenedIsToldInTheLanguageOfTheWindow) {
+  EXPECT_THAT(show("", "", "standard", "de-DE").said, testing::StartsWith("kiln: Es gibt keine Anzeige"));
+  environment.insert("DISPLAY", ":9999");
+  environment.insert("QT_QPA_PLATFORM", "xcb");
+  EXPECT_THAT(show("", "", "standard", "de-DE").said,
+              testing::StartsWith("kiln: Die Anzeige kann nicht geöffnet werden: Prüfen Sie DISPLAY"));
+}
+
 TEST_F(ScreenshotTest, ShowsTheWholeWindow) {
   const Ended ended = show("", picture);
   EXPECT_EQ(ended.status, 0) << ended.said;
