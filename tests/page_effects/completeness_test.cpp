@@ -135,8 +135,8 @@ TEST_F(IncompleteEffect, IsToldForEachTextOfEachLanguage) {
 
 TEST_F(IncompleteEffect, IsToldWhenItsAccessKeyIsInUseOrNotInItsLabel) {
   const fs::path file = "resources/effect/content/en-US/strings.dtd";
-  EXPECT_THAT(missingWith(file, "IDS_EFFECT_ROTATE_180_KEY \"R\"", "IDS_EFFECT_ROTATE_180_KEY \"T\""),
-              ElementsAre("Rotate180 has the access key \"t\" in en-US, as btn_OvlDel has."));
+  EXPECT_THAT(missingWith(file, "IDS_EFFECT_ROTATE_180_KEY \"R\"", "IDS_EFFECT_ROTATE_180_KEY \"E\""),
+              ElementsAre("Rotate180 has the access key \"e\" in en-US, as btn_WMEdit has."));
   EXPECT_THAT(missingWith(file, "IDS_EFFECT_ROTATE_180_KEY \"R\"", "IDS_EFFECT_ROTATE_180_KEY \"X\""),
               ElementsAre("Rotate180 has the access key \"x\" in en-US, which its label has not."));
 }

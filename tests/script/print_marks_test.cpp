@@ -106,7 +106,7 @@ TEST_F(PrintMarks, AreThereInAHomeThatCannotBeWritten) {
   const auto added = runKiln({"watermark", "add", "Mine", "--home", filled.string()});
   EXPECT_EQ(added.status, 1);
   EXPECT_THAT(added.err,
-              HasSubstr("user/ZVeffect.xml cannot be written, because " + filled.string() + " cannot be created: "));
+              HasSubstr("user/ZVeffect.xml cannot be written, because " + job.string() + " cannot be created: "));
 }
 
 TEST_F(PrintMarks, SettingsOfTheWatermarkGoWithIt) {
