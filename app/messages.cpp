@@ -44,7 +44,7 @@ std::string inQuotes(const std::string& name) { return Formats::quoted(name); }
 std::string withoutStop(std::string sentence) {
   for (const std::string_view stop : {".", "\u3002"}) {
     if (!sentence.ends_with(stop)) continue;
-    sentence.resize(sentence.size() - stop.size());
+    sentence.erase(sentence.size() - stop.size());
     return sentence;
   }
   return sentence;
