@@ -48,7 +48,7 @@ std::u16string helpPage(const ChromeFolders& chrome, const std::string& locale, 
     std::u16string address = page;
     return address.replace(place, languageFolder.size(), folder);
   };
-  const std::u16string own = in(u"/content/" + Formats::toUtf16(locale) + u"/");
+  std::u16string own = in(u"/content/" + Formats::toUtf16(locale) + u"/");
   const auto isThere = [&chrome](const std::u16string& address) {
     std::error_code problem;
     const auto file = chrome.file(address);

@@ -13,6 +13,7 @@
 #include <set>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <vector>
 
@@ -26,6 +27,10 @@ constexpr std::size_t blockBytes = std::size_t{1} << 16;
 // The archive's table of contents is read completely before the first entry, at any length; this is far more than the
 // limited number of entries needs.
 constexpr std::uint64_t mostBytesOfContents = std::uint64_t{4} << 20;
+
+void fail(archive* reader, int error, std::string_view reason) {
+  archive_set_error(reader, error, "%s", std::string(reason).c_str());
+}
 
 // Feeds an archive's bytes to the library.
 class Source {
@@ -49,13 +54,13 @@ class Source {
     const std::int64_t from = self.stream.tellg();
     const auto count = static_cast<std::size_t>(std::clamp<std::int64_t>(self.length - from, 0, blockBytes));
     if (count > self.left) {
-      archive_set_error(reader, EINVAL, Formats::sentenceTemplate("its table of contents is too long").data());
+      fail(reader, EINVAL, Formats::sentenceTemplate("its table of contents is too long"));
       return ARCHIVE_FATAL;
     }
     self.left -= count;
     self.stream.read(self.block.data(), static_cast<std::streamsize>(count));
     if (!self.stream) {
-      archive_set_error(reader, EIO, Formats::sentenceTemplate("the file cannot be read to its end").data());
+      fail(reader, EIO, Formats::sentenceTemplate("the file cannot be read to its end"));
       return ARCHIVE_FATAL;
     }
     self.furthest = from + static_cast<std::int64_t>(count);
@@ -70,7 +75,7 @@ class Source {
     if (whence == SEEK_CUR) base = self.stream.tellg();
     const std::int64_t place = base + offset;
     if (place < 0 || place > self.length) {
-      archive_set_error(reader, EINVAL, Formats::sentenceTemplate("it points outside of itself").data());
+      fail(reader, EINVAL, Formats::sentenceTemplate("it points outside of itself"));
       return ARCHIVE_FATAL;
     }
     self.stream.seekg(place);
