@@ -7,7 +7,6 @@
 namespace {
 
 using testing::HasSubstr;
-using testing::Not;
 using testing::StartsWith;
 
 Outcome inGerman(const std::vector<std::string>& words, const std::string& input = {}) {

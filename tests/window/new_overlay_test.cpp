@@ -23,7 +23,6 @@ namespace Window {
 namespace {
 
 using Testing::button;
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
