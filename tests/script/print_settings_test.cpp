@@ -1,5 +1,5 @@
 // kiln print --settings: what OK in the window has kept.
-#include "tests/script/process.h"
+#include "tests/script/printed_job.h"
 
 #include <gmock/gmock.h>
 
@@ -9,10 +9,10 @@ using std::filesystem::path;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-class PrintSettings : public testing::Test {
+class PrintSettings : public PrintedJob {
  protected:
   void SetUp() override {
-    ASSERT_EQ(runKiln({"sample", job.string()}).status, 0);
+    PrintedJob::SetUp();
     std::filesystem::create_directories(home / "profile");
   }
 
@@ -20,16 +20,6 @@ class PrintSettings : public testing::Test {
     writeFile(home / "profile" / "settings-standard.json", "{\"values\": {" + values + "}}");
   }
 
-  Outcome print(const std::vector<std::string>& words, const path& to) const {
-    std::vector<std::string> all = {"print", job.string(), to.string(), "--home", home.string()};
-    all.insert(all.end(), words.begin(), words.end());
-    return runKiln(all);
-  }
-
-  const path home = testFolder() / "home";
-  const path job = testFolder() / "job.pdf";
-  const path out = testFolder() / "out.pdf";
-  const path wanted = testFolder() / "wanted.pdf";
   const std::string sentence =
       "kiln: The effects that \"kiln show\" has kept are not printed: --settings prints with them.\n";
 };

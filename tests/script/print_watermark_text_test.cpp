@@ -1,29 +1,14 @@
 // kiln print --watermark-text: a watermark for one job.
-#include "tests/script/process.h"
+#include "tests/script/printed_job.h"
 
 #include <gmock/gmock.h>
 
 namespace {
 
-using std::filesystem::path;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-class PrintWatermarkText : public testing::Test {
- protected:
-  void SetUp() override { ASSERT_EQ(runKiln({"sample", job.string()}).status, 0); }
-
-  Outcome print(const std::vector<std::string>& words, const path& to) const {
-    std::vector<std::string> all = {"print", job.string(), to.string(), "--home", home.string()};
-    all.insert(all.end(), words.begin(), words.end());
-    return runKiln(all);
-  }
-
-  const path home = testFolder() / "home";
-  const path job = testFolder() / "job.pdf";
-  const path out = testFolder() / "out.pdf";
-  const path wanted = testFolder() / "wanted.pdf";
-};
+using PrintWatermarkText = PrintedJob;
 
 TEST_F(PrintWatermarkText, PrintsAsAStoredWatermarkLikeThatDoes) {
   const std::vector<std::string> look = {"-size",  "90",          "-colour", "#FF0000", "-angle",  "45",

@@ -108,16 +108,7 @@ TEST_P(AccessKeysTest, AndHelpAreInTheDialogsOfTheWindow) {
 }
 
 TEST_P(AccessKeysTest, AndHelpAreInTheDialogsOfThePlugin) {
-  for (const char* opener : {"btn_WMAdd", "but_EffDet"}) {
-    bool wasOpen = false;
-    QTimer::singleShot(0, open.window.get(), [&] {
-      wasOpen = true;
-      look(opener)(*QApplication::activeModalWidget());
-    });
-    open.find<QPushButton>(opener).click();
-    EXPECT_TRUE(wasOpen) << opener;
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-  }
+  for (const char* opener : {"btn_WMAdd", "but_EffDet"}) answers.press(opener, look(opener));
   for (const char16_t* address :
        {u"chrome://effect/content/dlg_overlayfull.xul", u"chrome://base/content/dlg_overwrite.xul",
         u"chrome://base/content/dlg_confirmdelete.xul"}) {

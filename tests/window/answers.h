@@ -31,7 +31,19 @@ class Answers {
     during([&] { open.window->findChild<QAction*>(entry)->trigger(); }, std::move(given));
   }
 
-  // The same for another action than that of a menu.
+  // Presses a button of the tabs that opens a dialog of the plug-in, which gets the answer.
+  void press(const char* opener, const std::function<void(QWidget&)>& given) {
+    bool wasOpen = false;
+    QTimer::singleShot(0, open.window.get(), [&] {
+      wasOpen = true;
+      given(*QApplication::activeModalWidget());
+    });
+    open.find<QPushButton>(opener).click();
+    EXPECT_TRUE(wasOpen) << opener;
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+
+  // The same as for entries, for another action than that of a menu.
   void during(const std::function<void()>& action, std::deque<std::function<void(QWidget&)>> given) {
     for (auto* told : open.window->findChildren<QMessageBox*>()) delete told;
     answers = std::move(given);
