@@ -18,7 +18,6 @@ class HelpFormatter final : public CLI::Formatter {
       Formats::sentenceTemplate("Usage"),       Formats::sentenceTemplate("Options"),
       Formats::sentenceTemplate("OPTIONS"),     Formats::sentenceTemplate("Positionals"),
       Formats::sentenceTemplate("Subcommands"), Formats::sentenceTemplate("SUBCOMMAND"),
-      Formats::sentenceTemplate("SUBCOMMANDS"), Formats::sentenceTemplate("REQUIRED"),
   };
 
  public:

@@ -16,6 +16,8 @@ constexpr std::string_view templates[] = {
     Formats::sentenceTemplate("{1}: {2} required {3} missing"),
     Formats::sentenceTemplate("{1}: Value {2} not in range {3} to {4}"),
     Formats::sentenceTemplate("Could not convert: {1} = {2}"),
+    Formats::sentenceTemplate("{1} requires {2}"),
+    Formats::sentenceTemplate("{1} excludes {2}"),
 };
 
 using Arguments = std::array<std::string, 4>;

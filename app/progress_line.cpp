@@ -1,12 +1,10 @@
 #include "app/progress_line.h"
 
 #include "app/system/platform.h"
-
 #include "formats/sentences.h"
 
 #include <cstdint>
 #include <cstdio>
-#include <utility>
 
 namespace App {
 namespace {

@@ -115,10 +115,10 @@ void SettingOptions::makeIn(SilentRun& run) const {
   if (!ticket.empty()) run.takeTicket(toPath(ticket));
   if (watermark) chooseWatermark(run, *watermark);
   chooseOverlays(run, overlays);
-  const Refhost::TracePairs choices = toPairs("--set", settings);
-  run.choose(choices);
-  warnOfMissingWatermark(run, choices);
+  run.choose(toPairs("--set", settings));
 }
+
+void SettingOptions::warn(SilentRun& run) const { warnOfMissingWatermark(run, toPairs("--set", settings)); }
 
 Opening::Opening(const SettingOptions& given, const Interruption& interruption) : resolved(given.host.resolve()) {
   if (given.profile.empty()) {

@@ -67,6 +67,9 @@ struct SettingOptions {
 
   // Applies the settings: first the ticket, then the marks, then single settings.
   void makeIn(SilentRun& run) const;
+
+  // Tells the user of settings that have no effect. To be called when nothing more is set.
+  void warn(SilentRun& run) const;
 };
 
 // Determines the home: a profile's temporary one, else the given folder, else the user's. Must live until printing is

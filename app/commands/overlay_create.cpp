@@ -55,6 +55,9 @@ Press::PicturePage picturePage(const CreationOptions& given, const std::map<std:
 
 Press::Capture captured(const CreationOptions& given, const std::map<std::string, std::string>& values) {
   const Press::FormFile form(toPath(given.in), picturePage(given, values));
+  if (form.isPicture() && given.page != 1)
+    throw std::runtime_error(Formats::sentence("{1} has no page {2}: choose one from 1 to {3}.",
+                                               Press::quoted(toPath(given.in)), given.page, 1));
   try {
     return Press::captureOverlay({form.pdf(), passwordIn(given.passwordFile)}, Press::effectsFromProperties(values),
                                  given.page);
@@ -70,6 +73,7 @@ int create(const CreationOptions& given) {
   options.properties.emplace_back(Formats::Prop::printJob, Formats::Value::overlayJob);
   SilentRun run(options);
   given.settings.makeIn(run);
+  given.settings.warn(run);
   // Captured before the destination is prepared, since the job may print on the overlay that it replaces.
   const Press::Capture capture = captured(given, run.printedValues());
   prepare(run, given);
@@ -89,8 +93,8 @@ void addOverlayCreation(CLI::App& overlay, Run& run) {
       ->required()
       ->type_name("");
   part.add_option("--page", given->page, Formats::sentence("The page of the PDF; by default the first"))
-      ->check(CLI::PositiveNumber)
-      ->type_name("N");
+      ->type_name("N")
+      ->check(CLI::Range(1, 1000'000).description(""));
   part.add_flag("--fill", given->fillsPaper,
                 Formats::sentence("Makes a picture as large as the paper, instead of its own size"));
   part.add_flag("--replace", given->replaces, Formats::sentence("Replaces an overlay of that name"));

@@ -104,6 +104,7 @@ Wanted wantedBy(const PrintOptions& given, const Opening& opening) {
   SilentRun run(opening.options());
   given.settings.makeIn(run);
   setWatermark(given, run);
+  given.settings.warn(run);
   wanted.effects = Press::effectsFromProperties(run.accept());
   tellOfKept(given.settings, opening.options());
   return wanted;

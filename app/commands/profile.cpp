@@ -39,9 +39,8 @@ Refhost::Options resolve(const ProfileOptions& given) {
   return options;
 }
 
-// Runs an interruptible task; `what` describes it, `unharmed` what an interruption leaves unchanged.
-// `doing` and `stopped` are templates of the progress line, and of the sentence that the task was stopped, in which
-// `file` stands.
+// Runs an interruptible task. `doing` and `stopped` are templates of the progress line, and of the sentence that the
+// task was stopped, in which `file` stands.
 void runWithProgress(std::string_view doing, std::string_view stopped, const std::string& file,
                      const std::function<void(const Refhost::Progress&)>& task) {
   const Interruption interruption;

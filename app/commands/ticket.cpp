@@ -27,6 +27,7 @@ int ticket(const TicketOptions& given) {
   const Opening opening(given.settings, interruption);
   SilentRun run(opening.options());
   given.settings.makeIn(run);
+  given.settings.warn(run);
   std::cout << (given.capabilities ? run.preferences().capabilities() : run.preferences().ticket());
   return 0;
 }

@@ -19,9 +19,9 @@ using Progress = std::function<bool(int done, int total)>;
 // Prints the job `in`, or the pages in `pages`, to the PDF file `out` with these effects on every page. Overlay page
 // rules and the first page refer to the printed pages. Replaces `out` atomically, and leaves it unchanged on failure;
 // it must not be the job's own file. Everything else in the document is kept, except that several pages per sheet drop
-// what links to pages. A job that opens with a password alone is printed without encryption. Returns sentences about
-// deviations from the requested effects, such as missing faces. Throws Error, or Stopped when `progress` returned
-// false.
+// what links to pages. A job that a password has opened, or allowed to be printed, is printed without encryption.
+// Returns sentences about deviations from the requested effects, such as missing faces. Throws Error, or Stopped when
+// `progress` returned false.
 std::vector<std::string> printPdf(const JobFile& in, const std::filesystem::path& out, const Effects& effects,
                                   const Progress& progress = {}, const PageRule& pages = {});
 

@@ -55,6 +55,12 @@ TEST_F(PrintWatermarkText, RefusesWhatNoWatermarkHas) {
   expectRefusal({"--watermark-size", "50"}, 2, "belongs to --watermark-text");
 }
 
+TEST_F(PrintWatermarkText, TakesItsSettingsWithoutAWord) {
+  const auto outcome = print({"--watermark-text", "Sample", "--set", "WatermarkTextFontSize=30"}, out);
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "");
+}
+
 TEST_F(PrintWatermarkText, IsNotKept) {
   ASSERT_EQ(print({"--watermark-text", "Once"}, out).status, 0);
   EXPECT_THAT(runKiln({"watermark", "list", "--home", home.string()}).out, testing::Not(HasSubstr("Once")));
