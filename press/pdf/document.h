@@ -24,8 +24,8 @@ struct Document {
   // In printing order, at least one. A page that the page tree lists twice appears twice.
   std::vector<PageEntry> pages;
 
-  // Whether a password has opened it, or has allowed its printing. What is written of it is not encrypted: it is a print
-  // of someone who has the password, and who may show it to others.
+  // Whether a password has opened it, or has allowed its printing. What is written of it is not encrypted: it is the
+  // print of someone who has the password, and who may show it to others.
   bool isUnlocked = false;
 };
 
