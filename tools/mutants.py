@@ -374,9 +374,7 @@ def digest(*parts):
 def make(job):
     """Writes the mutated text of one file into MADE, with what compiles of its mutants."""
     name, first_id, arguments = job
-    made = MADE / (name + ".json")
-    key = digest((ROOT / name).read_bytes(), MAKER, first_id)
-    if made.exists() and json.loads(made.read_text())["key"] == key:
+    if is_made(name, first_id):
         return
     source = Source(name, first_id)
     index, path = cindex.Index.create(), str(TREE / name)
@@ -400,7 +398,17 @@ def make(job):
                   for d in unit.diagnostics if d.severity >= d.Error]
         if not source.drop_at(text, places, [error for error in errors if error]):
             break
-    save(source, key)
+    save(source, key_of(name, first_id))
+
+
+def key_of(name, first_id):
+    return digest((ROOT / name).read_bytes(), MAKER, first_id)
+
+
+def is_made(name, first_id):
+    """Whether MADE has the mutated text of the file as it is now."""
+    made = MADE / (name + ".json")
+    return made.exists() and json.loads(made.read_text())["key"] == key_of(name, first_id)
 
 
 def save(source, key):
