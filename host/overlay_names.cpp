@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 namespace Refhost {
 namespace {
@@ -43,10 +44,11 @@ fs::path userIndex(const Preferences& preferences) {
 }
 
 // Under the home's lock. The entries of the overlay's name alone change: its file may have others.
-void renameInIndex(Files::Disk& disk, const fs::path& index, const Formats::IndexEntry& overlay,
-                   const std::u16string& name) {
-  std::vector<Formats::IndexEntry> entries;
-  if (disk.kind(index) == Files::EntryKind::file) entries = Formats::readIndex(disk.read(index, storeLimit));
+FileChanges renameInIndex(Files::Disk& disk, const fs::path& index, const Formats::IndexEntry& overlay,
+                          const std::u16string& name) {
+  FileContent before;
+  if (disk.kind(index) == Files::EntryKind::file) before = disk.read(index, storeLimit);
+  std::vector<Formats::IndexEntry> entries = Formats::readIndex(before.value_or(std::string()));
   if (std::ranges::find(entries, overlay) == entries.end())
     throw std::runtime_error(Formats::sentence("The overlay {1} is not one of this user's own, and cannot be renamed.",
                                                nameInQuotes(overlay.name)));
@@ -55,7 +57,10 @@ void renameInIndex(Files::Disk& disk, const fs::path& index, const Formats::Inde
         disk.kind(index.parent_path() / Files::pathFromText(entry.fileName)) != Files::EntryKind::none)
       throw std::runtime_error(takenNameSentence(name));
   std::ranges::replace(entries, overlay, Formats::IndexEntry{name, overlay.fileName});
-  Files::replaceWhole(disk, index, Formats::indexBytes(entries));
+  std::string after = Formats::indexBytes(entries);
+  FileChanges changes;
+  if (Files::replaceWhole(disk, index, after)) changes.add(index, std::move(before), std::move(after));
+  return changes;
 }
 
 void checkName(Preferences& preferences, SelectorNode& list, std::int32_t index, const std::u16string& name) {
@@ -139,13 +144,17 @@ void renameOverlay(Preferences& preferences, std::int32_t index, const std::u16s
   if (stored == overlay.name) return;
   preferences.actions().act({"rename-overlay", {name}, OwnText::argument}, [&] {
     Files::Disk& disk = preferences.options().disk == nullptr ? Files::realDisk() : *preferences.options().disk;
+    FileChanges changes;
     {
       const Files::HomeLock lock(disk, preferences.home(), preferences.options().longestWait);
       Files::completeFileSet(disk, importJournal(preferences.home()));
-      renameInIndex(disk, userIndex(preferences), overlay, stored);
+      changes = renameInIndex(disk, userIndex(preferences), overlay, stored);
     }
-    followInSettings(preferences.model(), overlay, stored);
-    preferences.refreshStores();
+    // One step to undo: the settings that name the overlay, and the index.
+    preferences.dispatch([&] {
+      followInSettings(preferences.model(), overlay, stored);
+      preferences.takeUpFiles(changes);
+    });
   });
 }
 

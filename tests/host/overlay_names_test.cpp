@@ -114,6 +114,34 @@ TEST_F(OverlayNames, AreWhatTheUserGaveInOtherPreferencesToo) {
   EXPECT_THAT(listed(other), ElementsAre("Stationery", "Terms"));
 }
 
+TEST_F(OverlayNames, ComeBackByUndoAndRedo) {
+  Refhost::Preferences& preferences = world.preferences;
+  Refhost::overlayList(preferences)->choose(2);
+  Refhost::renameOverlay(preferences, 2, u"Stationery");
+  ASSERT_NE(preferences.nextToUndo(), nullptr);
+  EXPECT_EQ(preferences.nextToUndo()->command, "rename-overlay");
+
+  preferences.undo();
+  EXPECT_THAT(listed(), ElementsAre("Letterhead", "Terms"));
+  EXPECT_EQ(entries().at(0).name, u"Letterhead");
+  EXPECT_EQ(value(u"OverlayName"), "Letterhead");
+  EXPECT_EQ(Refhost::overlayList(preferences)->selection(), 2);
+
+  preferences.redo();
+  EXPECT_THAT(listed(), ElementsAre("Stationery", "Terms"));
+  EXPECT_EQ(value(u"OverlayName"), "Stationery");
+  EXPECT_THAT(world.face.failures, IsEmpty());
+}
+
+TEST_F(OverlayNames, LeaveWhatWasDoneBeforeToUndo) {
+  Refhost::Preferences& preferences = world.preferences;
+  Refhost::renameOverlay(preferences, 3, u"Conditions");
+  preferences.undo();
+  preferences.undo();
+  EXPECT_THAT(listed(), ElementsAre("Letterhead"));
+  EXPECT_THAT(world.face.failures, IsEmpty());
+}
+
 TEST_F(OverlayNames, AreThoseOfAFileEachOnItsOwn) {
   auto both = entries();
   both.push_back({u"Alias", both.at(0).fileName});

@@ -300,6 +300,17 @@ TEST_F(RenamedOverlayTest, IsRecorded) {
               HasSubstr("rename-overlay \"Company logo\"\n#= {\"ok\":true}\n"));
 }
 
+TEST_F(RenamedOverlayTest, HasItsFormerNameAfterUndo) {
+  rename({[](QWidget& dialog) { type(dialog, "Company logo"); }});
+  QAction& undo = open.find<QAction>("UNDO_ENTRY");
+  EXPECT_EQ(undo.text(), "Undo: Rename overlay");
+  undo.trigger();
+  open.settle();
+  EXPECT_EQ(listed(), QStringList({"Letterhead", "Logo"}));
+  EXPECT_EQ(chosen(), "Logo");
+  EXPECT_TRUE(open.window->failures().isEmpty());
+}
+
 TEST_F(RenamedOverlayTest, HasANameOfItsOwn) {
   rename({[](QWidget& dialog) {
     for (const char* name : {"", "None", "Letterhead"}) {

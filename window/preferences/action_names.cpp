@@ -20,6 +20,7 @@ constexpr NamedCommand namedCommands[] = {{"defaults", "RESTORE"},
                                           {"preset", "ACTION_PRESET"},
                                           {"import-profile", "ACTION_PROFILE"},
                                           {"print-overlay", "ACTION_OVERLAY_ADD"},
+                                          {"rename-overlay", "ACTION_OVERLAY_RENAME"},
                                           {"restore-watermarks", "ACTION_WATERMARKS_BACK"}};
 
 struct NamedButton {
