@@ -119,6 +119,7 @@ void UserActions::answer(const std::string& name, TraceValue value) {
 }
 
 void UserActions::named(const std::optional<std::u16string>& name) {
+  givenName = name;
   if (!held) return;
   listener->begins({"job-step", {name.value_or(u"-")}, name ? OwnText::argument : OwnText::none});
   listener->answered({});

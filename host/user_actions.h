@@ -76,6 +76,9 @@ class UserActions {
   // The user entered a name that the action has asked for, or none.
   void named(const std::optional<std::u16string>& name);
 
+  // The latest of these names: nothing when there was none.
+  const std::optional<std::u16string>& latestName() const { return givenName; }
+
   // The deed was vetoed, or failed: belongs to the action that is unanswered.
   void vetoed();
   void failed(const std::string& sentence);
@@ -119,6 +122,7 @@ class UserActions {
   std::size_t count = 0;
   std::optional<Unanswered> unanswered;
   std::optional<UserAction> held;  // the unanswered action, while it has not been told
+  std::optional<std::u16string> givenName;
 
   // A modal dialog that opened while no action was unanswered; the next answer tells of it.
   std::optional<std::u16string> dialogToTell;

@@ -205,6 +205,18 @@ TEST_F(NewOverlayTest, StaysInItsDialogUntilThereIsOne) {
   EXPECT_EQ(listed(), QStringList("Letterhead"));
 }
 
+TEST_F(NewOverlayTest, IsNamedWhereItWouldReplaceAnother) {
+  make("Letterhead.pdf", {button("OK")});
+  make("Logo.png", {button("OK")});
+  QString subject;
+  const auto readAndCancel = [&subject](QWidget& question) {
+    if (const auto* label = question.findChild<QLabel*>("subject")) subject = label->text();
+    Testing::escape(question);
+  };
+  make("Letterhead.pdf", {button("OK"), readAndCancel, Testing::escape});
+  EXPECT_EQ(subject, "Letterhead");
+}
+
 TEST_F(NewOverlayTest, IsNotMadeOfAnotherFileWhichIsTold) {
   std::ofstream(path("notes.txt").toStdString()) << "no PDF";
   make("notes.txt", {});

@@ -21,12 +21,12 @@ QString entryToDelete(const Refhost::Gui& tabs, const Refhost::UserActions& acti
 
 }  // namespace
 
-QString subjectOf(Refhost::Dialog& dialog, const Refhost::Gui* tabs, const Refhost::UserActions& actions,
-                  const std::optional<QString>& asked) {
+QString subjectOf(Refhost::Dialog& dialog, const Refhost::Gui* tabs, const Refhost::UserActions& actions) {
   if (dialog.url() == Formats::Address::confirmDelete && tabs != nullptr) return entryToDelete(*tabs, actions);
   if (dialog.url() != Formats::Address::overwrite) return {};
   const Refhost::WidgetNode* own = dialog.layout().find(Formats::WidgetId::overwrittenName);
-  return own != nullptr && own->isVisible() ? QString() : asked.value_or(QString());
+  const bool showsName = own != nullptr && own->isVisible();
+  return showsName ? QString() : toQt(actions.latestName().value_or(std::u16string()));
 }
 
 }  // namespace Window

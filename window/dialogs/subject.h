@@ -5,13 +5,10 @@
 
 #include <QString>
 
-#include <optional>
-
 namespace Window {
 
 // The displayed name of the entry that the dialog would delete or replace; empty for other dialogs, and when the dialog
-// shows the name itself. `tabs` may be null. `asked` is the last name that the user has entered for a new overlay.
-QString subjectOf(Refhost::Dialog& dialog, const Refhost::Gui* tabs, const Refhost::UserActions& actions,
-                  const std::optional<QString>& asked);
+// shows the name itself. `tabs` may be null.
+QString subjectOf(Refhost::Dialog& dialog, const Refhost::Gui* tabs, const Refhost::UserActions& actions);
 
 }  // namespace Window

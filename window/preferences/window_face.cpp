@@ -15,14 +15,11 @@ Surroundings WindowFace::surroundings() const {
 }
 
 void WindowFace::runModally(Refhost::Dialog& dialog) {
-  dialogs.runModally(dialog, subjectOf(dialog), surroundings(), &world.window);
+  const QString subject = subjectOf(dialog, world.session.preferences().gui(), world.session.actions());
+  dialogs.runModally(dialog, subject, surroundings(), &world.window);
 }
 
 void WindowFace::dialogOpened(Refhost::Dialog& dialog) { dialogs.open(dialog, surroundings(), &world.window); }
-
-QString WindowFace::subjectOf(Refhost::Dialog& dialog) const {
-  return Window::subjectOf(dialog, world.session.preferences().gui(), world.session.actions(), asked);
-}
 
 void WindowFace::dialogClosed(Refhost::Dialog& dialog) { dialogs.closed(dialog); }
 
@@ -42,7 +39,6 @@ std::optional<std::u16string> WindowFace::askJobStep() {
                               .judge = judgeOfNew(world.session),
                               .note = effectsInOverlay(world.session)};
   const auto name = askForName(question, &world.window);
-  asked = name;
   const auto given = name ? std::optional(toWide(*name)) : std::nullopt;
   world.session.actions().named(given);
   return given;

@@ -35,10 +35,8 @@ class WindowFace final : public Refhost::Face {
 
  private:
   Surroundings surroundings() const;
-  QString subjectOf(Refhost::Dialog& dialog) const;
 
   World world;
-  std::optional<QString> asked;  // the last name that the user has entered
   DialogWindows dialogs;
 };
 
