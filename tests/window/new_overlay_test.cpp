@@ -119,6 +119,19 @@ TEST_F(NewOverlayTest, IsMadeOfTheChosenPage) {
   EXPECT_EQ(drawn(bytesOf(overlayFile()), 1), drawn(Press::samplePdf(), 2));
 }
 
+TEST_F(NewOverlayTest, IsDrawnAsLargeAsItIsZoomed) {
+  int width = 0;
+  make("Letterhead.pdf", {[&](QWidget& widget) {
+         NewOverlayDialog& dialog = settled(widget);
+         auto& form = *dialog.findChild<PaperView*>("form");
+         form.setZoom({Zoom::Kind::size, 2});
+         width = pictureIn(settled(dialog)).width();
+         EXPECT_NEAR(width, 2 * 210 / 25.4 * form.logicalDpiX(), 2);
+         Testing::escape(dialog);
+       }});
+  EXPECT_GT(width, 0);
+}
+
 TEST_F(NewOverlayTest, HasNoEffectsOfTheJob) {
   open.find<QCheckBox>("ePTKWPageMirrorImage").click();
   make("Letterhead.pdf", {button("OK")});

@@ -104,7 +104,7 @@ void NewOverlayDialog::fill(bool fills) {
 }
 
 void NewOverlayDialog::draw() {
-  artist.draw({question.form.pdf, {}, page == nullptr ? 1 : page->value(), paper->room()});
+  artist.draw({question.form.pdf, {}, page == nullptr ? 1 : page->value(), paper->room(), paper->resolution()});
 }
 
 void NewOverlayDialog::accept() {
