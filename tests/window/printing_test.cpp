@@ -35,10 +35,16 @@ class PrintingTest : public testing::Test {
     return box == nullptr ? QString() : box->text();
   }
 
+  std::string recorded() const {
+    std::ifstream script(folder.filePath("session.drive").toStdString(), std::ios::binary);
+    return {std::istreambuf_iterator<char>(script), {}};
+  }
+
   QTemporaryDir folder;
   QString offered;
   Testing::OpenWindow open{[this](Request& request) {
     request.document = folder.filePath("letter.pdf").toStdString();
+    request.record = folder.filePath("session.drive").toStdString();
     std::ofstream(request.document, std::ios::binary) << Press::samplePdf();
   }};
   Testing::Answers answers{open};
@@ -91,6 +97,20 @@ TEST_F(PrintingTest, OfAJobThatCannotBePrintedIsRefusedBeforeATargetIsAskedFor) 
 TEST_F(PrintingTest, ThatIsCancelledPrintsNothing) {
   answers.choose("PRINT", {Testing::escape});
   EXPECT_EQ(said(), QString());
+}
+
+TEST_F(PrintingTest, ThatIsCancelledChangesNothing) {
+  // What accepting the preferences clears.
+  Refhost::Preferences& preferences = open.window->preferences();
+  preferences.set(u"OverlayDestFileName", u"earlier.opa");
+  const std::string before = recorded();
+  answers.choose("PRINT", {Testing::escape});
+  answers.choose("PRINT", {Testing::button("Print"), Testing::escape});
+  EXPECT_EQ(open.value(u"OverlayDestFileName"), "earlier.opa");
+  EXPECT_EQ(recorded(), before);
+  print(folder.filePath("out.pdf"));
+  EXPECT_EQ(open.value(u"OverlayDestFileName"), "");
+  EXPECT_TRUE(recorded().starts_with(before + "print\n#= {\"ok\":true}\n")) << recorded();
 }
 
 TEST_F(PrintingTest, ThatFailsSaysWhyAndLeavesTheFileAsItWas) {

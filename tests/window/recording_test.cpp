@@ -263,7 +263,7 @@ TEST_F(RecordingTest, OfFilesReplays) {
   open.find<QPushButton>("RESTORE").click();
   answers.choose("OPEN_TICKET", {Testing::file(ticket)});
   answers.choose("IMPORT_PROFILE", {Testing::file(profile)});
-  answers.choose("PRINT", {Testing::file(folder.filePath("printed.pdf"))});
+  answers.choose("PRINT", {button("Drucken"), Testing::file(folder.filePath("printed.pdf"))});
   EXPECT_THAT(contentOf(file), HasSubstr("\nexport profile True\n#= {\"ok\":true}\n"));
   EXPECT_THAT(contentOf(file), HasSubstr("\nload-ticket " + ticket.toStdString() + "\n#= {\"ok\":true}\n"));
   EXPECT_THAT(contentOf(file), HasSubstr("\nimport-profile " + profile.toStdString() + "\n#= {\"ok\":true}\n"));

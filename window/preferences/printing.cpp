@@ -25,6 +25,14 @@ bool prepare(const ActionWorld& world, PrintQuestion& question) {
   return world.run(task, {texts("PRINT_DIALOG"), texts("LOOKING_AT").arg(world.job.name(texts))}, "PRINT_STOPPED");
 }
 
+// Asks the plug-in once the user has chosen everything, since it may act on it: a print that is cancelled changes
+// nothing. False when the plug-in refuses; the user is told.
+bool mayPrint(const ActionWorld& world) {
+  const bool isAllowed = world.preferences().mayPrint();
+  if (!isAllowed) world.messages.showFailure(world.texts()("PRINT_REFUSED").toStdString());
+  return isAllowed;
+}
+
 // Runs the task that prints the job.
 bool runPrinting(const ActionWorld& world, const QString& title, const std::function<void(const RunProgress&)>& task) {
   const Texts texts = world.texts();
@@ -39,7 +47,7 @@ void printToFile(const ActionWorld& world, const Press::PageRule& pages) {
                                 .ending = "pdf",
                                 .offered = texts("PRINTED_NAME").arg(world.job.stem(texts))},
                                texts, &world.window);
-  if (!file) return;
+  if (!file || !mayPrint(world)) return;
   std::vector<std::string> notes;
   const auto task = [&, job = world.job.file(), effects = world.session.effects()](const RunProgress& progress) {
     notes = Press::printPdf(job, *file, effects, progress, pages);
@@ -58,6 +66,7 @@ auto partOf(const RunProgress& whole, int part) {
 }
 
 void printOnPaper(const ActionWorld& world, const PrintChoice& choice) {
+  if (!mayPrint(world)) return;
   const Texts texts = world.texts();
   Press::PrinterJob job = *choice.printer;
   job.title = world.job.name(texts).toStdString();
@@ -78,7 +87,6 @@ void printOnPaper(const ActionWorld& world, const PrintChoice& choice) {
 }  // namespace
 
 void print(const ActionWorld& world) {
-  if (!world.preferences().mayPrint()) return world.messages.showFailure(world.texts()("PRINT_REFUSED").toStdString());
   PrintQuestion question;
   if (!prepare(world, question)) return;
   const auto choice = askHowToPrint(question, world.texts(), &world.window);
