@@ -188,6 +188,22 @@ TEST_F(PageTest, IsZoomedByStepsAndFitsAgain) {
   EXPECT_TRUE(open.find<QAction>("fitPage").isChecked());
 }
 
+TEST(Zoom, StepsToTheNextUsualFactor) {
+  EXPECT_EQ(nextFactor(1, true), 1.25);
+  EXPECT_EQ(nextFactor(1, false), 0.75);
+  EXPECT_EQ(nextFactor(0.6, true), 0.67);
+  EXPECT_EQ(nextFactor(0.6, false), 0.5);
+}
+
+TEST(Zoom, StaysBeyondTheUsualFactors) {
+  EXPECT_EQ(nextFactor(4, true), 4);
+  EXPECT_EQ(nextFactor(7, true), 7);
+  EXPECT_EQ(nextFactor(7, false), 4);
+  EXPECT_EQ(nextFactor(0.1, false), 0.1);
+  EXPECT_EQ(nextFactor(0.05, false), 0.05);
+  EXPECT_EQ(nextFactor(0.05, true), 0.1);
+}
+
 TEST_F(PageTest, FillsTheWidthOnDemand) {
   open.find<QAction>("fitWidth").trigger();
   open.settle();

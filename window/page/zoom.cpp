@@ -16,10 +16,10 @@ constexpr double sameFactor = 0.01;
 double nextFactor(double factor, bool isLarger) {
   if (isLarger) {
     const double* next = std::upper_bound(std::begin(usualFactors), std::end(usualFactors), factor * (1 + sameFactor));
-    return next == std::end(usualFactors) ? *std::prev(next) : *next;
+    return next == std::end(usualFactors) ? std::max(factor, *std::prev(next)) : *next;
   }
   const double* here = std::lower_bound(std::begin(usualFactors), std::end(usualFactors), factor * (1 - sameFactor));
-  return here == std::begin(usualFactors) ? *here : *std::prev(here);
+  return here == std::begin(usualFactors) ? std::min(factor, *here) : *std::prev(here);
 }
 
 }  // namespace Window

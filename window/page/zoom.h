@@ -12,7 +12,7 @@ struct Zoom {
   friend bool operator==(const Zoom&, const Zoom&) = default;
 };
 
-// The next of the usual factors above or below this one; at the ends, the last one.
+// The next of the usual factors above or below this one; beyond the last of them, this one.
 double nextFactor(double factor, bool isLarger);
 
 }  // namespace Window
