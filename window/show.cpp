@@ -10,6 +10,7 @@
 #include <QDialog>
 #include <QEventLoop>
 #include <QFile>
+#include <QPointer>
 #include <QProgressDialog>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -128,9 +129,12 @@ int show(const Request& request) {
   window.open();
   if (imaginary) return draw(window, request);
   window.show();
-  QMetaObject::invokeMethod(&window, &PreferencesWindow::unlockJob, Qt::QueuedConnection);
-  if (!request.press.empty())
-    QMetaObject::invokeMethod(&buttonToPress(window, request.press), &QAbstractButton::click, Qt::QueuedConnection);
+  const QPointer<QAbstractButton> pressed = request.press.empty() ? nullptr : &buttonToPress(window, request.press);
+  const auto begin = [&window, pressed] {
+    window.unlockJob();
+    if (pressed) pressed->click();
+  };
+  QMetaObject::invokeMethod(&window, begin, Qt::QueuedConnection);
   return QApplication::exec();
 }
 
