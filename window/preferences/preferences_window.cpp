@@ -193,7 +193,7 @@ PresetActions PreferencesWindow::presetActions() {
   };
   const auto choose = [this, showAfterwards](const QString& name) {
     const auto atEnd = showAfterwards();
-    choosePreset({*this, face, session, job, *pages, messages, recording}, name);
+    choosePreset(world(), name);
   };
   return {.choose = choose,
           .save = shown(toDo(savePreset)),
