@@ -25,8 +25,11 @@ class PagePanel final : public QWidget {
 
   void setTexts(const Texts& texts);
 
-  // Entries for a menu, with their texts. Checked, the first one shows the panel; a hidden panel draws nothing.
+  // Entries for a menu, with their texts.
   QList<QAction*> viewActions() const { return actions(); }
+
+  // The one of them that shows the panel while it is checked. A hidden panel draws nothing.
+  QAction* toggleViewAction() const { return shows; }
 
   // The settings of the page shown.
   void setDocument(const Press::JobFile& file);

@@ -117,7 +117,7 @@ void PreferencesWindow::build() {
   };
   connect(inspector->toggleViewAction(), &QAction::triggered, this,
           [this, growWith](bool isShown) { growWith(*inspector, isShown); });
-  connect(pages->viewActions().front(), &QAction::triggered, this,
+  connect(pages->toggleViewAction(), &QAction::triggered, this,
           [this, growWith](bool isShown) { growWith(*pages, isShown); });
 
   auto* sides = new QHBoxLayout;
@@ -265,10 +265,8 @@ void PreferencesWindow::fitOnScreen() {
   const QMargins around = centre->layout()->contentsMargins();
   const int room = screen()->availableSize().width() - around.left() - around.right();
   buttons->fitInto(room);
-  if (tabs->minimumSizeHint().width() + between + pages->minimumSizeHint().width() <= room) return;
-  const auto actions = pages->actions();
-  const auto shows = std::ranges::find(actions, QString("showPage"), &QAction::objectName);
-  if (shows != actions.end()) (*shows)->setChecked(false);
+  const bool hasRoom = tabs->minimumSizeHint().width() + between + pages->minimumSizeHint().width() <= room;
+  if (!hasRoom) pages->toggleViewAction()->setChecked(false);
 }
 
 void PreferencesWindow::showOpened() {
