@@ -1,5 +1,6 @@
 #include "window/preferences/preferences_window.h"
 
+#include "formats/papers.h"
 #include "kiln/version.h"
 #include "window/dialogs/file_question.h"
 #include "window/inspector/inspector.h"
@@ -331,7 +332,7 @@ void PreferencesWindow::showState() {
 }
 
 void PreferencesWindow::showPaper() {
-  const std::u16string paper = preferences().model().value(u"PaperSize").value_or(u"");
+  const std::u16string paper = preferences().model().value(Formats::Prop::paperSize).value_or(u"");
   const QString label = paper.empty() ? QString() : "$IDS_DEVICE_PAPERSIZE_" + toQt(paper).toUpper() + ';';
   pages->setPaper(session.texts().shown(toWide(label)), paperOf(paper));
 }
