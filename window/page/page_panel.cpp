@@ -72,6 +72,9 @@ PagePanel::PagePanel(QWidget* parent)
   });
 }
 
+// The strip uses the artist, which is destroyed before the child widgets are.
+PagePanel::~PagePanel() { delete strip; }
+
 void PagePanel::build() {
   paper->setObjectName("page");
   strip->setObjectName("pageStrip");

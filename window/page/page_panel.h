@@ -22,6 +22,7 @@ class PagePanel final : public QWidget {
 
  public:
   explicit PagePanel(QWidget* parent);
+  ~PagePanel() override;
 
   void setTexts(const Texts& texts);
 
