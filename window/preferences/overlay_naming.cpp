@@ -34,7 +34,7 @@ JudgeName judge(Session& session, std::int32_t except, const NameVerdict& ofTake
   };
 }
 
-// The label of a widget of the tabs, without its access key or a colon.
+// The label of a widget of the tabs, without its access key.
 QString labelOf(Refhost::Gui& gui, Formats::Name id) {
   const Refhost::WidgetNode* const node = gui.find(id);
   if (node == nullptr) return {};
