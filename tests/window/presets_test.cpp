@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include <QComboBox>
+#include <QLabel>
 #include <QListWidget>
 
 namespace Window {
@@ -85,10 +86,21 @@ TEST_F(PresetsTest, AreRenamed) {
                    named("Yours")(dialog);
                  }});
   EXPECT_EQ(list().currentText(), "Yours");
-  answers.choose("PRESET_RENAME", {named("Mine")});
-  EXPECT_EQ(list().currentText(), "Yours");
-  ASSERT_EQ(open.window->failures().size(), 1);
-  EXPECT_TRUE(open.window->failures().front().contains("“Mine”"));
+}
+
+TEST_F(PresetsTest, AreNotRenamedToATakenName) {
+  save("Mine");
+  save("Other");
+  answers.choose("PRESET_RENAME", {[](QWidget& dialog) {
+                   const auto* ok = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+                   EXPECT_TRUE(ok->isEnabled());
+                   named("Mine")(dialog);
+                   EXPECT_FALSE(ok->isEnabled());
+                   EXPECT_TRUE(dialog.findChild<QLabel*>("said")->text().contains("“Mine”"));
+                   Testing::escape(dialog);
+                 }});
+  EXPECT_EQ(list().currentText(), "Other");
+  EXPECT_EQ(list().count(), 2);
 }
 
 TEST_F(PresetsTest, AreDeletedOnlyWhenAgreed) {
@@ -111,8 +123,10 @@ TEST_F(PresetsTest, HaveNoEmptyName) {
                    EXPECT_FALSE(ok->isEnabled());
                    dialog.findChild<QLineEdit*>()->setText("  ");
                    EXPECT_FALSE(ok->isEnabled());
+                   EXPECT_EQ(dialog.findChild<QLabel*>("said")->text(), "Enter a name.");
                    dialog.findChild<QLineEdit*>()->setText("a");
                    EXPECT_TRUE(ok->isEnabled());
+                   EXPECT_EQ(dialog.findChild<QLineEdit*>()->maxLength(), int{Refhost::Presets::longestName});
                    Testing::escape(dialog);
                  }});
   EXPECT_EQ(list().count(), 0);

@@ -1,7 +1,5 @@
 #include "window/dialogs/name_field.h"
 
-#include "formats/overlay_index.h"
-
 #include <QCompleter>
 #include <QLabel>
 #include <QLineEdit>
@@ -17,7 +15,7 @@ constexpr int nameWidth = 320;
 
 }  // namespace
 
-NameField::NameField(const QString& name, const QStringList& offered, JudgeName judgeName, QWidget* parent)
+NameField::NameField(const QString& name, const QStringList& offered, JudgeName judgeName, int longest, QWidget* parent)
     : QWidget(parent),
       judgement(std::move(judgeName)),
       edit(new QLineEdit(name, this)),
@@ -26,7 +24,7 @@ NameField::NameField(const QString& name, const QStringList& offered, JudgeName 
   completer->setCaseSensitivity(Qt::CaseInsensitive);
   edit->setCompleter(completer);
   edit->setMinimumWidth(nameWidth);
-  edit->setMaxLength(int{Formats::overlayNameUnits});
+  edit->setMaxLength(longest);
   edit->selectAll();
   said->setObjectName("said");
   said->setTextFormat(Qt::PlainText);

@@ -23,8 +23,8 @@ class NameField final : public QWidget {
   Q_OBJECT
 
  public:
-  // `offered` are names to complete what is typed.
-  NameField(const QString& name, const QStringList& offered, JudgeName judgeName, QWidget* parent);
+  // `offered` are names to complete what is typed; `longest` is the greatest length of a name, in UTF-16 units.
+  NameField(const QString& name, const QStringList& offered, JudgeName judgeName, int longest, QWidget* parent);
 
   // Without the spaces around it.
   QString name() const;

@@ -15,7 +15,7 @@ std::optional<QString> askForName(const NameQuestion& question, QWidget* parent)
   dialog.setObjectName("name");
   dialog.setWindowTitle(question.title);
   auto* label = new QLabel(question.label, &dialog);
-  auto* field = new NameField(question.name, question.offered, question.judge, &dialog);
+  auto* field = new NameField(question.name, question.offered, question.judge, question.longest, &dialog);
   field->nameBy(*label);
   auto* column = new QVBoxLayout(&dialog);
   column->addWidget(label);

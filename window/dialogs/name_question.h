@@ -16,6 +16,9 @@ struct NameQuestion {
   QString title;
   QString label;
 
+  // The greatest length of the name, in UTF-16 units.
+  int longest;
+
   // The name to begin with, and the names offered for completion.
   QString name = {};
   QStringList offered = {};

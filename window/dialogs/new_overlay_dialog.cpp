@@ -1,5 +1,6 @@
 #include "window/dialogs/new_overlay_dialog.h"
 
+#include "formats/overlay_index.h"
 #include "window/page/paper_view.h"
 
 #include <QAbstractButton>
@@ -34,7 +35,7 @@ NewOverlayDialog::NewOverlayDialog(NewOverlayQuestion asked, const Texts& texts,
   paper->setObjectName("form");
   paper->setMinimumSize(pictureSize);
   paper->setAccessibleName(texts("FORM_PICTURE"));
-  field = new NameField(question.name, question.offered, question.judge, this);
+  field = new NameField(question.name, question.offered, question.judge, int{Formats::overlayNameUnits}, this);
 
   auto* rows = new QFormLayout;
   rows->setRowWrapPolicy(QFormLayout::WrapAllRows);

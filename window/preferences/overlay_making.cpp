@@ -136,6 +136,7 @@ void renameOverlay(const ActionWorld& world) {
   const Texts texts = world.texts();
   const NameQuestion question{.title = texts("RENAME_OVERLAY_TITLE"),
                               .label = texts("JOB_STEP"),
+                              .longest = int{Formats::overlayNameUnits},
                               .name = toQt(list.items().at(index)->text().view()),
                               .judge = judgeOfRenamed(world.session, index)};
   const auto name = askForName(question, &world.window);

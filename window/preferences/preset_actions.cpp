@@ -1,45 +1,34 @@
 #include "window/preferences/preset_actions.h"
 
 #include "window/dialogs/destructive_question.h"
+#include "window/dialogs/name_question.h"
 
-#include <QDialogButtonBox>
-#include <QInputDialog>
-#include <QLineEdit>
-#include <QPushButton>
+#include <algorithm>
 
 namespace Window {
 namespace {
 
-// The width for a name, in pixels.
-constexpr int presetNameWidth = 320;
-
-// The OK button is disabled while the name cannot be one. Nothing when the user cancels.
-std::optional<QString> askForPresetName(const QString& title, const QString& initial, const ActionWorld& world) {
-  QInputDialog dialog(&world.window);
-  dialog.setWindowTitle(title);
-  dialog.setLabelText(world.texts()("PRESET_NAME"));
-  dialog.setTextValue(initial);
-  dialog.setOkButtonText(world.texts()("OK"));  // also creates the buttons
-  auto* line = dialog.findChild<QLineEdit*>();
-  line->setMinimumWidth(presetNameWidth);
-  line->setMaxLength(static_cast<int>(Refhost::Presets::longestName));
-  line->selectAll();
-  auto* ok = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
-  const auto check = [ok](const QString& text) { ok->setEnabled(!text.trimmed().isEmpty()); };
-  QObject::connect(line, &QLineEdit::textChanged, &dialog, check);
-  check(line->text());
-  return dialog.exec() == QDialog::Accepted ? std::optional(dialog.textValue().trimmed()) : std::nullopt;
-}
-
 QString chosenName(const ActionWorld& world) {
   return toQt(world.preferences().presets().chosen().value_or(std::u16string()));
+}
+
+std::optional<QString> askForPresetName(const QString& title, const JudgeName& judge, const ActionWorld& world) {
+  return askForName({.title = title,
+                     .label = world.texts()("PRESET_NAME"),
+                     .longest = static_cast<int>(Refhost::Presets::longestName),
+                     .name = chosenName(world),
+                     .judge = judge},
+                    &world.window);
 }
 
 }  // namespace
 
 void savePreset(const ActionWorld& world) {
   const Texts texts = world.texts();
-  const auto name = askForPresetName(texts("PRESET_SAVE_TITLE"), chosenName(world), world);
+  const auto judge = [missing = texts("NAME_MISSING")](const QString& name) {
+    return name.isEmpty() ? NameVerdict{missing, false} : NameVerdict{};
+  };
+  const auto name = askForPresetName(texts("PRESET_SAVE_TITLE"), judge, world);
   if (!name) return;
   Refhost::PresetChoice& presets = world.preferences().presets();
   const bool isFree = !presets.has(toWide(*name));
@@ -58,13 +47,16 @@ void choosePreset(const ActionWorld& world, const QString& name) {
 
 void renamePreset(const ActionWorld& world) {
   const Texts texts = world.texts();
-  const QString before = chosenName(world);
-  const auto name = askForPresetName(texts("PRESET_RENAME_TITLE"), before, world);
-  if (!name || *name == before) return;
   Refhost::PresetChoice& presets = world.preferences().presets();
-  if (presets.has(toWide(*name)))
-    return world.messages.showFailure(texts("PRESET_TAKEN").arg(plainText(*name)).toStdString());
-  presets.rename(toWide(*name));
+  const QString before = chosenName(world);
+  const auto judge = [before, names = presets.names(), missing = texts("NAME_MISSING"),
+                      taken = texts("PRESET_TAKEN")](const QString& name) {
+    if (name.isEmpty()) return NameVerdict{missing, false};
+    const bool isTaken = name != before && std::ranges::find(names, toWide(name)) != names.end();
+    return isTaken ? NameVerdict{taken.arg(plainText(name)), false} : NameVerdict{};
+  };
+  const auto name = askForPresetName(texts("PRESET_RENAME_TITLE"), judge, world);
+  if (name && *name != before) presets.rename(toWide(*name));
 }
 
 void deletePreset(const ActionWorld& world) {

@@ -1,5 +1,6 @@
 #include "window/preferences/window_face.h"
 
+#include "formats/overlay_index.h"
 #include "window/dialogs/name_question.h"
 #include "window/dialogs/subject.h"
 #include "window/preferences/overlay_naming.h"
@@ -35,6 +36,7 @@ std::optional<std::u16string> WindowFace::askJobStep() {
   const Texts texts = world.session.texts();
   const NameQuestion question{.title = texts("OVERLAY_TITLE"),
                               .label = texts("JOB_STEP"),
+                              .longest = int{Formats::overlayNameUnits},
                               .offered = overlaysListed(world.session),
                               .judge = judgeOfNew(world.session),
                               .note = effectsInOverlay(world.session)};
