@@ -12,7 +12,7 @@ namespace Window {
 
 std::optional<QString> askForName(const NameQuestion& question, QWidget* parent) {
   QDialog dialog(parent);
-  dialog.setObjectName("name");
+  dialog.setObjectName(question.topic);
   dialog.setWindowTitle(question.title);
   auto* label = new QLabel(question.label, &dialog);
   auto* field = new NameField(question.name, question.offered, question.judge, question.longest, &dialog);

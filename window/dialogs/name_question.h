@@ -13,6 +13,9 @@ class QWidget;
 namespace Window {
 
 struct NameQuestion {
+  // What the dialog is called, for the help on it.
+  QString topic;
+
   QString title;
   QString label;
 

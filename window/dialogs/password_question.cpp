@@ -25,6 +25,7 @@ QLabel* addSentence(QVBoxLayout& column, const QString& text) {
 
 std::optional<std::string> askForPassword(const QString& jobName, bool wasWrong, const Texts& texts, QWidget* parent) {
   QDialog dialog(parent);
+  dialog.setObjectName("password");
   dialog.setWindowTitle(texts("PASSWORD_TITLE"));
   auto* column = new QVBoxLayout(&dialog);
   addSentence(*column, texts("PASSWORD_QUESTION").arg(plainText(jobName)));

@@ -37,6 +37,7 @@ class PrintDialog final : public QDialog {
       : QDialog(parent),
         question(asked),
         texts(shownTexts) {
+    setObjectName("print");
     setWindowTitle(texts("PRINT_DIALOG"));
     form = new QFormLayout;
     addTarget();

@@ -47,6 +47,7 @@ std::vector<std::u16string> checkedIn(const QListWidget& list) {
 std::vector<std::u16string> askWhich(const std::vector<Refhost::BuiltInWatermark>& missing, const Texts& texts,
                                      QWidget* parent) {
   QDialog dialog(parent);
+  dialog.setObjectName("builtInWatermarks");
   dialog.setWindowTitle(texts("WATERMARKS_BACK_TITLE"));
   auto* column = new QVBoxLayout(&dialog);
   auto* question = new QLabel(texts("WATERMARKS_BACK_QUESTION"));

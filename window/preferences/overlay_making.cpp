@@ -134,7 +134,8 @@ void renameOverlay(const ActionWorld& world) {
   Refhost::SelectorNode& list = *Refhost::overlayList(world.preferences());
   const std::int32_t index = list.selection();
   const Texts texts = world.texts();
-  const NameQuestion question{.title = texts("RENAME_OVERLAY_TITLE"),
+  const NameQuestion question{.topic = "renameOverlay",
+                              .title = texts("RENAME_OVERLAY_TITLE"),
                               .label = texts("JOB_STEP"),
                               .longest = int{Formats::overlayNameUnits},
                               .name = toQt(list.items().at(index)->text().view()),

@@ -13,7 +13,8 @@ QString chosenName(const ActionWorld& world) {
 }
 
 std::optional<QString> askForPresetName(const QString& title, const JudgeName& judge, const ActionWorld& world) {
-  return askForName({.title = title,
+  return askForName({.topic = "presets",
+                     .title = title,
                      .label = world.texts()("PRESET_NAME"),
                      .longest = static_cast<int>(Refhost::Presets::longestName),
                      .name = chosenName(world),

@@ -34,7 +34,8 @@ void WindowFace::showHelp(const std::u16string& url, const std::u16string& topic
 // Offers the existing names for completion: entering one recreates that overlay.
 std::optional<std::u16string> WindowFace::askJobStep() {
   const Texts texts = world.session.texts();
-  const NameQuestion question{.title = texts("OVERLAY_TITLE"),
+  const NameQuestion question{.topic = "printIntoOverlay",
+                              .title = texts("OVERLAY_TITLE"),
                               .label = texts("JOB_STEP"),
                               .longest = int{Formats::overlayNameUnits},
                               .offered = overlaysListed(world.session),
