@@ -9,7 +9,6 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 
-#include <algorithm>
 #include <cmath>
 
 namespace Window {

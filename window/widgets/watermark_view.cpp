@@ -10,7 +10,6 @@
 #include "window/widgets/page_backdrop.h"
 
 #include <QCheckBox>
-#include <QMouseEvent>
 #include <QPainter>
 
 #include <algorithm>
