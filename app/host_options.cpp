@@ -65,6 +65,10 @@ Refhost::TracePairs toPairs(const std::string& option, const std::vector<std::st
   return pairs;
 }
 
+CLI::Validator notEmpty(const std::string& clause) {
+  return {[clause](const std::string& word) { return word.empty() ? clause : std::string(); }, ""};
+}
+
 CLI::Option* addRepeatable(CLI::App& command, const std::string& name, std::vector<std::string>& values,
                            const std::string& help) {
   return command.add_option(name, values, help)->allow_extra_args(false);

@@ -37,6 +37,10 @@ std::filesystem::path toPath(const std::string& utf8);
 std::pair<std::u16string, std::u16string> toPair(const std::string& option, const std::string& word);
 Refhost::TracePairs toPairs(const std::string& option, const std::vector<std::string>& words);
 
+// Rejects an empty value, which is probably an unset variable of a script, instead of ignoring the option. `clause`
+// says why: "a file has to be named".
+CLI::Validator notEmpty(const std::string& clause);
+
 // An option that may be repeated, with one value each time.
 CLI::Option* addRepeatable(CLI::App& command, const std::string& name, std::vector<std::string>& values,
                            const std::string& help);

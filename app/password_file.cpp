@@ -21,7 +21,8 @@ void addPasswordFile(CLI::App& command, std::string& file) {
   command
       .add_option("--password-file", file,
                   Formats::sentence("The file whose first line is the password that opens the job"))
-      ->type_name("FILE");
+      ->type_name("FILE")
+      ->check(notEmpty(Formats::sentence("a file has to be named")));
 }
 
 std::string passwordIn(const std::string& file) {

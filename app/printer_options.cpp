@@ -1,5 +1,6 @@
 #include "app/printer_options.h"
 
+#include "app/host_options.h"
 #include "app/messages.h"
 #include "app/shown_items.h"
 #include "formats/near_names.h"
@@ -40,7 +41,8 @@ void PrinterOptions::declare(CLI::App& command) {
       command
           .add_option("--printer", printer,
                       Formats::sentence("A printer of the system to print on, in place of OUT.pdf"))
-          ->type_name("NAME");
+          ->type_name("NAME")
+          ->check(notEmpty(Formats::sentence("a printer has to be named")));
   command.add_option("--copies", copies, Formats::sentence("The number of copies; with --printer"))
       ->type_name("N")
       ->check(CLI::Range(1, Press::mostCopies).description(""))

@@ -78,9 +78,7 @@ std::map<std::string, std::string> SilentRun::printedValues() {
 }
 
 void SettingOptions::declare(CLI::App& command) {
-  // An empty argument is probably an unset script variable: reject it instead of printing without the file.
-  const CLI::Validator isNamed(
-      [](const std::string& word) { return word.empty() ? Formats::sentence("a file has to be named") : ""; }, "");
+  const CLI::Validator isNamed = notEmpty(Formats::sentence("a file has to be named"));
   CLI::Option* const profileOption =
       command
           .add_option(

@@ -139,6 +139,17 @@ TEST_F(PrintTargets, TakeThePasswordOfAJobFromAFile) {
             0);
 }
 
+TEST_F(PrintTargets, AreNotChosenByAnEmptyName) {
+  const auto refusal = [this](const char* option) {
+    const auto outcome = print({out.string(), option, ""});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_FALSE(std::filesystem::exists(out));
+    return outcome.err;
+  };
+  EXPECT_THAT(refusal("--printer"), StartsWith("kiln: --printer: a printer has to be named; see "));
+  EXPECT_THAT(refusal("--password-file"), StartsWith("kiln: --password-file: a file has to be named; see "));
+}
+
 TEST_F(PrintTargets, AskForAPasswordInTheUsersLanguage) {
   lock("sesame");
   const auto asked = [&](const std::string& locale) { return print({out.string()}, {"LANG=" + locale}).err; };
