@@ -1,5 +1,5 @@
 // What screen readers are told, as Qt tells it; reader_test.py asks the bus.
-#include "tests/window/open_window.h"
+#include "tests/window/answers.h"
 
 #include <gtest/gtest.h>
 
@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QRadioButton>
 #include <QTreeWidget>
 
 namespace Window {
@@ -24,6 +25,45 @@ TEST(Readers, AreToldTheLabelAndTheValueOfAComboBox) {
   EXPECT_EQ(reader->text(QAccessible::Value), "A4");
   EXPECT_EQ(reader->textInterface()->text(0, reader->textInterface()->characterCount()), "A4");
   EXPECT_TRUE(reader->child(0)->child(0)->state().selected);
+}
+
+// They do so without a click.
+TEST(Readers, ToggleCheckBoxes) {
+  Testing::OpenWindow open;
+  auto& box = open.find<QCheckBox>("ePTKWPageMirrorImage");
+  QAccessibleActionInterface& actions = *QAccessible::queryAccessibleInterface(&box)->actionInterface();
+  for (const char* chosen : {"MirrorImage", "None"}) {
+    actions.doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_EQ(open.value(u"MirrorImage"), chosen);
+    EXPECT_EQ(box.isChecked(), std::string(chosen) == "MirrorImage");
+  }
+}
+
+TEST(Readers, ChooseRadioButtons) {
+  Testing::OpenWindow open;
+  Testing::Answers(open).press("btn_WMAdd", [](QWidget& editor) {
+    auto& outline = *editor.findChild<QRadioButton*>("rad_EffWMDrawAsOut");
+    auto& transparent = *editor.findChild<QRadioButton*>("rad_EffWMTrans");
+    for (QRadioButton* each : {&transparent, &outline}) {
+      QAccessible::queryAccessibleInterface(each)->actionInterface()->doAction(
+          QAccessibleActionInterface::toggleAction());
+      EXPECT_EQ(transparent.isChecked(), each == &transparent);
+      EXPECT_EQ(outline.isChecked(), each == &outline);
+      EXPECT_EQ(editor.findChild<QWidget*>("scr_EffWMOpaScroll")->isEnabled(), each == &transparent);
+    }
+    Testing::escape(editor);
+  });
+}
+
+// reader_test.py does not reach it: the menu of a button is not told.
+TEST(Readers, AreToldTheLabelOfAPresetsName) {
+  Testing::OpenWindow open;
+  QString told;
+  Testing::Answers(open).choose("PRESET_SAVE", {[&told](QWidget& dialog) {
+                                  told = nameOf(*dialog.findChild<QLineEdit*>());
+                                  Testing::escape(dialog);
+                                }});
+  EXPECT_EQ(told, "Name of the preset:");
 }
 
 // Each change of a widget is told to screen readers.

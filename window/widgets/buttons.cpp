@@ -23,6 +23,17 @@ class Following final : public Button {
   void nextCheckState() override {}
 };
 
+// Screen readers toggle the mark without a click. A radio button loses its mark to another one, which is toggled.
+template <class Node>
+void forwardClicks(QAbstractButton& button, Node& node, ShownTree& tree) {
+  const auto click = [&tree, &node] { tree.actions().click(node); };
+  QObject::connect(&button, &QAbstractButton::clicked, &button, click);
+  QObject::connect(&button, &QAbstractButton::toggled, &button, [&button, &node, click](bool isMarked) {
+    const bool isLost = !isMarked && button.autoExclusive();
+    if (isMarked != node.isChecked() && !isLost) click();
+  });
+}
+
 // Sets the mark; an exclusive button group would not clear its last one.
 void showMark(QRadioButton& button, bool isMarked) {
   QButtonGroup* group = button.group();
@@ -57,7 +68,7 @@ QWidget* buildButton(Refhost::Button& node, ShownTree& tree, QWidget* parent) {
 
 QWidget* buildCheckBox(Refhost::CheckBox& node, ShownTree& tree, QWidget* parent) {
   auto* box = new Following<QCheckBox>(parent);
-  QObject::connect(box, &QCheckBox::clicked, box, [&tree, &node] { tree.actions().click(node); });
+  forwardClicks(*box, node, tree);
   tree.add(node, box, [&tree, &node, box] {
     box->setText(tree.label(node));
     box->setChecked(node.isChecked());
@@ -68,7 +79,7 @@ QWidget* buildCheckBox(Refhost::CheckBox& node, ShownTree& tree, QWidget* parent
 QWidget* buildRadio(Refhost::RadioButton& node, ShownTree& tree, QWidget* parent) {
   auto* button = new Following<QRadioButton>(parent);
   if (QButtonGroup* group = groupAround(parent)) group->addButton(button);
-  QObject::connect(button, &QRadioButton::clicked, button, [&tree, &node] { tree.actions().click(node); });
+  forwardClicks(*button, node, tree);
   tree.add(node, button, [&tree, &node, button] {
     button->setText(tree.label(node));
     showMark(*button, node.isChecked());
