@@ -46,6 +46,8 @@ DialogWindow::DialogWindow(Refhost::Dialog& shownDialog, const QString& subject,
   setObjectName(toQt(layout.root->WidgetNode::id()));
   Surroundings own = around;
   own.registeredPicture = [this](const std::u16string& name) { return dialog.imageAddress(name); };
+  // First, as screen readers read in this order.
+  QLabel* const about = subject.isEmpty() ? nullptr : subjectLabel(subject, this);
   view = std::make_unique<TreeView>(*layout.root, own, this);
 
   auto* buttons = new QDialogButtonBox(this);
@@ -77,7 +79,7 @@ DialogWindow::DialogWindow(Refhost::Dialog& shownDialog, const QString& subject,
   });
 
   auto* column = new QVBoxLayout(this);
-  if (!subject.isEmpty()) column->addWidget(subjectLabel(subject, this));
+  if (about != nullptr) column->addWidget(about);
   column->addWidget(view->widget(), 1);
   column->addSpacing(column->spacing());
   column->addWidget(buttons);
