@@ -20,6 +20,7 @@ from gi.repository import Atspi, GLib  # noqa: E402
 
 EXPECTED = pathlib.Path(__file__).parent
 PATIENCE = 120  # seconds, which no machine is too busy for
+UNTIL_SETTLED = 30  # seconds for a dialog to look as expected, before the differences are told
 STATES = ["focused", "checked", "selected", "editable", "read-only", "expanded", "is-default"]
 
 # Roles that only arrange others.
@@ -33,9 +34,9 @@ class Failure(Exception):
     pass
 
 
-def wait_for(find):
+def wait_for(find, patience=PATIENCE):
     """What `find` returns as soon as that is something; answers events of the bus meanwhile."""
-    until = time.monotonic() + PATIENCE
+    until = time.monotonic() + patience
     while time.monotonic() < until:
         with contextlib.suppress(GLib.Error):  # an object may go while it is asked
             if found := find():
@@ -62,7 +63,7 @@ def own_session(folder):
     reads, writes = os.pipe()
     try:
         running.append(start("Xvfb", "-displayfd", writes, "-screen", "0", "1920x1080x24", "-nolisten", "tcp",
-                             pass_fds=[writes]))
+                             "-noreset", pass_fds=[writes]))  # else it restarts after its first client
         os.close(writes)
         os.environ["DISPLAY"] = ":" + os.read(reads, 20).decode().strip()
         running.append(start("dbus-daemon", "--session", "--nofork", "--print-address=1", stdout=subprocess.PIPE))
@@ -113,7 +114,7 @@ def told(item, depth=0):
     is_menu_of_window = role == "menu bar" and depth > 0  # which has a file of its own
     if not is_shown(item) or role in PARTS or is_menu_of_window:
         return []
-    means = role not in FILLING or name
+    means = name or role not in FILLING | {"label"}
     lines = []
     if means:
         line = f'{role} "{name}"' + value_of(item)
@@ -129,6 +130,13 @@ def told(item, depth=0):
     return lines + [line for part in parts for line in part]
 
 
+def steady(top):
+    """What is told, if that has not changed for a while."""
+    before = told(top)
+    time.sleep(0.5)
+    return before if before == told(top) else None
+
+
 def broken_rules(top):
     """What is wrong with any dialog, as sentences."""
     for each in walk(top):
@@ -142,7 +150,7 @@ def broken_rules(top):
         if role in FILLING and name:
             yield f'"{name}" is told as {role}'
         is_icon = role == "image" and top.get_role_name() == "alert"
-        if role in ("image", "slider", "text", "combo box") and not name and not is_icon:
+        if role in ("image", "slider", "text", "password text", "combo box") and not name and not is_icon:
             yield f"a {role} has no name"
 
 
@@ -161,6 +169,7 @@ class Window:
         overlay = overlay_in(home)
         slots = f"{overlay};Odd$;${overlay};2,5-9$;$;$;$;$;$"
         self.running = running
+        self.home = home
         self.log = home / "log"
         running.append(start(kiln, "show", "--home", home, "--locale", "en-US", "--set", "OverlaySel=Multiple",
                              "--set", f"MultipleOverlayDetails={slots}", stdout=subprocess.DEVNULL,
@@ -173,10 +182,11 @@ class Window:
         if self.running[-1].poll() is not None:
             raise Failure(f"the window has ended with {self.running[-1].returncode}: {self.log.read_text()}")
 
-    def top(self, *roles, title=None, besides=()):
-        """A window of the program by its role and title."""
-        return next((each for each in children(self.program) if each.get_role_name() in roles and each not in besides
-                     and "showing" in states(each) and title in (None, each.get_name())), None)
+    def top(self, *roles):
+        """The window of the program that has one of the roles, and does not only tell how far something is."""
+        return next((each for each in children(self.program) if each.get_role_name() in roles
+                     and "showing" in states(each)
+                     and not any(part.get_role_name() == "progress bar" for part in walk(each))), None)
 
     @staticmethod
     def find(top, role, name):
@@ -185,32 +195,47 @@ class Window:
     def press(self, top, role, name):
         Atspi.Action.do_action(wait_for(lambda: self.find(top, role, name)), 0)
 
+    def click(self, top, role, name):
+        """With the mouse, where the toolkit tells readers of no action."""
+        place = wait_for(lambda: Atspi.Component.get_extents(self.find(top, role, name), Atspi.CoordType.SCREEN))
+        Atspi.generate_mouse_event(place.x + place.width // 2, place.y + place.height // 2, "b1c")
+
+    def type(self, top, role, name, text):
+        line = wait_for(lambda: self.find(top, role, name))
+        Atspi.EditableText.set_text_contents(line, str(text))
+        wait_for(lambda: Atspi.Text.get_character_count(line) == len(str(text)))  # a password is not told
+
     def choose(self, entry):
         """Chooses an entry of the menus. The toolkit answers when the dialog that opens has closed, so another process
         asks for it."""
         self.running.append(start("/usr/bin/python3", __file__, "--choose", entry))
 
+    def choose_file(self, open_it, file):
+        """Chooses the file in the file dialog that opens."""
+        with self.dialog(open_it, close="Open") as dialog:
+            self.type(dialog, "text", "File name:", file)
+
     def compare(self, top, name):
-        """Compares what is told, once it holds still, with the file of that name."""
-        def steady():
-            before = told(top)
-            time.sleep(0.05)
-            return before if before and before == told(top) else None
-        lines = wait_for(steady)
-        for problem in sorted(set(broken_rules(top))):
-            self.problems.append(f"{name}: {problem}")
+        """Compares what is told with the file of that name, as soon as they are equal or after some patience."""
         file = EXPECTED / f"{name}.txt"
         if "--write" in sys.argv:
-            file.write_text("\n".join(lines) + "\n")
-            return
+            file.write_text("\n".join(wait_for(lambda: steady(top))) + "\n")
         expected = file.read_text().splitlines() if file.exists() else []
+        lines = []
+
+        def is_expected():
+            lines[:] = told(top)
+            return lines == expected
+        with contextlib.suppress(Failure):
+            wait_for(is_expected, UNTIL_SETTLED)
         self.problems += difflib.unified_diff(expected, lines, f"{name}.txt, expected", "told", lineterm="")
+        self.problems += [f"{name}: {problem}" for problem in wait_for(lambda: (set(broken_rules(top)),))[0]]
 
     @contextlib.contextmanager
-    def dialog(self, open_it, close="Cancel", roles=("dialog", "alert")):
-        before = [each for each in children(self.program) if "showing" in states(each)]
+    def dialog(self, open_it=lambda: None, close="Cancel"):
+        """The dialog over the window, opened and then closed by that button."""
         open_it()
-        top = wait_for(lambda: self.top(*roles, besides=before))
+        top = wait_for(lambda: self.top("dialog", "alert"))
         yield top
         self.press(top, "push button", close)
         wait_for(lambda: top not in children(self.program) or "showing" not in states(top))
@@ -234,7 +259,7 @@ def hear_of_overlays(window):
 
 def go_through(window):
     main = window.main
-    window.compare(next(each for each in walk(main) if each.get_role_name() == "menu bar"), "menus")
+    window.compare(wait_for(lambda: window.find(main, "menu bar", "")), "menus")
     window.compare(main, "effects")
     window.press(main, "page tab", "Device")
     wait_for(lambda: "selected" in states(window.find(main, "page tab", "Device")) or
@@ -255,20 +280,52 @@ def go_through(window):
         window.compare(dialog, "name")
     with window.dialog(lambda: window.choose("About this window"), close="Close") as dialog:
         window.compare(dialog, "help")
+    go_through_questions(window)
     hear_of_overlays(window)
 
 
+def go_through_questions(window):
+    """The dialogs that other dialogs lead to, and those that ask before something is lost."""
+    main = window.main
+    window.choose_file(lambda: window.press(main, "push button", "New..."), window.home / "form.pdf")
+    with window.dialog() as dialog:
+        window.compare(dialog, "new-overlay")
+    window.choose_file(lambda: window.choose("Open PDF..."), window.home / "locked.pdf")
+    with window.dialog(close="Open") as dialog:
+        window.type(dialog, "password text", "Password:", "barley")
+    with window.dialog() as dialog:
+        window.compare(dialog, "password")
+    with window.dialog(lambda: window.choose("Print into overlay..."), close="OK") as dialog:
+        window.type(dialog, "text", "Name of the overlay:", "Letterhead")
+    with window.dialog() as dialog:
+        window.compare(dialog, "overwrite")
+    with window.dialog(lambda: window.choose("Bring back built-in watermarks..."), close="OK") as dialog:
+        window.compare(dialog, "message")
+    window.click(main, "list item", "Copy")
+    delete = wait_for(lambda: window.find(main, "push button", "Delete"))
+    wait_for(lambda: "sensitive" in states(delete))
+    with window.dialog(lambda: window.press(main, "push button", "Delete"), close="Delete") as dialog:
+        window.compare(dialog, "delete")
+    with window.dialog(lambda: window.choose("Bring back built-in watermarks...")) as dialog:
+        window.compare(dialog, "built-in-watermarks")
+    window.press(main, "check box", "Mirror image")
+    wait_for(lambda: "checked" in states(window.find(main, "check box", "Mirror image")))
+    with window.dialog(lambda: window.choose("Quit")) as dialog:
+        window.compare(dialog, "closing")
+
+
 def prepare(kiln, home):
-    """Makes one overlay."""
+    """Makes one overlay, and a job with a password."""
     form = home / "form.pdf"
     subprocess.run([kiln, "sample", form], check=True, stdout=subprocess.DEVNULL)
+    subprocess.run(["qpdf", "--encrypt", "sesame", "owner", "256", "--", form, home / "locked.pdf"], check=True)
     subprocess.run([kiln, "overlay", "create", "--home", home, "Letterhead", form], check=True,
                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
 
 def main():
     if sys.argv[1] == "--choose":
-        Atspi.Action.do_action(Window.find(program(), "menu item", sys.argv[2]), 0)
+        Atspi.Action.do_action(wait_for(lambda: Window.find(program(), "menu item", sys.argv[2])), 0)
         return
     kiln = pathlib.Path(sys.argv[1]).resolve()
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # with the display and the buses
