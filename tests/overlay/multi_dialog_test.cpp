@@ -1,5 +1,6 @@
 // The dialog for several overlays: its initial state, and the result of closing it.
 #include "tests/overlay/multi_dialog.h"
+#include "tests/support/locales.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -336,13 +337,13 @@ TEST_F(MultiDialog, SelectsTheOverlayOfTheDefaultsThatItRestores) {
 }
 
 TEST_F(MultiDialog, ShowsItsHelpInEveryLanguage) {
-  for (const char* locale : {"en-US", "de-DE", "fr-FR", "ja-JP", "zh-CN", "zh-TW"}) {
+  for (const std::string& locale : Testing::locales) {
     OverlayStore abroad(home.folder.path, Files::realDisk(), locale);
     abroad.host.showHelpTopic(u"chrome://base/locale/help.chm", u"5100");
     ASSERT_EQ(abroad.face.helpAddresses.size(), 1U);
     const auto page = abroad.chrome.file(abroad.face.helpAddresses[0]);
     ASSERT_TRUE(page);
-    EXPECT_THAT(bytesOf(*page), testing::HasSubstr("<html lang=\"" + std::string(locale) + "\">"));
+    EXPECT_THAT(bytesOf(*page), testing::HasSubstr("<html lang=\"" + locale + "\">"));
   }
 }
 
@@ -357,7 +358,7 @@ std::vector<std::u16string> textsOf(Refhost::WidgetNode& widget) {
 }
 
 TEST_F(MultiDialog, IsTranslatedWithAccessKeysOfItsOwn) {
-  for (const char* locale : {"en-US", "de-DE", "fr-FR", "ja-JP", "zh-CN", "zh-TW"}) {
+  for (const std::string& locale : Testing::locales) {
     const Refhost::StringTables strings(world.chrome, locale);
     Refhost::WidgetWorld widgets{world.trace, strings, {}, [](const auto&) {}, [](auto&) {}};
     const auto layout = Refhost::LayoutReader(world.chrome, {}).read(Effect::Address::multipleOverlay, widgets);

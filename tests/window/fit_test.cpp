@@ -1,6 +1,7 @@
 // Every tab and dialog in every language: no text is cut off, no widgets overlap. The program runs these tests at 100
 // and at 200 %.
 #include "press/job/sample.h"
+#include "tests/support/locales.h"
 #include "tests/window/misfits.h"
 #include "tests/window/open_window.h"
 #include "tests/window/stored_overlays.h"
@@ -23,8 +24,6 @@ namespace {
 
 using testing::IsEmpty;
 using testing::SizeIs;
-
-const std::vector<std::string> locales = {"en-US", "de-DE", "fr-FR", "ja-JP", "zh-CN", "zh-TW"};
 
 class FitTest : public testing::TestWithParam<std::string> {
  protected:
@@ -132,8 +131,7 @@ TEST_P(FitTest, TheOtherDialogs) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, FitTest, testing::ValuesIn(locales),
-                         [](const auto& tested) { return tested.param.substr(0, 2) + tested.param.substr(3); });
+INSTANTIATE_TEST_SUITE_P(Each, FitTest, testing::ValuesIn(Testing::locales), Testing::testedLocale);
 
 // The detection used by the tests above.
 TEST(Misfits, AreTextsWithoutRoomAndWidgetsOverOthers) {
