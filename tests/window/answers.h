@@ -3,6 +3,8 @@
 
 #include "tests/window/open_window.h"
 
+#include <gtest/gtest.h>
+
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QFileDialog>
@@ -20,7 +22,7 @@
 namespace Testing {
 
 // Triggers entries of the window's menus, after closing earlier messages. Each dialog that waits for the user gets the
-// next answer; one without an answer is closed, and recorded as unexpected.
+// next answer; one without an answer is closed, and recorded as unexpected. An answer without a dialog fails the test.
 class Answers {
  public:
   explicit Answers(OpenWindow& openWindow) : open(openWindow) {
@@ -31,19 +33,13 @@ class Answers {
     during([&] { open.window->findChild<QAction*>(entry)->trigger(); }, std::move(given));
   }
 
-  // Presses a button of the tabs that opens a dialog of the plug-in, which gets the answer.
+  // The same for a button of the tabs that opens a dialog of the plug-in.
   void press(const char* opener, const std::function<void(QWidget&)>& given) {
-    bool wasOpen = false;
-    QTimer::singleShot(0, open.window.get(), [&] {
-      wasOpen = true;
-      given(*QApplication::activeModalWidget());
-    });
-    open.find<QPushButton>(opener).click();
-    EXPECT_TRUE(wasOpen) << opener;
+    during([&] { open.find<QPushButton>(opener).click(); }, {given});
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   }
 
-  // The same as for entries, for another action than that of a menu.
+  // The same for any action.
   void during(const std::function<void()>& action, std::deque<std::function<void(QWidget&)>> given) {
     for (auto* told : open.window->findChildren<QMessageBox*>()) delete told;
     answers = std::move(given);
@@ -53,6 +49,7 @@ class Answers {
     timer.stop();
     QCoreApplication::processEvents();
     open.settle();
+    EXPECT_TRUE(answers.empty()) << answers.size() << " of the dialogs have not opened";
   }
 
   // The titles of dialogs without an answer.
@@ -81,19 +78,11 @@ class Answers {
   QPointer<QWidget> last;
 };
 
-// Types a text, letter by letter, into the focused widget.
-inline void type(QWidget& dialog, const QString& text) {
-  QWidget* line = dialog.findChild<QLineEdit*>();
-  for (const QChar letter : text) {
-    QKeyEvent down(QEvent::KeyPress, 0, {}, letter);
-    QCoreApplication::sendEvent(line, &down);
-  }
-}
-
 inline std::function<void(QWidget&)> name(const QString& text) {
   return [text](QWidget& dialog) {
-    type(dialog, text);
-    press(*dialog.findChild<QLineEdit*>(), Qt::Key_Return);
+    auto& line = *dialog.findChild<QLineEdit*>();
+    type(line, text);
+    press(line, Qt::Key_Return);
   };
 }
 

@@ -48,6 +48,14 @@ inline void press(QWidget& widget, Qt::Key key, Qt::KeyboardModifiers modifiers 
   QCoreApplication::sendEvent(&widget, &up);
 }
 
+// Types a text, letter by letter.
+inline void type(QWidget& widget, const QString& text) {
+  for (const QChar letter : text) {
+    QKeyEvent down(QEvent::KeyPress, 0, {}, letter);
+    QCoreApplication::sendEvent(&widget, &down);
+  }
+}
+
 inline void click(QWidget& widget, QPoint place) {
   const QPointF inside = place;
   const QPointF onScreen = widget.mapToGlobal(inside);

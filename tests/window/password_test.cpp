@@ -76,16 +76,7 @@ TEST_F(PasswordTest, OfTheCommandLineOpensTheJob) {
 TEST_F(PasswordTest, ThatTheCommandLineDoesNotHaveIsAskedFor) {
   Testing::OpenWindow opened([&](Request& request) { request.document = locked.toStdString(); });
   EXPECT_THAT(opened.window->pageFailure().toStdString(), testing::HasSubstr("needs a password"));
-  QTimer timer;
-  QObject::connect(&timer, &QTimer::timeout, &timer, [&timer] {
-    if (QWidget* dialog = QApplication::activeModalWidget()) {
-      timer.stop();
-      password("sesame")(*dialog);
-    }
-  });
-  timer.start(10);
-  opened.window->unlockJob();
-  opened.settle();
+  Testing::Answers(opened).during([&] { opened.window->unlockJob(); }, {password("sesame")});
   EXPECT_EQ(opened.window->pageFailure(), QString());
 }
 

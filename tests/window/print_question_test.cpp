@@ -44,12 +44,9 @@ class PrintQuestionTest : public testing::Test {
   }
 
   static void typePages(QWidget& dialog, const QString& pages) {
-    auto* line = dialog.findChild<QLineEdit*>("printPages");
-    line->clear();
-    for (const QChar letter : pages) {
-      QKeyEvent down(QEvent::KeyPress, 0, {}, letter);
-      QCoreApplication::sendEvent(line, &down);
-    }
+    auto& line = *dialog.findChild<QLineEdit*>("printPages");
+    line.clear();
+    Testing::type(line, pages);
   }
 
   const Refhost::ChromeFolders chrome;

@@ -20,12 +20,13 @@ namespace {
 
 class PrintingTest : public testing::Test {
  protected:
-  // Chooses "Print...", Print in the dialog, and Save in the file dialog with this name.
+  // Presses "Print...", Print in the dialog, and Save in the file dialog with this name.
   void print(const QString& name) {
-    answers.choose("PRINT", {Testing::button("Print"), [&](QWidget& dialog) {
-                               offered = dynamic_cast<QFileDialog&>(dialog).selectedFiles().value(0);
-                               Testing::file(name)(dialog);
-                             }});
+    const auto save = [&](QWidget& dialog) {
+      offered = dynamic_cast<QFileDialog&>(dialog).selectedFiles().value(0);
+      Testing::file(name)(dialog);
+    };
+    answers.during([this] { open.find<QPushButton>("PRINT_BUTTON").click(); }, {Testing::button("Print"), save});
     EXPECT_EQ(answers.unexpected, QStringList());
   }
 
@@ -76,11 +77,7 @@ TEST_F(PrintingTest, LeavesTheSettingsOpen) {
 TEST_F(PrintingTest, IsOfTheChosenPages) {
   const QString out = folder.filePath("out.pdf");
   const auto choosePages = [](QWidget& dialog) {
-    auto* pages = dialog.findChild<QLineEdit*>("printPages");
-    for (const QChar letter : QString("2-3")) {
-      QKeyEvent down(QEvent::KeyPress, 0, {}, letter);
-      QCoreApplication::sendEvent(pages, &down);
-    }
+    Testing::type(*dialog.findChild<QLineEdit*>("printPages"), "2-3");
     Testing::button("Print")(dialog);
   };
   answers.choose("PRINT", {choosePages, Testing::file(out)});

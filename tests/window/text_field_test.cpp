@@ -46,10 +46,7 @@ class TextFieldTest : public testing::Test {
   }
 
   void type(const QString& text) {
-    for (const QChar letter : text) {
-      QKeyEvent down(QEvent::KeyPress, 0, {}, letter);
-      QCoreApplication::sendEvent(&field(), &down);
-    }
+    Testing::type(field(), text);
     QCoreApplication::processEvents();
   }
 
