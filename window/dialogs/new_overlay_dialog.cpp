@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 #include <QSignalBlocker>
 #include <QSpinBox>
 #include <QVBoxLayout>
@@ -21,6 +22,7 @@ namespace {
 
 // Of the picture of the page, in pixels.
 constexpr QSize pictureSize(260, 330);
+constexpr QSize leastPicture(40, 52);
 constexpr int betweenSides = 12;
 
 }  // namespace
@@ -34,11 +36,17 @@ NewOverlayDialog::NewOverlayDialog(NewOverlayQuestion asked, const Texts& texts,
   paper->setObjectName("form");
   paper->setMinimumSize(pictureSize);
   paper->setAccessibleName(texts("FORM_PICTURE"));
-  field = new NameField(question.name, question.offered, question.judge, int{Formats::overlayNameUnits}, this);
 
+  // The layouts are the dialog's before rows are added, whose widgets have no parent yet: in this order they are read.
+  auto* column = new QVBoxLayout(this);
+  auto* sides = new QHBoxLayout;
   auto* rows = new QFormLayout;
+  column->addLayout(sides, 1);
+  sides->setSpacing(betweenSides);
+  sides->addWidget(paper, 1);
+  sides->addLayout(rows);
   rows->setRowWrapPolicy(QFormLayout::WrapAllRows);
-  auto* file = new QLabel(plainText(question.fileName), this);
+  auto* file = new QLabel(plainText(question.fileName));
   file->setTextFormat(Qt::PlainText);
   file->setTextInteractionFlags(Qt::TextSelectableByMouse);
   file->setWordWrap(true);
@@ -46,6 +54,7 @@ NewOverlayDialog::NewOverlayDialog(NewOverlayQuestion asked, const Texts& texts,
   if (question.form.pages > 1) addPages(*rows, texts);
   if (question.form.isPicture) addSizes(*rows, texts);
   auto* nameLabel = new QLabel(texts("JOB_STEP"), this);
+  field = new NameField(question.name, question.offered, question.judge, int{Formats::overlayNameUnits}, this);
   field->nameBy(*nameLabel);
   rows->addRow(nameLabel, field);
 
@@ -58,20 +67,21 @@ NewOverlayDialog::NewOverlayDialog(NewOverlayQuestion asked, const Texts& texts,
   connect(field, &NameField::judged, this, showAllowed);
   showAllowed();
 
-  auto* sides = new QHBoxLayout;
-  sides->setSpacing(betweenSides);
-  sides->addWidget(paper, 1);
-  sides->addLayout(rows);
-  auto* column = new QVBoxLayout(this);
-  column->addLayout(sides, 1);
   column->addWidget(buttons);
   connect(paper, &PaperView::roomChanged, this, &NewOverlayDialog::draw);
   connect(&artist, &PageArtist::drawn, paper, &PaperView::show);
   field->setFocus();
+  fitOnScreen();
+}
+
+// Where the dialog does not fit, its picture is smaller.
+void NewOverlayDialog::fitOnScreen() {
+  const QSize over = (sizeHint() - screen()->availableSize() * 0.9).expandedTo({0, 0});
+  paper->setMinimumSize((pictureSize - over).expandedTo(leastPicture));
 }
 
 void NewOverlayDialog::addPages(QFormLayout& rows, const Texts& texts) {
-  page = new QSpinBox(this);
+  page = new QSpinBox;
   page->setObjectName("formPage");
   page->setRange(1, question.form.pages);
   page->setSuffix(' ' + texts("FORM_PAGES").arg(question.form.pages));
@@ -82,8 +92,8 @@ void NewOverlayDialog::addPages(QFormLayout& rows, const Texts& texts) {
 }
 
 void NewOverlayDialog::addSizes(QFormLayout& rows, const Texts& texts) {
-  ownSize = new QRadioButton(texts("PICTURE_OWN_SIZE"), this);
-  paperSize = new QRadioButton(texts("PICTURE_PAPER_SIZE"), this);
+  ownSize = new QRadioButton(texts("PICTURE_OWN_SIZE"));
+  paperSize = new QRadioButton(texts("PICTURE_PAPER_SIZE"));
   ownSize->setObjectName("ownSize");
   paperSize->setObjectName("paperSize");
   ownSize->setChecked(true);

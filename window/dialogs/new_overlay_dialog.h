@@ -64,6 +64,7 @@ class NewOverlayDialog final : public QDialog {
   void accept() override;
 
  private:
+  void fitOnScreen();
   void addPages(QFormLayout& rows, const Texts& texts);
   void addSizes(QFormLayout& rows, const Texts& texts);
   void draw();

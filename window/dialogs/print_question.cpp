@@ -38,6 +38,7 @@ class PrintDialog final : public QDialog {
     setObjectName("print");
     setWindowTitle(texts("PRINT_DIALOG"));
     form = new QFormLayout;
+    form->setRowWrapPolicy(QFormLayout::WrapLongRows);  // on small screens
     addTarget();
     addPages();
     addCopies();
