@@ -1,8 +1,7 @@
 #include "tests/window/all_pictures.h"
 
-#include "tests/window/answers.h"
+#include "tests/window/every_dialog.h"
 #include "tests/window/stored_overlays.h"
-#include "window/dialogs/dialog_window.h"
 
 #include <QDir>
 
@@ -52,39 +51,23 @@ class Album {
   }
 
   void drawDialogs() {
-    for (const char* entry : {"REPORT", "EXPORT_PROFILE", "PRINT_OVERLAY", "OPEN"})
-      answers.choose(entry, {[this, entry](QWidget& dialog) { draw(dialog, entry); }});
-    drawDialogOf("btn_WMAdd");
-    drawDialogOf("but_EffDet");
-    for (const char16_t* address :
-         {u"chrome://effect/content/dlg_overlayfull.xul", u"chrome://base/content/dlg_overwrite.xul",
-          u"chrome://base/content/dlg_confirmdelete.xul"}) {
-      open.window->preferences().gui()->openDialog(address)->show();
-      auto* dialog = open.window->findChild<Window::DialogWindow*>();
-      draw(*dialog, dialog->objectName());
-      QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
+    openEveryDialog(open, answers, [this](QWidget& dialog, const std::string& name) { draw(dialog, name); });
+    answers.choose("OPEN", {[this](QWidget& dialog) { draw(dialog, "OPEN"); }});
     open.window->findChild<QAction*>("HELP_WINDOW")->trigger();
     draw(open.find<QWidget>("help"), "help");
   }
 
  private:
-  void drawDialogOf(const char* opener) {
-    QTimer::singleShot(0, open.window.get(), [this, opener] { draw(*QApplication::activeModalWidget(), opener); });
-    open.find<QPushButton>(opener).click();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-  }
-
   using Request = Window::Request;
 
-  void draw(QWidget& dialog, const QString& name) {
+  void draw(QWidget& dialog, const std::string& name) {
     QCoreApplication::processEvents();
     save(dialog, name);
     press(dialog, Qt::Key_Escape);
   }
 
-  void save(QWidget& shown, const QString& name) {
-    const QString file = place.filePath(start + name + ".png");
+  void save(QWidget& shown, const std::string& name) {
+    const QString file = place.filePath(start + QString::fromStdString(name) + ".png");
     if (!shown.grab().save(file)) throw std::runtime_error("cannot write " + file.toStdString());
   }
 

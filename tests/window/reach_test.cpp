@@ -1,8 +1,8 @@
 // Every button can be reached, in every language: none is cut off by the edge of its window or of the screen, and what
 // does not fit scrolls. The program runs these tests on small screens with large texts, too.
-#include "tests/window/answers.h"
+#include "tests/support/locales.h"
+#include "tests/window/every_dialog.h"
 #include "tests/window/stored_overlays.h"
-#include "window/dialogs/dialog_window.h"
 
 #include <gmock/gmock.h>
 
@@ -15,41 +15,36 @@ namespace {
 
 using testing::IsEmpty;
 
-const std::vector<std::string> locales = {"en-US", "de-DE", "fr-FR", "ja-JP", "zh-CN", "zh-TW"};
-
-// The scroll area that the widget can be scrolled in; null for none.
-const QScrollArea* areaAround(const QWidget& widget) {
-  for (const QWidget* each = widget.parentWidget(); each != nullptr; each = each->parentWidget())
-    if (const auto* area = qobject_cast<const QScrollArea*>(each)) return area;
-  return nullptr;
+// Scrolls the areas that the widget is in, from the innermost outwards, until they show it.
+void scrollTo(QWidget& widget) {
+  for (QWidget* each = widget.parentWidget(); each != nullptr; each = each->parentWidget())
+    if (auto* area = qobject_cast<QScrollArea*>(each)) area->ensureWidgetVisible(&widget, 0, 0);
 }
 
-// The buttons that cannot be reached: outside of their window, or not scrolling into it.
+// The buttons that cannot be reached: cut off by the edge of their window or of what scrolls them into it, or lying
+// under other widgets.
 std::vector<std::string> outOfReach(const QWidget& window) {
   std::vector<std::string> found;
   const QRect screen = window.screen()->availableGeometry();
   if (window.width() > screen.width() || window.height() > screen.height()) found.emplace_back("the window");
-  for (const auto* button : window.findChildren<QAbstractButton*>()) {
-    if (!button->isVisible() || button->window() != &window || button->inherits("QToolButton")) continue;
-    const QWidget* area = areaAround(*button);
-    const QWidget& shown = area != nullptr ? *area : window;
-    const QRect place(area != nullptr ? QPoint() : button->mapTo(&window, QPoint()), button->size());
-    const bool isSeen = shown.rect().contains(place) || (area != nullptr && button->height() <= area->height());
-    if (!isSeen)
-      found.push_back(button->text().toStdString() + " at " + std::to_string(place.right()) + ", " +
-                      std::to_string(place.bottom()));
+  for (auto* button : window.findChildren<QAbstractButton*>()) {
+    if (!button->isVisible() || button->window() != &window) continue;
+    scrollTo(*button);
+    const QRect seen = button->visibleRegion().boundingRect();
+    if (seen != button->rect())
+      found.push_back((button->text() + ' ' + button->objectName()).toStdString() + ": only " +
+                      std::to_string(seen.width()) + " x " + std::to_string(seen.height()) + " of " +
+                      std::to_string(button->width()) + " x " + std::to_string(button->height()));
   }
   return found;
 }
 
 class ReachTest : public testing::TestWithParam<std::string> {
  protected:
-  std::function<void(QWidget&)> look(const char* name) {
-    return [name](QWidget& dialog) {
-      QCoreApplication::processEvents();
-      EXPECT_THAT(outOfReach(dialog), IsEmpty()) << name;
-      Testing::press(dialog, Qt::Key_Escape);
-    };
+  static void look(QWidget& dialog, const std::string& name) {
+    QCoreApplication::processEvents();
+    EXPECT_THAT(outOfReach(dialog), IsEmpty()) << name;
+    Testing::press(dialog, Qt::Key_Escape);
   }
 
   Testing::OpenWindow open{[](Request& request) {
@@ -68,12 +63,11 @@ TEST_P(ReachTest, HasTheButtonsOfTheWindow) {
 }
 
 TEST_P(ReachTest, HasTheButtonsOfTheDialogs) {
-  for (const char* entry : {"REPORT", "EXPORT_PROFILE", "PRINT_OVERLAY"}) answers.choose(entry, {look(entry)});
-  for (const char* opener : {"btn_WMAdd", "but_EffDet"}) answers.press(opener, look(opener));
+  Testing::openEveryDialog(open, answers, look);
+  EXPECT_THAT(answers.unexpected, IsEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, ReachTest, testing::ValuesIn(locales),
-                         [](const auto& tested) { return tested.param.substr(0, 2) + tested.param.substr(3); });
+INSTANTIATE_TEST_SUITE_P(Each, ReachTest, testing::ValuesIn(Testing::locales), Testing::testedLocale);
 
 }  // namespace
 }  // namespace Window
