@@ -1,6 +1,7 @@
 // The host's services: arguments and results that are null, texts, files, tickets.
 #include "check/host/groups.h"
 #include "check/host/play.h"
+#include "formats/text.h"
 
 #include <fstream>
 
@@ -154,9 +155,12 @@ void survivesForeignObjects(const Subject& subject) {
     const auto path = foreign<ForeignPath>(host, host);
     exceptionOf([&] { host.file(path); });
     exceptionOf([&] { host.path(u"a")->copyTo(path); });
-    const std::string before = play.value(u"CheckSize");
     exceptionOf([&] { play.manager()->submit(foreign<ForeignTransition>(host)); });
-    demand(play.value(u"CheckSize") == before, "A transition that the host did not make changes a property.");
+    for (const char16_t* size : {u"Large", u"Small"}) {
+      play.submit({{u"CheckSize", size}});
+      demand(play.value(u"CheckSize") == Formats::toUtf8(std::u16string_view(size)),
+             "After a foreign transition, one of the host's own is lost.");
+    }
   });
 }
 
