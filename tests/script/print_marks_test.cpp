@@ -1,5 +1,5 @@
 // Watermarks and overlays on the command line, and their description by --dry-run.
-#include "tests/script/process.h"
+#include "tests/script/printed_job.h"
 
 #include <gmock/gmock.h>
 
@@ -23,10 +23,10 @@ std::string field(const std::string& text, std::size_t bytes) {
   return units;
 }
 
-class PrintMarks : public testing::Test {
+class PrintMarks : public PrintedJob {
  protected:
   void SetUp() override {
-    ASSERT_EQ(runKiln({"sample", job.string()}).status, 0);
+    PrintedJob::SetUp();
     putOverlays({"Letterhead", "Footer", "A:1"});
   }
 
@@ -41,11 +41,6 @@ class PrintMarks : public testing::Test {
       fs::copy_file(job, folder / (number + ".opa"));
     }
     writeFile(folder / "ovlNmFl.flo", index);
-  }
-
-  Outcome print(std::vector<std::string> words) {
-    words.insert(words.begin(), {"print", job.string(), out.string(), "--home", home.string()});
-    return runKiln(words);
   }
 
   // The output of --dry-run, which must not write anything.
@@ -64,10 +59,6 @@ class PrintMarks : public testing::Test {
     EXPECT_EQ(std::ranges::count(outcome.err, '\n'), 1) << outcome.err;
     EXPECT_FALSE(fs::exists(out));
   }
-
-  const path home = testFolder() / "home";
-  const path job = testFolder() / "job.pdf";
-  const path out = testFolder() / "out.pdf";
 };
 
 TEST_F(PrintMarks, WatermarkIsChosenByItsName) {

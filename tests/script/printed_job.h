@@ -14,6 +14,7 @@ class PrintedJob : public testing::Test {
     all.insert(all.end(), words.begin(), words.end());
     return runKiln(all);
   }
+  Outcome print(const std::vector<std::string>& words) const { return print(words, out); }
 
   const std::filesystem::path home = testFolder() / "home";
   const std::filesystem::path job = testFolder() / "job.pdf";
