@@ -11,6 +11,7 @@ namespace {
 using Refhost::Preset;
 using Refhost::PresetChoice;
 using Refhost::Presets;
+using testing::AnyOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -79,17 +80,21 @@ TEST_F(PresetsOfAHome, LeaveOutAndTellAFileThatIsDamaged) {
 TEST_F(PresetsOfAHome, AreReplacedWholeOrNotAtAllWheneverTheProgramIsKilled) {
   presets().save({u"a", u"old", {}});
   CutDisk whole;
-  presets(whole).save({u"a", u"old", {{u"x", u"y"}}});
+  presets(whole).save({u"a", u"new", {}});
   ASSERT_GT(whole.operations, 3);
   for (int at = 1; at <= whole.operations; ++at) {
     presets().save({u"a", u"old", {}});
     CutDisk disk;
     disk.killedAt = at;
+    bool wasKilled = false;
     try {
       presets(disk).save({u"a", u"new", {}});
     } catch (const Killed&) {
+      wasKilled = true;
     }
+    EXPECT_TRUE(wasKilled) << at;
     EXPECT_THAT(names(), ElementsAre("a")) << at;
+    EXPECT_THAT(presets().read([](const auto&) {}).front().model, AnyOf(u"old", u"new")) << at;
     EXPECT_THAT(told, IsEmpty()) << at;
   }
 }
