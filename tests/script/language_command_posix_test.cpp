@@ -59,10 +59,16 @@ TEST(Language, OfAnswersIsEnglish) {
   EXPECT_THAT(answered.out, HasSubstr("There is no widget"));
 }
 
-TEST(Language, OfPropertiesIsNobodys) { EXPECT_EQ(inGerman({"ticket"}).out, runKiln({"ticket"}).out); }
+TEST(Language, OfPropertiesIsNobodys) {
+  const auto ticket = inGerman({"ticket"});
+  EXPECT_EQ(ticket.status, 0) << ticket.err;
+  EXPECT_THAT(ticket.out, HasSubstr("PrintTicket"));
+  EXPECT_EQ(ticket.out, runKiln({"ticket"}).out);
+}
 
 TEST(Language, OfPrefixesForASchedulerIsEnglish) {
   const auto filtered = inGerman({"filter", "1", "ada", "title", "none", ""});
+  EXPECT_EQ(filtered.status, 1);
   EXPECT_THAT(filtered.err, HasSubstr("ERROR: Die Anzahl der Exemplare ist „none“"));
 }
 

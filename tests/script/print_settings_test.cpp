@@ -79,6 +79,8 @@ TEST_F(PrintSettings, OfTheHomeAndAProfileExcludeEachOther) {
 TEST_F(PrintSettings, BecomeATicket) {
   keep("\"MirrorImage\": \"MirrorImage\"");
   const auto outcome = runKiln({"ticket", "--settings", "--home", home.string()});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_THAT(outcome.out, HasSubstr("MirrorImage"));
   EXPECT_EQ(outcome.out,
             runKiln({"ticket", "--set", "MirrorImage=MirrorImage", "--home", (testFolder() / "other").string()}).out);
 }

@@ -70,6 +70,7 @@ TEST_F(PrintOnPrinters, AskForCopiesAndSides) {
 }
 
 TEST_F(PrintOnPrinters, RefusesAPrinterThatThereIsNotBeforeTheJobIsPrinted) {
+  writeFile(job, "damaged");
   const auto outcome = print({"--printer", "ofice"}, environment());
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.err, "kiln: There is no printer \"ofice\"; there are \"office\". Did you mean \"office\"?\n");

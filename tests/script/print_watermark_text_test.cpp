@@ -63,7 +63,9 @@ TEST_F(PrintWatermarkText, TakesItsSettingsWithoutAWord) {
 
 TEST_F(PrintWatermarkText, IsNotKept) {
   ASSERT_EQ(print({"--watermark-text", "Once"}, out).status, 0);
-  EXPECT_THAT(runKiln({"watermark", "list", "--home", home.string()}).out, testing::Not(HasSubstr("Once")));
+  const auto listed = runKiln({"watermark", "list", "--home", home.string()});
+  EXPECT_EQ(listed.status, 0) << listed.err;
+  EXPECT_THAT(listed.out, testing::AllOf(HasSubstr("Draft"), testing::Not(HasSubstr("Once"))));
 }
 
 }  // namespace

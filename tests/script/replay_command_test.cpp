@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
+#include <regex>
 #include <sstream>
 
 namespace {
@@ -139,8 +140,8 @@ TEST_F(ReplayCommand, TakesNoNoticeOfWhatIsOfOneRunAlone) {
                              "setting kilnworks.user.path\n"
                              "trace\n";
   const std::string recording = recorded(script);
-  EXPECT_THAT(recording, testing::HasSubstr("WM_"));
-  EXPECT_THAT(recording, testing::HasSubstr(".opa"));
+  EXPECT_TRUE(std::regex_search(recording, std::regex("WM_[0-9A-F]+_"))) << recording;
+  EXPECT_TRUE(std::regex_search(recording, std::regex("[0-9]+\\.opa"))) << recording;
   std::istringstream lines(recording);
   std::string user;
   for (std::string line; std::getline(lines, line);)
