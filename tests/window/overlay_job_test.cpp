@@ -129,7 +129,7 @@ TEST_F(OverlayJobTest, OffersTheNamesInUse) {
   print({name("Terms")});
   QStringList offered;
   print({[&](QWidget& dialog) {
-    Testing::type(dialog, "le");
+    Testing::type(*dialog.findChild<QLineEdit*>(), "le");
     QCompleter* completer = dialog.findChild<QLineEdit*>()->completer();
     ASSERT_NE(completer, nullptr);
     for (int i = 0; completer->setCurrentRow(i); ++i) offered << completer->currentCompletion();
