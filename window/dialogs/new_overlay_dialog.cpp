@@ -76,7 +76,7 @@ NewOverlayDialog::NewOverlayDialog(NewOverlayQuestion asked, const Texts& texts,
 
 // Where the dialog does not fit, its picture is smaller.
 void NewOverlayDialog::fitOnScreen() {
-  const QSize over = (sizeHint() - screen()->availableSize() * 0.9).expandedTo({0, 0});
+  const QSize over = (layout()->totalMinimumSize() - screen()->availableSize() * 0.9).expandedTo({0, 0});
   paper->setMinimumSize((pictureSize - over).expandedTo(leastPicture));
 }
 

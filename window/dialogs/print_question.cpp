@@ -13,6 +13,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 #include <QSpinBox>
 #include <QVBoxLayout>
 
@@ -38,7 +39,6 @@ class PrintDialog final : public QDialog {
     setObjectName("print");
     setWindowTitle(texts("PRINT_DIALOG"));
     form = new QFormLayout;
-    form->setRowWrapPolicy(QFormLayout::WrapLongRows);  // on small screens
     addTarget();
     addPages();
     addCopies();
@@ -47,6 +47,8 @@ class PrintDialog final : public QDialog {
     column->addStretch();
     addButtons(*column);
     showTarget();
+    const bool isTooWide = sizeHint().width() > screen()->availableSize().width();
+    if (isTooWide) form->setRowWrapPolicy(QFormLayout::WrapAllRows);
   }
 
   // Valid after OK.
