@@ -90,6 +90,7 @@ class AccessKeysTest : public testing::TestWithParam<std::string> {
 };
 
 TEST_P(AccessKeysTest, ReachEveryControlOfTheWindowOnce) {
+  EXPECT_THAT(words(troublesIn(*open.window)), IsEmpty()) << "as it opens";
   for (const char* tab : {"pro_tab_device", "pro_tab_effect"}) {
     open.selectTab(tab);
     QCoreApplication::processEvents();

@@ -298,6 +298,7 @@ void PreferencesWindow::showLanguage() {
   QCoreApplication::removeTranslator(&qtTexts);
   QCoreApplication::installTranslator(&qtTexts);
   buttons->setTexts(texts);
+  presets->setTexts(texts);
   tabs->setAccessibleName(texts("TITLE"));
   pages->setTexts(texts);
   inspector->setTexts(texts);

@@ -50,11 +50,14 @@ void PresetBar::addEntry(const char* name, const std::function<void()>& action) 
   connect(entry, &QAction::triggered, this, [this, action] { messages.guarded(action); });
 }
 
-void PresetBar::showPresets(const Refhost::PresetChoice& presets, const Texts& texts) {
+void PresetBar::setTexts(const Texts& texts) {
   label->setText(texts("PRESET"));
   manage->setText(texts("PRESET_MANAGE"));
   list->setPlaceholderText(texts("PRESET_NONE"));
   for (QAction* entry : manage->menu()->actions()) entry->setText(texts(entry->objectName().toLatin1().constData()));
+}
+
+void PresetBar::showPresets(const Refhost::PresetChoice& presets, const Texts& texts) {
   const QSignalBlocker quiet(list);
   list->clear();
   for (const std::u16string& name : presets.names()) list->addItem(QString(), toQt(name));

@@ -28,7 +28,10 @@ class PresetBar final : public QWidget {
   // Failures of the actions are shown in `barMessages`, which outlive the bar.
   PresetBar(Messages& barMessages, PresetActions presetActions, QWidget* parent);
 
-  // Shows the presets anew, in the user's language.
+  // To be called before access keys are given, which are in the texts.
+  void setTexts(const Texts& texts);
+
+  // Shows the presets anew.
   void showPresets(const Refhost::PresetChoice& presets, const Texts& texts);
 
   // Shows which is chosen, and whether the settings have changed since.
