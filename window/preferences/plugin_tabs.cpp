@@ -7,6 +7,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalBlocker>
+#include <QStackedWidget>
 
 #include <algorithm>
 
@@ -33,6 +34,7 @@ void putInto(QScrollArea& page, QWidget& content) {
 PluginTabs::PluginTabs(QWidget* parent) : QTabWidget(parent) {
   setObjectName("tabs");
   setRole(*this, QAccessible::Grouping);
+  setRole(*findChild<QStackedWidget*>(), QAccessible::Client);  // nothing that screen readers speak of
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
 }
 

@@ -1,5 +1,6 @@
 #include "window/widgets/item_list.h"
 
+#include <QAccessible>
 #include <QDrag>
 #include <QKeyEvent>
 #include <QMimeData>
@@ -44,6 +45,19 @@ void ItemList::keyPressEvent(QKeyEvent* event) {
   const int before = currentRow();
   QListWidget::keyPressEvent(event);
   if (event->key() == Qt::Key_Space && before >= 0 && before == currentRow()) Q_EMIT chosenAgain(before);
+}
+
+// The toolkit tells screen readers that the list has the focus, and afterwards nothing of its item.
+void ItemList::focusInEvent(QFocusEvent* event) {
+  QListWidget::focusInEvent(event);
+  QMetaObject::invokeMethod(this, &ItemList::tellCurrent, Qt::QueuedConnection);
+}
+
+void ItemList::tellCurrent() {
+  if (!QAccessible::isActive() || !hasFocus() || currentRow() < 0) return;
+  QAccessibleEvent focused(this, QAccessible::Focus);
+  focused.setChild(currentRow());
+  QAccessible::updateAccessibility(&focused);
 }
 
 QMimeData* ItemList::mimeData(const QList<QListWidgetItem*>& dragged) const {

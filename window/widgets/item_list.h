@@ -36,11 +36,14 @@ class ItemList final : public QListWidget {
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
   void startDrag(Qt::DropActions actions) override;
   QStringList mimeTypes() const override { return {itemFormat}; }
   QMimeData* mimeData(const QList<QListWidgetItem*>& dragged) const override;
 
  private:
+  void tellCurrent();
+
   bool hasPages = false;
   bool isPressedAgain = false;  // whether the mouse button went down on the current row
 };
