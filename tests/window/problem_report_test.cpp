@@ -152,5 +152,16 @@ TEST_F(ProblemReportTest, ThatCannotBeSavedSaysWhy) {
   EXPECT_THAT(open.window->failures().constFirst().toStdString(), HasSubstr("report.drive"));
 }
 
+TEST_F(ProblemReportTest, IsReadFromTheLeftInEveryLanguage) {
+  open.choose("languages", "ar");
+  Qt::LayoutDirection shown = Qt::RightToLeft;
+  answers.choose("REPORT", {[&shown](QWidget& dialog) {
+                   shown = dialog.findChild<QWidget*>("report")->layoutDirection();
+                   Testing::escape(dialog);
+                 }});
+  EXPECT_EQ(shown, Qt::LeftToRight);
+  open.choose("languages", "en-US");
+}
+
 }  // namespace
 }  // namespace Window

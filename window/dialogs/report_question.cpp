@@ -20,6 +20,7 @@ QPlainTextEdit* addReport(QVBoxLayout& column, const QString& name) {
   auto* shown = new QPlainTextEdit;
   shown->setObjectName("report");
   shown->setReadOnly(true);
+  shown->setLayoutDirection(Qt::LeftToRight);  // as scripts are
   shown->setTabChangesFocus(true);
   shown->setLineWrapMode(QPlainTextEdit::NoWrap);
   shown->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));

@@ -63,6 +63,7 @@ Inspector::Inspector(QWidget* parent)
 QWidget* Inspector::buildTracePage() {
   events->setObjectName("events");
   events->setReadOnly(true);
+  events->setLayoutDirection(Qt::LeftToRight);  // as scripts are
   events->setLineWrapMode(QPlainTextEdit::NoWrap);
   events->setMaximumBlockCount(static_cast<int>(mostEvents));
   events->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
