@@ -12,6 +12,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
+#include <QTreeView>
 
 #include <fstream>
 
@@ -123,6 +124,23 @@ TEST_F(PrintingTest, ThatFailsSaysWhyAndLeavesTheFileAsItWas) {
   std::string kept;
   std::getline(std::ifstream(out.toStdString()), kept);
   EXPECT_EQ(kept, "as it was");
+}
+
+TEST_F(PrintingTest, AsksForAFileWithTheFactsOfOthersInFull) {
+  std::vector<std::string> cutOff = {"nothing shown"};
+  answers.choose("OPEN", {[&](QWidget& dialog) {
+                   auto& files = *dialog.findChild<QTreeView*>("treeView");
+                   Testing::waitUntil([&] { return files.model()->rowCount(files.rootIndex()) > 0; });
+                   QCoreApplication::processEvents();
+                   cutOff.clear();
+                   for (int column = 0; column < files.model()->columnCount(); ++column)
+                     if (files.columnWidth(column) < static_cast<QAbstractItemView&>(files).sizeHintForColumn(column))
+                       cutOff.push_back(std::to_string(column));
+                   const auto& places = *dialog.findChild<QListView*>("sidebar");
+                   if (places.viewport()->width() < places.sizeHintForColumn(0)) cutOff.emplace_back("places");
+                   Testing::escape(dialog);
+                 }});
+  EXPECT_EQ(cutOff, std::vector<std::string>());
 }
 
 TEST_F(PrintingTest, TellsOfAFaceThatIsMissing) {

@@ -1,8 +1,26 @@
 #include "window/dialogs/file_question.h"
 
 #include <QFileDialog>
+#include <QHeaderView>
+#include <QListView>
+#include <QTreeView>
 
 namespace Window {
+namespace {
+
+// The toolkit's own dialog gives the facts of a file, and the places beside them, less room than they need.
+void makeRoom(QFileDialog& dialog) {
+  if (auto* places = dialog.findChild<QListView*>("sidebar"); places != nullptr)
+    places->setMinimumWidth(places->sizeHintForColumn(0) + 2 * places->frameWidth());
+  const auto* files = dialog.findChild<QTreeView*>("treeView");
+  if (files == nullptr) return;  // the desktop's dialog
+  QHeaderView& header = *files->header();
+  header.setStretchLastSection(false);
+  header.setSectionResizeMode(QHeaderView::ResizeToContents);
+  header.setSectionResizeMode(0, QHeaderView::Stretch);
+}
+
+}  // namespace
 
 std::optional<std::filesystem::path> askForFile(const FileQuestion& question, const Texts& texts, QWidget* parent) {
   const bool isToWrite = !question.ending.isEmpty();
@@ -12,6 +30,7 @@ std::optional<std::filesystem::path> askForFile(const FileQuestion& question, co
   dialog.setLabelText(QFileDialog::Accept, texts(isToWrite ? "SAVE" : "OPEN_BUTTON"));
   if (isToWrite) dialog.setDefaultSuffix(question.ending);
   if (!question.offered.isEmpty()) dialog.selectFile(question.offered);
+  makeRoom(dialog);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
   return dialog.selectedFiles().constFirst().toStdU16String();
 }
