@@ -54,7 +54,8 @@ class Keys {
   static QString inBrackets(const QString& text, char letter) {
     qsizetype end = text.size();
     while (end > 0 && !text[end - 1].isLetterOrNumber() && text[end - 1] != ')') --end;
-    const bool isApart = end > 0 && text[end - 1].script() == QChar::Script_Latin;
+    const auto script = end > 0 ? text[end - 1].script() : QChar::Script_Han;
+    const bool isApart = script == QChar::Script_Latin || script == QChar::Script_Arabic;
     return QString(text).insert(end, QLatin1String(isApart ? " (&" : "(&") + QLatin1Char(letter) + ')');
   }
 
