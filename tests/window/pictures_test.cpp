@@ -12,6 +12,8 @@
 #include <QContextMenuEvent>
 #include <QDrag>
 #include <QRadioButton>
+#include <QSlider>
+#include <QSpinBox>
 #include <QTimer>
 
 namespace Window {
@@ -149,20 +151,24 @@ TEST(Swatches, HaveAnEdgeThatIsSeenOnLightAndDark) {
   }
 }
 
-// The boxes of check boxes and radio buttons, which styles draw darker than the window.
+// The edges of what is pressed, chosen and filled in, which styles draw darker than the window.
 TEST(Edges, AreSeenOnBlack) {
   useContrastStyle();
   QCheckBox box;
   QRadioButton radio;
-  for (QAbstractButton* button : {static_cast<QAbstractButton*>(&box), static_cast<QAbstractButton*>(&radio)}) {
+  QSpinBox number;
+  number.setSpecialValueText(" ");  // no digits
+  QListWidget list;
+  QSlider slider;
+  for (QWidget* edged : std::initializer_list<QWidget*>{&box, &radio, &number, &list, &slider}) {
     QPalette black(Qt::white, Qt::black, Qt::black, Qt::black, Qt::black, Qt::white, Qt::white, Qt::black, Qt::black);
-    button->setPalette(black);
-    button->resize(button->sizeHint());
-    const QImage drawn = button->grab().toImage();
+    edged->setPalette(black);
+    edged->resize(edged->sizeHint());
+    const QImage drawn = edged->grab().toImage();
     double best = 1;
     for (int x = 0; x < drawn.width(); ++x)
       for (int y = 0; y < drawn.height(); ++y) best = std::max(best, contrast(drawn.pixelColor(x, y), Qt::black));
-    EXPECT_GT(best, 7) << button->metaObject()->className();
+    EXPECT_GT(best, 7) << edged->metaObject()->className();
   }
 }
 
