@@ -1,7 +1,10 @@
 // The kiln command. Its subcommands are thin layers over the host, the print side and the faces.
 #include "app/commands/commands.h"
+#include "app/documents/completion.h"
+#include "app/documents/manual.h"
 #include "app/failure.h"
 #include "app/help_formatter.h"
+#include "app/host_options.h"
 #include "app/messages.h"
 #include "app/parser_words.h"
 #include "app/system/platform.h"
@@ -95,18 +98,28 @@ std::string helpCommand(const CLI::App& kiln) {
   return chosen.empty() ? "kiln --help" : "kiln " + chosen.front()->get_name() + " --help";
 }
 
-// Parses the command line. Frees the parser's memory before the result runs.
-App::Run parse(std::vector<std::string> words) {
-  CLI::App kiln(
-      Formats::sentence("The effect tab of a printer driver's preferences: watch it, test it, and print with it."),
-      "kiln");
+#ifdef KILN_WITHOUT_PRINTING
+App::Run documenting(const CLI::App&, const std::vector<std::string>&) { return {}; }
+#else
+// What shells and packages ask for, which no help tells; empty for other words.
+App::Run documenting(const CLI::App& kiln, const std::vector<std::string>& words) {
+  if (words.size() == 2 && words.front() == "--manual") {
+    App::writeManual(kiln, App::toPath(words.back()));
+    return telling({});
+  }
+  if (!words.empty() && words.front() == "--complete")
+    return telling(App::completions(kiln, {words.begin() + 1, words.end()}));
+  return {};
+}
+#endif
+
+void declare(CLI::App& kiln, App::Run& run) {
   kiln.footer(Formats::sentence(footer));
   kiln.set_version_flag("--version", "kiln " KILN_VERSION, Formats::sentence("Tells the version"));
   kiln.set_help_flag("-h,--help", Formats::sentence("Tells what the command does"));
   kiln.allow_windows_style_options(false);
   kiln.formatter(std::make_shared<App::HelpFormatter>());
   kiln.require_subcommand(0, 1);
-  App::Run run;
 #ifndef KILN_WITHOUT_PRINTING
   App::addShow(kiln, run);
   App::addPrint(kiln, run);
@@ -121,6 +134,16 @@ App::Run parse(std::vector<std::string> words) {
   App::addDrive(kiln, run);
   App::addCheck(kiln, run);
   addHelp(kiln, run);
+}
+
+// Parses the command line. Frees the parser's memory before the result runs.
+App::Run parse(std::vector<std::string> words) {
+  CLI::App kiln(
+      Formats::sentence("The effect tab of a printer driver's preferences: watch it, test it, and print with it."),
+      "kiln");
+  App::Run run;
+  declare(kiln, run);
+  if (const App::Run asked = documenting(kiln, words)) return asked;
   std::reverse(words.begin(), words.end());  // the parser expects reverse order
   try {
     kiln.parse(words);

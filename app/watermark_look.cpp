@@ -57,19 +57,19 @@ void demandOneOf(const std::optional<std::string>& word, const std::vector<std::
                            Formats::didYouMean(all, *word));
 }
 
-std::vector<std::string> styleNames() {
+}  // namespace
+
+std::vector<std::string> watermarkStyles() {
   std::vector<std::string> names;
   for (const Formats::Name style : styles) names.push_back(Formats::toUtf8(style));
   return names;
 }
 
-std::vector<std::string> placeNames() {
+std::vector<std::string> watermarkPlaces() {
   std::vector<std::string> names;
   for (const Place& place : places) names.emplace_back(place.name);
   return names;
 }
-
-}  // namespace
 
 void WatermarkLook::declare(CLI::App& command, const std::string& start) {
   const auto add = [&](const char* name, std::optional<std::string>& value, const char* type, const std::string& help) {
@@ -92,7 +92,8 @@ bool WatermarkLook::isGiven() const {
 }
 
 void WatermarkLook::demandValid() const {
-  demandOneOf(style, styleNames(), Formats::sentenceTemplate("The style of a watermark cannot be {1}; it can be {2}."));
+  demandOneOf(style, watermarkStyles(),
+              Formats::sentenceTemplate("The style of a watermark cannot be {1}; it can be {2}."));
   demandNumber(size, 6, 300,
                Formats::sentenceTemplate(
                    "The size of a watermark cannot be {1}: it is a whole number from {2} to {3}, in points."));
@@ -103,7 +104,8 @@ void WatermarkLook::demandValid() const {
       transparency, 0, 100,
       Formats::sentenceTemplate(
           "The transparency of a watermark cannot be {1}: it is a whole number from {2} to {3}, in per cent."));
-  demandOneOf(place, placeNames(), Formats::sentenceTemplate("The place of a watermark cannot be {1}; it can be {2}."));
+  demandOneOf(place, watermarkPlaces(),
+              Formats::sentenceTemplate("The place of a watermark cannot be {1}; it can be {2}."));
   if (colour && !Formats::isColour(toUtf16(*colour)))
     throw std::runtime_error(Formats::sentence(
         "The colour of a watermark cannot be {1}: write it as #RRGGBB, in hexadecimal digits.", inQuotes(*colour)));

@@ -7,6 +7,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace App {
 
@@ -36,6 +37,10 @@ struct WatermarkLook {
   // What to set so that a watermark prints like this.
   Refhost::TracePairs properties() const;
 };
+
+// The names of the styles and of the places on a page.
+std::vector<std::string> watermarkStyles();
+std::vector<std::string> watermarkPlaces();
 
 // Throws std::runtime_error, one sentence, when no watermark can have that text.
 void demandWatermarkText(const std::string& text);
