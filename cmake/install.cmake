@@ -1,9 +1,11 @@
 # Where the product is installed, and how others find it. Programs find their files relative to themselves, so that an
 # installed tree can be moved as a whole. Components:
 #
-#   runtime      the program, the plug-in, the modules but the window, the resources
-#   window       the window, which needs the windowing toolkit
+#   runtime      the program, the plug-in, the other modules, the resources; its manual and completion
+#   pictures     the module that draws pages; the rest works without it
+#   window       the window, which needs the windowing toolkit, and its entry in menus
 #   development  the contract's headers, the descriptions for CMake and pkg-config, the examples
+#   queue        the filter of print queues: by this name alone, and outside the prefix
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME runtime)
@@ -61,4 +63,4 @@ kiln_way(KILN_RESOURCES_FROM_PKGCONFIG ${kilnPkgConfig} ${KILN_RESOURCES_DESTINA
 configure_file(${CMAKE_CURRENT_LIST_DIR}/package/kiln.pc.in ${PROJECT_BINARY_DIR}/package/kiln.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/package/kiln.pc DESTINATION ${kilnPkgConfig} COMPONENT development)
 
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/kiln COMPONENT development)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libkiln-dev COMPONENT development)

@@ -31,14 +31,17 @@ contains() { grep -qE "$2" <<<"$1"; }
 contains_none() { ! grep -E "$2" <<<"$1"; }
 
 install_component() { DESTDIR=$work/$1 cmake --install "$build" --prefix /opt/kiln --component "$1" >/dev/null; }
-for component in runtime window development; do install_component "$component"; done
+for component in runtime pictures window development; do install_component "$component"; done
 runtime=$(files runtime/opt/kiln)
+pictures=$(files pictures/opt/kiln)
 window=$(files window/opt/kiln)
 development=$(files development/opt/kiln)
 fact "the runtime has the program" contains "$runtime" '^\./bin/kiln$'
 fact "the runtime has the plug-in" contains "$runtime" '^\./lib.*/kiln/Zorvueffect\.so$'
 fact "the runtime has the layouts and models" contains "$runtime" '^\./share/kiln/effect/content/tab_effect\.xul$'
 fact "the runtime has neither the window nor headers" contains_none "$runtime" 'window|\.h$'
+fact "the module that draws pages is a component of its own, and nothing else" \
+  contains "$pictures" '^\./lib[^[:space:]]*/kiln/kiln-pictures\.so$'
 fact "the window is a component of its own" contains "$window" '^\./lib.*/kiln/kiln-window\.so$'
 fact "the window is nothing else" contains_none "$window" 'bin/|pictures|\.h$|share/kiln/(base|effect|models)'
 fact "development has the headers" contains "$development" '^\./include/kiln/plugin\.h$'
@@ -49,7 +52,7 @@ mv first moved
 prefix=$work/moved
 modules=$(dirname "$(find "$prefix" -name Zorvueffect.so)")
 all=$(files "$prefix")
-together=$(printf '%s\n' "$runtime" "$window" "$development" | sort)
+together=$(printf '%s\n' "$runtime" "$pictures" "$window" "$development" | sort)
 fact "the components are all that is installed, each file once" diff <(echo "$all") <(echo "$together")
 no_search_path() { ! readelf -d "$prefix/bin/kiln" "$modules"/*.so | grep -E 'RPATH|RUNPATH'; }
 fact "no installed file has a search path of its own" no_search_path
@@ -57,7 +60,7 @@ no_build_path() { ! grep -rlF -e "$build" -e "$work/first" "$prefix/share"; }
 fact "no description names the build, or the prefix before the move" no_build_path
 
 # The examples by CMake, from the installed copy.
-examples=$prefix/share/doc/kiln/examples
+examples=$prefix/share/doc/libkiln-dev/examples
 configure() {
   cmake -S "$examples" -B examples -G Ninja -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_PREFIX_PATH="$prefix" \
     -DCMAKE_CXX_FLAGS="-Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Werror"
