@@ -12,11 +12,11 @@ set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME runtime)
 set(CMAKE_SKIP_INSTALL_RPATH ON)
 
 # Windows looks for libraries beside the program.
+set(modules ${CMAKE_INSTALL_LIBDIR}/kiln)
 if(WIN32)
-  set(KILN_MODULES_DESTINATION ${CMAKE_INSTALL_BINDIR})
-else()
-  set(KILN_MODULES_DESTINATION ${CMAKE_INSTALL_LIBDIR}/kiln)
+  set(modules ${CMAKE_INSTALL_BINDIR})
 endif()
+set(KILN_MODULES_DESTINATION ${modules} CACHE STRING "Where the plug-in and the other modules are installed")
 set(KILN_RESOURCES_DESTINATION ${CMAKE_INSTALL_DATADIR}/kiln)
 
 # Sets `variable` to the way from one destination to another.
@@ -63,4 +63,5 @@ kiln_way(KILN_RESOURCES_FROM_PKGCONFIG ${kilnPkgConfig} ${KILN_RESOURCES_DESTINA
 configure_file(${CMAKE_CURRENT_LIST_DIR}/package/kiln.pc.in ${PROJECT_BINARY_DIR}/package/kiln.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/package/kiln.pc DESTINATION ${kilnPkgConfig} COMPONENT development)
 
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libkiln-dev COMPONENT development)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libkiln-dev
+  COMPONENT development)

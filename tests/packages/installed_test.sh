@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs a build below a folder, as a package has it, and holds what is there to the places where a distribution looks.
+# Installs a build below a folder, as a package has it, and looks for everything where a distribution looks for it.
 #
 #   installed_test.sh BUILD-FOLDER
 set -euo pipefail
