@@ -124,6 +124,7 @@ void declare(CLI::App& kiln, App::Run& run) {
   App::addShow(kiln, run);
   App::addPrint(kiln, run);
   App::addFilter(kiln, run);
+  App::addQueue(kiln, run);
   App::addSample(kiln, run);
   App::addPicture(kiln, run);
 #endif

@@ -20,6 +20,7 @@ void addOverlayCreation(CLI::App& overlay, Run& run);
 void addPicture(CLI::App& kiln, Run& run);
 void addPrint(CLI::App& kiln, Run& run);
 void addProfile(CLI::App& kiln, Run& run);
+void addQueue(CLI::App& kiln, Run& run);
 void addSample(CLI::App& kiln, Run& run);
 void addShow(CLI::App& kiln, Run& run);
 void addTicket(CLI::App& kiln, Run& run);

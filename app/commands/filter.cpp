@@ -1,16 +1,15 @@
 // kiln filter: a print queue filter with the CUPS command line.
-#include "app/choices.h"
 #include "app/commands/commands.h"
 #include "app/failure.h"
 #include "app/job_options.h"
 #include "app/messages.h"
-#include "app/opening.h"
+#include "app/queue/queue_settings.h"
 #include "app/silent_run.h"
-#include "app/system/account.h"
 #include "app/system/confinement.h"
 #include "app/system/installed_fonts.h"
 #include "app/system/interruption.h"
 #include "app/system/standard_files.h"
+#include "files/disk.h"
 #include "files/path_text.h"
 #include "formats/overlay_index.h"
 #include "formats/sentences.h"
@@ -23,6 +22,7 @@
 #include <cstdlib>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <system_error>
 
 namespace App {
@@ -43,10 +43,11 @@ and on top what the job's options say, "kiln-MirrorImage=MirrorImage" for exampl
 
 Exit status: 0 when the pages were written, 1 when they were not.)");
 
+using JobOptions = std::vector<std::pair<std::string, std::string>>;
+
 struct FilterOptions {
-  HostOptions host;
-  std::string tickets = "/etc/kiln";
-  std::vector<std::string> allowed;
+  QueueSettings queue;
+  std::string queues = defaultQueuesFolder;
   bool countsPages = false;
 };
 
@@ -79,64 +80,18 @@ Call toCall(const std::vector<std::string>& words) {
   return {words[1], words[3], words[4], words.size() == 6 ? words[5] : "-"};
 }
 
-// Rejects world-writable files, which must not affect other users' jobs.
-void demandGuarded(const fs::path& path) {
-  if ((fs::status(path).permissions() & fs::perms::others_write) != fs::perms::none)
-    throw std::runtime_error(
-        Formats::sentence("{1} may be changed by everybody: take that permission from others.", path.string()));
-}
-
-// The queue's ticket, set by the administrator; empty when there is none.
-fs::path ticketOfQueue(const fs::path& folder) {
-  const char* printer = std::getenv("PRINTER");
-  const std::string queue = printer == nullptr ? "" : printer;
-  if (queue.empty()) return {};
-  if (queue.front() == '.' || queue.find('/') != queue.npos)
-    throw std::runtime_error(Formats::sentence("No ticket can be named after the queue {1}.", Formats::quoted(queue)));
-  fs::path ticket = folder / (queue + ".xml");
-  if (!isThere(folder) || !isThere(ticket)) return {};
-  demandGuarded(folder);
-  demandGuarded(ticket);
-  return ticket;
-}
-
 void warn(std::string_view sentence) { message(Message::warning, sentence); }
 
-// Sets up the settings saved in the window for the model: from the administrator's home, else from the job's user. Does
-// not create a home.
-void takeKeptSettings(Refhost::Options& options, const std::string& user) {
-  fs::path home = options.home;
-  const Account account = runningAccount();
-  if (home.empty() && account.name == user) home = account.folder;
-  if (home.empty()) return;
-  const auto kept = keptIn(home, options, warn);
-  if (!kept) return;
-  message(Message::debug, Formats::sentence("The settings are those kept in {1}.", home.string()));
-  options.home = home;
-  options.properties = *kept;
-}
-
-// Jobs may only set properties with listed options, so that they cannot pass paths or texts to a process that runs as
-// another user.
-void demandAllowable(const std::string& property, const Refhost::PropertyModel& model) {
-  const std::u16string name = Formats::toUtf16(property);
-  demandSettable(model, name);
-  const auto known = std::ranges::find(model.description().properties, name, &Refhost::PropertyDescription::name);
-  if (known->options.empty())
-    throw std::runtime_error(Formats::sentence(
-        "The property {1} takes any text and so cannot be allowed to jobs: take it from the options of kiln.",
-        Formats::quoted(property)));
-}
-
-// The job's settings, limited to properties that the administrator allows.
-Refhost::TracePairs jobChoices(const Call& call, const FilterOptions& given, const Refhost::PropertyModel& model) {
+// The settings of properties among the job's options, limited to those that the administrator allows.
+Refhost::TracePairs jobSettings(const JobOptions& jobOptions, const QueueSettings& queue,
+                                const Refhost::PropertyModel& model) {
   constexpr std::string_view prefix = "kiln-";
-  for (const std::string& property : given.allowed) demandAllowable(property, model);
+  for (const std::string& property : queue.allowed) demandAllowable(property, model);
   Refhost::TracePairs choices;
-  for (const auto& [name, value] : parseJobOptions(call.options)) {
+  for (const auto& [name, value] : jobOptions) {
     if (!name.starts_with(prefix)) continue;
     const std::string property = name.substr(prefix.size());
-    if (std::ranges::find(given.allowed, property) == given.allowed.end())
+    if (std::ranges::find(queue.allowed, property) == queue.allowed.end())
       throw std::runtime_error(Formats::sentence(
           "This queue takes no option {1} from a job: its administrator has to allow it.", Formats::quoted(name)));
     choices.emplace_back(Formats::toUtf16(property), Formats::toUtf16(value));
@@ -144,21 +99,42 @@ Refhost::TracePairs jobChoices(const Call& call, const FilterOptions& given, con
   return choices;
 }
 
-Press::Effects effectsOf(const Call& call, const FilterOptions& given) {
-  Refhost::Options options = given.host.resolve();
-  const fs::path ticket = ticketOfQueue(toPath(given.tickets));
-  if (ticket.empty())
-    takeKeptSettings(options, call.user);
-  else
-    message(Message::debug, Formats::sentence("The settings are those in {1}.", ticket.string()));
+std::string environment(const char* name) {
+  const char* const value = std::getenv(name);
+  return value == nullptr ? "" : value;
+}
 
-  SilentRun run(options, warn);
-  if (!ticket.empty()) run.takeTicket(ticket);
-  const Refhost::TracePairs choices = jobChoices(call, given, run.preferences().model());
-  if (ticket.empty() && options.properties.empty() && choices.empty())
+// What the queue's options are by default, as its administrator may have set them since, and on top the job's choices.
+OptionChoices jobChoices(const JobOptions& jobOptions, const OptionChoices& defaults) {
+  OptionChoices choices;
+  const std::string description = environment("PPD");
+  constexpr std::size_t longest = 16u << 20u;
+  if (!description.empty())
+    for (const auto& [option, choice] : effectDefaults(Files::realDisk().read(toPath(description), longest)))
+      if (defaults.contains(option)) choices[option] = choice;
+  for (const auto& [option, choice] : offeredChoices(jobOptions)) choices[option] = choice;
+  return choices;
+}
+
+Press::Effects effectsOf(const Call& call, const FilterOptions& given) {
+  QueueSettings settings = given.queue;
+  const std::string queue = environment("PRINTER");
+  std::optional<QueueFolder> kept;
+  if (!queue.empty()) kept.emplace(toPath(given.queues), queue);
+  const bool isEnabled = kept && kept->exists();
+  if (isEnabled) takeLines(kept->read(kept->settings()), kept->settings(), settings);
+
+  const fs::path ticket = ticketOfQueue(settings, kept ? &*kept : nullptr, queue);
+  const QueueRun opened = openQueue(settings, ticket, call.user, warn);
+  if (!opened.source.empty()) message(Message::debug, opened.source);
+  const JobOptions jobOptions = parseJobOptions(call.options);
+  const Refhost::TracePairs set = jobSettings(jobOptions, settings, opened.run->preferences().model());
+  const OptionChoices choices = isEnabled ? jobChoices(jobOptions, settings.defaults) : OptionChoices();
+  if (!opened.isSet && set.empty() && choices.empty())
     message(Message::warning, Formats::sentence("Nothing says how this queue prints, so the job stays as it is."));
-  run.choose(choices);
-  return Press::effectsFromProperties(run.accept());
+  chooseOffered(*opened.run, settings.allowed, settings.defaults, choices);
+  opened.run->choose(set);
+  return Press::effectsFromProperties(opened.run->accept());
 }
 
 // The job is the one input that anybody can send: whatever it makes of this process can then read nothing but that job,
@@ -247,15 +223,20 @@ void addFilter(CLI::App& kiln, Run& run) {
   command.footer(Formats::sentence(footer));
   // Everything from the job's number on is untrusted, including a title that may look like an option.
   command.prefix_command();
-  command.add_option("--tickets", given->tickets, Formats::sentence("The folder of the queues' PrintTickets"))
+  command
+      .add_option("--queues", given->queues, Formats::sentence("The folder where \"kiln queue\" keeps its settings"))
       ->type_name("DIR")
       ->capture_default_str();
-  addRepeatable(command, "--allow", given->allowed,
+  command.add_option("--tickets", given->queue.tickets, Formats::sentence("The folder of the queues' PrintTickets"))
+      ->type_name("DIR")
+      ->capture_default_str();
+  addRepeatable(command, "--allow", given->queue.allowed,
                 Formats::sentence("Lets jobs choose this property by an option \"kiln-NAME\""))
       ->type_name("NAME");
   command.add_flag("--count-pages", given->countsPages,
                    Formats::sentence("Tells the scheduler the pages, on a queue with no other filter that does"));
-  given->host.declare(command, Formats::sentence("Takes what \"kiln show\" keeps in this folder, whoever prints"));
+  given->queue.host.declare(command,
+                            Formats::sentence("Takes what \"kiln show\" keeps in this folder, whoever prints"));
   command.callback(
       [&run, &command, given] { run = [given, words = command.remaining()] { return filter(*given, words); }; });
 }

@@ -11,15 +11,6 @@ namespace {
 
 constexpr std::size_t mostBytes = std::size_t{1} << 20;
 
-// "Details...", "詳細(S)..." and "鏡像(I)" without what only a control needs.
-std::u16string_view withoutMarks(std::u16string_view label) {
-  constexpr std::u16string_view dots = u"...";
-  if (label.ends_with(dots)) label.remove_suffix(dots.size());
-  const bool hasKey = label.size() > 3 && label.ends_with(u')') && label[label.size() - 3] == u'(';
-  if (hasKey) label.remove_suffix(3);
-  return label;
-}
-
 std::string escaped(std::string_view text) {
   std::string html;
   for (const char unit : text) {
@@ -34,6 +25,14 @@ std::string escaped(std::string_view text) {
 }
 
 }  // namespace
+
+std::u16string_view labelAsText(std::u16string_view label) {
+  constexpr std::u16string_view dots = u"...";
+  if (label.ends_with(dots)) label.remove_suffix(dots.size());
+  const bool hasKey = label.size() > 3 && label.ends_with(u')') && label[label.size() - 3] == u'(';
+  if (hasKey) label.remove_suffix(3);
+  return label;
+}
 
 std::u16string helpPage(const ChromeFolders& chrome, const std::string& locale, std::u16string_view url,
                         std::u16string_view topic) {
@@ -77,7 +76,7 @@ std::optional<std::string> readHelp(const ChromeFolders& chrome, const StringTab
     rest.remove_prefix(place);
     const std::size_t length = std::min(rest.find(';'), rest.size() - 1) + 1;
     const std::u16string text = strings.resolve(Formats::toUtf16(rest.substr(0, length)));
-    html += escaped(Formats::toUtf8(withoutMarks(text)));
+    html += escaped(Formats::toUtf8(labelAsText(text)));
     rest.remove_prefix(length);
   }
   return html.append(rest);

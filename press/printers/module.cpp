@@ -1,6 +1,7 @@
 #include "press/printers/module.h"
 
 #include "formats/sentences.h"
+#include "press/printers/module_reason.h"
 
 #include <cups/cups.h>
 
@@ -20,20 +21,11 @@ namespace {
     Formats::sentenceTemplate("Host is down"),
 };
 
-// The service's words for its last answer.
-std::string reason() {
-  const char* const words = cupsLastErrorString();
-  return words == nullptr || *words == '\0' ? std::string(Formats::sentenceTemplate("it does not answer")) : words;
-}
-
-// Nobody is asked for the service's password on a terminal, or behind a window: a printer that wants one refuses.
-const char* noPassword(const char*, http_t*, const char*, const char*, void*) { return nullptr; }
-
 // The queues of this user; one with options of its own, an instance, is QUEUE/INSTANCE.
 class Destinations {
  public:
   Destinations() {
-    cupsSetPasswordCB2(noPassword, nullptr);
+    Press::askForNoPassword();
     count = cupsGetDests2(CUPS_HTTP_DEFAULT, &first);
   }
   ~Destinations() { cupsFreeDests(count, first); }
@@ -72,7 +64,7 @@ class SentJob {
   SentJob(const std::string& queue, const KilnPrintRequest& request, const Options& options)
       : printer(queue),
         number(cupsCreateJob(CUPS_HTTP_DEFAULT, printer.c_str(), request.title, options.count, options.options)) {
-    if (number == 0) throw std::runtime_error(reason());
+    if (number == 0) throw std::runtime_error(Press::lastReason());
     const http_status_t start =
         cupsStartDocument(CUPS_HTTP_DEFAULT, printer.c_str(), number, request.title, CUPS_FORMAT_PDF, 1);
     isStarted = start == HTTP_STATUS_CONTINUE;
@@ -88,20 +80,20 @@ class SentJob {
 
   void send(const char* bytes, std::size_t size) {
     if (cupsWriteRequestData(CUPS_HTTP_DEFAULT, bytes, size) != HTTP_STATUS_CONTINUE)
-      throw std::runtime_error(reason());
+      throw std::runtime_error(Press::lastReason());
   }
 
   int complete() {
     isStarted = false;
     if (cupsFinishDocument(CUPS_HTTP_DEFAULT, printer.c_str()) > IPP_STATUS_OK_CONFLICTING)
-      throw std::runtime_error(reason());
+      throw std::runtime_error(Press::lastReason());
     isComplete = true;
     return number;
   }
 
  private:
   [[noreturn]] void cancelAndThrow() const {
-    const std::string why = reason();
+    const std::string why = Press::lastReason();
     cupsCancelJob2(CUPS_HTTP_DEFAULT, printer.c_str(), number, 0);
     throw std::runtime_error(why);
   }
@@ -153,7 +145,7 @@ kilnListPrinters(KilnPrinterReceiver receiver, void (*fail)(void*, const char*),
     const Destinations all;
     if (all.begin() == all.end() && cupsLastError() > IPP_STATUS_OK_CONFLICTING &&
         cupsLastError() != IPP_STATUS_ERROR_NOT_FOUND) {
-      fail(context, reason().c_str());
+      fail(context, Press::lastReason().c_str());
       return 0;
     }
     for (const cups_dest_t& printer : all) {

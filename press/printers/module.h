@@ -29,11 +29,36 @@ using KilnSendToPrinter = int (*)(const KilnPrintRequest* request,
                                   int (*progress)(void* context, long long done, long long total),
                                   void (*fail)(void* context, const char* reason), void* context);
 
+// A queue of the print service. The reasons for its state are separated by commas; `description` is that of its printer
+// (PPD), null where it has none.
+struct KilnQueue {
+  int isClass;
+  int isTemporary;
+  const char* stateReasons;
+  const char* description;
+  unsigned long long size;
+};
+
+// Reads a queue. Returns 0 and passes a reason as above when the print service does not answer; returns 1 and passes
+// nothing to `receiver` when there is no such queue.
+using KilnReadQueue = int (*)(const char* name, void (*receiver)(void* context, const KilnQueue* queue),
+                              void (*fail)(void* context, const char* reason), void* context);
+
+// Whether the print service can use a description: 0 after passing a reason.
+using KilnCheckDescription = int (*)(const char* file, void (*fail)(void* context, const char* reason), void* context);
+
+// Gives a queue the description in a file. Returns 0 and passes a reason when it has the old one still.
+using KilnDescribeQueue = int (*)(const char* name, const char* file, void (*fail)(void* context, const char* reason),
+                                  void* context);
+
 }  // extern "C"
 
 namespace Press {
 
 inline constexpr const char* listPrintersSymbol = "kilnListPrinters";
 inline constexpr const char* sendToPrinterSymbol = "kilnSendToPrinter";
+inline constexpr const char* readQueueSymbol = "kilnReadQueue";
+inline constexpr const char* checkDescriptionSymbol = "kilnCheckDescription";
+inline constexpr const char* describeQueueSymbol = "kilnDescribeQueue";
 
 }  // namespace Press

@@ -1,45 +1,11 @@
 #include "press/printers/printers.h"
 
-#include "files/module.h"
-#include "files/product_files.h"
 #include "formats/sentences.h"
 #include "press/error.h"
-#include "press/printers/module.h"
-
-#include <stdexcept>
-#include <type_traits>
+#include "press/printers/loader.h"
 
 namespace Press {
 namespace {
-
-struct Functions {
-  KilnListPrinters list = nullptr;
-  KilnSendToPrinter send = nullptr;
-};
-
-Functions loadFunctions() {
-  const std::filesystem::path file = Files::productModule("kiln-printers.so");
-  std::string reason;
-  try {
-    Files::Module library(file);
-    library.keepLoaded();
-    Functions functions;
-    functions.list = library.function<std::remove_pointer_t<KilnListPrinters>>(listPrintersSymbol);
-    functions.send = library.function<std::remove_pointer_t<KilnSendToPrinter>>(sendToPrinterSymbol);
-    if (functions.list != nullptr && functions.send != nullptr) return functions;
-    reason = Formats::sentence("it is not the library of this program");
-  } catch (const std::runtime_error& problem) {
-    reason = problem.what();
-  }
-  throw Error(Formats::sentence("The system's printers cannot be used, because {1} cannot be loaded ({2}): print to a "
-                                "PDF file, or install the program again, and CUPS.",
-                                quoted(file), reason));
-}
-
-const Functions& functions() {
-  static const Functions loaded = loadFunctions();
-  return loaded;
-}
 
 struct Listing {
   std::vector<Printer> printers;
@@ -69,7 +35,7 @@ std::vector<Printer> systemPrinters() {
   const auto fail = [](void* context, const char* reason) {
     static_cast<Listing*>(context)->failure = Formats::sentence(reason);
   };
-  if (functions().list(&receivePrinter, fail, &listing) == 0)
+  if (printerFunctions().list(&receivePrinter, fail, &listing) == 0)
     throw Error(Formats::sentence("The system's printers cannot be listed ({1}): see that its print service runs.",
                                   listing.failure));
   return listing.printers;
@@ -84,7 +50,7 @@ std::string sendToPrinter(const std::filesystem::path& pdf, const PrinterJob& jo
   const std::string sides(job.sides ? sidesKeywords[static_cast<std::size_t>(*job.sides)] : "");
   const KilnPrintRequest request{job.printer.c_str(), job.title.c_str(), pdf.c_str(), job.copies,
                                  job.sides ? sides.c_str() : nullptr};
-  const int number = functions().send(&request, &reportSent, fail, &sending);
+  const int number = printerFunctions().send(&request, &reportSent, fail, &sending);
   if (number != 0) return job.printer.substr(0, job.printer.find('/')) + '-' + std::to_string(number);
   if (sending.isStopped) throw Stopped();
   throw Error(Formats::sentence("The printer {1} does not take the job ({2}): see that it is on and accepts jobs.",

@@ -14,7 +14,7 @@ namespace {
 namespace fs = std::filesystem;
 
 // The minimal description of a printer. Its page has no margins, so that pages keep their size.
-constexpr const char* description = R"ppd(*PPD-Adobe: "4.3"
+constexpr const char* minimalDescription = R"ppd(*PPD-Adobe: "4.3"
 *FormatVersion: "4.3"
 *FileVersion: "1.0"
 *LanguageVersion: English
@@ -123,13 +123,25 @@ void Scheduler::installFilter(const std::string& name, const std::string& script
 
 void Scheduler::installKiln(const std::string& options) {
   installFilter("kiln", "exec " + (folder / "opt" / "kiln" / "bin" / "kiln").string() + " filter --tickets " +
-                            tickets().string() + ' ' + options + " \"$@\"");
+                            tickets().string() + " --queues " + queues().string() + ' ' + options + " \"$@\"");
 }
 
 void Scheduler::addQueue(const std::string& name, const std::string& lines) {
+  addQueueWith(name, minimalDescription + lines);
+}
+
+void Scheduler::addQueueWith(const std::string& name, const std::string& content) {
+  std::vector<std::string> words = {"-p", name, "-E", "-v", "file://" + (folder / (name + ".pdf")).string()};
   const fs::path ppd = folder / (name + ".ppd");
-  writeFile(ppd, description + lines);
-  client("lpadmin", {"-p", name, "-E", "-v", "file://" + (folder / (name + ".pdf")).string(), "-P", ppd.string()});
+  if (!content.empty()) {
+    writeFile(ppd, content);
+    words.insert(words.end(), {"-P", ppd.string()});
+  }
+  client("lpadmin", words);
+}
+
+std::string Scheduler::description(const std::string& queue) const {
+  return readFile(folder / "cups" / "ppd" / (queue + ".ppd"));
 }
 
 void Scheduler::send(const std::string& queue, const fs::path& job, const std::vector<std::string>& words) {

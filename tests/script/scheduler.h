@@ -12,7 +12,7 @@
 
 class Scheduler {
  public:
-  // Installs kiln in `folder`, as in docs/print-queue.md, and starts.
+  // Installs kiln in `folder`, with the filter of docs/print-queue.md, and starts.
   explicit Scheduler(const std::filesystem::path& folder);
 
   // Stops the scheduler and its jobs.
@@ -25,8 +25,13 @@ class Scheduler {
   void installFilter(const std::string& name, const std::string& script);
   void installKiln(const std::string& options);
 
-  // Adds a queue that prints to a file, with these lines in its description (PPD).
+  // Adds a queue that prints to a file, with these lines in its description (PPD), or with this whole one; an empty one
+  // makes a raw queue.
   void addQueue(const std::string& name, const std::string& lines);
+  void addQueueWith(const std::string& name, const std::string& description);
+
+  // The description of a queue, byte by byte.
+  std::string description(const std::string& queue) const;
 
   // Sends a job, with additional arguments for "lp".
   void send(const std::string& queue, const std::filesystem::path& job, const std::vector<std::string>& words = {});
@@ -47,6 +52,9 @@ class Scheduler {
   // Where the filters have their temporary files, and where kiln looks for the tickets of the queues.
   std::filesystem::path temporary() const { return folder / "tmp"; }
   std::filesystem::path tickets() const { return folder / "etc" / "kiln"; }
+
+  // Where "kiln queue" keeps its settings.
+  std::filesystem::path queues() const { return tickets() / "queues"; }
 
  private:
   void writeConfiguration();
