@@ -31,8 +31,9 @@ std::string_view escaped(char unit) {
 }  // namespace
 
 Roff::Roff(std::string_view name, std::string_view date, std::string_view source) {
-  // Not adjusted, since languages without spaces cannot be.
-  page = ".TH " + text(inCapitals(name)) + " 1 \"" + std::string(date) + "\" \"" + std::string(source) + "\"\n.ad l\n";
+  // Neither adjusted, which languages without spaces cannot be, nor hyphenated, since many words are to be typed.
+  page = ".TH " + text(inCapitals(name)) + " 1 \"" + std::string(date) + "\" \"" + std::string(source) +
+         "\"\n.ad l\n.nh\n";
 }
 
 std::string Roff::text(std::string_view plain) {
