@@ -88,8 +88,9 @@ The filter that puts the effects of zorvueffect on every job of a print
 queue, whatever program has sent it.
 .
 The settings of a queue are a file in /etc/kiln.")
-# The help of the commands names these.
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/zorvueffect
+# The help of the commands names these. The pictures in them would make the package half as large again.
+file(GLOB documents CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.md)
+install(FILES ${documents} DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/zorvueffect/docs
   COMPONENT zorvueffect-papers EXCLUDE_FROM_ALL)
 set(CPACK_DEBIAN_ZORVUEFFECT-CUPS_PACKAGE_CONTROL_EXTRA
   ${CMAKE_CURRENT_LIST_DIR}/package/debian/prerm ${CMAKE_CURRENT_LIST_DIR}/package/debian/postrm)

@@ -44,7 +44,7 @@ places=(
   'usr/share/icons/hicolor/scalable/apps/kiln\.svg'
   'usr/share/metainfo/org\.zorvueffect\.kiln\.metainfo\.xml'
   'usr/share/doc/zorvueffect/(copyright|changelog\.gz)'
-  'usr/share/doc/zorvueffect/docs/.+\.(md|png|svg)'
+  'usr/share/doc/zorvueffect/docs/[a-z-]+\.md'
   'usr/lib/cups/filter/kiln'
 )
 (cd root && find . -type f -printf '%P\n' | sort) >files
