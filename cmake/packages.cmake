@@ -87,7 +87,8 @@ kiln_package(zorvueffect-cups COMPONENTS queue SECTION graphics SETTINGS
 The filter that puts the effects of zorvueffect on every job of a print
 queue, whatever program has sent it.
 .
-The settings of a queue are a file in /etc/kiln.")
+As root, \"kiln queue enable NAME\" puts the effects on a queue. The print
+dialog of every program then offers them.")
 # The help of the commands names these. The pictures in them would make the package half as large again.
 file(GLOB documents CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.md)
 install(FILES ${documents} DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/zorvueffect/docs
