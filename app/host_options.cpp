@@ -27,6 +27,11 @@ void HostOptions::declare(CLI::App& command, const std::string& homeHelp) {
       ->default_str(Refhost::Options().model);
   command.add_option("--plugin", plugin, Formats::sentence("The plug-in library; by default the one of this kiln"))
       ->type_name("FILE");
+  command
+      .add_option("--marks", marks,
+                  Formats::sentence("Watermarks and overlays for everybody, a folder for each source"))
+      ->type_name("DIR")
+      ->capture_default_str();
   declarePlaces(command, homeHelp);
 }
 
@@ -43,6 +48,7 @@ Refhost::Options HostOptions::resolve() const {
   options.resources = resourceFolders(resources);
   if (!model.empty()) options.model = model;
   options.home = toPath(home);
+  options.sharedData = toPath(marks);
   options.fonts = installedFonts;
   return options;
 }

@@ -19,6 +19,9 @@ struct HostOptions {
   std::string plugin;
   std::vector<std::string> resources;
 
+  // The folder of the administrator's marks for all users.
+  std::string marks = "/etc/kiln/marks";
+
   // Declares them on a command. This object must live until the command runs.
   void declare(CLI::App& command, const std::string& homeHelp);
 

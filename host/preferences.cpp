@@ -22,6 +22,13 @@ void activateWithoutGui(Kiln::UIPlugin& plugin) {
     if (++calls == most) throw std::runtime_error(Formats::sentence("It asks for more than {1} calls.", most));
 }
 
+// Whether the folder is there, as far as that can be told.
+bool isFolder(Files::Disk& disk, const std::filesystem::path& path) {
+  bool found = false;
+  if (!path.empty()) Files::tryTo([&] { found = disk.kind(path) == Files::EntryKind::folder; });
+  return found;
+}
+
 }  // namespace
 
 Preferences::Preferences(Options options, Face& shownBy)
@@ -79,7 +86,12 @@ void Preferences::applyOptions() {
   settings.set(Setting::userPath, (home / "user").generic_u16string());
   settings.set(Setting::userProfile, (home / "profile").generic_u16string());
   settings.set(Setting::settingsFolder, u"overlays");
-  settings.set(Setting::localDataPath, (home / "localdata").generic_u16string());
+  const std::filesystem::path localData = home / "localdata";
+  settings.set(Setting::localDataPath, localData.generic_u16string());
+  if (isFolder(run->files.disk, runOptions.sharedData) && !isFolder(run->files.disk, localData)) {
+    settings.set(Setting::localDataPath, runOptions.sharedData.generic_u16string());
+    settings.set(Setting::userDataSupport, Formats::Value::yes);
+  }
   if (runOptions.mode != Mode::rootless) settings.set(Setting::uiMode, Formats::toUtf16(nameOf(runOptions.mode)));
   for (const auto& [key, value] : runOptions.settings) {
     if (value) {

@@ -42,6 +42,10 @@ struct Options {
   // run.
   std::filesystem::path home;
 
+  // Local data that an administrator provides for every user: one folder for each provider. Used where it exists and
+  // the home has no local data of its own; its entries are marked as downloaded. Empty for none.
+  std::filesystem::path sharedData = {};
+
   // Host settings that override the defaults; without a value the key does not exist.
   std::vector<std::pair<std::u16string, std::optional<std::u16string>>> settings;
   TracePairs properties;

@@ -94,6 +94,7 @@ Checking::Subject subjectOf(const CheckOptions& given) {
   HostOptions places;
   places.plugin = given.library;
   places.resources = given.resources;
+  places.marks.clear();
   const Refhost::Options options = places.resolve();
   std::error_code error;
   const auto library = std::filesystem::absolute(options.plugin);

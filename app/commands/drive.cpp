@@ -182,6 +182,7 @@ void addDrive(CLI::App& kiln, Run& run) {
   command
       .add_option("SCRIPT", given->script, Formats::sentence("The file with the commands; without it standard input"))
       ->type_name("");
+  given->host.marks.clear();  // a script finds the same on every machine
   given->host.declare(
       command,
       Formats::sentence("The folder for what a user keeps; without it a temporary one that goes with the run"));

@@ -71,8 +71,10 @@ bool isSameChoice(std::string_view one, std::string_view other) {
 std::vector<Mark> marksOf(SilentRun& run, const OfferedEffect& effect) {
   std::vector<Mark> marks;
   for (const ShownItem& item : shownItems(listOf(run, effect)))
-    if (!isNone(item) && item.value != Formats::Value::multiple)
+    if (!isNone(item) && item.value != Formats::Value::multiple) {
+      std::erase_if(marks, [&](const Mark& mark) { return mark.name == item.name; });
       marks.push_back({plainKeyword(item.name), item.name, item.value, item.index});
+    }
   std::vector<std::string> plain;
   for (const Mark& mark : marks) plain.push_back(mark.keyword);
   for (Mark& mark : marks) {

@@ -22,6 +22,7 @@ struct Mark {
   std::int32_t index = 0;
 };
 
+// Of several with one name, the last one: the administrator's.
 std::vector<Mark> marksOf(SilentRun& run, const OfferedEffect& effect);
 
 // Choose in the list. Throw std::runtime_error, one sentence, when that cannot be chosen now.

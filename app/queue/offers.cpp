@@ -65,8 +65,10 @@ std::u16string labelOf(SilentRun& run, Formats::Name widget) {
                         : demandWidget<Refhost::WidgetNode>(*run.preferences().gui(), widget).label();
 }
 
+// Several overlays are on, too, by another value.
 bool isOn(SilentRun& run, const OfferedEffect& effect) {
-  return run.preferences().model().value(effect.property) == std::u16string(effect.on);
+  const auto value = run.preferences().model().value(effect.property);
+  return effect.list.empty() ? value == std::u16string(effect.on) : value != std::u16string(Formats::Value::none);
 }
 
 QueueOption checkBox(bool isOnByDefault, const Texts& texts) {

@@ -44,6 +44,7 @@ void add(std::string& lines, const std::string& name, const std::string& value) 
 bool take(const std::string& name, const std::string& value, QueueSettings& settings) {
   if (name == "model") settings.host.model = value;
   if (name == "home") settings.host.home = value;
+  if (name == "marks") settings.host.marks = value;
   if (name == "plugin") settings.host.plugin = value;
   if (name == "resources") settings.host.resources.push_back(value);
   if (name == "tickets") settings.tickets = value;
@@ -51,7 +52,8 @@ bool take(const std::string& name, const std::string& value, QueueSettings& sett
   if (name == "allow") settings.allowed.push_back(value);
   if (const std::size_t space = value.find(' '); name == "default" && space != value.npos)
     settings.defaults[value.substr(0, space)] = value.substr(space + 1);
-  constexpr const char* names[] = {"model", "home", "plugin", "resources", "tickets", "language", "allow", "default"};
+  constexpr const char* names[] = {"model",   "home",     "marks", "plugin", "resources",
+                                   "tickets", "language", "allow", "default"};
   return std::ranges::find(names, name) != std::end(names);
 }
 
@@ -93,6 +95,7 @@ std::string toLines(const QueueSettings& settings) {
   std::string lines = "# \"kiln queue enable\" writes this file, and \"kiln filter\" reads it.\n";
   add(lines, "model", lastingModel(settings.host.model));
   add(lines, "home", absolute(settings.host.home));
+  add(lines, "marks", absolute(settings.host.marks));
   add(lines, "plugin", absolute(settings.host.plugin));
   for (const std::string& folder : settings.host.resources) add(lines, "resources", absolute(folder));
   add(lines, "tickets", absolute(settings.tickets));

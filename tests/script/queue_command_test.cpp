@@ -271,6 +271,53 @@ TEST_F(QueueOfKilnAlone, HasKeywordsForMarksWithAnyName) {
                         printedByCommand({"--watermark", "社外秘"})));
 }
 
+// The marks of a home, provided for everybody.
+class QueueWithMarksForAll : public QueueOfKilnAlone {
+ protected:
+  void SetUp() override {
+    QueueOfKilnAlone::SetUp();
+    fs::create_directories(home);  // for the filter, which runs as another user, to read
+    ASSERT_EQ(runKiln({"watermark", "add", "For us", "--home", home}).status, 0);
+    ASSERT_EQ(runKiln({"overlay", "create", "Letterhead", job.string(), "--home", home}).status, 0);
+    fs::create_directories(marks / "company");
+    fs::copy(path(home) / "user" / "ZVeffect.xml", marks / "company");
+    fs::copy(path(home) / "profile" / "overlays", marks / "company" / "overlays", fs::copy_options::recursive);
+  }
+
+  const path marks = testFolder() / "marks";
+  const std::string otherHome = (testFolder() / "other-home").string();
+};
+
+TEST_F(QueueWithMarksForAll, OffersAndPrintsThem) {
+  enabled({"--allow", "all", "--marks", marks.string()}, "alone");
+  EXPECT_THAT(options("alone"), AllOf(HasSubstr(" For_us "), HasSubstr("kilnOverlayImage/Overlay: *None Letterhead\n"),
+                                      HasSubstr("kilnOverlayLayering/Over the page (Overlay)")));
+  expectSound("alone");
+  EXPECT_TRUE(samePages(printed({"-o", "kilnWatermark=For_us"}, "alone"), printedByCommand({"--watermark", "For us"})))
+      << scheduler.log();
+  EXPECT_TRUE(samePages(printed({"-o", "kilnOverlayImage=Letterhead"}, "alone"),
+                        printedByCommand({"--overlay", "Letterhead"})));
+}
+
+TEST_F(QueueWithMarksForAll, LetAJobTurnSeveralOverlaysOfATicketOff) {
+  const std::string ticket = writeTicket({"--overlay", "Letterhead:1", "--overlay", "Letterhead:2-"});
+  enabled({"--ticket", ticket, "--allow", "all", "--marks", marks.string()}, "alone");
+  EXPECT_THAT(options("alone"), HasSubstr("kilnOverlayImage/Overlay: None Letterhead *Ticket\n"));
+  EXPECT_TRUE(samePages(printed({"-o", "kilnOverlayImage=None"}, "alone"), printedByCommand({})));
+}
+
+TEST_F(QueueWithMarksForAll, AreInTheListsOfEachUserAsDownloaded) {
+  EXPECT_THAT(runKiln({"watermark", "list", "--home", otherHome, "--marks", marks.string()}).out,
+              HasSubstr("For us\tdownloaded\n"));
+  EXPECT_EQ(runKiln({"overlay", "list", "--home", otherHome, "--marks", marks.string()}).out,
+            "Letterhead\tdownloaded\n");
+  const std::string none = runKiln({"overlay", "list", "--home", otherHome, "--marks", "/nowhere"}).out;
+  EXPECT_EQ(none, "");
+  fs::create_directories(path(otherHome) / "localdata");
+  EXPECT_EQ(runKiln({"overlay", "list", "--home", otherHome, "--marks", marks.string()}).out, "")
+      << "the home has local data of its own";
+}
+
 TEST_F(QueueCommand, RefusesQueuesThatCannotHaveEffects) {
   scheduler.addQueueWith("raw", "");
   scheduler.client("lpadmin", {"-p", "raw", "-c", "all"});
