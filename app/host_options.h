@@ -1,6 +1,7 @@
 // The options shared by all commands that open the preferences.
 #pragma once
 
+#include "app/system/user.h"
 #include "host/preferences.h"
 
 #include <CLI/CLI.hpp>
@@ -20,7 +21,7 @@ struct HostOptions {
   std::vector<std::string> resources;
 
   // The folder of the administrator's marks for all users.
-  std::string marks = "/etc/kiln/marks";
+  std::string marks = sharedMarksFolder();
 
   // Declares them on a command. This object must live until the command runs.
   void declare(CLI::App& command, const std::string& homeHelp);

@@ -1,4 +1,4 @@
-// Default locations of a user's data.
+// Default locations of data.
 #pragma once
 
 #include <filesystem>
@@ -12,6 +12,10 @@ std::filesystem::path userFolder();
 
 // The same for a user with this home folder. Empty when neither the environment nor `home` gives a folder. POSIX only.
 std::filesystem::path dataFolder(const std::filesystem::path& home);
+
+// Where an administrator provides marks for every user; empty on systems without a place that only administrators may
+// change.
+std::string sharedMarksFolder();
 
 // The user's locale among `locales`: the first preferred language that is available, with the same country if possible;
 // "en-US" when none is.

@@ -42,6 +42,8 @@ std::filesystem::path userFolder() {
 }
 
 // "de-CH" from "de_CH.UTF-8@euro".
+std::string sharedMarksFolder() { return "/etc/kiln/marks"; }
+
 std::vector<std::string> wantedLocales() {
   std::string wanted;
   for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"})

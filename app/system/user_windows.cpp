@@ -20,6 +20,8 @@ std::filesystem::path userFolder() {
   return std::filesystem::path(folder.get()) / "kiln";
 }
 
+std::string sharedMarksFolder() { return {}; }
+
 std::vector<std::string> wantedLocales() {
   ULONG count = 0;
   ULONG length = 0;
