@@ -53,14 +53,16 @@ void showItems(ItemList& list, Kiln::XUL::ListData& items) {
   }
 }
 
+// Rows that are there already stay, since screen readers would tell new ones, whatever the user does elsewhere.
 void showItems(QComboBox& combo, Kiln::XUL::ListData& items) {
-  combo.clear();
+  while (combo.count() > items.count()) combo.removeItem(combo.count() - 1);
   for (int i = 0; i < items.count(); ++i) {
     const auto item = items.at(i);
-    combo.addItem(iconOf(*item, combo), plainText(toQt(item->displayedText().view())));
+    if (i == combo.count()) combo.addItem(QString());
+    combo.setItemIcon(i, iconOf(*item, combo));
+    combo.setItemText(i, plainText(toQt(item->displayedText().view())));
     combo.setItemData(i, legibleIn(combo, colourOf(*item)), Qt::ForegroundRole);
   }
-  combo.setCurrentIndex(-1);
 }
 
 }  // namespace Window
