@@ -98,7 +98,7 @@ void PageBar::setTexts(const Texts& texts) {
   };
   name(*first, texts("FIRST_PAGE"));
   name(*back, texts("PREVIOUS_PAGE"));
-  number->setName(texts("GO_TO_PAGE"));
+  number->setName(texts("GO_TO"), texts("GO_TO_PAGE"));
   name(*forward, texts("NEXT_PAGE"));
   name(*last, texts("LAST_PAGE"));
   name(*smaller, QString(zoomOut->text()).remove('&'));

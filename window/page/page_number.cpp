@@ -25,8 +25,9 @@ QSize PageNumber::sizeHint() const {
 
 QSize PageNumber::minimumSizeHint() const { return {QSpinBox::minimumSizeHint().width(), sizeHint().height()}; }
 
-void PageNumber::setName(const QString& name) {
-  setToolTip(name);
+// The tip is the line's: readers would tell one of the box after its name.
+void PageNumber::setName(const QString& name, const QString& tip) {
+  lineEdit()->setToolTip(tip);
   for (QWidget* each : {static_cast<QWidget*>(this), static_cast<QWidget*>(lineEdit())}) each->setAccessibleName(name);
 }
 

@@ -11,8 +11,8 @@ class PageNumber final : public QSpinBox {
  public:
   explicit PageNumber(QWidget* parent);
 
-  // What the user can do with it, for its tip and screen readers.
-  void setName(const QString& name);
+  // What the user can do with it: for screen readers, which tell the words after it, and for its tip.
+  void setName(const QString& name, const QString& tip);
 
   // `words` has places for the number and the count, as QString::arg takes them. A count of 0 is a dash.
   void show(const QString& words, int number, int count);

@@ -45,6 +45,7 @@ PagePanel::PagePanel(QWidget* parent)
       strip(new PageStrip(artist, this)),
       bar(new PageBar(this)),
       size(new QLabel(this)),
+      notesRoom(new QScrollArea(this)),
       noted(new QWidget),
       overlays(new QLabel(noted)),
       notes(new QLabel(noted)) {
@@ -96,15 +97,14 @@ void PagePanel::build() {
   lines->addStretch();
 
   // The room of the notes is always the same, so that they do not move the page.
-  auto* room = new QScrollArea(this);
-  room->setObjectName("notesRoom");
-  setRole(*room, QAccessible::Grouping);
-  room->setFrameShape(QFrame::NoFrame);
-  room->setWidgetResizable(true);
-  room->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  room->setFocusPolicy(Qt::TabFocus);
-  room->setFixedHeight(linesOfNotes * fontMetrics().lineSpacing() + 2);
-  room->setWidget(noted);
+  notesRoom->setObjectName("notesRoom");
+  setRole(*notesRoom, QAccessible::Grouping);
+  notesRoom->setFrameShape(QFrame::NoFrame);
+  notesRoom->setWidgetResizable(true);
+  notesRoom->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  notesRoom->setFocusPolicy(Qt::NoFocus);
+  notesRoom->setFixedHeight(linesOfNotes * fontMetrics().lineSpacing() + 2);
+  notesRoom->setWidget(noted);
 
   auto* pages = new QHBoxLayout;
   pages->addWidget(strip);
@@ -114,7 +114,7 @@ void PagePanel::build() {
   layout->addLayout(pages, 1);
   layout->addWidget(bar);
   layout->addWidget(size);
-  layout->addWidget(room);
+  layout->addWidget(notesRoom);
 }
 
 void PagePanel::buildActions() {
@@ -152,7 +152,7 @@ void PagePanel::setTexts(const Texts& texts) {
   showsStrip->setText(texts("SHOW_STRIP"));
   strip->setAccessibleName(texts("PAGE_STRIP"));
   strip->setToolTip(texts("PAGE_STRIP"));
-  noted->parentWidget()->parentWidget()->setAccessibleName(texts("PAGE_NOTES"));
+  notesRoom->setAccessibleName(texts("PAGE_NOTES"));
   bar->setTexts(texts);
   paper->setToolTip(paperText);
   showPlace();
@@ -285,6 +285,15 @@ void PagePanel::showOverlays() {
   overlays->setText(isLong ? words.left(mostCharacters) + "..." : words);
   overlays->setToolTip(isLong ? toolTipOf(words, false) : QString());
   overlays->setVisible(!words.isEmpty());
+  showRoomOfNotes();
+}
+
+// Readers are told the notes when the focus comes, which passes by when there are none.
+void PagePanel::showRoomOfNotes() {
+  QStringList told{overlays->text(), notes->text()};
+  told.removeAll(QString());
+  notesRoom->setAccessibleDescription(told.join('\n'));
+  notesRoom->setFocusPolicy(told.isEmpty() ? Qt::NoFocus : Qt::TabFocus);
 }
 
 }  // namespace Window

@@ -10,6 +10,7 @@
 
 class QAction;
 class QLabel;
+class QScrollArea;
 
 namespace Window {
 
@@ -73,6 +74,7 @@ class PagePanel final : public QWidget {
   void showStrip();
   void showNotes();
   void showOverlays();
+  void showRoomOfNotes();
   QString paperNote() const;
 
   PageOrder order;
@@ -83,6 +85,7 @@ class PagePanel final : public QWidget {
   PageStrip* strip;
   PageBar* bar;
   QLabel* size;
+  QScrollArea* notesRoom;
   QWidget* noted;
   QLabel* overlays;
   QLabel* notes;
