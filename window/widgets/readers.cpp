@@ -49,7 +49,7 @@ class ComboReader final : public QAccessibleWidget, public QAccessibleTextInterf
   QString text(QAccessible::Text kind) const override {
     const QString own = QAccessibleWidget::text(kind);
     const bool isUnnamed = kind == QAccessible::Name && own.isEmpty();  // such as in the toolkit's dialogs
-    return kind == QAccessible::Value || isUnnamed ? combo().currentText() : own;
+    return kind == QAccessible::Value || isUnnamed ? shown() : own;
   }
   QAccessible::State state() const override {
     QAccessible::State state = QAccessibleWidget::state();
@@ -78,8 +78,8 @@ class ComboReader final : public QAccessibleWidget, public QAccessibleTextInterf
   void setSelection(int, int, int) override {}
   int cursorPosition() const override { return 0; }
   void setCursorPosition(int) override {}
-  QString text(int start, int end) const override { return combo().currentText().mid(start, std::max(0, end - start)); }
-  int characterCount() const override { return static_cast<int>(combo().currentText().size()); }
+  QString text(int start, int end) const override { return shown().mid(start, std::max(0, end - start)); }
+  int characterCount() const override { return static_cast<int>(shown().size()); }
   QRect characterRect(int) const override { return rect(); }
   int offsetAtPoint(const QPoint&) const override { return 0; }
   void scrollToSubstring(int, int) override {}
@@ -90,6 +90,11 @@ class ComboReader final : public QAccessibleWidget, public QAccessibleTextInterf
   }
 
  private:
+  QString shown() const {
+    const bool isChosen = combo().currentIndex() >= 0 || combo().isEditable();
+    return isChosen ? combo().currentText() : combo().placeholderText();
+  }
+
   QComboBox& combo() const { return *static_cast<QComboBox*>(object()); }
 };
 
