@@ -1,5 +1,6 @@
 // What screen readers are told, as Qt tells it; reader_test.py asks the bus.
 #include "tests/window/answers.h"
+#include "window/page/page_number.h"
 
 #include <gtest/gtest.h>
 
@@ -7,6 +8,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QTreeWidget>
 
@@ -63,7 +65,46 @@ TEST(Readers, AreToldTheLabelOfAPresetsName) {
                                   told = nameOf(*dialog.findChild<QLineEdit*>());
                                   Testing::escape(dialog);
                                 }});
-  EXPECT_EQ(told, "Name of the preset:");
+  EXPECT_EQ(told, "Name of the preset");
+}
+
+TEST(Readers, AreToldNamesWithoutAccessKeysAndColons) {
+  Testing::OpenWindow open;
+  auto& presets = open.find<QComboBox>("presets");
+  EXPECT_EQ(nameOf(presets), "Preset");
+  EXPECT_EQ(QAccessible::queryAccessibleInterface(&presets)
+                ->relations(QAccessible::Label)
+                .value(0)
+                .first->text(QAccessible::Name),
+            "Preset");
+  EXPECT_EQ(nameOf(open.find<QPushButton>("manage_presets")), "Manage");
+}
+
+TEST(Readers, AreToldWhatAComboBoxShowsWhenNothingIsChosen) {
+  Testing::OpenWindow open;
+  auto& presets = open.find<QComboBox>("presets");
+  QAccessibleInterface* reader = QAccessible::queryAccessibleInterface(&presets);
+  EXPECT_EQ(reader->text(QAccessible::Value), "(none)");
+  EXPECT_EQ(reader->textInterface()->text(0, reader->textInterface()->characterCount()), "(none)");
+}
+
+TEST(Readers, AreLeftAloneByListsThatOtherSettingsDoNotChange) {
+  Testing::OpenWindow open;
+  open.selectTab("pro_tab_device");
+  auto& paper = open.find<QComboBox>("cmb_DevPaperSize");
+  int changes = 0;
+  QObject::connect(paper.model(), &QAbstractItemModel::rowsRemoved, &paper, [&changes] { ++changes; });
+  QObject::connect(paper.model(), &QAbstractItemModel::rowsInserted, &paper, [&changes] { ++changes; });
+  open.window->preferences().model().submit({{u"Watermark", u"Watermark"}, {u"WatermarkText", u"Draft"}});
+  open.settle();
+  EXPECT_EQ(changes, 0);
+}
+
+TEST(Readers, AreToldOfThePageOnce) {
+  Testing::OpenWindow open;
+  auto& number = open.find<PageNumber>("place");
+  EXPECT_EQ(nameOf(number) + ' ' + number.text(), "Go to Page 1 of 4");
+  EXPECT_EQ(QAccessible::queryAccessibleInterface(&number)->text(QAccessible::Description), "");
 }
 
 // Each change of a widget is told to screen readers.
@@ -81,12 +122,16 @@ TEST(HiddenInspector, IsLeftAloneUntilItIsShown) {
 // reader_test.py hears what is announced.
 TEST(Readers, TakeNotesForNotifications) {
   Testing::OpenWindow open;
+  auto& room = open.find<QWidget>("notesRoom");
+  EXPECT_EQ(room.focusPolicy(), Qt::NoFocus) << "nothing to read";
   open.window->preferences().model().submit(
       {{u"Watermark", u"Watermark"}, {u"WatermarkText", u"Draft"}, {u"WatermarkTextFont", u"No Such Face"}});
   Testing::waitUntil([&open] { return !open.find<QLabel>("notes").text().isEmpty(); });
   auto& notes = open.find<QLabel>("notes");
   EXPECT_EQ(QAccessible::queryAccessibleInterface(&notes)->role(), QAccessible::Notification);
   EXPECT_TRUE(nameOf(notes).contains("No Such Face")) << nameOf(notes).toStdString();
+  EXPECT_EQ(room.focusPolicy(), Qt::TabFocus);
+  EXPECT_EQ(room.accessibleDescription(), notes.text());
 }
 
 }  // namespace

@@ -21,6 +21,16 @@ TEST(AccessKey, LeavesAmpersandsOfTheLabel) { EXPECT_EQ(withAccessKey("R&D only"
 
 TEST(AccessKey, MayBeMissing) { EXPECT_EQ(withAccessKey("R&D", ""), "R&&D"); }
 
+TEST(SpokenName, IsTheTextWithoutItsKeyAndColon) {
+  EXPECT_EQ(spokenName("Print &to:"), "Print to");
+  EXPECT_EQ(spokenName("Preset (&B):"), "Preset");
+  EXPECT_EQ(spokenName("印刷(&P)..."), "印刷...");
+  EXPECT_EQ(spokenName(QString::fromUtf8("Préréglage\u00A0:")), "Préréglage");
+  EXPECT_EQ(spokenName("预设："), "预设");
+}
+
+TEST(SpokenName, KeepsAmpersandsAndOtherBrackets) { EXPECT_EQ(spokenName("R&&D &only (A4)"), "R&D only (A4)"); }
+
 TEST(TextOfOthers, IsOnOneLineWithoutWhatIsObeyed) {
   EXPECT_EQ(plainText("a\nb"), "a b");
   EXPECT_EQ(plainText(QString::fromUtf8("a\u202Eb\u001Bc")), QString::fromUtf8("a\uFFFDb\uFFFDc"));

@@ -1,5 +1,7 @@
 #include "window/dialogs/name_field.h"
 
+#include "window/language/texts.h"
+
 #include <QCompleter>
 #include <QLabel>
 #include <QLineEdit>
@@ -44,7 +46,7 @@ QString NameField::name() const { return edit->text().trimmed(); }
 
 void NameField::nameBy(QLabel& label) {
   label.setBuddy(edit);
-  edit->setAccessibleName(label.text().remove('&'));
+  edit->setAccessibleName(spokenName(label.text()));
 }
 
 void NameField::judge() {

@@ -89,7 +89,7 @@ class PrintDialog final : public QDialog {
     list = new QLineEdit;
     list->setObjectName("printPages");
     list->setPlaceholderText("1,3,5-9");
-    list->setAccessibleName(QString(texts("PRINT_SOME_PAGES")).remove('&'));
+    list->setAccessibleName(spokenName(texts("PRINT_SOME_PAGES")));
     auto* row = new QHBoxLayout;
     row->addWidget(some);
     row->addWidget(list, 1);

@@ -2,6 +2,7 @@
 
 #include "formats/printable.h"
 
+#include <QRegularExpression>
 #include <QTextDocument>
 
 #include <stdexcept>
@@ -26,6 +27,17 @@ QString withAccessKey(const QString& label, const QString& key) {
   const qsizetype place = bracket >= 0 ? bracket + 1 : label.indexOf(key, 0, Qt::CaseInsensitive);
   if (place < 0) return plain(label) + "(&" + key.toUpper() + ")";
   return plain(label.left(place)) + '&' + plain(label.mid(place));
+}
+
+QString withoutColon(QString name) {
+  while (name.endsWith(':') || name.endsWith(u'\uFF1A') || name.endsWith(QChar::Nbsp)) name.chop(1);
+  return name.trimmed();
+}
+
+QString spokenName(const QString& text) {
+  static const QRegularExpression keyInBrackets(QStringLiteral("\\s*\\(&\\w\\)"));
+  static const QRegularExpression keyMark(QStringLiteral("&(.)"));
+  return withoutColon(QString(text).remove(keyInBrackets).replace(keyMark, QStringLiteral("\\1")));
 }
 
 QString Texts::operator()(const char* name) const {

@@ -25,6 +25,12 @@ QString toolTipOf(const QString& text, bool isToBeWrapped);
 // occurrence. A missing key is appended in brackets; an empty key gives no access key. Escapes ampersands.
 QString withAccessKey(const QString& label, const QString& key);
 
+// A label without the colon at its end.
+QString withoutColon(QString name);
+
+// What screen readers tell of a text with an access key: without the key, its brackets, and the colon.
+QString spokenName(const QString& text);
+
 // The window's own texts in the language of the preferences. Holds a reference only.
 class Texts {
  public:

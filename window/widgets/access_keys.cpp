@@ -1,5 +1,7 @@
 #include "window/widgets/access_keys.h"
 
+#include "window/language/texts.h"
+
 #include <QAbstractButton>
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -89,9 +91,32 @@ QList<QLabel*> labelsOf(QWidget& window) {
   return labels;
 }
 
-}  // namespace
+// The name that a widget has of a text, and loses with it.
+constexpr const char* nameOfText = "name of text";
 
-void giveAccessKeys(QWidget& window) {
+void nameForReaders(QWidget& widget, const QString& name) {
+  const QString present = widget.property(nameOfText).toString();
+  if (widget.accessibleName() != present || name == present) return;
+  widget.setProperty(nameOfText, name);
+  widget.setAccessibleName(name);
+}
+
+// A name where Qt would take the text with its brackets or colon.
+QString nameBesides(const QString& text) {
+  const QString name = spokenName(text);
+  return name == QString(text).remove('&') ? QString() : name;
+}
+
+// Some readers tell the label of a field, others its name.
+void nameByTexts(QWidget& window) {
+  for (auto* label : labelsOf(window)) {
+    nameForReaders(*label, nameBesides(label->text()));
+    nameForReaders(*label->buddy(), spokenName(label->text()));
+  }
+  for (auto* button : buttonsOf(window)) nameForReaders(*button, nameBesides(button->text()));
+}
+
+void giveKeys(QWidget& window) {
   Keys keys;
   for (const auto* bar : window.findChildren<QMenuBar*>())
     for (const QAction* menu : bar->actions()) keys.take(menu->text());
@@ -108,6 +133,13 @@ void giveAccessKeys(QWidget& window) {
     if (!button->isVisibleTo(&window) || !button->shortcut().isEmpty() || hasKeysElsewhere(*button)) continue;
     give(button->text(), [&](const QString& text) { button->setText(text); });
   }
+}
+
+}  // namespace
+
+void giveAccessKeys(QWidget& window) {
+  giveKeys(window);
+  nameByTexts(window);
 }
 
 }  // namespace Window

@@ -10,8 +10,8 @@ inline constexpr const char* keysElsewhere = "keysElsewhere";
 
 // Gives each visible button and labelled field of the window that has no access key or shortcut one that nothing else
 // in the window has: a letter of its text, or one in brackets after it. Leaves out what Return and Escape press in
-// dialogs, and buttons with `keysElsewhere`. To be called again when texts were set anew, or others have become
-// visible.
+// dialogs, and buttons with `keysElsewhere`. Names what has such a text for screen readers, without the brackets. To be
+// called again when texts were set anew, or others have become visible.
 void giveAccessKeys(QWidget& window);
 
 }  // namespace Window

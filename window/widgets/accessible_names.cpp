@@ -58,14 +58,12 @@ void AccessibleNames::leadLabels(const WidgetNode& node, const QWidget& top) {
   for (const WidgetNode* child : node.children()) leadLabels(*child, top);
 }
 
-// Without the colon that some labels end with.
 QString AccessibleNames::nameOf(const WidgetNode& node, const QWidget& widget, const QString& group) const {
   QString name = tree.attribute(node, "label");
   const auto leading = led.find(&widget);
   if (name.isEmpty()) name = leading == led.end() ? group : tree.around().texts.shown(leading->second->label());
   if (name.isEmpty()) name = tree.attribute(node, "tooltiptext");
-  while (name.endsWith(':') || name.endsWith(u'\uFF1A') || name.endsWith(QChar::Nbsp)) name.chop(1);
-  return name.trimmed();
+  return withoutColon(name);
 }
 
 void AccessibleNames::nameWidget(const WidgetNode& node, QWidget& widget, const QString& group) {
