@@ -92,7 +92,7 @@ QList<QLabel*> labelsOf(QWidget& window) {
 }
 
 // The name that a widget has of a text, and loses with it.
-constexpr const char* nameOfText = "name of text";
+constexpr const char* nameOfText = "nameOfText";
 
 void nameForReaders(QWidget& widget, const QString& name) {
   const QString present = widget.property(nameOfText).toString();
