@@ -11,9 +11,14 @@
 #include <QBuffer>
 #include <QContextMenuEvent>
 #include <QDrag>
+#include <QGroupBox>
+#include <QMenu>
+#include <QProgressBar>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QSlider>
 #include <QSpinBox>
+#include <QTabWidget>
 #include <QTimer>
 
 namespace Window {
@@ -170,6 +175,85 @@ TEST(Edges, AreSeenOnBlack) {
       for (int y = 0; y < drawn.height(); ++y) best = std::max(best, contrast(drawn.pixelColor(x, y), Qt::black));
     EXPECT_GT(best, 7) << edged->metaObject()->className();
   }
+}
+
+// The greatest contrast of the picture's dots to the colour.
+double bestContrast(const QImage& drawn, const QColor& colour) {
+  double best = 1;
+  for (int x = 0; x < drawn.width(); ++x)
+    for (int y = 0; y < drawn.height(); ++y) best = std::max(best, contrast(drawn.pixelColor(x, y), colour));
+  return best;
+}
+
+QPalette darkPalette(const QColor& window) {
+  QPalette dark(Qt::white, window, window, window, window, Qt::white, Qt::white, window, window);
+  dark.setColor(QPalette::Disabled, QPalette::WindowText, Qt::gray);
+  return dark;
+}
+
+TEST(Edges, AreSeenOnDarkColours) {
+  useContrastStyle();
+  QCheckBox box;
+  QRadioButton radio;
+  QGroupBox group;
+  group.setMinimumSize(40, 40);
+  QLineEdit line;
+  QPushButton push;
+  QTabWidget tabs;
+  tabs.addTab(new QWidget(&tabs), " ");
+  tabs.addTab(new QWidget(&tabs), " ");
+  QScrollBar bar;
+  QProgressBar progress;
+  QMenu menu;
+  menu.addAction(" ");
+  menu.addSeparator();
+  for (const QColor& window : {QColor("#2a2e32"), QColor(Qt::black)})
+    for (QWidget* edged : std::initializer_list<QWidget*>{&box, &radio, &group, &line, &push, &tabs, tabs.tabBar(),
+                                                          &bar, &progress, &menu}) {
+      edged->setPalette(darkPalette(window));
+      edged->resize(edged->sizeHint());
+      EXPECT_GE(bestContrast(edged->grab().toImage(), window), 3)
+          << edged->metaObject()->className() << " on " << window.name().toStdString();
+    }
+}
+
+TEST(Edges, TellWhatIsDisabledFromWhatIsEnabled) {
+  useContrastStyle();
+  QCheckBox box;
+  const QColor window("#2a2e32");
+  box.setPalette(darkPalette(window));
+  const double enabled = bestContrast(box.grab().toImage(), window);
+  box.setEnabled(false);
+  EXPECT_LT(bestContrast(box.grab().toImage(), window), enabled - 1);
+}
+
+TEST(Edges, OfTheDefaultButtonAreHighlighted) {
+  useContrastStyle();
+  QPushButton button;
+  QPalette palette = darkPalette(Qt::black);
+  palette.setColor(QPalette::Highlight, Qt::yellow);
+  button.setPalette(palette);
+  const auto corner = [&button] { return button.grab().toImage().pixelColor(button.width() / 2, 0); };
+  EXPECT_EQ(corner(), QColor(Qt::white));
+  button.setDefault(true);
+  EXPECT_EQ(corner(), QColor(Qt::yellow));
+}
+
+TEST(Menus, ShowShortcutsFromLeftToRightInEveryLanguage) {
+  useContrastStyle();
+  QMenu menu;
+  QAction* entry = menu.addAction(" ");
+  entry->setShortcut(Qt::CTRL | Qt::Key_Plus);
+  menu.setLayoutDirection(Qt::RightToLeft);
+  menu.resize(menu.sizeHint());
+  const QImage shown = menu.grab().toImage();
+  QMenu reversed;
+  reversed.setLayoutDirection(Qt::RightToLeft);
+  reversed.addAction(QStringLiteral(" \t++Ctrl"));
+  reversed.resize(menu.size());
+  EXPECT_NE(reversed.grab().toImage(), shown);
+  reversed.actions().constFirst()->setText(QStringLiteral(" \t\u2066Ctrl++\u2069"));
+  EXPECT_EQ(reversed.grab().toImage(), shown);
 }
 
 TEST_F(PicturesTest, ThatAreNoBitmapsShowNothing) {
