@@ -16,6 +16,9 @@ namespace {
 constexpr double knobDistance = 20;
 constexpr double spotRadius = 4;
 
+// Around what has the desktop's highlight, which may be any colour, on paper.
+constexpr QColor markEdge(0, 0, 0, 170);
+
 // How far beside the watermark and its handle the mouse still takes them.
 constexpr double gripMargin = 5;
 
@@ -139,7 +142,7 @@ void WatermarkView::paintPlaces(QPainter& painter) const {
   for (const Press::Down down : placeRows)
     for (const Press::Across across : placeColumns) {
       const bool isChosen = Place{down, across} == chosen;
-      painter.setPen(QPen(isChosen ? QColor(Qt::white) : QColor(0, 0, 0, 90), 1));
+      painter.setPen(QPen(isChosen ? markEdge : QColor(0, 0, 0, 90), 1));
       painter.setBrush(isChosen ? highlight : QColor(255, 255, 255, 120));
       const double radius = isChosen ? spotRadius + 2 : spotRadius;
       painter.drawEllipse(spotOf(down, across), radius, radius);
@@ -156,6 +159,8 @@ void WatermarkView::paintHandle(QPainter& painter) const {
   const QTransform place = placement(sheet());
   painter.setPen(QPen(highlight, 1, Qt::DashLine));
   painter.drawLine(place.map(QPointF(bounds.center().x(), bounds.bottom())), *knob);
+  painter.setPen(QPen(markEdge, 4));
+  painter.drawEllipse(*knob, knobRadius, knobRadius);
   painter.setPen(QPen(highlight, 2));
   painter.setBrush(Qt::white);
   painter.drawEllipse(*knob, knobRadius, knobRadius);
