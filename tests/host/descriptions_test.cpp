@@ -24,11 +24,11 @@ const std::vector<std::string> locales = {"de-DE", "en-US", "fr-FR", "ja-JP", "z
 
 TEST(StringTables, HaveTheSameTextsInEveryLocale) {
   for (const std::string& package : chrome.packages()) {
-    std::vector<std::string> complete = chrome.locales(package);
-    if (package != "effect") std::erase(complete, "ar");  // the host's alone
-    EXPECT_EQ(complete, locales) << package;
+    std::vector<std::string> spoken = locales;
+    if (package != "effect") spoken.insert(spoken.begin(), "ar");  // the host's alone
+    EXPECT_EQ(chrome.locales(package), spoken) << package;
     std::set<std::u16string> expected;
-    for (const std::string& locale : locales) {
+    for (const std::string& locale : spoken) {
       const auto table = Refhost::readStrings(resources / package / "content" / locale / "strings.dtd");
       std::set<std::u16string> names;
       for (const auto& [name, text] : table) {
