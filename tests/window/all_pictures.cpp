@@ -6,6 +6,7 @@
 
 #include <QColorDialog>
 #include <QDir>
+#include <QDockWidget>
 #include <QMenuBar>
 
 #include <fstream>
@@ -56,10 +57,11 @@ class Album {
       Testing::waitUntil([this] { return open.window->isComplete(); });
       save(*open.window, tab);
     }
-    open.find<QWidget>("inspector").show();
+    open.find<QDockWidget>("inspector").toggleViewAction()->trigger();
     QCoreApplication::processEvents();
+    Testing::waitUntil([this] { return open.window->isComplete(); });
     save(*open.window, "inspector");
-    open.find<QWidget>("inspector").hide();
+    open.find<QDockWidget>("inspector").toggleViewAction()->trigger();
     for (QAction* menu : open.window->menuBar()->actions())
       save(*menu->menu(), "menu" + std::to_string(open.window->menuBar()->actions().indexOf(menu)));
     save(*open.find<QPushButton>("manage_presets").menu(), "menu_presets");

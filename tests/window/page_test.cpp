@@ -17,6 +17,7 @@
 #include <QWheelEvent>
 
 #include <chrono>
+#include <cmath>
 #include <fstream>
 
 namespace Window {
@@ -176,7 +177,7 @@ TEST_F(PageTest, IsZoomedByStepsAndFitsAgain) {
   open.settle();
   EXPECT_EQ(view.factor(), 1);
   EXPECT_NEAR(open.page().width(), 210 / 25.4 * view.logicalDpiX(), 2);
-  EXPECT_EQ(open.find<QToolButton>("sizes").text(), "100 %");
+  EXPECT_EQ(open.find<QToolButton>("sizes").text(), "100%");
   open.find<QToolButton>("larger").click();
   EXPECT_EQ(view.factor(), 1.25);
   open.find<QToolButton>("smaller").click();
@@ -186,6 +187,15 @@ TEST_F(PageTest, IsZoomedByStepsAndFitsAgain) {
   open.settle();
   EXPECT_EQ(open.page().size(), fitting);
   EXPECT_TRUE(open.find<QAction>("fitPage").isChecked());
+}
+
+TEST_F(PageTest, TellsItsZoomAsSoonAsItsRoomChanges) {
+  const auto& told = open.find<QToolButton>("sizes");
+  const QString before = told.text();
+  auto& view = open.find<PaperView>("page");
+  view.resize(view.size() / 2);
+  EXPECT_NE(told.text(), before);
+  EXPECT_EQ(told.text(), QString::number(std::lround(100 * view.factor())) + '%');
 }
 
 TEST(Zoom, StepsToTheNextUsualFactor) {

@@ -31,6 +31,11 @@ TEST(SpokenName, IsTheTextWithoutItsKeyAndColon) {
 
 TEST(SpokenName, KeepsAmpersandsAndOtherBrackets) { EXPECT_EQ(spokenName("R&&D &only (A4)"), "R&D only (A4)"); }
 
+TEST(Numbers, HaveTheDigitsOfTheTextsInEveryLanguage) {
+  for (const char* name : {"en-US", "de-DE", "ja-JP", "ar"}) EXPECT_EQ(localeOf(name).toString(10), "10") << name;
+  EXPECT_EQ(localeOf("ar").textDirection(), Qt::RightToLeft);
+}
+
 TEST(TextOfOthers, IsOnOneLineWithoutWhatIsObeyed) {
   EXPECT_EQ(plainText("a\nb"), "a b");
   EXPECT_EQ(plainText(QString::fromUtf8("a\u202Eb\u001Bc")), QString::fromUtf8("a\uFFFDb\uFFFDc"));

@@ -194,6 +194,14 @@ TEST_F(WindowTest, TheInspectorShowsThePropertiesAsTheyAre) {
   EXPECT_EQ(row("NegativeImage")->text(2), "Negative");
 }
 
+TEST_F(WindowTest, TheInspectorHasRoomForNamesAndValues) {
+  open.find<QDockWidget>("inspector").toggleViewAction()->trigger();
+  open.settle();
+  const auto& list = open.find<QTreeWidget>("properties");
+  EXPECT_GE(list.viewport()->width(), list.columnWidth(0) + 14 * list.fontMetrics().averageCharWidth());
+  EXPECT_GE(list.columnWidth(0), list.fontMetrics().horizontalAdvance("WatermarkTextTransparency"));
+}
+
 TEST_F(WindowTest, TheInspectorShowsTextsOfOthersOnALineAndInTheirOrder) {
   open.find<QDockWidget>("inspector").show();
   open.window->preferences().set(u"WatermarkText", u"a\nb\u202Ec");

@@ -7,12 +7,15 @@
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QMainWindow>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QTabWidget>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 namespace Window {
@@ -20,6 +23,10 @@ namespace {
 
 // The limit of events; older ones are removed.
 constexpr std::size_t mostEvents = 20000;
+
+// The width of the values, in letters.
+constexpr int leastLetters = 14;
+constexpr int mostLetters = 28;
 
 // The currently unavailable options of a property, as readable text.
 QString unavailable(const Refhost::PropertyModel& model, const Refhost::PropertyDescription& property) {
@@ -56,8 +63,17 @@ Inspector::Inspector(QWidget* parent)
   properties->setUniformRowHeights(true);
   properties->setAlternatingRowColors(true);
   properties->setColumnCount(3);
+  properties->viewport()->installEventFilter(this);
   pages->addTab(properties, QString());
   pages->addTab(buildTracePage(), QString());
+}
+
+void Inspector::settle(const QMainWindow& window) {
+  const QSize room = screen()->availableSize();
+  if (isFloating() || window.centralWidget()->minimumSizeHint().width() + minimumSizeHint().width() <= room.width())
+    return;
+  setFloating(true);
+  resize(sizeHint().boundedTo(room * 0.9));
 }
 
 QWidget* Inspector::buildTracePage() {
@@ -128,9 +144,22 @@ void Inspector::showProperties(const Refhost::PropertyModel& model) {
     showRow(*properties->topLevelItem(row++), {toQt(property.name), toQt(value), unavailable(model, property)},
             value != property.defaultValue);
   }
-  if (!isFirst) return;
+  if (isFirst) shareWidth();
+}
+
+// Names and values are read without scrolling sideways; where there is little room, names are elided.
+void Inspector::shareWidth() {
+  const int letter = properties->fontMetrics().averageCharWidth();
+  const int room = properties->viewport()->width();
   properties->resizeColumnToContents(0);
-  properties->setColumnWidth(1, properties->fontMetrics().averageCharWidth() * 28);
+  const int names = std::min(properties->columnWidth(0), std::max(room / 2, room - leastLetters * letter));
+  properties->setColumnWidth(0, names);
+  properties->setColumnWidth(1, std::clamp(room - names, leastLetters * letter, mostLetters * letter));
+}
+
+bool Inspector::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == properties->viewport() && event->type() == QEvent::Resize) shareWidth();
+  return QDockWidget::eventFilter(watched, event);
 }
 
 }  // namespace Window

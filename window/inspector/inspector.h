@@ -9,6 +9,7 @@
 
 #include <deque>
 
+class QMainWindow;
 class QPlainTextEdit;
 class QPushButton;
 class QTabWidget;
@@ -26,6 +27,9 @@ class Inspector final : public QDockWidget {
 
   QSize sizeHint() const override { return {400, 300}; }
 
+  // Makes the pane a window of its own where the screen has no room for it beside the window's content.
+  void settle(const QMainWindow& window);
+
   // Clears the pane and shows the events of `trace` from now on, while the pane is visible; it catches up when it
   // becomes so. The pane outlives the trace.
   void follow(Refhost::Trace& trace);
@@ -34,11 +38,13 @@ class Inspector final : public QDockWidget {
   void showProperties(const Refhost::PropertyModel& model);
 
  protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
   void showEvent(QShowEvent* event) override;
 
  private:
   QWidget* buildTracePage();
   void showEvents();
+  void shareWidth();
 
   QTabWidget* pages;
   QTreeWidget* properties;

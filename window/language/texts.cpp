@@ -40,6 +40,13 @@ QString spokenName(const QString& text) {
   return withoutColon(QString(text).remove(keyInBrackets).replace(keyMark, QStringLiteral("\\1")));
 }
 
+QLocale localeOf(const std::string& name) {
+  const QLocale locale(QString::fromStdString(name));
+  for (const QLocale& each : {locale, QLocale(locale.language(), QLocale::Morocco)})
+    if (each.zeroDigit() == QLatin1String("0")) return each;
+  return locale;
+}
+
 QString Texts::operator()(const char* name) const {
   const std::u16string token = toWide(QStringLiteral("$IDS_KILN_%1;").arg(QLatin1String(name)));
   const std::u16string text = tables->resolve(token);

@@ -3,6 +3,7 @@
 
 #include "host/chrome/strings.h"
 
+#include <QLocale>
 #include <QString>
 
 #include <string>
@@ -30,6 +31,9 @@ QString withoutColon(QString name);
 
 // What screen readers tell of a text with an access key: without the key, its brackets, and the colon.
 QString spokenName(const QString& text);
+
+// The locale of that name. Its numbers have the digits that the texts have, whatever is usual in its country.
+QLocale localeOf(const std::string& name);
 
 // The window's own texts in the language of the preferences. Holds a reference only.
 class Texts {

@@ -101,8 +101,8 @@ void PageBar::setTexts(const Texts& texts) {
   number->setName(texts("GO_TO"), texts("GO_TO_PAGE"));
   name(*forward, texts("NEXT_PAGE"));
   name(*last, texts("LAST_PAGE"));
-  name(*smaller, QString(zoomOut->text()).remove('&'));
-  name(*larger, QString(zoomIn->text()).remove('&'));
+  name(*smaller, spokenName(zoomOut->text()));
+  name(*larger, spokenName(zoomIn->text()));
   name(*sizes, texts("ZOOM"));
   sizes->setText(sizeText.arg(400));
   sizes->setMinimumWidth(sizes->sizeHint().width());  // for any factor

@@ -166,7 +166,9 @@ void PaperView::paintPaper(QPainter& painter) const {
 
 void PaperView::resizeEvent(QResizeEvent*) {
   arrange();
-  if (scale.kind != Zoom::Kind::size) Q_EMIT roomChanged();
+  if (scale.kind == Zoom::Kind::size) return;
+  Q_EMIT roomChanged();
+  Q_EMIT zoomChanged();
 }
 
 void PaperView::scrollContentsBy(int, int) { viewport()->update(); }

@@ -78,9 +78,8 @@ void Menus::fillFileMenu(QMenu& menu) {
 }
 
 void Menus::fillEditMenu(QMenu& menu) {
-  undoEntry = addEntry(menu, "UNDO", QKeySequence::Undo, actions.undo);
-  redoEntry = addEntry(menu, "REDO", QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), actions.redo);
-  for (QAction* entry : {undoEntry, redoEntry}) entry->setObjectName(entry->objectName() + "_ENTRY");
+  undoEntry = addEntry(menu, "UNDO_ENTRY", QKeySequence::Undo, actions.undo);
+  redoEntry = addEntry(menu, "REDO_ENTRY", QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), actions.redo);
   menu.addSeparator();
   addEntry(menu, "WATERMARKS_BACK", {}, actions.bringBackWatermarks);
 }
@@ -92,8 +91,8 @@ void Menus::showHistory(const std::optional<QString>& undone, const std::optiona
     entry.setText(isNamed ? texts(named).arg(QString(*name).replace('&', "&&")) : texts(plain));
     entry.setEnabled(name.has_value());
   };
-  show(*undoEntry, "UNDO", "UNDO_ACTION", undone);
-  show(*redoEntry, "REDO", "REDO_ACTION", redone);
+  show(*undoEntry, "UNDO_ENTRY", "UNDO_ACTION", undone);
+  show(*redoEntry, "REDO_ENTRY", "REDO_ACTION", redone);
 }
 
 // A choice reopens the preferences and rebuilds the menus, so it is queued until the menu has closed.

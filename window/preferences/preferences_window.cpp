@@ -113,11 +113,14 @@ void PreferencesWindow::build() {
   // The window grows and shrinks with its panes, as far as the screen has room.
   const auto growWith = [this](const QWidget& pane, bool isShown) {
     const int change = isShown ? pane.sizeHint().width() : -pane.width();
-    resize(std::min(width() + change, screen()->availableSize().width()), height());
+    if (!pane.isWindow()) resize(std::min(width() + change, screen()->availableSize().width()), height());
     giveAccessKeys(*this);
   };
-  connect(inspector->toggleViewAction(), &QAction::triggered, this,
-          [this, growWith](bool isShown) { growWith(*inspector, isShown); });
+  connect(inspector->toggleViewAction(), &QAction::triggered, this, [this, growWith](bool isShown) {
+    if (isShown) inspector->settle(*this);
+    growWith(*inspector, isShown);
+    if (isShown) resizeDocks({inspector}, {inspector->sizeHint().width()}, Qt::Horizontal);
+  });
   connect(pages->toggleViewAction(), &QAction::triggered, this,
           [this, growWith](bool isShown) { growWith(*pages, isShown); });
 
@@ -290,7 +293,7 @@ void PreferencesWindow::showOpened() {
 
 void PreferencesWindow::showLanguage() {
   const Texts texts = session.texts();
-  const QLocale locale(QString::fromStdString(session.locale()));
+  const QLocale locale = localeOf(session.locale());
   QLocale::setDefault(locale);
   QGuiApplication::setLayoutDirection(locale.textDirection());
   useFontsFor(session.locale());
@@ -345,8 +348,9 @@ void PreferencesWindow::showHistory() {
   const auto undone = name(preferences().nextToUndo());
   undoButton->setEnabled(undone.has_value());
   const QString keys = QKeySequence(QKeySequence::Undo).toString(QKeySequence::NativeText);
-  undoButton->setToolTip(undone && !undone->isEmpty() ? session.texts()("UNDO_ACTION").arg(*undone) + " (" + keys + ')'
-                                                      : keys);
+  undoButton->setToolTip(undone && !undone->isEmpty()
+                             ? spokenName(session.texts()("UNDO_ACTION")).arg(*undone) + " (" + keys + ')'
+                             : keys);
   menus.showHistory(undone, name(preferences().nextToRedo()));
 }
 
