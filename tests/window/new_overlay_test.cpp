@@ -14,6 +14,7 @@
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QRadioButton>
+#include <QShortcut>
 #include <QSpinBox>
 #include <QUrl>
 
@@ -247,6 +248,30 @@ TEST_F(NewOverlayTest, IsOfferedWhereOverlaysAre) {
   EXPECT_FALSE(make.isEnabled());
   open.window->preferences().setAvailable(u"OverlayImage", u"OverlayImage", true);
   EXPECT_TRUE(make.isEnabled());
+}
+
+TEST_F(NewOverlayTest, IsReachedByKeys) {
+  const auto& make = open.find<QPushButton>("newOverlayButton");
+  EXPECT_FALSE(QKeySequence::mnemonic(make.text()).isEmpty());
+  auto& shortcut = *make.findChild<QShortcut*>();
+  EXPECT_EQ(shortcut.key(), QKeySequence(QKeySequence::New));
+  answers.during([&shortcut] { Q_EMIT shortcut.activated(); }, {Testing::file(path("Letterhead.pdf")), button("OK")});
+  EXPECT_EQ(listed(), QStringList("Letterhead"));
+}
+
+TEST_F(NewOverlayTest, SaysWhichFileItIsMadeOf) {
+  make("Letterhead.pdf", {[](QWidget& dialog) {
+         QStringList labels;
+         for (const auto* label : dialog.findChildren<QLabel*>()) {
+           labels << label->text();
+           if (label->text() != "Letterhead.pdf") continue;
+           EXPECT_TRUE(label->alignment().testFlag(Qt::AlignAbsolute));
+         }
+         EXPECT_TRUE(labels.contains("Letterhead.pdf"));
+         EXPECT_TRUE(labels.contains("File:")) << "without an access key, as there is nothing to enter";
+         Testing::escape(dialog);
+       }});
+  EXPECT_THAT(answers.unexpected, IsEmpty());
 }
 
 TEST_F(NewOverlayTest, IsOfferedWithoutThePluginsButtons) {

@@ -22,8 +22,12 @@ namespace {
 
 // Of the picture of the page, in pixels.
 constexpr QSize pictureSize(260, 330);
-constexpr QSize leastPicture(40, 52);
+constexpr QSize leastPicture(120, 120);  // smaller ones show nothing
 constexpr int betweenSides = 12;
+
+// Of the form, in pixels: below a label, and above the labels of further rows.
+constexpr int belowLabel = 3;
+constexpr int aboveLabel = 8;
 
 }  // namespace
 
@@ -50,13 +54,19 @@ NewOverlayDialog::NewOverlayDialog(NewOverlayQuestion asked, const Texts& texts,
   file->setTextFormat(Qt::PlainText);
   file->setTextInteractionFlags(Qt::TextSelectableByMouse);
   file->setWordWrap(true);
-  rows->addRow(texts("FORM_FILE"), file);
+  // File names run from left to right, beside labels that may not.
+  const bool isMirrored = layoutDirection() == Qt::RightToLeft;
+  file->setAlignment(Qt::AlignAbsolute | Qt::AlignVCenter | (isMirrored ? Qt::AlignRight : Qt::AlignLeft));
+  rows->addRow(new QLabel(texts("FORM_FILE")), file);  // no access key: there is nothing to enter
   if (question.form.pages > 1) addPages(*rows, texts);
   if (question.form.isPicture) addSizes(*rows, texts);
   auto* nameLabel = new QLabel(texts("JOB_STEP"), this);
   field = new NameField(question.name, question.offered, question.judge, int{Formats::overlayNameUnits}, this);
   field->nameBy(*nameLabel);
   rows->addRow(nameLabel, field);
+  rows->setVerticalSpacing(belowLabel);
+  for (int row = 1; row < rows->rowCount(); ++row)
+    rows->itemAt(row, QFormLayout::LabelRole)->widget()->setContentsMargins(0, aboveLabel, 0, 0);
 
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
   connect(buttons, &QDialogButtonBox::accepted, this, &NewOverlayDialog::accept);
@@ -74,10 +84,12 @@ NewOverlayDialog::NewOverlayDialog(NewOverlayQuestion asked, const Texts& texts,
   fitOnScreen();
 }
 
-// Where the dialog does not fit, its picture is smaller.
+// Where the dialog does not fit, its picture is smaller, or hidden.
 void NewOverlayDialog::fitOnScreen() {
   const QSize over = (layout()->totalMinimumSize() - screen()->availableSize() * 0.9).expandedTo({0, 0});
-  paper->setMinimumSize((pictureSize - over).expandedTo(leastPicture));
+  const QSize left = pictureSize - over;
+  paper->setMinimumSize(left.expandedTo(leastPicture));
+  paper->setVisible(left.width() >= leastPicture.width() && left.height() >= leastPicture.height());
 }
 
 void NewOverlayDialog::addPages(QFormLayout& rows, const Texts& texts) {

@@ -9,6 +9,7 @@
 #include <QComboBox>
 #include <QDropEvent>
 #include <QMimeData>
+#include <QShortcut>
 #include <QUrl>
 
 #include <optional>
@@ -98,10 +99,10 @@ void addToOverlayList(QWidget& tabs, const Texts& texts, const OverlayListAction
   auto* const button = new RoomyButton(list->parentWidget());
   button->setObjectName("newOverlayButton");
   button->setText(texts("NEW_OVERLAY"));
-  button->setShortcut(QKeySequence::New);
-  button->setProperty(keysElsewhere, true);
-  button->setToolTip(
-      toolTipOf(texts("NEW_OVERLAY_TIP") + " (" + button->shortcut().toString(QKeySequence::NativeText) + ')', true));
+  button->setProperty(keyAfterOthers, true);
+  const QKeySequence keys(QKeySequence::New);
+  QObject::connect(new QShortcut(keys, button), &QShortcut::activated, button, &QPushButton::click);
+  button->setToolTip(toolTipOf(texts("NEW_OVERLAY_TIP") + " (" + keys.toString(QKeySequence::NativeText) + ')', true));
   button->setAccessibleDescription(texts("NEW_OVERLAY_TIP"));
   place(*button, tabs, *list);
   QWidget::setTabOrder(list, button);

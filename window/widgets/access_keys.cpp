@@ -81,6 +81,8 @@ QList<QAbstractButton*> buttonsOf(QWidget& window) {
   for (auto* button : window.findChildren<QAbstractButton*>())
     if (button->window() == &window && qobject_cast<QToolButton*>(button) == nullptr && hasLetters(button->text()))
       buttons << button;
+  std::stable_partition(buttons.begin(), buttons.end(),
+                        [](const QAbstractButton* button) { return !button->property(keyAfterOthers).toBool(); });
   return buttons;
 }
 
