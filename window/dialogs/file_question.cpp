@@ -3,6 +3,7 @@
 #include <QFileDialog>
 #include <QHeaderView>
 #include <QListView>
+#include <QScreen>
 #include <QTreeView>
 
 namespace Window {
@@ -10,14 +11,16 @@ namespace {
 
 // The toolkit's own dialog gives the facts of a file, and the places beside them, less room than they need.
 void makeRoom(QFileDialog& dialog) {
+  const QSize room = dialog.screen()->availableSize() * 0.9;
   if (auto* places = dialog.findChild<QListView*>("sidebar"); places != nullptr)
-    places->setMinimumWidth(places->sizeHintForColumn(0) + 2 * places->frameWidth());
+    places->setMinimumWidth(qMin(places->sizeHintForColumn(0) + 2 * places->frameWidth(), room.width() / 4));
   const auto* files = dialog.findChild<QTreeView*>("treeView");
   if (files == nullptr) return;  // the desktop's dialog
   QHeaderView& header = *files->header();
   header.setStretchLastSection(false);
   header.setSectionResizeMode(QHeaderView::ResizeToContents);
   header.setSectionResizeMode(0, QHeaderView::Stretch);
+  dialog.resize(dialog.sizeHint().boundedTo(room));
 }
 
 }  // namespace
