@@ -237,6 +237,8 @@ TEST(Edges, OfTheDefaultButtonAreHighlighted) {
   EXPECT_EQ(corner(), QColor(Qt::white));
   button.setDefault(true);
   EXPECT_EQ(corner(), QColor(Qt::yellow));
+  button.setEnabled(false);
+  EXPECT_NE(corner(), QColor(Qt::yellow));
 }
 
 TEST(Menus, ShowShortcutsFromLeftToRightInEveryLanguage) {

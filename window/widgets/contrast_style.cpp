@@ -60,7 +60,8 @@ bool isFocusedByKeys(const QStyleOption& option) {
 
 bool isDefaultButton(const QStyleOption& option) {
   const auto* button = qstyleoption_cast<const QStyleOptionButton*>(&option);
-  return button != nullptr && (button->features & QStyleOptionButton::DefaultButton) != 0;
+  const bool isEnabled = (option.state & QStyle::State_Enabled) != 0;
+  return isEnabled && button != nullptr && (button->features & QStyleOptionButton::DefaultButton) != 0;
 }
 
 // A tab above its page: the selected one is joined to the page, and has a highlighted top.
@@ -113,8 +114,10 @@ QString withIsolatedShortcut(const QString& text) {
 
 void ContrastStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                                   const QWidget* widget) const {
-  QProxyStyle::drawPrimitive(element, option, painter, widget);
-  if (!hidesEdges(option->palette)) return;
+  const bool isDark = hidesEdges(option->palette);
+  // The style's own frame of a group lies within this one, and would be a second line.
+  if (!isDark || element != PE_FrameGroupBox) QProxyStyle::drawPrimitive(element, option, painter, widget);
+  if (!isDark) return;
   switch (element) {
     case PE_IndicatorRadioButton: return drawEdge(*option, option->rect, *painter, isFocusedByKeys(*option), true);
     case PE_IndicatorCheckBox: return drawEdge(*option, option->rect, *painter, isFocusedByKeys(*option));
