@@ -73,6 +73,7 @@ void Inspector::settle(const QMainWindow& window) {
   if (isFloating() || window.centralWidget()->minimumSizeHint().width() + minimumSizeHint().width() <= room.width())
     return;
   setFloating(true);
+  window.layout()->activate();  // the window may be narrower now
   resize(sizeHint().boundedTo(room * 0.9));
 }
 

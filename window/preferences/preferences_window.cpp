@@ -112,8 +112,8 @@ void PreferencesWindow::build() {
 
   // The window grows and shrinks with its panes, as far as the screen has room.
   const auto growWith = [this](const QWidget& pane, bool isShown) {
-    const int change = isShown ? pane.sizeHint().width() : -pane.width();
-    if (!pane.isWindow()) resize(std::min(width() + change, screen()->availableSize().width()), height());
+    const int change = pane.isWindow() ? 0 : isShown ? pane.sizeHint().width() : -pane.width();
+    resize(std::min(width() + change, screen()->availableSize().width()), height());
     giveAccessKeys(*this);
   };
   connect(inspector->toggleViewAction(), &QAction::triggered, this, [this, growWith](bool isShown) {
