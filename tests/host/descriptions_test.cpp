@@ -25,7 +25,7 @@ const std::vector<std::string> locales = {"de-DE", "en-US", "fr-FR", "ja-JP", "z
 TEST(StringTables, HaveTheSameTextsInEveryLocale) {
   for (const std::string& package : chrome.packages()) {
     std::vector<std::string> spoken = locales;
-    if (package != "effect") spoken.insert(spoken.begin(), "ar");  // the host's alone
+    if (package == "base" || package == "window") spoken.insert(spoken.begin(), "ar");  // the host's alone
     EXPECT_EQ(chrome.locales(package), spoken) << package;
     std::set<std::u16string> expected;
     for (const std::string& locale : spoken) {
