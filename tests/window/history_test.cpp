@@ -35,12 +35,12 @@ TEST_F(HistoryTest, NamesWhatIsUndoneAndRedone) {
   EXPECT_FALSE(redo().isEnabled());
   open.find<QCheckBox>("ePTKWPageMirrorImage").click();
   open.settle();
-  EXPECT_EQ(undo().text(), "Undo: Mirror image");
+  EXPECT_EQ(undo().text(), "&Undo: Mirror image");
   undo().trigger();
   open.settle();
   EXPECT_FALSE(undo().isEnabled());
-  EXPECT_EQ(undo().text(), "Undo");
-  EXPECT_EQ(redo().text(), "Redo: Mirror image");
+  EXPECT_EQ(undo().text(), "&Undo");
+  EXPECT_EQ(redo().text(), "&Redo: Mirror image");
   redo().trigger();
   open.settle();
   EXPECT_TRUE(open.find<QCheckBox>("ePTKWPageMirrorImage").isChecked());
@@ -49,7 +49,7 @@ TEST_F(HistoryTest, NamesWhatIsUndoneAndRedone) {
 TEST_F(HistoryTest, BringsBackADeletedWatermark) {
   deleteWatermark("Draft");
   EXPECT_FALSE(isListed("Draft"));
-  EXPECT_EQ(undo().text(), "Undo: Delete watermark");
+  EXPECT_EQ(undo().text(), "&Undo: Delete watermark");
   undo().trigger();
   open.settle();
   EXPECT_TRUE(isListed("Draft"));
@@ -82,7 +82,7 @@ TEST_F(HistoryTest, DeletedBuiltInWatermarksAreOfferedAndComeBack) {
   EXPECT_EQ(offered, (QStringList{"Draft", "Copy"}));
   EXPECT_TRUE(isListed("Draft"));
   EXPECT_FALSE(isListed("Copy"));
-  EXPECT_EQ(undo().text(), "Undo: Bring back watermarks");
+  EXPECT_EQ(undo().text(), "&Undo: Bring back watermarks");
   undo().trigger();
   open.settle();
   EXPECT_FALSE(isListed("Draft"));

@@ -353,7 +353,7 @@ TEST_F(RenamedOverlayTest, IsRecorded) {
 TEST_F(RenamedOverlayTest, HasItsFormerNameAfterUndo) {
   rename({[](QWidget& dialog) { type(dialog, "Company logo"); }});
   QAction& undo = open.find<QAction>("UNDO_ENTRY");
-  EXPECT_EQ(undo.text(), "Undo: Rename overlay");
+  EXPECT_EQ(undo.text(), "&Undo: Rename overlay");
   undo.trigger();
   open.settle();
   EXPECT_EQ(listed(), QStringList({"Letterhead", "Logo"}));

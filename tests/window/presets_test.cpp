@@ -53,7 +53,7 @@ TEST_F(PresetsTest, AreChosenAndTellWhatHasChanged) {
   choose("Mirrored");
   EXPECT_TRUE(isMirrored());
   EXPECT_EQ(list().currentText(), "Mirrored");
-  EXPECT_EQ(open.window->findChild<QAction*>("UNDO_ENTRY")->text(), "Undo: Choose preset");
+  EXPECT_EQ(open.window->findChild<QAction*>("UNDO_ENTRY")->text(), "&Undo: Choose preset");
 }
 
 TEST_F(PresetsTest, AreKeptForTheNextWindow) {
