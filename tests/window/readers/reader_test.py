@@ -287,7 +287,7 @@ def go_through(window):
 def go_through_questions(window):
     """The dialogs that other dialogs lead to, and those that ask before something is lost."""
     main = window.main
-    window.choose_file(lambda: window.press(main, "push button", "New..."), window.home / "form.pdf")
+    window.choose_file(lambda: window.press(main, "push button", "New (X)..."), window.home / "form.pdf")
     with window.dialog() as dialog:
         window.compare(dialog, "new-overlay")
     window.choose_file(lambda: window.choose("Open PDF..."), window.home / "locked.pdf")
