@@ -57,6 +57,21 @@ bool take(const std::string& name, const std::string& value, QueueSettings& sett
   return std::ranges::find(names, name) != std::end(names);
 }
 
+// What the scheduler's user needs, whatever the mask of whoever calls the command is.
+constexpr fs::perms readable =
+    fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read | fs::perms::others_read;
+constexpr fs::perms searchable = readable | fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec;
+
+// Folders that are there already keep the permissions that they have.
+void createReadableFolders(const fs::path& folder) {
+  if (folder.empty() || isThere(folder)) return;
+  createReadableFolders(folder.parent_path());
+  Files::createFolders(Files::realDisk(), folder);
+  std::error_code error;
+  fs::permissions(folder, searchable, error);
+  if (error) throw Files::DiskError(folder, "written", error);
+}
+
 }  // namespace
 
 QueueFolder::QueueFolder(const fs::path& queues, const std::string& queue) : folder(folderOf(queues, queue)) {}
@@ -74,13 +89,10 @@ void QueueFolder::write(const fs::path& file, const std::string& content) const 
     if (isThere(folder)) Files::realDisk().remove(file);
     return;
   }
-  Files::createFolders(Files::realDisk(), folder);
+  createReadableFolders(folder);
   Files::replaceWhole(Files::realDisk(), file, content);
   std::error_code error;
-  constexpr auto forOthers = fs::perms::group_read | fs::perms::others_read;
-  fs::permissions(file, fs::perms::owner_read | fs::perms::owner_write | forOthers, error);
-  if (!error)
-    fs::permissions(folder, fs::perms::owner_all | forOthers | fs::perms::group_exec | fs::perms::others_exec, error);
+  fs::permissions(file, readable, error);
   if (error) throw Files::DiskError(file, "written", error);
 }
 

@@ -3,6 +3,7 @@
 #include "tests/script/usage.h"
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 namespace {
 
@@ -226,6 +227,15 @@ TEST_F(QueueOfKilnAlone, StopsAJobThatChoosesWhatIsNotOffered) {
   EXPECT_THAT(scheduler.log(), HasSubstr("This queue does not offer"));
   scheduler.client("cancel", {"-a", "alone"});
   EXPECT_TRUE(samePages(printed({}, "alone"), printedByCommand({}))) << scheduler.log();
+}
+
+TEST_F(QueueOfKilnAlone, PrintsWhoeverEnablesIt) {
+  const mode_t mask = umask(S_IRWXG | S_IRWXO);
+  enabled({"--allow", "all"}, "alone");
+  umask(mask);
+  EXPECT_TRUE(
+      samePages(printed({"-o", "kilnMirrorImage"}, "alone"), printedByCommand({"--set", "MirrorImage=MirrorImage"})))
+      << scheduler.log();
 }
 
 TEST_F(QueueOfKilnAlone, PrintsItsTicketUnlessAJobChoosesOtherwise) {
