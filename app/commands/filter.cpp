@@ -3,6 +3,8 @@
 #include "app/failure.h"
 #include "app/job_options.h"
 #include "app/messages.h"
+#include "app/opening.h"
+#include "app/queue/description.h"
 #include "app/queue/queue_settings.h"
 #include "app/silent_run.h"
 #include "app/system/confinement.h"
@@ -104,14 +106,18 @@ std::string environment(const char* name) {
   return value == nullptr ? "" : value;
 }
 
-// What the queue's options are by default, as its administrator may have set them since, and on top the job's choices.
-OptionChoices jobChoices(const JobOptions& jobOptions, const OptionChoices& defaults) {
-  OptionChoices choices;
-  const std::string description = environment("PPD");
+// The description of the queue's printer; empty for none, although the scheduler then names a file, too.
+std::string queueDescription() {
+  const fs::path file = toPath(environment("PPD"));
   constexpr std::size_t longest = 16u << 20u;
-  if (!description.empty())
-    for (const auto& [option, choice] : effectDefaults(Files::realDisk().read(toPath(description), longest)))
-      if (defaults.contains(option)) choices[option] = choice;
+  return file.empty() || !isThere(file) ? "" : Files::realDisk().read(file, longest);
+}
+
+// What the queue's options are by default, as its administrator may have set them since, and on top the job's choices.
+OptionChoices jobChoices(const JobOptions& jobOptions, const OptionChoices& defaults, const std::string& description) {
+  OptionChoices choices;
+  for (const auto& [option, choice] : effectDefaults(description))
+    if (defaults.contains(option)) choices[option] = choice;
   for (const auto& [option, choice] : offeredChoices(jobOptions)) choices[option] = choice;
   return choices;
 }
@@ -122,14 +128,19 @@ Press::Effects effectsOf(const Call& call, const FilterOptions& given) {
   std::optional<QueueFolder> kept;
   if (!queue.empty()) kept.emplace(toPath(given.queues), queue);
   const bool isEnabled = kept && kept->exists();
-  if (isEnabled) takeLines(kept->read(kept->settings()), kept->settings(), settings);
+  const std::string description = queueDescription();
+  if (isEnabled)
+    takeLines(kept->read(kept->settings()), kept->settings(), settings);
+  else if (withoutEffects(description))
+    throw std::runtime_error(Formats::sentence(
+        "The effects of this queue are in its description, but not in {1}: enable it again.", given.queues));
 
   const fs::path ticket = ticketOfQueue(settings, kept ? &*kept : nullptr, queue);
   const QueueRun opened = openQueue(settings, ticket, call.user, warn);
   if (!opened.source.empty()) message(Message::debug, opened.source);
   const JobOptions jobOptions = parseJobOptions(call.options);
   const Refhost::TracePairs set = jobSettings(jobOptions, settings, opened.run->preferences().model());
-  const OptionChoices choices = isEnabled ? jobChoices(jobOptions, settings.defaults) : OptionChoices();
+  const OptionChoices choices = isEnabled ? jobChoices(jobOptions, settings.defaults, description) : OptionChoices();
   if (!opened.isSet && set.empty() && choices.empty())
     message(Message::warning, Formats::sentence("Nothing says how this queue prints, so the job stays as it is."));
   chooseOffered(*opened.run, settings.allowed, settings.defaults, choices);

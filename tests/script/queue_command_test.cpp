@@ -229,6 +229,14 @@ TEST_F(QueueOfKilnAlone, StopsAJobThatChoosesWhatIsNotOffered) {
   EXPECT_TRUE(samePages(printed({}, "alone"), printedByCommand({}))) << scheduler.log();
 }
 
+TEST_F(QueueOfKilnAlone, StopsJobsWhereWhatWasKeptForItIsLost) {
+  enabled({"--ticket", writeTicket({"--watermark", "Draft"})}, "alone");
+  fs::remove_all(scheduler.queues());
+  scheduler.send("alone", job, {});
+  EXPECT_TRUE(waitUntil([&] { return scheduler.log().find("Job stopped due to filter errors") != std::string::npos; }));
+  EXPECT_THAT(scheduler.log(), HasSubstr("enable it again"));
+}
+
 TEST_F(QueueOfKilnAlone, PrintsWhoeverEnablesIt) {
   const mode_t mask = umask(S_IRWXG | S_IRWXO);
   enabled({"--allow", "all"}, "alone");
