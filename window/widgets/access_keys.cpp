@@ -78,12 +78,11 @@ bool hasKeysElsewhere(const QAbstractButton& button) {
 // The buttons of the window that a key can press.
 QList<QAbstractButton*> buttonsOf(QWidget& window) {
   QList<QAbstractButton*> buttons;
+  QList<QAbstractButton*> last;
   for (auto* button : window.findChildren<QAbstractButton*>())
     if (button->window() == &window && qobject_cast<QToolButton*>(button) == nullptr && hasLetters(button->text()))
-      buttons << button;
-  std::stable_partition(buttons.begin(), buttons.end(),
-                        [](const QAbstractButton* button) { return !button->property(keyAfterOthers).toBool(); });
-  return buttons;
+      (button->property(keyAfterOthers).toBool() ? last : buttons) << button;
+  return buttons + last;
 }
 
 QList<QLabel*> labelsOf(QWidget& window) {
