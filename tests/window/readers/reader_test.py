@@ -213,7 +213,7 @@ class Window:
     def choose_file(self, open_it, file):
         """Chooses the file in the file dialog that opens."""
         with self.dialog(open_it, close="Open") as dialog:
-            self.type(dialog, "text", "File name:", file)
+            self.type(dialog, "text", "File name", file)
 
     def compare(self, top, name):
         """Compares what is told with the file of that name, as soon as they are equal or after some patience."""
@@ -287,16 +287,16 @@ def go_through(window):
 def go_through_questions(window):
     """The dialogs that other dialogs lead to, and those that ask before something is lost."""
     main = window.main
-    window.choose_file(lambda: window.press(main, "push button", "New (X)..."), window.home / "form.pdf")
+    window.choose_file(lambda: window.press(main, "push button", "New..."), window.home / "form.pdf")
     with window.dialog() as dialog:
         window.compare(dialog, "new-overlay")
     window.choose_file(lambda: window.choose("Open PDF..."), window.home / "locked.pdf")
     with window.dialog(close="Open") as dialog:
-        window.type(dialog, "password text", "Password:", "barley")
+        window.type(dialog, "password text", "Password", "barley")
     with window.dialog() as dialog:
         window.compare(dialog, "password")
     with window.dialog(lambda: window.choose("Print into overlay..."), close="OK") as dialog:
-        window.type(dialog, "text", "Name of the overlay:", "Letterhead")
+        window.type(dialog, "text", "Name of the overlay", "Letterhead")
     with window.dialog() as dialog:
         window.compare(dialog, "overwrite")
     with window.dialog(lambda: window.choose("Bring back built-in watermarks..."), close="OK") as dialog:
