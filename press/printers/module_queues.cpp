@@ -57,7 +57,7 @@ std::unique_ptr<std::string> descriptionOf(const char* name) {
   if (status == HTTP_STATUS_NOT_FOUND) return nullptr;
   if (status != HTTP_STATUS_OK) throw std::runtime_error(httpStatus(status));
   auto content = std::make_unique<std::string>();
-  std::rewind(file.get());
+  if (std::fseek(file.get(), 0, SEEK_SET) != 0) throw std::runtime_error(Press::lastReason());
   char block[1 << 14];
   while (const std::size_t size = std::fread(block, 1, sizeof block, file.get())) content->append(block, size);
   if (std::ferror(file.get()) != 0) throw std::runtime_error(Press::lastReason());
