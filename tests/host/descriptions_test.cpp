@@ -79,7 +79,7 @@ TEST(StringTables, HaveATextForEveryReference) {
   const std::regex reference("\\$(IDS_[A-Za-z0-9_]+);");
   std::map<std::string, std::string> used;
   for (const std::filesystem::path& root : {resources, std::filesystem::path(SOURCE_FOLDER)})
-    for (std::filesystem::recursive_directory_iterator files(root), end; files != end; ++files) {
+    for (std::filesystem::recursive_directory_iterator files(root), last; files != last; ++files) {
       const std::filesystem::directory_entry& entry = *files;
       const auto name = entry.path().filename();
       // Other tests write below "build" meanwhile.
