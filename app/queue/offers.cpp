@@ -75,7 +75,7 @@ QueueOption checkBox(bool isOnByDefault, const Texts& texts) {
   QueueOption option;
   option.isCheckBox = true;
   option.defaultChoice = isOnByDefault ? yes : no;
-  option.choices = {{no, texts.of(u"$IDS_KILN_NO;")}, {yes, texts.of(u"$IDS_KILN_YES;")}};
+  option.choices = {{no, texts.of(u"$IDS_NO;")}, {yes, texts.of(u"$IDS_YES;")}};
   return option;
 }
 
